@@ -1,0 +1,36 @@
+# SPDX-FileCopyrightText: 2026 The Kruv developers
+# SPDX-License-Identifier: GPL-3.0-or-later
+
+# One target carries every compile flag. Link it PRIVATE from each target of ours.
+add_library(kruv_flags INTERFACE)
+target_compile_features(kruv_flags INTERFACE cxx_std_20)
+target_compile_options(kruv_flags INTERFACE -Wall -Wextra -Wpedantic -Wconversion)
+if(KRUV_WERROR)
+  target_compile_options(kruv_flags INTERFACE -Werror)
+endif()
+target_compile_definitions(kruv_flags INTERFACE
+  QT_NO_CAST_FROM_ASCII
+  QT_NO_CAST_TO_ASCII
+  QT_NO_CAST_FROM_BYTEARRAY
+  QT_NO_URL_CAST_FROM_STRING
+  QT_NO_CONTEXTLESS_CONNECT
+  QT_NO_NARROWING_CONVERSIONS_IN_CONNECT
+  QT_NO_FOREACH
+  QT_NO_KEYWORDS
+  QT_STRICT_ITERATORS
+  QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+
+if(KRUV_SANITIZE)
+  add_compile_options(-fsanitize=${KRUV_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+  add_link_options(-fsanitize=${KRUV_SANITIZE})
+endif()
+
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+if(NOT CMAKE_BUILD_TYPE)
+  set(CMAKE_BUILD_TYPE RelWithDebInfo)
+endif()
+
+# The resources folder: every external tool by its given name (see ARCHITECTURE.md).
+set(KRUV_RESOURCES_DIR ${CMAKE_BINARY_DIR}/resources)
