@@ -1,0 +1,149 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <QStringList>
+#include <QVariant>
+
+namespace kruv {
+
+class Preferences;
+
+/// An option of a tab as a model without a widget. The window binds a widget to it, the command line sets it,
+/// and the tab reads it. May be tied to a preference key, which it loads when tied and stores on change.
+class Control : public QObject
+{
+    Q_OBJECT
+public:
+    using QObject::QObject;
+
+    bool isEnabled() const { return m_enabled; }
+    void setEnabled(bool enabled);
+    bool isHidden() const { return m_hidden; }
+    void setHidden(bool hidden);
+
+    void tieTo(Preferences &preferences, const QString &key);
+
+Q_SIGNALS:
+    /// Value, enabled or hidden changed.
+    void changed();
+
+protected:
+    virtual QVariant storedValue() const { return {}; }
+    virtual void loadValue(Preferences &, const QString &) {}
+    void valueChanged();
+
+private:
+    bool m_enabled = true;
+    bool m_hidden = false;
+    Preferences *m_preferences = nullptr;
+    QString m_key;
+};
+
+/// A check box: on or off; stored as 1 or 0.
+class ToggleControl : public Control
+{
+    Q_OBJECT
+public:
+    using Control::Control;
+    bool isOn() const { return m_on; }
+    void setOn(bool on);
+
+protected:
+    QVariant storedValue() const override { return m_on ? 1 : 0; }
+    void loadValue(Preferences &preferences, const QString &key) override;
+
+private:
+    bool m_on = false;
+};
+
+/// A grid of titles of which one is selected, or none. Stored as row times columns plus column.
+class ChoiceControl : public Control
+{
+    Q_OBJECT
+public:
+    /// `titles` row by row, `columns` in a row.
+    explicit ChoiceControl(const QStringList &titles, int columns = 1, QObject *parent = nullptr);
+
+    int rows() const { return static_cast<int>((m_titles.size() + m_columns - 1) / m_columns); }
+    int columns() const { return m_columns; }
+    QString title(int row, int column) const { return m_titles.value(row * m_columns + column); }
+    const QStringList &titles() const { return m_titles; }
+
+    /// -1 when nothing is selected.
+    int selectedIndex() const { return m_selected; }
+    int selectedRow() const { return m_selected < 0 ? -1 : m_selected / m_columns; }
+    int selectedColumn() const { return m_selected < 0 ? -1 : m_selected % m_columns; }
+    /// Empty when nothing is selected.
+    QString selectedTitle() const { return m_titles.value(m_selected); }
+    /// An index outside the grid selects nothing.
+    void select(int index);
+    bool selectTitle(const QString &title);
+
+protected:
+    QVariant storedValue() const override { return m_selected; }
+    void loadValue(Preferences &preferences, const QString &key) override;
+
+private:
+    QStringList m_titles;
+    int m_columns;
+    int m_selected = 0;
+};
+
+/// A slider or stepper: a whole number within a range.
+class NumberControl : public Control
+{
+    Q_OBJECT
+public:
+    NumberControl(int minimum, int maximum, int value, QObject *parent = nullptr);
+
+    int minimum() const { return m_minimum; }
+    int maximum() const { return m_maximum; }
+    int value() const { return m_value; }
+    /// Values outside the range become its nearer end.
+    void setValue(int value);
+
+protected:
+    QVariant storedValue() const override { return m_value; }
+    void loadValue(Preferences &preferences, const QString &key) override;
+
+private:
+    int m_minimum;
+    int m_maximum;
+    int m_value;
+};
+
+/// A text field.
+class TextControl : public Control
+{
+    Q_OBJECT
+public:
+    using Control::Control;
+    const QString &text() const { return m_text; }
+    void setText(const QString &text);
+
+protected:
+    QVariant storedValue() const override { return m_text; }
+    void loadValue(Preferences &preferences, const QString &key) override;
+
+private:
+    QString m_text;
+};
+
+/// A label whose text or visibility a tab changes.
+class LabelControl : public Control
+{
+    Q_OBJECT
+public:
+    using Control::Control;
+    const QString &text() const { return m_text; }
+    void setText(const QString &text);
+
+private:
+    QString m_text;
+};
+
+} // namespace kruv

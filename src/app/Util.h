@@ -1,0 +1,32 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <QString>
+
+namespace kruv {
+
+class Preferences;
+
+namespace Util {
+
+/// Creates a new, empty file with a unique name "Kruv-<session>-<8 random characters>.<extension>" and
+/// returns its path. An empty `folder` means the temporary folder. Throws std::invalid_argument without an
+/// extension, std::runtime_error when the file can't be made.
+QString generateTempFileName(const QString &folder, const QString &extension);
+
+/// The same name with its eight X left as they are: a fixed scratch name for the session. Creates nothing.
+QString generateTempFileName2(const QString &folder, const QString &extension);
+
+/// Moves the file to the trash when the preference `trashOrDelete` is non-zero, else removes it. Errors are
+/// ignored.
+void deleteFile(const QString &path, const Preferences &preferences);
+
+/// True when the first occurrence of a non-empty `text` is at the string's start.
+bool kruvStartsWith(const QString &string, const QString &text);
+/// True when the string ends with a non-empty `text`.
+bool kruvEndsWith(const QString &string, const QString &text);
+
+} // namespace Util
+} // namespace kruv

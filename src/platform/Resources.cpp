@@ -1,0 +1,31 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "platform/Resources.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+
+namespace kruv {
+
+QString resourcesFolder()
+{
+    const QString overriding = qEnvironmentVariable("KRUV_RESOURCES");
+    if (!overriding.isEmpty()) {
+        return QDir::cleanPath(QDir(overriding).absolutePath());
+    }
+    const QDir programFolder(QCoreApplication::applicationDirPath());
+    const QString installed = QDir::cleanPath(programFolder.filePath(QStringLiteral("../libexec/kruv")));
+    if (QFileInfo(installed).isDir()) {
+        return installed;
+    }
+    return programFolder.filePath(QStringLiteral("resources"));
+}
+
+QString toolPath(const QString &toolName)
+{
+    return resourcesFolder() + u'/' + toolName;
+}
+
+} // namespace kruv

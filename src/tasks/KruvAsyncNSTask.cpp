@@ -1,0 +1,164 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "tasks/KruvAsyncNSTask.h"
+
+#include "platform/MainThread.h"
+#include "tasks/TaskPool.h"
+#include "tasks/ToolCatalog.h"
+#include "tasks/ToolEnvironment.h"
+
+#include <QFileInfo>
+#include <QProcess>
+
+#include <cstring>
+#include <exception>
+
+namespace kruv {
+
+KruvAsyncNSTask::KruvAsyncNSTask(TaskCompletionSink *queue, const QString &launchPath,
+                                 const QStringList &arguments)
+    : KruvTask(queue)
+    , m_launchPath(launchPath)
+    , m_arguments(arguments)
+    , m_environment(ToolEnvironment::base())
+{
+}
+
+KruvAsyncNSTask::~KruvAsyncNSTask() = default;
+
+void KruvAsyncNSTask::appendToPATH(const QString &folder)
+{
+    ToolEnvironment::appendToPath(m_environment, folder);
+}
+
+void KruvAsyncNSTask::startTask()
+{
+    showRunningRow();
+    ToolCatalog::requireLaunchable(m_launchPath);
+    m_environment.insert(QStringLiteral("NSUnbufferedIO"), QStringLiteral("YES"));
+    m_process = std::make_unique<QProcess>();
+    m_process->setProcessEnvironment(m_environment);
+    if (!m_currentDirectoryPath.isEmpty()) {
+        m_process->setWorkingDirectory(m_currentDirectoryPath);
+    }
+    ToolEnvironment::prepare(*m_process);
+    connectChild();
+    m_process->start(m_launchPath, m_arguments, QIODevice::ReadOnly);
+}
+
+void KruvAsyncNSTask::connectChild()
+{
+    QProcess *child = m_process.get();
+    QObject::connect(child, &QProcess::readyRead, child, [this] { readAvailable(); });
+    QObject::connect(child, &QProcess::errorOccurred, child, [this](QProcess::ProcessError problem) {
+        if (problem == QProcess::FailedToStart) {
+            childFailedToStart();
+        }
+    });
+    QObject::connect(child, &QProcess::finished, child, [this](int exitStatus, QProcess::ExitStatus how) {
+        childFinished(exitStatus, how == QProcess::CrashExit);
+    });
+}
+
+void KruvAsyncNSTask::readAvailable()
+{
+    const QByteArray data = m_process->readAll();
+    const QString text = m_decoder(data);
+    if (!text.isEmpty()) {
+        m_printedText = true;
+        processTaskOutput(text);
+    }
+}
+
+void KruvAsyncNSTask::childFailedToStart()
+{
+    m_ending = true;
+    m_childEnded = true;
+    MainThread::post([self = shared_from_this(), this] { m_process.reset(); });
+    failToStart(ToolCatalog::missingToolMessage(m_launchPath) + u' ' + m_process->errorString());
+}
+
+void KruvAsyncNSTask::childFinished(int exitStatus, bool crashed)
+{
+    m_childEnded = true;
+    if (!cancelled() && exitStatus != 0) {
+        setError(true);
+        describeSilentFailure(exitStatus, crashed);
+    }
+    // The process object is in the middle of emitting a signal: it goes when the event loop is back.
+    MainThread::post([self = shared_from_this(), this] {
+        m_process.reset();
+        stopTask();
+    });
+}
+
+void KruvAsyncNSTask::describeSilentFailure(int exitStatus, bool crashed)
+{
+    const QString tool = QFileInfo(m_launchPath).fileName();
+    if (crashed) {
+        appendResults(QStringLiteral("%1 was ended by signal %2 (%3).\n")
+                          .arg(tool)
+                          .arg(exitStatus)
+                          .arg(QString::fromLocal8Bit(strsignal(exitStatus))));
+    } else if (!m_printedText) {
+        appendResults(
+            QStringLiteral("%1 ended with status %2 and said nothing.\n").arg(tool).arg(exitStatus));
+    }
+}
+
+void KruvAsyncNSTask::processTaskOutput(const QString &text)
+{
+    appendResults(text);
+}
+
+void KruvAsyncNSTask::cancelTask()
+{
+    if (cancelled() && m_process) {
+        m_process->terminate();
+        return;
+    }
+    KruvTask::cancelTask();
+}
+
+void KruvAsyncNSTask::stopTask()
+{
+    const bool running = m_process != nullptr;
+    if (running || m_ending) {
+        return; // the job ends when its tool does
+    }
+    m_ending = true;
+    willEnd();
+    markDone();
+    if (!wasStarted()) {
+        finish();
+        return;
+    }
+    TaskPool::start([self = shared_from_this(), this] {
+        try {
+            cleanup();
+        } catch (const std::exception &failure) {
+            appendResults(QString::fromUtf8(failure.what()) + u'\n');
+            setError(true);
+        }
+        MainThread::post([self, this] { finish(); });
+    });
+}
+
+void KruvAsyncNSTask::finish()
+{
+    KruvTask::stopTask();
+    finalCleanup();
+    notifyQueue();
+}
+
+QString KruvAsyncNSTask::description() const
+{
+    QString text = QStringLiteral("\"%1\"\n ").arg(m_launchPath);
+    for (const QString &argument : m_arguments) {
+        text += QStringLiteral("\"%1\"\n ").arg(argument);
+    }
+    return text;
+}
+
+} // namespace kruv

@@ -1,0 +1,36 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "tasks/KruvAsyncNSTaskFileOutputRedirection.h"
+
+#include "tasks/TextFile.h"
+
+namespace kruv {
+
+KruvAsyncNSTaskFileOutputRedirection::KruvAsyncNSTaskFileOutputRedirection(const QString &fileName,
+                                                                           TaskCompletionSink *queue,
+                                                                           const QString &launchPath,
+                                                                           const QStringList &arguments)
+    : KruvAsyncNSTask(queue, launchPath, arguments)
+    , m_fileName(fileName)
+{
+}
+
+void KruvAsyncNSTaskFileOutputRedirection::startTask()
+{
+    setTextFieldString(title());
+    publish(&KruvTask::setTextFieldValue);
+    if (!m_subTitle.isEmpty()) {
+        setTopTextFieldString(m_subTitle);
+        publish(&KruvTask::setTopTextFieldValue);
+    }
+    KruvAsyncNSTask::startTask();
+}
+
+void KruvAsyncNSTaskFileOutputRedirection::willEnd()
+{
+    TextFile::write(m_fileName, results()->results());
+    results()->setHasResults(false);
+}
+
+} // namespace kruv

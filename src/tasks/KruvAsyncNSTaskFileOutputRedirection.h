@@ -1,0 +1,34 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "tasks/KruvAsyncNSTask.h"
+
+namespace kruv {
+
+/// Runs a tool and keeps the set's whole text in a file (UTF-8, written atomically) instead of a results
+/// window.
+class KruvAsyncNSTaskFileOutputRedirection : public KruvAsyncNSTask
+{
+public:
+    KruvAsyncNSTaskFileOutputRedirection(const QString &fileName, TaskCompletionSink *queue,
+                                         const QString &launchPath, const QStringList &arguments);
+
+    const QString &fileName() const { return m_fileName; }
+    const QString &subTitle() const { return m_subTitle; }
+    /// Status line while the tool runs.
+    void setSubTitle(const QString &subTitle) { m_subTitle = subTitle; }
+
+    void startTask() override;
+    QString outputPath() const override { return m_fileName; }
+
+protected:
+    void willEnd() override;
+
+private:
+    QString m_fileName;
+    QString m_subTitle;
+};
+
+} // namespace kruv

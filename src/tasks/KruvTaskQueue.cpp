@@ -1,0 +1,235 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "tasks/KruvTaskQueue.h"
+
+#include "app/Preferences.h"
+#include "app/UserInterface.h"
+#include "platform/PowerManager.h"
+#include "tasks/KruvTask.h"
+
+#include <QLoggingCategory>
+
+#include <algorithm>
+#include <exception>
+#include <ranges>
+#include <vector>
+
+namespace kruv {
+
+namespace {
+Q_LOGGING_CATEGORY(queueLog, "kruv.queue", QtWarningMsg)
+}
+
+KruvTaskQueue::KruvTaskQueue(Preferences &preferences, UserInterface &userInterface, PowerManager *power)
+    : m_userInterface(userInterface)
+    , m_power(power)
+    , m_maxThreads(preferences.integer(QStringLiteral("maxThreads")))
+{
+    connect(&preferences, &Preferences::kruvMaxThreadsChangedNotification, this,
+            &KruvTaskQueue::setMaxThreads);
+}
+
+KruvTaskQueue::~KruvTaskQueue() = default;
+
+void KruvTaskQueue::addTask(std::shared_ptr<KruvTask> task)
+{
+    m_userInterface.showStatusPanel();
+    const std::lock_guard lock(m_lock);
+    const Ticket ticket = m_nextTicket++;
+    m_taskArray.emplace(ticket, task);
+    m_ticketOfTask.emplace(task.get(), ticket);
+    setTaskNumberInDock();
+    m_panelArray.append(task);
+    if (!m_noSleep) {
+        preventSleep();
+    }
+    if (m_activeTask < m_maxThreads) {
+        startAndCount(task);
+    }
+}
+
+void KruvTaskQueue::addTasks(std::span<const std::shared_ptr<KruvTask>> tasks)
+{
+    for (const std::shared_ptr<KruvTask> &task : tasks) {
+        addTask(task);
+    }
+}
+
+void KruvTaskQueue::startTask(const std::shared_ptr<KruvTask> &task)
+{
+    try {
+        task->startTask();
+    } catch (const std::exception &failure) {
+        task->failToStart(QString::fromUtf8(failure.what()));
+    }
+    Q_EMIT taskStarted(*task);
+}
+
+void KruvTaskQueue::startAndCount(const std::shared_ptr<KruvTask> &task)
+{
+    startTask(task);
+    m_lowestActivePosition = std::max(m_lowestActivePosition, m_panelArray.rowOf(*task));
+    ++m_activeTask;
+}
+
+std::shared_ptr<KruvTask> KruvTaskQueue::takeFromQueue(KruvTask &task)
+{
+    const auto found = m_ticketOfTask.find(&task);
+    if (found == m_ticketOfTask.end()) {
+        return nullptr;
+    }
+    std::shared_ptr<KruvTask> taken = std::move(m_taskArray.extract(found->second).mapped());
+    m_ticketOfTask.erase(found);
+    return taken;
+}
+
+void KruvTaskQueue::taskCompleted(KruvTask &task)
+try {
+    const std::shared_ptr<KruvTask> keptAlive = task.shared_from_this();
+    bool ended = false;
+    {
+        const std::lock_guard lock(m_lock);
+        if (task.isDone()) {
+            --m_activeTask;
+        }
+        ended = takeFromQueue(task) != nullptr;
+        setTaskNumberInDock();
+        if (!m_cancellingAll) {
+            fillFreePlaces();
+        }
+        m_userInterface.scrollStatusPanelTo(m_lowestActivePosition);
+    }
+    if (ended) {
+        Q_EMIT taskEnded(task);
+    }
+    if (m_activeTask < 1 && !m_cancellingAll && runningJobs() == 0) {
+        endBusyPeriod();
+    }
+    showResultsOf(task);
+} catch (const std::exception &failure) {
+    qCWarning(queueLog, "Exception in queue taskCompleted: %s", failure.what());
+}
+
+void KruvTaskQueue::fillFreePlaces()
+{
+    // A start never completes a job at once, so the map doesn't change below this walk.
+    for (auto entry = m_taskArray.begin(); entry != m_taskArray.end() && m_activeTask < m_maxThreads;
+         ++entry) {
+        const std::shared_ptr<KruvTask> &task = entry->second;
+        if (!task->isActive() && !task->isDone()) {
+            startAndCount(task);
+            m_userInterface.showStatusPanel();
+        }
+    }
+}
+
+int KruvTaskQueue::runningJobs() const
+{
+    return static_cast<int>(
+        std::ranges::count_if(m_taskArray, [](const auto &entry) { return entry.second->isActive(); }));
+}
+
+void KruvTaskQueue::endBusyPeriod()
+{
+    m_panelArray.removeWithoutError();
+    if (m_panelArray.isEmpty()) {
+        m_userInterface.closeStatusPanel();
+        setTaskNumberInDock();
+        if (!m_userInterface.notify(QStringLiteral("Kruv task(s) completed"))) {
+            m_userInterface.requestAttention();
+        }
+    }
+    m_activeTask = 0;
+    m_lowestActivePosition = 0;
+    allowSleep();
+    Q_EMIT becameIdle();
+}
+
+void KruvTaskQueue::showResultsOf(const KruvTask &task)
+{
+    const std::shared_ptr<KruvTaskResults> results = task.results();
+    if (results && results->taskSetDone() && results->hasResults()) {
+        showOutputWindow(results->results(), task.title());
+    }
+}
+
+void KruvTaskQueue::showOutputWindow(const QString &text, const QString &title)
+{
+    m_userInterface.openResultsWindow(text, title.isEmpty() ? QStringLiteral("Output") : title);
+}
+
+void KruvTaskQueue::taskRowChanged(KruvTask &task)
+{
+    m_panelArray.taskChanged(task);
+    Q_EMIT taskChanged(task);
+}
+
+int KruvTaskQueue::taskCount() const
+{
+    const std::lock_guard lock(m_lock);
+    return static_cast<int>(m_taskArray.size());
+}
+
+void KruvTaskQueue::setTaskNumberInDock()
+{
+    m_userInterface.setBadge(taskCount());
+}
+
+void KruvTaskQueue::cancelAllTasks()
+{
+    std::vector<std::shared_ptr<KruvTask>> tasks;
+    for (const auto &entry : m_taskArray) {
+        tasks.push_back(entry.second);
+    }
+    // Each cancelled waiting job lowers the count of running ones; without the guard the walk would start
+    // half of the jobs that it is about to cancel.
+    m_cancellingAll = true;
+    for (const std::shared_ptr<KruvTask> &task : std::views::reverse(tasks)) {
+        task->cancelTask();
+    }
+    m_cancellingAll = false;
+    m_activeTask = runningJobs();
+    if (m_activeTask < 1 && !tasks.empty()) {
+        endBusyPeriod();
+    }
+}
+
+void KruvTaskQueue::killAllTasks()
+{
+    cancelAllTasks();
+}
+
+void KruvTaskQueue::removeAllErrors()
+{
+    const std::lock_guard lock(m_lock);
+    m_panelArray.removeErrors();
+    if (m_taskArray.empty()) {
+        m_userInterface.closeStatusPanel();
+    }
+    setTaskNumberInDock();
+}
+
+void KruvTaskQueue::preventSleep()
+{
+    m_noSleep = false;
+    if (!m_power) {
+        return;
+    }
+    // The assertion is given back at once: asking once per busy period is all that is wanted of it.
+    if (const auto assertion = m_power->createAssertion(QStringLiteral("Kruv task running"))) {
+        m_assertionId = *assertion;
+        m_power->releaseAssertion(m_assertionId);
+        m_noSleep = true;
+    }
+}
+
+void KruvTaskQueue::allowSleep()
+{
+    if (m_power && m_noSleep) {
+        m_power->releaseAssertion(m_assertionId);
+    }
+    m_noSleep = false;
+}
+
+} // namespace kruv

@@ -1,0 +1,147 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "tasks/KruvTaskResults.h"
+
+#include "tasks/KruvTask.h"
+
+namespace kruv {
+
+void KruvTaskResults::addTaskInSet(const KruvTask &task)
+{
+    const std::lock_guard lock(m_resultsLock);
+    m_indexOfTask.emplace(&task, m_tasksInSet.size());
+    m_tasksInSet.emplace_back();
+    ++m_unfinished;
+}
+
+std::size_t KruvTaskResults::taskCount() const
+{
+    const std::lock_guard lock(m_resultsLock);
+    return m_tasksInSet.size();
+}
+
+KruvTaskResults::Entry *KruvTaskResults::entryFor(const KruvTask &task)
+{
+    const auto found = m_indexOfTask.find(&task);
+    return found == m_indexOfTask.end() ? nullptr : &m_tasksInSet[found->second];
+}
+
+void KruvTaskResults::append(Entry &entry, const QString &text)
+{
+    if (entry.truncated) {
+        return;
+    }
+    const qsizetype room = maxTextLength - entry.text.size();
+    if (text.size() <= room) {
+        entry.text += text;
+        return;
+    }
+    entry.text += QStringView(text).left(room);
+    entry.text += QStringLiteral("\n[The rest of this output was left out.]\n");
+    entry.truncated = true;
+}
+
+void KruvTaskResults::appendResults(const QString &text)
+{
+    const std::lock_guard lock(m_resultsLock);
+    if (!m_tasksInSet.empty()) {
+        append(m_tasksInSet.front(), text);
+    }
+}
+
+void KruvTaskResults::appendResults(const QString &text, const KruvTask &task)
+{
+    const std::lock_guard lock(m_resultsLock);
+    if (Entry *entry = entryFor(task)) {
+        append(*entry, text);
+    }
+}
+
+void KruvTaskResults::setResults(const QString &text)
+{
+    const std::lock_guard lock(m_resultsLock);
+    if (!m_tasksInSet.empty()) {
+        m_tasksInSet.front().text = text;
+    }
+    m_hasResults = true;
+}
+
+void KruvTaskResults::setResults(const QString &text, const KruvTask &task)
+{
+    const std::lock_guard lock(m_resultsLock);
+    if (Entry *entry = entryFor(task)) {
+        entry->text = text;
+    }
+    m_hasResults = true;
+}
+
+QString KruvTaskResults::results() const
+{
+    const std::lock_guard lock(m_resultsLock);
+    QString all;
+    for (const Entry &entry : m_tasksInSet) {
+        all += entry.text;
+        all += u'\n';
+    }
+    return all;
+}
+
+QString KruvTaskResults::results(const KruvTask &task) const
+{
+    const std::lock_guard lock(m_resultsLock);
+    const auto found = m_indexOfTask.find(&task);
+    return found == m_indexOfTask.end() ? QString() : m_tasksInSet[found->second].text;
+}
+
+bool KruvTaskResults::taskSetDone() const
+{
+    const std::lock_guard lock(m_resultsLock);
+    return m_taskSetDone;
+}
+
+bool KruvTaskResults::hasResults() const
+{
+    const std::lock_guard lock(m_resultsLock);
+    return m_hasResults;
+}
+
+void KruvTaskResults::setHasResults(bool hasResults)
+{
+    const std::lock_guard lock(m_resultsLock);
+    m_hasResults = hasResults;
+}
+
+std::shared_ptr<KruvTask> KruvTaskResults::taskAfterSetDone() const
+{
+    const std::lock_guard lock(m_resultsLock);
+    return m_taskAfterSetDone;
+}
+
+void KruvTaskResults::setTaskAfterSetDone(std::shared_ptr<KruvTask> task)
+{
+    const std::lock_guard lock(m_resultsLock);
+    m_taskAfterSetDone = std::move(task);
+}
+
+std::shared_ptr<KruvTask> KruvTaskResults::noteTaskDone(const KruvTask &task)
+{
+    const std::lock_guard lock(m_resultsLock);
+    Entry *entry = entryFor(task);
+    if (entry && !entry->done) {
+        entry->done = true;
+        --m_unfinished;
+    }
+    if (m_unfinished > 0) {
+        return nullptr;
+    }
+    m_taskSetDone = true;
+    if (!m_taskAfterSetDone || m_followUpHandedOut || m_taskAfterSetDone->isActive() ||
+        m_taskAfterSetDone->isDone()) {
+        return nullptr;
+    }
+    m_followUpHandedOut = true;
+    return m_taskAfterSetDone;
+}
+
+} // namespace kruv

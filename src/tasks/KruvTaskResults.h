@@ -1,0 +1,71 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <QString>
+
+#include <memory>
+#include <mutex>
+#include <unordered_map>
+#include <vector>
+
+namespace kruv {
+
+class KruvTask;
+
+/// The result set of one command, shared by its jobs: their texts in the order they were added, and whether
+/// that text is worth showing. Safe from any thread.
+class KruvTaskResults
+{
+public:
+    /// Longest text kept for one job, in UTF-16 units. What a flooding tool prints beyond it is left out, and
+    /// said so.
+    static constexpr qsizetype maxTextLength = 4 * 1024 * 1024;
+
+    void addTaskInSet(const KruvTask &task);
+    std::size_t taskCount() const;
+
+    /// Appends to the text of the set's first job.
+    void appendResults(const QString &text);
+    void appendResults(const QString &text, const KruvTask &task);
+    /// Replaces the first job's (or the given job's) text and marks the set as worth showing.
+    void setResults(const QString &text);
+    void setResults(const QString &text, const KruvTask &task);
+
+    /// Each job's text in set order, each followed by a line break.
+    QString results() const;
+    QString results(const KruvTask &task) const;
+
+    bool taskSetDone() const;
+    bool hasResults() const;
+    void setHasResults(bool hasResults);
+    std::shared_ptr<KruvTask> taskAfterSetDone() const;
+    void setTaskAfterSetDone(std::shared_ptr<KruvTask> task);
+
+    /// Books the end of one job. When it was the last of the set, the set is done and the follow-up job is
+    /// handed out, once.
+    std::shared_ptr<KruvTask> noteTaskDone(const KruvTask &task);
+
+private:
+    struct Entry
+    {
+        QString text;
+        bool done = false;
+        bool truncated = false;
+    };
+
+    Entry *entryFor(const KruvTask &task);
+    static void append(Entry &entry, const QString &text);
+
+    mutable std::mutex m_resultsLock;
+    std::vector<Entry> m_tasksInSet;
+    std::unordered_map<const KruvTask *, std::size_t> m_indexOfTask; // compared only, never followed
+    std::size_t m_unfinished = 0;
+    bool m_taskSetDone = false;
+    bool m_hasResults = true;
+    std::shared_ptr<KruvTask> m_taskAfterSetDone;
+    bool m_followUpHandedOut = false;
+};
+
+} // namespace kruv

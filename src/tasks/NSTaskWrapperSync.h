@@ -1,0 +1,36 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <QProcessEnvironment>
+#include <QString>
+#include <QStringList>
+
+namespace kruv {
+
+/// Runs a tool to its end on the calling thread and keeps what it printed. The exit status is not looked at;
+/// callers judge by output(). Not for the main thread.
+class NSTaskWrapperSync
+{
+public:
+    NSTaskWrapperSync(const QString &launchPath, const QStringList &arguments);
+
+    void appendToPATH(const QString &folder);
+    void setDirectory(const QString &folder) { m_currentDirectoryPath = folder; }
+    const QProcessEnvironment &environment() const { return m_environment; }
+
+    /// Blocks until the tool has ended. A tool that can't be launched leaves output() saying so.
+    void runTask();
+    /// Both streams together, decoded as UTF-8.
+    const QString &output() const { return m_totalOutput; }
+
+private:
+    QString m_launchPath;
+    QStringList m_arguments;
+    QString m_currentDirectoryPath;
+    QProcessEnvironment m_environment;
+    QString m_totalOutput;
+};
+
+} // namespace kruv

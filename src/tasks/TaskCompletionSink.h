@@ -1,0 +1,28 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <memory>
+
+namespace kruv {
+
+class KruvTask;
+
+/// What a job tells whoever runs it. All calls arrive on the main thread.
+class TaskCompletionSink
+{
+public:
+    virtual ~TaskCompletionSink() = default;
+
+    /// Submits one more job (a follow-up of a finished set).
+    virtual void addTask(std::shared_ptr<KruvTask> task) = 0;
+
+    /// A job ended. In-process jobs that were cancelled while running say so twice.
+    virtual void taskCompleted(KruvTask &task) = 0;
+
+    /// A job's status row shows something new.
+    virtual void taskRowChanged(KruvTask &task) = 0;
+};
+
+} // namespace kruv

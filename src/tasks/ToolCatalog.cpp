@@ -1,0 +1,112 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "tasks/ToolCatalog.h"
+
+#include "platform/Resources.h"
+#include "tasks/ToolEnvironment.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QProcess>
+#include <QRegularExpression>
+
+#include <algorithm>
+#include <stdexcept>
+#include <unistd.h>
+
+namespace kruv::ToolCatalog {
+
+namespace {
+
+constexpr ToolInfo tools[] = {
+    {"flac", "flac", "FLAC encoding, decoding and verifying", "--version"},
+    {"metaflac", "flac", "FLAC dates, fingerprints and replay gain", "--version"},
+    {"shntool", "shntool", "Shorten, shntool operations, ST5 lists, sector boundaries", "-v"},
+    {"wavpack", "wavpack", "WavPack encoding", "--version"},
+    {"wvunpack", "wavpack", "WavPack decoding and verifying", "--version"},
+    {"shorten", nullptr, "Shorten encoding and decoding", "-v"},
+    {"ttaenc", nullptr, "TTA encoding, decoding and verifying", "-v"},
+    {"mac", nullptr, "Monkey's Audio encoding, decoding and verifying", nullptr},
+    {"lame", "lame", "MP3 encoding", "--version"},
+    {"opusenc", "opus-tools", "Opus encoding", "--version"},
+    {"opusdec", "opus-tools", "Opus decoding", "--version"},
+    {"aacplusenc", nullptr, "HE-AAC encoding", nullptr},
+    {"AtomicParsley", "atomicparsley", "the gapless mark of AAC files", "--version"},
+    {"sox", "sox", "sample-rate conversion and de-emphasis", "--version"},
+    {"cdda2wav", "icedax", "CD extraction", "-version"},
+    {"dvda", nullptr, "DVD-Audio authoring", nullptr},
+    {"mkisofs", "genisoimage", "DVD-Audio images", "-version"},
+};
+
+const ToolInfo *infoFor(const QString &name)
+{
+    const auto *found = std::ranges::find_if(
+        tools, [&name](const ToolInfo &tool) { return name == QLatin1StringView(tool.name); });
+    return found == std::end(tools) ? nullptr : found;
+}
+
+bool isLaunchable(const QString &path)
+{
+    return QFileInfo(path).isFile() && access(QFile::encodeName(path).constData(), X_OK) == 0;
+}
+
+QString versionIn(const QString &output)
+{
+    static const QRegularExpression number(QStringLiteral("\\b(\\d+(?:\\.\\d+)+[\\w.+-]*|\\d{8}\\b)"));
+    return number.match(output).captured(1);
+}
+
+} // namespace
+
+std::span<const ToolInfo> all()
+{
+    return tools;
+}
+
+QString missingToolMessage(const QString &launchPath)
+{
+    const QString name = QFileInfo(launchPath).fileName();
+    const ToolInfo *info = infoFor(name);
+    QString message = QStringLiteral("The tool \"%1\" can't be run: it isn't an executable file at %2.")
+                          .arg(name, launchPath);
+    if (info && info->package) {
+        message += QStringLiteral(" The package \"%1\" brings it (sudo apt-get install %1).")
+                       .arg(QLatin1StringView(info->package));
+    } else if (info) {
+        message += QStringLiteral(" It belongs to this program: build or install Kruv again.");
+    }
+    return message;
+}
+
+void requireLaunchable(const QString &launchPath)
+{
+    if (!isLaunchable(launchPath)) {
+        throw std::runtime_error(missingToolMessage(launchPath).toStdString());
+    }
+}
+
+FoundTool find(const ToolInfo &info)
+{
+    FoundTool found{info, {}, {}};
+    const QString path = toolPath(QString::fromLatin1(info.name));
+    if (!isLaunchable(path)) {
+        return found;
+    }
+    found.path = path;
+    QProcess process;
+    process.setProcessEnvironment(ToolEnvironment::base());
+    ToolEnvironment::prepare(process);
+    process.start(path, info.versionArgument ? QStringList{QString::fromLatin1(info.versionArgument)}
+                                             : QStringList{});
+    constexpr int limitMilliseconds = 5000;
+    if (!process.waitForFinished(limitMilliseconds)) {
+        process.kill();
+        process.waitForFinished(limitMilliseconds);
+        return found;
+    }
+    found.version = versionIn(QString::fromUtf8(process.readAll()));
+    return found;
+}
+
+} // namespace kruv::ToolCatalog
