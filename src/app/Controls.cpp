@@ -62,17 +62,27 @@ ChoiceControl::ChoiceControl(const QStringList &titles, int columns, QObject *pa
 
 void ChoiceControl::select(int index)
 {
-    const int selected = index >= 0 && index < m_titles.size() ? index : -1;
+    const int selected = isAvailable(index) ? index : -1;
     if (m_selected != selected) {
         m_selected = selected;
         valueChanged();
     }
 }
 
+void ChoiceControl::setAvailable(int index, bool available)
+{
+    if (available) {
+        m_unavailable.remove(index);
+    } else {
+        m_unavailable.insert(index);
+    }
+    Q_EMIT changed();
+}
+
 bool ChoiceControl::selectTitle(const QString &title)
 {
     const auto index = static_cast<int>(m_titles.indexOf(title));
-    if (index < 0) {
+    if (!isAvailable(index)) {
         return false;
     }
     select(index);
@@ -84,17 +94,19 @@ void ChoiceControl::loadValue(Preferences &preferences, const QString &key)
     select(preferences.integer(key));
 }
 
-NumberControl::NumberControl(int minimum, int maximum, int value, QObject *parent)
+NumberControl::NumberControl(int minimum, int maximum, int value, int step, QObject *parent)
     : Control(parent)
     , m_minimum(minimum)
     , m_maximum(maximum)
+    , m_step(step)
     , m_value(value)
 {
 }
 
 void NumberControl::setValue(int value)
 {
-    const int clamped = std::clamp(value, m_minimum, m_maximum);
+    const int inRange = std::clamp(value, m_minimum, m_maximum);
+    const int clamped = inRange - (inRange - m_minimum) % m_step;
     if (m_value != clamped) {
         m_value = clamped;
         valueChanged();

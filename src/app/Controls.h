@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QObject>
+#include <QSet>
 #include <QString>
 #include <QStringList>
 #include <QVariant>
@@ -79,8 +80,14 @@ public:
     int selectedColumn() const { return m_selected < 0 ? -1 : m_selected % m_columns; }
     /// Empty when nothing is selected.
     QString selectedTitle() const { return m_titles.value(m_selected); }
-    /// An index outside the grid selects nothing.
+    /// An index outside the grid, or of a title that isn't available, selects nothing.
     void select(int index);
+    /// Titles that can't be chosen here stay in the grid, so that indices keep their meaning.
+    void setAvailable(int index, bool available);
+    bool isAvailable(int index) const
+    {
+        return index >= 0 && index < m_titles.size() && !m_unavailable.contains(index);
+    }
     bool selectTitle(const QString &title);
 
 protected:
@@ -89,21 +96,23 @@ protected:
 
 private:
     QStringList m_titles;
+    QSet<int> m_unavailable;
     int m_columns;
     int m_selected = 0;
 };
 
-/// A slider or stepper: a whole number within a range.
+/// A slider or stepper: a whole number within a range, in steps from its lower end.
 class NumberControl : public Control
 {
     Q_OBJECT
 public:
-    NumberControl(int minimum, int maximum, int value, QObject *parent = nullptr);
+    NumberControl(int minimum, int maximum, int value, int step = 1, QObject *parent = nullptr);
 
     int minimum() const { return m_minimum; }
     int maximum() const { return m_maximum; }
+    int step() const { return m_step; }
     int value() const { return m_value; }
-    /// Values outside the range become its nearer end.
+    /// Values outside the range become its nearer end, values between steps the lower one.
     void setValue(int value);
 
 protected:
@@ -113,6 +122,7 @@ protected:
 private:
     int m_minimum;
     int m_maximum;
+    int m_step;
     int m_value;
 };
 

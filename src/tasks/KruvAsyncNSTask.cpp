@@ -131,6 +131,7 @@ void KruvAsyncNSTask::stopTask()
     willEnd();
     markDone();
     if (!wasStarted()) {
+        cleanup();
         finish();
         return;
     }

@@ -22,7 +22,8 @@ Q_LOGGING_CATEGORY(queueLog, "kruv.queue", QtWarningMsg)
 }
 
 KruvTaskQueue::KruvTaskQueue(Preferences &preferences, UserInterface &userInterface, PowerManager *power)
-    : m_userInterface(userInterface)
+    : m_preferences(preferences)
+    , m_userInterface(userInterface)
     , m_power(power)
     , m_maxThreads(preferences.integer(QStringLiteral("maxThreads")))
 {

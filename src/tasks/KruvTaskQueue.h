@@ -40,6 +40,7 @@ public:
     void addTasks(std::span<const std::shared_ptr<KruvTask>> tasks);
     void taskCompleted(KruvTask &task) override;
     void taskRowChanged(KruvTask &task) override;
+    const Preferences &preferences() const override { return m_preferences; }
 
     /// Jobs submitted and not yet completed. Any thread.
     int taskCount() const;
@@ -76,6 +77,7 @@ private:
     void showOutputWindow(const QString &text, const QString &title);
     void setTaskNumberInDock();
 
+    const Preferences &m_preferences;
     UserInterface &m_userInterface;
     PowerManager *const m_power;
 

@@ -8,8 +8,9 @@
 namespace kruv {
 
 class KruvTask;
+class Preferences;
 
-/// What a job tells whoever runs it. All calls arrive on the main thread.
+/// What a job tells, and asks of, whoever runs it. Main thread where nothing else is said.
 class TaskCompletionSink
 {
 public:
@@ -20,6 +21,9 @@ public:
 
     /// A job ended. In-process jobs that were cancelled while running say so twice.
     virtual void taskCompleted(KruvTask &task) = 0;
+
+    /// What the person wants done with originals and the like. Any thread.
+    virtual const Preferences &preferences() const = 0;
 
     /// A job's status row shows something new.
     virtual void taskRowChanged(KruvTask &task) = 0;

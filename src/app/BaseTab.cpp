@@ -1,0 +1,189 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "app/BaseTab.h"
+
+#include "app/FolderWalk.h"
+#include "app/PathNames.h"
+#include "app/Preferences.h"
+#include "app/UserInterface.h"
+#include "platform/Resources.h"
+
+#include <QDir>
+#include <QTimer>
+
+namespace kruv {
+
+namespace {
+const QString yes = QStringLiteral("Yes");
+const QString no = QStringLiteral("No");
+
+/// The first few of a list that may be long, a line each.
+QString firstOf(const QStringList &names)
+{
+    constexpr qsizetype shown = 10;
+    QString text = names.mid(0, shown).join(u'\n');
+    if (names.size() > shown) {
+        text += QStringLiteral("\n… and %1 more").arg(names.size() - shown);
+    }
+    return text;
+}
+} // namespace
+
+/// One walk over what was handed in.
+struct BaseTab::Intake
+{
+    QStringList accepted;
+    QSet<QString> badExtensions;
+    int refused = 0;
+    QStringList undecodable;
+};
+
+BaseTab::BaseTab(const QString &label, TabHost &host)
+    : m_label(label)
+    , m_host(host)
+    , m_pathToCommandLineTools(resourcesFolder())
+{
+}
+
+void BaseTab::addCheckedFiles(const QStringList &paths)
+{
+    if (m_fileList.add(paths) > 0) {
+        filesAdded();
+    }
+}
+
+void BaseTab::addFiles(const QStringList &paths)
+{
+    Intake intake;
+    FolderWalk walk;
+    for (const QString &path : paths) {
+        walk.walk(path, [this, &intake](const QString &file) {
+            if (m_fileList.contains(file)) {
+                return;
+            }
+            if (m_host.isValidFile(m_label, file)) {
+                intake.accepted.append(file);
+            } else {
+                intake.badExtensions.insert(PathNames::extension(file));
+                ++intake.refused;
+            }
+        });
+    }
+    intake.undecodable = walk.undecodableNames();
+    take(intake);
+}
+
+void BaseTab::take(const Intake &intake)
+{
+    m_fileList.add(intake.accepted);
+    filesAdded();
+    if (!intake.badExtensions.isEmpty()) {
+        Q_EMIT filesRefused(intake.badExtensions.values(), intake.refused);
+        if (m_host.preferences().boolean(QStringLiteral("warnOnFilesSkipped"))) {
+            showBadFileMessage(
+                m_fileList.isEmpty()
+                    ? QStringLiteral("File types not supported by this tab")
+                    : QStringLiteral("Some files types were not recognized by this tab and were skipped"));
+        }
+    }
+    if (!intake.undecodable.isEmpty()) {
+        m_host.userInterface().alert(
+            QStringLiteral(
+                "Files whose names are not valid UTF-8 were skipped. Rename them, for example with convmv, "
+                "and add them again."),
+            firstOf(intake.undecodable), acknowledgeButton());
+    }
+}
+
+QStringList BaseTab::getFiles(const QString &path, QSet<QString> &badExtensions) const
+{
+    QStringList files;
+    FolderWalk().walk(path, [&](const QString &file) {
+        if (m_host.isValidFile(m_label, file)) {
+            files.append(file);
+        } else {
+            badExtensions.insert(PathNames::extension(file));
+        }
+    });
+    return files;
+}
+
+void BaseTab::addButtonClick()
+{
+    const QStringList chosen = m_host.userInterface().chooseFiles(
+        QStringLiteral("Choose files for processing"), QStringLiteral("Add Files"));
+    if (!chosen.isEmpty()) {
+        addFiles(chosen);
+    }
+}
+
+void BaseTab::clearFiles()
+{
+    m_fileList.clear();
+}
+
+void BaseTab::deleteSelectedRows(const QList<int> &rows)
+{
+    m_fileList.removeRows(rows);
+}
+
+void BaseTab::filterGivenExtension(const QString &extension)
+{
+    m_fileList.removeExtension(extension);
+}
+
+QStringList BaseTab::getFilesFromOutputDirectory(const QString &folder, const QString &extension)
+{
+    QStringList found;
+    const QString wanted = extension.toUpper();
+    const QDir directory(folder);
+    for (const QString &name :
+         directory.entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Unsorted)) {
+        if (PathNames::fileType(name) == wanted) {
+            found.append(directory.filePath(name));
+        }
+    }
+    return found;
+}
+
+void BaseTab::reportWithoutJob(const QStringList &files, const QString &format)
+{
+    if (!files.isEmpty()) {
+        m_host.userInterface().alert(
+            QStringLiteral("This version can't convert these files to %1. They were left as they are.")
+                .arg(format),
+            firstOf(files), acknowledgeButton());
+    }
+}
+
+std::optional<QString> BaseTab::chooseOutputFolder()
+{
+    return m_host.userInterface().chooseFolder(QStringLiteral("Choose output directory"));
+}
+
+std::optional<QString> BaseTab::openSavePanel(const QString &message, const QString &title,
+                                              const QString &proposedName)
+{
+    return m_host.userInterface().savePath(message, title, proposedName);
+}
+
+void BaseTab::showBadFileMessage(const QString &text)
+{
+    constexpr int untilTheDropIsOver = 500; // milliseconds
+    QTimer::singleShot(untilTheDropIsOver, this,
+                       [this, text] { m_host.userInterface().alert(text, QString(), acknowledgeButton()); });
+}
+
+bool BaseTab::confirmDeletion(bool deleteOriginals)
+{
+    if (!deleteOriginals || !m_host.preferences().boolean(QStringLiteral("warnOnDelete"))) {
+        return true;
+    }
+    const int answer = m_host.userInterface().ask(
+        QStringLiteral("You have chosen to delete the original files.  Are you sure you want to continue?"),
+        QString(), {yes, no}, 0);
+    return answer == 0;
+}
+
+} // namespace kruv

@@ -1,0 +1,88 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "app/FileList.h"
+#include "app/TabHost.h"
+
+#include <QObject>
+#include <QSet>
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+namespace kruv {
+
+/// What every tab shares: its list of input files, how files come into it, and the prompts of its command.
+/// Holds no widgets; the window, the command line and the tests drive it alike. Main thread only.
+class BaseTab : public QObject
+{
+    Q_OBJECT
+public:
+    /// `label` is the tab's key in the tab view. `host` must outlive the tab.
+    BaseTab(const QString &label, TabHost &host);
+
+    const QString &label() const { return m_label; }
+    FileList &fileList() { return m_fileList; }
+    QStringList fileNames() const { return m_fileList.paths(); }
+    const QString &pathToCommandLineTools() const { return m_pathToCommandLineTools; }
+
+    /// Adds paths without any check of what they are.
+    void addFile(const QString &path) { addCheckedFiles({path}); }
+    void addCheckedFiles(const QStringList &paths);
+    /// Expands folders, keeps what the tab accepts, and reports once what it did not.
+    void addFiles(const QStringList &paths);
+    /// Files below `path` that the tab accepts; extensions of those it doesn't go into `badExtensions`.
+    QStringList getFiles(const QString &path, QSet<QString> &badExtensions) const;
+
+    void addButtonClick();
+    void clearButtonClick() { clearFiles(); }
+    virtual void clearFiles();
+    void changeDisplayOptions() { displayRelevantOptions(); }
+    void deleteSelectedRows(const QList<int> &rows);
+    void filterGivenExtension(const QString &extension);
+
+    /// Shows and hides, enables and disables the tab's options to fit its state.
+    virtual void displayRelevantOptions() {}
+    /// The tab's command: asks its questions, builds jobs and hands them to the queue.
+    virtual void executeCommand() {}
+
+    /// Full paths of the entries of `folder` with that extension in any case, in listing order. Not
+    /// recursive.
+    static QStringList getFilesFromOutputDirectory(const QString &folder, const QString &extension);
+
+Q_SIGNALS:
+    /// Files were refused at an intake, with their extensions ("" for none).
+    void filesRefused(const QStringList &extensions, int count);
+
+protected:
+    /// Runs after every addition.
+    virtual void filesAdded() {}
+
+    TabHost &host() const { return m_host; }
+    std::optional<QString> chooseOutputFolder();
+    std::optional<QString> openSavePanel(const QString &message, const QString &title,
+                                         const QString &proposedName);
+    void showBadFileMessage(const QString &text);
+
+    /// Asks before originals are deleted, where the person wants to be asked. True when the command may go
+    /// on.
+    bool confirmDeletion(bool deleteOriginals);
+    /// Tells the person which of the command's files nothing here converts to `format`.
+    void reportWithoutJob(const QStringList &files, const QString &format);
+    /// The person's button text where an alert has only one.
+    static QString acknowledgeButton() { return QStringLiteral("OK"); }
+
+private:
+    struct Intake;
+    void take(const Intake &intake);
+
+    const QString m_label;
+    TabHost &m_host;
+    FileList m_fileList;
+    const QString m_pathToCommandLineTools;
+};
+
+} // namespace kruv

@@ -1,0 +1,54 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <QAbstractListModel>
+#include <QCollator>
+#include <QSet>
+#include <QStringList>
+
+#include <vector>
+
+namespace kruv {
+
+/// A tab's input files: whole paths without duplicates in natural order (case-insensitive, numbers by value).
+/// Shows the last path component, with the whole path as tool tip. Main thread only.
+class FileList : public QAbstractListModel
+{
+    Q_OBJECT
+public:
+    explicit FileList(QObject *parent = nullptr);
+
+    int rowCount(const QModelIndex &parent = {}) const override;
+    QVariant data(const QModelIndex &index, int role) const override;
+
+    int count() const { return static_cast<int>(m_entries.size()); }
+    bool isEmpty() const { return m_entries.empty(); }
+    const QString &at(int row) const { return m_entries[static_cast<std::size_t>(row)].path; }
+    bool contains(const QString &path) const { return m_paths.contains(path); }
+    QStringList paths() const;
+
+    /// Adds those not yet listed and sorts once. Returns how many were added.
+    int add(const QStringList &paths);
+    void removeRows(const QList<int> &rows);
+    /// Removes every path whose extension is precisely `extension`, case included.
+    void removeExtension(const QString &extension);
+    void clear();
+    /// Distinct extensions in list order, as written.
+    QStringList extensions() const;
+
+private:
+    struct Entry
+    {
+        QString path;
+        QCollatorSortKey key;
+    };
+    void sort();
+
+    QCollator m_collator;
+    std::vector<Entry> m_entries;
+    QSet<QString> m_paths;
+};
+
+} // namespace kruv

@@ -1,0 +1,37 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+#include <memory>
+
+namespace kruv {
+
+/// Goes through the files that a person hands in: a folder stands for everything below it, hidden entries
+/// included, in the order the file system lists it. ".DS_Store" and ".TOC.plist" are passed over. Links to
+/// folders are followed, each real folder once. Unreadable folders yield nothing. Any thread.
+class FolderWalk
+{
+public:
+    using Visitor = std::function<void(const QString &path)>;
+
+    /// Calls `visit` for `path` itself when it is no folder, else for every file below it.
+    void walk(const QString &path, const Visitor &visit);
+
+    /// Entries passed over because their names are not valid UTF-8, as they can best be shown.
+    const QStringList &undecodableNames() const { return m_undecodableNames; }
+
+private:
+    void walkFolder(const QByteArray &folder, const Visitor &visit);
+    void visitEntry(const QByteArray &folder, const char *name, unsigned char type, const Visitor &visit);
+
+    QStringList m_undecodableNames;
+    class Visited;
+    std::shared_ptr<Visited> m_visited;
+};
+
+} // namespace kruv

@@ -1,0 +1,178 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "app/KruvController.h"
+
+#include "app/FolderWalk.h"
+#include "app/PathNames.h"
+#include "app/UserInterface.h"
+#include "lossless/DecodeTab.h"
+#include "lossless/EncodeTab.h"
+
+namespace kruv {
+
+namespace {
+
+const QString aboutLabel = QStringLiteral("about");
+const QString checksumLabel = QStringLiteral("checksum");
+const QString decodeLabel = QStringLiteral("decode");
+const QString encodeLabel = QStringLiteral("encode");
+
+QStringList types(const char *list)
+{
+    return QString::fromLatin1(list).split(u' ');
+}
+
+/// Tab label to the file types it takes.
+QHash<QString, QStringList> makeExtensionMap()
+{
+    return {
+        {decodeLabel, types("FLAC SHN WV M4A TTA APE WAV AIFF AIF OPUS")},
+        {encodeLabel, types("WAV AIF AIFF FLAC SHN WV TTA APE")},
+        {checksumLabel, types("WAV AIFF AIF FLAC SHN MD5 FFP TXT APE WV TTA ST5")},
+        {QStringLiteral("shntool"), types("FLAC SHN WAV AIF AIFF TTA WV APE")},
+        {QStringLiteral("fix SBE"), types("FLAC SHN WAV AIF AIFF WV TTA")},
+        {QStringLiteral("lossy"), types("FLAC SHN WAV AIFF AIF WV TTA")},
+        {QStringLiteral("Tags"), types("FLAC M4A MP3 WV APE TTA AIF AIFF")},
+    };
+}
+
+} // namespace
+
+KruvController::KruvController(Preferences &preferences, UserInterface &userInterface, PowerManager *power)
+    : m_preferences(preferences)
+    , m_userInterface(userInterface)
+    , m_taskQueue(preferences, userInterface, power)
+    , m_decodeTab(std::make_unique<DecodeTab>(*this))
+    , m_encodeTab(std::make_unique<EncodeTab>(*this))
+    , m_extensionMap(makeExtensionMap())
+{
+    addTab(*m_decodeTab);
+    addTab(*m_encodeTab);
+    m_tabLabels.append(aboutLabel);
+}
+
+KruvController::~KruvController() = default;
+
+void KruvController::addTab(BaseTab &tab)
+{
+    m_tabLabels.append(tab.label());
+    m_tabMap.insert(tab.label(), &tab);
+}
+
+void KruvController::selectTab(int index)
+{
+    m_selectedTab = index;
+    if (BaseTab *selected = tab(m_tabLabels.value(index))) {
+        selected->displayRelevantOptions();
+    }
+    Q_EMIT selectedTabChanged(index);
+}
+
+bool KruvController::listHas(const QString &tabLabel, const QString &fileType) const
+{
+    return m_extensionMap.value(tabLabel).contains(fileType);
+}
+
+bool KruvController::isValidFile(const QString &tabLabel, const QString &path) const
+{
+    if (!m_extensionMap.contains(tabLabel) || tabLabel == checksumLabel) {
+        return true;
+    }
+    const QString fileType = PathNames::fileType(path);
+    return !fileType.isEmpty() && listHas(tabLabel, fileType);
+}
+
+QStringList KruvController::getFiles(const QString &path) const
+{
+    QStringList files;
+    FolderWalk().walk(path, [&files](const QString &file) {
+        if (!PathNames::extension(file).isEmpty()) {
+            files.append(file);
+        }
+    });
+    return files;
+}
+
+bool KruvController::passesPreFilter(const QString &tabLabel, const QString &path) const
+{
+    return tabLabel == checksumLabel || !m_extensionMap.contains(tabLabel) ||
+           listHas(tabLabel, PathNames::fileType(path));
+}
+
+void KruvController::addFiles(const QStringList &paths)
+{
+    QStringList files;
+    for (const QString &path : paths) {
+        files.append(getFiles(path));
+    }
+    const QString label = m_tabLabels.value(m_selectedTab);
+    if (label == aboutLabel) {
+        routeFromAbout(files);
+        return;
+    }
+    files.removeIf([this, &label](const QString &path) { return !passesPreFilter(label, path); });
+    tab(label)->addFiles(files);
+}
+
+QString KruvController::labelForRoute(const QString &fileType) const
+{
+    static const QStringList decodedFirst = types("FLAC SHN WV TTA M4A APE");
+    if (decodedFirst.contains(fileType)) {
+        return decodeLabel;
+    }
+    for (const QString &label : {encodeLabel, decodeLabel, checksumLabel}) {
+        if (listHas(label, fileType)) {
+            return label;
+        }
+    }
+    return {};
+}
+
+void KruvController::routeFromAbout(const QStringList &files)
+{
+    QHash<QString, QStringList> filesOfTab;
+    QString selected;
+    for (const QString &path : files) {
+        const QString label = labelForRoute(PathNames::fileType(path));
+        if (!label.isEmpty()) {
+            filesOfTab[label].append(path);
+        }
+        selected = label.isEmpty() ? encodeLabel : label;
+    }
+    for (auto entry = filesOfTab.cbegin(); entry != filesOfTab.cend(); ++entry) {
+        if (BaseTab *target = tab(entry.key())) {
+            target->addCheckedFiles(entry.value());
+        }
+    }
+    if (const auto index = m_tabLabels.indexOf(selected); index >= 0) {
+        selectTab(static_cast<int>(index));
+    }
+}
+
+bool KruvController::applicationShouldTerminate()
+{
+    const int tasks = m_taskQueue.taskCount();
+    if (tasks < 1) {
+        return true;
+    }
+    const int answer = m_userInterface.ask(
+        QStringLiteral("Tasks in Progress"),
+        QStringLiteral("There are %1 tasks in the queue.  Are you sure you want to quit?").arg(tasks),
+        {QStringLiteral("No"), QStringLiteral("Yes")}, 0);
+    return answer == 1;
+}
+
+bool KruvController::windowShouldClose()
+{
+    return m_userInterface.ask(QStringLiteral("Are you sure you want to quit?"), QString(),
+                               {QStringLiteral("No"), QStringLiteral("Yes")}, 0) == 1;
+}
+
+void KruvController::applicationWillTerminate()
+{
+    m_taskQueue.killAllTasks();
+    m_taskQueue.allowSleep();
+}
+
+} // namespace kruv

@@ -1,0 +1,81 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "app/BaseTab.h"
+#include "app/TabHost.h"
+#include "tasks/KruvTaskQueue.h"
+
+#include <QHash>
+#include <QObject>
+#include <QStringList>
+
+#include <memory>
+#include <vector>
+
+namespace kruv {
+
+class DecodeTab;
+class EncodeTab;
+class PowerManager;
+
+/// The application's central object: owns the queue and the tab controllers, takes files from every way they
+/// arrive and hands each tab only what it can work on, and answers the quit questions. Main thread, but for
+/// isValidFile().
+class KruvController : public QObject, public TabHost
+{
+    Q_OBJECT
+public:
+    /// All references must outlive the controller; `power` may be null.
+    KruvController(Preferences &preferences, UserInterface &userInterface, PowerManager *power);
+    ~KruvController() override;
+
+    KruvTaskQueue &taskQueue() override { return m_taskQueue; }
+    Preferences &preferences() override { return m_preferences; }
+    UserInterface &userInterface() override { return m_userInterface; }
+    bool isValidFile(const QString &tabLabel, const QString &path) const override;
+
+    DecodeTab &decodeTab() { return *m_decodeTab; }
+    EncodeTab &encodeTab() { return *m_encodeTab; }
+
+    /// Labels of the tab view in order; "about" is last and has no controller.
+    const QStringList &tabLabels() const { return m_tabLabels; }
+    /// The controller of a tab, or null for "about".
+    BaseTab *tab(const QString &label) const { return m_tabMap.value(label); }
+    int selectedTabViewItem() const { return m_selectedTab; }
+    void selectTab(int index);
+
+    /// Files that were opened with the application or dropped on it.
+    void addFiles(const QStringList &paths);
+    /// Files with an extension below `path`, or `path` itself.
+    QStringList getFiles(const QString &path) const;
+
+    /// Whether the application may quit; asks while the queue holds jobs.
+    bool applicationShouldTerminate();
+    bool windowShouldClose();
+    /// Cancels every job.
+    void applicationWillTerminate();
+
+Q_SIGNALS:
+    void selectedTabChanged(int index);
+
+private:
+    void addTab(BaseTab &tab);
+    bool listHas(const QString &tabLabel, const QString &fileType) const;
+    bool passesPreFilter(const QString &tabLabel, const QString &path) const;
+    void routeFromAbout(const QStringList &files);
+    QString labelForRoute(const QString &fileType) const;
+
+    Preferences &m_preferences;
+    UserInterface &m_userInterface;
+    KruvTaskQueue m_taskQueue;
+    std::unique_ptr<DecodeTab> m_decodeTab;
+    std::unique_ptr<EncodeTab> m_encodeTab;
+    QStringList m_tabLabels;
+    QHash<QString, BaseTab *> m_tabMap;
+    QHash<QString, QStringList> m_extensionMap;
+    int m_selectedTab = 0;
+};
+
+} // namespace kruv

@@ -1,0 +1,29 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <QString>
+
+namespace kruv {
+
+class KruvTaskQueue;
+class Preferences;
+class UserInterface;
+
+/// What a tab asks of the application around it. Main thread, but for isValidFile().
+class TabHost
+{
+public:
+    virtual ~TabHost() = default;
+
+    virtual KruvTaskQueue &taskQueue() = 0;
+    virtual Preferences &preferences() = 0;
+    virtual UserInterface &userInterface() = 0;
+
+    /// Whether the tab with this label takes the file, judged by its extension and, for some, its content.
+    /// Any thread.
+    virtual bool isValidFile(const QString &tabLabel, const QString &path) const = 0;
+};
+
+} // namespace kruv

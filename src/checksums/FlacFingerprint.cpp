@@ -1,0 +1,21 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "checksums/FlacFingerprint.h"
+
+#include "app/PathNames.h"
+#include "platform/Resources.h"
+#include "tasks/NSTaskWrapperSync.h"
+
+namespace kruv {
+
+QString fingerprint(const QString &path)
+{
+    NSTaskWrapperSync metaflac(toolPath(QStringLiteral("metaflac")), {QStringLiteral("--show-md5"), path});
+    metaflac.runTask();
+    const QString &output = metaflac.output();
+    return output.contains(u"FLAC__METADATA_CHAIN") ? output
+                                                    : PathNames::lastPathComponent(path) + u':' + output;
+}
+
+} // namespace kruv

@@ -1,0 +1,15 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <QString>
+
+namespace kruv {
+
+/// "<file name>:<MD5 of the decoded audio>" with the line break that metaflac ends it with, or metaflac's own
+/// message (it contains "FLAC__METADATA_CHAIN") for a file that it can't read. Blocks; not for the main
+/// thread.
+QString fingerprint(const QString &path);
+
+} // namespace kruv

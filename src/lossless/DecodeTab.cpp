@@ -1,0 +1,155 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "lossless/DecodeTab.h"
+
+#include "app/PathNames.h"
+#include "app/Preferences.h"
+#include "app/UserInterface.h"
+#include "lossless/DecodeFlacTask.h"
+#include "lossless/FlacCommandLine.h"
+#include "lossless/OutputPlan.h"
+#include "tasks/KruvTaskQueue.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace kruv {
+
+namespace {
+
+const QString flac = QStringLiteral("FLAC");
+const QString aiff = QStringLiteral("AIFF");
+
+QString outputExtension(const QString &format)
+{
+    return format == aiff ? QStringLiteral("aiff") : QStringLiteral("wav");
+}
+
+} // namespace
+
+/// One source type and the job that decodes it.
+struct DecodeTab::SourceRow
+{
+    QStringView fileType;
+    std::shared_ptr<KruvTask> (*make)(DecodeTab &tab, const QString &fileName, const QString &folder,
+                                      const QString &format);
+};
+
+const DecodeTab::SourceRow DecodeTab::sourceRows[] = {
+    {u"FLAC", [](DecodeTab &tab, const QString &fileName, const QString &folder,
+                 const QString &format) { return tab.decodeFlac(fileName, folder, format); }},
+};
+
+DecodeTab::DecodeTab(TabHost &host)
+    : BaseTab(QStringLiteral("decode"), host)
+    , m_outputFormatMatrix({QStringLiteral("WAV"), aiff}, 2)
+{
+    m_sourceDecodeButton.tieTo(host.preferences(), QStringLiteral("decodeToSourceDirectory"));
+    m_flacOptionsLabel.setText(QStringLiteral("FLAC options"));
+    showFLacOptions(false);
+}
+
+void DecodeTab::showFLacOptions(bool show)
+{
+    m_decodeFlacThroughErrors.setHidden(!show);
+    m_flacKeepForeignMetadataButton.setHidden(!show);
+    m_flacOptionsLabel.setHidden(!show);
+}
+
+void DecodeTab::filesAdded()
+{
+    FileList &list = fileList();
+    for (int row = 0; row < list.count(); ++row) {
+        if (PathNames::fileType(list.at(row)) == flac) {
+            showFLacOptions(true);
+            break;
+        }
+    }
+    BaseTab::filesAdded();
+}
+
+void DecodeTab::clearFiles()
+{
+    showFLacOptions(false);
+    BaseTab::clearFiles();
+}
+
+void DecodeTab::executeCommand()
+{
+    if (fileList().isEmpty()) {
+        return;
+    }
+    const QString format = m_outputFormatMatrix.selectedTitle();
+    if (!confirmDeletion(m_deleteOriginalsButton.isOn())) {
+        return;
+    }
+    QString chosenFolder;
+    if (!m_sourceDecodeButton.isOn()) {
+        const auto chosen = chooseOutputFolder();
+        if (!chosen) {
+            return;
+        }
+        chosenFolder = *chosen;
+    }
+    if (!outputsCollide(chosenFolder, format)) {
+        queueJobs(chosenFolder, format);
+        clearFiles();
+    }
+}
+
+bool DecodeTab::outputsCollide(const QString &chosenFolder, const QString &format)
+{
+    const auto collision = OutputPlan(fileNames(), chosenFolder, outputExtension(format)).collision();
+    if (collision) {
+        host().userInterface().alert(
+            QStringLiteral(
+                "One of the output files already exists and will be overwritten.  Select a different "
+                "output directory and try again"),
+            QStringLiteral("%1\n%2").arg(collision->first, collision->second), acknowledgeButton());
+    }
+    return collision.has_value();
+}
+
+void DecodeTab::queueJobs(const QString &chosenFolder, const QString &format)
+{
+    std::vector<std::shared_ptr<KruvTask>> jobs;
+    QStringList withoutJob;
+    for (const QString &fileName : fileNames()) {
+        const QString folder = chosenFolder.isEmpty() ? PathNames::folderOf(fileName) : chosenFolder;
+        if (auto job = jobFor(fileName, folder, format)) {
+            job->setDeleteOriginal(m_deleteOriginalsButton.isOn());
+            jobs.push_back(std::move(job));
+        } else {
+            withoutJob.append(fileName);
+        }
+    }
+    reportWithoutJob(withoutJob, format);
+    host().taskQueue().addTasks(jobs);
+}
+
+std::shared_ptr<KruvTask> DecodeTab::jobFor(const QString &fileName, const QString &folder,
+                                            const QString &format)
+{
+    const QString fileType = PathNames::fileType(fileName);
+    const auto *row = std::ranges::find_if(
+        sourceRows, [&fileType](const SourceRow &each) { return each.fileType == fileType; });
+    return row == std::end(sourceRows) ? nullptr : row->make(*this, fileName, folder, format);
+}
+
+std::shared_ptr<KruvTask> DecodeTab::decodeFlac(const QString &fileName, const QString &outputPath,
+                                                const QString &format)
+{
+    const FlacCommandLine::DecodeRequest request{
+        .source = fileName,
+        .output = PathNames::outputPath(outputPath, fileName, outputExtension(format)),
+        .keepForeignMetadata = m_flacKeepForeignMetadataButton.isOn(),
+        .throughErrors = m_decodeFlacThroughErrors.isOn(),
+        .toAiff = format == aiff,
+    };
+    return std::make_shared<DecodeFlacTask>(fileName, &host().taskQueue(),
+                                            pathToCommandLineTools() + QStringLiteral("/flac"),
+                                            FlacCommandLine::decode(request));
+}
+
+} // namespace kruv

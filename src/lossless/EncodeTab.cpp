@@ -1,0 +1,222 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "lossless/EncodeTab.h"
+
+#include "app/PathNames.h"
+#include "app/Preferences.h"
+#include "app/UserInterface.h"
+#include "checksums/CreateFFPTask.h"
+#include "lossless/EncodeFlacTask.h"
+#include "lossless/FlacCommandLine.h"
+#include "tasks/KruvTaskQueue.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace kruv {
+
+namespace {
+
+const QString flac = QStringLiteral("FLAC");
+
+constexpr int flacLevels = 8;
+constexpr int apeSlowest = 5000;
+constexpr int apeFastest = 1000;
+constexpr int apeNormal = 2000;
+
+} // namespace
+
+/// What the jobs of one command share.
+struct EncodeTab::Command
+{
+    std::shared_ptr<KruvTaskResults> results;
+    bool overwrite = false;
+};
+
+/// One output format: how a source's job is made, and whether its jobs share the command's results.
+struct EncodeTab::FormatRow
+{
+    QStringView format;
+    bool inResultsSet;
+    std::shared_ptr<KruvTask> (*make)(EncodeTab &tab, const OutputPlan::Entry &entry, const Command &command);
+};
+
+const EncodeTab::FormatRow EncodeTab::formatRows[] = {
+    {u"FLAC", true,
+     [](EncodeTab &tab, const OutputPlan::Entry &entry, const Command &command) {
+         return tab.encodeFLAC(entry.source, entry.folder, command.results, command.overwrite);
+     }},
+};
+
+EncodeTab::EncodeTab(TabHost &host)
+    : BaseTab(QStringLiteral("encode"), host)
+    , m_outputFormatMatrix({QStringLiteral("SHN"), QStringLiteral("WV"), flac, QStringLiteral("TTA"),
+                            QStringLiteral("APE"), QStringLiteral("M4A")},
+                           2)
+    , m_flacSlider(0, flacLevels, 5)
+    , m_apeSlider(apeFastest, apeSlowest, apeNormal, apeFastest)
+    , m_wavepackFormatMatrix({QStringLiteral("Fast"), QStringLiteral("High")}, 2)
+{
+    for (int index = 0; index < m_outputFormatMatrix.titles().size(); ++index) {
+        const QString &format = m_outputFormatMatrix.titles()[index];
+        const bool known =
+            std::ranges::any_of(formatRows, [&](const FormatRow &row) { return row.format == format; });
+        m_outputFormatMatrix.setAvailable(index, known);
+    }
+    Preferences &preferences = host.preferences();
+    m_outputFormatMatrix.tieTo(preferences, QStringLiteral("encodeOutputFormat"));
+    m_sourceEncodeButton.tieTo(preferences, QStringLiteral("encodeToSourceDirectory"));
+    m_flacSlider.tieTo(preferences, QStringLiteral("encodeFlacLevel"));
+    m_flacVerifyButton.tieTo(preferences, QStringLiteral("flacVerifyButton"));
+    m_flacKeepForeignMetadataButton.tieTo(preferences, QStringLiteral("flacKeepForeignMetadataButton"));
+    m_generateFFPButton.tieTo(preferences, QStringLiteral("flacGenerateFFPButton"));
+    connect(&m_outputFormatMatrix, &Control::changed, this, &EncodeTab::displayRelevantOptions);
+    EncodeTab::displayRelevantOptions();
+}
+
+void EncodeTab::displayRelevantOptions()
+{
+    const QString format = m_outputFormatMatrix.selectedTitle();
+    const bool isFlac = format == flac;
+    m_generateMD5Button.setEnabled(format == u"SHN");
+    m_flacVerifyButton.setEnabled(isFlac);
+    m_flacLaxButton.setEnabled(isFlac);
+    m_flacSlider.setEnabled(isFlac);
+    m_flacKeepForeignMetadataButton.setEnabled(isFlac);
+    m_generateFFPButton.setEnabled(isFlac);
+    m_apeSlider.setEnabled(format == u"APE");
+    m_wavepackFormatMatrix.setEnabled(format == u"WV");
+}
+
+bool EncodeTab::isFileClash(const QStringList &inputFiles, const QStringList &outputFiles)
+{
+    const QSet<QString> outputs(outputFiles.begin(), outputFiles.end());
+    return std::ranges::any_of(inputFiles,
+                               [&outputs](const QString &input) { return outputs.contains(input); });
+}
+
+void EncodeTab::executeCommand()
+{
+    const QString format = m_outputFormatMatrix.selectedTitle();
+    const auto *row =
+        std::ranges::find_if(formatRows, [&format](const FormatRow &each) { return each.format == format; });
+    if (fileList().isEmpty() || row == std::end(formatRows) ||
+        !confirmDeletion(m_deleteOriginalsButton.isOn())) {
+        return;
+    }
+    QString chosenFolder;
+    if (!m_sourceEncodeButton.isOn()) {
+        const auto chosen = chooseOutputFolder();
+        if (!chosen) {
+            return;
+        }
+        chosenFolder = *chosen;
+    }
+    const OutputPlan plan(fileNames(), chosenFolder, format.toLower());
+    bool overwrite = false;
+    if (mayWriteOutputs(format, plan, overwrite)) {
+        queueJobs(*row, plan, overwrite);
+        clearFiles();
+    }
+}
+
+bool EncodeTab::mayWriteOutputs(const QString &format, const OutputPlan &plan, bool &overwrite)
+{
+    if (const auto collision = plan.collision()) {
+        refuseClash(QStringLiteral("%1\n%2").arg(collision->first, collision->second));
+        return false;
+    }
+    if (format == flac) {
+        return confirmFlacOverwrite(plan, overwrite);
+    }
+    if (isFileClash(fileNames(), plan.outputs())) {
+        refuseClash({});
+        return false;
+    }
+    return true;
+}
+
+void EncodeTab::refuseClash(const QString &text)
+{
+    host().userInterface().alert(
+        QStringLiteral(
+            "One of the output files already exists and will be overwritten.  Select a different output "
+            "directory and try again"),
+        text, acknowledgeButton());
+}
+
+bool EncodeTab::confirmFlacOverwrite(const OutputPlan &plan, bool &overwrite)
+{
+    const auto byFolder = plan.outputsByFolder();
+    const bool clash = std::ranges::any_of(byFolder.asKeyValueRange(), [](const auto &group) {
+        return isFileClash(getFilesFromOutputDirectory(group.first, flac), group.second);
+    });
+    if (!clash) {
+        return true;
+    }
+    const int answer = host().userInterface().ask(
+        QStringLiteral(
+            "One of the output files already exists and will be overwritten.  Are you sure you want to "
+            "continue?"),
+        QString(), {QStringLiteral("No"), QStringLiteral("Yes")}, 0);
+    overwrite = answer == 1;
+    return overwrite;
+}
+
+void EncodeTab::addFollowUp(const QString &format, const OutputPlan &plan, KruvTaskResults &results)
+{
+    if (format == flac && m_generateFFPButton.isOn()) {
+        const QString name =
+            QStringLiteral("fingerprint.") + host().preferences().string(QStringLiteral("ffpExtension"));
+        results.setTaskAfterSetDone(
+            std::make_shared<CreateFFPTask>(&host().taskQueue(), plan.outputsByFolder(), name));
+    }
+}
+
+void EncodeTab::queueJobs(const FormatRow &row, const OutputPlan &plan, bool overwrite)
+{
+    const Command command{std::make_shared<KruvTaskResults>(), overwrite};
+    addFollowUp(row.format.toString(), plan, *command.results);
+    std::vector<std::shared_ptr<KruvTask>> jobs;
+    QStringList withoutJob;
+    for (const OutputPlan::Entry &entry : plan.entries()) {
+        auto job = row.make(*this, entry, command);
+        if (!job) {
+            withoutJob.append(entry.source);
+            continue;
+        }
+        if (row.inResultsSet) {
+            command.results->addTaskInSet(*job);
+        }
+        job->setDeleteOriginal(m_deleteOriginalsButton.isOn());
+        jobs.push_back(std::move(job));
+    }
+    reportWithoutJob(withoutJob, row.format.toString());
+    host().taskQueue().addTasks(jobs);
+}
+
+std::shared_ptr<KruvTask> EncodeTab::encodeFLAC(const QString &fileName, const QString &outputPath,
+                                                const std::shared_ptr<KruvTaskResults> &results,
+                                                bool overwrite)
+{
+    static const QStringList direct{QStringLiteral("WAV"), QStringLiteral("AIFF"), QStringLiteral("AIF"),
+                                    flac};
+    if (!direct.contains(PathNames::fileType(fileName))) {
+        return nullptr;
+    }
+    const FlacCommandLine::EncodeRequest request{
+        .source = fileName,
+        .output = PathNames::outputPath(outputPath, fileName, QStringLiteral("flac")),
+        .level = m_flacSlider.value(),
+        .lax = m_flacLaxButton.isOn(),
+        .keepForeignMetadata = m_flacKeepForeignMetadataButton.isOn(),
+        .verify = m_flacVerifyButton.isOn(),
+        .overwrite = overwrite,
+    };
+    return std::make_shared<EncodeFlacTask>(fileName, &host().taskQueue(),
+                                            pathToCommandLineTools() + QStringLiteral("/flac"),
+                                            FlacCommandLine::encode(request), results);
+}
+
+} // namespace kruv

@@ -1,0 +1,47 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <QString>
+#include <QStringView>
+
+#include <optional>
+
+/// Readers of what the flac tool prints. Pieces are cleaned (ToolOutput::cleaned) beforehand.
+namespace kruv::FlacOutput {
+
+struct EncodeProgress
+{
+    /// As printed, for example "42".
+    QString percentageText;
+    /// The same as a number; -1 where the piece has no percentage.
+    double percentage = -1.0;
+    /// "ratio=0.581", or empty.
+    QString ratioText;
+};
+
+/// `name` is the source's file name, which the tool prints first and which may itself hold "%" or ": ".
+EncodeProgress encodeProgress(QStringView piece, QStringView name);
+
+/// Percentage of a decode, where the piece holds one.
+std::optional<double> decodeProgress(QStringView piece, QStringView name);
+
+/// True when a decode that goes on through errors says that it met one.
+bool reportsDamage(QStringView piece);
+
+struct VerifyReport
+{
+    /// Lines for the file's report.
+    QString lines;
+    /// Set where the status line is to change; -1 for a piece that can't be read.
+    std::optional<double> percentage;
+};
+
+VerifyReport verifyReport(QStringView piece, const QString &name);
+
+/// The part of a line-wise report that is worth keeping: the last line that contains `marker` and all lines
+/// after it, or the whole report where no line does.
+QString condensed(const QString &report, QStringView marker);
+
+} // namespace kruv::FlacOutput

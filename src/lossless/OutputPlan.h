@@ -1,0 +1,40 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <QHash>
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+#include <vector>
+
+namespace kruv {
+
+/// Where each file of a command would be written: beside its source, or into one chosen folder.
+class OutputPlan
+{
+public:
+    struct Entry
+    {
+        QString source;
+        QString folder;
+        QString output;
+    };
+
+    /// `chosenFolder` empty means beside each source.
+    OutputPlan(const QStringList &sources, const QString &chosenFolder, const QString &extension);
+
+    const std::vector<Entry> &entries() const { return m_entries; }
+    QStringList outputs() const;
+    /// Outputs grouped by their folder, in list order.
+    QHash<QString, QStringList> outputsByFolder() const;
+    /// Two sources that would give the same output: writing both would lose one.
+    std::optional<std::pair<QString, QString>> collision() const;
+
+private:
+    std::vector<Entry> m_entries;
+};
+
+} // namespace kruv

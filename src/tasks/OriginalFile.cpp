@@ -1,0 +1,32 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "tasks/OriginalFile.h"
+
+#include "app/Util.h"
+#include "tasks/KruvTask.h"
+#include "tasks/OutputWatch.h"
+#include "tasks/TaskCompletionSink.h"
+
+namespace kruv::OriginalFile {
+
+void deleteAfterSuccess(KruvTask &task, const QString &source, const OutputWatch &output)
+{
+    if (!task.deleteOriginal() || task.error() || task.cancelled() || !task.queue()) {
+        return;
+    }
+    if (output.written()) {
+        Util::deleteFile(source, task.queue()->preferences());
+    } else {
+        keep(task, source, QStringLiteral("its output is missing, empty or was not written by this job"));
+    }
+}
+
+void keep(KruvTask &task, const QString &source, const QString &reason)
+{
+    task.setError(true);
+    task.results()->appendResults(QStringLiteral("The original %1 was kept: %2.\n").arg(source, reason),
+                                  task);
+}
+
+} // namespace kruv::OriginalFile

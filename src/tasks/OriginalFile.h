@@ -1,0 +1,24 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <QString>
+
+namespace kruv {
+
+class KruvTask;
+class OutputWatch;
+
+namespace OriginalFile {
+
+/// The last step of a conversion: deletes `source` when the job was asked to and neither failed nor was
+/// cancelled. When the output turns out to be missing, empty or older than the job, the source stays and the
+/// job fails, saying so.
+void deleteAfterSuccess(KruvTask &task, const QString &source, const OutputWatch &output);
+
+/// Keeps the source of a job that was asked to delete it, fails the job and says why.
+void keep(KruvTask &task, const QString &source, const QString &reason);
+
+} // namespace OriginalFile
+} // namespace kruv

@@ -1,0 +1,25 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <QString>
+#include <QStringView>
+
+/// What the readers of tool output share. Pure functions on one piece of output.
+namespace kruv::ToolOutput {
+
+/// Less backspaces (U+0008) at both ends.
+QStringView withoutBackspaces(QStringView piece);
+/// Less backspaces, then white space and line breaks, at both ends.
+QStringView cleaned(QStringView piece);
+/// Less a leading "<name>:", so that a "%" or ": " in a file's name is not taken for the tool's own.
+QStringView withoutLeadingName(QStringView piece, QStringView name);
+/// The number the text begins with (blanks before it allowed), 0 where there is none. Never depends on the
+/// locale.
+double leadingNumber(QStringView text);
+/// The part after the first ": " where there is one, cut before its first "%"; else the text before the first
+/// "%".
+QStringView percentageText(QStringView piece);
+
+} // namespace kruv::ToolOutput
