@@ -159,7 +159,7 @@ QStringList make(const QString &folder)
                                  .arg(index + 1, 2, 10, QLatin1Char('0'))
                                  .arg(QLatin1StringView(tracks[index].title));
         writeFile(path, aiffOf(audioOf(tracks[index])));
-        if (!TagLibTagsHelper().writeTagsForAIFFFile(path, tagsOf(index))) {
+        if (!TagLibTagsHelper().writeTagsForAIFFFile(path, *tagsOf(index))) {
             throw std::runtime_error(QStringLiteral("%1: the tags could not be written").arg(path).toStdString());
         }
         made.append(path);
