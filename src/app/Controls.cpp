@@ -50,7 +50,7 @@ void ToggleControl::setOn(bool on)
 
 void ToggleControl::loadValue(Preferences &preferences, const QString &key)
 {
-    setOn(preferences.integer(key) != 0);
+    setOn(preferences.boolean(key));
 }
 
 ChoiceControl::ChoiceControl(const QStringList &titles, int columns, QObject *parent)
@@ -91,7 +91,9 @@ bool ChoiceControl::selectTitle(const QString &title)
 
 void ChoiceControl::loadValue(Preferences &preferences, const QString &key)
 {
-    select(preferences.integer(key));
+    if (const int stored = preferences.integer(key); stored >= 0 && stored < m_titles.size()) {
+        select(stored);
+    }
 }
 
 NumberControl::NumberControl(int minimum, int maximum, int value, int step, QObject *parent)

@@ -61,7 +61,8 @@ private:
     bool m_on = false;
 };
 
-/// A grid of titles of which one is selected, or none. Stored as row times columns plus column.
+/// A grid of titles of which one is selected, or none. Stored as row times columns plus column; a stored
+/// value outside the grid leaves the selection as it is.
 class ChoiceControl : public Control
 {
     Q_OBJECT

@@ -96,7 +96,13 @@ QVariant Preferences::value(const QString &key) const
 
 int Preferences::integer(const QString &key) const
 {
-    return value(key).toInt();
+    bool isNumber = false;
+    const int stored = value(key).toInt(&isNumber);
+    if (isNumber) {
+        return stored;
+    }
+    const RegisteredDefault *entry = registeredDefault(key);
+    return entry ? entry->value.toInt() : 0;
 }
 
 bool Preferences::boolean(const QString &key) const

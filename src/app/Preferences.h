@@ -34,6 +34,7 @@ public:
     /// The per-user file that the program uses.
     static QString userFile();
 
+    /// The registered default where the store holds something that is no number.
     int integer(const QString &key) const;
     bool boolean(const QString &key) const;
     QString string(const QString &key) const;

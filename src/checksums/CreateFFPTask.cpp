@@ -45,10 +45,15 @@ void CreateFFPTask::doStartTask()
             setError(true);
         }
     }
+    stopTask();
+}
+
+void CreateFFPTask::stopTask()
+{
     if (!error()) {
         results()->setHasResults(false);
     }
-    stopTask();
+    KruvTask::stopTask();
     notifyQueue();
 }
 

@@ -18,6 +18,7 @@ public:
     CreateFFPTask(TaskCompletionSink *queue, QHash<QString, QStringList> files, const QString &ffpName);
 
     void startTask() override;
+    void stopTask() override;
     QString outputPath() const override;
 
 private:

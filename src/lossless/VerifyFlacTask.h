@@ -21,6 +21,7 @@ public:
 protected:
     void processTaskOutput(const QString &text) override;
     void willEnd() override;
+    void neverRan() override { cleanup(); }
     void cleanup() override;
 
 private:

@@ -25,7 +25,15 @@ KruvAsyncNSTask::KruvAsyncNSTask(TaskCompletionSink *queue, const QString &launc
 {
 }
 
-KruvAsyncNSTask::~KruvAsyncNSTask() = default;
+KruvAsyncNSTask::~KruvAsyncNSTask()
+{
+    if (m_process) {
+        // The tool is ended with the job; nobody is left to hear of it.
+        m_process->disconnect();
+        m_process->kill();
+        m_process->waitForFinished();
+    }
+}
 
 void KruvAsyncNSTask::appendToPATH(const QString &folder)
 {
@@ -36,9 +44,8 @@ void KruvAsyncNSTask::startTask()
 {
     showRunningRow();
     ToolCatalog::requireLaunchable(m_launchPath);
-    m_environment.insert(QStringLiteral("NSUnbufferedIO"), QStringLiteral("YES"));
     m_process = std::make_unique<QProcess>();
-    m_process->setProcessEnvironment(m_environment);
+    m_process->setProcessEnvironment(ToolEnvironment::unbuffered(m_environment));
     if (!m_currentDirectoryPath.isEmpty()) {
         m_process->setWorkingDirectory(m_currentDirectoryPath);
     }
@@ -74,23 +81,27 @@ void KruvAsyncNSTask::readAvailable()
 void KruvAsyncNSTask::childFailedToStart()
 {
     m_ending = true;
-    m_childEnded = true;
     MainThread::post([self = shared_from_this(), this] { m_process.reset(); });
-    failToStart(ToolCatalog::missingToolMessage(m_launchPath) + u' ' + m_process->errorString());
+    failToStart(ToolCatalog::launchFailureMessage(m_launchPath, m_process->errorString()));
 }
 
 void KruvAsyncNSTask::childFinished(int exitStatus, bool crashed)
 {
     m_childEnded = true;
+    // The process object is in the middle of emitting a signal: it goes when the event loop is back.
+    MainThread::post([self = shared_from_this(), this, exitStatus, crashed] {
+        judge(exitStatus, crashed);
+        m_process.reset();
+        stopTask();
+    });
+}
+
+void KruvAsyncNSTask::judge(int exitStatus, bool crashed)
+{
     if (!cancelled() && exitStatus != 0) {
         setError(true);
         describeSilentFailure(exitStatus, crashed);
     }
-    // The process object is in the middle of emitting a signal: it goes when the event loop is back.
-    MainThread::post([self = shared_from_this(), this] {
-        m_process.reset();
-        stopTask();
-    });
 }
 
 void KruvAsyncNSTask::describeSilentFailure(int exitStatus, bool crashed)
@@ -112,6 +123,11 @@ void KruvAsyncNSTask::processTaskOutput(const QString &text)
     appendResults(text);
 }
 
+void KruvAsyncNSTask::neverRan()
+{
+    results()->setHasResults(false);
+}
+
 void KruvAsyncNSTask::cancelTask()
 {
     if (cancelled() && m_process) {
@@ -130,8 +146,8 @@ void KruvAsyncNSTask::stopTask()
     m_ending = true;
     willEnd();
     markDone();
-    if (!wasStarted()) {
-        cleanup();
+    if (!m_childEnded) {
+        neverRan();
         finish();
         return;
     }
@@ -139,8 +155,7 @@ void KruvAsyncNSTask::stopTask()
         try {
             cleanup();
         } catch (const std::exception &failure) {
-            appendResults(QString::fromUtf8(failure.what()) + u'\n');
-            setError(true);
+            fail(QString::fromUtf8(failure.what()));
         }
         MainThread::post([self, this] { finish(); });
     });

@@ -42,8 +42,11 @@ protected:
     virtual void processTaskOutput(const QString &text);
     /// Runs once, when the tool has ended or a waiting job was cancelled, before anything else. Main thread.
     virtual void willEnd() {}
-    /// Outcome work: tags, renames, deletion of the original. After a run on a pool thread, so it may block;
-    /// on the main thread for a job that was cancelled while it waited. What it throws fails the job.
+    /// Takes the place of cleanup() for a job that was cancelled while it waited: such a job has nothing to
+    /// show. Reports that list every file of their set say so there instead. Main thread.
+    virtual void neverRan();
+    /// Outcome work after the tool ended: tags, renames, deletion of the original. On a pool thread, so it
+    /// may block. Not called for a job whose tool never ran. What it throws fails the job.
     virtual void cleanup() {}
     /// Runs after the set's bookkeeping, before the queue is told. Main thread.
     virtual void finalCleanup() {}
@@ -53,9 +56,9 @@ private:
     void readAvailable();
     void childFailedToStart();
     void childFinished(int exitStatus, bool crashed);
+    void judge(int exitStatus, bool crashed);
     void describeSilentFailure(int exitStatus, bool crashed);
     void finish();
-    bool wasStarted() const { return m_childEnded; }
 
     QString m_launchPath;
     QStringList m_arguments;

@@ -27,10 +27,15 @@ void KruvAsyncNSTaskFileOutputRedirection::startTask()
     KruvAsyncNSTask::startTask();
 }
 
-void KruvAsyncNSTaskFileOutputRedirection::willEnd()
+void KruvAsyncNSTaskFileOutputRedirection::cleanup()
 {
-    TextFile::write(m_fileName, results()->results());
-    results()->setHasResults(false);
+    if (TextFile::write(m_fileName, results()->results())) {
+        results()->setHasResults(false);
+    } else {
+        fail(QStringLiteral("The file %1 could not be written: check that its folder exists, can be written "
+                            "and has room.")
+                 .arg(m_fileName));
+    }
 }
 
 } // namespace kruv

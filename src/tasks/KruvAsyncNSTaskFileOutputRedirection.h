@@ -8,7 +8,8 @@
 namespace kruv {
 
 /// Runs a tool and keeps the set's whole text in a file (UTF-8, written atomically) instead of a results
-/// window.
+/// window. A job that was cancelled while it waited leaves the file alone; one whose file can't be written
+/// fails.
 class KruvAsyncNSTaskFileOutputRedirection : public KruvAsyncNSTask
 {
 public:
@@ -24,7 +25,8 @@ public:
     QString outputPath() const override { return m_fileName; }
 
 protected:
-    void willEnd() override;
+    /// Subclasses with outcome work of their own call this one first.
+    void cleanup() override;
 
 private:
     QString m_fileName;

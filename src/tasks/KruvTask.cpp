@@ -9,6 +9,8 @@
 
 #include <QLoggingCategory>
 
+#include <exception>
+
 namespace kruv {
 
 namespace {
@@ -80,10 +82,17 @@ QString KruvTask::description() const
     return title();
 }
 
-void KruvTask::failToStart(const QString &reason)
+void KruvTask::fail(const QString &reason)
 {
     appendResults(reason + u'\n');
-    setError(true);
+    if (!m_cancelled) {
+        m_error = true;
+    }
+}
+
+void KruvTask::failToStart(const QString &reason)
+{
+    fail(reason);
     KruvTask::stopTask();
     MainThread::post([self = shared_from_this()] { self->notifyQueue(); });
 }
@@ -94,12 +103,22 @@ void KruvTask::runInBackground(std::function<void()> work)
         try {
             work();
         } catch (const std::exception &failure) {
-            self->appendResults(QString::fromUtf8(failure.what()) + u'\n');
-            self->setError(true);
-            self->stopTask();
-            self->notifyQueue();
+            self->fail(QString::fromUtf8(failure.what()));
+            self->endAfterException();
         }
     });
+}
+
+void KruvTask::endAfterException()
+{
+    try {
+        stopTask();
+    } catch (const std::exception &failure) {
+        // What failed may be the subclass's own outcome work: without it, then, but never without an end.
+        fail(QString::fromUtf8(failure.what()));
+        KruvTask::stopTask();
+        notifyQueue();
+    }
 }
 
 void KruvTask::notifyQueue()

@@ -37,8 +37,8 @@ public:
     virtual void startTask();
     /// Marks the job cancelled and runs stopTask(); does nothing to a job that has ended. Main thread.
     virtual void cancelTask();
-    /// The end-of-job step: flags, set bookkeeping, follow-up job, final row. Does not tell the queue. Any
-    /// thread.
+    /// The end-of-job step: flags, set bookkeeping, follow-up job, final row. Does not tell the queue: a
+    /// subclass extends it with its outcome work before and notifyQueue() after. Any thread.
     virtual void stopTask();
     /// Text that identifies the job in logs.
     virtual QString description() const;
@@ -99,14 +99,17 @@ protected:
     void markDone();
     void showRunningRow();
     /// Submits `work` to the shared background pool; the job stays alive until it returns. An exception that
-    /// leaves `work` fails the job and ends it.
+    /// leaves `work` fails the job, says why in its results and ends it through stopTask().
     void runInBackground(std::function<void()> work);
+    /// Appends `reason` and marks the job failed, unless it was cancelled.
+    void fail(const QString &reason);
     /// Tells the queue on the main thread, waiting for it.
     void notifyQueue();
     void rowChanged();
 
 private:
     void doStartTaskOnMainThread();
+    void endAfterException();
 
     TaskCompletionSink *const m_queue;
     std::atomic<bool> m_active = false;

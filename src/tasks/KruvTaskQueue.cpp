@@ -25,20 +25,28 @@ KruvTaskQueue::KruvTaskQueue(Preferences &preferences, UserInterface &userInterf
     : m_preferences(preferences)
     , m_userInterface(userInterface)
     , m_power(power)
-    , m_maxThreads(preferences.integer(QStringLiteral("maxThreads")))
 {
+    setMaxThreads(preferences.integer(QStringLiteral("maxThreads")));
     connect(&preferences, &Preferences::kruvMaxThreadsChangedNotification, this,
             &KruvTaskQueue::setMaxThreads);
 }
 
 KruvTaskQueue::~KruvTaskQueue() = default;
 
+void KruvTaskQueue::setMaxThreads(int maxThreads)
+{
+    m_maxThreads = std::max(1, maxThreads);
+}
+
 void KruvTaskQueue::addTask(std::shared_ptr<KruvTask> task)
 {
+    if (m_quitting) {
+        return;
+    }
     m_userInterface.showStatusPanel();
     const std::lock_guard lock(m_lock);
     const Ticket ticket = m_nextTicket++;
-    m_taskArray.emplace(ticket, task);
+    Entry &entry = m_taskArray.emplace(ticket, Entry{task}).first->second;
     m_ticketOfTask.emplace(task.get(), ticket);
     setTaskNumberInDock();
     m_panelArray.append(task);
@@ -46,7 +54,7 @@ void KruvTaskQueue::addTask(std::shared_ptr<KruvTask> task)
         preventSleep();
     }
     if (m_activeTask < m_maxThreads) {
-        startAndCount(task);
+        startAndCount(entry);
     }
 }
 
@@ -67,22 +75,26 @@ void KruvTaskQueue::startTask(const std::shared_ptr<KruvTask> &task)
     Q_EMIT taskStarted(*task);
 }
 
-void KruvTaskQueue::startAndCount(const std::shared_ptr<KruvTask> &task)
+void KruvTaskQueue::startAndCount(Entry &entry)
 {
-    startTask(task);
-    m_lowestActivePosition = std::max(m_lowestActivePosition, m_panelArray.rowOf(*task));
+    entry.started = true;
+    ++m_startedJobs;
     ++m_activeTask;
+    startTask(entry.task);
+    m_lowestActivePosition = std::max(m_lowestActivePosition, m_panelArray.rowOf(*entry.task));
 }
 
-std::shared_ptr<KruvTask> KruvTaskQueue::takeFromQueue(KruvTask &task)
+bool KruvTaskQueue::takeFromQueue(const KruvTask &task)
 {
     const auto found = m_ticketOfTask.find(&task);
     if (found == m_ticketOfTask.end()) {
-        return nullptr;
+        return false;
     }
-    std::shared_ptr<KruvTask> taken = std::move(m_taskArray.extract(found->second).mapped());
+    if (m_taskArray.extract(found->second).mapped().started) {
+        --m_startedJobs;
+    }
     m_ticketOfTask.erase(found);
-    return taken;
+    return true;
 }
 
 void KruvTaskQueue::taskCompleted(KruvTask &task)
@@ -94,7 +106,7 @@ try {
         if (task.isDone()) {
             --m_activeTask;
         }
-        ended = takeFromQueue(task) != nullptr;
+        ended = takeFromQueue(task);
         setTaskNumberInDock();
         if (!m_cancellingAll) {
             fillFreePlaces();
@@ -104,7 +116,7 @@ try {
     if (ended) {
         Q_EMIT taskEnded(task);
     }
-    if (m_activeTask < 1 && !m_cancellingAll && runningJobs() == 0) {
+    if (m_activeTask < 1 && m_startedJobs == 0 && !m_cancellingAll) {
         endBusyPeriod();
     }
     showResultsOf(task);
@@ -117,18 +129,12 @@ void KruvTaskQueue::fillFreePlaces()
     // A start never completes a job at once, so the map doesn't change below this walk.
     for (auto entry = m_taskArray.begin(); entry != m_taskArray.end() && m_activeTask < m_maxThreads;
          ++entry) {
-        const std::shared_ptr<KruvTask> &task = entry->second;
-        if (!task->isActive() && !task->isDone()) {
-            startAndCount(task);
+        const KruvTask &task = *entry->second.task;
+        if (!task.isActive() && !task.isDone()) {
+            startAndCount(entry->second);
             m_userInterface.showStatusPanel();
         }
     }
-}
-
-int KruvTaskQueue::runningJobs() const
-{
-    return static_cast<int>(
-        std::ranges::count_if(m_taskArray, [](const auto &entry) { return entry.second->isActive(); }));
 }
 
 void KruvTaskQueue::endBusyPeriod()
@@ -162,6 +168,9 @@ void KruvTaskQueue::showOutputWindow(const QString &text, const QString &title)
 
 void KruvTaskQueue::taskRowChanged(KruvTask &task)
 {
+    if (m_panelArray.rowOf(task) < 0) {
+        return; // a job that is still being made, or whose row is gone
+    }
     m_panelArray.taskChanged(task);
     Q_EMIT taskChanged(task);
 }
@@ -181,7 +190,7 @@ void KruvTaskQueue::cancelAllTasks()
 {
     std::vector<std::shared_ptr<KruvTask>> tasks;
     for (const auto &entry : m_taskArray) {
-        tasks.push_back(entry.second);
+        tasks.push_back(entry.second.task);
     }
     // Each cancelled waiting job lowers the count of running ones; without the guard the walk would start
     // half of the jobs that it is about to cancel.
@@ -190,7 +199,7 @@ void KruvTaskQueue::cancelAllTasks()
         task->cancelTask();
     }
     m_cancellingAll = false;
-    m_activeTask = runningJobs();
+    m_activeTask = m_startedJobs;
     if (m_activeTask < 1 && !tasks.empty()) {
         endBusyPeriod();
     }
@@ -198,6 +207,7 @@ void KruvTaskQueue::cancelAllTasks()
 
 void KruvTaskQueue::killAllTasks()
 {
+    m_quitting = true;
     cancelAllTasks();
 }
 

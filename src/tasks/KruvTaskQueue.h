@@ -48,11 +48,13 @@ public:
     StatusTableModel &panelArray() { return m_panelArray; }
 
     /// Cancels every job, last to first. Nothing new is started on the way.
-    void killAllTasks();
     void cancelAllTasks();
+    /// The same for good, before the program ends: follow-up jobs that come after it are refused too.
+    void killAllTasks();
     /// Drops the failed rows from the status table.
     void removeAllErrors();
-    void setMaxThreads(int maxThreads) { m_maxThreads = maxThreads; }
+    /// Counts from the next start; less than one job at once would be none for ever and becomes one.
+    void setMaxThreads(int maxThreads);
 
     void preventSleep();
     void allowSleep();
@@ -66,12 +68,16 @@ Q_SIGNALS:
 
 private:
     using Ticket = std::uint64_t;
+    struct Entry
+    {
+        std::shared_ptr<KruvTask> task;
+        bool started = false;
+    };
 
     void startTask(const std::shared_ptr<KruvTask> &task);
-    void startAndCount(const std::shared_ptr<KruvTask> &task);
+    void startAndCount(Entry &entry);
     void fillFreePlaces();
-    std::shared_ptr<KruvTask> takeFromQueue(KruvTask &task);
-    int runningJobs() const;
+    bool takeFromQueue(const KruvTask &task);
     void endBusyPeriod();
     void showResultsOf(const KruvTask &task);
     void showOutputWindow(const QString &text, const QString &title);
@@ -82,15 +88,17 @@ private:
     PowerManager *const m_power;
 
     mutable std::recursive_mutex m_lock;
-    std::map<Ticket, std::shared_ptr<KruvTask>> m_taskArray; // in submission order
+    std::map<Ticket, Entry> m_taskArray; // in submission order
     std::unordered_map<const KruvTask *, Ticket> m_ticketOfTask;
     Ticket m_nextTicket = 0;
     StatusTableModel m_panelArray;
 
-    int m_activeTask = 0;
-    int m_maxThreads;
+    int m_activeTask = 0;  // what the limit is held against; see the class comment
+    int m_startedJobs = 0; // entries of m_taskArray that were started
+    int m_maxThreads = 1;
     int m_lowestActivePosition = 0;
     bool m_cancellingAll = false;
+    bool m_quitting = false;
     std::uint32_t m_assertionId = 0;
     bool m_noSleep = false;
 };

@@ -5,14 +5,17 @@
 
 #include "tasks/KruvTask.h"
 
+#include <algorithm>
+
 namespace kruv {
 
 void KruvTaskResults::addTaskInSet(const KruvTask &task)
 {
     const std::lock_guard lock(m_resultsLock);
-    m_indexOfTask.emplace(&task, m_tasksInSet.size());
-    m_tasksInSet.emplace_back();
-    ++m_unfinished;
+    if (m_indexOfTask.emplace(&task, m_tasksInSet.size()).second) {
+        m_tasksInSet.emplace_back();
+        ++m_unfinished;
+    }
 }
 
 std::size_t KruvTaskResults::taskCount() const
@@ -32,14 +35,24 @@ void KruvTaskResults::append(Entry &entry, const QString &text)
     if (entry.truncated) {
         return;
     }
-    const qsizetype room = maxTextLength - entry.text.size();
+    const qsizetype room =
+        std::max<qsizetype>(0, std::min(maxTextLength - entry.text.size(), maxSetLength - m_setLength));
     if (text.size() <= room) {
         entry.text += text;
+        m_setLength += text.size();
         return;
     }
     entry.text += QStringView(text).left(room);
+    m_setLength += room;
     entry.text += QStringLiteral("\n[The rest of this output was left out.]\n");
     entry.truncated = true;
+}
+
+void KruvTaskResults::replace(Entry &entry, const QString &text)
+{
+    m_setLength += text.size() - entry.text.size();
+    entry.text = text;
+    entry.truncated = false;
 }
 
 void KruvTaskResults::appendResults(const QString &text)
@@ -62,7 +75,7 @@ void KruvTaskResults::setResults(const QString &text)
 {
     const std::lock_guard lock(m_resultsLock);
     if (!m_tasksInSet.empty()) {
-        m_tasksInSet.front().text = text;
+        replace(m_tasksInSet.front(), text);
     }
     m_hasResults = true;
 }
@@ -71,7 +84,7 @@ void KruvTaskResults::setResults(const QString &text, const KruvTask &task)
 {
     const std::lock_guard lock(m_resultsLock);
     if (Entry *entry = entryFor(task)) {
-        entry->text = text;
+        replace(*entry, text);
     }
     m_hasResults = true;
 }

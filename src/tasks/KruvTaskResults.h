@@ -22,7 +22,10 @@ public:
     /// Longest text kept for one job, in UTF-16 units. What a flooding tool prints beyond it is left out, and
     /// said so.
     static constexpr qsizetype maxTextLength = 4 * 1024 * 1024;
+    /// The same for the texts of all jobs together, so that ten thousand flooding tools fill no memory.
+    static constexpr qsizetype maxSetLength = 16 * maxTextLength;
 
+    /// Adding a job that is in the set already does nothing.
     void addTaskInSet(const KruvTask &task);
     std::size_t taskCount() const;
 
@@ -56,12 +59,14 @@ private:
     };
 
     Entry *entryFor(const KruvTask &task);
-    static void append(Entry &entry, const QString &text);
+    void append(Entry &entry, const QString &text);
+    void replace(Entry &entry, const QString &text);
 
     mutable std::mutex m_resultsLock;
     std::vector<Entry> m_tasksInSet;
     std::unordered_map<const KruvTask *, std::size_t> m_indexOfTask; // compared only, never followed
     std::size_t m_unfinished = 0;
+    qsizetype m_setLength = 0;
     bool m_taskSetDone = false;
     bool m_hasResults = true;
     std::shared_ptr<KruvTask> m_taskAfterSetDone;

@@ -24,16 +24,15 @@ void NSTaskWrapperSync::appendToPATH(const QString &folder)
 
 void NSTaskWrapperSync::runTask()
 {
-    m_environment.insert(QStringLiteral("NSUnbufferedIO"), QStringLiteral("YES"));
     QProcess process;
-    process.setProcessEnvironment(m_environment);
+    process.setProcessEnvironment(ToolEnvironment::unbuffered(m_environment));
     if (!m_currentDirectoryPath.isEmpty()) {
         process.setWorkingDirectory(m_currentDirectoryPath);
     }
     ToolEnvironment::prepare(process);
     process.start(m_launchPath, m_arguments, QIODevice::ReadOnly);
     if (!process.waitForStarted(-1)) {
-        m_totalOutput = ToolCatalog::missingToolMessage(m_launchPath);
+        m_totalOutput = ToolCatalog::launchFailureMessage(m_launchPath, process.errorString());
         return;
     }
     process.waitForFinished(-1);

@@ -7,6 +7,7 @@
 #include <QThreadPool>
 
 #include <limits>
+#include <memory>
 
 namespace kruv::TaskPool {
 
@@ -14,13 +15,12 @@ namespace {
 
 QThreadPool &pool()
 {
-    static QThreadPool instance;
-    static const bool sized = [] {
-        instance.setMaxThreadCount(std::numeric_limits<int>::max());
-        return true;
+    static const std::unique_ptr<QThreadPool> instance = [] {
+        auto made = std::make_unique<QThreadPool>();
+        made->setMaxThreadCount(std::numeric_limits<int>::max());
+        return made;
     }();
-    Q_UNUSED(sized)
-    return instance;
+    return *instance;
 }
 
 } // namespace
@@ -33,8 +33,12 @@ void start(std::function<void()> work)
 void drain()
 {
     constexpr int pollMilliseconds = 10;
-    while (!pool().waitForDone(pollMilliseconds)) {
+    bool idle = false;
+    while (!idle) {
+        const bool workDone = pool().waitForDone(pollMilliseconds);
+        // What the work posted may bring new work.
         QCoreApplication::processEvents();
+        idle = workDone && pool().activeThreadCount() == 0;
     }
 }
 

@@ -10,7 +10,8 @@ namespace kruv::TaskPool {
 /// Runs `work` on the shared background pool: one thread per running job, never fewer than the queue starts.
 void start(std::function<void()> work);
 
-/// Waits until the pool is idle while the main thread goes on serving events (jobs post to it). Main thread.
+/// Waits until the pool is idle and what its work posted is done, while the main thread goes on serving
+/// events (jobs post to it). Main thread.
 void drain();
 
 } // namespace kruv::TaskPool

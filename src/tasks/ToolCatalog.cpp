@@ -79,6 +79,15 @@ QString missingToolMessage(const QString &launchPath)
     return message;
 }
 
+QString launchFailureMessage(const QString &launchPath, const QString &problem)
+{
+    if (!isLaunchable(launchPath)) {
+        return missingToolMessage(launchPath);
+    }
+    return QStringLiteral("The tool \"%1\" at %2 could not be started: %3")
+        .arg(QFileInfo(launchPath).fileName(), launchPath, problem);
+}
+
 void requireLaunchable(const QString &launchPath)
 {
     if (!isLaunchable(launchPath)) {

@@ -38,6 +38,9 @@ std::span<const ToolInfo> all();
 /// brings it.
 QString missingToolMessage(const QString &launchPath);
 
+/// The same for a tool that is there, but that the system would not start for the reason `problem`.
+QString launchFailureMessage(const QString &launchPath, const QString &problem);
+
 /// Throws std::runtime_error with missingToolMessage() unless `launchPath` is an executable file.
 void requireLaunchable(const QString &launchPath);
 

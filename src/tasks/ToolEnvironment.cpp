@@ -78,6 +78,12 @@ void appendToPath(QProcessEnvironment &environment, const QString &folder)
     environment.insert(key, environment.value(key) + u':' + folder);
 }
 
+QProcessEnvironment unbuffered(QProcessEnvironment environment)
+{
+    environment.insert(QStringLiteral("NSUnbufferedIO"), QStringLiteral("YES"));
+    return environment;
+}
+
 void prepare(QProcess &process)
 {
     process.setProcessChannelMode(QProcess::MergedChannels);

@@ -18,6 +18,9 @@ QProcessEnvironment base();
 /// PATH = its current value, ":", `folder`.
 void appendToPath(QProcessEnvironment &environment, const QString &folder);
 
+/// `environment` with NSUnbufferedIO = YES, which asks tools that know it not to hold back their output.
+QProcessEnvironment unbuffered(QProcessEnvironment environment);
+
 /// Joins standard output and error, decides what standard input is (inherited where a person sits at a
 /// terminal, else /dev/null, so that no tool waits for an answer nobody can give), keeps Ctrl-C for the
 /// program itself, and lets the tool end when the program dies.

@@ -1,0 +1,93 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "cli/CliUserInterface.h"
+
+#include "cli/Console.h"
+#include "cli/UsageError.h"
+
+#include <QDir>
+
+namespace kruv {
+
+namespace {
+
+/// A question and the flag that says yes to it.
+struct Answer
+{
+    QStringView titleStart;
+    bool CommonOptions::*flag;
+    const char *flagName;
+};
+
+constexpr Answer answers[] = {
+    {u"You have chosen to delete the original files.", &CommonOptions::yes, "--yes"},
+    {u"One of the output files already exists", &CommonOptions::overwrite, "--overwrite"},
+};
+
+} // namespace
+
+CliUserInterface::CliUserInterface(const CommonOptions &options)
+    : m_options(options)
+{
+}
+
+int CliUserInterface::ask(const QString &title, const QString &, const QStringList &buttons, int)
+{
+    for (const Answer &answer : answers) {
+        if (!title.startsWith(answer.titleStart)) {
+            continue;
+        }
+        if (m_options.*answer.flag) {
+            return static_cast<int>(buttons.indexOf(QStringLiteral("Yes")));
+        }
+        throw UsageError(QStringLiteral("%1 Add %2 to say yes.").arg(title, QLatin1StringView(answer.flagName)));
+    }
+    throw UsageError(title);
+}
+
+void CliUserInterface::alert(const QString &title, const QString &text, const QString &)
+{
+    ++m_alerts;
+    Console::complain(title);
+    const QStringList lines = text.split(u'\n', Qt::SkipEmptyParts);
+    for (const QString &line : lines) {
+        Console::writeError(QStringLiteral("  %1\n").arg(Console::printable(line)));
+    }
+}
+
+std::optional<QString> CliUserInterface::chooseFolder(const QString &)
+{
+    if (m_options.output.empty()) {
+        throw UsageError(
+            QStringLiteral("Say where the output goes: --output DIR, or --beside-source for next to each source."));
+    }
+    return QDir::cleanPath(QDir().absoluteFilePath(QString::fromStdString(m_options.output)));
+}
+
+QStringList CliUserInterface::chooseFiles(const QString &, const QString &)
+{
+    throw UsageError(QStringLiteral("Name the files on the command line."));
+}
+
+std::optional<QString> CliUserInterface::savePath(const QString &, const QString &, const QString &)
+{
+    throw UsageError(QStringLiteral("Say where to save the file."));
+}
+
+std::optional<QString> CliUserInterface::enterText(const QString &title, const QString &, const QString &)
+{
+    throw UsageError(title);
+}
+
+std::optional<TrimCharsObject> CliUserInterface::trimCharacters()
+{
+    return std::nullopt;
+}
+
+void CliUserInterface::openResultsWindow(const QString &text, const QString &title)
+{
+    Q_EMIT resultsReady(title, text);
+}
+
+} // namespace kruv

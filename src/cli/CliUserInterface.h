@@ -1,0 +1,50 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "app/UserInterface.h"
+#include "cli/CommonOptions.h"
+
+#include <QObject>
+
+namespace kruv {
+
+/// Answers the engine's questions from the command's flags. A question that no flag answers throws UsageError, which names
+/// the flag; nothing has been started by then.
+class CliUserInterface : public QObject, public UserInterface
+{
+    Q_OBJECT
+public:
+    explicit CliUserInterface(const CommonOptions &options);
+
+    int ask(const QString &title, const QString &text, const QStringList &buttons, int defaultButton) override;
+    void alert(const QString &title, const QString &text, const QString &button) override;
+    std::optional<QString> chooseFolder(const QString &title) override;
+    QStringList chooseFiles(const QString &title, const QString &prompt) override;
+    std::optional<QString> savePath(const QString &message, const QString &title,
+                                    const QString &proposedName) override;
+    std::optional<QString> enterText(const QString &title, const QString &message,
+                                     const QString &initialText) override;
+    std::optional<TrimCharsObject> trimCharacters() override;
+    CustomTagRows editCustomTags(const CustomTagRows &rows) override { return rows; }
+    void showStatusPanel() override {}
+    void closeStatusPanel() override {}
+    void scrollStatusPanelTo(int) override {}
+    void openResultsWindow(const QString &text, const QString &title) override;
+    void setBadge(int) override {}
+    bool notify(const QString &) override { return true; }
+    void requestAttention() override {}
+
+    /// How often the engine had something to say that a person should look at.
+    int alerts() const { return m_alerts; }
+
+Q_SIGNALS:
+    void resultsReady(const QString &title, const QString &text);
+
+private:
+    const CommonOptions &m_options;
+    int m_alerts = 0;
+};
+
+} // namespace kruv

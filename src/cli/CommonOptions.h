@@ -1,0 +1,27 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace kruv {
+
+/// Flags that the converting and verifying commands share, as given.
+struct CommonOptions
+{
+    std::vector<std::string> paths;
+    std::string output;
+    bool besideSource = false;
+    bool deleteOriginals = false;
+    bool overwrite = false;
+    bool yes = false;
+    /// Jobs at once; 0 means the preference.
+    int jobs = 0;
+    bool quiet = false;
+    bool json = false;
+    bool noColor = false;
+};
+
+} // namespace kruv

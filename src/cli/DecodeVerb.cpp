@@ -1,0 +1,42 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "cli/DecodeVerb.h"
+
+#include "app/KruvController.h"
+#include "cli/UsageError.h"
+#include "lossless/DecodeTab.h"
+
+namespace kruv {
+
+DecodeVerb::DecodeVerb(CLI::App &parent)
+    : TabVerb(parent, "decode", "Make WAV or AIFF of FLAC files")
+{
+    declareCommonFlags();
+    declareOutputFlags();
+    app().add_option("--to", m_format, "Format to make: wav or aiff (AIFF takes the tags over)")
+        ->required()
+        ->type_name("FORMAT");
+    app().add_flag("--through-errors", m_throughErrors, "Go on where a FLAC file is damaged; its original is then kept");
+    app().add_flag("--keep-foreign-metadata", m_keepForeignMetadata,
+                   "Put back the chunks that encoding with the same flag kept");
+    app().footer("Outputs that are there already are never replaced.\n"
+                 "Example: decode a folder into another\n"
+                 "  kruv decode --to wav --output /tmp/wavs ~/Concert");
+}
+
+void DecodeVerb::runCommands(KruvController &controller, QueueRun &queueRun, const QStringList &paths)
+{
+    DecodeTab &tab = controller.decodeTab();
+    if (!tab.outputFormatMatrix().selectTitle(QString::fromStdString(m_format).toUpper())) {
+        throw UsageError(
+            QStringLiteral("--to %1: no such format; it can be wav or aiff").arg(QString::fromStdString(m_format)));
+    }
+    tab.decodeFlacThroughErrors().setOn(m_throughErrors);
+    tab.flacKeepForeignMetadataButton().setOn(m_keepForeignMetadata);
+    tab.sourceDecodeButton().setOn(options().besideSource);
+    tab.deleteOriginalsButton().setOn(options().deleteOriginals);
+    runTab(tab, queueRun, paths);
+}
+
+} // namespace kruv

@@ -1,0 +1,92 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "cli/DemoVerb.h"
+
+#include "app/KruvController.h"
+#include "app/Preferences.h"
+#include "checksums/ChecksumTab.h"
+#include "cli/CliUserInterface.h"
+#include "cli/Console.h"
+#include "cli/DemoAlbum.h"
+#include "cli/ExitStatus.h"
+#include "cli/QueueRun.h"
+#include "cli/TextReporter.h"
+#include "cli/UsageError.h"
+#include "lossless/EncodeTab.h"
+
+#include <QDir>
+#include <QTemporaryDir>
+
+namespace kruv {
+
+namespace {
+
+void encode(KruvController &controller, QueueRun &queueRun, const QStringList &tracks)
+{
+    EncodeTab &tab = controller.encodeTab();
+    tab.outputFormatMatrix().selectTitle(QStringLiteral("FLAC"));
+    tab.flacVerifyButton().setOn(true);
+    tab.generateFFPButton().setOn(true);
+    tab.sourceEncodeButton().setOn(true);
+    tab.addFiles(tracks);
+    queueRun.run([&tab] { tab.executeCommand(); });
+}
+
+void verify(KruvController &controller, QueueRun &queueRun, const QString &folder)
+{
+    ChecksumTab &tab = controller.checksumTab();
+    tab.commandOptions().select(ChecksumTab::VerifyAudio);
+    tab.addFiles({folder});
+    queueRun.run([&tab] { tab.executeCommand(); });
+}
+
+} // namespace
+
+DemoVerb::DemoVerb(CLI::App &parent)
+    : Verb(parent, "demo", "Make a short album, encode it to FLAC, verify it, and show what was done")
+{
+    app().add_option("folder", m_folder, "Empty or new folder to work in (default: a new temporary one)")->type_name("DIR");
+}
+
+QString DemoVerb::makeFolder() const
+{
+    if (m_folder.empty()) {
+        QTemporaryDir temporary(QDir::tempPath() + QStringLiteral("/kruv-demo-XXXXXX"));
+        temporary.setAutoRemove(false);
+        return temporary.path();
+    }
+    const QString folder = QDir().absoluteFilePath(QString::fromStdString(m_folder));
+    if (!QDir().mkpath(folder)) {
+        throw UsageError(QStringLiteral("%1 can't be made").arg(folder));
+    }
+    if (!QDir(folder).isEmpty()) {
+        throw UsageError(QStringLiteral("%1 is not empty; name a new folder").arg(folder));
+    }
+    return folder;
+}
+
+int DemoVerb::run()
+{
+    const CommonOptions options;
+    Preferences preferences(Preferences::userFile(), Preferences::ControlState::Defaults);
+    CliUserInterface userInterface(options);
+    KruvController controller(preferences, userInterface, nullptr);
+    QueueRun queueRun(controller.taskQueue(), userInterface, std::make_unique<TextReporter>(TextReporter::Style{}));
+    const QString folder = makeFolder();
+
+    Console::writeOut(QStringLiteral("Making three tagged AIFF tracks with a cover picture ...\n"));
+    const QStringList tracks = DemoAlbum::make(folder);
+    Console::writeOut(QStringLiteral("Encoding them to FLAC, verified on the way, with a fingerprint list ...\n"));
+    encode(controller, queueRun, tracks);
+    Console::writeOut(QStringLiteral("Testing the FLAC files ...\n"));
+    verify(controller, queueRun, folder);
+    const int status = queueRun.finish();
+    Console::writeOut(QStringLiteral("\nThe files lie in %1\n").arg(folder));
+    for (const QString &name : QDir(folder).entryList(QDir::Files, QDir::Name)) {
+        Console::writeOut(QStringLiteral("  %1\n").arg(name));
+    }
+    return status;
+}
+
+} // namespace kruv

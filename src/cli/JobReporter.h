@@ -1,0 +1,37 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <QString>
+
+namespace kruv {
+
+class KruvTask;
+
+/// How the command line shows the jobs of a run. Main thread.
+class JobReporter
+{
+public:
+    struct Totals
+    {
+        int complete = 0;
+        int failed = 0;
+        int cancelled = 0;
+        int all = 0;
+        double seconds = 0.0;
+    };
+
+    virtual ~JobReporter() = default;
+
+    virtual void started(const KruvTask &task) = 0;
+    virtual void progressed(const KruvTask &task) = 0;
+    virtual void ended(const KruvTask &task, const Totals &totals) = 0;
+    virtual void results(const QString &title, const QString &text) = 0;
+    virtual void summary(const Totals &totals) = 0;
+};
+
+/// What a failed job has to say for itself: its tool's words and advice, or nothing.
+QString failureMessage(const KruvTask &task);
+
+} // namespace kruv

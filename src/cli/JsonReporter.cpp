@@ -1,0 +1,76 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "cli/JsonReporter.h"
+
+#include "cli/Console.h"
+#include "tasks/KruvTask.h"
+
+#include <QJsonDocument>
+#include <QJsonObject>
+
+namespace kruv {
+
+namespace {
+
+QJsonObject event(const char *name, const KruvTask &task)
+{
+    return {{QStringLiteral("event"), QLatin1StringView(name)},
+            {QStringLiteral("title"), task.title()},
+            {QStringLiteral("input"), task.inputPath()},
+            {QStringLiteral("output"), task.outputPath()}};
+}
+
+QString statusOf(const KruvTask &task)
+{
+    if (task.cancelled()) {
+        return QStringLiteral("canceled");
+    }
+    return task.error() ? QStringLiteral("error") : QStringLiteral("complete");
+}
+
+} // namespace
+
+void JsonReporter::writeLine(const QJsonObject &object)
+{
+    Console::writeOut(QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact)) + u'\n');
+}
+
+void JsonReporter::started(const KruvTask &task)
+{
+    writeLine(event("started", task));
+}
+
+void JsonReporter::progressed(const KruvTask &task)
+{
+    QJsonObject object = event("progress", task);
+    object.insert(QStringLiteral("percent"), task.progressIndicator().value);
+    object.insert(QStringLiteral("text"), task.topTextField().text);
+    writeLine(object);
+}
+
+void JsonReporter::ended(const KruvTask &task, const Totals &)
+{
+    QJsonObject object = event("ended", task);
+    object.insert(QStringLiteral("status"), statusOf(task));
+    object.insert(QStringLiteral("message"), task.error() ? failureMessage(task) : QString());
+    writeLine(object);
+}
+
+void JsonReporter::results(const QString &title, const QString &text)
+{
+    writeLine({{QStringLiteral("event"), QStringLiteral("results")},
+               {QStringLiteral("title"), title},
+               {QStringLiteral("text"), text}});
+}
+
+void JsonReporter::summary(const Totals &totals)
+{
+    writeLine({{QStringLiteral("event"), QStringLiteral("summary")},
+               {QStringLiteral("complete"), totals.complete},
+               {QStringLiteral("error"), totals.failed},
+               {QStringLiteral("canceled"), totals.cancelled},
+               {QStringLiteral("seconds"), totals.seconds}});
+}
+
+} // namespace kruv

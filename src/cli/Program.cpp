@@ -1,0 +1,69 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "cli/Program.h"
+
+#include "app/Version.h"
+#include "cli/Console.h"
+#include "cli/DecodeVerb.h"
+#include "cli/DemoVerb.h"
+#include "cli/EncodeVerb.h"
+#include "cli/ExitStatus.h"
+#include "cli/ToolsVerb.h"
+#include "cli/UsageError.h"
+#include "cli/VerifyVerb.h"
+
+#include <memory>
+#include <vector>
+
+namespace kruv::Program {
+
+namespace {
+
+std::vector<std::unique_ptr<Verb>> makeVerbs(CLI::App &app)
+{
+    std::vector<std::unique_ptr<Verb>> verbs;
+    verbs.push_back(std::make_unique<EncodeVerb>(app));
+    verbs.push_back(std::make_unique<DecodeVerb>(app));
+    verbs.push_back(std::make_unique<VerifyVerb>(app));
+    verbs.push_back(std::make_unique<ToolsVerb>(app));
+    verbs.push_back(std::make_unique<DemoVerb>(app));
+    return verbs;
+}
+
+/// Help and version print and succeed; anything else is one line and the usage status.
+int reportParse(const CLI::App &app, const CLI::ParseError &result)
+{
+    if (result.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
+        return app.exit(result);
+    }
+    Console::complain(QStringLiteral("%1 (kruv --help, kruv COMMAND --help)").arg(QString::fromUtf8(result.what())));
+    return Usage;
+}
+
+} // namespace
+
+int run(int argc, char **argv)
+{
+    CLI::App app("Kruv: converts, verifies and keeps collections of lossless audio.", "kruv");
+    app.set_version_flag("--version", "kruv " + shortVersion().toStdString());
+    app.require_subcommand(1);
+    app.footer("Exit status: 0 all jobs succeeded, 1 a job failed or a verification did not match,\n"
+               "2 wrong usage or a question that no flag answered, 130 canceled.");
+    const auto verbs = makeVerbs(app);
+    try {
+        app.parse(argc, argv);
+        for (const auto &verb : verbs) {
+            if (verb->wasGiven()) {
+                return verb->run();
+            }
+        }
+    } catch (const CLI::ParseError &result) {
+        return reportParse(app, result);
+    } catch (const UsageError &problem) {
+        Console::complain(QString::fromUtf8(problem.what()));
+    }
+    return Usage;
+}
+
+} // namespace kruv::Program

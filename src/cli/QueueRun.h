@@ -1,0 +1,54 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "cli/JobReporter.h"
+
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QObject>
+
+#include <functional>
+#include <memory>
+
+namespace kruv {
+
+class CliUserInterface;
+class KruvTask;
+class KruvTaskQueue;
+
+/// Runs the queue until it is empty, reports what happens, and takes Ctrl-C: the first cancels what waits and lets the
+/// running tools finish, the second ends those too.
+class QueueRun : public QObject
+{
+    Q_OBJECT
+public:
+    QueueRun(KruvTaskQueue &queue, CliUserInterface &userInterface, std::unique_ptr<JobReporter> reporter);
+    ~QueueRun() override;
+
+    /// Calls `command`, which submits the jobs, then waits for all of them, follow-ups included.
+    void run(const std::function<void()> &command);
+
+    /// Ends the report. Returns the exit status that the jobs of all runs amount to.
+    int finish();
+
+    const JobReporter::Totals &totals() const { return m_totals; }
+
+private:
+    void taskStarted(KruvTask &task);
+    void taskChanged(KruvTask &task);
+    void taskEnded(KruvTask &task);
+    void quitWhenEmpty();
+    void interrupt();
+
+    KruvTaskQueue &m_queue;
+    std::unique_ptr<JobReporter> m_reporter;
+    JobReporter::Totals m_totals;
+    QElapsedTimer m_clock;
+    QEventLoop m_loop;
+    bool m_interrupted = false;
+    bool m_running = false;
+};
+
+} // namespace kruv

@@ -1,0 +1,147 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "cli/TabVerb.h"
+
+#include "app/BaseTab.h"
+#include "app/KruvController.h"
+#include "cli/Console.h"
+#include "cli/ExitStatus.h"
+#include "cli/JsonReporter.h"
+#include "cli/QueueRun.h"
+#include "cli/TextReporter.h"
+#include "cli/UsageError.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+#include <algorithm>
+
+namespace kruv {
+
+TabVerb::TabVerb(CLI::App &parent, const std::string &name, const std::string &description)
+    : Verb(parent, name, description)
+{
+}
+
+TabVerb::~TabVerb() = default;
+
+void TabVerb::declareCommonFlags()
+{
+    constexpr int mostJobs = 256;
+    app().add_option("paths", m_options.paths, "Files, and folders with everything below them")
+        ->required()
+        ->type_name("PATH");
+    app().add_option("-j,--jobs", m_options.jobs, "Jobs at once (default: the preference, 2 at first)")
+        ->check(CLI::Range(1, mostJobs))
+        ->type_name("N");
+    app().add_flag("-q,--quiet", m_options.quiet, "Say nothing but errors and results");
+    app().add_flag("--json", m_options.json, "One JSON object a line on standard output");
+    app().add_flag("--no-color", m_options.noColor, "No colours (the same as setting NO_COLOR)");
+}
+
+void TabVerb::declareOutputFlags()
+{
+    auto *output = app().add_option("-o,--output", m_options.output, "Folder that the output goes into");
+    output->type_name("DIR");
+    app().add_flag("--beside-source", m_options.besideSource, "Write each output next to its source")->excludes(output);
+    app().add_flag("--delete-originals", m_options.deleteOriginals,
+                   "Delete each source once its output is written and its job succeeded");
+    app().add_flag("-y,--yes", m_options.yes, "Say yes to the question whether originals may be deleted");
+}
+
+int TabVerb::run()
+{
+    const QStringList paths = existingPaths();
+    if (paths.isEmpty()) {
+        return Failure;
+    }
+    checkOutputFolder();
+    Preferences preferences(Preferences::userFile(), Preferences::ControlState::Defaults);
+    CliUserInterface userInterface(m_options);
+    KruvController controller(preferences, userInterface, nullptr);
+    if (m_options.jobs > 0) {
+        controller.taskQueue().setMaxThreads(m_options.jobs);
+    }
+    QueueRun queueRun(controller.taskQueue(), userInterface, makeReporter());
+    runCommands(controller, queueRun, paths);
+    const int status = queueRun.finish();
+    const bool complained = m_failed || userInterface.alerts() > 0;
+    return status == Success && complained ? static_cast<int>(Failure) : status;
+}
+
+QStringList TabVerb::existingPaths()
+{
+    QStringList found;
+    for (const std::string &given : m_options.paths) {
+        const QString path = QString::fromStdString(given);
+        if (path.toStdString() != given) {
+            Console::complain(QStringLiteral("%1: the name is not valid UTF-8; rename it, for example with convmv")
+                                  .arg(Console::printable(path)));
+            m_failed = true;
+        } else if (!QFileInfo::exists(path)) {
+            Console::complain(QStringLiteral("%1: no such file or folder").arg(Console::printable(path)));
+            m_failed = true;
+        } else {
+            found.append(QDir::cleanPath(QDir().absoluteFilePath(path)));
+        }
+    }
+    return found;
+}
+
+void TabVerb::checkOutputFolder()
+{
+    if (m_options.output.empty()) {
+        return;
+    }
+    const QString folder = QString::fromStdString(m_options.output);
+    const QFileInfo info(folder);
+    if (!info.exists()) {
+        throw UsageError(QStringLiteral("--output: there is no folder %1; make it first: mkdir -p '%1'").arg(folder));
+    }
+    if (!info.isDir()) {
+        throw UsageError(QStringLiteral("--output: %1 is a file, not a folder").arg(folder));
+    }
+}
+
+std::unique_ptr<JobReporter> TabVerb::makeReporter() const
+{
+    if (m_options.json) {
+        return std::make_unique<JsonReporter>();
+    }
+    const bool terminal = Console::errorIsTerminal();
+    return std::make_unique<TextReporter>(TextReporter::Style{
+        .rows = terminal && !m_options.quiet,
+        .color = terminal && !m_options.noColor && !qEnvironmentVariableIsSet("NO_COLOR"),
+        .quiet = m_options.quiet,
+    });
+}
+
+void TabVerb::runTab(BaseTab &tab, QueueRun &queueRun, const QStringList &paths)
+{
+    QStringList refused;
+    int refusedCount = 0;
+    QObject::connect(&tab, &BaseTab::filesRefused, &tab, [&](const QStringList &extensions, int count) {
+        refused = extensions;
+        refusedCount = count;
+    });
+    tab.addFiles(paths);
+    tab.disconnect(&tab);
+    if (refusedCount > 0 && !m_options.quiet) {
+        refused.removeAll(QString());
+        std::ranges::sort(refused);
+        Console::complain(QStringLiteral("%1 file(s) of other kinds passed over%2")
+                              .arg(refusedCount)
+                              .arg(refused.isEmpty() ? QString() : QStringLiteral(": .") + refused.join(QStringLiteral(", ."))));
+    }
+    if (tab.fileList().isEmpty()) {
+        throw UsageError(QStringLiteral("%1: nothing in the given paths is of a kind that it takes")
+                             .arg(QString::fromStdString(app().get_name())));
+    }
+    queueRun.run([&tab] { tab.executeCommand(); });
+    if (!tab.fileList().isEmpty()) {
+        throw UsageError(QStringLiteral("Nothing was done."));
+    }
+}
+
+} // namespace kruv

@@ -1,0 +1,55 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "app/Preferences.h"
+#include "cli/CliUserInterface.h"
+#include "cli/CommonOptions.h"
+#include "cli/Verb.h"
+
+#include <QStringList>
+
+#include <functional>
+#include <memory>
+
+namespace kruv {
+
+class BaseTab;
+class JobReporter;
+class KruvController;
+class QueueRun;
+
+/// A subcommand that drives a tab: takes files in, sets the tab's controls from flags, runs its command and waits.
+class TabVerb : public Verb
+{
+public:
+    TabVerb(CLI::App &parent, const std::string &name, const std::string &description);
+    ~TabVerb() override;
+
+    int run() override;
+
+protected:
+    void declareCommonFlags();
+    void declareOutputFlags();
+
+    const CommonOptions &options() const { return m_options; }
+    bool &overwriteFlag() { return m_options.overwrite; }
+
+    /// Sets controls and runs commands through `queueRun`.
+    virtual void runCommands(KruvController &controller, QueueRun &queueRun, const QStringList &paths) = 0;
+
+    /// Takes `paths` into the tab and runs its command. Throws UsageError when nothing in them is for the tab.
+    void runTab(BaseTab &tab, QueueRun &queueRun, const QStringList &paths);
+
+private:
+    /// The given paths that exist, absolute; says which don't.
+    QStringList existingPaths();
+    void checkOutputFolder();
+    std::unique_ptr<JobReporter> makeReporter() const;
+
+    CommonOptions m_options;
+    bool m_failed = false;
+};
+
+} // namespace kruv

@@ -1,0 +1,187 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "cli/TextReporter.h"
+
+#include "cli/Console.h"
+#include "cli/FailureAdvice.h"
+#include "tasks/KruvTask.h"
+
+#include <QTimer>
+
+#include <algorithm>
+#include <cmath>
+
+namespace kruv {
+
+namespace {
+
+constexpr const char *red = "31";
+constexpr const char *green = "32";
+constexpr int redrawMilliseconds = 100;
+
+QString elidedMiddle(const QString &text, int width)
+{
+    if (text.size() <= width || width < 5) {
+        return text.left(width);
+    }
+    const int kept = width - 1;
+    return text.left(kept - kept / 2) + u'…' + text.right(kept / 2);
+}
+
+QString duration(double seconds)
+{
+    const auto whole = static_cast<qint64>(std::llround(seconds));
+    constexpr qint64 minute = 60;
+    constexpr qint64 hour = 3600;
+    if (whole >= hour) {
+        return QStringLiteral("%1:%2:%3").arg(whole / hour).arg(whole % hour / minute, 2, 10, QLatin1Char('0')).arg(
+            whole % minute, 2, 10, QLatin1Char('0'));
+    }
+    return QStringLiteral("%1:%2").arg(whole / minute).arg(whole % minute, 2, 10, QLatin1Char('0'));
+}
+
+QString indented(const QString &text)
+{
+    QString result;
+    for (const QString &line : text.split(u'\n', Qt::SkipEmptyParts)) {
+        result += QStringLiteral("  %1\n").arg(Console::printable(line));
+    }
+    return result;
+}
+
+} // namespace
+
+QString failureMessage(const KruvTask &task)
+{
+    const QString said = task.results()->results(task);
+    const QString essence = FailureAdvice::essence(said);
+    const QString advice = FailureAdvice::advice(said);
+    return advice.isEmpty() ? essence : essence + u'\n' + advice;
+}
+
+TextReporter::TextReporter(const Style &style)
+    : m_style(style)
+{
+    m_clock.start();
+    if (m_style.rows) {
+        m_redraw = std::make_unique<QTimer>();
+        QObject::connect(m_redraw.get(), &QTimer::timeout, m_redraw.get(), [this] { drawRows(); });
+        m_redraw->start(redrawMilliseconds);
+    }
+}
+
+TextReporter::~TextReporter() = default;
+
+void TextReporter::started(const KruvTask &task)
+{
+    m_running.insert(&task, {Console::printable(task.title()), {}, 0.0});
+    m_order.append(&task);
+}
+
+void TextReporter::progressed(const KruvTask &task)
+{
+    const auto row = m_running.find(&task);
+    if (row != m_running.end()) {
+        row->status = task.topTextField().text;
+        row->percent = task.progressIndicator().value;
+    }
+}
+
+void TextReporter::ended(const KruvTask &task, const Totals &totals)
+{
+    m_running.remove(&task);
+    m_order.removeOne(&task);
+    m_totals = totals;
+    if (task.error() && !task.cancelled()) {
+        eraseRows();
+        printFailure(task);
+    } else if (!m_style.quiet && !m_style.rows) {
+        const QString what = task.outputPath().isEmpty() ? task.title() : task.outputPath();
+        Console::writeError(
+            QStringLiteral("%1 %2\n").arg(task.cancelled() ? u"canceled" : u"done", Console::printable(what)));
+    }
+}
+
+void TextReporter::printFailure(const KruvTask &task)
+{
+    const QString name = task.inputPath().isEmpty() ? task.title() : task.inputPath();
+    Console::writeError(QStringLiteral("%1 %2\n").arg(colored(QStringLiteral("failed"), red), Console::printable(name)) +
+                        indented(failureMessage(task)));
+}
+
+void TextReporter::results(const QString &, const QString &text)
+{
+    eraseRows();
+    Console::writeOut(text);
+}
+
+void TextReporter::summary(const Totals &totals)
+{
+    eraseRows();
+    m_redraw.reset();
+    if (m_style.quiet) {
+        return;
+    }
+    QStringList parts{QStringLiteral("%1 done").arg(totals.complete)};
+    if (totals.failed > 0) {
+        parts << colored(QStringLiteral("%1 failed").arg(totals.failed), red);
+    }
+    if (totals.cancelled > 0) {
+        parts << QStringLiteral("%1 canceled").arg(totals.cancelled);
+    }
+    Console::writeError(QStringLiteral("%1 in %2 s\n").arg(parts.join(QStringLiteral(", "))).arg(totals.seconds, 0, 'f', 1));
+}
+
+void TextReporter::eraseRows()
+{
+    if (m_rowsOnScreen > 0) {
+        Console::writeError(QStringLiteral("\x1b[%1A\r\x1b[J").arg(m_rowsOnScreen));
+        m_rowsOnScreen = 0;
+    }
+}
+
+void TextReporter::drawRows()
+{
+    constexpr int mostRows = 16;
+    const int width = Console::errorWidth() - 1;
+    QString screen = m_rowsOnScreen > 0 ? QStringLiteral("\x1b[%1A\r\x1b[J").arg(m_rowsOnScreen) : QString();
+    m_rowsOnScreen = 0;
+    for (const KruvTask *task : m_order.mid(0, mostRows)) {
+        screen += rowText(m_running.value(task), width) + u'\n';
+        ++m_rowsOnScreen;
+    }
+    screen += totalRow().left(width) + u'\n';
+    ++m_rowsOnScreen;
+    Console::writeError(screen);
+}
+
+QString TextReporter::rowText(const Row &row, int width) const
+{
+    constexpr int percentWidth = 6;
+    const QString percent = QStringLiteral("%1%").arg(static_cast<int>(row.percent), percentWidth - 2);
+    return percent + QStringLiteral("  ") + elidedMiddle(row.title, width - percentWidth - 1);
+}
+
+QString TextReporter::totalRow() const
+{
+    const int done = m_totals.complete + m_totals.failed + m_totals.cancelled;
+    double partly = 0.0;
+    for (const Row &row : m_running) {
+        partly += std::clamp(row.percent, 0.0, 100.0) / 100.0;
+    }
+    QString text = QStringLiteral("%1 of %2").arg(done).arg(m_totals.all);
+    const double finished = done + partly;
+    if (finished > 0.5 && m_totals.all > 0) {
+        const double elapsed = static_cast<double>(m_clock.elapsed()) / 1000.0;
+        text += QStringLiteral(", %1 left").arg(duration(elapsed / finished * (m_totals.all - finished)));
+    }
+    return colored(text, green);
+}
+
+QString TextReporter::colored(const QString &text, const char *code) const
+{
+    return m_style.color ? QStringLiteral("\x1b[%1m%2\x1b[0m").arg(QLatin1StringView(code), text) : text;
+}
+
+} // namespace kruv

@@ -1,0 +1,63 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "cli/ToolsVerb.h"
+
+#include "cli/Console.h"
+#include "cli/ExitStatus.h"
+#include "cli/JsonReporter.h"
+#include "platform/Resources.h"
+#include "tasks/ToolCatalog.h"
+
+#include <QJsonObject>
+
+namespace kruv {
+
+namespace {
+
+QJsonObject asJson(const FoundTool &tool)
+{
+    return {{QStringLiteral("tool"), QLatin1StringView(tool.info.name)},
+            {QStringLiteral("path"), tool.path},
+            {QStringLiteral("version"), tool.version},
+            {QStringLiteral("for"), QLatin1StringView(tool.info.functions)},
+            {QStringLiteral("package"), QLatin1StringView(tool.info.package ? tool.info.package : "")}};
+}
+
+QString asLine(const FoundTool &tool)
+{
+    const QString name = QStringLiteral("%1").arg(QLatin1StringView(tool.info.name), -14);
+    if (!tool.path.isEmpty()) {
+        return name + QStringLiteral("%1  %2\n").arg(tool.version.isEmpty() ? QStringLiteral("-") : tool.version, -12).arg(tool.path);
+    }
+    const QString remedy = tool.info.package
+                               ? QStringLiteral("install the package %1").arg(QLatin1StringView(tool.info.package))
+                               : QStringLiteral("built with Kruv where its libraries are installed");
+    return name + QStringLiteral("missing       without it: no %1 (%2)\n").arg(QLatin1StringView(tool.info.functions), remedy);
+}
+
+} // namespace
+
+ToolsVerb::ToolsVerb(CLI::App &parent)
+    : Verb(parent, "tools", "List the external tools: where, which version, what goes missing without")
+{
+    app().add_flag("--json", m_json, "One JSON object a line");
+}
+
+int ToolsVerb::run()
+{
+    if (!m_json) {
+        Console::writeOut(QStringLiteral("Tools in %1\n").arg(resourcesFolder()));
+    }
+    for (const ToolInfo &info : ToolCatalog::all()) {
+        const FoundTool tool = ToolCatalog::find(info);
+        if (m_json) {
+            JsonReporter::writeLine(asJson(tool));
+        } else {
+            Console::writeOut(asLine(tool));
+        }
+    }
+    return Success;
+}
+
+} // namespace kruv

@@ -1,0 +1,35 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <CLI/CLI.hpp>
+
+#include <string>
+
+namespace kruv {
+
+/// One subcommand: declares its flags, then runs with what was given.
+class Verb
+{
+public:
+    Verb(CLI::App &parent, const std::string &name, const std::string &description)
+        : m_app(*parent.add_subcommand(name, description))
+    {
+    }
+    virtual ~Verb() = default;
+    Verb(const Verb &) = delete;
+    Verb &operator=(const Verb &) = delete;
+
+    bool wasGiven() const { return m_app.parsed(); }
+    /// Returns the exit status; throws UsageError for what can't be carried out as given.
+    virtual int run() = 0;
+
+protected:
+    CLI::App &app() { return m_app; }
+
+private:
+    CLI::App &m_app;
+};
+
+} // namespace kruv

@@ -1,0 +1,88 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "support/ScriptedUserInterface.h"
+
+#include "support/QtPrinters.h"
+
+#include <gtest/gtest.h>
+
+namespace kruv::test {
+
+namespace {
+
+template <typename Answer> Answer next(std::deque<Answer> &script, const QString &asked, Answer cancelled)
+{
+    if (script.empty()) {
+        ADD_FAILURE() << "no answer is scripted for: " << asked.toStdString();
+        return cancelled;
+    }
+    Answer answer = std::move(script.front());
+    script.pop_front();
+    return answer;
+}
+
+} // namespace
+
+int ScriptedUserInterface::ask(const QString &title, const QString &text, const QStringList &buttons,
+                               int defaultButton)
+{
+    questions.push_back({title, text, buttons, defaultButton});
+    return next(buttonAnswers, title, defaultButton);
+}
+
+void ScriptedUserInterface::alert(const QString &title, const QString &text, const QString &button)
+{
+    alerts.push_back({title, text, button});
+}
+
+std::optional<QString> ScriptedUserInterface::chooseFolder(const QString &title)
+{
+    prompts << title;
+    return next(textAnswers, title, {});
+}
+
+QStringList ScriptedUserInterface::chooseFiles(const QString &title, const QString &prompt)
+{
+    prompts << title << prompt;
+    return next(fileAnswers, title, {});
+}
+
+std::optional<QString> ScriptedUserInterface::savePath(const QString &message, const QString &title,
+                                                       const QString &proposedName)
+{
+    prompts << message << title << proposedName;
+    return next(textAnswers, title, {});
+}
+
+std::optional<QString> ScriptedUserInterface::enterText(const QString &title, const QString &message,
+                                                        const QString &initialText)
+{
+    prompts << title << message << initialText;
+    return next(textAnswers, title, {});
+}
+
+std::optional<TrimCharsObject> ScriptedUserInterface::trimCharacters()
+{
+    return next(trimAnswers, QStringLiteral("characters to trim"), {});
+}
+
+UserInterface::CustomTagRows ScriptedUserInterface::editCustomTags(const CustomTagRows &rows)
+{
+    return next(customTagAnswers, QStringLiteral("custom tags"), rows);
+}
+
+void ScriptedUserInterface::openResultsWindow(const QString &text, const QString &title)
+{
+    resultsWindows.push_back({text, title});
+}
+
+bool ScriptedUserInterface::notify(const QString &title)
+{
+    if (hasNotifications) {
+        notifications << title;
+    }
+    return hasNotifications;
+}
+
+} // namespace kruv::test

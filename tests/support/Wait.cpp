@@ -1,0 +1,37 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "support/Wait.h"
+
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QTimer>
+
+#include <chrono>
+
+namespace kruv::test {
+
+bool waitUntil(const std::function<bool()> &predicate)
+{
+    using namespace std::chrono_literals;
+    const QDeadlineTimer limit(1min);
+    QTimer tick; // for predicates that no event announces
+    tick.start(5ms);
+    while (!predicate()) {
+        if (limit.hasExpired()) {
+            return false;
+        }
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+    return true;
+}
+
+void serveEvents()
+{
+    constexpr int rounds = 5;
+    for (int round = 0; round < rounds; ++round) {
+        QCoreApplication::processEvents();
+    }
+}
+
+} // namespace kruv::test

@@ -1,0 +1,16 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <functional>
+
+namespace kruv::test {
+
+/// Serves events until `predicate` holds. False when it did not within a minute, which no healthy run needs.
+bool waitUntil(const std::function<bool()> &predicate);
+
+/// Serves the events that are waiting now and those that they post.
+void serveEvents();
+
+} // namespace kruv::test

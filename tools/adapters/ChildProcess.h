@@ -1,0 +1,64 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "Arguments.h"
+
+namespace kruv::adapters {
+
+/// What to run as a child.
+struct ChildCommand
+{
+    std::string program; // full path
+    std::string name;    // argv[0], which the tool's messages begin with
+    Arguments arguments;
+    std::string workingFolder; // empty: as it is
+    std::vector<std::string>
+        hidden; // texts to leave out of what the child prints; none: its output is not touched
+};
+
+/// Replaces this process by `program`. Returns only on failure, with the exit status to end with (126 or
+/// 127).
+int execute(const ChildCommand &command);
+
+/// From here on SIGTERM, SIGINT and SIGHUP are noted instead of ending this process, so that temporary files
+/// made before the child starts are removed too; ChildProcess::run() then starts nothing.
+void catchSignals();
+
+/// Runs the child to its end, in a process group of its own.
+///
+/// SIGTERM, SIGINT and SIGHUP that reach this process meanwhile are passed on to the whole group, so that the
+/// encoders a tool has started end with it. With `hidden` texts, standard output and standard error of the
+/// child go through here: each piece is passed on as it comes, in its order (through one pipe when both go to
+/// the same place).
+class ChildProcess
+{
+public:
+    explicit ChildProcess(ChildCommand command);
+
+    /// False when it was not started; endLikewise() then ends with the fitting status all the same.
+    bool run();
+
+    /// Whether the child ended by itself, and nobody asked this process to end.
+    bool endedByItself() const;
+
+    int exitStatus() const { return m_exitStatus; }
+
+    /// Ends this process the way the child ended: by the same signal, or with its exit status.
+    [[noreturn]] void endLikewise() const;
+
+private:
+    void startChild(int outputPipe, int errorPipe) const;
+    void relayOutput(int outputEnd, int errorEnd) const;
+    void awaitChild();
+
+    ChildCommand m_command;
+    int m_child = -1;
+    int m_exitStatus = 0;
+    int m_signal = 0;
+};
+
+/// Ends this process by `signal`, or with status 128 + signal should that not be possible.
+[[noreturn]] void endBySignal(int signal);
+
+} // namespace kruv::adapters

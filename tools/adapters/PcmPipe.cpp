@@ -1,0 +1,191 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "PcmPipe.h"
+
+#include "ChildProcess.h"
+#include "File.h"
+#include "StandIn.h"
+#include "WavHeader.h"
+#include "WvunpackAdapter.h"
+
+#include <array>
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <fcntl.h>
+#include <optional>
+#include <unistd.h>
+
+namespace kruv::adapters {
+
+namespace {
+
+using HeaderChange = std::string (*)(std::string);
+
+// Reads on until the header is whole, at most `limit` bytes.
+std::string readHeader(int input)
+{
+    constexpr std::size_t limit = 1 << 20;
+    std::string start;
+    std::array<char, 4096> buffer;
+    while (start.size() < limit && !WavHeader::parse(start)) {
+        const auto count = read(input, buffer.data(), buffer.size());
+        if (count < 0 && errno == EINTR) {
+            continue;
+        }
+        if (count <= 0 ||
+            (start.empty() &&
+             std::string_view(buffer.data(), static_cast<std::size_t>(count)).substr(0, 4) != "RIFF")) {
+            start.append(buffer.data(), count > 0 ? static_cast<std::size_t>(count) : 0);
+            break;
+        }
+        start.append(buffer.data(), static_cast<std::size_t>(count));
+    }
+    return start;
+}
+
+// Everything that is left of `input`, inside the kernel where one side is a pipe.
+bool copyRest(int input, int output)
+{
+    constexpr std::size_t piece = 1 << 20;
+    for (;;) {
+        const auto count = splice(input, nullptr, output, nullptr, piece, SPLICE_F_MOVE);
+        if (count == 0) {
+            return true;
+        }
+        if (count < 0 && errno != EINTR) {
+            break;
+        }
+    }
+    if (errno != EINVAL) {
+        return false;
+    }
+    std::array<char, 65536> buffer;
+    for (;;) {
+        const auto count = read(input, buffer.data(), buffer.size());
+        if (count == 0) {
+            return true;
+        }
+        if (count < 0 ? errno != EINTR
+                      : !writeAll(output, {buffer.data(), static_cast<std::size_t>(count)})) {
+            return false;
+        }
+    }
+}
+
+bool pump(int input, int output, HeaderChange change)
+{
+    return writeAll(output, change(readHeader(input))) && copyRest(input, output);
+}
+
+void makeStandard(int descriptor, int standard)
+{
+    dup2(descriptor, standard);
+    close(descriptor);
+}
+
+// Puts a pump of its own process behind `stream` (standard input or output) of this process, which then goes
+// on as somebody else: the exit status that counts is the tool's.
+bool insertPump(int stream, HeaderChange change)
+{
+    int ends[2];
+    if (pipe(ends) != 0) {
+        return false;
+    }
+    const bool incoming = stream == STDIN_FILENO;
+    const auto child = fork();
+    if (child < 0) {
+        return false;
+    }
+    if (child == 0) {
+        makeStandard(incoming ? ends[1] : ends[0], incoming ? STDOUT_FILENO : STDIN_FILENO);
+        close(incoming ? ends[0] : ends[1]);
+        _exit(pump(STDIN_FILENO, STDOUT_FILENO, change) ? EXIT_SUCCESS : EXIT_FAILURE);
+    }
+    makeStandard(incoming ? ends[0] : ends[1], stream);
+    close(incoming ? ends[1] : ends[0]);
+    return true;
+}
+
+int runTool(const ToolFinder &finder, const Arguments &call)
+{
+    const auto program = finder.find(call.front());
+    if (program.empty()) {
+        complain(programName, ToolFinder::missingText(call.front()));
+        constexpr int notFound = 127;
+        return notFound;
+    }
+    return execute({program, call.front(), Arguments(call.begin() + 1, call.end()), {}, {}});
+}
+
+int decode(const std::string &format, const std::string &given, const ToolFinder &finder)
+{
+    const auto file = behindStandIn(given);
+    const bool isWav = format == "flac" && file != given;
+    const auto call = decoderCall(format, file, format == "wv" && wavPackMadeFromOther(file), isWav);
+    if (call.empty()) {
+        const File source(open(file.c_str(), O_RDONLY | O_CLOEXEC));
+        return source && pump(source.descriptor(), STDOUT_FILENO, plainHeader) ? EXIT_SUCCESS : EXIT_FAILURE;
+    }
+    // flac and sox write the plain header themselves when told to.
+    const bool plainAlready = format == "flac" || format == "aiff";
+    if (!plainAlready && !insertPump(STDOUT_FILENO, plainHeader)) {
+        return EXIT_FAILURE;
+    }
+    return runTool(finder, call);
+}
+
+int store(const std::string &file)
+{
+    constexpr mode_t usual = 0666;
+    File target(open(file.c_str(), O_CREAT | O_TRUNC | O_WRONLY | O_CLOEXEC, usual));
+    return target && pump(STDIN_FILENO, target.descriptor(), extensibleHeader) ? EXIT_SUCCESS : EXIT_FAILURE;
+}
+
+} // namespace
+
+Arguments decoderCall(const std::string &format, const std::string &file, bool madeFromOther, bool isWav)
+{
+    const auto name = unmistakableName(file);
+    if (isWav) {
+        return {};
+    }
+    if (format == "flac") {
+        return {"flac", "--force-legacy-wave-format", "-s", "-d", "-c", name};
+    }
+    if (format == "aiff") {
+        return {"sox", "-t", "aiff", name, "-t", "wavpcm", "-"};
+    }
+    if (format == "wv") {
+        return madeFromOther ? Arguments{"wvunpack", "--wav", "-q", "-y", name, "-o", "-"}
+                             : Arguments{"wvunpack", "-q", "-y", name, "-o", "-"};
+    }
+    if (format == "shn") {
+        return {"shorten", "-x", name, "-"};
+    }
+    if (format == "ape") {
+        return {"mac", name, "-", "-d"};
+    }
+    return {"ttaenc", "-d", "-o", "-", name};
+}
+
+int runPcmPipe(const Arguments &arguments, const ToolFinder &finder)
+{
+    if (arguments.size() == 3 && arguments[0] == "decode") {
+        return decode(arguments[1], arguments[2], finder);
+    }
+    if (arguments.size() >= 2 && arguments[0] == "encode") {
+        return insertPump(STDIN_FILENO, extensibleHeader)
+                   ? runTool(finder, Arguments(arguments.begin() + 1, arguments.end()))
+                   : EXIT_FAILURE;
+    }
+    if (arguments.size() == 2 && arguments[0] == "store") {
+        return store(arguments[1]);
+    }
+    complain(programName,
+             "this program stands in the resources folder under the names of the tools it adapts");
+    return 2;
+}
+
+} // namespace kruv::adapters
