@@ -36,7 +36,7 @@ void ChecksumTab::executeCommand()
     if (fileList().isEmpty()) {
         return;
     }
-    if (m_commandOptions.selectedRow() == VerifyAudioFiles) {
+    if (m_commandOptions.selectedRow() == VerifyAudio) {
         queueReports(audioVerifier);
     }
     clearFiles();

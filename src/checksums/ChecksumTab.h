@@ -21,7 +21,7 @@ class ChecksumTab : public BaseTab
     Q_OBJECT
 public:
     /// Rows of commandOptions().
-    enum Command { VerifyAudioFiles, CreateList, VerifyLists };
+    enum Command { VerifyAudio, CreateList, VerifyLists };
 
     explicit ChecksumTab(TabHost &host);
 
