@@ -6,6 +6,7 @@
 #include "app/FolderWalk.h"
 #include "app/PathNames.h"
 #include "app/UserInterface.h"
+#include "checksums/ChecksumTab.h"
 #include "lossless/DecodeTab.h"
 #include "lossless/EncodeTab.h"
 
@@ -45,10 +46,12 @@ KruvController::KruvController(Preferences &preferences, UserInterface &userInte
     , m_taskQueue(preferences, userInterface, power)
     , m_decodeTab(std::make_unique<DecodeTab>(*this))
     , m_encodeTab(std::make_unique<EncodeTab>(*this))
+    , m_checksumTab(std::make_unique<ChecksumTab>(*this))
     , m_extensionMap(makeExtensionMap())
 {
     addTab(*m_decodeTab);
     addTab(*m_encodeTab);
+    addTab(*m_checksumTab);
     m_tabLabels.append(aboutLabel);
 }
 

@@ -16,6 +16,7 @@
 
 namespace kruv {
 
+class ChecksumTab;
 class DecodeTab;
 class EncodeTab;
 class PowerManager;
@@ -38,6 +39,7 @@ public:
 
     DecodeTab &decodeTab() { return *m_decodeTab; }
     EncodeTab &encodeTab() { return *m_encodeTab; }
+    ChecksumTab &checksumTab() { return *m_checksumTab; }
 
     /// Labels of the tab view in order; "about" is last and has no controller.
     const QStringList &tabLabels() const { return m_tabLabels; }
@@ -72,6 +74,7 @@ private:
     KruvTaskQueue m_taskQueue;
     std::unique_ptr<DecodeTab> m_decodeTab;
     std::unique_ptr<EncodeTab> m_encodeTab;
+    std::unique_ptr<ChecksumTab> m_checksumTab;
     QStringList m_tabLabels;
     QHash<QString, BaseTab *> m_tabMap;
     QHash<QString, QStringList> m_extensionMap;
