@@ -4,6 +4,7 @@
 #include "cli/EncodeVerb.h"
 
 #include "app/KruvController.h"
+#include "cli/QueueRun.h"
 #include "cli/UsageError.h"
 #include "lossless/EncodeTab.h"
 
