@@ -128,6 +128,14 @@ TEST_F(Id3v2Tags, ReadsDatesOfEveryVersion)
 {
     EXPECT_EQ(readDateOf(id3v2(4, textFrame(4, "TDRC", "2004/31/12"))), QStringLiteral("2004|12|31"));
     EXPECT_EQ(readDateOf(id3v2(4, textFrame(4, "TDRC", "autumn"))), QStringLiteral("||"));
+    // Version 2.2: IDs of three letters, sizes of three bytes, no flags.
+    const QByteArray old = id3v2(2, QByteArray("TYE\0\0\5\0002004TDA\0\0\5\0000605", 22));
+    EXPECT_EQ(readDateOf(old), QStringLiteral("2004|05|06"));
+    TagsObject title;
+    title.setTitleText(QStringLiteral("New"));
+    const QString path = tagged(old);
+    ASSERT_TRUE(helper.writeTagsForMP3File(path, title, false));
+    EXPECT_EQ(helper.tagsForMP3File(path)->dayText(), QStringLiteral("06"));
     for (const int version : {3, 4}) {
         const auto date = [&](const QByteArray &year, const QByteArray &dayMonth) {
             return readDateOf(id3v2(version, textFrame(version, "TYER", year) +
