@@ -14,6 +14,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace kruv::test {
 
 namespace {
@@ -24,20 +26,18 @@ QByteArray makeAudio(const QString &extension)
         return QByteArray("MAC ") + QByteArray(20'000, 'a');
     }
     const QTemporaryDir folder;
-    const QString wave = folder.filePath(QStringLiteral("noise.wav"));
-    const QString result = folder.filePath(QStringLiteral("noise.") + extension);
-    toolOutput(QStringLiteral("sox"),
-               QStringLiteral("-R -n -r 44100 -c 2 -b 16").split(u' ') +
-                   QStringList{wave, QStringLiteral("synth"), QStringLiteral("1"), QStringLiteral("noise"),
-                               QStringLiteral("vol"), QStringLiteral("0.5")});
+    const QString wave = folder.filePath(u"noise.wav"_s);
+    const QString result = folder.filePath(u"noise."_s + extension);
+    toolOutput(u"sox"_s, u"-R -n -r 44100 -c 2 -b 16"_s.split(u' ') +
+                             QStringList{wave, u"synth"_s, u"1"_s, u"noise"_s, u"vol"_s, u"0.5"_s});
     const QMap<QString, QStringList> commands{
-        {QStringLiteral("mp3"), {QStringLiteral("lame"), QStringLiteral("--quiet"), wave, result}},
-        {QStringLiteral("aiff"), {QStringLiteral("sox"), wave, result}},
-        {QStringLiteral("flac"), {QStringLiteral("flac"), QStringLiteral("-s"), wave}},
-        {QStringLiteral("wv"), {QStringLiteral("wavpack"), QStringLiteral("-q"), wave}},
-        {QStringLiteral("tta"),
-         {QStringLiteral("ffmpeg"), QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-i"), wave,
-          QStringLiteral("-bitexact"), QStringLiteral("-map_metadata"), QStringLiteral("-1"), result}},
+        {u"mp3"_s, {u"lame"_s, u"--quiet"_s, wave, result}},
+        {u"aiff"_s, {u"sox"_s, wave, result}},
+        {u"flac"_s, {u"flac"_s, u"-s"_s, wave}},
+        {u"wv"_s, {u"wavpack"_s, u"-q"_s, wave}},
+        {u"tta"_s,
+         {u"ffmpeg"_s, u"-v"_s, u"error"_s, u"-i"_s, wave, u"-bitexact"_s, u"-map_metadata"_s, u"-1"_s,
+          result}},
     };
     const QStringList command = commands.value(extension);
     toolOutput(command.first(), command.mid(1));
@@ -72,7 +72,7 @@ QString AudioFolder::audio(const QString &extension, const QString &name) const
     }
     // Open to the process without privileges, too.
     QFile::setPermissions(m_folder.path(), QFile::Permissions(0x7777));
-    const QString result = path(name.isEmpty() ? QStringLiteral("noise.") + extension : name);
+    const QString result = path(name.isEmpty() ? u"noise."_s + extension : name);
     writeFile(result, made.value(extension));
     EXPECT_GT(QFile(result).size(), 5000) << extension.toStdString();
     return result;
@@ -102,10 +102,9 @@ QByteArray toolOutput(const QString &program, const QStringList &arguments)
 
 QMap<QString, QString> probedTags(const QString &path)
 {
-    const QByteArray output = toolOutput(
-        QStringLiteral("ffprobe"),
-        {QStringLiteral("-v"), QStringLiteral("quiet"), QStringLiteral("-of"), QStringLiteral("default=nw=1"),
-         QStringLiteral("-show_entries"), QStringLiteral("format_tags"), QStringLiteral("file:") + path});
+    const QByteArray output =
+        toolOutput(u"ffprobe"_s, {u"-v"_s, u"quiet"_s, u"-of"_s, u"default=nw=1"_s, u"-show_entries"_s,
+                                  u"format_tags"_s, u"file:"_s + path});
     QMap<QString, QString> tags;
     for (const QString &line : QString::fromUtf8(output).split(u'\n')) {
         if (line.startsWith(u"TAG:")) {
@@ -117,10 +116,8 @@ QMap<QString, QString> probedTags(const QString &path)
 
 QByteArray decodedDigest(const QString &path)
 {
-    return toolOutput(QStringLiteral("ffmpeg"),
-                      {QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-i"),
-                       QStringLiteral("file:") + path, QStringLiteral("-map"), QStringLiteral("0:a"),
-                       QStringLiteral("-f"), QStringLiteral("md5"), QStringLiteral("-")});
+    return toolOutput(u"ffmpeg"_s, {u"-v"_s, u"error"_s, u"-i"_s, u"file:"_s + path, u"-map"_s, u"0:a"_s,
+                                    u"-f"_s, u"md5"_s, u"-"_s});
 }
 
 bool inUnprivilegedProcess(const std::function<bool()> &body)
@@ -145,20 +142,20 @@ bool withFileSizeLimit(qint64 bytes, const std::function<bool()> &body)
 std::shared_ptr<TagsObject> fullRecord()
 {
     auto record = std::make_shared<TagsObject>();
-    record->setTitleText(QStringLiteral("Gl\u00fcck \u6b4c \U0001F3B5"));
-    record->setArtistText(QStringLiteral("\u05d0\u05e8\u05d8"));
-    record->setAlbumArtistText(QStringLiteral("Various \u0416"));
+    record->setTitleText(u"Gl\u00fcck \u6b4c \U0001F3B5"_s);
+    record->setArtistText(u"\u05d0\u05e8\u05d8"_s);
+    record->setAlbumArtistText(u"Various \u0416"_s);
     record->setAlbumText(QString(300, u'A'));
-    record->setCommentText(QStringLiteral("50% \"of\" = this"));
-    record->setGenreText(QStringLiteral("Rock"));
-    record->setComposerText(QStringLiteral("\u010capek"));
-    record->setYearText(QStringLiteral("2004"));
-    record->setMonthText(QStringLiteral("05"));
-    record->setDayText(QStringLiteral("06"));
-    record->setTrackText(QStringLiteral("3"));
-    record->setTrackTotalText(QStringLiteral("12"));
-    record->setDiscText(QStringLiteral("1"));
-    record->setDiscTotalText(QStringLiteral("2"));
+    record->setCommentText(u"50% \"of\" = this"_s);
+    record->setGenreText(u"Rock"_s);
+    record->setComposerText(u"\u010capek"_s);
+    record->setYearText(u"2004"_s);
+    record->setMonthText(u"05"_s);
+    record->setDayText(u"06"_s);
+    record->setTrackText(u"3"_s);
+    record->setTrackTotalText(u"12"_s);
+    record->setDiscText(u"1"_s);
+    record->setDiscTotalText(u"2"_s);
     record->setAlbumArt(picture(Qt::red));
     return record;
 }

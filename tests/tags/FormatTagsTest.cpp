@@ -12,6 +12,8 @@
 #include <stdexcept>
 #include <sys/stat.h>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace kruv {
 namespace {
 
@@ -76,11 +78,11 @@ TEST_P(EveryFormat, KeepsTextsAndSamples)
     if (GetParam().ffmpegDecodes) {
         EXPECT_EQ(test::decodedDigest(path), before);
         const auto probed = probedTags(path);
-        EXPECT_EQ(probed.value(QStringLiteral("title")), record->titleText());
-        EXPECT_EQ(probed.value(QStringLiteral("artist")), record->artistText());
-        EXPECT_EQ(probed.value(QStringLiteral("album")), record->albumText());
-        EXPECT_EQ(probed.value(QStringLiteral("comment")), record->commentText());
-        EXPECT_EQ(probed.value(QStringLiteral("genre")), record->genreText());
+        EXPECT_EQ(probed.value(u"title"_s), record->titleText());
+        EXPECT_EQ(probed.value(u"artist"_s), record->artistText());
+        EXPECT_EQ(probed.value(u"album"_s), record->albumText());
+        EXPECT_EQ(probed.value(u"comment"_s), record->commentText());
+        EXPECT_EQ(probed.value(u"genre"_s), record->genreText());
     } else {
         EXPECT_TRUE(readFile(path).contains(QByteArray("TITLE\0", 6) + record->titleText().toUtf8()));
         EXPECT_TRUE(readFile(path).startsWith("MAC " + QByteArray(20'000, 'a')));
@@ -95,7 +97,7 @@ TEST_P(EveryFormat, AnEmptyTextClearsOnlyWhenAsked)
     helper.setBlankTags(empty);
     ASSERT_TRUE(write(path, empty));
     EXPECT_EQ(read(path)->titleText(), test::fullRecord()->titleText());
-    EXPECT_EQ(read(path)->yearText(), QStringLiteral("2004"));
+    EXPECT_EQ(read(path)->yearText(), u"2004"_s);
 
     ASSERT_TRUE(write(path, empty, true));
     const bool clears = extension() != u"aiff";
@@ -106,12 +108,11 @@ TEST_P(EveryFormat, AnEmptyTextClearsOnlyWhenAsked)
 
 TEST_P(EveryFormat, TakesAnyName)
 {
-    for (const QString &name :
-         {QStringLiteral("a 'b' \"c\" %1 %s\n.x"), QStringLiteral("-name"), QStringLiteral("\u6b4c.x")}) {
+    for (const QString &name : {u"a 'b' \"c\" %1 %s\n.x"_s, u"-name"_s, u"\u6b4c.x"_s}) {
         const QString path = audio(name);
         ASSERT_TRUE(write(path, *test::fullRecord())) << name.toStdString();
         EXPECT_EQ(read(path)->titleText(), test::fullRecord()->titleText());
-        EXPECT_EQ(read(path)->yearText(), QStringLiteral("2004"));
+        EXPECT_EQ(read(path)->yearText(), u"2004"_s);
     }
 }
 
@@ -123,7 +124,7 @@ TEST_P(EveryFormat, WhatIsNoSuchFileIsNotWritten)
         byte = static_cast<char>(random.bounded(0x7F)); // no MPEG frame begins below 0x80
     }
     for (const QByteArray &content : {QByteArray(), QByteArray("x"), garbage, readFile(audio()).left(2)}) {
-        const QString path = folder.path(QStringLiteral("not-audio"));
+        const QString path = folder.path(u"not-audio"_s);
         writeFile(path, content);
         try {
             write(path, *test::fullRecord());
@@ -134,16 +135,16 @@ TEST_P(EveryFormat, WhatIsNoSuchFileIsNotWritten)
         EXPECT_EQ(readFile(path), content);
         EXPECT_TRUE(read(path)->titleText().isEmpty());
     }
-    EXPECT_THROW(write(folder.path(QStringLiteral(".")), *test::fullRecord()), std::runtime_error);
+    EXPECT_THROW(write(folder.path(u"."_s), *test::fullRecord()), std::runtime_error);
 }
 
 TEST_P(EveryFormat, MissingOrReadOnlyFileIsFalseAndReadsBlank)
 {
-    const QString missing = folder.path(QStringLiteral("missing"));
+    const QString missing = folder.path(u"missing"_s);
     EXPECT_FALSE(write(missing, *test::fullRecord()));
-    for (const QString &path : {missing, folder.path(QStringLiteral("."))}) {
+    for (const QString &path : {missing, folder.path(u"."_s)}) {
         const auto record = read(path);
-        EXPECT_EQ(record->titleText(), QStringLiteral(""));
+        EXPECT_EQ(record->titleText(), u""_s);
         EXPECT_FALSE(record->composerText().isNull());
         EXPECT_TRUE(record->albumArt().isNull());
     }
@@ -203,29 +204,29 @@ TEST(ApeTags, WhatIsStoredBesideTheNumberStays)
 {
     const AudioFolder folder;
     const Helper helper{};
-    const QString path = folder.audio(QStringLiteral("ape"));
+    const QString path = folder.audio(u"ape"_s);
     const QByteArray audio = readFile(path);
     writeFile(path, audio + apeTag("Track", "3/12"));
-    ASSERT_EQ(helper.tagsForAPEFile(path)->trackText(), QStringLiteral("3"));
+    ASSERT_EQ(helper.tagsForAPEFile(path)->trackText(), u"3"_s);
 
     TagsObject record;
-    record.setTrackText(QStringLiteral("3"));
-    record.setYearText(QStringLiteral("c. 1999"));
-    record.setTitleText(QStringLiteral("T"));
+    record.setTrackText(u"3"_s);
+    record.setYearText(u"c. 1999"_s);
+    record.setTitleText(u"T"_s);
     ASSERT_TRUE(helper.writeTagsForAPEFile(path, record, false));
     EXPECT_TRUE(readFile(path).contains("3/12"));
-    EXPECT_EQ(helper.tagsForAPEFile(path)->yearText(), QStringLiteral("")) << "no leading number is 0";
+    EXPECT_EQ(helper.tagsForAPEFile(path)->yearText(), u""_s) << "no leading number is 0";
 
-    record.setTrackText(QStringLiteral("4/12"));
+    record.setTrackText(u"4/12"_s);
     ASSERT_TRUE(helper.writeTagsForAPEFile(path, record, false));
-    EXPECT_EQ(helper.tagsForAPEFile(path)->trackText(), QStringLiteral("4"));
+    EXPECT_EQ(helper.tagsForAPEFile(path)->trackText(), u"4"_s);
 }
 
 TEST(ApeTags, ForeignItemsAndAnId3v1TagStay)
 {
     const AudioFolder folder;
     const Helper helper{};
-    const QString path = folder.audio(QStringLiteral("wv"));
+    const QString path = folder.audio(u"wv"_s);
     const QByteArray audio = readFile(path);
     QByteArray id3v1 = "TAGShort title";
     id3v1.resize(128, '\0');

@@ -8,6 +8,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace kruv {
 namespace {
 
@@ -58,7 +60,7 @@ protected:
     /// An MP3 file with this tag in front.
     QString tagged(const QByteArray &tag) const
     {
-        const QString path = folder.audio(QStringLiteral("mp3"));
+        const QString path = folder.audio(u"mp3"_s);
         writeFile(path, tag + readFile(path));
         return path;
     }
@@ -75,7 +77,7 @@ protected:
 TEST_F(Id3v2Tags, WritesEveryField)
 {
     const auto record = test::fullRecord();
-    for (const QString &extension : {QStringLiteral("mp3"), QStringLiteral("aiff")}) {
+    for (const QString &extension : {u"mp3"_s, u"aiff"_s}) {
         const bool mp3 = extension == u"mp3";
         const QString path = folder.audio(extension);
         ASSERT_TRUE(mp3 ? helper.writeTagsForMP3File(path, *record, false)
@@ -83,10 +85,10 @@ TEST_F(Id3v2Tags, WritesEveryField)
         const auto result = mp3 ? helper.tagsForMP3File(path) : helper.tagsForAIFFFile(path);
         EXPECT_TRUE(result->isEqual(record.get())) << extension.toStdString();
         const auto probed = probedTags(path);
-        EXPECT_EQ(probed.value(QStringLiteral("track")), QStringLiteral("3/12"));
-        EXPECT_EQ(probed.value(QStringLiteral("disc")), QStringLiteral("1/2"));
-        EXPECT_EQ(probed.value(QStringLiteral("composer")), record->composerText());
-        EXPECT_EQ(probed.value(QStringLiteral("album_artist")), record->albumArtistText());
+        EXPECT_EQ(probed.value(u"track"_s), u"3/12"_s);
+        EXPECT_EQ(probed.value(u"disc"_s), u"1/2"_s);
+        EXPECT_EQ(probed.value(u"composer"_s), record->composerText());
+        EXPECT_EQ(probed.value(u"album_artist"_s), record->albumArtistText());
         const QByteArray bytes = readFile(path);
         EXPECT_EQ(bytes.count("TDRC"), mp3 ? 1 : 0);
         EXPECT_EQ(bytes.count("TYER"), mp3 ? 0 : 1);
@@ -107,11 +109,11 @@ TEST_F(Id3v2Tags, ReadsNumbersWithTotals)
         QString number;
         QString total;
     };
-    const Case cases[] = {{"3/12", QStringLiteral("3"), QStringLiteral("12")},
-                          {"/12", QStringLiteral(""), QStringLiteral("12")},
-                          {"7", QStringLiteral("7"), QStringLiteral("")},
-                          {"1/2/3", QStringLiteral("1"), QStringLiteral("2/3")},
-                          {"4/", QStringLiteral("4"), QStringLiteral("")}};
+    const Case cases[] = {{"3/12", u"3"_s, u"12"_s},
+                          {"/12", u""_s, u"12"_s},
+                          {"7", u"7"_s, u""_s},
+                          {"1/2/3", u"1"_s, u"2/3"_s},
+                          {"4/", u"4"_s, u""_s}};
     for (const Case &each : cases) {
         const QString path =
             tagged(id3v2(4, textFrame(4, "TRCK", each.stored) + textFrame(4, "TPOS", each.stored)));
@@ -126,47 +128,47 @@ TEST_F(Id3v2Tags, ReadsNumbersWithTotals)
 
 TEST_F(Id3v2Tags, ReadsDatesOfEveryVersion)
 {
-    EXPECT_EQ(readDateOf(id3v2(4, textFrame(4, "TDRC", "2004/31/12"))), QStringLiteral("2004|12|31"));
-    EXPECT_EQ(readDateOf(id3v2(4, textFrame(4, "TDRC", "autumn"))), QStringLiteral("||"));
+    EXPECT_EQ(readDateOf(id3v2(4, textFrame(4, "TDRC", "2004/31/12"))), u"2004|12|31"_s);
+    EXPECT_EQ(readDateOf(id3v2(4, textFrame(4, "TDRC", "autumn"))), u"||"_s);
     // Version 2.2: IDs of three letters, sizes of three bytes, no flags.
     const QByteArray old = id3v2(2, QByteArray("TYE\0\0\5\0002004TDA\0\0\5\0000605", 22));
-    EXPECT_EQ(readDateOf(old), QStringLiteral("2004|05|06"));
+    EXPECT_EQ(readDateOf(old), u"2004|05|06"_s);
     TagsObject title;
-    title.setTitleText(QStringLiteral("New"));
+    title.setTitleText(u"New"_s);
     const QString path = tagged(old);
     ASSERT_TRUE(helper.writeTagsForMP3File(path, title, false));
-    EXPECT_EQ(helper.tagsForMP3File(path)->dayText(), QStringLiteral("06"));
+    EXPECT_EQ(helper.tagsForMP3File(path)->dayText(), u"06"_s);
     for (const int version : {3, 4}) {
         const auto date = [&](const QByteArray &year, const QByteArray &dayMonth) {
             return readDateOf(id3v2(version, textFrame(version, "TYER", year) +
                                                  textFrame(version, "TDAT", dayMonth) +
                                                  textFrame(version, "TIME", "1230")));
         };
-        EXPECT_EQ(date("2004", "0605"), QStringLiteral("2004|05|06")) << version;
-        EXPECT_EQ(date("2004", "9999"), QStringLiteral("2004|99|99")) << version;
-        EXPECT_EQ(date("2004", "605"), QStringLiteral("2004||")) << version;
-        EXPECT_EQ(date("c. 1999", "605"), QStringLiteral("c. 1999||")) << version;
+        EXPECT_EQ(date("2004", "0605"), u"2004|05|06"_s) << version;
+        EXPECT_EQ(date("2004", "9999"), u"2004|99|99"_s) << version;
+        EXPECT_EQ(date("2004", "605"), u"2004||"_s) << version;
+        EXPECT_EQ(date("c. 1999", "605"), u"c. 1999||"_s) << version;
     }
 }
 
 TEST_F(Id3v2Tags, ANewDateReplacesTheOldOneInEveryForm)
 {
     TagsObject record;
-    record.setYearText(QStringLiteral("1999"));
+    record.setYearText(u"1999"_s);
     for (const int version : {3, 4}) {
         const QByteArray tag =
             id3v2(version, textFrame(version, "TYER", "2004") + textFrame(version, "TDAT", "0605"));
         const QString mp3 = tagged(tag);
         ASSERT_TRUE(helper.writeTagsForMP3File(mp3, record, false));
-        EXPECT_EQ(helper.tagsForMP3File(mp3)->yearText(), QStringLiteral("1999"));
-        EXPECT_EQ(helper.tagsForMP3File(mp3)->monthText(), QStringLiteral(""));
+        EXPECT_EQ(helper.tagsForMP3File(mp3)->yearText(), u"1999"_s);
+        EXPECT_EQ(helper.tagsForMP3File(mp3)->monthText(), u""_s);
         EXPECT_FALSE(readFile(mp3).contains("TYER") || readFile(mp3).contains("TDAT"));
 
-        const QString aiff = folder.audio(QStringLiteral("aiff"));
+        const QString aiff = folder.audio(u"aiff"_s);
         writeFile(aiff, readFile(aiff) + "ID3 " + bigEndian(tag.size(), 8) + tag);
-        ASSERT_EQ(helper.tagsForAIFFFile(aiff)->monthText(), QStringLiteral("05"));
+        ASSERT_EQ(helper.tagsForAIFFFile(aiff)->monthText(), u"05"_s);
         ASSERT_TRUE(helper.writeTagsForAIFFFile(aiff, record));
-        EXPECT_EQ(helper.tagsForAIFFFile(aiff)->yearText(), QStringLiteral("1999"));
+        EXPECT_EQ(helper.tagsForAIFFFile(aiff)->yearText(), u"1999"_s);
     }
 }
 
@@ -178,17 +180,17 @@ TEST_F(Id3v2Tags, WhatOthersWroteStays)
                                frame(3, "COMM", QByteArray("\0engiTunNORM\0 0000", 17));
     const QString path = tagged(id3v2(3, foreign));
     TagsObject record;
-    record.setCommentText(QStringLiteral("mine"));
-    record.setTitleText(QStringLiteral("New"));
+    record.setCommentText(u"mine"_s);
+    record.setTitleText(u"New"_s);
     ASSERT_TRUE(helper.writeTagsForMP3File(path, record, false));
     ASSERT_TRUE(helper.writeTagsForMP3File(path, record, false));
     const QByteArray bytes = readFile(path);
     for (const char *kept : {"owner", "XYZW", "RVAD", "volume", "iTunNORM"}) {
         EXPECT_EQ(bytes.count(kept), 1) << kept;
     }
-    EXPECT_EQ(probedTags(path).value(QStringLiteral("replaygain_track_gain")), QStringLiteral("-3.21 dB"));
-    EXPECT_EQ(helper.tagsForMP3File(path)->commentText(), QStringLiteral("mine"));
-    EXPECT_EQ(helper.tagsForMP3File(path)->artistText(), QStringLiteral("One"));
+    EXPECT_EQ(probedTags(path).value(u"replaygain_track_gain"_s), u"-3.21 dB"_s);
+    EXPECT_EQ(helper.tagsForMP3File(path)->commentText(), u"mine"_s);
+    EXPECT_EQ(helper.tagsForMP3File(path)->artistText(), u"One"_s);
 }
 
 TEST_F(Id3v2Tags, SeveralValuesStayWhenTheTextIsUnchanged)
@@ -196,14 +198,14 @@ TEST_F(Id3v2Tags, SeveralValuesStayWhenTheTextIsUnchanged)
     const QByteArray two("One\0Two", 7);
     const QString path = tagged(id3v2(4, textFrame(4, "TPE1", two) + textFrame(4, "TCOM", two)));
     const auto record = helper.tagsForMP3File(path);
-    EXPECT_EQ(record->artistText(), QStringLiteral("One Two"));
+    EXPECT_EQ(record->artistText(), u"One Two"_s);
     ASSERT_TRUE(helper.writeTagsForMP3File(path, *record, false));
     EXPECT_EQ(readFile(path).count(two), 2);
 }
 
 TEST_F(Id3v2Tags, PicturesAreAddedAndClearedOnlyWithWriteEmpty)
 {
-    const QString path = folder.audio(QStringLiteral("mp3"));
+    const QString path = folder.audio(u"mp3"_s);
     const auto record = test::fullRecord();
     ASSERT_TRUE(helper.writeTagsForMP3File(path, *record, false));
     record->setAlbumArt(test::picture(Qt::blue));
@@ -243,24 +245,24 @@ TEST_F(Id3v2Tags, WriteEmptyStripsEveryKindOfTag)
     QByteArray id3v1 = "TAGOld";
     id3v1.resize(128, '\0');
     writeFile(path, readFile(path) + id3v1);
-    EXPECT_EQ(helper.tagsForMP3File(path)->titleText(), QStringLiteral("Old"));
+    EXPECT_EQ(helper.tagsForMP3File(path)->titleText(), u"Old"_s);
     TagsObject record;
-    record.setTitleText(QStringLiteral("New"));
+    record.setTitleText(u"New"_s);
     ASSERT_TRUE(helper.writeTagsForMP3File(path, record, true));
     EXPECT_FALSE(readFile(path).contains("XYZW") || readFile(path).contains("Old"));
-    EXPECT_EQ(helper.tagsForMP3File(path)->titleText(), QStringLiteral("New"));
-    EXPECT_EQ(helper.tagsForMP3File(path)->commentText(), QStringLiteral(""));
+    EXPECT_EQ(helper.tagsForMP3File(path)->titleText(), u"New"_s);
+    EXPECT_EQ(helper.tagsForMP3File(path)->commentText(), u""_s);
 }
 
 TEST_F(Id3v2Tags, AiffKeepsItsOtherChunks)
 {
-    const QString path = folder.audio(QStringLiteral("aiff"));
+    const QString path = folder.audio(u"aiff"_s);
     const QByteArray chunk = QByteArray("APPL") + bigEndian(5, 8) + QByteArray("own 1\0", 6);
     writeFile(path, readFile(path) + chunk);
     ASSERT_TRUE(helper.writeTagsForAIFFFile(path, *test::fullRecord()));
     EXPECT_TRUE(readFile(path).contains(chunk));
     EXPECT_EQ(helper.tagsForAIFFFile(path)->titleText(), test::fullRecord()->titleText());
-    EXPECT_EQ(test::toolOutput(QStringLiteral("soxi"), {QStringLiteral("-s"), path}).trimmed(), "44100");
+    EXPECT_EQ(test::toolOutput(u"soxi"_s, {u"-s"_s, path}).trimmed(), "44100");
 }
 
 } // namespace

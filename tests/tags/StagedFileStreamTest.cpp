@@ -14,6 +14,8 @@
 #include <tbytevector.h>
 #include <unistd.h>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace kruv {
 namespace {
 
@@ -39,7 +41,7 @@ protected:
     }
 
     const QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("file"));
+    const QString path = folder.filePath(u"file"_s);
     QByteArray original;
 };
 
@@ -88,13 +90,13 @@ TEST_F(StagedFile, BehavesLikeAByteArrayUnderAnyEdits)
         ASSERT_TRUE(stream.commit());
         ASSERT_EQ(readFile(path), model) << "round " << round;
     }
-    EXPECT_EQ(leftovers(), QStringList{QStringLiteral("file")});
+    EXPECT_EQ(leftovers(), QStringList{u"file"_s});
 }
 
 TEST_F(StagedFile, ANewFileKeepsRightsAndSymbolicLink)
 {
-    const QString link = folder.filePath(QStringLiteral("link"));
-    ASSERT_TRUE(QFile::link(QStringLiteral("file"), link));
+    const QString link = folder.filePath(u"link"_s);
+    ASSERT_TRUE(QFile::link(u"file"_s, link));
     ASSERT_EQ(chmod(path.toUtf8().constData(), 0640), 0);
     StagedFileStream stream(link);
     stream.insert(bytes(100), 0, 0);
@@ -102,16 +104,14 @@ TEST_F(StagedFile, ANewFileKeepsRightsAndSymbolicLink)
 
     EXPECT_EQ(QFile::symLinkTarget(link), path);
     EXPECT_EQ(readFile(path), QByteArray(100, 'x') + original);
-    struct stat status
-    {
-    };
+    struct stat status;
     ASSERT_EQ(stat(path.toUtf8().constData(), &status), 0);
     EXPECT_EQ(status.st_mode & 07777U, 0640U);
 }
 
 TEST_F(StagedFile, KeepsItsHardLinksWhenTheAudioStaysInPlace)
 {
-    const QString other = folder.filePath(QStringLiteral("other"));
+    const QString other = folder.filePath(u"other"_s);
     ASSERT_EQ(link(path.toUtf8().constData(), other.toUtf8().constData()), 0);
     StagedFileStream stream(path);
     stream.insert(bytes(100), 0, 100);
@@ -142,7 +142,7 @@ TEST_F(StagedFile, AFullDiskLeavesTheFileAsItWas)
             return !stream.commit();
         })) << edit.what;
         EXPECT_EQ(readFile(path), original) << edit.what;
-        EXPECT_EQ(leftovers(), QStringList{QStringLiteral("file")}) << edit.what;
+        EXPECT_EQ(leftovers(), QStringList{u"file"_s}) << edit.what;
     }
 }
 
@@ -168,8 +168,8 @@ TEST_F(StagedFile, InAReadOnlyFolderOnlyTheAudioMustStayInPlace)
 TEST_F(StagedFile, OpensRegularFilesOnly)
 {
     EXPECT_FALSE(StagedFileStream(folder.path()).isOpen());
-    EXPECT_FALSE(StagedFileStream(folder.filePath(QStringLiteral("missing"))).isOpen());
-    const QString pipe = folder.filePath(QStringLiteral("pipe"));
+    EXPECT_FALSE(StagedFileStream(folder.filePath(u"missing"_s)).isOpen());
+    const QString pipe = folder.filePath(u"pipe"_s);
     ASSERT_EQ(mkfifo(pipe.toUtf8().constData(), 0600), 0);
     EXPECT_FALSE(StagedFileStream(pipe).isOpen());
 }

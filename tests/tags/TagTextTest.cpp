@@ -12,6 +12,8 @@
 #include <gtest/gtest.h>
 #include <limits>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace kruv {
 namespace {
 
@@ -48,7 +50,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(TagText, KeepsEveryCharacter)
 {
-    const QString text = QStringLiteral("a\u00e9\u6b4c\U0001F3B5\r\n\t\"%1\"");
+    const QString text = u"a\u00e9\u6b4c\U0001F3B5\r\n\t\"%1\""_s;
     EXPECT_EQ(fromTagLibString(toTagLibString(text)), text);
     EXPECT_FALSE(fromTagLibString(toTagLibString({})).isNull());
 }
@@ -72,16 +74,16 @@ TEST(SoundCheck, FiguresAndText)
 {
     const TagLibTagsHelper helper{};
     EXPECT_DOUBLE_EQ(helper.gain_to_watts(-10), 10.0);
-    EXPECT_EQ(helper.hexFromStr(QStringLiteral("2500.7")), QStringLiteral("000009C4 "));
-    EXPECT_EQ(helper.hexFromStr(QStringLiteral("-1")), QStringLiteral("FFFFFFFF "));
+    EXPECT_EQ(helper.hexFromStr(u"2500.7"_s), u"000009C4 "_s);
+    EXPECT_EQ(helper.hexFromStr(u"-1"_s), u"FFFFFFFF "_s);
     EXPECT_TRUE(helper.getiTunNORM({}).isNull());
 
-    QLoggingCategory::setFilterRules(QStringLiteral("kruv.tags.info=true"));
+    QLoggingCategory::setFilterRules(u"kruv.tags.info=true"_s);
     const QtMessageHandler before = qInstallMessageHandler(
         [](QtMsgType, const QMessageLogContext &, const QString &text) { lastMessage = text; });
     EXPECT_TRUE(helper
-                    .getiTunNORM({{QStringLiteral("REPLAYGAIN_TRACK_GAIN"), QStringLiteral("-3.00 dB")},
-                                  {QStringLiteral("REPLAYGAIN_TRACK_PEAK"), QStringLiteral("0.5")}})
+                    .getiTunNORM(
+                        {{u"REPLAYGAIN_TRACK_GAIN"_s, u"-3.00 dB"_s}, {u"REPLAYGAIN_TRACK_PEAK"_s, u"0.5"_s}})
                     .isNull());
     qInstallMessageHandler(before);
     QLoggingCategory::setFilterRules({});

@@ -11,6 +11,8 @@
 #include <gtest/gtest.h>
 #include <stdexcept>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace kruv {
 namespace {
 
@@ -25,11 +27,11 @@ TEST(TagsObject, EqualityKeepsAbsentAndEmptyApart)
     EXPECT_FALSE(a.isEqual(nullptr));
     EXPECT_TRUE(a.titleText().isNull());
 
-    a.setTitleText(QStringLiteral(""));
+    a.setTitleText(u""_s);
     EXPECT_FALSE(a.isEqual(&b));
-    b.setTitleText(QStringLiteral(""));
+    b.setTitleText(u""_s);
     EXPECT_TRUE(a.isEqual(&b));
-    b.setTitleText(QStringLiteral(" "));
+    b.setTitleText(u" "_s);
     EXPECT_FALSE(a.isEqual(&b));
 }
 
@@ -38,13 +40,13 @@ TEST(TagsObject, EveryTextButTheEncoderTakesPartInEquality)
     for (std::size_t field = 0; field < tagFieldCount; ++field) {
         TagsObject a;
         TagsObject b;
-        a.setText(static_cast<TagField>(field), QStringLiteral("x"));
-        b.setText(static_cast<TagField>(field), QStringLiteral("X"));
+        a.setText(static_cast<TagField>(field), u"x"_s);
+        b.setText(static_cast<TagField>(field), u"X"_s);
         EXPECT_EQ(a.isEqual(&b), static_cast<TagField>(field) == TagField::EncoderSettings) << field;
     }
     TagsObject a;
     TagsObject b;
-    a.setCustomTagsDictionary({{QStringLiteral("MOOD"), QStringLiteral("calm")}});
+    a.setCustomTagsDictionary({{u"MOOD"_s, u"calm"_s}});
     EXPECT_TRUE(a.isEqual(&b));
 }
 
@@ -110,19 +112,17 @@ TEST(KruvCustomTagsPanel, RowsBecomeATrimmedMap)
 {
     TypingUserInterface userInterface;
     KruvCustomTagsPanel panel(userInterface);
-    userInterface.typed[0] = {QStringLiteral(" A\n"), QStringLiteral("\t1 ")};
+    userInterface.typed[0] = {u" A\n"_s, u"\t1 "_s};
     panel.runPanel();
-    EXPECT_EQ(panel.customTagDictionary(),
-              (TagsObject::CustomTags{{QStringLiteral("A"), QStringLiteral("1")},
-                                      {QStringLiteral(""), QStringLiteral("")}}));
+    EXPECT_EQ(panel.customTagDictionary(), (TagsObject::CustomTags{{u"A"_s, u"1"_s}, {u""_s, u""_s}}));
 
-    userInterface.typed[5] = {QStringLiteral("A"), QStringLiteral("2")};
+    userInterface.typed[5] = {u"A"_s, u"2"_s};
     TagsObject record;
-    record.setCustomTagsDictionary({{QStringLiteral("B"), QStringLiteral("3")}});
+    record.setCustomTagsDictionary({{u"B"_s, u"3"_s}});
     panel.runPanelWithTags(&record);
-    EXPECT_EQ(userInterface.shown[0].first, QStringLiteral(" A\n")) << "rows keep what was typed";
+    EXPECT_EQ(userInterface.shown[0].first, u" A\n"_s) << "rows keep what was typed";
     EXPECT_TRUE(userInterface.shown[1].first.isEmpty()) << "the record's tags are not put in";
-    EXPECT_EQ(panel.customTagDictionary().value(QStringLiteral("A")), QStringLiteral("2"));
+    EXPECT_EQ(panel.customTagDictionary().value(u"A"_s), u"2"_s);
     EXPECT_EQ(panel.customTagDictionary().size(), 2);
 }
 
@@ -132,14 +132,14 @@ TEST(KruvCustomTagsPanel, KeepsTagsBeyondItsRows)
     KruvCustomTagsPanel panel(userInterface);
     TagsObject::CustomTags tags;
     for (int number = 0; number < 10; ++number) {
-        tags.insert(QStringLiteral("KEY%1").arg(number), QString::number(number));
+        tags.insert(u"KEY%1"_s.arg(number), QString::number(number));
     }
     panel.fillTags(nullptr);
     EXPECT_TRUE(panel.customTagDictionary().isEmpty());
     panel.fillTags(&tags);
     EXPECT_EQ(panel.customTagDictionary(), tags);
-    EXPECT_EQ(panel.customTagNameText(1), QStringLiteral("KEY0"));
-    EXPECT_EQ(panel.customTagValueText(8), QStringLiteral("7"));
+    EXPECT_EQ(panel.customTagNameText(1), u"KEY0"_s);
+    EXPECT_EQ(panel.customTagValueText(8), u"7"_s);
 
     panel.clearTags();
     EXPECT_TRUE(panel.customTagNameText(8).isEmpty());
