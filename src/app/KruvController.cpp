@@ -106,9 +106,16 @@ bool KruvController::passesPreFilter(const QString &tabLabel, const QString &pat
 void KruvController::addFiles(const QStringList &paths)
 {
     QStringList files;
+    FolderWalk walk;
     for (const QString &path : paths) {
-        files.append(getFiles(path));
+        // A file that was named is a person's own choice, extension or not; only the tab may refuse it.
+        walk.walk(path, [&](const QString &file) {
+            if (file == path || !PathNames::extension(file).isEmpty()) {
+                files.append(file);
+            }
+        });
     }
+    BaseTab::reportUndecodable(m_userInterface, walk.undecodableNames());
     const QString label = m_tabLabels.value(m_selectedTab);
     if (label == aboutLabel) {
         routeFromAbout(files);
