@@ -20,7 +20,8 @@ struct Hint
 
 // The first that matches is given, so the plain causes stand before the catch-alls.
 constexpr Hint hints[] = {
-    {u"already exists", "Move the existing file away, choose another output folder, or allow overwriting."},
+    {u"already exists, use -f",
+     "Move the existing file away, choose another output folder, or allow overwriting."},
     {u"No space left", "Free some space on the output folder's disk and try again."},
     {u"can't open input file", "Check that the file is there and may be read."},
     {u"Permission denied", "Check that the output folder may be written to."},
@@ -37,6 +38,9 @@ constexpr Hint hints[] = {
     {u"MD5 signature mismatch", "The audio is not what was encoded: the file is damaged."},
     {u"FLAC__STREAM_DECODER", "The source is damaged or is not a FLAC file."},
     {u"not a WAVE file", "The file is not the kind of audio that its name says."},
+    {u"unsupported number of channels", "flac can't take this number of channels from this kind of file."},
+    {u"'data' chunk has size of 0", "The source holds no audio."},
+    {u"'SSND' chunk has size <= 8", "The source holds no audio."},
     {u"unsupported format type", "The source holds a kind of audio that this format can't take."},
     {u"unknown file type", "The file is not the kind of audio that its name says."},
 };
@@ -62,7 +66,8 @@ const QRegularExpression &chatter()
 
 bool isNoise(QStringView line)
 {
-    return line.isEmpty() || line.endsWith(u':') ||
+    const bool loneName = line.endsWith(u':') && !line.contains(u": ");
+    return line.isEmpty() || loneName ||
            std::ranges::any_of(noise, [line](QStringView words) { return line.startsWith(words); });
 }
 
