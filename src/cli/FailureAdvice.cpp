@@ -57,7 +57,7 @@ const QRegularExpression &chatter()
 {
     static const QRegularExpression expression(
         QStringLiteral("flac \\d\\S*\\s*Copyright[\\s\\S]*?Type `flac' for details\\."
-                       "|\\d+% complete(, ratio=\\d+\\.\\d{3})?"
+                       "|(testing, )?\\d+(\\.\\d+)?% complete(, ratio=\\d+\\.\\d{3})?"
                        "|(init_status|init status|state) = FLAC__[A-Z_]*[A-Z](?![a-z])"
                        "|[^\\n]*WARNING: skipping unknown chunk[^)]*\\)"
                        "|\\x{08}+"));

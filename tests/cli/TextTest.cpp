@@ -39,8 +39,8 @@ TEST(FailureText, IsTheToolsReasonAndWhatToDo)
                u"The source is damaged"}}) {
         // As a job's results hold it: cleaned pieces, one behind the other.
         QString text;
-        const QByteArray file =
-            readFile(u"%1/flac-1.4.2/%2.txt"_s.arg(QStringLiteral(KRUV_TEST_DATA), each.recording.toString()));
+        const QByteArray file = readFile(
+            u"%1/flac-1.4.2/%2.txt"_s.arg(QStringLiteral(KRUV_TEST_DATA), each.recording.toString()));
         for (QByteArray line : file.split('\n').mid(1)) {
             line.replace("\\b", "\b").replace("\\n", "\n");
             text += ToolOutput::cleaned(QString::fromUtf8(line));
@@ -55,6 +55,8 @@ TEST(FailureText, IsTheToolsReasonAndWhatToDo)
     }
     const QString odd = u"flac 1. you are details.wav: ERROR: got partial sample"_s;
     EXPECT_EQ(FailureAdvice::essence(odd), odd);
+    EXPECT_EQ(FailureAdvice::essence(u"a.flac: testing, 32.000000% complete\na.flac: lost"_s),
+              u"a.flac: lost"_s);
 }
 
 TEST(ConsoleText, FitsIntoTheTerminal)
