@@ -92,9 +92,13 @@ void KruvTask::fail(const QString &reason)
 
 void KruvTask::failToStart(const QString &reason)
 {
-    fail(reason);
-    KruvTask::stopTask();
-    MainThread::post([self = shared_from_this()] { self->notifyQueue(); });
+    MainThread::post([self = shared_from_this(), this, reason] {
+        if (!m_done) {
+            fail(reason);
+            KruvTask::stopTask();
+            notifyQueue();
+        }
+    });
 }
 
 void KruvTask::runInBackground(std::function<void()> work)

@@ -89,7 +89,7 @@ public:
     virtual QString inputPath() const { return {}; }
     virtual QString outputPath() const { return {}; }
 
-    /// Ends a job that could not be started: appends `reason`, marks it failed, and tells the queue through
+    /// Ends a job that could not be started: appends `reason`, marks it failed and tells the queue, all through
     /// the event loop, so that any number of instant failures needs no stack. Main thread.
     void failToStart(const QString &reason);
 
