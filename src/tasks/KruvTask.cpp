@@ -103,13 +103,14 @@ void KruvTask::failToStart(const QString &reason)
 
 void KruvTask::runInBackground(std::function<void()> work)
 {
-    TaskPool::start([self = shared_from_this(), work = std::move(work)] {
+    TaskPool::start([self = shared_from_this(), work = std::move(work)]() mutable {
         try {
             work();
         } catch (const std::exception &failure) {
             self->fail(QString::fromUtf8(failure.what()));
             self->endAfterException();
         }
+        MainThread::post([last = std::move(self)] {}); // jobs end their lives where they began
     });
 }
 
