@@ -43,6 +43,11 @@ public:
 private:
     unsigned timeVersion() const { return m_wideTimes ? 1 : 0; }
     void timesUnset() { m_out.zeros(m_wideTimes ? 16 : 8); }
+    /// A count of decoded frames in the media's time scale, the rate of the core; rounded up.
+    std::uint64_t inMediaTime(std::uint64_t frames) const
+    {
+        return (frames * m_track.coreSampleRate + m_track.sampleRate - 1) / m_track.sampleRate;
+    }
     void time(std::uint64_t frames) { m_out.u32or64(frames, m_wideTimes); }
     void unityMatrix()
     {
@@ -106,7 +111,7 @@ void MovieBoxBuilder::editList()
         m_out.fullBox("elst", timeVersion(), 0, [this] {
             m_out.u32(1);
             time(m_track.sourceFrames);
-            time(m_track.encoderDelay);
+            time(inMediaTime(m_track.encoderDelay));
             m_out.u32(0x10000); // normal speed
         });
     });
@@ -117,8 +122,8 @@ void MovieBoxBuilder::media()
     m_out.box("mdia", [this] {
         m_out.fullBox("mdhd", timeVersion(), 0, [this] {
             timesUnset();
-            m_out.u32(m_track.sampleRate);
-            time(m_mediaFrames);
+            m_out.u32(m_track.coreSampleRate);
+            time(inMediaTime(m_mediaFrames));
             m_out.u16(0x55C4); // "und", no language
             m_out.u16(0);
         });
@@ -146,7 +151,7 @@ void MovieBoxBuilder::sampleTable()
     m_out.fullBox("stts", 0, 0, [this] {
         m_out.u32(1);
         m_out.u32(m_track.accessUnitSizes.size());
-        m_out.u32(m_track.framesPerAccessUnit);
+        m_out.u32(inMediaTime(m_track.framesPerAccessUnit));
     });
     sampleSizes();
     chunks();
@@ -164,9 +169,7 @@ void MovieBoxBuilder::sampleDescription()
             m_out.u16(m_track.channels);
             m_out.u16(16); // the field's constant for coded audio
             m_out.zeros(4);
-            // 16.16 fixed point; a rate beyond 65 535 Hz has no place here and stands in the decoder's
-            // configuration alone.
-            m_out.u32(m_track.sampleRate <= 0xFFFF ? std::uint64_t{m_track.sampleRate} << 16 : 0);
+            m_out.u32(std::uint64_t{m_track.coreSampleRate} << 16); // 16.16 fixed point
             elementaryStream();
         });
     });
@@ -260,17 +263,19 @@ void MovieBoxBuilder::rollGroups()
     });
 }
 
-/// Delay, padding and length once more as the text that players without edit list support look for.
+/// Delay, padding and length once more, in media time, as the text that players without edit list support look
+/// for.
 void MovieBoxBuilder::gaplessComment()
 {
-    const std::uint64_t used = m_track.encoderDelay + m_track.sourceFrames;
-    const std::uint64_t padding = m_mediaFrames > used ? m_mediaFrames - used : 0;
+    const std::uint64_t delay = inMediaTime(m_track.encoderDelay);
+    const std::uint64_t length = inMediaTime(m_track.sourceFrames);
+    const std::uint64_t padding = inMediaTime(m_mediaFrames) - std::min(inMediaTime(m_mediaFrames), delay + length);
     std::array<char, 160> value{};
-    const int length = std::snprintf(
+    const int size = std::snprintf(
         value.data(), value.size(),
-        " 00000000 %08" PRIX32 " %08" PRIX64 " %016" PRIX64
+        " 00000000 %08" PRIX64 " %08" PRIX64 " %016" PRIX64
         " 00000000 00000000 00000000 00000000 00000000 00000000 00000000 00000000",
-        m_track.encoderDelay, padding, m_track.sourceFrames);
+        delay, padding, length);
 
     m_out.box("udta", [&] {
         m_out.fullBox("meta", 0, 0, [&] {
@@ -285,7 +290,7 @@ void MovieBoxBuilder::gaplessComment()
                     m_out.fullBox("name", 0, 0, [this] { m_out.text("iTunSMPB"); });
                     m_out.fullBox("data", 0, 1, [&] {
                         m_out.zeros(4);
-                        m_out.text({value.data(), static_cast<std::size_t>(length)});
+                        m_out.text({value.data(), static_cast<std::size_t>(size)});
                     });
                 });
             });

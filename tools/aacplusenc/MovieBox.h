@@ -11,7 +11,8 @@ namespace kruv::aacplusenc {
 /// decoded audio, the rate of which is the time scale too.
 struct AacTrack
 {
-    std::uint32_t sampleRate = 0; ///< Hz, of the decoded audio (after spectral band replication)
+    std::uint32_t sampleRate = 0;     ///< Hz, of the decoded audio (after spectral band replication)
+    std::uint32_t coreSampleRate = 0; ///< Hz, of the AAC core; the time scale of the media
     unsigned channels = 0;        ///< of the decoded audio (after parametric stereo)
     std::uint32_t framesPerAccessUnit = 0;
     std::uint32_t encoderDelay = 0; ///< frames that a decoder puts out before the source's first one

@@ -32,6 +32,20 @@ InputStream::InputStream(const std::string &path)
             throw ToolError("cannot open " + m_name + ": " + std::strerror(errno));
         m_ownsDescriptor = true;
     }
+    findSize();
+}
+
+InputStream::InputStream(int descriptor, std::string name)
+    : m_descriptor(descriptor)
+    , m_ownsDescriptor(true)
+    , m_name(std::move(name))
+    , m_buffer(bufferBytes)
+{
+    findSize();
+}
+
+void InputStream::findSize()
+{
     struct stat status = {};
     if (::fstat(m_descriptor, &status) != 0 || !S_ISREG(status.st_mode))
         return;

@@ -17,6 +17,8 @@ class InputStream
 public:
     /// Opens a file; "-" is standard input, which starts at its present position.
     explicit InputStream(const std::string &path);
+    /// Reads and finally closes an open descriptor, of a pipe for example; name stands in messages.
+    InputStream(int descriptor, std::string name);
     /// Reads the given bytes; name stands in messages.
     InputStream(std::vector<std::uint8_t> bytes, std::string name);
     ~InputStream();
@@ -43,6 +45,7 @@ public:
     const std::string &name() const { return m_name; }
 
 private:
+    void findSize();
     void fillBuffer();
     std::size_t readFromDescriptor(std::uint8_t *destination, std::size_t count);
     std::size_t buffered() const { return m_end - m_begin; }

@@ -45,13 +45,15 @@ bool isNear(std::uint64_t one, std::uint64_t other)
 
 } // namespace
 
-WavReader::WavReader(InputStream &input)
+WavReader::WavReader(InputStream &input, WavTolerance tolerance)
     : m_input(input)
+    , m_tolerance(tolerance)
 {
     const auto start = input.peek(12);
-    if (start.size() >= 4 && (isId(start.data(), "RF64") || isId(start.data(), "RIFX")))
+    m_isRf64 = tolerance == WavTolerance::Repair && start.size() >= 12 && isId(start.data(), "RF64");
+    if (!m_isRf64 && start.size() >= 4 && (isId(start.data(), "RF64") || isId(start.data(), "RIFX")))
         throw ToolError(input.name() + ": this kind of WAV file (RF64, RIFX) is not supported");
-    if (start.size() < 12 || !isId(start.data(), "RIFF") || !isId(start.data() + 8, "WAVE"))
+    if (start.size() < 12 || !(m_isRf64 || isId(start.data(), "RIFF")) || !isId(start.data() + 8, "WAVE"))
         throw ToolError(input.name() + " is not a WAV file");
     append(12, "the RIFF header");
     readChunks();
@@ -81,15 +83,25 @@ void WavReader::readChunks()
         if (isId(&m_header[offset], "data")) {
             if (!m_hasFormat)
                 throw ToolError(m_input.name() + ": no format chunk before the audio");
-            decideLength(size);
+            const bool wide = m_isRf64 && size == 0xFFFFFFFF && m_wideDataSize != 0;
+            decideLength(wide ? m_wideDataSize : size, !wide && isPlaceholder(size));
             return;
         }
         const std::size_t padded = static_cast<std::size_t>(size) + size % 2;
-        const bool isFormat = isId(&m_header[offset], "fmt ");
         append(padded, "the chunks before the audio");
-        if (isFormat)
-            parseFormat(std::span<const std::uint8_t>(m_header).subspan(offset + 8, size));
+        const auto content = std::span<const std::uint8_t>(m_header).subspan(offset + 8, size);
+        if (isId(&m_header[offset], "fmt "))
+            parseFormat(content);
+        else if (m_isRf64 && isId(&m_header[offset], "ds64"))
+            parseWideSizes(content);
     }
+}
+
+void WavReader::parseWideSizes(std::span<const std::uint8_t> chunk)
+{
+    if (chunk.size() < 16)
+        throw ToolError(m_input.name() + ": the chunk of 64-bit sizes is too short");
+    m_wideDataSize = readLe32(&chunk[8]) | static_cast<std::uint64_t>(readLe32(&chunk[12])) << 32;
 }
 
 void WavReader::parseFormat(std::span<const std::uint8_t> chunk)
@@ -103,6 +115,7 @@ void WavReader::parseFormat(std::span<const std::uint8_t> chunk)
         if (chunk.size() < 40 || std::memcmp(&chunk[26], guidTail, sizeof guidTail) != 0)
             throw ToolError(name + ": unknown extensible format");
         tag = readLe16(&chunk[24]);
+        m_format.channelMask = readLe32(&chunk[20]);
     }
     m_format.channels = readLe16(&chunk[2]);
     m_format.sampleRate = readLe32(&chunk[4]);
@@ -112,7 +125,7 @@ void WavReader::parseFormat(std::span<const std::uint8_t> chunk)
     if (m_format.channels == 0 || m_format.bitsPerSample == 0 || m_format.bitsPerSample > 32 ||
         m_format.sampleRate == 0)
         throw ToolError(name + ": the format chunk makes no sense");
-    if (readLe16(&chunk[12]) != m_format.bytesPerFrame())
+    if (m_tolerance == WavTolerance::None && readLe16(&chunk[12]) != m_format.bytesPerFrame())
         throw ToolError(name + ": the format chunk contradicts itself (" + std::to_string(m_format.channels) +
                         " channels of " + std::to_string(m_format.bitsPerSample) + " bit in frames of " +
                         std::to_string(readLe16(&chunk[12])) + " bytes)");
@@ -128,12 +141,12 @@ bool WavReader::emptyDataIsMeant() const
     return looksLikeChunk(next) && m_header.size() + 8 + readLe32(&next[4]) <= riffEnd;
 }
 
-void WavReader::decideLength(std::uint32_t stated)
+void WavReader::decideLength(std::uint64_t stated, bool placeholder)
 {
     const auto size = m_input.size();
     const std::uint64_t available = size ? *size - m_input.position() : 0;
     const std::uint64_t riffEnd = std::uint64_t(readLe32(&m_header[4])) + 8;
-    const bool unreliable = stated == 0 || (isPlaceholder(stated) && !(size && isNear(*size, riffEnd)));
+    const bool unreliable = stated == 0 || (placeholder && !(size && isNear(*size, riffEnd)));
     if (stated == 0 && emptyDataIsMeant()) {
         m_remaining = 0;
     } else if (!unreliable && (!size || stated <= available)) {

@@ -13,6 +13,14 @@ namespace kruv::tools {
 
 class InputStream;
 
+/// What a WavReader takes besides faultless RIFF files.
+enum class WavTolerance
+{
+    None,
+    /// RF64 files with 64-bit sizes, and frame sizes that contradict channels and depth (these two decide).
+    Repair,
+};
+
 /// Reads a RIFF/WAVE file of linear PCM in one forward pass, so it works on a pipe, and loses no byte:
 /// header() + readAudio() until 0 + readTrailing() until 0 is the input.
 ///
@@ -22,7 +30,7 @@ class WavReader
 {
 public:
     /// Reads up to the first sample. The stream must outlive the reader.
-    explicit WavReader(InputStream &input);
+    explicit WavReader(InputStream &input, WavTolerance tolerance = WavTolerance::None);
 
     const WavFormat &format() const { return m_format; }
     /// Every byte before the first sample.
@@ -42,11 +50,15 @@ public:
 private:
     void readChunks();
     void parseFormat(std::span<const std::uint8_t> chunk);
-    void decideLength(std::uint32_t stated);
+    void parseWideSizes(std::span<const std::uint8_t> chunk);
+    void decideLength(std::uint64_t stated, bool placeholder);
     bool emptyDataIsMeant() const;
     std::size_t append(std::size_t count, const char *what);
 
     InputStream &m_input;
+    const WavTolerance m_tolerance;
+    bool m_isRf64 = false;
+    std::uint64_t m_wideDataSize = 0; ///< of RF64; 0 = not told
     WavFormat m_format;
     std::vector<std::uint8_t> m_header;
     std::optional<std::uint64_t> m_audioBytes;

@@ -1,0 +1,127 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "HeAacEncoder.h"
+
+#include "common/ToolError.h"
+
+#include <algorithm>
+#include <fdk-aac/aacenc_lib.h>
+#include <string>
+
+namespace kruv::aacplusenc {
+namespace {
+
+using tools::ToolError;
+
+/// Up to this rate one channel with a description of the stereo image sounds better than two.
+constexpr std::uint32_t largestParametricStereoRate = 44'000; // bit/s
+
+constexpr std::uint32_t sampleRates[] = {16000, 22050, 24000, 32000, 44100, 48000, 64000, 88200, 96000};
+
+/// The library's channel modes by number of channels; 0 = none.
+constexpr std::uint32_t channelModes[] = {0, MODE_1, MODE_2, MODE_1_2, MODE_1_2_1, MODE_1_2_2, MODE_1_2_2_1, 0,
+                                          MODE_7_1_REAR_SURROUND};
+
+std::string inKilobits(std::uint32_t bitRate)
+{
+    return std::to_string(bitRate / 1000) + " kbit/s";
+}
+
+void check(std::uint32_t sampleRate, unsigned channels)
+{
+    if (std::ranges::find(sampleRates, sampleRate) == std::end(sampleRates))
+        throw ToolError("there is no HE-AAC with a sample rate of " + std::to_string(sampleRate) +
+                        " Hz, only 16000, 22050, 24000, 32000, 44100, 48000, 64000, 88200 and 96000");
+    if (channels >= std::size(channelModes) || channelModes[channels] == 0)
+        throw ToolError("HE-AAC is made of 1 to 6 or 8 channels, not of " + std::to_string(channels));
+}
+
+/// Decoders take mono HE-AAC for stereo unless its configuration says that no parametric stereo will come. The
+/// library's ends, 37 bits long, with the extension for spectral band replication; the word 0x548 and a zero bit
+/// go behind it.
+void denyParametricStereo(std::vector<std::uint8_t> &config)
+{
+    constexpr std::size_t librarysBytes = 5;
+    if (config.size() != librarysBytes)
+        return;
+    config.back() |= 0x548 >> 8;
+    config.push_back(0x548 & 0xFF);
+    config.push_back(0);
+}
+
+} // namespace
+
+void HeAacEncoder::Closer::operator()(AACENCODER *encoder) const
+{
+    aacEncClose(&encoder);
+}
+
+HeAacEncoder::HeAacEncoder(std::uint32_t sampleRate, unsigned channels, std::uint32_t bitRate)
+    : m_parametricStereo(channels == 2 && bitRate <= largestParametricStereoRate)
+{
+    check(sampleRate, channels);
+    AACENCODER *encoder = nullptr;
+    if (aacEncOpen(&encoder, 0, channels) != AACENC_OK)
+        throw ToolError("the HE-AAC encoder cannot be opened");
+    m_encoder.reset(encoder);
+
+    constexpr std::uint32_t rawAccessUnits = 0;
+    constexpr std::uint32_t wavChannelOrder = 1;
+    // The decoder configuration describes the plain AAC core and then the extensions, so that every player takes
+    // it: old ones play the core, others need not guess the rate.
+    constexpr std::uint32_t backwardCompatibleSignalling = 1;
+    const bool accepted = set(AACENC_AOT, m_parametricStereo ? AOT_PS : AOT_SBR) &&
+                          set(AACENC_SAMPLERATE, sampleRate) &&
+                          set(AACENC_CHANNELMODE, channelModes[channels]) &&
+                          set(AACENC_CHANNELORDER, wavChannelOrder) && set(AACENC_BITRATEMODE, 0) &&
+                          set(AACENC_BITRATE, bitRate) && set(AACENC_TRANSMUX, rawAccessUnits) &&
+                          set(AACENC_SIGNALING_MODE, backwardCompatibleSignalling) && set(AACENC_AFTERBURNER, 1);
+    AACENC_InfoStruct info{};
+    if (!accepted || aacEncEncode(encoder, nullptr, nullptr, nullptr, nullptr) != AACENC_OK ||
+        aacEncInfo(encoder, &info) != AACENC_OK)
+        throw ToolError("there is no HE-AAC of " + inKilobits(bitRate) + " for " + std::to_string(sampleRate) +
+                        " Hz and " + std::to_string(channels) + (channels == 1 ? " channel" : " channels"));
+    // Outside its range the library would quietly take another rate.
+    const std::uint32_t actual = aacEncoder_GetParam(encoder, AACENC_BITRATE);
+    if (actual != bitRate)
+        throw ToolError("there is no HE-AAC of " + inKilobits(bitRate) + " for " + std::to_string(sampleRate) +
+                        " Hz and " + std::to_string(channels) +
+                        (channels == 1 ? " channel" : " channels") + "; the nearest is " + inKilobits(actual));
+
+    m_delay = info.nDelay;
+    m_framesPerAccessUnit = info.frameLength;
+    m_decoderConfig.assign(info.confBuf, info.confBuf + info.confSize);
+    if (channels == 1)
+        denyParametricStereo(m_decoderConfig);
+    m_output.resize(info.maxOutBufBytes);
+}
+
+bool HeAacEncoder::set(int parameter, std::uint32_t value)
+{
+    return aacEncoder_SetParam(m_encoder.get(), static_cast<AACENC_PARAM>(parameter), value) == AACENC_OK;
+}
+
+std::span<const std::uint8_t> HeAacEncoder::encode(std::span<const std::int16_t> samples)
+{
+    m_input.assign(samples.begin(), samples.end()); // the library's interface takes no constant samples
+    void *inputs[] = {m_input.data()};
+    int inputKinds[] = {IN_AUDIO_DATA};
+    int inputBytes[] = {static_cast<int>(m_input.size() * sizeof(std::int16_t))};
+    int inputElementBytes[] = {2};
+    const AACENC_BufDesc input{1, inputs, inputKinds, inputBytes, inputElementBytes};
+
+    void *outputs[] = {m_output.data()};
+    int outputKinds[] = {OUT_BITSTREAM_DATA};
+    int outputBytes[] = {static_cast<int>(m_output.size())};
+    int outputElementBytes[] = {1};
+    const AACENC_BufDesc output{1, outputs, outputKinds, outputBytes, outputElementBytes};
+
+    const AACENC_InArgs arguments{static_cast<int>(m_input.size()), 0};
+    AACENC_OutArgs result{};
+    const AACENC_ERROR error = aacEncEncode(m_encoder.get(), &input, &output, &arguments, &result);
+    if (error != AACENC_OK || result.numInSamples != arguments.numInSamples)
+        throw ToolError("the HE-AAC encoder failed (error " + std::to_string(error) + ")");
+    return std::span<const std::uint8_t>(m_output).first(static_cast<std::size_t>(result.numOutBytes));
+}
+
+} // namespace kruv::aacplusenc
