@@ -73,9 +73,9 @@ private:
     bool m_atEnd = false;
 };
 
-/// Frames of silence to encode before a source of the given length, so that the last access unit ends where the
-/// source ends. Every player cuts the delay at the start off, hardly one a remainder at the end. Always even: the
-/// delay is stored at half the sample rate.
+/// Frames of silence to encode before a source of the given length, so that the last access unit ends where
+/// the source ends. Every player cuts the delay at the start off, hardly one a remainder at the end. Always
+/// even: the delay is stored at half the sample rate.
 std::uint32_t leadingSilence(const HeAacEncoder &encoder, std::optional<std::uint64_t> frames)
 {
     if (!frames)
@@ -104,12 +104,19 @@ std::uint64_t encodeAll(PcmReader &source, HeAacEncoder &encoder, std::uint32_t 
                         tools::ProgressPrinter &progress)
 {
     BlockReader reader(source, encoder.framesPerAccessUnit(), silence);
+    const std::uint64_t unit = encoder.framesPerAccessUnit();
     std::uint64_t encoded = 0; // frames that the access units written so far stand for
-    while (!reader.atEnd() || encoded < encoder.delay() + silence + reader.frames()) {
+    const auto needed = [&] {
+        // Some players drop a last access unit of which they would play less than half. A source longer than
+        // that is never cut there; behind a shorter one stands one more.
+        const std::uint64_t extra = reader.frames() < unit ? unit : 0;
+        return encoder.delay() + silence + reader.frames() + extra;
+    };
+    while (!reader.atEnd() || encoded < needed()) {
         const auto accessUnit = encoder.encode(reader.next());
         if (!accessUnit.empty()) {
             writer.write(accessUnit);
-            encoded += encoder.framesPerAccessUnit();
+            encoded += unit;
         }
         progress.update(reader.frames(), source.frames().value_or(0));
     }

@@ -19,8 +19,8 @@ constexpr std::uint32_t largestParametricStereoRate = 44'000; // bit/s
 constexpr std::uint32_t sampleRates[] = {16000, 22050, 24000, 32000, 44100, 48000, 64000, 88200, 96000};
 
 /// The library's channel modes by number of channels; 0 = none.
-constexpr std::uint32_t channelModes[] = {0, MODE_1, MODE_2, MODE_1_2, MODE_1_2_1, MODE_1_2_2, MODE_1_2_2_1, 0,
-                                          MODE_7_1_REAR_SURROUND};
+constexpr std::uint32_t channelModes[] = {
+    0, MODE_1, MODE_2, MODE_1_2, MODE_1_2_1, MODE_1_2_2, MODE_1_2_2_1, 0, MODE_7_1_REAR_SURROUND};
 
 std::string inKilobits(std::uint32_t bitRate)
 {
@@ -36,9 +36,9 @@ void check(std::uint32_t sampleRate, unsigned channels)
         throw ToolError("HE-AAC is made of 1 to 6 or 8 channels, not of " + std::to_string(channels));
 }
 
-/// Decoders take mono HE-AAC for stereo unless its configuration says that no parametric stereo will come. The
-/// library's ends, 37 bits long, with the extension for spectral band replication; the word 0x548 and a zero bit
-/// go behind it.
+/// Decoders take mono HE-AAC for stereo unless its configuration says that no parametric stereo will come.
+/// The library's ends, 37 bits long, with the extension for spectral band replication; the word 0x548 and a
+/// zero bit go behind it.
 void denyParametricStereo(std::vector<std::uint8_t> &config)
 {
     constexpr std::size_t librarysBytes = 5;
@@ -67,26 +67,27 @@ HeAacEncoder::HeAacEncoder(std::uint32_t sampleRate, unsigned channels, std::uin
 
     constexpr std::uint32_t rawAccessUnits = 0;
     constexpr std::uint32_t wavChannelOrder = 1;
-    // The decoder configuration describes the plain AAC core and then the extensions, so that every player takes
-    // it: old ones play the core, others need not guess the rate.
+    // The decoder configuration describes the plain AAC core and then the extensions, so that every player
+    // takes it: old ones play the core, others need not guess the rate.
     constexpr std::uint32_t backwardCompatibleSignalling = 1;
-    const bool accepted = set(AACENC_AOT, m_parametricStereo ? AOT_PS : AOT_SBR) &&
-                          set(AACENC_SAMPLERATE, sampleRate) &&
-                          set(AACENC_CHANNELMODE, channelModes[channels]) &&
-                          set(AACENC_CHANNELORDER, wavChannelOrder) && set(AACENC_BITRATEMODE, 0) &&
-                          set(AACENC_BITRATE, bitRate) && set(AACENC_TRANSMUX, rawAccessUnits) &&
-                          set(AACENC_SIGNALING_MODE, backwardCompatibleSignalling) && set(AACENC_AFTERBURNER, 1);
+    const bool accepted =
+        set(AACENC_AOT, m_parametricStereo ? AOT_PS : AOT_SBR) && set(AACENC_SAMPLERATE, sampleRate) &&
+        set(AACENC_CHANNELMODE, channelModes[channels]) && set(AACENC_CHANNELORDER, wavChannelOrder) &&
+        set(AACENC_BITRATEMODE, 0) && set(AACENC_BITRATE, bitRate) && set(AACENC_TRANSMUX, rawAccessUnits) &&
+        set(AACENC_SIGNALING_MODE, backwardCompatibleSignalling) && set(AACENC_AFTERBURNER, 1);
     AACENC_InfoStruct info{};
     if (!accepted || aacEncEncode(encoder, nullptr, nullptr, nullptr, nullptr) != AACENC_OK ||
         aacEncInfo(encoder, &info) != AACENC_OK)
-        throw ToolError("there is no HE-AAC of " + inKilobits(bitRate) + " for " + std::to_string(sampleRate) +
-                        " Hz and " + std::to_string(channels) + (channels == 1 ? " channel" : " channels"));
+        throw ToolError("there is no HE-AAC of " + inKilobits(bitRate) + " for " +
+                        std::to_string(sampleRate) + " Hz and " + std::to_string(channels) +
+                        (channels == 1 ? " channel" : " channels"));
     // Outside its range the library would quietly take another rate.
     const std::uint32_t actual = aacEncoder_GetParam(encoder, AACENC_BITRATE);
     if (actual != bitRate)
-        throw ToolError("there is no HE-AAC of " + inKilobits(bitRate) + " for " + std::to_string(sampleRate) +
-                        " Hz and " + std::to_string(channels) +
-                        (channels == 1 ? " channel" : " channels") + "; the nearest is " + inKilobits(actual));
+        throw ToolError("there is no HE-AAC of " + inKilobits(bitRate) + " for " +
+                        std::to_string(sampleRate) + " Hz and " + std::to_string(channels) +
+                        (channels == 1 ? " channel" : " channels") + "; the nearest is " +
+                        inKilobits(actual));
 
     m_delay = info.nDelay;
     m_framesPerAccessUnit = info.frameLength;

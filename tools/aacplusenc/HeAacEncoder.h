@@ -15,8 +15,8 @@ namespace kruv::aacplusenc {
 class HeAacEncoder
 {
 public:
-    /// Throws ToolError when there is no HE-AAC of this rate, these channels (1 to 6, or 8; in WAV order) and this
-    /// bit rate (bit/s).
+    /// Throws ToolError when there is no HE-AAC of this rate, these channels (1 to 6, or 8; in WAV order) and
+    /// this bit rate (bit/s).
     HeAacEncoder(std::uint32_t sampleRate, unsigned channels, std::uint32_t bitRate);
 
     /// One mono channel with side information from which the decoder makes two.
@@ -26,9 +26,9 @@ public:
     std::uint32_t framesPerAccessUnit() const { return m_framesPerAccessUnit; }
     const std::vector<std::uint8_t> &decoderConfig() const { return m_decoderConfig; }
 
-    /// Takes exactly framesPerAccessUnit() frames of interleaved samples and gives an access unit, empty while the
-    /// encoder is still filling up; valid until the next call. What has gone in has come out when delay() frames
-    /// more have followed.
+    /// Takes exactly framesPerAccessUnit() frames of interleaved samples and gives an access unit, empty
+    /// while the encoder is still filling up; valid until the next call. What has gone in has come out when
+    /// delay() frames more have followed.
     std::span<const std::uint8_t> encode(std::span<const std::int16_t> samples);
 
 private:

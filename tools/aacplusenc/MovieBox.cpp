@@ -245,8 +245,8 @@ void MovieBoxBuilder::chunks()
     });
 }
 
-/// Says that every access unit needs the one before it decoded first, so a player that seeks, or that starts at
-/// the edit's begin, primes its decoder.
+/// Says that every access unit needs the one before it decoded first, so a player that seeks, or that starts
+/// at the edit's begin, primes its decoder.
 void MovieBoxBuilder::rollGroups()
 {
     m_out.fullBox("sgpd", 1, 0, [this] {
@@ -263,19 +263,19 @@ void MovieBoxBuilder::rollGroups()
     });
 }
 
-/// Delay, padding and length once more, in media time, as the text that players without edit list support look
-/// for.
+/// Delay, padding and length once more, in media time, as the text that players without edit list support
+/// look for.
 void MovieBoxBuilder::gaplessComment()
 {
     const std::uint64_t delay = inMediaTime(m_track.encoderDelay);
     const std::uint64_t length = inMediaTime(m_track.sourceFrames);
-    const std::uint64_t padding = inMediaTime(m_mediaFrames) - std::min(inMediaTime(m_mediaFrames), delay + length);
+    const std::uint64_t padding =
+        inMediaTime(m_mediaFrames) - std::min(inMediaTime(m_mediaFrames), delay + length);
     std::array<char, 160> value{};
-    const int size = std::snprintf(
-        value.data(), value.size(),
-        " 00000000 %08" PRIX64 " %08" PRIX64 " %016" PRIX64
-        " 00000000 00000000 00000000 00000000 00000000 00000000 00000000 00000000",
-        delay, padding, length);
+    const int size = std::snprintf(value.data(), value.size(),
+                                   " 00000000 %08" PRIX64 " %08" PRIX64 " %016" PRIX64
+                                   " 00000000 00000000 00000000 00000000 00000000 00000000 00000000 00000000",
+                                   delay, padding, length);
 
     m_out.box("udta", [&] {
         m_out.fullBox("meta", 0, 0, [&] {

@@ -13,8 +13,8 @@ class OutputFile;
 
 namespace kruv::aacplusenc {
 
-/// Writes an .m4a file with one AAC track: the access units as they come, the movie box behind them. Memory grows
-/// by four bytes an access unit.
+/// Writes an .m4a file with one AAC track: the access units as they come, the movie box behind them. Memory
+/// grows by four bytes an access unit.
 class Mp4Writer
 {
 public:
@@ -23,8 +23,8 @@ public:
     Mp4Writer(tools::OutputFile &output, AacTrack track);
 
     void write(std::span<const std::uint8_t> accessUnit);
-    /// Completes the file's content; the caller commits it. Access units that are not needed for delay and source
-    /// must not have been written.
+    /// Completes the file's content; the caller commits it. Access units that are not needed for delay and
+    /// source must not have been written.
     void finish(std::uint64_t sourceFrames);
 
 private:

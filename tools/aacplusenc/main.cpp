@@ -5,6 +5,7 @@
 
 int main(int argc, char **argv)
 {
-    return kruv::tools::toolMain("aacplusenc",
-                                 [&] { return kruv::aacplusenc::run({argv + 1, argv + argc}); });
+    return kruv::tools::toolMain("aacplusenc", [&] {
+        return kruv::aacplusenc::run({argv + 1, argv + argc});
+    });
 }

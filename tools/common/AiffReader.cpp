@@ -96,7 +96,8 @@ void AiffReader::parseCompression(std::span<const std::uint8_t> chunk)
     const std::string type(chunk.begin() + 18, chunk.begin() + 22);
     m_littleEndian = type == "sowt";
     if (type != "NONE" && type != "twos" && type != "sowt" && type != "in24" && type != "in32")
-        throw ToolError(m_input.name() + ": the audio is not linear integer PCM (AIFF-C type \"" + type + "\")");
+        throw ToolError(m_input.name() + ": the audio is not linear integer PCM (AIFF-C type \"" + type +
+                        "\")");
 }
 
 void AiffReader::beginAudio(std::uint32_t chunkSize)

@@ -10,11 +10,11 @@ namespace kruv::tools {
 
 class InputStream;
 
-/// Reads an AIFF file, or an AIFF-C file of linear integer PCM (compression types NONE, twos, sowt, in24, in32),
-/// in one forward pass.
+/// Reads an AIFF file, or an AIFF-C file of linear integer PCM (compression types NONE, twos, sowt, in24,
+/// in32), in one forward pass.
 ///
-/// A sample chunk of no stated size, or of one larger than what arrives, means "until the end of input". Anything
-/// else that does not fit together throws ToolError.
+/// A sample chunk of no stated size, or of one larger than what arrives, means "until the end of input".
+/// Anything else that does not fit together throws ToolError.
 class AiffReader
 {
 public:
@@ -31,8 +31,8 @@ public:
     /// True when the file states more audio than has arrived at the end.
     bool endedEarly() const { return m_endedEarly; }
 
-    /// Fills @p destination with whole frames of signed little-endian samples; its size must be a multiple of the
-    /// frame size. A smaller result is the end of the audio.
+    /// Fills @p destination with whole frames of signed little-endian samples; its size must be a multiple of
+    /// the frame size. A smaller result is the end of the audio.
     std::size_t readAudio(std::span<std::uint8_t> destination);
 
 private:

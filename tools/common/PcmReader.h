@@ -24,13 +24,14 @@ struct PcmFormat
     std::size_t bytesPerFrame() const { return bytesPerSample() * channels; }
 };
 
-/// The audio of a WAV (RIFF, RF64) or AIFF (AIFF, AIFF-C) stream of integer PCM as one kind of samples: signed,
-/// low byte first, shifted to the high end of whole bytes. The content decides which kind of file it is.
+/// The audio of a WAV (RIFF, RF64) or AIFF (AIFF, AIFF-C) stream of integer PCM as one kind of samples:
+/// signed, low byte first, shifted to the high end of whole bytes. The content decides which kind of file it
+/// is.
 class PcmReader
 {
 public:
-    /// Reads up to the first sample; throws ToolError for anything that is not integer PCM in one of these files.
-    /// The stream must outlive the reader.
+    /// Reads up to the first sample; throws ToolError for anything that is not integer PCM in one of these
+    /// files. The stream must outlive the reader.
     explicit PcmReader(InputStream &input);
 
     const PcmFormat &format() const { return m_format; }
@@ -39,8 +40,8 @@ public:
     /// True when the file states more audio than has arrived at the end (a file cut short).
     bool endedEarly() const { return m_wav ? m_wav->endedEarly() : m_aiff->endedEarly(); }
 
-    /// Fills @p destination with whole frames; its size must be a multiple of the frame size. A smaller result is
-    /// the end.
+    /// Fills @p destination with whole frames; its size must be a multiple of the frame size. A smaller
+    /// result is the end.
     std::size_t read(std::span<std::uint8_t> destination);
 
 private:

@@ -14,7 +14,7 @@ struct WavFormat
     std::uint32_t sampleRate = 44100; ///< frames per second
     std::uint16_t channels = 2;
     std::uint16_t bitsPerSample = 16;
-    bool extensible = false; ///< described by tag 0xFFFE instead of 1
+    bool extensible = false;       ///< described by tag 0xFFFE instead of 1
     std::uint32_t channelMask = 0; ///< speakers of an extensible format, one bit a channel; 0 = not told
 
     std::uint32_t bytesPerSample() const { return (bitsPerSample + 7u) / 8u; }

@@ -14,8 +14,7 @@ namespace kruv::tools {
 class InputStream;
 
 /// What a WavReader takes besides faultless RIFF files.
-enum class WavTolerance
-{
+enum class WavTolerance {
     None,
     /// RF64 files with 64-bit sizes, and frame sizes that contradict channels and depth (these two decide).
     Repair,

@@ -43,8 +43,6 @@ struct Disc
 {
     std::vector<Title> titles;
     std::uint32_t audioSectors = 0;
-
-    std::uint32_t aobFiles() const { return (audioSectors + sectorsPerAobFile - 1) / sectorsPerAobFile; }
 };
 
 } // namespace kruv::dvda

@@ -24,9 +24,18 @@ void put(Bytes &bytes, std::size_t offset, std::uint64_t value, unsigned size)
     for (unsigned i = 0; i < size; ++i)
         bytes.at(offset + i) = static_cast<std::uint8_t>(value >> (8 * (size - 1 - i)));
 }
-void put8(Bytes &bytes, std::size_t offset, std::uint64_t value) { put(bytes, offset, value, 1); }
-void put16(Bytes &bytes, std::size_t offset, std::uint64_t value) { put(bytes, offset, value, 2); }
-void put32(Bytes &bytes, std::size_t offset, std::uint64_t value) { put(bytes, offset, value, 4); }
+void put8(Bytes &bytes, std::size_t offset, std::uint64_t value)
+{
+    put(bytes, offset, value, 1);
+}
+void put16(Bytes &bytes, std::size_t offset, std::uint64_t value)
+{
+    put(bytes, offset, value, 2);
+}
+void put32(Bytes &bytes, std::size_t offset, std::uint64_t value)
+{
+    put(bytes, offset, value, 4);
+}
 
 template <typename Range> void putBytes(Bytes &bytes, std::size_t offset, const Range &range)
 {
@@ -34,7 +43,10 @@ template <typename Range> void putBytes(Bytes &bytes, std::size_t offset, const 
         put8(bytes, offset++, static_cast<std::uint8_t>(byte));
 }
 
-std::size_t titleRecordBytes(const Title &title) { return 16 + 32 * title.tracks.size(); }
+std::size_t titleRecordBytes(const Title &title)
+{
+    return 16 + 32 * title.tracks.size();
+}
 
 std::size_t titleTableBytes(const Disc &disc)
 {
@@ -201,10 +213,10 @@ Bytes simplePlayerInfo(const Disc &disc, std::uint32_t ownSector)
     return result;
 }
 
-std::uint32_t usualInfoSector(const Disc &disc)
+std::uint32_t usualInfoSector(std::uint32_t aobFiles)
 {
     constexpr std::uint32_t informationFiles = 5;
-    return 272 + informationFiles + disc.aobFiles();
+    return 272 + informationFiles + aobFiles;
 }
 
 std::uint32_t discSectors(const Disc &disc)

@@ -24,9 +24,9 @@ constexpr RateCode rateCodes[] = {
     {48000, 0x0, 1}, {96000, 0x1, 2}, {192000, 0x2, 4}, {44100, 0x8, 1}, {88200, 0x9, 2}, {176400, 0xA, 4},
 };
 
-// Speakers as bits of the WAVEFORMATEXTENSIBLE mask: L 1, R 2, C 4, LFE 8, Ls 10, Rs 20, single rear 100 (hex).
-// Within a group the storage order is that of the bits. Where several assignments fit a set of speakers, the one
-// that every known reader agrees on is taken.
+// Speakers as bits of the WAVEFORMATEXTENSIBLE mask: L 1, R 2, C 4, LFE 8, Ls 10, Rs 20, single rear 100
+// (hex). Within a group the storage order is that of the bits. Where several assignments fit a set of
+// speakers, the one that every known reader agrees on is taken.
 struct Assignment
 {
     std::uint32_t speakers;
@@ -34,8 +34,8 @@ struct Assignment
     std::uint32_t secondGroup;
 };
 constexpr Assignment assignments[] = {
-    {0x004, 0, 0x000}, {0x003, 1, 0x000},  {0x103, 2, 0x100}, {0x033, 3, 0x030}, {0x00B, 4, 0x008},
-    {0x10B, 5, 0x108}, {0x03B, 6, 0x038},  {0x007, 7, 0x004}, {0x107, 8, 0x104}, {0x037, 9, 0x034},
+    {0x004, 0, 0x000}, {0x003, 1, 0x000},  {0x103, 2, 0x100},  {0x033, 3, 0x030}, {0x00B, 4, 0x008},
+    {0x10B, 5, 0x108}, {0x03B, 6, 0x038},  {0x007, 7, 0x004},  {0x107, 8, 0x104}, {0x037, 9, 0x034},
     {0x00F, 10, 0x0C}, {0x10F, 11, 0x10C}, {0x03F, 20, 0x00C},
 };
 constexpr std::uint32_t usualSpeakers[] = {0, 0x004, 0x003, 0x007, 0x033, 0x037, 0x03F};

@@ -26,22 +26,24 @@ struct LpcmFormat
     /// Bytes of an access unit, the piece that time stamps point to: 40 frames at 44.1 and 48 kHz, 80 and 160
     /// at their double and quadruple.
     std::size_t accessUnitBytes() const;
-    /// The three bytes (sample sizes, sample rates, channel assignment) that stand for the format on the disc.
+    /// The three bytes (sample sizes, sample rates, channel assignment) that stand for the format on the
+    /// disc.
     std::array<std::uint8_t, 3> code() const;
     /// More than two channels carry a downmix table.
     bool hasDownmix() const { return channels > 2; }
     /// For messages, such as "96000 Hz, 24 bit, 2 channels".
     std::string description() const;
 
-    /// Frames are stored in pairs. Byte i of a stored pair is byte permutation[i] of the pair as little-endian
-    /// interleaved samples: group 2 before group 1; within a group the upper 16 bits of all samples,
-    /// high byte first, then the low bytes that 24 bits leave over.
+    /// Frames are stored in pairs. Byte i of a stored pair is byte permutation[i] of the pair as
+    /// little-endian interleaved samples: group 2 before group 1; within a group the upper 16 bits of all
+    /// samples, high byte first, then the low bytes that 24 bits leave over.
     std::vector<std::uint8_t> pairPermutation() const;
 };
 
-/// The format that holds audio of the given properties. Depths up to 16 bit are stored in 16, those up to 24 in
-/// 24. @p channelMask gives the speakers as in WAVEFORMATEXTENSIBLE, 0 or an unknown set means the usual ones for
-/// the number of channels. Throws ToolError, with the reason, for what a disc cannot hold.
+/// The format that holds audio of the given properties. Depths up to 16 bit are stored in 16, those up to 24
+/// in
+/// 24. @p channelMask gives the speakers as in WAVEFORMATEXTENSIBLE, 0 or an unknown set means the usual ones
+/// for the number of channels. Throws ToolError, with the reason, for what a disc cannot hold.
 LpcmFormat lpcmFormat(std::uint32_t sampleRate, unsigned bitsPerSample, unsigned channels,
                       std::uint32_t channelMask);
 

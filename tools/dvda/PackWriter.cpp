@@ -53,8 +53,8 @@ private:
     std::size_t m_used = 0;
 };
 
-/// The pack header: when the pack arrives (33 bits of 90 kHz, 9 bits of 27 MHz, marker bits between) and the rate
-/// of the stream.
+/// The pack header: when the pack arrives (33 bits of 90 kHz, 9 bits of 27 MHz, marker bits between) and the
+/// rate of the stream.
 void Pack::header(std::uint64_t arrival)
 {
     const std::uint64_t base = arrival / 300;
@@ -88,13 +88,14 @@ void PackWriter::write(std::span<const std::uint8_t> frames)
     if (!m_unpaired.empty() && !frames.empty()) {
         const auto partner = frames.first(pairBytes / 2);
         m_unpaired.insert(m_unpaired.end(), partner.begin(), partner.end());
-        storePair(m_unpaired.data());
+        storePairs(m_unpaired);
         m_unpaired.clear();
         frames = frames.subspan(pairBytes / 2);
     }
-    for (; frames.size() >= pairBytes; frames = frames.subspan(pairBytes))
-        storePair(frames.data());
-    m_unpaired.insert(m_unpaired.end(), frames.begin(), frames.end());
+    const std::size_t paired = frames.size() / pairBytes * pairBytes;
+    storePairs(frames.first(paired));
+    const auto single = frames.subspan(paired);
+    m_unpaired.insert(m_unpaired.end(), single.begin(), single.end());
 
     // Enough is held back that the track's last pack has at least one whole access unit.
     while (waiting() >= capacity() + m_format.accessUnitBytes())
@@ -107,7 +108,7 @@ Track PackWriter::endTrack()
 {
     if (!m_unpaired.empty()) {
         m_unpaired.resize(2 * m_format.bytesPerFrame());
-        storePair(m_unpaired.data());
+        storePairs(m_unpaired);
         m_unpaired.clear();
     }
     while (waiting() > 0) {
@@ -128,10 +129,15 @@ Track PackWriter::endTrack()
     return track;
 }
 
-void PackWriter::storePair(const std::uint8_t *frames)
+void PackWriter::storePairs(std::span<const std::uint8_t> frames)
 {
-    for (const std::uint8_t from : m_permutation)
-        m_stored.push_back(frames[from]);
+    std::size_t to = m_stored.size();
+    m_stored.resize(to + frames.size());
+    const std::size_t pairBytes = m_permutation.size();
+    for (std::size_t pair = 0; pair < frames.size(); pair += pairBytes) {
+        for (const std::uint8_t from : m_permutation)
+            m_stored[to++] = frames[pair + from];
+    }
 }
 
 /// Bytes of the next pack that audio can fill.
@@ -148,8 +154,8 @@ std::size_t PackWriter::capacity() const
     return room() / unit * unit;
 }
 
-/// When the next pack arrives, in 27 MHz: the first four at the stream's rate, a later one when the fourth before
-/// it has been played.
+/// When the next pack arrives, in 27 MHz: the first four at the stream's rate, a later one when the fourth
+/// before it has been played.
 std::uint64_t PackWriter::arrivalTime() const
 {
     if (m_packs < 4)
