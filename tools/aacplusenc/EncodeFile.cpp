@@ -144,7 +144,7 @@ void encodeFile(const std::string &input, const std::string &output, std::uint32
         throw ToolError(output + " is not an ordinary file");
     const std::uint32_t silence = leadingSilence(encoder, source.frames());
     Mp4Writer writer(file, describeTrack(source.format(), encoder, silence, kilobits * 1000));
-    tools::ProgressPrinter progress({"\r[", "%]", 3, "\n"});
+    tools::ProgressPrinter progress({"[", "%]\r", 3, "\n"});
     const std::uint64_t frames = encodeAll(source, encoder, silence, writer, progress);
     if (source.endedEarly())
         throw ToolError(stream.name() + " is shorter than its header says");

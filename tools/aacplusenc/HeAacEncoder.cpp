@@ -22,9 +22,12 @@ constexpr std::uint32_t sampleRates[] = {16000, 22050, 24000, 32000, 44100, 4800
 constexpr std::uint32_t channelModes[] = {
     0, MODE_1, MODE_2, MODE_1_2, MODE_1_2_1, MODE_1_2_2, MODE_1_2_2_1, 0, MODE_7_1_REAR_SURROUND};
 
-std::string inKilobits(std::uint32_t bitRate)
+[[noreturn]] void refuse(std::uint32_t sampleRate, unsigned channels, std::uint32_t bitRate,
+                         const std::string &advice = {})
 {
-    return std::to_string(bitRate / 1000) + " kbit/s";
+    throw ToolError("there is no HE-AAC of " + std::to_string(bitRate / 1000) + " kbit/s for " +
+                    std::to_string(sampleRate) + " Hz and " + std::to_string(channels) +
+                    (channels == 1 ? " channel" : " channels") + advice);
 }
 
 void check(std::uint32_t sampleRate, unsigned channels)
@@ -78,16 +81,13 @@ HeAacEncoder::HeAacEncoder(std::uint32_t sampleRate, unsigned channels, std::uin
     AACENC_InfoStruct info{};
     if (!accepted || aacEncEncode(encoder, nullptr, nullptr, nullptr, nullptr) != AACENC_OK ||
         aacEncInfo(encoder, &info) != AACENC_OK)
-        throw ToolError("there is no HE-AAC of " + inKilobits(bitRate) + " for " +
-                        std::to_string(sampleRate) + " Hz and " + std::to_string(channels) +
-                        (channels == 1 ? " channel" : " channels"));
+        refuse(sampleRate, channels, bitRate);
     // Outside its range the library would quietly take another rate.
     const std::uint32_t actual = aacEncoder_GetParam(encoder, AACENC_BITRATE);
-    if (actual != bitRate)
-        throw ToolError("there is no HE-AAC of " + inKilobits(bitRate) + " for " +
-                        std::to_string(sampleRate) + " Hz and " + std::to_string(channels) +
-                        (channels == 1 ? " channel" : " channels") + "; the nearest is " +
-                        inKilobits(actual));
+    if (actual > bitRate)
+        refuse(sampleRate, channels, bitRate, "; the least is " + std::to_string((actual + 999) / 1000));
+    if (actual < bitRate)
+        refuse(sampleRate, channels, bitRate, "; the most is " + std::to_string(actual / 1000));
 
     m_delay = info.nDelay;
     m_framesPerAccessUnit = info.frameLength;
