@@ -33,7 +33,7 @@ StreamHeader headerFor(const tools::WavFormat &format, const std::string &name)
 
 } // namespace
 
-void encodeWav(tools::InputStream &input, tools::ByteSink &output)
+std::string encodeWav(tools::InputStream &input, tools::ByteSink &output)
 {
     tools::WavReader wav(input);
     const StreamHeader header = headerFor(wav.format(), input.name());
@@ -45,6 +45,7 @@ void encodeWav(tools::InputStream &input, tools::ByteSink &output)
     while (const std::size_t got = wav.readTrailing(block))
         encoder.putVerbatim(std::span(block).first(got));
     encoder.finish();
+    return wav.endedEarly() ? input.name() + " has less audio than its header states" : std::string();
 }
 
 } // namespace kruv::shorten

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <cstdint>
+#include <string>
 
 namespace kruv::tools {
 class ByteSink;
@@ -13,6 +13,6 @@ namespace kruv::shorten {
 
 /// Encodes a WAV file of 8 or 16 bit and up to eight channels so that decoding gives the same file back, byte
 /// for byte. ToolError for anything else.
-void encodeWav(tools::InputStream &input, tools::ByteSink &output);
+std::string encodeWav(tools::InputStream &input, tools::ByteSink &output);
 
 } // namespace kruv::shorten

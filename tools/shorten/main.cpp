@@ -90,11 +90,14 @@ int run(const std::vector<std::string> &arguments)
     if (input.isFile(request.output))
         throw ToolError("input and output are the same file");
     OutputFile output(request.output);
+    std::string warning;
     if (request.extract)
         kruv::shorten::Decoder(input, output).run();
     else
-        kruv::shorten::encodeWav(input, output);
+        warning = kruv::shorten::encodeWav(input, output);
     output.commit();
+    if (!warning.empty())
+        std::fprintf(stderr, "shorten: warning: %s\n", warning.c_str());
     return 0;
 }
 
