@@ -85,6 +85,11 @@ struct Case
     const char *profile;
 };
 
+void PrintTo(const Case &c, std::ostream *out)
+{
+    *out << c.format.bitsPerSample << " bit";
+}
+
 class Encoding : public testing::TestWithParam<Case>
 {
 };
@@ -124,7 +129,12 @@ INSTANTIATE_TEST_SUITE_P(
                     Case{{44100, 1, 16}, 50000, 24, "HE-AAC"}, Case{{96000, 2, 24}, 96000, 60, "HE-AAC"},
                     Case{{22050, 1, 8}, 30000, 32, "HE-AAC"}, Case{{44100, 6, 16}, 40000, 160, "HE-AAC"},
                     Case{{44100, 2, 16}, 1, 48, "HE-AAC"}, Case{{44100, 2, 16}, 588, 32, "HE-AACv2"},
-                    Case{{44100, 2, 16}, 2048, 48, "HE-AAC"}, Case{{44100, 2, 16}, 5058, 48, "HE-AAC"}));
+                    Case{{44100, 2, 16}, 2048, 48, "HE-AAC"}, Case{{44100, 2, 16}, 5058, 48, "HE-AAC"}),
+    [](const testing::TestParamInfo<Case> &info) {
+        const Case &c = info.param;
+        return std::to_string(c.format.sampleRate) + "Hz" + std::to_string(c.format.channels) + "Channels" +
+               std::to_string(c.frames) + "FramesAt" + std::to_string(c.kilobits);
+    });
 
 TEST(AacPlusEnc, TakesAiffAndPipes)
 {
