@@ -37,6 +37,11 @@ std::uint64_t estimatedSectors(const TrackSource &source)
     return source.frames().value_or(0) * source.format().bytesPerFrame() / 1968 + 2;
 }
 
+std::string inMebibytes(std::uint64_t bytes)
+{
+    return std::to_string(bytes >> 20) + " MiB";
+}
+
 std::string now()
 {
     const std::time_t time = std::time(nullptr);
@@ -58,6 +63,7 @@ void Author::run()
 {
     inspect();
     AudioTree tree(m_options.outputFolder, m_options.videoFolder);
+    checkRoom(); // an earlier tree is gone by now
     writeTracks(tree);
     tree.complete(m_disc, m_options.infoSector);
     m_log.note("Wrote " + std::to_string(m_disc.audioSectors) + " sectors of audio in " +
@@ -69,7 +75,6 @@ void Author::inspect()
     if (m_options.files.size() > largestTrackCount)
         throw ToolError("a DVD-Audio group holds at most 99 tracks, not " +
                         std::to_string(m_options.files.size()));
-    std::uint64_t sectors = 0;
     std::vector<LpcmFormat> different;
     for (const std::string &file : m_options.files) {
         const TrackSource source(file);
@@ -78,30 +83,34 @@ void Author::inspect()
         const LpcmFormat &format = source.format();
         m_log.note(absolutePath(file) + ": " + format.description());
         m_formats.push_back(format);
-        sectors += estimatedSectors(source);
+        m_estimatedSectors += estimatedSectors(source);
         if (std::ranges::find(different, format) == different.end())
             different.push_back(format);
     }
     if (different.size() > largestFormatCount)
         throw ToolError("a DVD-Audio group holds tracks of at most 8 different formats, not " +
                         std::to_string(different.size()));
-    checkSpace(sectors);
+    checkCapacity();
 }
 
-void Author::checkSpace(std::uint64_t sectors) const
+// The estimate is up to 2 % too high for some formats; only what cannot fit is refused beforehand.
+
+void Author::checkCapacity() const
 {
-    const auto inMebibytes = [](std::uint64_t bytes) { return std::to_string(bytes >> 20) + " MiB"; };
-    const std::uint64_t needed = (sectors + sectorsBesideAudio) * sectorBytes;
-    // The estimate is up to 2 % too high for some formats; only what cannot fit is refused here.
-    if (sectors * 98 / 100 > doubleLayerSectors)
-        throw ToolError("the tracks need about " + inMebibytes(needed) +
+    if (m_estimatedSectors * 98 / 100 > doubleLayerSectors)
+        throw ToolError("the tracks need about " + inMebibytes(m_estimatedSectors * sectorBytes) +
                         ", more than a double-layer DVD holds");
-    if (sectors > singleLayerSectors - sectorsBesideAudio)
+    if (m_estimatedSectors + sectorsBesideAudio > singleLayerSectors)
         m_log.note("The disc needs a double-layer DVD");
+}
+
+void Author::checkRoom() const
+{
     const auto available = freeBytes(m_options.outputFolder);
-    if (available && *available < sectors * 98 / 100 * sectorBytes)
-        throw ToolError("not enough room in " + m_options.outputFolder + ": about " + inMebibytes(needed) +
-                        " are needed, " + inMebibytes(*available) + " are free");
+    if (available && *available < m_estimatedSectors * 98 / 100 * sectorBytes)
+        throw ToolError("not enough room in " + m_options.outputFolder + ": about " +
+                        inMebibytes(m_estimatedSectors * sectorBytes) + " are needed, " +
+                        inMebibytes(*available) + " are free");
 }
 
 void Author::writeTracks(AudioTree &tree)
@@ -139,6 +148,9 @@ Track Author::writeTrack(std::size_t index, PackWriter &writer)
         throw ToolError(file + " is shorter than its header says");
     if (cutShort)
         m_log.warn(file + " is shorter than its header says; the track has what is there");
+    if (bytes / source.format().bytesPerFrame() % 2 != 0)
+        m_log.note(file +
+                   " has an odd number of frames; a silent one is added, for they are stored in pairs");
     return writer.endTrack();
 }
 

@@ -27,13 +27,15 @@ public:
 
 private:
     void inspect();
-    void checkSpace(std::uint64_t sectors) const;
+    void checkCapacity() const;
+    void checkRoom() const;
     void writeTracks(AudioTree &tree);
     Track writeTrack(std::size_t index, PackWriter &writer);
 
     const Options &m_options;
     Log &m_log;
     std::vector<LpcmFormat> m_formats; ///< one a file
+    std::uint64_t m_estimatedSectors = 0;
     Disc m_disc;
 };
 
