@@ -138,12 +138,13 @@ void encodeFile(const std::string &input, const std::string &output, std::uint32
 {
     tools::InputStream stream(input);
     PcmReader source(stream);
-    HeAacEncoder encoder(source.format().sampleRate, source.format().channels, kilobits * 1000);
+    const tools::PcmFormat &format = source.format();
+    HeAacEncoder encoder(format.sampleRate, format.channels, format.channelMask, kilobits * 1000);
     tools::OutputFile file(output);
     if (!file.canRewrite())
         throw ToolError(output + " is not an ordinary file");
     const std::uint32_t silence = leadingSilence(encoder, source.frames());
-    Mp4Writer writer(file, describeTrack(source.format(), encoder, silence, kilobits * 1000));
+    Mp4Writer writer(file, describeTrack(format, encoder, silence, kilobits * 1000));
     tools::ProgressPrinter progress({"[", "%]\r", 3, "\n"});
     const std::uint64_t frames = encodeAll(source, encoder, silence, writer, progress);
     if (source.endedEarly())

@@ -18,9 +18,43 @@ constexpr std::uint32_t largestParametricStereoRate = 44'000; // bit/s
 
 constexpr std::uint32_t sampleRates[] = {16000, 22050, 24000, 32000, 44100, 48000, 64000, 88200, 96000};
 
-/// The library's channel modes by number of channels; 0 = none.
-constexpr std::uint32_t channelModes[] = {
-    0, MODE_1, MODE_2, MODE_1_2, MODE_1_2_1, MODE_1_2_2, MODE_1_2_2_1, 0, MODE_7_1_REAR_SURROUND};
+/// What the library calls the channels in WAV order, and the speakers (as in WAVEFORMATEXTENSIBLE) they stand
+/// for.
+struct ChannelMode
+{
+    unsigned channels;
+    std::uint32_t mode;
+    bool usual; ///< what so many channels are when nothing is told about them
+    std::uint32_t speakers[2];
+};
+constexpr ChannelMode channelModes[] = {
+    {1, MODE_1, true, {0x004, 0x001}},
+    {2, MODE_2, true, {0x003, 0x003}},
+    {3, MODE_1_2, true, {0x007, 0x007}},
+    {4, MODE_1_2_1, false, {0x107, 0x107}},
+    {5, MODE_1_2_2, true, {0x037, 0x607}},
+    {6, MODE_1_2_2_1, true, {0x03F, 0x60F}},
+    {8, MODE_7_1_REAR_SURROUND, true, {0x63F, 0x63F}},
+};
+
+std::uint32_t channelMode(unsigned channels, std::uint32_t speakers)
+{
+    const auto *mode = std::ranges::find(channelModes, channels, &ChannelMode::channels);
+    if (mode == std::end(channelModes))
+        throw ToolError("HE-AAC is made of 1 to 6 or 8 channels, not of " + std::to_string(channels));
+    const bool told = speakers != 0 || !mode->usual;
+    if (channels > 2 && told && std::ranges::find(mode->speakers, speakers) == std::end(mode->speakers))
+        throw ToolError("there is no HE-AAC for " + std::to_string(channels) + " channels with " +
+                        (speakers == 0 ? "unknown" : "these") + " speakers");
+    return mode->mode;
+}
+
+void checkSampleRate(std::uint32_t sampleRate)
+{
+    if (std::ranges::find(sampleRates, sampleRate) == std::end(sampleRates))
+        throw ToolError("there is no HE-AAC with a sample rate of " + std::to_string(sampleRate) +
+                        " Hz, only 16000, 22050, 24000, 32000, 44100, 48000, 64000, 88200 and 96000");
+}
 
 [[noreturn]] void refuse(std::uint32_t sampleRate, unsigned channels, std::uint32_t bitRate,
                          const std::string &advice = {})
@@ -28,15 +62,6 @@ constexpr std::uint32_t channelModes[] = {
     throw ToolError("there is no HE-AAC of " + std::to_string(bitRate / 1000) + " kbit/s for " +
                     std::to_string(sampleRate) + " Hz and " + std::to_string(channels) +
                     (channels == 1 ? " channel" : " channels") + advice);
-}
-
-void check(std::uint32_t sampleRate, unsigned channels)
-{
-    if (std::ranges::find(sampleRates, sampleRate) == std::end(sampleRates))
-        throw ToolError("there is no HE-AAC with a sample rate of " + std::to_string(sampleRate) +
-                        " Hz, only 16000, 22050, 24000, 32000, 44100, 48000, 64000, 88200 and 96000");
-    if (channels >= std::size(channelModes) || channelModes[channels] == 0)
-        throw ToolError("HE-AAC is made of 1 to 6 or 8 channels, not of " + std::to_string(channels));
 }
 
 /// Decoders take mono HE-AAC for stereo unless its configuration says that no parametric stereo will come.
@@ -59,10 +84,12 @@ void HeAacEncoder::Closer::operator()(AACENCODER *encoder) const
     aacEncClose(&encoder);
 }
 
-HeAacEncoder::HeAacEncoder(std::uint32_t sampleRate, unsigned channels, std::uint32_t bitRate)
-    : m_parametricStereo(channels == 2 && bitRate <= largestParametricStereoRate)
+HeAacEncoder::HeAacEncoder(std::uint32_t sampleRate, unsigned channels, std::uint32_t speakers,
+                           std::uint32_t bitRate)
 {
-    check(sampleRate, channels);
+    checkSampleRate(sampleRate);
+    const std::uint32_t mode = channelMode(channels, speakers);
+    const bool parametricStereo = channels == 2 && bitRate <= largestParametricStereoRate;
     AACENCODER *encoder = nullptr;
     if (aacEncOpen(&encoder, 0, channels) != AACENC_OK)
         throw ToolError("the HE-AAC encoder cannot be opened");
@@ -74,8 +101,8 @@ HeAacEncoder::HeAacEncoder(std::uint32_t sampleRate, unsigned channels, std::uin
     // takes it: old ones play the core, others need not guess the rate.
     constexpr std::uint32_t backwardCompatibleSignalling = 1;
     const bool accepted =
-        set(AACENC_AOT, m_parametricStereo ? AOT_PS : AOT_SBR) && set(AACENC_SAMPLERATE, sampleRate) &&
-        set(AACENC_CHANNELMODE, channelModes[channels]) && set(AACENC_CHANNELORDER, wavChannelOrder) &&
+        set(AACENC_AOT, parametricStereo ? AOT_PS : AOT_SBR) && set(AACENC_SAMPLERATE, sampleRate) &&
+        set(AACENC_CHANNELMODE, mode) && set(AACENC_CHANNELORDER, wavChannelOrder) &&
         set(AACENC_BITRATEMODE, 0) && set(AACENC_BITRATE, bitRate) && set(AACENC_TRANSMUX, rawAccessUnits) &&
         set(AACENC_SIGNALING_MODE, backwardCompatibleSignalling) && set(AACENC_AFTERBURNER, 1);
     AACENC_InfoStruct info{};

@@ -15,12 +15,11 @@ namespace kruv::aacplusenc {
 class HeAacEncoder
 {
 public:
-    /// Throws ToolError when there is no HE-AAC of this rate, these channels (1 to 6, or 8; in WAV order) and
-    /// this bit rate (bit/s).
-    HeAacEncoder(std::uint32_t sampleRate, unsigned channels, std::uint32_t bitRate);
+    /// Throws ToolError when there is no HE-AAC of this rate (Hz), these channels (1 to 6, or 8; in WAV
+    /// order) for these speakers (a mask as in WAVEFORMATEXTENSIBLE, 0 = not told), and this bit rate
+    /// (bit/s).
+    HeAacEncoder(std::uint32_t sampleRate, unsigned channels, std::uint32_t speakers, std::uint32_t bitRate);
 
-    /// One mono channel with side information from which the decoder makes two.
-    bool usesParametricStereo() const { return m_parametricStereo; }
     /// Frames that a decoder puts out before the first one of the source, spectral band replication included.
     std::uint32_t delay() const { return m_delay; }
     std::uint32_t framesPerAccessUnit() const { return m_framesPerAccessUnit; }
@@ -40,7 +39,6 @@ private:
     bool set(int parameter, std::uint32_t value);
 
     std::unique_ptr<AACENCODER, Closer> m_encoder;
-    bool m_parametricStereo = false;
     std::uint32_t m_delay = 0;
     std::uint32_t m_framesPerAccessUnit = 0;
     std::vector<std::uint8_t> m_decoderConfig;

@@ -93,8 +93,8 @@ void Author::inspect()
     checkCapacity();
 }
 
-// The estimate is up to 2 % too high for some formats; only what cannot fit is refused beforehand.
-
+// The estimate is up to 2 % too high for some formats; only what cannot fit is refused beforehand, here and
+// in checkRoom().
 void Author::checkCapacity() const
 {
     if (m_estimatedSectors * 98 / 100 > doubleLayerSectors)

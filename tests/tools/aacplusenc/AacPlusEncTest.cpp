@@ -185,6 +185,7 @@ TEST(AacPlusEnc, LeavesNothingBehindWhenItFails)
         {folder.write("fast.wav", wav({192000, 2, 16}, Bytes(4000))), output, "48"},
         {folder.write("slow.wav", wav({11025, 2, 16}, Bytes(4000))), output, "24"},
         {folder.write("many.wav", wav({44100, 7, 16}, Bytes(14000))), output, "160"},
+        {folder.write("quad.wav", wav({44100, 4, 16}, Bytes(8000))), output, "96"},
         {goodFile, output, "4"},
         {goodFile, output, "1000"},
         {goodFile, output, "48k"},
