@@ -20,7 +20,8 @@ namespace kruv::ttaenc {
 namespace {
 
 constexpr std::size_t bufferBytes = 64 * 1024;
-// Room behind the valid bytes: the end is looked for once a step, so that the codes of all channels may pass it.
+// Room behind the valid bytes: the end is looked for once a step, so that the codes of all channels may pass
+// it.
 constexpr std::size_t paddingBytes = 128;
 // A refill leaves at least this much ahead, unless the input ends: enough for one step of every channel.
 constexpr std::size_t aheadBytes = 256;

@@ -14,6 +14,7 @@
 #include "ttaenc/Pcm.h"
 #include "ttaenc/StreamHeader.h"
 
+#include <array>
 #include <vector>
 
 namespace kruv::ttaenc {
@@ -110,6 +111,10 @@ std::string encode(tools::InputStream &input, tools::OutputFile &output, const P
         encodeInPlace(wav, header, output, progress);
     else
         encodeThroughSpool(wav, header, output, progress);
+    // A program that writes to our input must not die of a closed pipe only because it has more chunks.
+    std::array<std::uint8_t, 4096> unused = {};
+    while (!input.size() && wav.readTrailing(unused) > 0) {
+    }
     return wav.endedEarly() ? input.name() + " has less audio than its header states" : std::string();
 }
 

@@ -85,6 +85,14 @@ Bytes pcm(Signal signal, const WavFormat &format, std::size_t frames)
     return bytes;
 }
 
+Bytes everySignal(const WavFormat &format, std::size_t framesEach)
+{
+    Bytes bytes;
+    for (const Signal signal : allSignals)
+        bytes = std::move(bytes) + pcm(signal, format, framesEach);
+    return bytes;
+}
+
 Bytes wav(const WavFormat &format, const Bytes &audio, const Bytes &before, const Bytes &after)
 {
     const auto header = format.header(audio.size());

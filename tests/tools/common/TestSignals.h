@@ -30,6 +30,8 @@ inline constexpr Signal allSignals[] = {
 
 /// Full-scale where the kind allows it; the same numbers in every run.
 Bytes pcm(Signal signal, const WavFormat &format, std::size_t frames);
+/// All of them, one after the other.
+Bytes everySignal(const WavFormat &format, std::size_t framesEach);
 
 /// A WAV file; before and after are whole chunks around the audio. The pad byte for odd audio is added.
 Bytes wav(const WavFormat &format, const Bytes &audio, const Bytes &before = {}, const Bytes &after = {});
