@@ -111,7 +111,8 @@ private:
             }
             m_command.arguments[standIn.argument] = path;
         }
-        m_command.hidden.insert(m_command.hidden.end(), {full, bare});
+        m_command.replacements.push_back({full, ""});
+        m_command.replacements.push_back({bare, ""});
         return true;
     }
 
@@ -134,11 +135,27 @@ private:
             return false;
         }
         m_command.arguments[m_plan.folderArgument] = m_stage->path();
-        m_command.hidden.push_back(m_stage->path().substr(m_stage->path().rfind('/')));
+        nameOutputsInMessages();
         if (!m_plan.replace) {
             reserveTakenNames();
         }
         return true;
+    }
+
+    // The messages are to show the names that the outputs will have.
+    void nameOutputsInMessages()
+    {
+        const auto stage = m_stage->path().substr(m_stage->path().rfind('/'));
+        m_command.replacements.push_back({stage, ""});
+        for (const auto &output : m_plan.outputs) {
+            const std::string shown(
+                baseName(m_plan.exactFile.empty() ? output.wantedName : m_plan.exactFile));
+            for (const auto &name : output.possibleNames) {
+                if (name != shown) {
+                    m_command.replacements.push_back({stage + "/" + name, std::string("/").append(shown)});
+                }
+            }
+        }
     }
 
     // Empty files under the names that are taken make the tool refuse them right away, in its own words.
