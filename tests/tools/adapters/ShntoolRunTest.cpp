@@ -207,6 +207,25 @@ TEST_F(ShntoolRunTest, JoinsAndSplitsBackWithoutAQuestion)
     EXPECT_EQ(leftOver(), (Names{"joined.flac", "split-track01.wav", "split-track02.wav"}));
 }
 
+TEST_F(ShntoolRunTest, SplitsHighResolutionAudioAtTheRightPlace)
+{
+    const auto audio = TestAudio::noise(44100 * 2, 2, 24);
+    writeFile(source("points.cue"), "FILE \"x\" WAVE\n TRACK 01 AUDIO\n  INDEX 01 00:00:00\n"
+                                    " TRACK 02 AUDIO\n  INDEX 01 00:01:00\n");
+    for (const char *name : {"a.wav", "b.aif", "c.flac", "d.wv"}) {
+        SCOPED_TRACE(name);
+        const auto path = makeSource(name, audio);
+        const auto result =
+            runTool("shntool", {"split", "-f", source("points.cue"), "-o", "flac", "-d", output(""), path});
+        EXPECT_EQ(result.status, 0) << result.output;
+        EXPECT_TRUE(pcmOf(output("split-track01.flac")) == audio.samples.substr(0, 44100 * 6));
+        EXPECT_TRUE(pcmOf(output("split-track02.flac")) == audio.samples.substr(44100 * 6));
+        EXPECT_EQ(leftOver(), (Names{"split-track01.flac", "split-track02.flac"}));
+        std::filesystem::remove(output("split-track01.flac"));
+        std::filesystem::remove(output("split-track02.flac"));
+    }
+}
+
 TEST_F(ShntoolRunTest, NamesComeBackAsTheyWere)
 {
     for (const std::string name : {"new\nline.wav", "50% off.WAV", "a: b.flac", "q'u\"o.aif", "%f.wv",
