@@ -28,11 +28,11 @@ public:
             filter.reset();
     }
 
-    int32_t encode(int32_t value, int32_t other)
+    int32_t encode(int32_t value, int32_t other, Arithmetic arithmetic = {})
     {
-        int32_t residual = m_predictor.encode(value, other, false);
+        int32_t residual = m_predictor.encode(value, other, arithmetic.widePrediction);
         for (AdaptiveFilter &filter : m_filters)
-            residual = filter.encode(residual, false);
+            residual = filter.encode(residual, arithmetic.wideRounding);
         return residual;
     }
 

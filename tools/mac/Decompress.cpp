@@ -119,7 +119,9 @@ std::vector<uint8_t> newWavHeader(const StreamInfo &info, uint64_t tailSize)
     return bytes;
 }
 
-void writeWav(const RandomInput &input, tools::OutputFile &output, TimedProgress &progress)
+} // namespace
+
+void decompress(const RandomInput &input, tools::ByteSink &output, TimedProgress &progress)
 {
     const ApeReader reader(input);
     const StreamInfo &info = reader.info();
@@ -136,15 +138,13 @@ void writeWav(const RandomInput &input, tools::OutputFile &output, TimedProgress
         output.write(std::vector<uint8_t>(1));
 }
 
-} // namespace
-
 void decompress(const std::string &inputPath, const std::string &outputPath, TimedProgress &progress)
 {
     const RandomInput input(inputPath);
     std::optional<tools::OutputFile> output;
     numbered(ErrorNumber::InvalidOutput, [&] { output.emplace(outputPath); });
     numbered(ErrorNumber::Write, [&] {
-        writeWav(input, *output, progress);
+        decompress(input, *output, progress);
         output->commit();
     });
 }

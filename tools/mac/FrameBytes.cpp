@@ -40,7 +40,9 @@ void FrameBytes::fill(uint64_t logicalStart)
         std::memcpy(&m_window[i], &word, 4);
     }
     m_next = m_window.data() + (logicalStart - m_windowStart);
-    m_refillMark = m_window.data() + m_window.size() - stride;
+    // Damaged frames must not run on through the zeros.
+    const uint64_t limit = m_end + stride - m_windowStart;
+    m_refillMark = m_window.data() + std::min<uint64_t>(m_window.size() - stride, limit);
 }
 
 void FrameBytes::refill()

@@ -40,6 +40,8 @@ void TimedProgress::finish()
 
 void TimedProgress::print(double share)
 {
+    if (!m_enabled)
+        return;
     const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - m_start;
     printMessage(piece(share, elapsed.count()));
 }

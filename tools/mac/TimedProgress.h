@@ -13,6 +13,12 @@ namespace kruv::mac {
 class TimedProgress
 {
 public:
+    /// Prints nothing at all when not `enabled`.
+    explicit TimedProgress(bool enabled = true)
+        : m_enabled(enabled)
+    {
+    }
+
     /// `done` of `total` units are finished; nothing is printed while `total` is 0 (not known).
     void update(uint64_t done, uint64_t total);
     /// Prints the last piece.
@@ -25,6 +31,7 @@ private:
     void print(double share);
 
     std::chrono::steady_clock::time_point m_start = std::chrono::steady_clock::now();
+    bool m_enabled;
     int m_printed = 0; ///< the last whole percent
 };
 

@@ -51,8 +51,9 @@ void run(const CommandLine &command)
 
 int main(int argc, char **argv)
 {
-    // A reader that goes away is reported by the write.
+    // A reader that goes away, and a limit on file sizes, are reported by the write.
     std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
     const std::vector<std::string> arguments(argv + 1, argv + argc);
     printMessage("Monkey's Audio coder of Kruv " KRUV_VERSION "\n");
     const auto command = CommandLine::parse(arguments);
