@@ -3,6 +3,7 @@
 
 // The Monkey's Audio decoder on any bytes: it must end with audio or a MacError, soon and with little memory.
 
+#include "LimitedSink.h"
 #include "mac/ApeReader.h"
 #include "mac/Decompress.h"
 #include "mac/FrameDecoder.h"
@@ -13,21 +14,6 @@
 using namespace kruv;
 
 namespace {
-
-/// Takes a few seconds of audio; more would only cost the fuzzer time.
-class BoundedSink : public tools::ByteSink
-{
-public:
-    void write(std::span<const std::uint8_t> bytes) override
-    {
-        m_left -= std::min(m_left, bytes.size());
-        if (m_left == 0)
-            throw tools::ToolError("enough");
-    }
-
-private:
-    std::size_t m_left = 4 * 1024 * 1024;
-};
 
 /// Frames behind a damaged one are reached only without the stop at the first damage.
 void decodeEachFrame(const mac::RandomInput &input)
@@ -53,7 +39,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     const mac::RandomInput input(std::span(data, size));
     mac::TimedProgress silent(false);
     try {
-        BoundedSink sink;
+        LimitedSink sink;
         mac::decompress(input, sink, silent);
     } catch (const tools::ToolError &) {
     }

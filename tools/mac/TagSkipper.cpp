@@ -43,6 +43,9 @@ bool startsStream(const uint8_t *bytes)
 uint64_t findStreamStart(const RandomInput &input)
 {
     const uint64_t offset = skipId3v2(input, 0);
+    std::array<uint8_t, 6> id{};
+    if (input.readAt(offset, id) == id.size() && startsStream(id.data()))
+        return offset;
     std::vector<uint8_t> bytes(searchBytes);
     bytes.resize(input.readAt(offset, bytes));
     for (std::size_t at = 0; at + 6 <= bytes.size(); ++at) {
