@@ -55,6 +55,14 @@ InputStream::~InputStream()
         ::close(m_descriptor);
 }
 
+bool InputStream::isFile(const std::string &path) const
+{
+    struct stat own = {};
+    struct stat other = {};
+    return m_descriptor >= 0 && ::fstat(m_descriptor, &own) == 0 && S_ISREG(own.st_mode) &&
+           ::stat(path.c_str(), &other) == 0 && own.st_dev == other.st_dev && own.st_ino == other.st_ino;
+}
+
 std::size_t InputStream::readFromDescriptor(std::uint8_t *destination, std::size_t count)
 {
     if (m_descriptor < 0)

@@ -39,6 +39,8 @@ public:
     std::uint64_t position() const { return m_position; }
     /// Length of the whole input in bytes where it is known beforehand (a regular file or memory).
     std::optional<std::uint64_t> size() const { return m_size; }
+    /// True when path is the very file this reads.
+    bool isFile(const std::string &path) const;
     /// For messages: the path or "standard input".
     const std::string &name() const { return m_name; }
 

@@ -81,6 +81,11 @@ OutputFile::OutputFile(const std::string &path)
 
 OutputFile::~OutputFile()
 {
+    // After an error a reader on a pipe still gets what was made before it.
+    if (m_descriptor >= 0 && m_temporaryPath.empty()) {
+        bool ignored = false;
+        writeAll(m_descriptor, m_buffer, ignored);
+    }
     if (m_descriptor > STDOUT_FILENO)
         ::close(m_descriptor);
     if (!m_temporaryPath.empty()) {
