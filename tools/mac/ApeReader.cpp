@@ -59,6 +59,9 @@ void ApeReader::readCurrent()
     m_seekTable = {m_header.offset + descriptor.headerSize, descriptor.seekTableSize};
     m_wavHeader = {m_seekTable.end(), descriptor.wavHeaderSize};
     readSeekTable(m_seekTable);
+    // A gap would be a part of the header that a wrong size hides.
+    if (m_frameStarts.front() != m_wavHeader.end())
+        refuse("its sizes contradict each other");
     if (descriptor.frameDataSize > m_input.size())
         refuse("it ends before the audio does");
     finishLayout(m_frameStarts.front() + descriptor.frameDataSize, descriptor.tailSize);
