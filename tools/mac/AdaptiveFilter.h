@@ -3,22 +3,13 @@
 #pragma once
 
 #include "FilterKernel.h"
-#include "StreamInfo.h"
+#include "Level.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdint>
 
 namespace kruv::mac {
-
-/// Decides the arithmetic of a frame. Writers of some years did parts of it in 64 bits; a frame decoded in
-/// the wrong way fails its CRC.
-struct Arithmetic
-{
-    bool wideRounding = false;   ///< of the adaptive filters
-    bool widePrediction = false; ///< of the nine-tap predictor
-    bool operator==(const Arithmetic &) const = default;
-};
 
 /// A sign-sign LMS filter over 16-bit history. Reset at each frame start.
 ///

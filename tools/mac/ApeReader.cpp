@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ApeReader.h"
 
+#include "Level.h"
 #include "MacError.h"
 #include "TagSkipper.h"
 
@@ -14,8 +15,6 @@ using tools::readLe32;
 
 namespace {
 
-/// A million of the shortest usual frames are three weeks of audio.
-constexpr uint32_t largestFrameCount = 1000000;
 constexpr uint32_t largestFrame = 1000000;
 constexpr uint32_t largestInsaneFrame = 10000000;
 constexpr std::size_t oldHeaderBytes = 32;

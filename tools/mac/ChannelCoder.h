@@ -3,6 +3,8 @@
 #pragma once
 
 #include "AdaptiveFilter.h"
+#include "Arithmetic.h"
+#include "Level.h"
 #include "Predictor.h"
 #include "StreamInfo.h"
 

@@ -11,7 +11,6 @@
 #include "common/OutputFile.h"
 #include "common/WavReader.h"
 
-#include <limits>
 #include <optional>
 #include <vector>
 
@@ -74,18 +73,18 @@ public:
     {
         SpoolFile spool(folder);
         const std::vector<uint64_t> starts = encodeAll(spool);
-        const bool keepHeader = headerIsRight();
+        const bool keepHeader = headerStates(m_audioBytes) && !m_wav.endedEarly();
         if (!keepHeader)
             m_info.flags = flagNoWavHeader;
+        if (m_wav.endedEarly())
+            printMessage("\nmac: the input ends before the audio that its header states\n");
         ApeWriter writer(output, m_info.totalFrames,
                          keepHeader ? std::span<const uint8_t>(m_wav.header()) : std::span<const uint8_t>());
         spool.copyTo(writer);
         writeEnd(writer, starts);
     }
 
-    /// Whether the stated size of the audio is what arrived. Must not be asked before the end of the audio,
-    /// unless `audioBytes` is known.
-    bool headerIsRight() const { return headerStates(m_audioBytes) && !m_wav.endedEarly(); }
+    /// Whether the header's size of the audio stands for so many bytes in whole blocks.
     bool headerStates(uint64_t audioBytes) const
     {
         const uint32_t stated = tools::readLe32(m_wav.header().data() + m_wav.header().size() - 4);
@@ -111,7 +110,7 @@ std::vector<uint64_t> Compressor::encodeAll(tools::ByteSink &sink)
         const std::size_t got = numbered(ErrorNumber::Read, [&] { return m_wav.readAudio(pcm); });
         if (got == 0)
             break;
-        if (m_info.totalFrames == std::numeric_limits<uint32_t>::max() / 4)
+        if (m_info.totalFrames == largestFrameCount)
             throw MacError(ErrorNumber::InputTooLarge, "the input is too long");
         packer.add(m_encoder.encode(std::span<const uint8_t>(pcm).first(got)));
         m_audioBytes += got;

@@ -5,7 +5,7 @@
 #include "FrameFormat.h"
 #include "MacError.h"
 #include "RangeDecoder.h"
-#include "Residuals.h"
+#include "ResidualDecoder.h"
 #include "SampleFormat.h"
 #include "common/Crc32.h"
 

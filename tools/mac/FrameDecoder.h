@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "Arithmetic.h"
 #include "ChannelCoder.h"
 #include "FrameBytes.h"
 #include "StreamInfo.h"

@@ -4,7 +4,7 @@
 
 #include "FrameFormat.h"
 #include "RangeEncoder.h"
-#include "Residuals.h"
+#include "ResidualEncoder.h"
 #include "SampleFormat.h"
 #include "common/Crc32.h"
 

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <cstdint>
-#include <span>
 
 namespace kruv::mac {
 
@@ -12,6 +11,9 @@ constexpr uint16_t versionWritten = 3990;
 constexpr uint16_t versionOldest = 3950;
 /// From here on: 52-byte descriptor, and filters that adapt in steps of 8, 16 and 32.
 constexpr uint16_t versionDescriptor = 3980;
+
+/// More frames than anyone has: a million of the usual length are weeks of audio.
+constexpr uint32_t largestFrameCount = 1000000;
 
 /// What a decoder must know of a file; `blocks` are samples for every channel.
 struct StreamInfo
@@ -33,24 +35,5 @@ struct StreamInfo
     }
     uint64_t totalBlocks() const { return uint64_t{totalFrames - 1} * blocksPerFrame + finalFrameBlocks; }
 };
-
-/// One adaptive filter: number of taps (a multiple of 16) and the scale of its coefficients in bits.
-struct FilterShape
-{
-    int order;
-    int shift;
-};
-
-/// One of the five compression levels.
-struct Level
-{
-    uint16_t number;                      ///< 1000 to 5000, as in the file
-    const char *name;                     ///< what people call it
-    uint32_t blocksPerFrame;              ///< what an encoder uses; a decoder takes the file's
-    std::span<const FilterShape> filters; ///< in the encoder's order, longest first
-};
-
-/// The level with this number, or null.
-const Level *findLevel(unsigned number);
 
 } // namespace kruv::mac

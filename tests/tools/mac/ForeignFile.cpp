@@ -9,7 +9,7 @@
 #include "mac/FileLayout.h"
 #include "mac/FramePacker.h"
 #include "mac/RangeEncoder.h"
-#include "mac/Residuals.h"
+#include "mac/ResidualEncoder.h"
 #include "mac/SampleFormat.h"
 
 #include <bit>

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "MacTestSupport.h"
-#include "mac/AdaptiveFilter.h"
+#include "mac/Arithmetic.h"
 
 namespace kruv::mac::test {
 

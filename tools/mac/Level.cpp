@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Kruv developers
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "StreamInfo.h"
+#include "Level.h"
 
 #include <algorithm>
 #include <array>
