@@ -12,8 +12,9 @@ public:
     void write(std::span<const std::uint8_t> bytes) override
     {
         m_written += bytes.size();
-        if (m_written > 4u * 1024 * 1024)
+        if (m_written > 4u * 1024 * 1024) {
             throw kruv::tools::ToolError("enough");
+        }
     }
 
 private:

@@ -22,7 +22,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     kruv::tools::InputStream codedInput(coded.take(), "coded");
     kruv::tools::MemorySink decoded;
     kruv::shorten::Decoder(codedInput, decoded).run();
-    if (decoded.bytes() != original)
+    if (decoded.bytes() != original) {
         std::abort();
+    }
     return 0;
 }

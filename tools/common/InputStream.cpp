@@ -16,7 +16,7 @@ namespace kruv::tools {
 
 namespace {
 
-constexpr std::size_t bufferBytes = 128 * 1024;
+constexpr std::size_t bufferBytes = std::size_t(128) * 1024;
 
 } // namespace
 
@@ -28,8 +28,9 @@ InputStream::InputStream(const std::string &path)
         m_descriptor = STDIN_FILENO;
     } else {
         m_descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-        if (m_descriptor < 0)
+        if (m_descriptor < 0) {
             throw ToolError("cannot open " + m_name + ": " + std::strerror(errno));
+        }
         m_ownsDescriptor = true;
     }
     findSize();
@@ -47,11 +48,13 @@ InputStream::InputStream(int descriptor, std::string name)
 void InputStream::findSize()
 {
     struct stat status = {};
-    if (::fstat(m_descriptor, &status) != 0 || !S_ISREG(status.st_mode))
+    if (::fstat(m_descriptor, &status) != 0 || !S_ISREG(status.st_mode)) {
         return;
+    }
     const off_t start = ::lseek(m_descriptor, 0, SEEK_CUR);
-    if (start >= 0)
+    if (start >= 0) {
         m_size = static_cast<std::uint64_t>(std::max<off_t>(0, status.st_size - start));
+    }
     ::posix_fadvise(m_descriptor, 0, 0, POSIX_FADV_SEQUENTIAL);
 }
 
@@ -65,8 +68,9 @@ InputStream::InputStream(std::vector<std::uint8_t> bytes, std::string name)
 
 InputStream::~InputStream()
 {
-    if (m_ownsDescriptor)
+    if (m_ownsDescriptor) {
         ::close(m_descriptor);
+    }
 }
 
 bool InputStream::isFile(const std::string &path) const
@@ -79,33 +83,39 @@ bool InputStream::isFile(const std::string &path) const
 
 std::size_t InputStream::readFromDescriptor(std::uint8_t *destination, std::size_t count)
 {
-    if (m_descriptor < 0)
+    if (m_descriptor < 0) {
         return 0;
+    }
     for (;;) {
         const ssize_t got = ::read(m_descriptor, destination, count);
-        if (got >= 0)
+        if (got >= 0) {
             return static_cast<std::size_t>(got);
-        if (errno != EINTR)
+        }
+        if (errno != EINTR) {
             throw ToolError("cannot read " + m_name + ": " + std::strerror(errno));
+        }
     }
 }
 
 void InputStream::fillBuffer()
 {
     m_begin = m_end = 0;
-    if (m_descriptor >= 0)
+    if (m_descriptor >= 0) {
         m_end = readFromDescriptor(m_buffer.data(), m_buffer.size());
+    }
 }
 
 std::size_t InputStream::read(std::span<std::uint8_t> destination)
 {
     std::size_t done = 0;
     while (done < destination.size()) {
-        if (buffered() == 0)
+        if (buffered() == 0) {
             fillBuffer();
+        }
         const std::size_t step = std::min(buffered(), destination.size() - done);
-        if (step == 0)
+        if (step == 0) {
             break;
+        }
         std::memcpy(destination.data() + done, m_buffer.data() + m_begin, step);
         m_begin += step;
         done += step;
@@ -116,8 +126,9 @@ std::size_t InputStream::read(std::span<std::uint8_t> destination)
 
 void InputStream::readExactly(std::span<std::uint8_t> destination, const char *what)
 {
-    if (read(destination) != destination.size())
+    if (read(destination) != destination.size()) {
         throw ToolError(m_name + " ends within " + what);
+    }
 }
 
 std::span<const std::uint8_t> InputStream::peek(std::size_t count)
@@ -127,8 +138,9 @@ std::span<const std::uint8_t> InputStream::peek(std::size_t count)
         m_end -= std::exchange(m_begin, 0);
         while (m_end < count) {
             const std::size_t got = readFromDescriptor(m_buffer.data() + m_end, m_buffer.size() - m_end);
-            if (got == 0)
+            if (got == 0) {
                 break;
+            }
             m_end += got;
         }
     }
@@ -137,8 +149,9 @@ std::span<const std::uint8_t> InputStream::peek(std::size_t count)
 
 std::span<const std::uint8_t> InputStream::readBlock()
 {
-    if (buffered() == 0)
+    if (buffered() == 0) {
         fillBuffer();
+    }
     const auto block = std::span<const std::uint8_t>(m_buffer).subspan(m_begin, buffered());
     m_begin = m_end;
     m_position += block.size();
@@ -149,11 +162,13 @@ std::uint64_t InputStream::skip(std::uint64_t count)
 {
     std::uint64_t done = 0;
     while (done < count) {
-        if (buffered() == 0)
+        if (buffered() == 0) {
             fillBuffer();
+        }
         const auto step = static_cast<std::size_t>(std::min<std::uint64_t>(buffered(), count - done));
-        if (step == 0)
+        if (step == 0) {
             break;
+        }
         m_begin += step;
         done += step;
     }

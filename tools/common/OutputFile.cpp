@@ -20,7 +20,7 @@ namespace kruv::tools {
 
 namespace {
 
-constexpr std::size_t bufferBytes = 256 * 1024;
+constexpr std::size_t bufferBytes = std::size_t(256) * 1024;
 
 std::string folderOf(const std::string &path)
 {
@@ -39,11 +39,13 @@ void writeAll(int descriptor, std::span<const std::uint8_t> bytes, bool &failed)
 {
     while (!bytes.empty()) {
         const ssize_t done = ::write(descriptor, bytes.data(), bytes.size());
-        if (done < 0 && errno == EINTR)
+        if (done < 0 && errno == EINTR) {
             continue;
+        }
         if (done <= 0) {
-            if (done == 0)
+            if (done == 0) {
                 errno = ENOSPC;
+            }
             failed = true;
             return;
         }
@@ -73,10 +75,11 @@ OutputFile::OutputFile(const std::string &path)
     }
     struct stat status = {};
     const bool exists = ::stat(path.c_str(), &status) == 0;
-    if (exists && !S_ISREG(status.st_mode))
+    if (exists && !S_ISREG(status.st_mode)) {
         openDirectly();
-    else
+    } else {
         openTemporary();
+    }
 }
 
 OutputFile::~OutputFile()
@@ -86,8 +89,9 @@ OutputFile::~OutputFile()
         bool ignored = false;
         writeAll(m_descriptor, m_buffer, ignored);
     }
-    if (m_descriptor > STDOUT_FILENO)
+    if (m_descriptor > STDOUT_FILENO) {
         ::close(m_descriptor);
+    }
     if (!m_temporaryPath.empty()) {
         ::unlink(m_temporaryPath.c_str());
         TemporaryFiles::forget(m_temporaryPath);
@@ -97,8 +101,9 @@ OutputFile::~OutputFile()
 void OutputFile::openDirectly()
 {
     m_descriptor = ::open(m_finalPath.c_str(), O_WRONLY | O_CLOEXEC);
-    if (m_descriptor < 0)
+    if (m_descriptor < 0) {
         fail("open");
+    }
 }
 
 void OutputFile::openTemporary()
@@ -106,12 +111,14 @@ void OutputFile::openTemporary()
     m_finalPath = resolved(m_finalPath);
     struct stat status = {};
     const bool exists = ::stat(m_finalPath.c_str(), &status) == 0;
-    if (exists && ::access(m_finalPath.c_str(), W_OK) != 0)
+    if (exists && ::access(m_finalPath.c_str(), W_OK) != 0) {
         fail("write");
+    }
     std::string path = folderOf(m_finalPath) + ".kruv-XXXXXX";
     m_descriptor = ::mkostemp(path.data(), O_CLOEXEC);
-    if (m_descriptor < 0)
+    if (m_descriptor < 0) {
         fail("create");
+    }
     m_temporaryPath = std::move(path);
     TemporaryFiles::remember(m_temporaryPath);
     // mkostemp() makes a private file; the finished one has the rights a plain open() would give or had
@@ -128,16 +135,18 @@ void OutputFile::fail(const char *action) const
 void OutputFile::write(std::span<const std::uint8_t> bytes)
 {
     m_position += bytes.size();
-    if (m_buffer.size() + bytes.size() > bufferBytes)
+    if (m_buffer.size() + bytes.size() > bufferBytes) {
         flush();
+    }
     if (bytes.size() < bufferBytes) {
         m_buffer.insert(m_buffer.end(), bytes.begin(), bytes.end());
         return;
     }
     bool failed = false;
     writeAll(m_descriptor, bytes, failed);
-    if (failed)
+    if (failed) {
         fail("write");
+    }
 }
 
 void OutputFile::flush()
@@ -145,8 +154,9 @@ void OutputFile::flush()
     bool failed = false;
     writeAll(m_descriptor, m_buffer, failed);
     m_buffer.clear();
-    if (failed)
+    if (failed) {
         fail("write");
+    }
 }
 
 void OutputFile::rewrite(std::uint64_t offset, std::span<const std::uint8_t> bytes)
@@ -154,10 +164,12 @@ void OutputFile::rewrite(std::uint64_t offset, std::span<const std::uint8_t> byt
     flush();
     while (!bytes.empty()) {
         const ssize_t done = ::pwrite(m_descriptor, bytes.data(), bytes.size(), static_cast<off_t>(offset));
-        if (done < 0 && errno == EINTR)
+        if (done < 0 && errno == EINTR) {
             continue;
-        if (done <= 0)
+        }
+        if (done <= 0) {
             fail("write");
+        }
         offset += static_cast<std::uint64_t>(done);
         bytes = bytes.subspan(static_cast<std::size_t>(done));
     }
@@ -166,18 +178,21 @@ void OutputFile::rewrite(std::uint64_t offset, std::span<const std::uint8_t> byt
 void OutputFile::close()
 {
     // Some file systems report a full disk only here.
-    if (::close(std::exchange(m_descriptor, -1)) != 0 && errno != EINTR)
+    if (::close(std::exchange(m_descriptor, -1)) != 0 && errno != EINTR) {
         fail("write");
+    }
 }
 
 void OutputFile::commit()
 {
     flush();
     close();
-    if (m_temporaryPath.empty())
+    if (m_temporaryPath.empty()) {
         return;
-    if (::rename(m_temporaryPath.c_str(), m_finalPath.c_str()) != 0)
+    }
+    if (::rename(m_temporaryPath.c_str(), m_finalPath.c_str()) != 0) {
         fail("rename the finished file to");
+    }
     TemporaryFiles::forget(m_temporaryPath);
     m_temporaryPath.clear();
 }

@@ -16,8 +16,9 @@ ProgressPrinter::ProgressPrinter(Shape shape, bool enabled)
 
 void ProgressPrinter::update(std::uint64_t done, std::uint64_t total)
 {
-    if (total == 0)
+    if (total == 0) {
         return;
+    }
     const double share = static_cast<double>(done) / static_cast<double>(total);
     // 100 is kept for finish(), when the output is known to be complete.
     printUpTo(static_cast<int>(std::clamp(share * 100.0, 0.0, 99.0)));
@@ -32,8 +33,9 @@ void ProgressPrinter::printUpTo(int percent)
 {
     while (m_printed < percent) {
         ++m_printed;
-        if (!m_enabled)
+        if (!m_enabled) {
             continue;
+        }
         std::string number = std::to_string(m_printed);
         number.insert(
             0, static_cast<std::size_t>(std::max(0, m_shape.width - static_cast<int>(number.size()))), ' ');

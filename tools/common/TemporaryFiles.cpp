@@ -20,8 +20,9 @@ static_assert(std::atomic<const char *>::is_always_lock_free);
 extern "C" void removeAndDie(int signalNumber)
 {
     for (auto &slot : openFiles) {
-        if (const char *path = slot.load())
+        if (const char *path = slot.load()) {
             ::unlink(path);
+        }
     }
     std::signal(signalNumber, SIG_DFL);
     std::raise(signalNumber);
@@ -32,8 +33,9 @@ void installHandlers()
     for (const int signalNumber : {SIGTERM, SIGINT, SIGHUP}) {
         struct sigaction present = {};
         ::sigaction(signalNumber, nullptr, &present);
-        if (present.sa_handler == SIG_IGN)
+        if (present.sa_handler == SIG_IGN) {
             continue;
+        }
         struct sigaction action = {};
         action.sa_handler = removeAndDie;
         ::sigaction(signalNumber, &action, nullptr);
@@ -47,8 +49,9 @@ void TemporaryFiles::remember(const std::string &path)
     [[maybe_unused]] static const bool installed = (installHandlers(), true);
     for (auto &slot : openFiles) {
         const char *expected = nullptr;
-        if (slot.compare_exchange_strong(expected, path.c_str()))
+        if (slot.compare_exchange_strong(expected, path.c_str())) {
             return;
+        }
     }
     throw ToolError("too many files are being written at a time");
 }
@@ -57,8 +60,9 @@ void TemporaryFiles::forget(const std::string &path)
 {
     for (auto &slot : openFiles) {
         const char *expected = path.c_str();
-        if (slot.compare_exchange_strong(expected, nullptr))
+        if (slot.compare_exchange_strong(expected, nullptr)) {
             return;
+        }
     }
 }
 

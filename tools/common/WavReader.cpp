@@ -15,7 +15,7 @@ namespace kruv::tools {
 namespace {
 
 // Pictures are found in front of the audio, but nothing near this size.
-constexpr std::size_t largestHeader = 64 * 1024 * 1024;
+constexpr std::size_t largestHeader = std::size_t(64) * 1024 * 1024;
 constexpr std::uint16_t tagPcm = 1;
 constexpr std::uint16_t tagExtensible = 0xFFFE;
 // The part of an extensible format's GUID behind its first two bytes, which hold the plain format tag.
@@ -51,10 +51,12 @@ WavReader::WavReader(InputStream &input, WavTolerance tolerance)
 {
     const auto start = input.peek(12);
     m_isRf64 = tolerance == WavTolerance::Repair && start.size() >= 12 && isId(start.data(), "RF64");
-    if (!m_isRf64 && start.size() >= 4 && (isId(start.data(), "RF64") || isId(start.data(), "RIFX")))
+    if (!m_isRf64 && start.size() >= 4 && (isId(start.data(), "RF64") || isId(start.data(), "RIFX"))) {
         throw ToolError(input.name() + ": this kind of WAV file (RF64, RIFX) is not supported");
-    if (start.size() < 12 || !(m_isRf64 || isId(start.data(), "RIFF")) || !isId(start.data() + 8, "WAVE"))
+    }
+    if (start.size() < 12 || !(m_isRf64 || isId(start.data(), "RIFF")) || !isId(start.data() + 8, "WAVE")) {
         throw ToolError(input.name() + " is not a WAV file");
+    }
     append(12, "the RIFF header");
     readChunks();
 }
@@ -62,11 +64,12 @@ WavReader::WavReader(InputStream &input, WavTolerance tolerance)
 std::size_t WavReader::append(std::size_t count, const char *what)
 {
     const std::size_t offset = m_header.size();
-    if (count > largestHeader - offset)
+    if (count > largestHeader - offset) {
         throw ToolError(m_input.name() + ": the chunks before the audio are too large");
+    }
     // Grown step by step, so that a false size costs no more memory than there is input.
     while (count > 0) {
-        const std::size_t step = std::min<std::size_t>(count, 1024 * 1024);
+        const std::size_t step = std::min(count, std::size_t(1024) * 1024);
         const std::size_t end = m_header.size();
         m_header.resize(end + step);
         m_input.readExactly(std::span(m_header).subspan(end), what);
@@ -81,8 +84,9 @@ void WavReader::readChunks()
         const std::size_t offset = append(8, "the chunks before the audio");
         const std::uint32_t size = readLe32(&m_header[offset + 4]);
         if (isId(&m_header[offset], "data")) {
-            if (!m_hasFormat)
+            if (!m_hasFormat) {
                 throw ToolError(m_input.name() + ": no format chunk before the audio");
+            }
             const bool wide = m_isRf64 && size == 0xFFFFFFFF && m_wideDataSize != 0;
             decideLength(wide ? m_wideDataSize : size, !wide && isPlaceholder(size));
             return;
@@ -90,10 +94,11 @@ void WavReader::readChunks()
         const std::size_t padded = static_cast<std::size_t>(size) + size % 2;
         append(padded, "the chunks before the audio");
         const auto content = std::span<const std::uint8_t>(m_header).subspan(offset + 8, size);
-        if (isId(&m_header[offset], "fmt "))
+        if (isId(&m_header[offset], "fmt ")) {
             parseFormat(content);
-        else if (m_isRf64 && isId(&m_header[offset], "ds64"))
+        } else if (m_isRf64 && isId(&m_header[offset], "ds64")) {
             parseWideSizes(content);
+        }
     }
 }
 
@@ -107,28 +112,37 @@ void WavReader::parseWideSizes(std::span<const std::uint8_t> chunk)
 void WavReader::parseFormat(std::span<const std::uint8_t> chunk)
 {
     const std::string &name = m_input.name();
-    if (chunk.size() < 16)
+    if (chunk.size() < 16) {
         throw ToolError(name + ": the format chunk is too short");
+    }
     std::uint16_t tag = readLe16(&chunk[0]);
     m_format.extensible = tag == tagExtensible;
     if (m_format.extensible) {
-        if (chunk.size() < 40 || std::memcmp(&chunk[26], guidTail, sizeof guidTail) != 0)
+        if (chunk.size() < 40 || std::memcmp(&chunk[26], guidTail, sizeof guidTail) != 0) {
             throw ToolError(name + ": unknown extensible format");
+        }
         tag = readLe16(&chunk[24]);
         m_format.channelMask = readLe32(&chunk[20]);
     }
     m_format.channels = readLe16(&chunk[2]);
     m_format.sampleRate = readLe32(&chunk[4]);
     m_format.bitsPerSample = readLe16(&chunk[14]);
-    if (tag != tagPcm)
+    if (tag != tagPcm) {
         throw ToolError(name + ": the audio is not linear PCM (format tag " + std::to_string(tag) + ")");
+    }
     if (m_format.channels == 0 || m_format.bitsPerSample == 0 || m_format.bitsPerSample > 32 ||
-        m_format.sampleRate == 0)
+        m_format.sampleRate == 0) {
         throw ToolError(name + ": the format chunk makes no sense");
+<<<<<<< HEAD
     if (m_tolerance == WavTolerance::None && readLe16(&chunk[12]) != m_format.bytesPerFrame())
+=======
+    }
+    if (readLe16(&chunk[12]) != m_format.bytesPerFrame()) {
+>>>>>>> coders
         throw ToolError(name + ": the format chunk contradicts itself (" + std::to_string(m_format.channels) +
                         " channels of " + std::to_string(m_format.bitsPerSample) + " bit in frames of " +
                         std::to_string(readLe16(&chunk[12])) + " bytes)");
+    }
     m_hasFormat = true;
 }
 
@@ -155,20 +169,24 @@ void WavReader::decideLength(std::uint64_t stated, bool placeholder)
         m_remaining = available;
         m_endedEarly = !unreliable;
     }
-    if (m_remaining)
+    if (m_remaining) {
         m_audioBytes = *m_remaining - *m_remaining % m_format.bytesPerFrame();
+    }
 }
 
 std::size_t WavReader::readAudio(std::span<std::uint8_t> destination)
 {
     std::size_t wanted = destination.size();
-    if (m_remaining)
+    if (m_remaining) {
         wanted = static_cast<std::size_t>(std::min<std::uint64_t>(wanted, *m_remaining));
+    }
     const std::size_t got = m_input.read(destination.first(wanted));
-    if (m_remaining)
+    if (m_remaining) {
         *m_remaining -= got;
-    if (got < wanted)
+    }
+    if (got < wanted) {
         m_endedEarly = m_endedEarly || m_remaining.has_value();
+    }
     const std::size_t partial = got % m_format.bytesPerFrame();
     const auto rest = destination.subspan(got - partial, partial);
     m_partialFrame.insert(m_partialFrame.end(), rest.begin(), rest.end());

@@ -12,7 +12,7 @@ namespace kruv::shorten {
 
 namespace {
 
-constexpr std::size_t bufferBytes = 64 * 1024;
+constexpr std::size_t bufferBytes = std::size_t(64) * 1024;
 // Room behind the valid bytes, kept zero at the end of input, so that whole words can be loaded anywhere.
 constexpr std::size_t paddingBytes = 16;
 // Bits of window() that are real wherever the window begins within its first byte.
@@ -42,8 +42,9 @@ BitReader::BitReader(tools::InputStream &input)
 void BitReader::refill()
 {
     const std::size_t consumed = m_bitPosition / 8;
-    if (m_inputEnded || m_validBytes >= consumed + paddingBytes)
+    if (m_inputEnded || m_validBytes >= consumed + paddingBytes) {
         return;
+    }
     const std::size_t kept = m_validBytes - consumed;
     std::memmove(m_buffer.data(), m_buffer.data() + consumed, kept);
     m_bitPosition %= 8;
@@ -60,8 +61,9 @@ std::uint64_t BitReader::window() const
 std::uint64_t BitReader::readRice(unsigned lowBits)
 {
     const auto checkEnd = [this] {
-        if (m_bitPosition > m_validBytes * 8)
+        if (m_bitPosition > m_validBytes * 8) {
             throw tools::ToolError(m_input.name() + " ends before the end of its stream");
+        }
     };
     std::uint64_t high = 0;
     for (;;) {
@@ -75,8 +77,9 @@ std::uint64_t BitReader::readRice(unsigned lowBits)
         high += windowBits;
         m_bitPosition += windowBits;
         checkEnd();
-        if (high > 0xFFFFFFFF)
+        if (high > 0xFFFFFFFF) {
             throw tools::ToolError(m_input.name() + " is damaged: a code is too long");
+        }
     }
     refill();
     checkEnd();
@@ -89,8 +92,9 @@ std::uint64_t BitReader::readRice(unsigned lowBits)
 std::uint32_t BitReader::readUnsigned(unsigned k)
 {
     const std::uint64_t value = readRice(k);
-    if (value > 0xFFFFFFFF)
+    if (value > 0xFFFFFFFF) {
         throw tools::ToolError(m_input.name() + " is damaged: a number is too large");
+    }
     return static_cast<std::uint32_t>(value);
 }
 
@@ -102,8 +106,9 @@ std::int32_t BitReader::readSigned(unsigned k)
 std::uint32_t BitReader::readLong()
 {
     const std::uint32_t k = readUnsigned(2);
-    if (k > 31)
+    if (k > 31) {
         throw tools::ToolError(m_input.name() + " is damaged: a number is too large");
+    }
     return readUnsigned(k);
 }
 
@@ -112,8 +117,9 @@ void BitReader::readSigned(unsigned k, std::span<std::int32_t> destination)
     while (!destination.empty()) {
         refill();
         destination = destination.subspan(readSignedFast(k + 1, destination));
-        if (destination.empty())
+        if (destination.empty()) {
             return;
+        }
         // Long codes and the last bytes of the input.
         destination.front() = readSigned(k);
         destination = destination.subspan(1);
@@ -123,8 +129,9 @@ void BitReader::readSigned(unsigned k, std::span<std::int32_t> destination)
 // Decodes as long as codes are short and whole words can be loaded; returns how many it did.
 std::size_t BitReader::readSignedFast(unsigned lowBits, std::span<std::int32_t> destination)
 {
-    if (m_validBytes < m_bitPosition / 8 + paddingBytes)
+    if (m_validBytes < m_bitPosition / 8 + paddingBytes) {
         return 0;
+    }
     const std::uint8_t *next = m_buffer.data() + m_bitPosition / 8;
     const std::uint8_t *const last = m_buffer.data() + m_validBytes - sizeof(std::uint64_t);
     std::uint64_t bits = window();
@@ -138,8 +145,9 @@ std::size_t BitReader::readSignedFast(unsigned lowBits, std::span<std::int32_t> 
         available |= 56;
         const auto zeros = static_cast<unsigned>(std::countl_zero(bits));
         const unsigned length = zeros + 1 + lowBits;
-        if (length > 56)
+        if (length > 56) {
             break;
+        }
         const std::uint64_t low = (bits << (zeros + 1)) >> (64 - lowBits);
         destination[done++] = signedFrom(std::uint64_t(zeros) << lowBits | low);
         bits <<= length;

@@ -12,7 +12,7 @@ namespace kruv::shorten {
 
 namespace {
 
-constexpr std::size_t bufferBytes = 64 * 1024;
+constexpr std::size_t bufferBytes = std::size_t(64) * 1024;
 // A put stores a whole word, of which at most the first seven bytes count.
 constexpr std::size_t slackBytes = 16;
 constexpr unsigned longestPut = 56;
@@ -20,8 +20,9 @@ constexpr unsigned wordBytes = 4;
 
 void storeHighFirst(std::uint8_t *bytes, std::uint64_t word)
 {
-    if (std::endian::native == std::endian::little)
+    if (std::endian::native == std::endian::little) {
         word = __builtin_bswap64(word);
+    }
     std::memcpy(bytes, &word, sizeof word);
 }
 
@@ -58,15 +59,17 @@ void BitWriter::flush()
 
 void BitWriter::putRice(std::uint32_t value, unsigned lowBits)
 {
-    if (m_used >= bufferBytes - sizeof(std::uint64_t))
+    if (m_used >= bufferBytes - sizeof(std::uint64_t)) {
         flush();
+    }
     std::uint64_t zeros = std::uint64_t(value) >> lowBits;
     while (zeros + 1 + lowBits > longestPut) {
         const auto step = static_cast<unsigned>(std::min<std::uint64_t>(zeros, 32));
         put(0, step);
         zeros -= step;
-        if (m_used >= bufferBytes - sizeof(std::uint64_t))
+        if (m_used >= bufferBytes - sizeof(std::uint64_t)) {
             flush();
+        }
     }
     const std::uint64_t one = std::uint64_t(1) << lowBits;
     put(one | (value & (one - 1)), static_cast<unsigned>(zeros) + 1 + lowBits);
@@ -94,8 +97,9 @@ void BitWriter::putSigned(std::span<const std::int32_t> values, unsigned k)
     const unsigned lowBits = k + 1;
     const std::uint64_t one = std::uint64_t(1) << lowBits;
     while (!values.empty()) {
-        if (m_used >= bufferBytes / 2)
+        if (m_used >= bufferBytes / 2) {
             flush();
+        }
         // Short codes go through registers; their number is limited so that the buffer needs no check.
         const std::size_t count = std::min(values.size(), bufferBytes / 2 / 8);
         std::size_t done = 0;
@@ -106,8 +110,9 @@ void BitWriter::putSigned(std::span<const std::int32_t> values, unsigned k)
             const std::uint32_t value = signToLowBit(values[done]);
             const std::uint32_t length =
                 static_cast<std::uint32_t>(std::uint64_t(value) >> lowBits) + 1 + lowBits;
-            if (length > longestPut)
+            if (length > longestPut) {
                 break;
+            }
             bits = bits << length | one | (value & (one - 1));
             bitCount += length;
             storeHighFirst(out, bits << (64 - bitCount));
@@ -117,8 +122,9 @@ void BitWriter::putSigned(std::span<const std::int32_t> values, unsigned k)
         m_bits = bits;
         m_bitCount = bitCount;
         m_used = static_cast<std::size_t>(out - m_buffer.data());
-        if (done < count)
+        if (done < count) {
             putSigned(values[done++], k);
+        }
         values = values.subspan(done);
     }
 }
@@ -126,8 +132,9 @@ void BitWriter::putSigned(std::span<const std::int32_t> values, unsigned k)
 void BitWriter::finish()
 {
     put(1, 1);
-    while (m_bitCount != 0 || (m_bytesFlushed + m_used) % wordBytes != 0)
+    while (m_bitCount != 0 || (m_bytesFlushed + m_used) % wordBytes != 0) {
         put(0, 8 - m_bitCount);
+    }
     flush();
 }
 

@@ -19,14 +19,16 @@ Channel::Channel(const StreamHeader &header, std::int32_t startMean)
 
 void Channel::setBlockSize(std::uint32_t count)
 {
-    if (m_samples.size() < m_historyLength + count)
+    if (m_samples.size() < m_historyLength + count) {
         m_samples.resize(m_historyLength + count);
+    }
 }
 
 std::int32_t Channel::offset(std::uint32_t shift) const
 {
-    if (m_meanBlocks == 0)
+    if (m_meanBlocks == 0) {
         return m_means.front();
+    }
     // The division goes toward zero, the shift downward.
     const std::int64_t rounding = m_laterVersion ? m_meanBlocks / 2 : 0;
     const std::int64_t mean = (rounding + m_sumOfMeans) / m_meanBlocks;
@@ -35,8 +37,9 @@ std::int32_t Channel::offset(std::uint32_t shift) const
 
 void Channel::finishBlock(std::uint32_t count, std::uint32_t shift)
 {
-    if (m_meanBlocks > 0)
+    if (m_meanBlocks > 0) {
         rememberMean(count, shift);
+    }
     // A block shorter than the history keeps a part of it; copying upward makes the overlap right.
     const std::int32_t *end = samples() + count;
     std::copy(end - m_historyLength, end, m_samples.begin());

@@ -38,8 +38,9 @@ void storeChannel(const std::int32_t *samples, std::uint32_t count, std::uint32_
         return std::clamp(wrap(bitsOf(samples[i]) << shift), smallest, largest);
     };
     if (type.bytes == 1) {
-        for (std::uint32_t i = 0; i < count; ++i, out += stride)
+        for (std::uint32_t i = 0; i < count; ++i, out += stride) {
             *out = static_cast<std::uint8_t>(value(i));
+        }
         return;
     }
     const unsigned lowAt = type.highByteFirst ? 1 : 0;
@@ -66,14 +67,16 @@ Decoder::Decoder(tools::InputStream &input, tools::ByteSink &output)
 StreamHeader Decoder::readHeader(tools::InputStream &input, BitReader &bits)
 {
     const auto limited = [&](std::uint32_t value, std::uint32_t low, std::uint32_t high, const char *what) {
-        if (value < low || value > high)
+        if (value < low || value > high) {
             throw ToolError(input.name() + ": " + what + " of " + std::to_string(value) +
                             " is not supported");
+        }
         return value;
     };
     std::array<std::uint8_t, 5> start = {};
-    if (input.read(start) != start.size() || std::memcmp(start.data(), "ajkg", 4) != 0)
+    if (input.read(start) != start.size() || std::memcmp(start.data(), "ajkg", 4) != 0) {
         throw ToolError(input.name() + " is not a Shorten file");
+    }
     StreamHeader header;
     header.version = limited(start[4], 1, 3, "a format version");
     header.typeNumber = bits.readLong();
@@ -96,8 +99,9 @@ void Decoder::run()
         const auto function = static_cast<Function>(m_bits.readUnsigned(width::function));
         switch (function) {
         case Function::Quit:
-            if (m_channel != 0)
+            if (m_channel != 0) {
                 damaged("it ends between two channels");
+            }
             return;
         case Function::BlockSize:
             changeBlockSize();
@@ -119,8 +123,9 @@ void Decoder::copyBytes(std::uint32_t count, unsigned k)
     std::array<std::uint8_t, 256> bytes = {};
     while (count > 0) {
         const std::size_t step = std::min<std::size_t>(count, bytes.size());
-        for (std::size_t i = 0; i < step; ++i)
+        for (std::size_t i = 0; i < step; ++i) {
             bytes[i] = static_cast<std::uint8_t>(m_bits.readUnsigned(k));
+        }
         m_output.write(std::span(bytes).first(step));
         count -= static_cast<std::uint32_t>(step);
     }
@@ -129,18 +134,21 @@ void Decoder::copyBytes(std::uint32_t count, unsigned k)
 void Decoder::changeBlockSize()
 {
     const std::uint32_t size = m_bits.readLong();
-    if (size == 0 || size > largestBlock || m_channel != 0)
+    if (size == 0 || size > largestBlock || m_channel != 0) {
         damaged("impossible block size");
+    }
     m_blockSize = size;
-    for (Channel &channel : m_channels)
+    for (Channel &channel : m_channels) {
         channel.setBlockSize(size);
+    }
 }
 
 void Decoder::changeShift()
 {
     m_shift = m_bits.readUnsigned(width::bitShift);
-    if (m_shift > largestShift)
+    if (m_shift > largestShift) {
         damaged("impossible bit shift");
+    }
 }
 
 void Decoder::decodeBlock(Function function)
@@ -151,8 +159,9 @@ void Decoder::decodeBlock(Function function)
         std::fill(samples.begin(), samples.end(), 0);
     } else if (function <= Function::Diff3 || function == Function::Qlpc) {
         const std::uint32_t energyBits = m_bits.readUnsigned(width::energy);
-        if (energyBits > 31)
+        if (energyBits > 31) {
             damaged("impossible code width");
+        }
         const std::int32_t offset = channel.offset(m_shift);
         if (function == Function::Qlpc) {
             predictLinearly(energyBits, offset);
@@ -204,11 +213,13 @@ void Decoder::addDifferences(unsigned order, std::int32_t offset)
 void Decoder::predictLinearly(unsigned energyBits, std::int32_t offset)
 {
     const std::uint32_t order = m_bits.readUnsigned(width::lpcOrder);
-    if (order > m_header.maxLpcOrder)
+    if (order > m_header.maxLpcOrder) {
         damaged("impossible prediction order");
+    }
     std::vector<std::uint64_t> coefficients(order);
-    for (auto &coefficient : coefficients)
+    for (auto &coefficient : coefficients) {
         coefficient = static_cast<std::uint64_t>(std::int64_t(m_bits.readSigned(width::lpcCoefficient)));
+    }
     std::int32_t *y = m_channels[m_channel].samples();
     m_bits.readSigned(energyBits, std::span(y, m_blockSize));
 
@@ -216,8 +227,9 @@ void Decoder::predictLinearly(unsigned energyBits, std::int32_t offset)
     for (std::uint32_t i = 0; i < m_blockSize; ++i) {
         std::uint64_t sum = rounding;
         const std::int32_t *past = y + i;
-        for (const std::uint64_t coefficient : coefficients)
+        for (const std::uint64_t coefficient : coefficients) {
             sum += coefficient * static_cast<std::uint64_t>(std::int64_t(*--past) - offset);
+        }
         const auto predicted = static_cast<std::uint32_t>(static_cast<std::int64_t>(sum) >> lpcFractionBits);
         y[i] = wrap(bitsOf(y[i]) + predicted + bitsOf(offset));
     }

@@ -64,20 +64,24 @@ void differences(const std::int32_t *y, unsigned order, std::int32_t offset,
     std::int32_t *out = destination.data();
     switch (order) {
     case 0:
-        for (std::ptrdiff_t i = 0; i < count; ++i)
+        for (std::ptrdiff_t i = 0; i < count; ++i) {
             out[i] = y[i] - offset;
+        }
         break;
     case 1:
-        for (std::ptrdiff_t i = 0; i < count; ++i)
+        for (std::ptrdiff_t i = 0; i < count; ++i) {
             out[i] = y[i] - y[i - 1];
+        }
         break;
     case 2:
-        for (std::ptrdiff_t i = 0; i < count; ++i)
+        for (std::ptrdiff_t i = 0; i < count; ++i) {
             out[i] = y[i] - 2 * y[i - 1] + y[i - 2];
+        }
         break;
     default:
-        for (std::ptrdiff_t i = 0; i < count; ++i)
+        for (std::ptrdiff_t i = 0; i < count; ++i) {
             out[i] = y[i] - 3 * (y[i - 1] - y[i - 2]) - y[i - 3];
+        }
         break;
     }
 }

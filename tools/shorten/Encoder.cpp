@@ -45,8 +45,9 @@ std::int32_t load8(const std::uint8_t *in)
 // logarithm of the mean times ln 2.
 unsigned energyBits(std::uint64_t sum, std::uint32_t count)
 {
-    if (sum == 0)
+    if (sum == 0) {
         return 0;
+    }
     const double mean = std::numbers::ln2 * static_cast<double>(sum) / count;
     return static_cast<unsigned>(std::max(0.0, std::floor(std::log2(mean) + 0.5)));
 }
@@ -64,8 +65,9 @@ Encoder::Encoder(tools::ByteSink &output, const StreamHeader &header)
     const std::array<std::uint8_t, 5> start = {'a', 'j', 'k', 'g', static_cast<std::uint8_t>(header.version)};
     output.write(start);
     for (const std::uint32_t value : {header.typeNumber, header.channels, header.blockSize,
-                                      header.maxLpcOrder, header.meanBlocks, std::uint32_t(0)})
+                                      header.maxLpcOrder, header.meanBlocks, std::uint32_t(0)}) {
         m_bits.putLong(value);
+    }
 }
 
 void Encoder::putFunction(Function function)
@@ -79,8 +81,9 @@ void Encoder::putVerbatim(std::span<const std::uint8_t> bytes)
         const auto piece = bytes.first(std::min(bytes.size(), longestVerbatim));
         putFunction(Function::Verbatim);
         m_bits.putUnsigned(static_cast<std::uint32_t>(piece.size()), width::verbatimLength);
-        for (const std::uint8_t byte : piece)
+        for (const std::uint8_t byte : piece) {
             m_bits.putUnsigned(byte, width::verbatimByte);
+        }
         bytes = bytes.subspan(piece.size());
     }
 }
@@ -103,8 +106,9 @@ void Encoder::putBlock(std::span<const std::uint8_t> audio)
         m_bits.putLong(frames);
         m_blockSize = frames;
     }
-    for (std::uint32_t c = 0; c < m_header.channels; ++c)
+    for (std::uint32_t c = 0; c < m_header.channels; ++c) {
         putChannel(m_channels[c], loadChannel(audio, c));
+    }
 }
 
 // usedBits has every bit set that any sample of the block has; its lowest zeros need not be coded.
@@ -129,8 +133,9 @@ void Encoder::putChannel(Channel &channel, std::uint32_t usedBits)
     const auto sums = differenceSums(samples, m_blockSize, offset);
     unsigned order = 0;
     for (unsigned i = 1; i < sums.size(); ++i) {
-        if (sums[i] <= sums[order])
+        if (sums[i] <= sums[order]) {
             order = i;
+        }
     }
     const unsigned k = energyBits(sums[order], m_blockSize);
     const auto residuals = std::span(m_residuals).first(m_blockSize);

@@ -20,8 +20,9 @@ constexpr SampleType types[] = {
 const SampleType &SampleType::byNumber(std::uint32_t number)
 {
     for (const SampleType &type : types) {
-        if (type.number == number)
+        if (type.number == number) {
             return type;
+        }
     }
     const bool companded = number == 0 || (number >= 7 && number <= 10);
     throw tools::ToolError(companded ? "mu-law and A-law streams are not supported"

@@ -19,12 +19,14 @@ constexpr std::uint32_t signedLowFirst16 = 5;
 
 StreamHeader headerFor(const tools::WavFormat &format, const std::string &name)
 {
-    if (format.bitsPerSample != 8 && format.bitsPerSample != 16)
+    if (format.bitsPerSample != 8 && format.bitsPerSample != 16) {
         throw tools::ToolError(name + ": Shorten holds 8 or 16 bits per sample, not " +
                                std::to_string(format.bitsPerSample));
-    if (format.channels > largestChannels)
+    }
+    if (format.channels > largestChannels) {
         throw tools::ToolError(name + ": Shorten holds up to 8 channels, not " +
                                std::to_string(format.channels));
+    }
     StreamHeader header;
     header.typeNumber = format.bitsPerSample == 8 ? unsignedByte : signedLowFirst16;
     header.channels = format.channels;
@@ -40,10 +42,12 @@ std::string encodeWav(tools::InputStream &input, tools::ByteSink &output)
     Encoder encoder(output, header);
     encoder.putVerbatim(wav.header());
     std::vector<std::uint8_t> block(std::size_t(header.blockSize) * wav.format().bytesPerFrame());
-    while (const std::size_t got = wav.readAudio(block))
+    while (const std::size_t got = wav.readAudio(block)) {
         encoder.putBlock(std::span(block).first(got));
-    while (const std::size_t got = wav.readTrailing(block))
+    }
+    while (const std::size_t got = wav.readTrailing(block)) {
         encoder.putVerbatim(std::span(block).first(got));
+    }
     encoder.finish();
     return wav.endedEarly() ? input.name() + " has less audio than its header states" : std::string();
 }

@@ -40,12 +40,15 @@ struct Request
 std::string nameFor(const std::string &input, bool extract)
 {
     const std::string suffix = ".shn";
-    if (input == "-")
+    if (input == "-") {
         return input;
-    if (!extract)
+    }
+    if (!extract) {
         return input + suffix;
-    if (!input.ends_with(suffix) || input.size() == suffix.size())
+    }
+    if (!input.ends_with(suffix) || input.size() == suffix.size()) {
         throw ToolError("cannot derive an output name from " + input + ", which does not end in .shn");
+    }
     return input.substr(0, input.size() - suffix.size());
 }
 
@@ -55,17 +58,19 @@ Request parse(const std::vector<std::string> &arguments)
     std::vector<std::string> names;
     bool optionsEnded = false;
     for (const std::string &argument : arguments) {
-        if (optionsEnded || argument == "-" || !argument.starts_with('-'))
+        if (optionsEnded || argument == "-" || !argument.starts_with('-')) {
             names.push_back(argument);
-        else if (argument == "--")
+        } else if (argument == "--") {
             optionsEnded = true;
-        else if (argument == "-x")
+        } else if (argument == "-x") {
             request.extract = true;
-        else
+        } else {
             throw ToolError("unknown option " + argument + " (shorten --help lists them)");
+        }
     }
-    if (names.size() > 2)
+    if (names.size() > 2) {
         throw ToolError("more than two file names");
+    }
     if (!names.empty()) {
         request.input = names[0];
         request.output = names.size() == 2 ? names[1] : nameFor(names[0], request.extract);
@@ -76,28 +81,35 @@ Request parse(const std::vector<std::string> &arguments)
 int run(const std::vector<std::string> &arguments)
 {
     for (const std::string &argument : arguments) {
-        if (argument == "--")
+        if (argument == "--") {
             break;
-        if (argument == "-h" || argument == "--help")
+        }
+        if (argument == "-h" || argument == "--help") {
             return std::fputs(usage, stdout) < 0;
-        if (argument == "-v" || argument == "--version")
+        }
+        if (argument == "-v" || argument == "--version") {
             return std::puts("shorten (Kruv) " KRUV_VERSION) < 0;
+        }
     }
     const Request request = parse(arguments);
-    if (request.output == "-" && ::isatty(STDOUT_FILENO))
+    if (request.output == "-" && ::isatty(STDOUT_FILENO)) {
         throw ToolError("not writing audio to a terminal (shorten --help shows the usage)");
+    }
     InputStream input(request.input);
-    if (input.isFile(request.output))
+    if (input.isFile(request.output)) {
         throw ToolError("input and output are the same file");
+    }
     OutputFile output(request.output);
     std::string warning;
-    if (request.extract)
+    if (request.extract) {
         kruv::shorten::Decoder(input, output).run();
-    else
+    } else {
         warning = kruv::shorten::encodeWav(input, output);
+    }
     output.commit();
-    if (!warning.empty())
+    if (!warning.empty()) {
         std::fprintf(stderr, "shorten: warning: %s\n", warning.c_str());
+    }
     return 0;
 }
 

@@ -19,7 +19,7 @@ namespace kruv::ttaenc {
 
 namespace {
 
-constexpr std::size_t bufferBytes = 64 * 1024;
+constexpr std::size_t bufferBytes = std::size_t(64) * 1024;
 // Room behind the valid bytes: the end is looked for once a step, so that the codes of all channels may pass
 // it.
 constexpr std::size_t paddingBytes = 128;
@@ -58,17 +58,19 @@ std::uint64_t BitReader::window() const
 
 void BitReader::addToChecksum(std::size_t end)
 {
-    if (end > m_checkedBytes)
+    if (end > m_checkedBytes) {
         m_checksum =
             tools::crc32(std::span(m_buffer).subspan(m_checkedBytes, end - m_checkedBytes), m_checksum);
+    }
     m_checkedBytes = std::max(m_checkedBytes, end);
 }
 
 void BitReader::refill()
 {
     const std::size_t consumed = std::min(m_bitPosition / 8, m_validBytes);
-    if (m_inputEnded || m_validBytes >= consumed + aheadBytes)
+    if (m_inputEnded || m_validBytes >= consumed + aheadBytes) {
         return;
+    }
     addToChecksum(consumed);
     const std::size_t kept = m_validBytes - consumed;
     std::memmove(m_buffer.data(), m_buffer.data() + consumed, kept);
@@ -83,10 +85,12 @@ void BitReader::refill()
 void BitReader::checkEnd() const
 {
     const std::uint64_t position = m_bufferOffset * 8 + m_bitPosition;
-    if (m_frameEnd && position > *m_frameEnd * 8)
+    if (m_frameEnd && position > *m_frameEnd * 8) {
         throw FrameDamage("its codes go beyond its end");
-    if (m_bitPosition > m_validBytes * 8)
+    }
+    if (m_bitPosition > m_validBytes * 8) {
         throw tools::ToolError(m_input.name() + " ends too early");
+    }
 }
 
 std::uint32_t BitReader::readOnes()
@@ -140,8 +144,9 @@ void BitReader::readResiduals(std::span<std::int32_t> residuals, unsigned channe
         refill();
         for (unsigned c = 0; c < count; ++c) {
             residuals[i + c] = withSign(readValue(states[c]));
-            if (std::max(states[c].all.width, states[c].large.width) > widestLow)
+            if (std::max(states[c].all.width, states[c].large.width) > widestLow) {
                 throw FrameDamage("its codes are impossible");
+            }
         }
         checkEnd();
     }
@@ -149,31 +154,36 @@ void BitReader::readResiduals(std::span<std::int32_t> residuals, unsigned channe
 
 void BitReader::readChecked(std::span<std::int32_t> residuals, unsigned channels)
 {
-    if (channels == 1)
+    if (channels == 1) {
         readResiduals<1>(residuals, channels);
-    else if (channels == 2)
+    } else if (channels == 2) {
         readResiduals<2>(residuals, channels);
-    else
+    } else {
         readResiduals<StreamHeader::largestChannels>(residuals, channels);
+    }
     m_bitPosition = (m_bitPosition + 7) / 8 * 8;
     checkEnd();
-    if (m_frameEnd && m_bufferOffset + m_bitPosition / 8 != *m_frameEnd)
+    if (m_frameEnd && m_bufferOffset + m_bitPosition / 8 != *m_frameEnd) {
         throw FrameDamage("it is longer than its codes");
+    }
     refill();
     const std::size_t end = m_bitPosition / 8;
     addToChecksum(end);
     m_bitPosition += checksumBytes * 8;
-    if (m_bitPosition > m_validBytes * 8)
+    if (m_bitPosition > m_validBytes * 8) {
         throw tools::ToolError(m_input.name() + " ends too early");
-    if (m_checksum != tools::readLe32(m_buffer.data() + end))
+    }
+    if (m_checksum != tools::readLe32(m_buffer.data() + end)) {
         throw FrameDamage("checksum mismatch");
+    }
 }
 
 // Goes to the next frame's first byte, wherever reading has stopped.
 void BitReader::leaveFrame()
 {
-    if (!m_frameEnd)
+    if (!m_frameEnd) {
         return;
+    }
     const std::uint64_t next = *m_frameEnd + checksumBytes;
     if (next <= m_bufferOffset + m_validBytes) {
         m_bitPosition = static_cast<std::size_t>(next - m_bufferOffset) * 8;
@@ -183,8 +193,9 @@ void BitReader::leaveFrame()
     const std::uint64_t skipped = m_input.skip(missing);
     m_bufferOffset = next;
     m_validBytes = m_bitPosition = m_checkedBytes = 0;
-    if (skipped < missing)
+    if (skipped < missing) {
         throw tools::ToolError(m_input.name() + " ends too early");
+    }
 }
 
 void BitReader::readFrame(std::span<std::int32_t> residuals, unsigned channels,
@@ -193,10 +204,12 @@ void BitReader::readFrame(std::span<std::int32_t> residuals, unsigned channels,
     m_checkedBytes = m_bitPosition / 8;
     m_checksum = 0;
     m_frameEnd.reset();
-    if (size && *size < checksumBytes)
+    if (size && *size < checksumBytes) {
         throw FrameDamage("its size is impossible");
-    if (size)
+    }
+    if (size) {
         m_frameEnd = m_bufferOffset + m_bitPosition / 8 + *size - checksumBytes;
+    }
     try {
         readChecked(residuals, channels);
     } catch (const FrameDamage &) {

@@ -18,15 +18,16 @@ namespace kruv::ttaenc {
 
 namespace {
 
-constexpr std::size_t bufferBytes = 64 * 1024;
+constexpr std::size_t bufferBytes = std::size_t(64) * 1024;
 // A put stores a whole word, of which at most the first seven bytes count.
 constexpr std::size_t slackBytes = 16;
 constexpr unsigned longestPut = 56;
 
 void storeLowFirst(std::uint8_t *bytes, std::uint64_t word)
 {
-    if (std::endian::native == std::endian::big)
+    if (std::endian::native == std::endian::big) {
         word = __builtin_bswap64(word);
+    }
     std::memcpy(bytes, &word, sizeof word);
 }
 
@@ -70,12 +71,14 @@ void BitWriter::putLong(std::uint32_t ones, std::uint32_t low, unsigned lowBits)
     constexpr unsigned step = 32;
     for (; ones >= step; ones -= step) {
         put(0xFFFFFFFF, step);
-        if (m_used >= bufferBytes - sizeof(std::uint64_t))
+        if (m_used >= bufferBytes - sizeof(std::uint64_t)) {
             flush();
+        }
     }
     put((std::uint64_t(1) << ones) - 1, ones + 1);
-    if (lowBits > 0)
+    if (lowBits > 0) {
         put(low, lowBits);
+    }
 }
 
 template <unsigned Channels>
@@ -84,8 +87,9 @@ void BitWriter::putResiduals(std::span<const std::int32_t> residuals, unsigned c
     std::array<ChannelRice, Channels> states;
     const unsigned count = Channels <= 2 ? Channels : channels;
     for (std::size_t i = 0; i < residuals.size(); i += count) {
-        if (m_used >= bufferBytes / 2)
+        if (m_used >= bufferBytes / 2) {
             flush();
+        }
         for (unsigned c = 0; c < count; ++c) {
             ChannelRice &state = states[c];
             std::uint32_t value = withoutSign(residuals[i + c]);
@@ -99,10 +103,11 @@ void BitWriter::putResiduals(std::span<const std::int32_t> residuals, unsigned c
                 ones = 1 + (value >> lowBits);
             }
             const std::uint64_t low = value & ((std::uint64_t(1) << lowBits) - 1);
-            if (ones + 1 + lowBits <= longestPut)
+            if (ones + 1 + lowBits <= longestPut) {
                 put(((std::uint64_t(1) << ones) - 1) | low << (ones + 1), ones + 1 + lowBits);
-            else
+            } else {
                 putLong(ones, static_cast<std::uint32_t>(low), lowBits);
+            }
         }
     }
 }
@@ -111,20 +116,23 @@ std::uint32_t BitWriter::putFrame(std::span<const std::int32_t> residuals, unsig
 {
     m_checksum = 0;
     m_frameBytes = 0;
-    if (channels == 1)
+    if (channels == 1) {
         putResiduals<1>(residuals, channels);
-    else if (channels == 2)
+    } else if (channels == 2) {
         putResiduals<2>(residuals, channels);
-    else
+    } else {
         putResiduals<StreamHeader::largestChannels>(residuals, channels);
-    if (m_bitCount > 0)
+    }
+    if (m_bitCount > 0) {
         put(0, 8 - m_bitCount);
+    }
     flush();
     std::array<std::uint8_t, 4> checksum = {};
     tools::writeLe32(checksum.data(), m_checksum);
     m_sink.write(checksum);
-    if (m_frameBytes > 0xFFFFFFFF - checksum.size())
+    if (m_frameBytes > 0xFFFFFFFF - checksum.size()) {
         throw tools::ToolError("a frame is too large for a TTA file");
+    }
     return static_cast<std::uint32_t>(m_frameBytes + checksum.size());
 }
 

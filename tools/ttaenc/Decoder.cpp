@@ -38,12 +38,13 @@ Decoder::Decoder(tools::InputStream &input)
 
 void Decoder::readTable()
 {
-    if (m_header.frameCount() > largestFrameCount)
+    if (m_header.frameCount() > largestFrameCount) {
         throw ToolError(m_input.name() + ": the TTA header states an impossible length");
+    }
     const std::size_t size = std::size_t(m_header.frameCount()) * 4;
     while (m_table.size() < size) {
         const std::size_t start = m_table.size();
-        m_table.resize(start + std::min<std::size_t>(size - start, 1024 * 1024));
+        m_table.resize(start + std::min(size - start, std::size_t(1024) * 1024));
         m_input.readExactly(std::span(m_table).subspan(start), "the table of frames");
     }
     std::array<std::uint8_t, 4> checksum = {};
@@ -56,8 +57,9 @@ void Decoder::readTable()
 
 void Decoder::checkTotalSize()
 {
-    if (!m_tableUsable || !m_input.size())
+    if (!m_tableUsable || !m_input.size()) {
         return;
+    }
     std::uint64_t end = m_input.position();
     for (std::size_t i = 0; i < m_table.size(); i += 4) {
         end += tools::readLe32(&m_table[i]);
@@ -82,10 +84,11 @@ std::string Decoder::place(std::uint32_t frame) const
 
 void Decoder::addProblem(const std::string &text)
 {
-    if (m_problems.size() < mostProblems)
+    if (m_problems.size() < mostProblems) {
         m_problems.push_back(text);
-    else if (m_problems.size() == mostProblems)
+    } else if (m_problems.size() == mostProblems) {
         m_problems.emplace_back("and more");
+    }
 }
 
 void Decoder::run(tools::ByteSink &output, const std::function<void(std::uint64_t, std::uint64_t)> &progress)
@@ -98,8 +101,9 @@ void Decoder::run(tools::ByteSink &output, const std::function<void(std::uint64_
         decodeFrame(frame, output);
         progress(frame + 1, frames);
     }
-    if (dataBytes % 2 != 0)
+    if (dataBytes % 2 != 0) {
         output.write(std::array<std::uint8_t, 1>{});
+    }
 }
 
 void Decoder::decodeFrame(std::uint32_t frame, tools::ByteSink &output)
@@ -109,8 +113,9 @@ void Decoder::decodeFrame(std::uint32_t frame, tools::ByteSink &output)
     m_samples.resize(steps * format.channels);
     m_bytes.resize(steps * format.bytesPerFrame());
     std::optional<std::uint32_t> size;
-    if (m_tableUsable)
+    if (m_tableUsable) {
         size = tools::readLe32(&m_table[4 * std::size_t(frame)]);
+    }
     try {
         m_reader.readFrame(m_samples, format.channels, size);
         Filter::best().decode(m_samples.data(), steps, format.channels, format.bytesPerSample());
@@ -118,8 +123,9 @@ void Decoder::decodeFrame(std::uint32_t frame, tools::ByteSink &output)
     } catch (const FrameDamage &damage) {
         addProblem(place(frame) + " is damaged: " + damage.what());
         // Without the table nothing says where the next frame begins.
-        if (!m_tableUsable)
+        if (!m_tableUsable) {
             throw ToolError(m_input.name() + ": " + m_problems.back());
+        }
         std::fill(m_samples.begin(), m_samples.end(), 0);
     }
     packPcm(m_samples, format.bytesPerSample(), m_bytes);

@@ -26,8 +26,9 @@ std::vector<std::uint8_t> preamble(const StreamHeader &header, const std::vector
 {
     const auto fixed = header.toBytes();
     std::vector<std::uint8_t> table(frameSizes.size() * 4);
-    for (std::size_t i = 0; i < frameSizes.size(); ++i)
+    for (std::size_t i = 0; i < frameSizes.size(); ++i) {
         tools::writeLe32(&table[4 * i], frameSizes[i]);
+    }
     const std::uint32_t checksum = tools::crc32(table);
     table.resize(table.size() + 4);
     tools::writeLe32(&table[table.size() - 4], checksum);
@@ -51,8 +52,9 @@ public:
     bool encodeNext()
     {
         const std::size_t got = m_wav.readAudio(m_bytes);
-        if (got == 0)
+        if (got == 0) {
             return false;
+        }
         const auto samples = std::span(m_samples).first(got / m_format.bytesPerSample());
         unpackPcm(std::span(m_bytes).first(got), m_format.bytesPerSample(), samples);
         decorrelate(samples, m_format.channels);
@@ -82,10 +84,12 @@ void encodeInPlace(tools::WavReader &wav, const StreamHeader &header, tools::Out
     const std::uint64_t start = output.position();
     output.write(preamble(header, std::vector<std::uint32_t>(header.frameCount())));
     FrameEncoder encoder(wav, header, output);
-    while (encoder.encodeNext())
+    while (encoder.encodeNext()) {
         progress(encoder.audioBytes(), *wav.audioBytes());
-    if (encoder.audioBytes() != *wav.audioBytes())
+    }
+    if (encoder.audioBytes() != *wav.audioBytes()) {
         throw tools::ToolError("the input changed while it was read");
+    }
     output.rewrite(start, preamble(header, encoder.frameSizes()));
 }
 
@@ -94,8 +98,9 @@ void encodeThroughSpool(tools::WavReader &wav, const StreamHeader &provisional, 
 {
     tools::SpoolFile spool;
     FrameEncoder encoder(wav, provisional, spool);
-    while (encoder.encodeNext())
+    while (encoder.encodeNext()) {
         progress(encoder.audioBytes(), wav.audioBytes().value_or(0));
+    }
     const StreamHeader header(wav.format(), encoder.audioBytes() / wav.format().bytesPerFrame());
     output.write(preamble(header, encoder.frameSizes()));
     spool.copyTo(output);
@@ -107,10 +112,11 @@ std::string encode(tools::InputStream &input, tools::OutputFile &output, const P
 {
     tools::WavReader wav(input);
     const StreamHeader header(wav.format(), wav.audioBytes().value_or(0) / wav.format().bytesPerFrame());
-    if (input.size() && output.canRewrite())
+    if (input.size() && output.canRewrite()) {
         encodeInPlace(wav, header, output, progress);
-    else
+    } else {
         encodeThroughSpool(wav, header, output, progress);
+    }
     // A program that writes to our input must not die of a closed pipe only because it has more chunks.
     std::array<std::uint8_t, 4096> unused = {};
     while (!input.size() && wav.readTrailing(unused) > 0) {

@@ -67,9 +67,10 @@ void filterLanes(std::int32_t *data, std::size_t steps, std::size_t stride, Shap
 {
     ChannelFilter<Taps> filters[Lanes];
     for (std::size_t i = 0; i < steps; ++i, data += stride) {
-        for (unsigned lane = 0; lane < Lanes; ++lane)
+        for (unsigned lane = 0; lane < Lanes; ++lane) {
             data[lane] =
                 Encode ? filters[lane].encode(data[lane], shape) : filters[lane].decode(data[lane], shape);
+        }
     }
 }
 
@@ -78,10 +79,12 @@ void filterFrame(std::int32_t *data, std::size_t steps, unsigned channels, unsig
 {
     const Shape shape = shapeFor(bytesPerSample);
     unsigned channel = 0;
-    for (; channel + 2 <= channels; channel += 2)
+    for (; channel + 2 <= channels; channel += 2) {
         filterLanes<Taps, 2, Encode>(data + channel, steps, channels, shape);
-    if (channel < channels)
+    }
+    if (channel < channels) {
         filterLanes<Taps, 1, Encode>(data + channel, steps, channels, shape);
+    }
 }
 
 } // namespace

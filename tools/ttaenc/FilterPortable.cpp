@@ -31,15 +31,17 @@ struct PortableTaps
 
     void push(std::uint32_t value)
     {
-        for (unsigned i = 0; i < 4; ++i)
+        for (unsigned i = 0; i < 4; ++i) {
             steps[i] = steps[i + 1];
+        }
         steps[4] = stepFor(history[4], 1);
         steps[5] = stepFor(history[5], 2);
         steps[6] = stepFor(history[6], 2);
         steps[7] = stepFor(history[7], 4);
 
-        for (unsigned i = 0; i < 4; ++i)
+        for (unsigned i = 0; i < 4; ++i) {
             history[i] = history[i + 1];
+        }
         // The value and its differences up to the third.
         const std::uint32_t first = value - history[7];
         const std::uint32_t second = first - history[6];

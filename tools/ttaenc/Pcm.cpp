@@ -28,8 +28,9 @@ void unpackPcm(std::span<const std::uint8_t> bytes, unsigned bytesPerSample, std
     const std::uint8_t *in = bytes.data();
     switch (bytesPerSample) {
     case 1:
-        for (std::int32_t &sample : samples)
+        for (std::int32_t &sample : samples) {
             sample = *in++ - middleOfByte;
+        }
         break;
     case 2:
         for (std::int32_t &sample : samples) {
@@ -52,8 +53,9 @@ void packPcm(std::span<const std::int32_t> samples, unsigned bytesPerSample, std
     std::uint8_t *out = bytes.data();
     switch (bytesPerSample) {
     case 1:
-        for (const std::int32_t sample : samples)
+        for (const std::int32_t sample : samples) {
             *out++ = static_cast<std::uint8_t>(plus(sample, middleOfByte));
+        }
         break;
     case 2:
         for (const std::int32_t sample : samples) {
@@ -72,23 +74,27 @@ void packPcm(std::span<const std::int32_t> samples, unsigned bytesPerSample, std
 
 void decorrelate(std::span<std::int32_t> samples, unsigned channels)
 {
-    if (channels < 2)
+    if (channels < 2) {
         return;
+    }
     for (std::int32_t *s = samples.data(), *end = s + samples.size(); s != end; s += channels) {
-        for (unsigned c = 0; c + 1 < channels; ++c)
+        for (unsigned c = 0; c + 1 < channels; ++c) {
             s[c] = s[c + 1] - s[c];
+        }
         s[channels - 1] -= s[channels - 2] / 2;
     }
 }
 
 void correlate(std::span<std::int32_t> samples, unsigned channels)
 {
-    if (channels < 2)
+    if (channels < 2) {
         return;
+    }
     for (std::int32_t *s = samples.data(), *end = s + samples.size(); s != end; s += channels) {
         s[channels - 1] = plus(s[channels - 1], s[channels - 2] / 2);
-        for (unsigned c = channels - 1; c-- > 0;)
+        for (unsigned c = channels - 1; c-- > 0;) {
             s[c] = minus(s[c + 1], s[c]);
+        }
     }
 }
 

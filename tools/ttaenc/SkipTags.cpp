@@ -15,11 +15,13 @@ void skipId3v2(tools::InputStream &input)
     constexpr unsigned footerFlag = 0x10;
     for (;;) {
         const auto start = input.peek(headerBytes);
-        if (start.size() < headerBytes || std::memcmp(start.data(), "ID3", 3) != 0)
+        if (start.size() < headerBytes || std::memcmp(start.data(), "ID3", 3) != 0) {
             return;
+        }
         std::uint64_t size = 0;
-        for (std::size_t i = 6; i < headerBytes; ++i)
+        for (std::size_t i = 6; i < headerBytes; ++i) {
             size = size << 7 | (start[i] & 0x7Fu);
+        }
         input.skip(headerBytes + size + ((start[5] & footerFlag) ? headerBytes : 0));
     }
 }

@@ -27,12 +27,15 @@ constexpr std::size_t checkedBytes = StreamHeader::bytes - 4;
 
 void checkLimits(const tools::WavFormat &format)
 {
-    if (format.bitsPerSample == 0 || format.bitsPerSample > 24)
+    if (format.bitsPerSample == 0 || format.bitsPerSample > 24) {
         throw ToolError(std::to_string(format.bitsPerSample) + " bits per sample are not supported");
-    if (format.channels == 0 || format.channels > StreamHeader::largestChannels)
+    }
+    if (format.channels == 0 || format.channels > StreamHeader::largestChannels) {
         throw ToolError(std::to_string(format.channels) + " channels are not supported");
-    if (format.sampleRate == 0 || format.sampleRate > StreamHeader::largestSampleRate)
+    }
+    if (format.sampleRate == 0 || format.sampleRate > StreamHeader::largestSampleRate) {
         throw ToolError("a sample rate of " + std::to_string(format.sampleRate) + " Hz is not supported");
+    }
 }
 
 } // namespace
@@ -41,25 +44,30 @@ StreamHeader::StreamHeader(const tools::WavFormat &format, std::uint64_t steps)
     : m_format(format)
     , m_steps(static_cast<std::uint32_t>(steps))
 {
-    if (format.bitsPerSample < 8)
+    if (format.bitsPerSample < 8) {
         throw ToolError("TTA holds 8 to 24 bits per sample, not " + std::to_string(format.bitsPerSample));
+    }
     checkLimits(format);
-    if (steps > 0xFFFFFFFF)
+    if (steps > 0xFFFFFFFF) {
         throw ToolError("the audio is too long for a TTA file");
+    }
 }
 
 StreamHeader::StreamHeader(tools::InputStream &input)
 {
     std::array<std::uint8_t, bytes> raw = {};
-    if (input.peek(4).size() < 4 || std::memcmp(input.peek(4).data(), "TTA1", 4) != 0)
+    if (input.peek(4).size() < 4 || std::memcmp(input.peek(4).data(), "TTA1", 4) != 0) {
         throw ToolError(input.name() + " is not a TTA file");
+    }
     input.readExactly(raw, "the TTA header");
-    if (tools::crc32(std::span(raw).first(checkedBytes)) != readLe32(&raw[checkedBytes]))
+    if (tools::crc32(std::span(raw).first(checkedBytes)) != readLe32(&raw[checkedBytes])) {
         throw ToolError(input.name() + ": the TTA header is damaged (checksum mismatch)");
+    }
     const unsigned kind = readLe16(&raw[4]);
-    if (kind != kindInteger)
+    if (kind != kindInteger) {
         throw ToolError(input.name() + (kind == kindEncrypted ? " is protected by a password"
                                                               : " does not hold integer samples"));
+    }
     m_format.channels = readLe16(&raw[6]);
     m_format.bitsPerSample = readLe16(&raw[8]);
     m_format.sampleRate = readLe32(&raw[10]);

@@ -59,8 +59,9 @@ std::optional<Mode> modeFor(const std::string &option)
                             {"-h", Mode::Help},          {"--help", Mode::Help}, {"-v", Mode::Version},
                             {"--version", Mode::Version}};
     for (const Row &row : rows) {
-        if (option == row.option)
+        if (option == row.option) {
             return row.mode;
+        }
     }
     return std::nullopt;
 }
@@ -74,16 +75,19 @@ Request parse(const std::vector<std::string> &arguments)
         if (!optionsEnded && argument == "--") {
             optionsEnded = true;
         } else if (!optionsEnded && argument == "-o") {
-            if (++i == arguments.size())
+            if (++i == arguments.size()) {
                 throw ToolError("-o needs a file name");
+            }
             request.output = arguments[i];
         } else if (optionsEnded || argument == "-" || !argument.starts_with('-')) {
-            if (request.input)
+            if (request.input) {
                 throw ToolError("more than one input file");
+            }
             request.input = argument;
         } else if (const auto mode = modeFor(argument)) {
-            if (request.mode != Mode::ByContent && request.mode != *mode)
+            if (request.mode != Mode::ByContent && request.mode != *mode) {
                 throw ToolError("only one of -e, -d and -t can be given");
+            }
             request.mode = *mode;
         } else {
             throw ToolError("unknown option " + argument + " (ttaenc --help lists them)");
@@ -95,18 +99,21 @@ Request parse(const std::vector<std::string> &arguments)
 Mode modeByContent(InputStream &input)
 {
     const auto start = input.peek(12);
-    if (start.size() >= 4 && std::memcmp(start.data(), "TTA1", 4) == 0)
+    if (start.size() >= 4 && std::memcmp(start.data(), "TTA1", 4) == 0) {
         return Mode::Decode;
+    }
     if (start.size() == 12 && std::memcmp(start.data(), "RIFF", 4) == 0 &&
-        std::memcmp(start.data() + 8, "WAVE", 4) == 0)
+        std::memcmp(start.data() + 8, "WAVE", 4) == 0) {
         return Mode::Encode;
+    }
     throw ToolError(input.name() + " is neither a WAV nor a TTA file");
 }
 
 std::string outputBeside(const std::string &input, Mode mode)
 {
-    if (input == "-")
+    if (input == "-") {
         return input;
+    }
     const auto slash = input.rfind('/');
     const auto nameStart = slash == std::string::npos ? 0 : slash + 1;
     const auto dot = input.rfind('.');
@@ -116,8 +123,9 @@ std::string outputBeside(const std::string &input, Mode mode)
 
 int report(const InputStream &input, const std::vector<std::string> &problems)
 {
-    for (const std::string &problem : problems)
+    for (const std::string &problem : problems) {
         std::fprintf(stderr, "ttaenc: %s: %s\n", input.name().c_str(), problem.c_str());
+    }
     return problems.empty() ? 0 : 1;
 }
 
@@ -159,32 +167,40 @@ int encode(InputStream &input, OutputFile &output, ProgressPrinter &progress)
         input, output, [&](std::uint64_t done, std::uint64_t total) { progress.update(done, total); });
     output.commit();
     progress.finish();
-    if (!warning.empty())
+    if (!warning.empty()) {
         std::fprintf(stderr, "ttaenc: warning: %s\n", warning.c_str());
+    }
     return 0;
 }
 
 int run(const std::vector<std::string> &arguments)
 {
     Request request = parse(arguments);
-    if (request.mode == Mode::Help)
+    if (request.mode == Mode::Help) {
         return std::fputs(usage, stdout) < 0;
-    if (request.mode == Mode::Version)
+    }
+    if (request.mode == Mode::Version) {
         return std::puts("ttaenc (Kruv) " KRUV_VERSION) < 0;
-    if (!request.input)
+    }
+    if (!request.input) {
         throw ToolError("no input file (ttaenc --help shows the usage)");
+    }
 
     InputStream input(*request.input);
     kruv::ttaenc::skipId3v2(input);
-    if (request.mode == Mode::Test)
+    if (request.mode == Mode::Test) {
         return test(input);
-    if (request.mode == Mode::ByContent)
+    }
+    if (request.mode == Mode::ByContent) {
         request.mode = modeByContent(input);
+    }
     const std::string outputName = request.output.value_or(outputBeside(*request.input, request.mode));
-    if (outputName == "-" && ::isatty(STDOUT_FILENO))
+    if (outputName == "-" && ::isatty(STDOUT_FILENO)) {
         throw ToolError("not writing audio to a terminal (ttaenc --help shows the usage)");
-    if (input.isFile(outputName))
+    }
+    if (input.isFile(outputName)) {
         throw ToolError("input and output are the same file");
+    }
 
     OutputFile output(outputName);
     ProgressPrinter progress({"Percent Progress: ", "\r"});

@@ -85,8 +85,9 @@ TEST(OutputFile, LeavesNothingWhenADiskIsFullOrASignalEndsIt)
             ::signal(SIGXFSZ, SIG_IGN);
             try {
                 OutputFile output(folder.path("out"));
-                if (bySignal)
+                if (bySignal) {
                     ::raise(SIGTERM);
+                }
                 output.write(Bytes(1024 * 1024));
             } catch (const ToolError &) {
                 ::_exit(7);
@@ -122,8 +123,9 @@ TEST(ProgressPrinter, PrintsEachPercentOnceAndEndsWith100)
     ::dup2(file, STDERR_FILENO);
     ProgressPrinter progress({"[", "%]", 3, "\n"});
     progress.update(0, 0);
-    for (const unsigned done : {1u, 1u, 2u, 3u, 3u})
+    for (const unsigned done : {1u, 1u, 2u, 3u, 3u}) {
         progress.update(done, 3);
+    }
     progress.finish();
     ::dup2(saved, STDERR_FILENO);
     ::close(saved);

@@ -18,8 +18,9 @@ namespace kruv::tools::test {
 TemporaryFolder::TemporaryFolder()
 {
     std::string pattern = (std::filesystem::temp_directory_path() / "kruv-test-XXXXXX").string();
-    if (!::mkdtemp(pattern.data()))
+    if (!::mkdtemp(pattern.data())) {
         throw std::runtime_error("no temporary folder");
+    }
     m_path = pattern;
 }
 
@@ -39,8 +40,9 @@ std::string TemporaryFolder::write(const std::string &name, const Bytes &bytes) 
 std::vector<std::string> TemporaryFolder::names() const
 {
     std::vector<std::string> names;
-    for (const auto &entry : std::filesystem::directory_iterator(m_path))
+    for (const auto &entry : std::filesystem::directory_iterator(m_path)) {
         names.push_back(entry.path().filename().string());
+    }
     std::sort(names.begin(), names.end());
     return names;
 }
@@ -66,8 +68,9 @@ int spawn(const std::string &program, const std::vector<std::string> &arguments,
     std::vector<std::string> words = {programPath(program)};
     words.insert(words.end(), arguments.begin(), arguments.end());
     std::vector<char *> argv;
-    for (std::string &word : words)
+    for (std::string &word : words) {
         argv.push_back(word.data());
+    }
     argv.push_back(nullptr);
 
     posix_spawn_file_actions_t actions;
@@ -78,8 +81,9 @@ int spawn(const std::string &program, const std::vector<std::string> &arguments,
     pid_t child = 0;
     const int failed = ::posix_spawnp(&child, argv[0], &actions, nullptr, argv.data(), environ);
     ::posix_spawn_file_actions_destroy(&actions);
-    if (failed != 0)
+    if (failed != 0) {
         throw std::runtime_error("cannot run " + words[0]);
+    }
     int status = 0;
     ::waitpid(child, &status, 0);
     return WIFSIGNALED(status) ? 128 + WTERMSIG(status) : WEXITSTATUS(status);

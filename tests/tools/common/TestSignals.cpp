@@ -78,8 +78,9 @@ Bytes pcm(Signal signal, const WavFormat &format, std::size_t frames)
     for (std::size_t i = 0; i < frames; ++i) {
         for (unsigned c = 0; c < format.channels; ++c) {
             const std::int32_t value = generator.at(i, c) + (format.bitsPerSample == 8 ? 128 : 0);
-            for (unsigned b = 0; b < format.bytesPerSample(); ++b)
+            for (unsigned b = 0; b < format.bytesPerSample(); ++b) {
                 bytes.push_back(static_cast<std::uint8_t>(value >> (8 * b)));
+            }
         }
     }
     return bytes;
@@ -88,8 +89,9 @@ Bytes pcm(Signal signal, const WavFormat &format, std::size_t frames)
 Bytes everySignal(const WavFormat &format, std::size_t framesEach)
 {
     Bytes bytes;
-    for (const Signal signal : allSignals)
+    for (const Signal signal : allSignals) {
         bytes = std::move(bytes) + pcm(signal, format, framesEach);
+    }
     return bytes;
 }
 
@@ -120,8 +122,9 @@ Bytes song(std::size_t frames)
 Bytes fromHex(const std::string &hex)
 {
     Bytes bytes;
-    for (std::size_t i = 0; i + 1 < hex.size(); i += 2)
+    for (std::size_t i = 0; i + 1 < hex.size(); i += 2) {
         bytes.push_back(static_cast<std::uint8_t>(std::stoi(hex.substr(i, 2), nullptr, 16)));
+    }
     return bytes;
 }
 

@@ -35,8 +35,9 @@ ReadBack readAll(InputStream &input)
         result.audioBytes += got;
         result.everything.insert(result.everything.end(), block.begin(), block.begin() + std::ptrdiff_t(got));
     }
-    while (const std::size_t got = reader.readTrailing(block))
+    while (const std::size_t got = reader.readTrailing(block)) {
         result.everything.insert(result.everything.end(), block.begin(), block.begin() + std::ptrdiff_t(got));
+    }
     result.endedEarly = reader.endedEarly();
     return result;
 }

@@ -39,8 +39,9 @@ Bytes decoded(const Bytes &stream, bool *damaged = nullptr)
     try {
         Decoder(input, output).run();
     } catch (const ToolError &) {
-        if (!damaged)
+        if (!damaged) {
             throw;
+        }
         *damaged = true;
     }
     return output.take();
@@ -55,12 +56,14 @@ Bytes unusualStream(std::uint32_t version)
     const Bytes magic = {'a', 'j', 'k', 'g', static_cast<std::uint8_t>(version)};
     sink.write(magic);
     BitWriter bits(sink);
-    for (const std::uint32_t value : {5u, 2u, 32u, 4u, meanBlocks, 0u})
+    for (const std::uint32_t value : {5u, 2u, 32u, 4u, meanBlocks, 0u}) {
         bits.putLong(value);
+    }
     bits.putUnsigned(9, width::function);
     bits.putUnsigned(44, width::verbatimLength);
-    for (const std::uint8_t byte : WavFormat().header(5 * 32 * 4))
+    for (const std::uint8_t byte : WavFormat().header(5 * 32 * 4)) {
         bits.putUnsigned(byte, width::verbatimByte);
+    }
     std::mt19937 random(7);
     for (unsigned block = 0; block < 5; ++block) {
         for (unsigned channel = 0; channel < 2; ++channel) {
@@ -77,11 +80,13 @@ Bytes unusualStream(std::uint32_t version)
             bits.putUnsigned(4, width::energy);
             if (linear) {
                 bits.putUnsigned(3, width::lpcOrder);
-                for (const int coefficient : {40, -22, 9})
+                for (const int coefficient : {40, -22, 9}) {
                     bits.putSigned(coefficient, width::lpcCoefficient);
+                }
             }
-            for (unsigned i = 0; i < 32; ++i)
+            for (unsigned i = 0; i < 32; ++i) {
                 bits.putSigned(static_cast<int>(random() % 61) - 25, 4);
+            }
         }
     }
     bits.putUnsigned(4, width::function);
@@ -150,8 +155,9 @@ TEST(ShortenCodec, MatchesFfmpegOnStreamsOfOtherEncoders)
     const TemporaryFolder folder;
     for (const std::uint32_t version : {1u, 2u, 3u}) {
         Bytes stream = unusualStream(version);
-        if (version == 3)
+        if (version == 3) {
             stream = stream + chunk("SEEK", 84) + Bytes{24, 0, 0, 0, 'S', 'H', 'N', 'A', 'M', 'P', 'S', 'K'};
+        }
         const Bytes file = decoded(stream);
         ASSERT_EQ(file.size(), 44u + 5 * 32 * 4);
         const Bytes audio(file.begin() + 44, file.end());
@@ -172,12 +178,14 @@ TEST(ShortenCodec, DecodesTheOtherSampleTypes)
         MemorySink sink;
         sink.write(Bytes{'a', 'j', 'k', 'g', 2});
         BitWriter bits(sink);
-        for (const std::uint32_t value : {type, 1u, 3u, 0u, 0u, 0u})
+        for (const std::uint32_t value : {type, 1u, 3u, 0u, 0u, 0u}) {
             bits.putLong(value);
+        }
         bits.putUnsigned(0, width::function);
         bits.putUnsigned(2, width::energy);
-        for (const int value : {1, -2, 3})
+        for (const int value : {1, -2, 3}) {
             bits.putSigned(value, 2);
+        }
         bits.putUnsigned(4, width::function);
         bits.finish();
         EXPECT_EQ(decoded(sink.take()), expected) << "type " << type;
@@ -187,15 +195,17 @@ TEST(ShortenCodec, DecodesTheOtherSampleTypes)
 TEST(ShortenCodec, SumsDifferencesOfLongLoudBlocks)
 {
     std::vector<std::int32_t> samples(3 + largestBlock);
-    for (std::size_t i = 3; i < samples.size(); ++i)
+    for (std::size_t i = 3; i < samples.size(); ++i) {
         samples[i] = i % 2 ? 32767 : -32768;
+    }
     const auto sums = differenceSums(samples.data() + 3, largestBlock, 0);
     std::vector<std::int32_t> residuals(largestBlock);
     for (unsigned order = 0; order < 4; ++order) {
         differences(samples.data() + 3, order, 0, residuals);
         std::uint64_t sum = 0;
-        for (const std::int32_t residual : residuals)
+        for (const std::int32_t residual : residuals) {
             sum += static_cast<std::uint64_t>(std::abs(std::int64_t(residual)));
+        }
         EXPECT_EQ(sums[order], sum) << "order " << order;
     }
 }
@@ -223,8 +233,9 @@ TEST(ShortenCodec, RefusesImpossibleStreams)
         MemorySink sink;
         sink.write(Bytes{'a', 'j', 'k', 'g', version});
         BitWriter bits(sink);
-        for (const std::uint32_t value : values)
+        for (const std::uint32_t value : values) {
             bits.putLong(value);
+        }
         bits.finish();
         return sink.take();
     };
@@ -243,8 +254,9 @@ TEST(ShortenCodec, RefusesImpossibleStreams)
         {"huge mean", headerWith(2, {5, 2, 256, 0, 0x7FFFFFFF, 0})},
         {"endless zeros", Bytes{'a', 'j', 'k', 'g', 2} + Bytes(100000)},
     };
-    for (const auto &[name, bytes] : rows)
+    for (const auto &[name, bytes] : rows) {
         EXPECT_THROW(decoded(bytes), ToolError) << name;
+    }
 }
 
 } // namespace kruv::shorten

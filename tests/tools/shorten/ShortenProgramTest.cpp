@@ -32,8 +32,9 @@ TEST(ShortenProgram, KnowsAllFormsOfItsCommandLine)
     EXPECT_EQ(readFile(folder.path("out")), file);
     EXPECT_EQ(readFile(shnPath), stream) << "the input stays";
 
-    for (const char *option : {"-h", "--help", "-v", "--version"})
+    for (const char *option : {"-h", "--help", "-v", "--version"}) {
         EXPECT_EQ(run("shorten", {option}).status, 0) << option;
+    }
 }
 
 TEST(ShortenProgram, FailsWithAMessageAndLeavesNoFile)

@@ -127,15 +127,17 @@ TEST(TtaCodec, GivesAllAudioBack)
 TEST(TtaCodec, AllFiltersGiveTheSameNumbers)
 {
     const Filter *fast = Filter::sse41();
-    if (!fast)
+    if (!fast) {
         GTEST_SKIP() << "this processor has only the portable one";
+    }
     std::mt19937 random(5);
     for (const unsigned bytesPerSample : {1u, 2u, 3u}) {
         for (const unsigned channels : {1u, 2u, 5u}) {
             // Noise beyond 24 bits, so that everything that can wrap does.
             std::vector<std::int32_t> data(channels * 3000);
-            for (auto &value : data)
+            for (auto &value : data) {
                 value = static_cast<std::int32_t>(random() >> (random() % 20)) * (random() % 2 ? 1 : -1);
+            }
             auto other = data;
             for (const auto function : {&Filter::encode, &Filter::decode, &Filter::decode}) {
                 (Filter::portable().*function)(data.data(), 3000, channels, bytesPerSample);
@@ -151,10 +153,12 @@ TEST(TtaCodec, SurvivesRareLoudSamplesInNearSilence)
     // Each of them takes up to two megabytes of ones in the stream.
     const WavFormat format{rate, 1, 24};
     Bytes audio(3 * 1500);
-    for (std::size_t i = 0; i < audio.size(); i += 3)
+    for (std::size_t i = 0; i < audio.size(); i += 3) {
         audio[i] = static_cast<std::uint8_t>(i / 3 % 4);
-    for (const std::size_t i : {700u, 1400u})
+    }
+    for (const std::size_t i : {700u, 1400u}) {
         audio[3 * i + 2] = 0x7F;
+    }
     const Bytes file = wav(format, audio);
     EXPECT_TRUE(decoded(encoded(file)).file == file);
 }
@@ -165,8 +169,9 @@ TEST(TtaCodec, FindsEveryDamagedByteAndKeepsTheOtherFrames)
     const Bytes file = wav(format, pcm(Signal::Music, format, 4 * 1044 + 500));
     const Bytes stream = encoded(file);
     std::vector<std::size_t> starts = {firstFrame(5)};
-    for (std::size_t i = 0; i < 5; ++i)
+    for (std::size_t i = 0; i < 5; ++i) {
         starts.push_back(starts.back() + tools::readLe32(&stream[framesStart + 4 * i]));
+    }
     ASSERT_EQ(starts.back(), stream.size());
     std::mt19937 random(9);
     for (int i = 0; i < 200; ++i) {
@@ -175,8 +180,9 @@ TEST(TtaCodec, FindsEveryDamagedByteAndKeepsTheOtherFrames)
         bad[place] = static_cast<std::uint8_t>(bad[place] ^ (1u << random() % 8));
         const Decoded result = decoded(bad);
         EXPECT_TRUE(result.endedEarly || !result.problems.empty()) << place;
-        if (place < starts[0])
+        if (place < starts[0]) {
             continue;
+        }
         ASSERT_EQ(result.file.size(), file.size()) << place;
         const auto frame =
             static_cast<std::size_t>(std::upper_bound(starts.begin(), starts.end(), place) - starts.begin()) -
@@ -224,10 +230,11 @@ TEST(TtaCodec, RefusesImpossibleHeaders)
     };
     for (const auto &[offset, value] : rows) {
         Bytes bad = good;
-        if (offset < 10)
+        if (offset < 10) {
             tools::writeLe16(&bad[offset], value);
-        else
+        } else {
             tools::writeLe32(&bad[offset], value);
+        }
         tools::writeLe32(&bad[18], tools::crc32(std::span(bad).first(18)));
         InputStream input(bad, "test.tta");
         EXPECT_THROW(Decoder{input}, ToolError) << offset << " " << value;

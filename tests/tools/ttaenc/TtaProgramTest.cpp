@@ -15,8 +15,9 @@ namespace {
 std::string progress(const std::string &before, const std::string &after)
 {
     std::string text;
-    for (int i = 0; i <= 100; ++i)
+    for (int i = 0; i <= 100; ++i) {
         text += before + std::to_string(i) + after;
+    }
     return text + "\n";
 }
 
