@@ -30,10 +30,10 @@ make_music() {
     sox -R -m -v 0.9 "$folder/chords.wav" -v 1 "$folder/hiss.wav" -b 16 "$1"
 }
 
-# fastest COMMAND...: seconds of the fastest of several runs.
-fastest() {
+# cpu_time COMMAND...: mean seconds of the processor, which a busy machine disturbs less than the clock's.
+cpu_time() {
     hyperfine -N -w 1 -r "$runs" --export-csv "$folder/times.csv" "taskset -c 0 $*" >/dev/null 2>&1
-    awk -F, 'NR == 2 { print $7 }' "$folder/times.csv"
+    awk -F, 'NR == 2 { print $5 + $6 }' "$folder/times.csv"
 }
 
 if [ $# -gt 1 ]; then
@@ -47,9 +47,9 @@ flac_size=$(stat -c %s music.flac)
 echo "level  encode s  decode s  ffmpeg s  decode/ffmpeg  encode/decode  size/flac-8"
 for level in 1000 2000 3000 4000 5000; do
     "$mac" music.wav music.ape -c$level 2>/dev/null
-    encode=$(fastest "$mac music.wav again.ape -c$level")
-    decode=$(fastest "$mac music.ape /dev/null -d")
-    ffmpeg=$(fastest "ffmpeg -v error -nostdin -threads 1 -i music.ape -f s16le -y /dev/null")
+    encode=$(cpu_time "$mac music.wav again.ape -c$level")
+    decode=$(cpu_time "$mac music.ape /dev/null -d")
+    ffmpeg=$(cpu_time "ffmpeg -v error -nostdin -threads 1 -i music.ape -f s16le -y /dev/null")
     size=$(stat -c %s music.ape)
     awk -v l=$level -v e="$encode" -v d="$decode" -v f="$ffmpeg" -v s="$size" -v r="$flac_size" 'BEGIN {
         printf "%5d  %8.3f  %8.3f  %8.3f  %13.2f  %13.2f  %11.4f\n", l, e, d, f, d / f, e / d, s / r }'

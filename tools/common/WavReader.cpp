@@ -133,12 +133,8 @@ void WavReader::parseFormat(std::span<const std::uint8_t> chunk)
     if (m_format.channels == 0 || m_format.bitsPerSample == 0 || m_format.bitsPerSample > 32 ||
         m_format.sampleRate == 0) {
         throw ToolError(name + ": the format chunk makes no sense");
-<<<<<<< HEAD
-    if (m_tolerance == WavTolerance::None && readLe16(&chunk[12]) != m_format.bytesPerFrame())
-=======
     }
-    if (readLe16(&chunk[12]) != m_format.bytesPerFrame()) {
->>>>>>> coders
+    if (m_tolerance == WavTolerance::None && readLe16(&chunk[12]) != m_format.bytesPerFrame()) {
         throw ToolError(name + ": the format chunk contradicts itself (" + std::to_string(m_format.channels) +
                         " channels of " + std::to_string(m_format.bitsPerSample) + " bit in frames of " +
                         std::to_string(readLe16(&chunk[12])) + " bytes)");
