@@ -4,17 +4,21 @@
 # kruv_add_test(<name> SOURCES <file>... LIBS <target>...)
 # One GoogleTest program; each of its cases becomes one CTest test. Tests find the tools in the build tree's
 # resources folder, use the offscreen platform and a UTF-8 locale, and never a desktop's session bus. Linking
-# kruv_test_support brings a main() with a QCoreApplication.
+# kruv_test_support brings a main() with a QCoreApplication. The case's label is "tools", "gui" or "engine", by its folder.
 function(kruv_add_test name)
   cmake_parse_arguments(ARG "" "" "SOURCES;LIBS" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE kruv_flags ${ARG_LIBS} GTest::gtest)
-  if(NOT "kruv_test_support" IN_LIST ARG_LIBS AND NOT KRUV_TEST_OWN_MAIN_${name})
+  if(NOT "kruv_test_support" IN_LIST ARG_LIBS)
     target_link_libraries(${name} PRIVATE GTest::gtest_main)
+  endif()
+  set(label engine)
+  if(CMAKE_CURRENT_SOURCE_DIR MATCHES "/tests/(tools|gui)(/|$)")
+    set(label ${CMAKE_MATCH_1})
   endif()
   gtest_discover_tests(${name}
     DISCOVERY_MODE PRE_TEST
-    PROPERTIES TIMEOUT 300
+    PROPERTIES TIMEOUT 300 LABELS ${label}
     ENVIRONMENT "KRUV_RESOURCES=${KRUV_RESOURCES_DIR};QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;DBUS_SESSION_BUS_ADDRESS=disabled:;TSAN_OPTIONS=${KRUV_TSAN_OPTIONS}")
 endfunction()
 include(GoogleTest)
