@@ -23,7 +23,7 @@ void decodeEachFrame(const mac::RandomInput &input)
     mac::FrameDecoder decoder(info);
     for (std::uint32_t frame = 0; frame < std::min(info.totalFrames, 8U); ++frame) {
         const std::size_t bytes = std::size_t{info.blocksOfFrame(frame)} * info.blockBytes();
-        std::vector<std::uint8_t> pcm(std::min<std::size_t>(bytes, 64 * 1024 / 6 * info.blockBytes()));
+        std::vector<std::uint8_t> pcm(std::min<std::size_t>(bytes, std::size_t{10000} * info.blockBytes()));
         try {
             mac::FrameBytes coded = reader.frameBytes(frame);
             decoder.decode(coded, pcm);

@@ -126,7 +126,7 @@ std::vector<uint64_t> Compressor::encodeAll(tools::ByteSink &sink)
 
 void Compressor::writeEnd(ApeWriter &writer, std::span<const uint64_t> starts)
 {
-    std::vector<uint8_t> piece(64 * 1024);
+    std::vector<uint8_t> piece(std::size_t{64} * 1024);
     while (const std::size_t got = numbered(ErrorNumber::Read, [&] {
                return m_info.flags & flagNoWavHeader ? 0 : m_wav.readTrailing(piece);
            }))

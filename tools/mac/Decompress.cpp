@@ -23,7 +23,7 @@ using Take = std::function<void(std::span<const uint8_t>)>;
 /// Hands a run of the file out in pieces.
 void readRange(const RandomInput &input, ApeReader::Range range, const Take &take)
 {
-    std::vector<uint8_t> piece(64 * 1024);
+    std::vector<uint8_t> piece(std::size_t{64} * 1024);
     while (range.size > 0) {
         const auto wanted = static_cast<std::size_t>(std::min<uint64_t>(range.size, piece.size()));
         const std::size_t got = input.readAt(range.offset, std::span(piece).first(wanted));

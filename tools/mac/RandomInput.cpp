@@ -47,7 +47,7 @@ void RandomInput::useDescriptor()
         return;
     }
     SpoolFile copy(SpoolFile::defaultFolder());
-    std::vector<uint8_t> piece(64 * 1024);
+    std::vector<uint8_t> piece(std::size_t{64} * 1024);
     for (;;) {
         const ssize_t got = ::read(m_descriptor, piece.data(), piece.size());
         if (got < 0 && errno == EINTR)

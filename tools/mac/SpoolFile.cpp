@@ -67,7 +67,7 @@ void SpoolFile::write(std::span<const uint8_t> bytes)
 
 void SpoolFile::copyTo(tools::ByteSink &sink) const
 {
-    std::vector<uint8_t> piece(256 * 1024);
+    std::vector<uint8_t> piece(std::size_t{256} * 1024);
     uint64_t offset = 0;
     while (offset < m_size) {
         const ssize_t got = ::pread(m_descriptor, piece.data(), piece.size(), static_cast<off_t>(offset));

@@ -15,7 +15,7 @@ namespace kruv::mac {
 namespace {
 
 /// How far others put things in front of a stream.
-constexpr std::size_t searchBytes = 1024 * 1024;
+constexpr std::size_t searchBytes = std::size_t{1024} * 1024;
 constexpr std::size_t id3v1Bytes = 128;
 constexpr std::size_t apeFooterBytes = 32;
 

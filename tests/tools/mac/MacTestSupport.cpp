@@ -78,7 +78,10 @@ Outcome runShell(const std::string &command)
 
 std::string macProgram()
 {
-    return shellWord(std::string(std::getenv("KRUV_RESOURCES")) + "/mac");
+    const char *resources = std::getenv("KRUV_RESOURCES");
+    if (!resources)
+        throw std::runtime_error("KRUV_RESOURCES must name the folder of the tools");
+    return shellWord(std::string(resources) + "/mac");
 }
 
 namespace {
