@@ -226,6 +226,31 @@ TEST_F(ShntoolRunTest, SplitsHighResolutionAudioAtTheRightPlace)
     }
 }
 
+TEST_F(ShntoolRunTest, OurOwnCodersServeIt)
+{
+    if (!haveTool("shorten") || !haveTool("ttaenc")) {
+        GTEST_SKIP() << "needs shorten and ttaenc in the resources folder";
+    }
+    const auto wav = makeSource("a.wav", m_cd);
+    const auto shn = output("a.shn");
+    EXPECT_EQ(
+        runTool("shntool", {"conv", "-o", "shn", "-P", "pct", "-O", "never", "-d", output(""), wav}).status,
+        0);
+    EXPECT_EQ(runTool("shntool",
+                      {"conv", "-P", "pct", "-O", "always", "-o", "wav", "-n", output("Kruv-2.wav"), shn})
+                  .status,
+              0);
+    EXPECT_EQ(contentOf(output("Kruv-2.wav")), contentOf(wav)) << "the header comes back too";
+
+    const auto deep = makeSource("deep.wav", TestAudio::noise(9000, 6, 24));
+    const auto tta = output("deep.tta");
+    ASSERT_EQ(runTool("ttaenc", {deep, "-o", tta}).status, 0);
+    EXPECT_EQ(runTool("shntool", {"cmp", deep, tta}).status, 0);
+    EXPECT_EQ(runTool("shntool", {"cmp", wav, shn}).status, 0);
+    EXPECT_NE(runTool("shntool", {"conv", "-o", "shn", "-O", "never", "-d", output(""), deep}).status, 0);
+    EXPECT_EQ(leftOver(), (Names{"Kruv-2.wav", "a.shn", "deep.tta"}));
+}
+
 TEST_F(ShntoolRunTest, NamesComeBackAsTheyWere)
 {
     for (const std::string name : {"new\nline.wav", "50% off.WAV", "a: b.flac", "q'u\"o.aif", "%f.wv",
