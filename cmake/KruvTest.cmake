@@ -16,10 +16,20 @@ function(kruv_add_test name)
   if(CMAKE_CURRENT_SOURCE_DIR MATCHES "/tests/(tools|gui)(/|$)")
     set(label ${CMAKE_MATCH_1})
   endif()
-  gtest_discover_tests(${name}
-    DISCOVERY_MODE PRE_TEST
-    PROPERTIES TIMEOUT 300 LABELS ${label}
-    ENVIRONMENT "KRUV_RESOURCES=${KRUV_RESOURCES_DIR};QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;DBUS_SESSION_BUS_ADDRESS=disabled:;TSAN_OPTIONS=${KRUV_TSAN_OPTIONS}")
+  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 300 LABELS ${label})
+  # Discovery takes a list apart on its way to the tests, so the environment is set when they are known.
+  set(environment_file ${CMAKE_CURRENT_BINARY_DIR}/${name}_environment.cmake)
+  file(WRITE ${environment_file}
+    "if(${name}_TESTS)\n"
+    "  set_tests_properties(\${${name}_TESTS} PROPERTIES ENVIRONMENT \"${KRUV_TEST_ENVIRONMENT}\")\n"
+    "endif()\n")
+  set_property(DIRECTORY APPEND PROPERTY TEST_INCLUDE_FILES ${environment_file})
 endfunction()
 include(GoogleTest)
-set(KRUV_TSAN_OPTIONS "suppressions=${CMAKE_SOURCE_DIR}/tests/support/tsan.supp")
+
+set(KRUV_TEST_ENVIRONMENT
+  KRUV_RESOURCES=${KRUV_RESOURCES_DIR}
+  QT_QPA_PLATFORM=offscreen
+  LC_ALL=C.UTF-8
+  DBUS_SESSION_BUS_ADDRESS=disabled:
+  TSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/support/tsan.supp)

@@ -71,6 +71,27 @@ TEST(KruvTaskQueue, TakesItsLimitFromThePreferencesAndFollowsThem)
     queue.cancelAllTasks();
 }
 
+TEST(KruvTaskQueue, ANewJobMayOvertakeWhenTheLimitWasRaisedMeanwhile)
+{
+    Engine engine(1);
+    QStringList starts;
+    const Jobs jobs = makeSet(engine.queue, 5, &starts);
+    for (const std::size_t i : {0U, 1U, 2U}) {
+        engine.queue.addTask(jobs[i]);
+    }
+    engine.queue.setMaxThreads(2);
+    engine.queue.addTask(jobs[3]);
+    engine.queue.addTask(jobs[4]);
+    EXPECT_EQ(starts, (QStringList{QStringLiteral("1"), QStringLiteral("4")}));
+    jobs[3]->succeed();
+    jobs[0]->succeed();
+    jobs[1]->succeed();
+    EXPECT_EQ(starts.mid(2), (QStringList{QStringLiteral("2"), QStringLiteral("3"), QStringLiteral("5")}))
+        << "those that were overtaken come first";
+    jobs[2]->succeed();
+    jobs[4]->succeed();
+}
+
 TEST(KruvTaskQueue, CancellingWaitingJobsLetsAsManyMoreRunUntilIdle)
 {
     Engine engine(2);
