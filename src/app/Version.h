@@ -7,10 +7,7 @@
 
 namespace kruv {
 
-/// The program's version as people see it, for example "1.0.0".
-inline QString shortVersion()
-{
-    return QStringLiteral(KRUV_VERSION);
-}
+/// The application's short version, for example "1.0.0".
+QString shortVersion();
 
 } // namespace kruv

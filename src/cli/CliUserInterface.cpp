@@ -41,7 +41,8 @@ int CliUserInterface::ask(const QString &title, const QString &, const QStringLi
         if (m_options.*answer.flag) {
             return static_cast<int>(buttons.indexOf(QStringLiteral("Yes")));
         }
-        throw UsageError(QStringLiteral("%1 Add %2 to say yes.").arg(title, QLatin1StringView(answer.flagName)));
+        throw UsageError(
+            QStringLiteral("%1 Add %2 to say yes.").arg(title, QLatin1StringView(answer.flagName)));
     }
     throw UsageError(title);
 }
@@ -59,8 +60,8 @@ void CliUserInterface::alert(const QString &title, const QString &text, const QS
 std::optional<QString> CliUserInterface::chooseFolder(const QString &)
 {
     if (m_options.output.empty()) {
-        throw UsageError(
-            QStringLiteral("Say where the output goes: --output DIR, or --beside-source for next to each source."));
+        throw UsageError(QStringLiteral(
+            "Say where the output goes: --output DIR, or --beside-source for next to each source."));
     }
     return QDir::cleanPath(QDir().absoluteFilePath(QString::fromStdString(m_options.output)));
 }

@@ -10,15 +10,16 @@
 
 namespace kruv {
 
-/// Answers the engine's questions from the command's flags. A question that no flag answers throws UsageError, which names
-/// the flag; nothing has been started by then.
+/// Answers the engine's questions from the command's flags. A question that no flag answers throws
+/// UsageError, which names the flag; nothing has been started by then.
 class CliUserInterface : public QObject, public UserInterface
 {
     Q_OBJECT
 public:
     explicit CliUserInterface(const CommonOptions &options);
 
-    int ask(const QString &title, const QString &text, const QStringList &buttons, int defaultButton) override;
+    int ask(const QString &title, const QString &text, const QStringList &buttons,
+            int defaultButton) override;
     void alert(const QString &title, const QString &text, const QString &button) override;
     std::optional<QString> chooseFolder(const QString &title) override;
     QStringList chooseFiles(const QString &title, const QString &prompt) override;

@@ -4,7 +4,6 @@
 #include "cli/Console.h"
 
 #include <cstdio>
-
 #include <sys/ioctl.h>
 #include <unistd.h>
 

@@ -71,7 +71,8 @@ double sampleAt(const Track &track, double time, int channel)
         const double age = time - note * noteLength;
         const double pitch = track.chord[static_cast<std::size_t>(note * 3 % 4)] * (note % 8 < 4 ? 1.0 : 2.0);
         const double phase = 2.0 * std::numbers::pi * pitch * age + 0.3 * channel;
-        sum += std::exp(-decay * age) * (std::sin(phase) + 0.3 * std::sin(2.0 * phase) + 0.1 * std::sin(3.0 * phase));
+        sum += std::exp(-decay * age) *
+               (std::sin(phase) + 0.3 * std::sin(2.0 * phase) + 0.1 * std::sin(3.0 * phase));
     }
     return 0.25 * sum;
 }
@@ -85,7 +86,8 @@ QByteArray audioOf(const Track &track)
         const double time = static_cast<double>(frame) / sampleRate;
         const double fade = std::min(1.0, (track.seconds - time) / 1.5);
         for (int channel = 0; channel < channels; ++channel) {
-            appendBigEndian<qint16>(audio, static_cast<qint16>(std::lround(32000.0 * fade * sampleAt(track, time, channel))));
+            appendBigEndian<qint16>(
+                audio, static_cast<qint16>(std::lround(32000.0 * fade * sampleAt(track, time, channel))));
         }
     }
     return audio;
@@ -118,9 +120,13 @@ QImage cover()
     for (int y = 0; y < side; ++y) {
         for (int x = 0; x < side; ++x) {
             const double distance = std::hypot(x - side / 2.0, y - side / 2.0);
-            const bool groove = distance < 130.0 && distance > 45.0 && static_cast<int>(distance / 4.0) % 2 == 0;
+            const bool groove =
+                distance < 130.0 && distance > 45.0 && static_cast<int>(distance / 4.0) % 2 == 0;
             const bool label = distance <= 45.0 && distance > 6.0;
-            image.setPixel(x, y, label ? qRgb(214, 92, 62) : groove ? qRgb(46, 52, 64) : qRgb(30 + y / 8, 34, 60 + x / 8));
+            image.setPixel(x, y,
+                           label    ? qRgb(214, 92, 62)
+                           : groove ? qRgb(46, 52, 64)
+                                    : qRgb(30 + y / 8, 34, 60 + x / 8));
         }
     }
     return image;
@@ -159,8 +165,9 @@ QStringList make(const QString &folder)
                                  .arg(index + 1, 2, 10, QLatin1Char('0'))
                                  .arg(QLatin1StringView(tracks[index].title));
         writeFile(path, aiffOf(audioOf(tracks[index])));
-        if (!TagLibTagsHelper().writeTagsForAIFFFile(path, tagsOf(index))) {
-            throw std::runtime_error(QStringLiteral("%1: the tags could not be written").arg(path).toStdString());
+        if (!TagLibTagsHelper().writeTagsForAIFFFile(path, *tagsOf(index))) {
+            throw std::runtime_error(
+                QStringLiteral("%1: the tags could not be written").arg(path).toStdString());
         }
         made.append(path);
     }

@@ -46,7 +46,9 @@ void verify(KruvController &controller, QueueRun &queueRun, const QString &folde
 DemoVerb::DemoVerb(CLI::App &parent)
     : Verb(parent, "demo", "Make a short album, encode it to FLAC, verify it, and show what was done")
 {
-    app().add_option("folder", m_folder, "Empty or new folder to work in (default: a new temporary one)")->type_name("DIR");
+    app()
+        .add_option("folder", m_folder, "Empty or new folder to work in (default: a new temporary one)")
+        ->type_name("DIR");
 }
 
 QString DemoVerb::makeFolder() const
@@ -72,12 +74,14 @@ int DemoVerb::run()
     Preferences preferences(Preferences::userFile(), Preferences::ControlState::Defaults);
     CliUserInterface userInterface(options);
     KruvController controller(preferences, userInterface, nullptr);
-    QueueRun queueRun(controller.taskQueue(), userInterface, std::make_unique<TextReporter>(TextReporter::Style{}));
+    QueueRun queueRun(controller.taskQueue(), userInterface,
+                      std::make_unique<TextReporter>(TextReporter::Style{}));
     const QString folder = makeFolder();
 
     Console::writeOut(QStringLiteral("Making three tagged AIFF tracks with a cover picture ...\n"));
     const QStringList tracks = DemoAlbum::make(folder);
-    Console::writeOut(QStringLiteral("Encoding them to FLAC, verified on the way, with a fingerprint list ...\n"));
+    Console::writeOut(
+        QStringLiteral("Encoding them to FLAC, verified on the way, with a fingerprint list ...\n"));
     encode(controller, queueRun, tracks);
     Console::writeOut(QStringLiteral("Testing the FLAC files ...\n"));
     verify(controller, queueRun, folder);

@@ -4,6 +4,7 @@
 #include "cli/EncodeVerb.h"
 
 #include "app/KruvController.h"
+#include "cli/QueueRun.h"
 #include "cli/UsageError.h"
 #include "lossless/EncodeTab.h"
 
@@ -15,13 +16,16 @@ EncodeVerb::EncodeVerb(CLI::App &parent)
     declareCommonFlags();
     declareOutputFlags();
     app().add_option("--to", m_format, "Format to make: flac")->required()->type_name("FORMAT");
-    app().add_option("--level", m_level, "FLAC compression level, 0 (fast) to 8 (small); 5 when not given")
+    app()
+        .add_option("--level", m_level, "FLAC compression level, 0 (fast) to 8 (small); 5 when not given")
         ->check(CLI::Range(0, 8))
         ->type_name("N");
     app().add_flag("--lax", m_lax, "FLAC outside the streamable subset; the level is then the tool's own");
     app().add_flag("--verify", m_verify, "Decode what was encoded and compare it on the way");
-    app().add_flag("--keep-foreign-metadata", m_keepForeignMetadata, "Keep the chunks of WAV and AIFF that are not audio");
-    app().add_flag("--fingerprints", m_fingerprints, "Write a list of FLAC fingerprints beside the outputs afterwards");
+    app().add_flag("--keep-foreign-metadata", m_keepForeignMetadata,
+                   "Keep the chunks of WAV and AIFF that are not audio");
+    app().add_flag("--fingerprints", m_fingerprints,
+                   "Write a list of FLAC fingerprints beside the outputs afterwards");
     app().add_flag("--overwrite", overwriteFlag(), "Replace outputs that are there already");
     app().footer("Example: a folder of WAV files, verified, two at a time, next to their sources\n"
                  "  kruv encode --to flac --level 8 --verify --beside-source ~/Concert");
@@ -32,9 +36,10 @@ void EncodeVerb::setControls(EncodeTab &tab) const
     const QString format = QString::fromStdString(m_format).toUpper();
     if (!tab.outputFormatMatrix().selectTitle(format)) {
         const bool known = tab.outputFormatMatrix().titles().contains(format);
-        throw UsageError(
-            known ? QStringLiteral("--to %1: this version can't make %2 yet; it makes flac").arg(QString::fromStdString(m_format), format)
-                  : QStringLiteral("--to %1: no such format; it can be flac").arg(QString::fromStdString(m_format)));
+        throw UsageError(known ? QStringLiteral("--to %1: this version can't make %2 yet; it makes flac")
+                                     .arg(QString::fromStdString(m_format), format)
+                               : QStringLiteral("--to %1: no such format; it can be flac")
+                                     .arg(QString::fromStdString(m_format)));
     }
     if (m_level >= 0) {
         tab.flacSlider().setValue(m_level);
@@ -50,6 +55,7 @@ void EncodeVerb::setControls(EncodeTab &tab) const
 void EncodeVerb::runCommands(KruvController &controller, QueueRun &queueRun, const QStringList &paths)
 {
     EncodeTab &tab = controller.encodeTab();
+    queueRun.leaveOutResults();
     setControls(tab);
     runTab(tab, queueRun, paths);
 }

@@ -24,7 +24,8 @@ constexpr Hint hints[] = {
     {u"can't open input file", "Check that the file is there and may be read."},
     {u"Permission denied", "Check that the output folder may be written to."},
     {u"Read-only file system", "Choose an output folder that may be written to."},
-    {u"opening the output file", "Check that the output folder exists, may be written to, and has space left."},
+    {u"opening the output file",
+     "Check that the output folder exists, may be written to, and has space left."},
     {u"disk is full", "Free some space on the output folder's disk and try again."},
     {u"disk probably full", "Free some space on the output folder's disk and try again."},
     {u"error while writing", "Check that the output folder's disk has space left."},
@@ -38,9 +39,16 @@ constexpr Hint hints[] = {
 };
 
 constexpr QStringView noise[] = {
-    u"flac 1.",       u"Copyright (C)",          u"flac comes with ABSOLUTELY", u"welcome to redistribute",
-    u"details.",      u"% complete",             u"Type `flac'",                u"NOTE: --keep-foreign-metadata",
-    u"state = FLAC__", u"you are",
+    u"flac 1.",
+    u"Copyright (C)",
+    u"flac comes with ABSOLUTELY",
+    u"welcome to redistribute",
+    u"details.",
+    u"% complete",
+    u"Type `flac'",
+    u"NOTE: --keep-foreign-metadata",
+    u"state = FLAC__",
+    u"you are",
 };
 
 bool isNoise(QStringView line)
@@ -65,8 +73,8 @@ QString essence(const QString &toolText)
 
 QString advice(const QString &toolText)
 {
-    const auto *found =
-        std::ranges::find_if(hints, [&toolText](const Hint &hint) { return toolText.contains(hint.toolSays); });
+    const auto *found = std::ranges::find_if(
+        hints, [&toolText](const Hint &hint) { return toolText.contains(hint.toolSays); });
     return found == std::end(hints) ? QString() : QString::fromLatin1(found->advice);
 }
 

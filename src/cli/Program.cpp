@@ -37,7 +37,8 @@ int reportParse(const CLI::App &app, const CLI::ParseError &result)
     if (result.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
         return app.exit(result);
     }
-    Console::complain(QStringLiteral("%1 (kruv --help, kruv COMMAND --help)").arg(QString::fromUtf8(result.what())));
+    Console::complain(
+        QStringLiteral("%1 (kruv --help, kruv COMMAND --help)").arg(QString::fromUtf8(result.what())));
     return Usage;
 }
 

@@ -17,7 +17,8 @@
 
 namespace kruv {
 
-QueueRun::QueueRun(KruvTaskQueue &queue, CliUserInterface &userInterface, std::unique_ptr<JobReporter> reporter)
+QueueRun::QueueRun(KruvTaskQueue &queue, CliUserInterface &userInterface,
+                   std::unique_ptr<JobReporter> reporter)
     : m_queue(queue)
     , m_reporter(std::move(reporter))
 {
@@ -26,13 +27,20 @@ QueueRun::QueueRun(KruvTaskQueue &queue, CliUserInterface &userInterface, std::u
     connect(&queue, &KruvTaskQueue::taskChanged, this, &QueueRun::taskChanged);
     connect(&queue, &KruvTaskQueue::taskEnded, this, &QueueRun::taskEnded);
     connect(&userInterface, &CliUserInterface::resultsReady, this,
-            [this](const QString &title, const QString &text) { m_reporter->results(title, text); });
+            [this](const QString &title, const QString &text) {
+                if (m_reportsResults) {
+                    m_reporter->results(title, text);
+                }
+            });
 }
 
 QueueRun::~QueueRun() = default;
 
 void QueueRun::run(const std::function<void()> &command)
 {
+    if (m_interrupted) {
+        return;
+    }
     SignalWatcher watcher;
     connect(&watcher, &SignalWatcher::interrupted, this, &QueueRun::interrupt);
     command();
@@ -95,9 +103,10 @@ void QueueRun::interrupt()
         m_interrupted = true;
         m_queue.killAllTasks();
         if (m_queue.taskCount() > 0) {
-            Console::complain(QStringLiteral("Canceled. Waiting for %1 running job(s) to finish; press Ctrl-C again to end "
-                                             "them now.")
-                                  .arg(m_queue.taskCount()));
+            Console::complain(
+                QStringLiteral("Canceled. Waiting for %1 running job(s) to finish; press Ctrl-C again to end "
+                               "them now.")
+                    .arg(m_queue.taskCount()));
         }
         return;
     }

@@ -18,8 +18,8 @@ class CliUserInterface;
 class KruvTask;
 class KruvTaskQueue;
 
-/// Runs the queue until it is empty, reports what happens, and takes Ctrl-C: the first cancels what waits and lets the
-/// running tools finish, the second ends those too.
+/// Runs the queue until it is empty, reports what happens, and takes Ctrl-C: the first cancels what waits and
+/// lets the running tools finish, the second ends those too.
 class QueueRun : public QObject
 {
     Q_OBJECT
@@ -32,6 +32,10 @@ public:
 
     /// Ends the report. Returns the exit status that the jobs of all runs amount to.
     int finish();
+
+    /// For commands whose failures are told job by job: the text of a set that failed as a whole would say it
+    /// all again.
+    void leaveOutResults() { m_reportsResults = false; }
 
     const JobReporter::Totals &totals() const { return m_totals; }
 
@@ -49,6 +53,7 @@ private:
     QEventLoop m_loop;
     bool m_interrupted = false;
     bool m_running = false;
+    bool m_reportsResults = true;
 };
 
 } // namespace kruv

@@ -29,10 +29,12 @@ TabVerb::~TabVerb() = default;
 void TabVerb::declareCommonFlags()
 {
     constexpr int mostJobs = 256;
-    app().add_option("paths", m_options.paths, "Files, and folders with everything below them")
+    app()
+        .add_option("paths", m_options.paths, "Files, and folders with everything below them")
         ->required()
         ->type_name("PATH");
-    app().add_option("-j,--jobs", m_options.jobs, "Jobs at once (default: the preference, 2 at first)")
+    app()
+        .add_option("-j,--jobs", m_options.jobs, "Jobs at once (default: the preference, 2 at first)")
         ->check(CLI::Range(1, mostJobs))
         ->type_name("N");
     app().add_flag("-q,--quiet", m_options.quiet, "Say nothing but errors and results");
@@ -44,7 +46,9 @@ void TabVerb::declareOutputFlags()
 {
     auto *output = app().add_option("-o,--output", m_options.output, "Folder that the output goes into");
     output->type_name("DIR");
-    app().add_flag("--beside-source", m_options.besideSource, "Write each output next to its source")->excludes(output);
+    app()
+        .add_flag("--beside-source", m_options.besideSource, "Write each output next to its source")
+        ->excludes(output);
     app().add_flag("--delete-originals", m_options.deleteOriginals,
                    "Delete each source once its output is written and its job succeeded");
     app().add_flag("-y,--yes", m_options.yes, "Say yes to the question whether originals may be deleted");
@@ -76,8 +80,9 @@ QStringList TabVerb::existingPaths()
     for (const std::string &given : m_options.paths) {
         const QString path = QString::fromStdString(given);
         if (path.toStdString() != given) {
-            Console::complain(QStringLiteral("%1: the name is not valid UTF-8; rename it, for example with convmv")
-                                  .arg(Console::printable(path)));
+            Console::complain(
+                QStringLiteral("%1: the name is not valid UTF-8; rename it, for example with convmv")
+                    .arg(Console::printable(path)));
             m_failed = true;
         } else if (!QFileInfo::exists(path)) {
             Console::complain(QStringLiteral("%1: no such file or folder").arg(Console::printable(path)));
@@ -97,7 +102,8 @@ void TabVerb::checkOutputFolder()
     const QString folder = QString::fromStdString(m_options.output);
     const QFileInfo info(folder);
     if (!info.exists()) {
-        throw UsageError(QStringLiteral("--output: there is no folder %1; make it first: mkdir -p '%1'").arg(folder));
+        throw UsageError(
+            QStringLiteral("--output: there is no folder %1; make it first: mkdir -p '%1'").arg(folder));
     }
     if (!info.isDir()) {
         throw UsageError(QStringLiteral("--output: %1 is a file, not a folder").arg(folder));
@@ -132,7 +138,9 @@ void TabVerb::runTab(BaseTab &tab, QueueRun &queueRun, const QStringList &paths)
         std::ranges::sort(refused);
         Console::complain(QStringLiteral("%1 file(s) of other kinds passed over%2")
                               .arg(refusedCount)
-                              .arg(refused.isEmpty() ? QString() : QStringLiteral(": .") + refused.join(QStringLiteral(", ."))));
+                              .arg(refused.isEmpty()
+                                       ? QString()
+                                       : QStringLiteral(": .") + refused.join(QStringLiteral(", ."))));
     }
     if (tab.fileList().isEmpty()) {
         throw UsageError(QStringLiteral("%1: nothing in the given paths is of a kind that it takes")

@@ -20,7 +20,8 @@ class JobReporter;
 class KruvController;
 class QueueRun;
 
-/// A subcommand that drives a tab: takes files in, sets the tab's controls from flags, runs its command and waits.
+/// A subcommand that drives a tab: takes files in, sets the tab's controls from flags, runs its command and
+/// waits.
 class TabVerb : public Verb
 {
 public:
@@ -39,7 +40,8 @@ protected:
     /// Sets controls and runs commands through `queueRun`.
     virtual void runCommands(KruvController &controller, QueueRun &queueRun, const QStringList &paths) = 0;
 
-    /// Takes `paths` into the tab and runs its command. Throws UsageError when nothing in them is for the tab.
+    /// Takes `paths` into the tab and runs its command. Throws UsageError when nothing in them is for the
+    /// tab.
     void runTab(BaseTab &tab, QueueRun &queueRun, const QStringList &paths);
 
 private:

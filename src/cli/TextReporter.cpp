@@ -35,10 +35,17 @@ QString duration(double seconds)
     constexpr qint64 minute = 60;
     constexpr qint64 hour = 3600;
     if (whole >= hour) {
-        return QStringLiteral("%1:%2:%3").arg(whole / hour).arg(whole % hour / minute, 2, 10, QLatin1Char('0')).arg(
-            whole % minute, 2, 10, QLatin1Char('0'));
+        return QStringLiteral("%1:%2:%3")
+            .arg(whole / hour)
+            .arg(whole % hour / minute, 2, 10, QLatin1Char('0'))
+            .arg(whole % minute, 2, 10, QLatin1Char('0'));
     }
     return QStringLiteral("%1:%2").arg(whole / minute).arg(whole % minute, 2, 10, QLatin1Char('0'));
+}
+
+QString nameOf(const KruvTask &task)
+{
+    return task.inputPath().isEmpty() ? task.title() : task.inputPath();
 }
 
 QString indented(const QString &text)
@@ -97,16 +104,16 @@ void TextReporter::ended(const KruvTask &task, const Totals &totals)
         eraseRows();
         printFailure(task);
     } else if (!m_style.quiet && !m_style.rows) {
-        const QString what = task.outputPath().isEmpty() ? task.title() : task.outputPath();
-        Console::writeError(
-            QStringLiteral("%1 %2\n").arg(task.cancelled() ? u"canceled" : u"done", Console::printable(what)));
+        const QString what = task.outputPath().isEmpty() ? nameOf(task) : task.outputPath();
+        Console::writeError(QStringLiteral("%1 %2\n").arg(task.cancelled() ? u"canceled" : u"done",
+                                                          Console::printable(what)));
     }
 }
 
 void TextReporter::printFailure(const KruvTask &task)
 {
-    const QString name = task.inputPath().isEmpty() ? task.title() : task.inputPath();
-    Console::writeError(QStringLiteral("%1 %2\n").arg(colored(QStringLiteral("failed"), red), Console::printable(name)) +
+    Console::writeError(QStringLiteral("%1 %2\n").arg(colored(QStringLiteral("failed"), red),
+                                                      Console::printable(nameOf(task))) +
                         indented(failureMessage(task)));
 }
 
@@ -130,7 +137,8 @@ void TextReporter::summary(const Totals &totals)
     if (totals.cancelled > 0) {
         parts << QStringLiteral("%1 canceled").arg(totals.cancelled);
     }
-    Console::writeError(QStringLiteral("%1 in %2 s\n").arg(parts.join(QStringLiteral(", "))).arg(totals.seconds, 0, 'f', 1));
+    Console::writeError(
+        QStringLiteral("%1 in %2 s\n").arg(parts.join(QStringLiteral(", "))).arg(totals.seconds, 0, 'f', 1));
 }
 
 void TextReporter::eraseRows()

@@ -14,8 +14,8 @@ class QTimer;
 
 namespace kruv {
 
-/// For people: rows that move on a terminal (one per running job, and a total with the time left), a plain line per job
-/// elsewhere. Everything but results goes to standard error.
+/// For people: rows that move on a terminal (one per running job, and a total with the time left), a plain
+/// line per job elsewhere. Everything but results goes to standard error.
 class TextReporter : public JobReporter
 {
 public:

@@ -28,12 +28,15 @@ QString asLine(const FoundTool &tool)
 {
     const QString name = QStringLiteral("%1").arg(QLatin1StringView(tool.info.name), -14);
     if (!tool.path.isEmpty()) {
-        return name + QStringLiteral("%1  %2\n").arg(tool.version.isEmpty() ? QStringLiteral("-") : tool.version, -12).arg(tool.path);
+        return name + QStringLiteral("%1  %2\n")
+                          .arg(tool.version.isEmpty() ? QStringLiteral("-") : tool.version, -12)
+                          .arg(tool.path);
     }
-    const QString remedy = tool.info.package
-                               ? QStringLiteral("install the package %1").arg(QLatin1StringView(tool.info.package))
-                               : QStringLiteral("built with Kruv where its libraries are installed");
-    return name + QStringLiteral("missing       without it: no %1 (%2)\n").arg(QLatin1StringView(tool.info.functions), remedy);
+    const QString remedy =
+        tool.info.package ? QStringLiteral("install the package %1").arg(QLatin1StringView(tool.info.package))
+                          : QStringLiteral("built with Kruv where its libraries are installed");
+    return name + QStringLiteral("missing       needed for %1 (%2)\n")
+                      .arg(QLatin1StringView(tool.info.functions), remedy);
 }
 
 } // namespace

@@ -7,7 +7,8 @@
 
 namespace kruv {
 
-/// `kruv tools`: which external tools are there, where, in which version, and what is missing without the others.
+/// `kruv tools`: which external tools are there, where, in which version, and what is missing without the
+/// others.
 class ToolsVerb : public Verb
 {
 public:

@@ -46,7 +46,7 @@ void DecodeFlacTask::copyFlacTags()
     const auto tags = tagsHelper.tagsForFlacFile(m_fileName);
     setTopTextFieldString(QStringLiteral("Copying Flac Tags"));
     publish(&KruvTask::setTopTextFieldValue);
-    if (!tagsHelper.writeTagsForAIFFFile(outputPath(), tags)) {
+    if (!tagsHelper.writeTagsForAIFFFile(outputPath(), *tags)) {
         setError(true);
         appendResults(
             QStringLiteral("The tags of %1 could not be written to %2.\n").arg(m_fileName, outputPath()));

@@ -106,7 +106,7 @@ bool DecodeTab::outputsCollide(const QString &chosenFolder, const QString &forma
             QStringLiteral(
                 "One of the output files already exists and will be overwritten.  Select a different "
                 "output directory and try again"),
-            QStringLiteral("%1\n%2").arg(collision->first, collision->second), acknowledgeButton());
+            *collision, acknowledgeButton());
     }
     return collision.has_value();
 }

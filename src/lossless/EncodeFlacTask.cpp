@@ -53,7 +53,7 @@ void EncodeFlacTask::copyAiffTags()
     const auto tags = tagsHelper.tagsForAIFFFile(m_fileName);
     setTopTextFieldString(QStringLiteral("Writing Flac Tags"));
     publish(&KruvTask::setTopTextFieldValue);
-    if (!tagsHelper.writeTagsForFLACFile(outputPath(), tags, true)) {
+    if (!tagsHelper.writeTagsForFLACFile(outputPath(), *tags, true)) {
         setError(true);
         appendResults(
             QStringLiteral("The tags of %1 could not be written to %2.\n").arg(m_fileName, outputPath()));

@@ -124,7 +124,7 @@ void EncodeTab::executeCommand()
 bool EncodeTab::mayWriteOutputs(const QString &format, const OutputPlan &plan, bool &overwrite)
 {
     if (const auto collision = plan.collision()) {
-        refuseClash(QStringLiteral("%1\n%2").arg(collision->first, collision->second));
+        refuseClash(*collision);
         return false;
     }
     if (format == flac) {

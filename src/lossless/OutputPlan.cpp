@@ -34,13 +34,14 @@ QHash<QString, QStringList> OutputPlan::outputsByFolder() const
     return grouped;
 }
 
-std::optional<std::pair<QString, QString>> OutputPlan::collision() const
+std::optional<QString> OutputPlan::collision() const
 {
     QHash<QString, QString> sourceOfOutput;
     for (const Entry &entry : m_entries) {
         const auto earlier = sourceOfOutput.constFind(entry.output);
         if (earlier != sourceOfOutput.constEnd()) {
-            return std::pair(*earlier, entry.source);
+            return QStringLiteral("%1\nand\n%2\nwould both be written to\n%3")
+                .arg(*earlier, entry.source, entry.output);
         }
         sourceOfOutput.insert(entry.output, entry.source);
     }

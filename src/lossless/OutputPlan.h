@@ -30,8 +30,8 @@ public:
     QStringList outputs() const;
     /// Outputs grouped by their folder, in list order.
     QHash<QString, QStringList> outputsByFolder() const;
-    /// Two sources that would give the same output: writing both would lose one.
-    std::optional<std::pair<QString, QString>> collision() const;
+    /// Names two sources that would give the same output, where there are such: writing both would lose one.
+    std::optional<QString> collision() const;
 
 private:
     std::vector<Entry> m_entries;

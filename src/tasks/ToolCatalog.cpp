@@ -53,7 +53,8 @@ bool isLaunchable(const QString &path)
 
 QString versionIn(const QString &output)
 {
-    static const QRegularExpression number(QStringLiteral("\\b(\\d+(?:\\.\\d+)+[\\w.+-]*|\\d{8}\\b)"));
+    static const QRegularExpression number(
+        QStringLiteral("(?<![\\d.])(\\d+(?:\\.\\d+)+[\\w.+-]*|\\d{8}\\b)"));
     return number.match(output).captured(1);
 }
 

@@ -1,0 +1,13 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "app/Version.h"
+
+namespace kruv {
+
+QString shortVersion()
+{
+    return QStringLiteral(KRUV_VERSION);
+}
+
+} // namespace kruv

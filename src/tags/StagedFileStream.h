@@ -1,0 +1,75 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <QByteArray>
+#include <QFile>
+
+#include <tiostream.h>
+#include <vector>
+
+namespace kruv {
+
+/// A file as the tag library edits it, with every edit held in memory until commit(). The library writes a
+/// file in place and neither notices nor reports a disk that runs full while it moves the audio; through this
+/// stream the file stays as it was until the whole result is known, and a failure leaves it whole.
+///
+/// Edits are pieces of new bytes between ranges of the original, so memory use is that of the tags alone.
+/// One thread at a time.
+class StagedFileStream : public TagLib::IOStream
+{
+public:
+    /// Opens a regular file for reading; anything else (a folder, a pipe, a missing file) is not open.
+    explicit StagedFileStream(const QString &path);
+
+    /// Brings the edits into the file. Where the audio keeps its place, only the changed bytes are written;
+    /// else a new file is made beside the old one and takes its place, with its access rights, owner and
+    /// extended attributes. A symbolic link stays one. False when nothing could be written: the file is then
+    /// as it was.
+    bool commit();
+
+    TagLib::FileName name() const override { return m_encodedPath.constData(); }
+    TagLib::ByteVector readBlock(unsigned long length) override;
+    void writeBlock(const TagLib::ByteVector &data) override;
+    void insert(const TagLib::ByteVector &data, unsigned long start, unsigned long replace) override;
+    void removeBlock(unsigned long start, unsigned long length) override;
+    bool readOnly() const override { return false; }
+    bool isOpen() const override { return m_file.isOpen(); }
+    void seek(long offset, Position origin) override;
+    long tell() const override { return m_position; }
+    long length() override { return m_length; }
+    void truncate(long length) override;
+
+private:
+    /// A range of the original (data empty) or new bytes.
+    struct Piece
+    {
+        long sourceOffset = 0;
+        long length = 0;
+        QByteArray data;
+        bool isNew() const { return !data.isEmpty(); }
+    };
+    struct Patch
+    {
+        long offset = 0;
+        QByteArray data;
+    };
+
+    std::size_t splitAt(long offset);
+    void replace(long start, long length, QByteArray data);
+    bool audioStaysInPlace() const;
+    bool commitInPlace();
+    bool commitToNewFile();
+    bool copyPiece(const Piece &piece, QIODevice &target);
+    std::vector<Patch> patches() const;
+
+    QFile m_file;
+    QByteArray m_encodedPath;
+    std::vector<Piece> m_pieces;
+    long m_length = 0;
+    long m_position = 0;
+    long m_originalLength = 0;
+};
+
+} // namespace kruv

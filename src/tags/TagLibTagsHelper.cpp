@@ -1,0 +1,272 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "tags/TagLibTagsHelper.h"
+
+#include "tags/AiffChunks.h"
+#include "tags/BitmapData.h"
+#include "tags/FlacPadding.h"
+#include "tags/FlacTagHelper.h"
+#include "tags/GenericTag.h"
+#include "tags/Id3v2Tags.h"
+#include "tags/LeadingNumber.h"
+#include "tags/StagedFileStream.h"
+#include "tags/TagText.h"
+#include "tags/XiphTags.h"
+
+#include <QFileInfo>
+#include <QLoggingCategory>
+
+#include <aifffile.h>
+#include <apefile.h>
+#include <apetag.h>
+#include <cmath>
+#include <flacfile.h>
+#include <id3v2framefactory.h>
+#include <mpegfile.h>
+#include <stdexcept>
+#include <tfilestream.h>
+#include <trueaudiofile.h>
+#include <type_traits>
+#include <wavpackfile.h>
+
+namespace kruv {
+
+namespace {
+
+Q_LOGGING_CATEGORY(tagLog, "kruv.tags", QtWarningMsg)
+
+/// Opens without reading the audio's properties. Some of the library's classes want a frame factory.
+template <typename File> File openTagged(TagLib::IOStream &stream)
+{
+    constexpr bool readProperties = false;
+    useUtf8InId3v2();
+    if constexpr (std::is_same_v<File, TagLib::MPEG::File> || std::is_same_v<File, TagLib::FLAC::File>) {
+        return File(&stream, TagLib::ID3v2::FrameFactory::instance(), readProperties);
+    } else {
+        return File(&stream, readProperties);
+    }
+}
+
+/// `read(file, record)` is called when the library can open the file.
+template <typename File, typename Read>
+TagLibTagsHelper::Record readTags(const TagLibTagsHelper &helper, const QString &path, Read read)
+{
+    auto record = std::make_shared<TagsObject>();
+    helper.setBlankTags(*record);
+    if (!QFileInfo(path).isFile()) {
+        return record;
+    }
+    constexpr bool openReadOnly = true;
+    TagLib::FileStream stream(QFile::encodeName(path).constData(), openReadOnly);
+    if (!stream.isOpen()) {
+        return record;
+    }
+    File file = openTagged<File>(stream);
+    if (file.isValid()) {
+        read(file, *record);
+    }
+    return record;
+}
+
+/// The library takes nearly any bytes for a file of the kind it is told; what is no such file must not be
+/// written to.
+template <typename File> bool isSound(File &file, StagedFileStream &stream)
+{
+    if constexpr (std::is_same_v<File, TagLib::MPEG::File>) {
+        return file.isValid() && file.firstFrameOffset() >= 0;
+    } else if constexpr (std::is_same_v<File, TagLib::RIFF::AIFF::File>) {
+        return file.isValid() && hasWholeAiffChunks(stream);
+    } else {
+        return file.isValid() && File::isSupported(&stream);
+    }
+}
+
+/// `edit(file, stream)` changes the tags and saves them into the stream; false makes nothing of it.
+template <typename File, typename Edit> bool writeTags(const QString &path, Edit edit)
+{
+    const QFileInfo info(path);
+    if (!info.exists() || !info.isWritable()) {
+        return false;
+    }
+    StagedFileStream stream(path);
+    File file = openTagged<File>(stream);
+    if (!stream.isOpen() || !isSound(file, stream)) {
+        throw std::runtime_error("Unable to open the output file for tagging.");
+    }
+    return edit(file, stream) && stream.commit();
+}
+
+template <typename File>
+TagLibTagsHelper::Record readGenericTags(const TagLibTagsHelper &helper, const QString &path)
+{
+    return readTags<File>(helper, path,
+                          [](File &file, TagsObject &record) { readGenericTag(*file.tag(), record); });
+}
+
+/// `mainTag(file)` creates the tag that can hold all texts where there is only an ID3v1 tag, which can't.
+template <typename File, typename MainTag>
+bool writeGenericTags(const QString &path, const TagsObject &record, bool writeEmptyTags, MainTag mainTag)
+{
+    return writeTags<File>(path, [&](File &file, StagedFileStream &) {
+        const TagLib::Tag &current = *mainTag(file);
+        writeGenericTag(*file.tag(), current, record, writeEmptyTags);
+        return file.save();
+    });
+}
+
+} // namespace
+
+TagLibTagsHelper::Record TagLibTagsHelper::tagsForMP3File(const QString &path) const
+{
+    using File = TagLib::MPEG::File;
+    return readTags<File>(*this, path, [](File &file, TagsObject &record) {
+        readId3v2(*file.tag(), *file.ID3v2Tag(true), record);
+    });
+}
+
+TagLibTagsHelper::Record TagLibTagsHelper::tagsForAIFFFile(const QString &path) const
+{
+    using File = TagLib::RIFF::AIFF::File;
+    return readTags<File>(
+        *this, path, [](File &file, TagsObject &record) { readId3v2(*file.tag(), *file.tag(), record); });
+}
+
+TagLibTagsHelper::Record TagLibTagsHelper::tagsForFlacFile(const QString &path) const
+{
+    return readTags<TagLib::FLAC::File>(*this, path, readXiph);
+}
+
+TagLibTagsHelper::Record TagLibTagsHelper::tagsForAPEFile(const QString &path) const
+{
+    return readGenericTags<TagLib::APE::File>(*this, path);
+}
+
+TagLibTagsHelper::Record TagLibTagsHelper::tagsForWavpackFile(const QString &path) const
+{
+    return readGenericTags<TagLib::WavPack::File>(*this, path);
+}
+
+TagLibTagsHelper::Record TagLibTagsHelper::tagsForTTAFile(const QString &path) const
+{
+    return readGenericTags<TagLib::TrueAudio::File>(*this, path);
+}
+
+bool TagLibTagsHelper::writeTagsForMP3File(const QString &path, const TagsObject &record,
+                                           bool writeEmptyTags) const
+{
+    using File = TagLib::MPEG::File;
+    return writeTags<File>(path, [&](File &file, StagedFileStream &) {
+        if (writeEmptyTags) {
+            file.strip();
+        }
+        TagLib::ID3v2::Tag &tag = *file.ID3v2Tag(true);
+        writeId3v2(*file.tag(), tag, record, mp3Dialect, writeEmptyTags);
+        return file.save();
+    });
+}
+
+bool TagLibTagsHelper::writeTagsForAIFFFile(const QString &path, const TagsObject &record) const
+{
+    using File = TagLib::RIFF::AIFF::File;
+    return writeTags<File>(path, [&](File &file, StagedFileStream &) {
+        writeId3v2(*file.tag(), *file.tag(), record, aiffDialect, false);
+        return file.save();
+    });
+}
+
+bool TagLibTagsHelper::writeTagsForFLACFile(const QString &path, const TagsObject &record,
+                                            bool writeEmptyTags) const
+{
+    using File = TagLib::FLAC::File;
+    QString date;
+    const bool saved = writeTags<File>(path, [&](File &file, StagedFileStream &stream) {
+        const auto before = findFlacMetadata(stream);
+        if (!writeXiph(file, record, writeEmptyTags, date) || !file.save()) {
+            return false;
+        }
+        if (before) {
+            restoreFlacPadding(stream, before->end);
+        }
+        return true;
+    });
+    if (saved) {
+        FlacTagHelper().writeTagForFile(path, QStringLiteral("DATE"), date, writeEmptyTags);
+    }
+    return saved;
+}
+
+bool TagLibTagsHelper::writeTagsForAPEFile(const QString &path, const TagsObject &record,
+                                           bool writeEmptyTags) const
+{
+    return writeGenericTags<TagLib::APE::File>(path, record, writeEmptyTags,
+                                               [](auto &file) { return file.APETag(true); });
+}
+
+bool TagLibTagsHelper::writeTagsForWavpackFile(const QString &path, const TagsObject &record,
+                                               bool writeEmptyTags) const
+{
+    return writeGenericTags<TagLib::WavPack::File>(path, record, writeEmptyTags,
+                                                   [](auto &file) { return file.APETag(true); });
+}
+
+bool TagLibTagsHelper::writeTagsForTTAFile(const QString &path, const TagsObject &record,
+                                           bool writeEmptyTags) const
+{
+    return writeGenericTags<TagLib::TrueAudio::File>(path, record, writeEmptyTags,
+                                                     [](auto &file) { return file.ID3v2Tag(true); });
+}
+
+void TagLibTagsHelper::setBlankTags(TagsObject &record) const
+{
+    for (std::size_t field = 0; field < tagFieldCount; ++field) {
+        record.setText(static_cast<TagField>(field), QStringLiteral(""));
+    }
+    record.setAlbumArt({});
+}
+
+TagLib::String TagLibTagsHelper::tagLibString(const QString &string) const
+{
+    return toTagLibString(string);
+}
+
+QString TagLibTagsHelper::getiTunNORM(const QMap<QString, QString> &map) const
+{
+    const QString gainKey = QStringLiteral("REPLAYGAIN_TRACK_GAIN");
+    if (!map.contains(gainKey)) {
+        return {};
+    }
+    const double watts = gain_to_watts(leadingDouble(map.value(gainKey)));
+    const double peak = leadingDouble(map.value(QStringLiteral("REPLAYGAIN_TRACK_PEAK")));
+    const auto word = [this](double value) { return hexFromStr(QString::number(value, 'f', 6)); };
+    const QString fixed = QStringLiteral("00024CA8");
+    const QStringList words{word(watts * 1000),
+                            word(watts * 1000),
+                            word(watts * 2500),
+                            word(watts * 2500),
+                            fixed,
+                            fixed,
+                            word(peak * 32767),
+                            word(peak * 32767),
+                            fixed,
+                            fixed};
+    QString text = QStringLiteral(" ");
+    for (const QString &each : words) {
+        text += each.trimmed() + u' ';
+    }
+    qCInfo(tagLog, "iTunNORM:\"%s\"", qUtf8Printable(text));
+    return {};
+}
+
+double TagLibTagsHelper::gain_to_watts(double gain) const
+{
+    return std::pow(10.0, gain * -0.1);
+}
+
+QString TagLibTagsHelper::hexFromStr(const QString &text) const
+{
+    const auto number = static_cast<quint32>(leadingInt32(text));
+    return QStringLiteral("%1 ").arg(number, 8, 16, QLatin1Char('0')).toUpper();
+}
+
+} // namespace kruv

@@ -1,0 +1,95 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "tags/TagsObject.h"
+
+#include <algorithm>
+
+namespace kruv {
+
+QString TagsObject::text(TagField field) const
+{
+    const std::lock_guard guard(m_lock);
+    return m_texts[static_cast<std::size_t>(field)];
+}
+
+void TagsObject::setText(TagField field, const QString &text)
+{
+    const std::lock_guard guard(m_lock);
+    m_texts[static_cast<std::size_t>(field)] = text;
+}
+
+QImage TagsObject::albumArt() const
+{
+    const QByteArray encoded = encodedAlbumArt();
+    if (!encoded.isEmpty()) {
+        return QImage::fromData(encoded);
+    }
+    const std::lock_guard guard(m_lock);
+    return m_albumArt;
+}
+
+void TagsObject::setAlbumArt(const QImage &image)
+{
+    const std::lock_guard guard(m_lock);
+    m_albumArt = image;
+    m_encodedAlbumArt.clear();
+}
+
+void TagsObject::setEncodedAlbumArt(const QByteArray &bytes)
+{
+    const std::lock_guard guard(m_lock);
+    m_albumArt = {};
+    m_encodedAlbumArt = bytes;
+}
+
+QByteArray TagsObject::encodedAlbumArt() const
+{
+    const std::lock_guard guard(m_lock);
+    return m_encodedAlbumArt;
+}
+
+TagsObject::CustomTags TagsObject::customTagsDictionary() const
+{
+    const std::lock_guard guard(m_lock);
+    return m_customTagsDictionary;
+}
+
+void TagsObject::setCustomTagsDictionary(const CustomTags &tags)
+{
+    const std::lock_guard guard(m_lock);
+    m_customTagsDictionary = tags;
+}
+
+bool TagsObject::isEqual(const TagsObject *other) const
+{
+    return other == this || (other != nullptr && isEqualToTagsObject(*other));
+}
+
+bool TagsObject::isEqualToTagsObject(const TagsObject &other) const
+{
+    static constexpr std::array compared{
+        TagField::Title,  TagField::Album,       TagField::Year,      TagField::Month,    TagField::Day,
+        TagField::Artist, TagField::AlbumArtist, TagField::Comment,   TagField::Disc,     TagField::Track,
+        TagField::Genre,  TagField::TrackTotal,  TagField::DiscTotal, TagField::Composer,
+    };
+    return std::all_of(compared.begin(), compared.end(),
+                       [&](TagField field) { return stringTagsEqual(text(field), other.text(field)); }) &&
+           hasSameAlbumArt(other);
+}
+
+bool TagsObject::hasSameAlbumArt(const TagsObject &other) const
+{
+    const QByteArray encoded = encodedAlbumArt();
+    if (!encoded.isEmpty() && encoded == other.encodedAlbumArt()) {
+        return true;
+    }
+    return albumArt() == other.albumArt();
+}
+
+bool TagsObject::stringTagsEqual(const QString &string1, const QString &string2)
+{
+    return string1.isNull() == string2.isNull() && string1 == string2;
+}
+
+} // namespace kruv

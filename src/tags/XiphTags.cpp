@@ -1,0 +1,180 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "tags/XiphTags.h"
+
+#include "app/Version.h"
+#include "tags/BitmapData.h"
+#include "tags/TagText.h"
+
+#include <QLoggingCategory>
+
+#include <algorithm>
+#include <array>
+#include <exception>
+#include <flacpicture.h>
+#include <memory>
+#include <stdexcept>
+#include <xiphcomment.h>
+
+namespace kruv {
+
+namespace {
+
+Q_LOGGING_CATEGORY(xiphLog, "kruv.tags.xiph", QtWarningMsg)
+
+using TagLib::String;
+using TagLib::Ogg::XiphComment;
+
+struct FieldKey
+{
+    TagField field;
+    const char *key;
+};
+
+/// In the order of writing. The comment has two keys.
+constexpr std::array fieldKeys{
+    FieldKey{TagField::Title, "TITLE"},
+    FieldKey{TagField::Artist, "ARTIST"},
+    FieldKey{TagField::AlbumArtist, "ALBUMARTIST"},
+    FieldKey{TagField::Album, "ALBUM"},
+    FieldKey{TagField::Disc, "DISCNUMBER"},
+    FieldKey{TagField::DiscTotal, "DISCTOTAL"},
+    FieldKey{TagField::Track, "TRACKNUMBER"},
+    FieldKey{TagField::TrackTotal, "TRACKTOTAL"},
+    FieldKey{TagField::Comment, "COMMENT"},
+    FieldKey{TagField::Comment, "DESCRIPTION"},
+    FieldKey{TagField::Genre, "GENRE"},
+    FieldKey{TagField::Composer, "COMPOSER"},
+};
+constexpr const char *dateKey = "DATE";
+constexpr const char *encoderKey = "ENCODER";
+
+constexpr unsigned int longestBlock = 0xFFFFFF;
+/// A picture block's own fields, beside the picture's bytes.
+constexpr unsigned int pictureFieldsSize = 64;
+
+bool isKnown(const String &key)
+{
+    return key == dateKey || key == encoderKey ||
+           std::any_of(fieldKeys.begin(), fieldKeys.end(),
+                       [&](const FieldKey &row) { return key == row.key; });
+}
+
+QString joinedValues(const XiphComment &comment, const String &key)
+{
+    const auto &fields = comment.fieldListMap();
+    return fields.contains(key) ? fromTagLibString(fields[key].toString(" ")) : QString();
+}
+
+/// Values that read the same already are left alone: they may be several.
+void writeField(XiphComment &comment, const String &key, const QString &text)
+{
+    if (text.isEmpty() || joinedValues(comment, key) != text) {
+        comment.addField(key, toTagLibString(text), true);
+    }
+}
+
+void clearExceptEncoder(TagLib::FLAC::File &file, XiphComment &comment)
+{
+    const TagLib::Ogg::FieldListMap fields = comment.fieldListMap();
+    for (const auto &[key, values] : fields) {
+        if (key != encoderKey) {
+            comment.removeFields(key);
+        }
+    }
+    comment.removeAllPictures();
+    file.removePictures();
+}
+
+bool addPicture(TagLib::FLAC::File &file, const QImage &image)
+{
+    if (image.isNull()) {
+        return true;
+    }
+    const QByteArray png = getBitmapDataForImage(image, "PNG");
+    if (png.isEmpty() || png.size() > longestBlock - pictureFieldsSize) {
+        qCWarning(xiphLog, "Picture too large for a FLAC file");
+        return false;
+    }
+    auto picture = std::make_unique<TagLib::FLAC::Picture>();
+    picture->setMimeType("image/png");
+    picture->setWidth(image.width());
+    picture->setHeight(image.height());
+    picture->setColorDepth(image.bitPlaneCount());
+    picture->setData(TagLib::ByteVector(png.constData(), static_cast<unsigned int>(png.size())));
+    file.addPicture(picture.release());
+    return true;
+}
+
+void writeCustomTags(XiphComment &comment, const TagsObject::CustomTags &tags)
+{
+    for (auto tag = tags.cbegin(); tag != tags.cend(); ++tag) {
+        if (tag.value().isEmpty()) {
+            continue;
+        }
+        qCInfo(xiphLog, "setting custom tag: %s %s", qUtf8Printable(tag.key()), qUtf8Printable(tag.value()));
+        try {
+            const String key = toTagLibString(tag.key());
+            writeField(comment, key, tag.value());
+            if (!comment.contains(key)) {
+                throw std::invalid_argument("not a field name");
+            }
+        } catch (const std::exception &) {
+            qCWarning(xiphLog, "Error setting custom tag: %s", qUtf8Printable(tag.key()));
+        }
+    }
+}
+
+} // namespace
+
+void readXiph(TagLib::FLAC::File &file, TagsObject &record)
+{
+    if (const XiphComment *comment = file.hasXiphComment() ? file.xiphComment() : nullptr) {
+        for (const FieldKey &row : fieldKeys) {
+            const QString text = joinedValues(*comment, row.key);
+            if (!text.isNull()) {
+                record.setText(row.field, text);
+            }
+        }
+        readDate(joinedValues(*comment, dateKey), record);
+        TagsObject::CustomTags customTags;
+        for (const auto &[key, values] : comment->fieldListMap()) {
+            if (!isKnown(key)) {
+                customTags.insert(fromTagLibString(key), fromTagLibString(values.toString(" ")));
+            }
+        }
+        record.setCustomTagsDictionary(customTags);
+    }
+    const auto pictures = file.pictureList();
+    if (!pictures.isEmpty()) {
+        const TagLib::ByteVector bytes = pictures.front()->data();
+        record.setEncodedAlbumArt({bytes.data(), static_cast<qsizetype>(bytes.size())});
+    }
+}
+
+bool writeXiph(TagLib::FLAC::File &file, const TagsObject &record, bool writeEmptyTags, QString &date)
+{
+    XiphComment &comment = *file.xiphComment(true);
+    if (writeEmptyTags) {
+        clearExceptEncoder(file, comment);
+    }
+    for (const FieldKey &row : fieldKeys) {
+        const QString text = record.text(row.field);
+        if (isToBeWritten(text, writeEmptyTags)) {
+            writeField(comment, row.key, text);
+        }
+    }
+    if (!addPicture(file, record.albumArt())) {
+        return false;
+    }
+    comment.addField(encoderKey, toTagLibString(QStringLiteral("Kruv %1").arg(shortVersion())), true);
+    writeCustomTags(comment, record.customTagsDictionary());
+    date = record.yearText().isEmpty() ? joinedValues(comment, dateKey) : joinedDate(record);
+    // metaflac sets the date once this is saved. With the field here already it finds room for it in place,
+    // and never has to rewrite the file.
+    writeField(comment, dateKey, date);
+    return comment.render(false).size() <= longestBlock;
+}
+
+} // namespace kruv

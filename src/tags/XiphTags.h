@@ -1,0 +1,19 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "tags/TagsObject.h"
+
+#include <flacfile.h>
+
+namespace kruv {
+
+/// Vorbis comment fields and picture blocks of a FLAC file.
+void readXiph(TagLib::FLAC::File &file, TagsObject &record);
+
+/// False when the tags don't fit into FLAC metadata blocks (16 MiB each). Sets `date` to what the file's DATE
+/// field is to be.
+bool writeXiph(TagLib::FLAC::File &file, const TagsObject &record, bool writeEmptyTags, QString &date);
+
+} // namespace kruv
