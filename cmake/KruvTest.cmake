@@ -15,6 +15,7 @@ function(kruv_add_test name)
   gtest_discover_tests(${name}
     DISCOVERY_MODE PRE_TEST
     PROPERTIES TIMEOUT 300
-    ENVIRONMENT "KRUV_RESOURCES=${KRUV_RESOURCES_DIR};QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;DBUS_SESSION_BUS_ADDRESS=disabled:")
+    ENVIRONMENT "KRUV_RESOURCES=${KRUV_RESOURCES_DIR};QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;DBUS_SESSION_BUS_ADDRESS=disabled:;TSAN_OPTIONS=${KRUV_TSAN_OPTIONS}")
 endfunction()
 include(GoogleTest)
+set(KRUV_TSAN_OPTIONS "suppressions=${CMAKE_SOURCE_DIR}/tests/support/tsan.supp")
