@@ -195,6 +195,7 @@ bool ChecksumTab::createFFP(const QStringList &flacFiles)
     m_writingFingerprints = true;
     const QStringList problems = FingerprintList::writeAtOnce(flacFiles, *place, preferences);
     m_writingFingerprints = false;
+    Q_EMIT fingerprintsWritten(*place, problems.isEmpty());
     if (!problems.isEmpty()) {
         host().userInterface().alert(QStringLiteral("The fingerprint list is not complete."),
                                      problems.join(u'\n'), acknowledgeButton());

@@ -45,6 +45,10 @@ public:
 
     static bool areAllSameDirectory(const QStringList &files);
 
+Q_SIGNALS:
+    /// A fingerprint list was made, which no job tells of.
+    void fingerprintsWritten(const QString &path, bool complete);
+
 private:
     using JobMaker = std::shared_ptr<KruvTask> (ChecksumTab::*)(const QString &,
                                                                 const std::shared_ptr<KruvTaskResults> &);

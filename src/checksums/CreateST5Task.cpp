@@ -109,7 +109,7 @@ void CreateST5Task::willEnd()
         m_complaints += QStringLiteral("The list %1 could not be written.\n").arg(m_outputPath);
         setError(true);
     }
-    results()->setResults(m_list + m_complaints, *this);
+    results()->setResults(m_complaints + m_list, *this);
 }
 
 void CreateST5Task::finalCleanup()

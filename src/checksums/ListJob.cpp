@@ -4,6 +4,7 @@
 #include "checksums/ListJob.h"
 
 #include "checksums/InParallel.h"
+#include "platform/MainThread.h"
 #include "tasks/TaskCompletionSink.h"
 #include "tasks/TextFile.h"
 
@@ -40,11 +41,16 @@ void ListJob::startTask()
 
 void ListJob::stopTask()
 {
-    if (!isReport() && !error()) {
-        results()->setHasResults(false);
-    }
-    KruvTask::stopTask();
-    notifyQueue();
+    // In one go on the main thread: jobs of a set that end at nearly the same time must not each find the set
+    // done and show its results.
+    MainThread::run([this] {
+        const bool endedBefore = isDone();
+        if ((!isReport() && !error()) || (endedBefore && results()->taskSetDone())) {
+            results()->setHasResults(false);
+        }
+        KruvTask::stopTask();
+        notifyQueue();
+    });
 }
 
 void ListJob::fail(const QString &line)

@@ -50,10 +50,6 @@ void VerifyListTask::cancelTask()
     }
     results()->setResults(firstLine() + QStringLiteral("Canceled\n"), *this);
     ListJob::cancelTask();
-    if (results()->taskSetDone()) {
-        // The report was shown; the work's own end, still to come, is not to show it again.
-        results()->setHasResults(false);
-    }
 }
 
 QList<ListText::Line> VerifyListTask::readList()
