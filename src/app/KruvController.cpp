@@ -10,6 +10,8 @@
 #include "lossless/DecodeTab.h"
 #include "lossless/EncodeTab.h"
 
+#include <utility>
+
 namespace kruv {
 
 namespace {
@@ -44,10 +46,10 @@ KruvController::KruvController(Preferences &preferences, UserInterface &userInte
     : m_preferences(preferences)
     , m_userInterface(userInterface)
     , m_taskQueue(preferences, userInterface, power)
+    , m_extensionMap(makeExtensionMap())
     , m_decodeTab(std::make_unique<DecodeTab>(*this))
     , m_encodeTab(std::make_unique<EncodeTab>(*this))
     , m_checksumTab(std::make_unique<ChecksumTab>(*this))
-    , m_extensionMap(makeExtensionMap())
 {
     addTab(*m_decodeTab);
     addTab(*m_encodeTab);
@@ -86,10 +88,10 @@ bool KruvController::isValidFile(const QString &tabLabel, const QString &path) c
     return !fileType.isEmpty() && listHas(tabLabel, fileType);
 }
 
-QStringList KruvController::getFiles(const QString &path) const
+QStringList KruvController::getFiles(const QString &path, const std::stop_token &stop)
 {
     QStringList files;
-    FolderWalk().walk(path, [&files](const QString &file) {
+    FolderWalk(stop).walk(path, [&files](const QString &file) {
         if (!PathNames::extension(file).isEmpty()) {
             files.append(file);
         }
@@ -103,19 +105,46 @@ bool KruvController::passesPreFilter(const QString &tabLabel, const QString &pat
            listHas(tabLabel, PathNames::fileType(path));
 }
 
+void KruvController::setIntakeInBackground(bool inBackground)
+{
+    m_intakeInBackground = inBackground;
+    for (BaseTab *each : std::as_const(m_tabMap)) {
+        each->setIntakeInBackground(inBackground);
+    }
+}
+
 void KruvController::addFiles(const QStringList &paths)
+{
+    const QString label = m_tabLabels.value(m_selectedTab);
+    if (!m_intakeInBackground) {
+        hand(expand(paths, label, {}), label);
+        return;
+    }
+    m_work.start([this, paths, label](const std::stop_token &stop) {
+        return [this, label, files = expand(paths, label, stop)] { hand(files, label); };
+    });
+}
+
+QStringList KruvController::expand(const QStringList &paths, const QString &label,
+                                   const std::stop_token &stop) const
 {
     QStringList files;
     for (const QString &path : paths) {
-        files.append(getFiles(path));
+        files.append(getFiles(path, stop));
     }
-    const QString label = m_tabLabels.value(m_selectedTab);
+    if (label != aboutLabel) {
+        files.removeIf([this, &label](const QString &path) { return !passesPreFilter(label, path); });
+    }
+    return files;
+}
+
+void KruvController::hand(const QStringList &files, const QString &label)
+{
     if (label == aboutLabel) {
         routeFromAbout(files);
-        return;
+    } else {
+        tab(label)->addFiles(files);
     }
-    files.removeIf([this, &label](const QString &path) { return !passesPreFilter(label, path); });
-    tab(label)->addFiles(files);
 }
 
 QString KruvController::labelForRoute(const QString &fileType) const

@@ -50,6 +50,14 @@ int reportParse(const CLI::App &app, const CLI::ParseError &result)
 
 } // namespace
 
+bool isCommand(const std::string &name)
+{
+    CLI::App app;
+    const auto verbs = makeVerbs(app);
+    return !app.get_subcommands([&name](const CLI::App *command) { return command->get_name() == name; })
+                .empty();
+}
+
 int run(int argc, char **argv)
 {
     CLI::App app("Kruv: converts, verifies and keeps collections of lossless audio.", "kruv");
