@@ -14,6 +14,7 @@
 #include "cli/UsageError.h"
 #include "cli/VerifyVerb.h"
 
+#include <exception>
 #include <memory>
 #include <vector>
 
@@ -77,6 +78,9 @@ int run(int argc, char **argv)
         return reportParse(app, result);
     } catch (const UsageError &problem) {
         Console::complain(QString::fromUtf8(problem.what()));
+    } catch (const std::exception &failure) {
+        Console::complain(QString::fromUtf8(failure.what()));
+        return Failure;
     }
     return Usage;
 }
