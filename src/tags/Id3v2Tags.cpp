@@ -103,6 +103,26 @@ void readPicture(const ID3v2::Tag &tag, TagsObject &record)
     }
 }
 
+/// In a tag of version 2.2 the library leaves the day and month apart from the date, and drops them on
+/// saving.
+void joinDayAndMonth(ID3v2::Tag &tag)
+{
+    const ID3v2::FrameList dayMonths = tag.frameList("TDA");
+    const String year = toTagLibString(frameText(tag, "TDRC"));
+    if (tag.header()->majorVersion() != 2 || dayMonths.isEmpty() || year.size() != 4) {
+        return;
+    }
+    const auto *frame = dynamic_cast<const ID3v2::UnknownFrame *>(dayMonths.front());
+    if (frame == nullptr || frame->data().size() < 5 || frame->data()[0] > String::UTF8 ||
+        frame->data()[0] < 0) {
+        return;
+    }
+    const String dayMonth(frame->data().mid(1), static_cast<String::Type>(frame->data()[0]));
+    if (dayMonth.size() == 4) {
+        tag.frameList("TDRC").front()->setText(year + "-" + dayMonth.substr(2) + "-" + dayMonth.substr(0, 2));
+    }
+}
+
 /// Puts one frame of that ID in place of all; an empty text leaves none.
 void replaceFrame(ID3v2::Tag &tag, const char *id, const QString &text, String::Type encoding)
 {
@@ -229,8 +249,9 @@ void useUtf8InId3v2()
     std::call_once(once, [] { ID3v2::FrameFactory::instance()->setDefaultTextEncoding(String::UTF8); });
 }
 
-void readId3v2(const TagLib::Tag &generic, const ID3v2::Tag &tag, TagsObject &record)
+void readId3v2(const TagLib::Tag &generic, ID3v2::Tag &tag, TagsObject &record)
 {
+    joinDayAndMonth(tag);
     readGenericTexts(generic, record);
     record.setComposerText(frameText(tag, "TCOM"));
     record.setAlbumArtistText(frameText(tag, "TPE2"));
@@ -245,6 +266,7 @@ void writeId3v2(TagLib::Tag &generic, ID3v2::Tag &tag, const TagsObject &record,
 {
     const String::Type encoding = dialect.textEncoding;
     keepRetiredFrames(tag);
+    joinDayAndMonth(tag);
     writeGenericText(generic, tag, record, TagField::Title, writeEmptyTags);
     writeGenericText(generic, tag, record, TagField::Album, writeEmptyTags);
     writeGenericText(generic, tag, record, TagField::Artist, writeEmptyTags);

@@ -24,7 +24,7 @@ inline constexpr Id3v2Dialect aiffDialect{TagLib::String::Latin1, false};
 void useUtf8InId3v2();
 
 /// Fills the record. `generic` is the file's tag as a whole, of which `tag` is a part.
-void readId3v2(const TagLib::Tag &generic, const TagLib::ID3v2::Tag &tag, TagsObject &record);
+void readId3v2(const TagLib::Tag &generic, TagLib::ID3v2::Tag &tag, TagsObject &record);
 
 void writeId3v2(TagLib::Tag &generic, TagLib::ID3v2::Tag &tag, const TagsObject &record,
                 const Id3v2Dialect &dialect, bool writeEmptyTags);

@@ -20,9 +20,7 @@ namespace {
 /// the rights of this process don't allow is left out.
 void copyAttributes(int from, int to)
 {
-    struct stat status
-    {
-    };
+    struct stat status;
     if (fstat(from, &status) == 0) {
         [[maybe_unused]] const int owned = fchown(to, status.st_uid, status.st_gid);
         fchmod(to, status.st_mode & 07777U);

@@ -9,7 +9,10 @@
 #include <QString>
 
 #include <memory>
-#include <tstring.h>
+
+namespace TagLib {
+class String;
+}
 
 namespace kruv {
 

@@ -48,7 +48,7 @@ TagLib::String toTagLibString(const QString &text)
 QString fromTagLibString(const TagLib::String &text)
 {
     const TagLib::ByteVector bytes = text.data(TagLib::String::UTF8);
-    return QString::fromUtf8(bytes.data(), bytes.size());
+    return bytes.isEmpty() ? QStringLiteral("") : QString::fromUtf8(bytes.data(), bytes.size());
 }
 
 bool readDate(const QString &text, TagsObject &record)

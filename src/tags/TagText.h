@@ -13,6 +13,7 @@ namespace kruv {
 
 // Text goes between the program and the tag library as UTF-8.
 TagLib::String toTagLibString(const QString &text);
+/// Never null.
 QString fromTagLibString(const TagLib::String &text);
 
 /// Sets the record's year, and where the text has five or more characters its month and day, from a date in

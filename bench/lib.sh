@@ -1,0 +1,30 @@
+# SPDX-FileCopyrightText: 2026 The Kruv developers
+# SPDX-License-Identifier: GPL-3.0-or-later
+# Shared by the benchmarks: sourced, not run.
+
+top=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+
+# seconds COMMAND...: wall time of one run, output thrown away.
+seconds() {
+    local start end
+    start=$(date +%s.%N)
+    "$@" >/dev/null 2>&1 </dev/null || { echo "bench: failed: $*" >&2; return 1; }
+    end=$(date +%s.%N)
+    awk -v a="$start" -v b="$end" 'BEGIN { printf "%.3f\n", b - a }'
+}
+
+# least TIMES BEFORE COMMAND...: the least wall time of several runs; BEFORE is a command run before each, not timed.
+least() {
+    local times=$1 before=$2
+    shift 2
+    for _ in $(seq "$times"); do
+        $before >/dev/null
+        seconds "$@"
+    done | sort -g | head -n 1
+}
+
+# compare NAME OURS RIVAL LIMIT: prints both times and their ratio against what is wanted.
+compare() {
+    awk -v name="$1" -v ours="$2" -v rival="$3" -v limit="$4" \
+        'BEGIN { printf "%-44s %9.3f s  rival %9.3f s  ratio %.3f (wanted: at most %s)\n", name, ours, rival, ours / rival, limit }'
+}

@@ -1,0 +1,60 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "tags/TagsObject.h"
+
+#include <QByteArray>
+#include <QImage>
+#include <QMap>
+#include <QString>
+#include <QStringList>
+#include <QTemporaryDir>
+
+#include <functional>
+#include <memory>
+#include <ostream>
+
+namespace kruv::test {
+
+/// A folder with one second of noise in each format, made on demand: audio("flac"). Removes itself.
+class AudioFolder
+{
+public:
+    /// Path of a new untagged file. Extensions: mp3, aiff, flac, ape, wv, tta. The .ape has no more than the
+    /// format's marker before its noise.
+    QString audio(const QString &extension, const QString &name = {}) const;
+    QString path(const QString &name) const { return m_folder.filePath(name); }
+
+private:
+    QTemporaryDir m_folder;
+};
+
+QByteArray readFile(const QString &path);
+void writeFile(const QString &path, const QByteArray &bytes);
+
+/// Runs a program of the system and returns what it printed on its standard output.
+QByteArray toolOutput(const QString &program, const QStringList &arguments);
+
+/// The tags of a file as ffprobe sees them. Keys in lower case.
+QMap<QString, QString> probedTags(const QString &path);
+/// MD5 of the decoded samples.
+QByteArray decodedDigest(const QString &path);
+
+/// Runs `body` in a child process that is not root, and tells whether it returned true.
+bool inUnprivilegedProcess(const std::function<bool()> &body);
+/// Runs `body` in a child process in which no file can grow beyond `bytes`, as on a full disk.
+bool withFileSizeLimit(qint64 bytes, const std::function<bool()> &body);
+
+/// A record with text in every field that ID3v2 and FLAC have.
+std::shared_ptr<TagsObject> fullRecord();
+QImage picture(const QColor &color, int width = 8, int height = 6);
+
+} // namespace kruv::test
+
+// Readable failures.
+inline void PrintTo(const QString &text, std::ostream *out)
+{
+    *out << (text.isNull() ? "(null)" : '"' + text.toStdString() + '"');
+}

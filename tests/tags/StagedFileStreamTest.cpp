@@ -1,0 +1,188 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "tags/StagedFileStream.h"
+
+#include "support/TaggedAudio.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QRandomGenerator>
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <tbytevector.h>
+#include <unistd.h>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace kruv {
+namespace {
+
+using TagLib::ByteVector;
+using test::readFile;
+using test::writeFile;
+
+class StagedFile : public testing::Test
+{
+protected:
+    StagedFile()
+    {
+        QFile::setPermissions(folder.path(), QFile::Permissions(0x7777));
+        for (int index = 0; index < 10'000; ++index) {
+            original.append(static_cast<char>(index * 7 % 251));
+        }
+        writeFile(path, original);
+    }
+
+    QStringList leftovers() const
+    {
+        return QDir(folder.path()).entryList(QDir::Files | QDir::Hidden | QDir::System);
+    }
+
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"file"_s);
+    QByteArray original;
+};
+
+ByteVector bytes(int size, char value = 'x')
+{
+    return {static_cast<unsigned int>(size), value};
+}
+
+TEST_F(StagedFile, BehavesLikeAByteArrayUnderAnyEdits)
+{
+    QRandomGenerator random(20261121);
+    for (int round = 0; round < 40; ++round) {
+        writeFile(path, original);
+        QByteArray model = original;
+        StagedFileStream stream(path);
+        for (int edit = 0; edit < 12; ++edit) {
+            const int start = random.bounded(static_cast<int>(model.size()) + 1);
+            const int length = random.bounded(600);
+            const QByteArray data(random.bounded(600), static_cast<char>('a' + edit));
+            const ByteVector tagData(data.constData(), static_cast<unsigned int>(data.size()));
+            switch (random.bounded(4)) {
+            case 0:
+                stream.insert(tagData, static_cast<unsigned long>(start), static_cast<unsigned long>(length));
+                model.replace(start, std::min<qsizetype>(length, model.size() - start), data);
+                break;
+            case 1:
+                stream.removeBlock(static_cast<unsigned long>(start), static_cast<unsigned long>(length));
+                model.remove(start, length);
+                break;
+            case 2:
+                stream.seek(start, TagLib::IOStream::Beginning);
+                stream.writeBlock(tagData);
+                model.replace(start, std::min<qsizetype>(data.size(), model.size() - start), data);
+                break;
+            default:
+                stream.truncate(stream.length() - length % 50);
+                model.chop(length % 50);
+            }
+            ASSERT_EQ(stream.length(), model.size());
+            stream.seek(start / 2, TagLib::IOStream::Beginning);
+            const ByteVector read = stream.readBlock(1000);
+            ASSERT_EQ(QByteArray(read.data(), static_cast<qsizetype>(read.size())),
+                      model.mid(start / 2, 1000));
+        }
+        EXPECT_EQ(readFile(path), original) << "nothing is written before commit()";
+        ASSERT_TRUE(stream.commit());
+        ASSERT_EQ(readFile(path), model) << "round " << round;
+    }
+    EXPECT_EQ(leftovers(), QStringList{u"file"_s});
+}
+
+TEST_F(StagedFile, ANewFileKeepsRightsAndSymbolicLink)
+{
+    const QString link = folder.filePath(u"link"_s);
+    ASSERT_TRUE(QFile::link(u"file"_s, link));
+    ASSERT_EQ(chmod(path.toUtf8().constData(), 0640), 0);
+    StagedFileStream stream(link);
+    stream.insert(bytes(100), 0, 0);
+    ASSERT_TRUE(stream.commit());
+
+    EXPECT_EQ(QFile::symLinkTarget(link), path);
+    EXPECT_EQ(readFile(path), QByteArray(100, 'x') + original);
+    struct stat status;
+    ASSERT_EQ(stat(path.toUtf8().constData(), &status), 0);
+    EXPECT_EQ(status.st_mode & 07777U, 0640U);
+}
+
+TEST_F(StagedFile, KeepsItsHardLinksWhenTheAudioStaysInPlace)
+{
+    const QString other = folder.filePath(u"other"_s);
+    ASSERT_EQ(link(path.toUtf8().constData(), other.toUtf8().constData()), 0);
+    StagedFileStream stream(path);
+    stream.insert(bytes(100), 0, 100);
+    stream.insert(bytes(300), 9'900, 100);
+    ASSERT_TRUE(stream.commit());
+    EXPECT_EQ(readFile(other), QByteArray(100, 'x') + original.mid(100, 9'800) + QByteArray(300, 'x'));
+}
+
+TEST_F(StagedFile, AFullDiskLeavesTheFileAsItWas)
+{
+    struct Edit
+    {
+        const char *what;
+        std::function<void(StagedFileStream &)> apply;
+    };
+    const Edit edits[] = {
+        {"new file", [](auto &stream) { stream.insert(bytes(5'000), 0, 0); }},
+        {"longer end",
+         [](auto &stream) {
+             stream.insert(bytes(50), 0, 50);
+             stream.insert(bytes(5'000), 9'990, 10);
+         }},
+    };
+    for (const Edit &edit : edits) {
+        EXPECT_TRUE(test::withFileSizeLimit(12'000, [&] {
+            StagedFileStream stream(path);
+            edit.apply(stream);
+            return !stream.commit();
+        })) << edit.what;
+        EXPECT_EQ(readFile(path), original) << edit.what;
+        EXPECT_EQ(leftovers(), QStringList{u"file"_s}) << edit.what;
+    }
+}
+
+TEST_F(StagedFile, InAReadOnlyFolderOnlyTheAudioMustStayInPlace)
+{
+    ASSERT_EQ(chmod(path.toUtf8().constData(), 0666), 0);
+    ASSERT_EQ(chmod(folder.path().toUtf8().constData(), 0555), 0);
+    EXPECT_TRUE(test::inUnprivilegedProcess([&] {
+        StagedFileStream stream(path);
+        stream.insert(bytes(100), 0, 0);
+        return !stream.commit();
+    }));
+    EXPECT_EQ(readFile(path), original);
+    EXPECT_TRUE(test::inUnprivilegedProcess([&] {
+        StagedFileStream stream(path);
+        stream.insert(bytes(100), 0, 100);
+        return stream.commit();
+    }));
+    EXPECT_EQ(readFile(path), QByteArray(100, 'x') + original.mid(100));
+    chmod(folder.path().toUtf8().constData(), 0755);
+}
+
+TEST_F(StagedFile, OpensRegularFilesOnly)
+{
+    EXPECT_FALSE(StagedFileStream(folder.path()).isOpen());
+    EXPECT_FALSE(StagedFileStream(folder.filePath(u"missing"_s)).isOpen());
+    const QString pipe = folder.filePath(u"pipe"_s);
+    ASSERT_EQ(mkfifo(pipe.toUtf8().constData(), 0600), 0);
+    EXPECT_FALSE(StagedFileStream(pipe).isOpen());
+}
+
+TEST_F(StagedFile, TakesTheLongestName)
+{
+    const QString longPath = folder.filePath(QString(255, u'n'));
+    writeFile(longPath, original);
+    StagedFileStream stream(longPath);
+    stream.insert(bytes(1), 0, 0);
+    EXPECT_TRUE(stream.commit());
+    EXPECT_EQ(readFile(longPath), 'x' + original);
+}
+
+} // namespace
+} // namespace kruv
