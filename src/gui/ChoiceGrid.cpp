@@ -19,6 +19,7 @@ ChoiceGrid::ChoiceGrid(ChoiceControl &control, const QString &name, QWidget *par
     setAccessibleName(name);
     auto *layout = new QGridLayout(this);
     layout->setContentsMargins({});
+    layout->setVerticalSpacing(6);
     const QStringList &titles = control.titles();
     for (int index = 0; index < titles.size(); ++index) {
         auto *button = new QRadioButton(titles[index], this);

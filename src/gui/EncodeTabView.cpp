@@ -6,6 +6,7 @@
 #include "gui/ChoiceGrid.h"
 #include "gui/LevelSlider.h"
 #include "gui/OptionColumn.h"
+#include "gui/QuietLabel.h"
 #include "lossless/EncodeTab.h"
 
 #include <QHBoxLayout>
@@ -33,9 +34,7 @@ void addLevel(QVBoxLayout *group, NumberControl &control, const QString &name,
 
 void addNote(QVBoxLayout *group, const QString &text)
 {
-    auto *note = new QLabel(text, group->parentWidget());
-    note->setForegroundRole(QPalette::PlaceholderText);
-    group->addWidget(note);
+    group->addWidget(new QuietLabel(text, group->parentWidget()));
 }
 
 } // namespace

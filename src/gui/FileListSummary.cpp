@@ -65,7 +65,8 @@ void FileListSummary::lookUpSizes()
 
 void FileListSummary::showSize(qint64 bytes)
 {
-    constexpr int decimals = 0;
+    constexpr qint64 gigabyte = 1'000'000'000;
+    const int decimals = bytes < gigabyte ? 0 : 1;
     setText(QStringLiteral("%1, %2").arg(
         countText(m_tab.fileList().count()),
         QLocale().formattedDataSize(bytes, decimals, QLocale::DataSizeSIFormat)));

@@ -6,6 +6,7 @@
 #include "app/BaseTab.h"
 #include "gui/Glyphs.h"
 #include "gui/NameWidth.h"
+#include "gui/QuietLabel.h"
 
 #include <QAction>
 #include <QHeaderView>
@@ -13,6 +14,8 @@
 #include <QMenu>
 #include <QPushButton>
 #include <QRubberBand>
+#include <QScrollBar>
+#include <QStyledItemDelegate>
 #include <QTreeView>
 #include <QVBoxLayout>
 
@@ -25,12 +28,40 @@ namespace {
 
 constexpr int narrowestColumn = 211;
 constexpr double columnMargin = 1.1;
-/// What is wider than this many views is cut in its middle instead of making the list scroll for ever.
-constexpr int mostViews = 2;
 
-QLabel *centered(const QString &text, QWidget *parent)
+/// A name that is wider than what shows of the column loses its middle, until a person scrolls sideways to
+/// read all of it.
+class FileNameDelegate : public QStyledItemDelegate
 {
-    auto *label = new QLabel(text, parent);
+public:
+    explicit FileNameDelegate(QTreeView *view)
+        : QStyledItemDelegate(view)
+        , m_view(view)
+    {
+    }
+
+    QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override
+    {
+        constexpr int roomAround = 6;
+        return QStyledItemDelegate::sizeHint(option, index) + QSize(0, roomAround);
+    }
+
+    void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override
+    {
+        QStyleOptionViewItem visible = option;
+        if (m_view->horizontalScrollBar()->value() == 0) {
+            visible.rect.setRight(std::min(visible.rect.right(), m_view->viewport()->rect().right()));
+        }
+        QStyledItemDelegate::paint(painter, visible, index);
+    }
+
+private:
+    QTreeView *m_view;
+};
+
+template <typename Label> Label *centered(const QString &text, QWidget *parent)
+{
+    auto *label = new Label(text, parent);
     label->setAlignment(Qt::AlignCenter);
     label->setWordWrap(true);
     return label;
@@ -73,12 +104,11 @@ QWidget *FileListView::makeEmptyPage(const QStringList &kinds)
     auto *icon = new QLabel(page);
     icon->setPixmap(glyphIcon(Glyph::DropFiles).pixmap(iconSize, QIcon::Disabled));
     icon->setAlignment(Qt::AlignCenter);
-    auto *invitation = centered(tr("Drop files or folders here"), page);
+    auto *invitation = centered<QLabel>(tr("Drop files or folders here"), page);
     QFont large = invitation->font();
     large.setPointSizeF(large.pointSizeF() * 1.25);
     invitation->setFont(large);
-    auto *types = centered(kindsText(kinds), page);
-    types->setForegroundRole(QPalette::PlaceholderText);
+    auto *types = centered<QuietLabel>(kindsText(kinds), page);
     types->setObjectName(QStringLiteral("emptyHint"));
     auto *add = new QPushButton(tr("Add Files…"), page);
     add->setObjectName(QStringLiteral("emptyAdd"));
@@ -102,6 +132,7 @@ void FileListView::makeList()
     m_list->setObjectName(QStringLiteral("fileList"));
     m_list->setAccessibleName(tr("Files"));
     m_list->setModel(&m_tab.fileList());
+    m_list->setItemDelegate(new FileNameDelegate(m_list));
     m_list->setHeaderHidden(true);
     m_list->setRootIsDecorated(false);
     m_list->setIndentation(0);
@@ -113,6 +144,10 @@ void FileListView::makeList()
     m_list->header()->setMinimumSectionSize(1);
     m_list->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(m_list, &QWidget::customContextMenuRequested, this, &FileListView::showContextMenu);
+
+    // Names change their shape when scrolling begins or ends.
+    connect(m_list->horizontalScrollBar(), &QScrollBar::valueChanged, m_list->viewport(),
+            qOverload<>(&QWidget::update));
 
     auto *remove = new QAction(tr("Delete selected file(s)"), m_list);
     remove->setObjectName(QStringLiteral("deleteSelected"));
@@ -137,8 +172,7 @@ void FileListView::showFittingPage()
 
 void FileListView::fitColumn()
 {
-    const int view = m_list->viewport()->width();
-    m_list->setColumnWidth(0, std::max(view, std::min(m_columnWidth, mostViews * view)));
+    m_list->setColumnWidth(0, std::max(m_list->viewport()->width(), m_columnWidth));
 }
 
 void FileListView::resizeEvent(QResizeEvent *event)

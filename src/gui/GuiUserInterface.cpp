@@ -9,6 +9,7 @@
 #include "gui/KruvTrimCharsPanel.h"
 #include "gui/OutputWindowController.h"
 #include "gui/PromptStyle.h"
+#include "gui/QueueProgress.h"
 #include "gui/StatusPanel.h"
 
 #include <QApplication>
@@ -62,6 +63,7 @@ void GuiUserInterface::attach(QWidget *mainWindow, KruvTaskQueue &queue)
 {
     m_mainWindow = mainWindow;
     m_queue = &queue;
+    m_progress = std::make_unique<QueueProgress>(queue, nullptr);
 }
 
 void GuiUserInterface::leave()
@@ -69,6 +71,7 @@ void GuiUserInterface::leave()
     m_statusPanelSoon.stop();
     m_queue = nullptr;
     m_statusPanel.reset();
+    m_progress.reset();
     const QWidgetList windows = QApplication::topLevelWidgets();
     for (QWidget *window : windows) {
         window->hide();
@@ -78,7 +81,7 @@ void GuiUserInterface::leave()
 StatusPanel *GuiUserInterface::statusPanel()
 {
     if (!m_statusPanel && m_queue) {
-        m_statusPanel = std::make_unique<StatusPanel>(*m_queue, m_preferences, m_mainWindow);
+        m_statusPanel = std::make_unique<StatusPanel>(*m_queue, *m_progress, m_preferences, m_mainWindow);
     }
     return m_statusPanel.get();
 }

@@ -19,6 +19,7 @@ namespace kruv {
 
 class KruvTaskQueue;
 class Preferences;
+class QueueProgress;
 class StatusPanel;
 
 /// Speaks to a person through windows and dialogs.
@@ -66,6 +67,7 @@ private:
     Preferences &m_preferences;
     QPointer<QWidget> m_mainWindow;
     KruvTaskQueue *m_queue = nullptr;
+    std::unique_ptr<QueueProgress> m_progress;
     std::unique_ptr<StatusPanel> m_statusPanel;
     // What the engine asks of the panel for each of thousands of jobs is done once per turn of the event
     // loop.

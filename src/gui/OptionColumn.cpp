@@ -16,7 +16,8 @@ namespace kruv {
 namespace {
 constexpr int columnWidth = 264; // device-independent pixels
 constexpr int indent = 10;
-constexpr int groupGap = 16;
+constexpr int groupGap = 18;
+constexpr int optionGap = 6;
 } // namespace
 
 OptionColumn::OptionColumn(QWidget *parent)
@@ -32,7 +33,7 @@ OptionColumn::OptionColumn(QWidget *parent)
     // The page behind shows through, whatever the style paints there.
     viewport()->setAutoFillBackground(false);
     m_column->setAutoFillBackground(false);
-    m_layout->setContentsMargins(4, 0, 4, 0);
+    m_layout->setContentsMargins(4, 2, 4, 2);
     m_layout->setSpacing(groupGap);
     m_layout->addStretch();
 }
@@ -55,6 +56,7 @@ QLabel *OptionColumn::addHeading(QVBoxLayout *group, const QString &title)
 QVBoxLayout *OptionColumn::addContents(QVBoxLayout *group)
 {
     auto *contents = new QVBoxLayout;
+    contents->setSpacing(optionGap);
     contents->setContentsMargins(indent, 2, 0, 0);
     group->addLayout(contents);
     return contents;
@@ -63,6 +65,7 @@ QVBoxLayout *OptionColumn::addContents(QVBoxLayout *group)
 QVBoxLayout *OptionColumn::addGroupLayout()
 {
     auto *group = new QVBoxLayout;
+    group->setSpacing(optionGap);
     m_layout->insertLayout(m_layout->count() - 1, group);
     return group;
 }
@@ -92,6 +95,7 @@ QVBoxLayout *OptionColumn::addPage(QStackedWidget *pages, const QString &title)
 {
     auto *page = new QWidget(pages);
     auto *outer = new QVBoxLayout(page);
+    outer->setSpacing(optionGap);
     outer->setContentsMargins({});
     addHeading(outer, title);
     QVBoxLayout *contents = addContents(outer);

@@ -9,6 +9,7 @@
 #include "gui/Glyphs.h"
 #include "gui/LevelSlider.h"
 #include "gui/PromptStyle.h"
+#include "gui/QuietLabel.h"
 
 #include <QActionGroup>
 #include <QCheckBox>
@@ -16,7 +17,6 @@
 #include <QFormLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
-#include <QLabel>
 #include <QLineEdit>
 #include <QSpinBox>
 #include <QThread>
@@ -181,6 +181,7 @@ void PreferencesController::fillGeneral(QWidget *pane)
     auto *threads = new QSpinBox(pane);
     threads->setObjectName(QStringLiteral("maxThreads"));
     Bindings::bind(m_maxThreads, threads);
+    threads->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     form->addRow(tr("&Jobs at once:"), threads);
     form->addRow(tr("Deleted originals:"),
                  new ChoiceGrid(m_trashOrDelete, QStringLiteral("trashOrDelete"), pane));
@@ -206,9 +207,7 @@ void PreferencesController::fillMetadata(QWidget *pane)
     auto *quality = new LevelSlider(
         m_lameQValue, QStringLiteral("lameQValue"), [](int value) { return QString::number(value); }, pane);
     form->addRow(tr("MP3 &quality:"), quality);
-    auto *note = new QLabel(tr("0 takes the most care and time, 9 the least."), pane);
-    note->setForegroundRole(QPalette::PlaceholderText);
-    form->addRow({}, note);
+    form->addRow({}, new QuietLabel(tr("0 takes the most care and time, 9 the least."), pane));
 }
 
 void PreferencesController::fillAdvanced(QWidget *pane)

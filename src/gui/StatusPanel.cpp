@@ -4,6 +4,7 @@
 #include "gui/StatusPanel.h"
 
 #include "app/Preferences.h"
+#include "gui/QueueProgress.h"
 #include "gui/StatusQueueCell.h"
 #include "gui/WindowPlace.h"
 #include "tasks/KruvTask.h"
@@ -27,12 +28,13 @@ constexpr QSize firstSize(420, 360);
 constexpr int outerMargin = 12;
 } // namespace
 
-StatusPanel::StatusPanel(KruvTaskQueue &queue, Preferences &preferences, QWidget *beside)
+StatusPanel::StatusPanel(KruvTaskQueue &queue, QueueProgress &progress, Preferences &preferences,
+                         QWidget *beside)
     : QWidget(nullptr, Qt::Window)
     , m_queue(queue)
+    , m_progress(progress)
     , m_preferences(preferences)
     , m_beside(beside)
-    , m_progress(queue, this)
     , m_table(new QListView(this))
     , m_text(new QLabel(this))
     , m_stopAll(new QPushButton(tr("&Stop All"), this))
@@ -47,7 +49,7 @@ StatusPanel::StatusPanel(KruvTaskQueue &queue, Preferences &preferences, QWidget
     layout->addWidget(m_table, 1);
     layout->addLayout(makeBar());
     resize(firstSize);
-    connect(&m_progress, &QueueProgress::changed, this, &StatusPanel::showProgress);
+    connect(&progress, &QueueProgress::changed, this, &StatusPanel::showProgress);
     connect(&queue.panelArray(), &QAbstractItemModel::modelReset, this, &StatusPanel::showProgress);
     showProgress();
 }

@@ -3,8 +3,6 @@
 
 #pragma once
 
-#include "gui/QueueProgress.h"
-
 #include <QWidget>
 
 class QLabel;
@@ -15,20 +13,19 @@ namespace kruv {
 
 class KruvTaskQueue;
 class Preferences;
+class QueueProgress;
 
 /// The window with a row for every job. It keeps its place from one busy period to the next.
 class StatusPanel : public QWidget
 {
     Q_OBJECT
 public:
-    /// Both must outlive the panel. `beside` is the window it opens beside for the first time.
-    StatusPanel(KruvTaskQueue &queue, Preferences &preferences, QWidget *beside);
+    /// All three must outlive the panel. `beside` is the window it opens beside for the first time.
+    StatusPanel(KruvTaskQueue &queue, QueueProgress &progress, Preferences &preferences, QWidget *beside);
 
     /// Shows the panel in front without taking the keyboard away from what a person types in.
     void bringToFront();
     void scrollTo(int row);
-
-    QueueProgress &progress() { return m_progress; }
 
 protected:
     void hideEvent(QHideEvent *event) override;
@@ -44,9 +41,9 @@ private:
     bool hasErrors() const;
 
     KruvTaskQueue &m_queue;
+    QueueProgress &m_progress;
     Preferences &m_preferences;
     QWidget *m_beside;
-    QueueProgress m_progress;
     QListView *m_table;
     QLabel *m_text;
     QPushButton *m_stopAll;

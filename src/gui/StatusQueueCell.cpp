@@ -105,6 +105,12 @@ StatusQueueCell::StatusQueueCell(QAbstractItemView *view)
     });
 }
 
+QRect StatusQueueCell::frameOf(const QStyleOptionViewItem &option)
+{
+    constexpr int roomOnTheLeft = 10;
+    return option.rect.adjusted(roomOnTheLeft, 0, 0, 0);
+}
+
 StatusQueueCell::Layout StatusQueueCell::layout(const QRect &frame, const QFont &font)
 {
     const int titleHeight = QFontMetrics(titleFont(font)).height();
@@ -132,13 +138,18 @@ void StatusQueueCell::paint(QPainter *painter, const QStyleOptionViewItem &optio
 {
     m_view->style()->drawPrimitive(QStyle::PE_PanelItemViewItem, &option, painter, m_view);
     const KruvTask &task = taskOf(index);
-    const Layout parts = layout(option.rect, option.font);
+    const Layout parts = layout(frameOf(option), option.font);
     paintTexts(*painter, option, parts, task);
     if (!task.progressIndicator().hidden) {
         paintBar(*painter, option.palette, parts.progressIndicator, task);
     }
     if (!task.cancelButton().hidden) {
         paintStopButton(*painter, option.palette, parts.cancelButton);
+    }
+    if (option.state.testFlag(QStyle::State_HasFocus)) {
+        QStyleOptionFocusRect focus;
+        focus.QStyleOption::operator=(option);
+        m_view->style()->drawPrimitive(QStyle::PE_FrameFocusRect, &focus, painter, m_view);
     }
 }
 
@@ -208,7 +219,7 @@ bool StatusQueueCell::editorEvent(QEvent *event, QAbstractItemModel *, const QSt
     }
     const auto *mouse = static_cast<QMouseEvent *>(event);
     KruvTask &task = taskOf(index);
-    const QRect button = layout(option.rect, option.font).cancelButton;
+    const QRect button = layout(frameOf(option), option.font).cancelButton;
     if (mouse->button() != Qt::LeftButton || task.cancelButton().hidden ||
         !button.adjusted(-2, -2, 2, 2).contains(mouse->pos())) {
         return false;
@@ -227,7 +238,7 @@ bool StatusQueueCell::helpEvent(QHelpEvent *event, QAbstractItemView *view,
         return QStyledItemDelegate::helpEvent(event, view, option, index);
     }
     const KruvTask &task = taskOf(index);
-    const QRect button = layout(option.rect, option.font).cancelButton;
+    const QRect button = layout(frameOf(option), option.font).cancelButton;
     const bool overButton = button.contains(event->pos()) && !task.cancelButton().hidden;
     const QString path = task.inputPath().isEmpty() ? task.title() : task.inputPath();
     QToolTip::showText(event->globalPos(), overButton ? QObject::tr("Cancel") : path, view);

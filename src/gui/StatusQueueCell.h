@@ -28,6 +28,8 @@ public:
 
     explicit StatusQueueCell(QAbstractItemView *view);
 
+    /// The cell's frame within its row.
+    static QRect frameOf(const QStyleOptionViewItem &option);
     static Layout layout(const QRect &frame, const QFont &font);
 
     void paint(QPainter *painter, const QStyleOptionViewItem &option,

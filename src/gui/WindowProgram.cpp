@@ -52,7 +52,6 @@ int run(int argc, char **argv, const QString &tab, const QStringList &paths)
     QApplication application(argc, argv);
     qInstallMessageHandler(usual);
     QApplication::setQuitOnLastWindowClosed(false);
-    QApplication::setApplicationDisplayName(QStringLiteral("Kruv"));
     QApplication::setDesktopFileName(QStringLiteral("kruv"));
 
     Preferences preferences(Preferences::userFile());
