@@ -4,17 +4,32 @@
 # kruv_add_test(<name> SOURCES <file>... LIBS <target>...)
 # One GoogleTest program; each of its cases becomes one CTest test. Tests find the tools in the build tree's
 # resources folder, use the offscreen platform and a UTF-8 locale, and never a desktop's session bus. Linking
-# kruv_test_support brings a main() with a QCoreApplication.
+# kruv_test_support brings a main() with a QCoreApplication. The case's label is "tools", "gui" or "engine", by its folder.
 function(kruv_add_test name)
   cmake_parse_arguments(ARG "" "" "SOURCES;LIBS" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE kruv_flags ${ARG_LIBS} GTest::gtest)
-  if(NOT "kruv_test_support" IN_LIST ARG_LIBS AND NOT KRUV_TEST_OWN_MAIN_${name})
+  if(NOT "kruv_test_support" IN_LIST ARG_LIBS)
     target_link_libraries(${name} PRIVATE GTest::gtest_main)
   endif()
-  gtest_discover_tests(${name}
-    DISCOVERY_MODE PRE_TEST
-    PROPERTIES TIMEOUT 300
-    ENVIRONMENT "KRUV_RESOURCES=${KRUV_RESOURCES_DIR};QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;DBUS_SESSION_BUS_ADDRESS=disabled:")
+  set(label engine)
+  if(CMAKE_CURRENT_SOURCE_DIR MATCHES "/tests/(tools|gui)(/|$)")
+    set(label ${CMAKE_MATCH_1})
+  endif()
+  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 300 LABELS ${label})
+  # Discovery takes a list apart on its way to the tests, so the environment is set when they are known.
+  set(environment_file ${CMAKE_CURRENT_BINARY_DIR}/${name}_environment.cmake)
+  file(WRITE ${environment_file}
+    "if(${name}_TESTS)\n"
+    "  set_tests_properties(\${${name}_TESTS} PROPERTIES ENVIRONMENT \"${KRUV_TEST_ENVIRONMENT}\")\n"
+    "endif()\n")
+  set_property(DIRECTORY APPEND PROPERTY TEST_INCLUDE_FILES ${environment_file})
 endfunction()
 include(GoogleTest)
+
+set(KRUV_TEST_ENVIRONMENT
+  KRUV_RESOURCES=${KRUV_RESOURCES_DIR}
+  QT_QPA_PLATFORM=offscreen
+  LC_ALL=C.UTF-8
+  DBUS_SESSION_BUS_ADDRESS=disabled:
+  TSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/support/tsan.supp)

@@ -1,19 +1,27 @@
 // SPDX-FileCopyrightText: 2026 The Kruv developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "LaunchArguments.h"
 #include "cli/Program.h"
+#ifdef KRUV_HAS_WINDOW
+#include "gui/WindowProgram.h"
+#else
+#include "cli/Console.h"
+#include "cli/ExitStatus.h"
+#endif
 
 #include <QCoreApplication>
+#include <QFile>
 
 #include <clocale>
 #include <cstdlib>
 #include <cstring>
-
 #include <langinfo.h>
 
 namespace {
 
-/// File names and tags are UTF-8 throughout; where the inherited locale is not, take one that is before Qt looks.
+/// File names and tags are UTF-8 throughout; where the inherited locale is not, take one that is before Qt
+/// looks.
 void ensureUtf8Locale()
 {
     std::setlocale(LC_CTYPE, "");
@@ -23,13 +31,34 @@ void ensureUtf8Locale()
     }
 }
 
+#ifdef KRUV_HAS_WINDOW
+int openWindow(int argc, char **argv, const kruv::LaunchArguments &launch)
+{
+    return kruv::WindowProgram::run(argc, argv, launch.tab, launch.paths);
+}
+#else
+int openWindow(int, char **, const kruv::LaunchArguments &)
+{
+    kruv::Console::complain(QStringLiteral("this build has no window; kruv --help shows the commands"));
+    return kruv::Usage;
+}
+#endif
+
 } // namespace
 
 int main(int argc, char **argv)
 {
     ensureUtf8Locale();
-    QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("kruv"));
     QCoreApplication::setApplicationVersion(QStringLiteral(KRUV_VERSION));
+    QStringList arguments;
+    for (int index = 1; index < argc; ++index) {
+        arguments.append(QFile::decodeName(argv[index]));
+    }
+    const auto launch = kruv::LaunchArguments::parse(arguments);
+    if (launch.opensWindow) {
+        return openWindow(argc, argv, launch);
+    }
+    const QCoreApplication application(argc, argv);
     return kruv::Program::run(argc, argv);
 }

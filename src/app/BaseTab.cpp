@@ -12,6 +12,9 @@
 #include <QDir>
 #include <QTimer>
 
+#include <memory>
+#include <utility>
+
 namespace kruv {
 
 namespace {
@@ -33,8 +36,8 @@ QString firstOf(const QStringList &names)
 /// One walk over what was handed in.
 struct BaseTab::Intake
 {
-    QStringList accepted;
-    QSet<QString> badExtensions;
+    FileList::Batch accepted;
+    QStringList badExtensions;
     int refused = 0;
     QStringList undecodable;
 };
@@ -48,38 +51,72 @@ BaseTab::BaseTab(const QString &label, TabHost &host)
 
 void BaseTab::addCheckedFiles(const QStringList &paths)
 {
-    if (m_fileList.add(paths) > 0) {
+    if (m_intakeInBackground) {
+        takeInBackground([paths](const std::stop_token &) {
+            return Intake{FileList::Batch(paths), {}, 0, {}};
+        });
+    } else if (m_fileList.add(paths) > 0) {
         filesAdded();
     }
 }
 
 void BaseTab::addFiles(const QStringList &paths)
 {
-    Intake intake;
-    FolderWalk walk;
+    if (!m_intakeInBackground) {
+        take(collect(paths, m_fileList.pathSet(), m_label, m_host, {}));
+        return;
+    }
+    takeInBackground([paths, listed = m_fileList.pathSet(), label = m_label, &host = std::as_const(m_host)](
+                         const std::stop_token &stop) { return collect(paths, listed, label, host, stop); });
+}
+
+void BaseTab::takeInBackground(std::function<Intake(std::stop_token)> collect)
+{
+    countIntakes(1);
+    m_work.start([this, collect = std::move(collect)](const std::stop_token &stop) {
+        auto intake = std::make_shared<Intake>(collect(stop));
+        return [this, intake] {
+            countIntakes(-1);
+            take(std::move(*intake));
+        };
+    });
+}
+
+void BaseTab::countIntakes(int change)
+{
+    m_intakes += change;
+    Q_EMIT takingInChanged();
+}
+
+BaseTab::Intake BaseTab::collect(const QStringList &paths, const QSet<QString> &listed, const QString &label,
+                                 const TabHost &host, const std::stop_token &stop)
+{
+    QStringList accepted;
+    QSet<QString> badExtensions;
+    int refused = 0;
+    FolderWalk walk(stop);
     for (const QString &path : paths) {
-        walk.walk(path, [this, &intake](const QString &file) {
-            if (m_fileList.contains(file)) {
+        walk.walk(path, [&](const QString &file) {
+            if (listed.contains(file)) {
                 return;
             }
-            if (m_host.isValidFile(m_label, file)) {
-                intake.accepted.append(file);
+            if (host.isValidFile(label, file)) {
+                accepted.append(file);
             } else {
-                intake.badExtensions.insert(PathNames::extension(file));
-                ++intake.refused;
+                badExtensions.insert(PathNames::extension(file));
+                ++refused;
             }
         });
     }
-    intake.undecodable = walk.undecodableNames();
-    take(intake);
+    return {FileList::Batch(accepted), badExtensions.values(), refused, walk.undecodableNames()};
 }
 
-void BaseTab::take(const Intake &intake)
+void BaseTab::take(Intake intake)
 {
-    m_fileList.add(intake.accepted);
+    m_fileList.add(std::move(intake.accepted));
     filesAdded();
     if (!intake.badExtensions.isEmpty()) {
-        Q_EMIT filesRefused(intake.badExtensions.values(), intake.refused);
+        Q_EMIT filesRefused(intake.badExtensions, intake.refused);
         if (m_alertsOfRefusedFiles && m_host.preferences().boolean(QStringLiteral("warnOnFilesSkipped"))) {
             showBadFileMessage(
                 m_fileList.isEmpty()
@@ -125,6 +162,8 @@ void BaseTab::addButtonClick()
 
 void BaseTab::clearFiles()
 {
+    m_work.abandon();
+    countIntakes(-m_intakes);
     m_fileList.clear();
 }
 

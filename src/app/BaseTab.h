@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "app/BackgroundWork.h"
 #include "app/FileList.h"
 #include "app/TabHost.h"
 
@@ -12,6 +13,7 @@
 #include <QStringList>
 
 #include <optional>
+#include <stop_token>
 
 namespace kruv {
 
@@ -28,6 +30,12 @@ public:
     FileList &fileList() { return m_fileList; }
     QStringList fileNames() const { return m_fileList.paths(); }
     const QString &pathToCommandLineTools() const { return m_pathToCommandLineTools; }
+
+    /// Whether folders are walked on the background pool, so that adding returns at once (the window), or on
+    /// the spot, so that it is done when it returns.
+    void setIntakeInBackground(bool inBackground) { m_intakeInBackground = inBackground; }
+    /// Whether files handed in are still on their way into the list.
+    bool isTakingIn() const { return m_intakes > 0; }
 
     /// Adds paths without any check of what they are.
     void addFile(const QString &path) { addCheckedFiles({path}); }
@@ -60,6 +68,7 @@ public:
     static QStringList getFilesFromOutputDirectory(const QString &folder, const QString &extension);
 
 Q_SIGNALS:
+    void takingInChanged();
     /// Files were refused at an intake, with their extensions ("" for none).
     void filesRefused(const QStringList &extensions, int count);
 
@@ -83,12 +92,19 @@ protected:
 
 private:
     struct Intake;
-    void take(const Intake &intake);
+    static Intake collect(const QStringList &paths, const QSet<QString> &listed, const QString &label,
+                          const TabHost &host, const std::stop_token &stop);
+    void take(Intake intake);
+    void takeInBackground(std::function<Intake(std::stop_token)> collect);
+    void countIntakes(int change);
 
     const QString m_label;
     TabHost &m_host;
     FileList m_fileList;
     const QString m_pathToCommandLineTools;
+    bool m_intakeInBackground = false;
+    int m_intakes = 0;
+    BackgroundWork m_work;
     bool m_alertsOfRefusedFiles = true;
 };
 

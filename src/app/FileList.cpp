@@ -8,6 +8,7 @@
 #include <QLocale>
 
 #include <algorithm>
+#include <iterator>
 
 namespace kruv {
 
@@ -22,12 +23,16 @@ QLocale sortingLocale()
 
 } // namespace
 
-FileList::FileList(QObject *parent)
-    : QAbstractListModel(parent)
-    , m_collator(sortingLocale())
+FileList::Batch::Batch(const QStringList &paths)
 {
-    m_collator.setNumericMode(true);
-    m_collator.setCaseSensitivity(Qt::CaseInsensitive);
+    QCollator collator(sortingLocale());
+    collator.setNumericMode(true);
+    collator.setCaseSensitivity(Qt::CaseInsensitive);
+    m_entries.reserve(static_cast<std::size_t>(paths.size()));
+    for (const QString &path : paths) {
+        m_entries.push_back({path, collator.sortKey(path)});
+    }
+    std::ranges::sort(m_entries, precedes);
 }
 
 int FileList::rowCount(const QModelIndex &parent) const
@@ -62,27 +67,28 @@ QStringList FileList::paths() const
 
 int FileList::add(const QStringList &paths)
 {
-    const int before = count();
-    beginResetModel();
-    m_entries.reserve(m_entries.size() + static_cast<std::size_t>(paths.size()));
-    for (const QString &path : paths) {
-        const qsizetype listed = m_paths.size();
-        m_paths.insert(path);
-        if (m_paths.size() > listed) {
-            m_entries.push_back({path, m_collator.sortKey(path)});
-        }
-    }
-    sort();
-    endResetModel();
-    return count() - before;
+    return add(Batch(paths));
 }
 
-void FileList::sort()
+int FileList::add(Batch batch)
 {
-    std::ranges::sort(m_entries, [](const Entry &one, const Entry &other) {
-        const int order = one.key.compare(other.key);
-        return order != 0 ? order < 0 : one.path < other.path;
+    std::erase_if(batch.m_entries, [this](const Entry &entry) {
+        const qsizetype listed = m_paths.size();
+        m_paths.insert(entry.path);
+        return m_paths.size() == listed;
     });
+    beginResetModel();
+    const auto before = static_cast<std::ptrdiff_t>(m_entries.size());
+    std::ranges::move(batch.m_entries, std::back_inserter(m_entries));
+    std::ranges::inplace_merge(m_entries, m_entries.begin() + before, precedes);
+    endResetModel();
+    return static_cast<int>(batch.m_entries.size());
+}
+
+bool FileList::precedes(const Entry &one, const Entry &other)
+{
+    const int order = one.key.compare(other.key);
+    return order != 0 ? order < 0 : one.path < other.path;
 }
 
 void FileList::removeRows(const QList<int> &rows)

@@ -18,7 +18,9 @@ class FileList : public QAbstractListModel
 {
     Q_OBJECT
 public:
-    explicit FileList(QObject *parent = nullptr);
+    class Batch;
+
+    using QAbstractListModel::QAbstractListModel;
 
     int rowCount(const QModelIndex &parent = {}) const override;
     QVariant data(const QModelIndex &index, int role) const override;
@@ -28,9 +30,12 @@ public:
     const QString &at(int row) const { return m_entries[static_cast<std::size_t>(row)].path; }
     bool contains(const QString &path) const { return m_paths.contains(path); }
     QStringList paths() const;
+    /// Shares its data with the list until that changes.
+    QSet<QString> pathSet() const { return m_paths; }
 
-    /// Adds those not yet listed and sorts once. Returns how many were added.
+    /// Adds those not yet listed. Returns how many were added.
     int add(const QStringList &paths);
+    int add(Batch batch);
     void removeRows(const QList<int> &rows);
     /// Removes every path whose extension is precisely `extension`, case included.
     void removeExtension(const QString &extension);
@@ -44,11 +49,22 @@ private:
         QString path;
         QCollatorSortKey key;
     };
-    void sort();
+    static bool precedes(const Entry &one, const Entry &other);
 
-    QCollator m_collator;
     std::vector<Entry> m_entries;
     QSet<QString> m_paths;
+};
+
+/// Paths made ready to be listed. Making it is the larger part of the work of adding many, and may be done on
+/// any thread.
+class FileList::Batch
+{
+public:
+    explicit Batch(const QStringList &paths);
+
+private:
+    friend class FileList;
+    std::vector<Entry> m_entries; // in list order
 };
 
 } // namespace kruv

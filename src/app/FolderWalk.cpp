@@ -64,7 +64,8 @@ void FolderWalk::walkFolder(const QByteArray &folder, const Visitor &visit)
     if (!stream || !m_visited->enter(dirfd(stream.get()))) {
         return;
     }
-    while (const dirent *entry = readdir(stream.get())) {
+    const dirent *entry = nullptr;
+    while (!m_stop.stop_requested() && (entry = readdir(stream.get())) != nullptr) {
         const std::string_view name(entry->d_name);
         if (name != "." && name != "..") {
             visitEntry(folder, entry->d_name, entry->d_type, visit);

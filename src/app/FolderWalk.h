@@ -8,6 +8,8 @@
 
 #include <functional>
 #include <memory>
+#include <stop_token>
+#include <utility>
 
 namespace kruv {
 
@@ -20,6 +22,12 @@ class FolderWalk
 public:
     using Visitor = std::function<void(const QString &path)>;
 
+    /// A walk whose `stop` is requested ends early.
+    explicit FolderWalk(std::stop_token stop = {})
+        : m_stop(std::move(stop))
+    {
+    }
+
     /// Calls `visit` for `path` itself when it is no folder, else for every file below it.
     void walk(const QString &path, const Visitor &visit);
 
@@ -30,6 +38,7 @@ private:
     void walkFolder(const QByteArray &folder, const Visitor &visit);
     void visitEntry(const QByteArray &folder, const char *name, unsigned char type, const Visitor &visit);
 
+    const std::stop_token m_stop;
     QStringList m_undecodableNames;
     class Visited;
     std::shared_ptr<Visited> m_visited;

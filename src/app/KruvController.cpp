@@ -10,6 +10,8 @@
 #include "lossless/DecodeTab.h"
 #include "lossless/EncodeTab.h"
 
+#include <utility>
+
 namespace kruv {
 
 namespace {
@@ -44,10 +46,10 @@ KruvController::KruvController(Preferences &preferences, UserInterface &userInte
     : m_preferences(preferences)
     , m_userInterface(userInterface)
     , m_taskQueue(preferences, userInterface, power)
+    , m_extensionMap(makeExtensionMap())
     , m_decodeTab(std::make_unique<DecodeTab>(*this))
     , m_encodeTab(std::make_unique<EncodeTab>(*this))
     , m_checksumTab(std::make_unique<ChecksumTab>(*this))
-    , m_extensionMap(makeExtensionMap())
 {
     addTab(*m_decodeTab);
     addTab(*m_encodeTab);
@@ -86,15 +88,20 @@ bool KruvController::isValidFile(const QString &tabLabel, const QString &path) c
     return !fileType.isEmpty() && listHas(tabLabel, fileType);
 }
 
-QStringList KruvController::getFiles(const QString &path) const
+KruvController::Intake KruvController::getFiles(const QStringList &paths, const std::stop_token &stop)
 {
-    QStringList files;
-    FolderWalk().walk(path, [&files](const QString &file) {
-        if (!PathNames::extension(file).isEmpty()) {
-            files.append(file);
-        }
-    });
-    return files;
+    Intake intake;
+    FolderWalk walk(stop);
+    for (const QString &path : paths) {
+        // A file that was named is a person's own choice, extension or not; only the tab may refuse it.
+        walk.walk(path, [&](const QString &file) {
+            if (file == path || !PathNames::extension(file).isEmpty()) {
+                intake.files.append(file);
+            }
+        });
+    }
+    intake.undecodable = walk.undecodableNames();
+    return intake;
 }
 
 bool KruvController::passesPreFilter(const QString &tabLabel, const QString &path) const
@@ -103,26 +110,44 @@ bool KruvController::passesPreFilter(const QString &tabLabel, const QString &pat
            listHas(tabLabel, PathNames::fileType(path));
 }
 
+void KruvController::setIntakeInBackground(bool inBackground)
+{
+    m_intakeInBackground = inBackground;
+    for (BaseTab *each : std::as_const(m_tabMap)) {
+        each->setIntakeInBackground(inBackground);
+    }
+}
+
 void KruvController::addFiles(const QStringList &paths)
 {
-    QStringList files;
-    FolderWalk walk;
-    for (const QString &path : paths) {
-        // A file that was named is a person's own choice, extension or not; only the tab may refuse it.
-        walk.walk(path, [&](const QString &file) {
-            if (file == path || !PathNames::extension(file).isEmpty()) {
-                files.append(file);
-            }
-        });
-    }
-    BaseTab::reportUndecodable(m_userInterface, walk.undecodableNames());
     const QString label = m_tabLabels.value(m_selectedTab);
-    if (label == aboutLabel) {
-        routeFromAbout(files);
+    if (!m_intakeInBackground) {
+        hand(expand(paths, label, {}), label);
         return;
     }
-    files.removeIf([this, &label](const QString &path) { return !passesPreFilter(label, path); });
-    tab(label)->addFiles(files);
+    m_work.start([this, paths, label](const std::stop_token &stop) {
+        return [this, label, intake = expand(paths, label, stop)] { hand(intake, label); };
+    });
+}
+
+KruvController::Intake KruvController::expand(const QStringList &paths, const QString &label,
+                                              const std::stop_token &stop) const
+{
+    Intake intake = getFiles(paths, stop);
+    if (label != aboutLabel) {
+        intake.files.removeIf([this, &label](const QString &path) { return !passesPreFilter(label, path); });
+    }
+    return intake;
+}
+
+void KruvController::hand(const Intake &intake, const QString &label)
+{
+    BaseTab::reportUndecodable(m_userInterface, intake.undecodable);
+    if (label == aboutLabel) {
+        routeFromAbout(intake.files);
+    } else {
+        tab(label)->addFiles(intake.files);
+    }
 }
 
 QString KruvController::labelForRoute(const QString &fileType) const

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "app/BackgroundWork.h"
 #include "app/BaseTab.h"
 #include "app/TabHost.h"
 #include "tasks/KruvTaskQueue.h"
@@ -12,7 +13,7 @@
 #include <QStringList>
 
 #include <memory>
-#include <vector>
+#include <stop_token>
 
 namespace kruv {
 
@@ -41,18 +42,20 @@ public:
     EncodeTab &encodeTab() { return *m_encodeTab; }
     ChecksumTab &checksumTab() { return *m_checksumTab; }
 
+    /// See BaseTab::setIntakeInBackground(); for every tab and for what the controller itself takes in.
+    void setIntakeInBackground(bool inBackground);
+
     /// Labels of the tab view in order; "about" is last and has no controller.
     const QStringList &tabLabels() const { return m_tabLabels; }
     /// The controller of a tab, or null for "about".
     BaseTab *tab(const QString &label) const { return m_tabMap.value(label); }
+    /// The file types a tab takes, in upper case; empty where it takes any.
+    QStringList acceptedTypes(const QString &label) const { return m_extensionMap.value(label); }
     int selectedTabViewItem() const { return m_selectedTab; }
     void selectTab(int index);
 
     /// Files that were opened with the application or dropped on it.
     void addFiles(const QStringList &paths);
-    /// Files with an extension below `path`, or `path` itself.
-    QStringList getFiles(const QString &path) const;
-
     /// Whether the application may quit; asks while the queue holds jobs.
     bool applicationShouldTerminate();
     bool windowShouldClose();
@@ -65,6 +68,15 @@ Q_SIGNALS:
 private:
     void addTab(BaseTab &tab);
     bool listHas(const QString &tabLabel, const QString &fileType) const;
+    struct Intake
+    {
+        QStringList files;
+        QStringList undecodable;
+    };
+    /// The named files, and the files with an extension below the named folders.
+    static Intake getFiles(const QStringList &paths, const std::stop_token &stop);
+    Intake expand(const QStringList &paths, const QString &label, const std::stop_token &stop) const;
+    void hand(const Intake &intake, const QString &label);
     bool passesPreFilter(const QString &tabLabel, const QString &path) const;
     void routeFromAbout(const QStringList &files);
     QString labelForRoute(const QString &fileType) const;
@@ -72,13 +84,15 @@ private:
     Preferences &m_preferences;
     UserInterface &m_userInterface;
     KruvTaskQueue m_taskQueue;
+    QHash<QString, QStringList> m_extensionMap;
     std::unique_ptr<DecodeTab> m_decodeTab;
     std::unique_ptr<EncodeTab> m_encodeTab;
     std::unique_ptr<ChecksumTab> m_checksumTab;
     QStringList m_tabLabels;
     QHash<QString, BaseTab *> m_tabMap;
-    QHash<QString, QStringList> m_extensionMap;
     int m_selectedTab = 0;
+    bool m_intakeInBackground = false;
+    BackgroundWork m_work;
 };
 
 } // namespace kruv

@@ -10,4 +10,9 @@ QString shortVersion()
     return QStringLiteral(KRUV_VERSION);
 }
 
+QString buildNumber()
+{
+    return QStringLiteral(KRUV_BUILD);
+}
+
 } // namespace kruv

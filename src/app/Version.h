@@ -9,5 +9,7 @@ namespace kruv {
 
 /// The application's short version, for example "1.0.0".
 QString shortVersion();
+/// Grows with every build that is given away.
+QString buildNumber();
 
 } // namespace kruv

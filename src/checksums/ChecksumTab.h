@@ -38,6 +38,16 @@ public:
     std::shared_ptr<KruvTask> verifyWavepack(const QString &file,
                                              const std::shared_ptr<KruvTaskResults> &results);
     std::shared_ptr<KruvTask> verifyTTA(const QString &file, const std::shared_ptr<KruvTaskResults> &results);
+    /// Null when the person cancels the save dialog. `sourceSave`: next to the files, where all lie in one
+    /// folder, without asking.
+    std::shared_ptr<KruvTask> createMD5(const QStringList &files, bool sourceSave);
+    std::shared_ptr<KruvTask> createST5(const QStringList &files, bool sourceSave);
+
+    static bool areAllSameDirectory(const QStringList &files);
+
+Q_SIGNALS:
+    /// A fingerprint list was made, which no job tells of.
+    void fingerprintsWritten(const QString &path, bool complete);
 
 private:
     using JobMaker = std::shared_ptr<KruvTask> (ChecksumTab::*)(const QString &,
@@ -45,11 +55,24 @@ private:
 
     void queueReports(JobMaker (*makerFor)(const QString &file));
     static JobMaker audioVerifier(const QString &file);
+    static JobMaker listVerifier(const QString &file);
+    template <class Job>
+    std::shared_ptr<KruvTask> verifyList(const QString &file,
+                                         const std::shared_ptr<KruvTaskResults> &results);
+
+    /// Files of the list whose type is one of `types`.
+    QStringList filesOfTypes(const QStringList &types);
+    /// False when the person cancelled and the files are to stay.
+    bool createList();
+    bool createFFP(const QStringList &flacFiles);
+    std::optional<QString> placeOfList(const QStringList &files, bool sourceSave, const QString &plainName,
+                                       const QString &extension);
     QString tool(const QString &name) const { return pathToCommandLineTools() + u'/' + name; }
 
     ChoiceControl m_commandOptions;
     ChoiceControl m_createChecksumOptions;
     ToggleControl m_sourceSaveButton;
+    bool m_writingFingerprints = false;
 };
 
 } // namespace kruv

@@ -14,8 +14,12 @@ QString fingerprint(const QString &path)
     NSTaskWrapperSync metaflac(toolPath(QStringLiteral("metaflac")), {QStringLiteral("--show-md5"), path});
     metaflac.runTask();
     const QString &output = metaflac.output();
-    return output.contains(u"FLAC__METADATA_CHAIN") ? output
-                                                    : PathNames::lastPathComponent(path) + u':' + output;
+    return isMetaflacError(output) ? output : PathNames::lastPathComponent(path) + u':' + output;
+}
+
+bool isMetaflacError(const QString &fingerprint)
+{
+    return fingerprint.contains(u"FLAC__METADATA_CHAIN");
 }
 
 } // namespace kruv

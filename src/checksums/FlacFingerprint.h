@@ -12,4 +12,7 @@ namespace kruv {
 /// thread.
 QString fingerprint(const QString &path);
 
+/// True for what metaflac says about a file that it can't read.
+bool isMetaflacError(const QString &fingerprint);
+
 } // namespace kruv

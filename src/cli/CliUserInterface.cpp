@@ -7,6 +7,7 @@
 #include "cli/UsageError.h"
 
 #include <QDir>
+#include <QFileInfo>
 
 namespace kruv {
 
@@ -73,7 +74,15 @@ QStringList CliUserInterface::chooseFiles(const QString &, const QString &)
 
 std::optional<QString> CliUserInterface::savePath(const QString &, const QString &, const QString &)
 {
-    throw UsageError(QStringLiteral("Say where to save the file."));
+    if (m_options.save.empty()) {
+        throw UsageError(QStringLiteral(
+            "Say where the file goes: --save FILE, or --beside-source where all sources lie in one folder."));
+    }
+    const QString path = QDir::cleanPath(QDir().absoluteFilePath(QString::fromStdString(m_options.save)));
+    if (QFileInfo::exists(path) && !m_options.overwrite) {
+        throw UsageError(QStringLiteral("%1 is there already. Add --overwrite to replace it.").arg(path));
+    }
+    return path;
 }
 
 std::optional<QString> CliUserInterface::enterText(const QString &title, const QString &, const QString &)

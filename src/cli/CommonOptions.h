@@ -13,6 +13,8 @@ struct CommonOptions
 {
     std::vector<std::string> paths;
     std::string output;
+    /// File that a list or a sheet is saved in.
+    std::string save;
     bool besideSource = false;
     bool deleteOriginals = false;
     bool overwrite = false;

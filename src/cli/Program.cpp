@@ -4,6 +4,7 @@
 #include "cli/Program.h"
 
 #include "app/Version.h"
+#include "cli/ChecksumCreateVerb.h"
 #include "cli/Console.h"
 #include "cli/DecodeVerb.h"
 #include "cli/DemoVerb.h"
@@ -27,7 +28,12 @@ std::vector<std::unique_ptr<Verb>> makeVerbs(CLI::App &app)
     std::vector<std::unique_ptr<Verb>> verbs;
     verbs.push_back(std::make_unique<EncodeVerb>(app));
     verbs.push_back(std::make_unique<DecodeVerb>(app));
-    verbs.push_back(std::make_unique<VerifyVerb>(app));
+    verbs.push_back(std::make_unique<VerifyVerb>(app, VerifyVerb::What::AudioAndLists));
+    CLI::App &checksum =
+        *app.add_subcommand("checksum", "Create or verify MD5, fingerprint and shntool lists");
+    checksum.require_subcommand(1);
+    verbs.push_back(std::make_unique<ChecksumCreateVerb>(checksum));
+    verbs.push_back(std::make_unique<VerifyVerb>(checksum, VerifyVerb::What::Lists));
     verbs.push_back(std::make_unique<ToolsVerb>(app));
     verbs.push_back(std::make_unique<DemoVerb>(app));
     return verbs;
@@ -48,6 +54,14 @@ int reportParse(const CLI::App &app, const CLI::ParseError &result)
 }
 
 } // namespace
+
+bool isCommand(const std::string &name)
+{
+    CLI::App app;
+    const auto verbs = makeVerbs(app);
+    return !app.get_subcommands([&name](const CLI::App *command) { return command->get_name() == name; })
+                .empty();
+}
 
 int run(int argc, char **argv)
 {

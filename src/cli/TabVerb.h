@@ -36,6 +36,10 @@ protected:
 
     const CommonOptions &options() const { return m_options; }
     bool &overwriteFlag() { return m_options.overwrite; }
+    bool &besideSourceFlag() { return m_options.besideSource; }
+    std::string &saveFlag() { return m_options.save; }
+    /// The command ends with the status of a failure, whatever its jobs say.
+    void setFailed() { m_failed = true; }
 
     /// Sets controls and runs commands through `queueRun`.
     virtual void runCommands(KruvController &controller, QueueRun &queueRun, const QStringList &paths) = 0;

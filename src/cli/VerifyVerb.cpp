@@ -5,23 +5,42 @@
 
 #include "app/KruvController.h"
 #include "checksums/ChecksumTab.h"
+#include "cli/QueueRun.h"
+#include "cli/UsageError.h"
+#include "cli/VerificationTally.h"
 
 namespace kruv {
 
-VerifyVerb::VerifyVerb(CLI::App &parent)
-    : TabVerb(parent, "verify", "Test audio files with their own codec")
+VerifyVerb::VerifyVerb(CLI::App &parent, What what)
+    : TabVerb(parent, "verify",
+              what == What::Lists ? "Verify checksum lists"
+                                  : "Test audio files with their own codec, and verify checksum lists")
+    , m_what(what)
 {
     declareCommonFlags();
-    app().footer("The report goes to standard output; the exit status is 1 when a file fails its test.\n"
-                 "Example: test every FLAC file below a folder\n"
+    app().footer("The report and the counts go to standard output; the exit status is 1 unless every file\n"
+                 "matched.\n"
+                 "Example: test every file, and every list, below a folder\n"
                  "  kruv verify ~/Music/Concerts");
 }
 
 void VerifyVerb::runCommands(KruvController &controller, QueueRun &queueRun, const QStringList &paths)
 {
     ChecksumTab &tab = controller.checksumTab();
-    tab.commandOptions().select(ChecksumTab::VerifyAudio);
+    VerificationTally tally(controller.taskQueue(), options().json);
+    if (m_what == What::AudioAndLists) {
+        tab.commandOptions().select(ChecksumTab::VerifyAudio);
+        runTab(tab, queueRun, paths);
+    }
+    tab.commandOptions().select(ChecksumTab::VerifyLists);
     runTab(tab, queueRun, paths);
+    if (queueRun.totals().all == 0) {
+        throw UsageError(QStringLiteral("verify: nothing in the given paths can be verified"));
+    }
+    tally.writeCounts();
+    if (!tally.allMatched()) {
+        setFailed();
+    }
 }
 
 } // namespace kruv

@@ -7,14 +7,19 @@
 
 namespace kruv {
 
-/// `kruv verify`: audio files by their own codec.
+/// `kruv verify`: audio files by their own codec, checksum lists as lists; and `kruv checksum verify`, which
+/// takes lists only.
 class VerifyVerb : public TabVerb
 {
 public:
-    explicit VerifyVerb(CLI::App &parent);
+    enum class What { AudioAndLists, Lists };
+    VerifyVerb(CLI::App &parent, What what);
 
 protected:
     void runCommands(KruvController &controller, QueueRun &queueRun, const QStringList &paths) override;
+
+private:
+    const What m_what;
 };
 
 } // namespace kruv

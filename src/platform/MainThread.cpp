@@ -3,10 +3,19 @@
 
 #include "platform/MainThread.h"
 
+#include "platform/Handover.h"
+
 #include <QCoreApplication>
 #include <QThread>
 
+#include <future>
+#include <memory>
+
 namespace kruv::MainThread {
+
+namespace {
+Handover handover;
+}
 
 bool isCurrent()
 {
@@ -15,16 +24,22 @@ bool isCurrent()
 
 void post(std::function<void()> work)
 {
-    QMetaObject::invokeMethod(QCoreApplication::instance(), std::move(work), Qt::QueuedConnection);
+    handover.put(std::move(work), [] {
+        QMetaObject::invokeMethod(
+            QCoreApplication::instance(), [] { handover.takeAndRun(); }, Qt::QueuedConnection);
+    });
 }
 
 void run(const std::function<void()> &work)
 {
     if (isCurrent()) {
         work();
-    } else {
-        QMetaObject::invokeMethod(QCoreApplication::instance(), work, Qt::BlockingQueuedConnection);
+        return;
     }
+    const auto task = std::make_shared<std::packaged_task<void()>>(work);
+    std::future<void> done = task->get_future();
+    post([task] { (*task)(); });
+    done.get();
 }
 
 } // namespace kruv::MainThread

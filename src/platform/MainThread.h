@@ -13,7 +13,8 @@ bool isCurrent();
 /// Queues `work` for the main thread's event loop and returns at once, also when called on the main thread.
 void post(std::function<void()> work);
 
-/// Runs `work` on the main thread and waits for it; calls it directly when already there.
+/// Runs `work` on the main thread and waits for it; calls it directly when already there. What `work` throws
+/// is thrown here.
 void run(const std::function<void()> &work);
 
 } // namespace kruv::MainThread

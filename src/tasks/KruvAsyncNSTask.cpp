@@ -151,13 +151,13 @@ void KruvAsyncNSTask::stopTask()
         finish();
         return;
     }
-    TaskPool::start([self = shared_from_this(), this] {
+    TaskPool::start([self = shared_from_this(), this]() mutable {
         try {
             cleanup();
         } catch (const std::exception &failure) {
             fail(QString::fromUtf8(failure.what()));
         }
-        MainThread::post([self, this] { finish(); });
+        MainThread::post([last = std::move(self), this] { finish(); });
     });
 }
 

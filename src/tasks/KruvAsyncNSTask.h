@@ -38,6 +38,8 @@ public:
     QString description() const override;
 
 protected:
+    /// What the next startTask() launches the tool with.
+    void setArguments(const QStringList &arguments) { m_arguments = arguments; }
     /// One piece of output, as one read returned it. Main thread.
     virtual void processTaskOutput(const QString &text);
     /// Runs once, when the tool has ended or a waiting job was cancelled, before anything else. Main thread.

@@ -92,20 +92,25 @@ void KruvTask::fail(const QString &reason)
 
 void KruvTask::failToStart(const QString &reason)
 {
-    fail(reason);
-    KruvTask::stopTask();
-    MainThread::post([self = shared_from_this()] { self->notifyQueue(); });
+    MainThread::post([self = shared_from_this(), this, reason] {
+        if (!m_done) {
+            fail(reason);
+            KruvTask::stopTask();
+            notifyQueue();
+        }
+    });
 }
 
 void KruvTask::runInBackground(std::function<void()> work)
 {
-    TaskPool::start([self = shared_from_this(), work = std::move(work)] {
+    TaskPool::start([self = shared_from_this(), work = std::move(work)]() mutable {
         try {
             work();
         } catch (const std::exception &failure) {
             self->fail(QString::fromUtf8(failure.what()));
             self->endAfterException();
         }
+        MainThread::post([last = std::move(self)] {}); // jobs end their lives where they began
     });
 }
 

@@ -20,9 +20,10 @@ class TaskCompletionSink;
 
 /// Base of every job: its status row, its outcome and the result set it writes into.
 ///
-/// Jobs are created, started and shown on the main thread and always live in a std::shared_ptr. Work on other
-/// threads writes the pending fields (`topTextFieldString`, `textFieldString`, `progressIndicatorValue`) and
-/// calls publish(), which has the main thread copy them into the row. Cancelling never sets `error`.
+/// Jobs are created, started, shown and destroyed on the main thread and always live in a std::shared_ptr.
+/// Work on other threads writes the pending fields (`topTextFieldString`, `textFieldString`,
+/// `progressIndicatorValue`) and calls publish(), which has the main thread copy them into the row.
+/// Cancelling never sets `error`.
 class KruvTask : public std::enable_shared_from_this<KruvTask>
 {
 public:
@@ -89,8 +90,8 @@ public:
     virtual QString inputPath() const { return {}; }
     virtual QString outputPath() const { return {}; }
 
-    /// Ends a job that could not be started: appends `reason`, marks it failed, and tells the queue through
-    /// the event loop, so that any number of instant failures needs no stack. Main thread.
+    /// Ends a job that could not be started: appends `reason`, marks it failed and tells the queue, all
+    /// through the event loop, so that any number of instant failures needs no stack. Main thread.
     void failToStart(const QString &reason);
 
 protected:

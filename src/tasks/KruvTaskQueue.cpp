@@ -131,14 +131,14 @@ try {
 void KruvTaskQueue::fillFreePlaces()
 {
     // A start never completes a job at once, so the map doesn't change below this walk.
-    for (auto entry = m_taskArray.begin(); entry != m_taskArray.end() && m_activeTask < m_maxThreads;
-         ++entry) {
-        const KruvTask &task = *entry->second.task;
-        if (!task.isActive() && !task.isDone()) {
+    auto entry = m_taskArray.lower_bound(m_firstWaiting);
+    for (; entry != m_taskArray.end() && m_activeTask < m_maxThreads; ++entry) {
+        if (!entry->second.started && !entry->second.task->isDone()) {
             startAndCount(entry->second);
             m_userInterface.showStatusPanel();
         }
     }
+    m_firstWaiting = entry == m_taskArray.end() ? m_nextTicket : entry->first;
 }
 
 void KruvTaskQueue::endBusyPeriod()

@@ -91,6 +91,7 @@ private:
     std::map<Ticket, Entry> m_taskArray; // in submission order
     std::unordered_map<const KruvTask *, Ticket> m_ticketOfTask;
     Ticket m_nextTicket = 0;
+    Ticket m_firstWaiting = 0; // nothing before it waits
     StatusTableModel m_panelArray;
 
     int m_activeTask = 0;  // what the limit is held against; see the class comment

@@ -3,6 +3,8 @@
 
 #include "tasks/TaskPool.h"
 
+#include "platform/Handover.h"
+
 #include <QCoreApplication>
 #include <QThreadPool>
 
@@ -23,11 +25,13 @@ QThreadPool &pool()
     return *instance;
 }
 
+Handover handover;
+
 } // namespace
 
 void start(std::function<void()> work)
 {
-    pool().start(std::move(work));
+    handover.put(std::move(work), [] { pool().start([] { handover.takeAndRun(); }); });
 }
 
 void drain()

@@ -53,8 +53,7 @@ bool isLaunchable(const QString &path)
 
 QString versionIn(const QString &output)
 {
-    static const QRegularExpression number(
-        QStringLiteral("(?<![\\d.])(\\d+(?:\\.\\d+)+[\\w.+-]*|\\d{8}\\b)"));
+    static const QRegularExpression number(QStringLiteral("\\bv?(\\d+(?:\\.\\d+)+[\\w.+-]*|\\d{8}\\b)"));
     return number.match(output).captured(1);
 }
 

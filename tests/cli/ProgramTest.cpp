@@ -109,7 +109,7 @@ bool runs(const QByteArray &process)
 
 TEST_F(Program, EachCommandExplainsItself)
 {
-    for (const char16_t *command : {u"encode", u"decode", u"verify", u"tools", u"demo"}) {
+    for (const char16_t *command : {u"encode", u"decode", u"verify", u"checksum", u"tools", u"demo"}) {
         const Outcome help = run({QStringView(command).toString(), u"--help"_s});
         EXPECT_EQ(help.status, 0);
         EXPECT_GT(help.out.size(), 150) << help.out.constData();
@@ -131,7 +131,7 @@ TEST_F(Program, WrongUsageIsOneHelpfulLine)
         QByteArray hint;
     };
     for (const Case &each :
-         {Case{{}, "subcommand"}, Case{{u"frob"_s}, "frob"},
+         {Case{{u"checksum"_s}, "subcommand"}, Case{{u"frob"_s}, "frob"},
           Case{{u"encode"_s, u"--to"_s, u"flac"_s}, "paths"},
           Case{{u"encode"_s, u"--beside-source"_s, a}, "--to"},
           Case{{u"encode"_s, u"--to"_s, u"mp9"_s, u"--beside-source"_s, a}, "it can be flac"},

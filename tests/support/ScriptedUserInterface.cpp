@@ -11,13 +11,14 @@ namespace kruv::test {
 
 namespace {
 
-template <typename Answer> Answer next(std::deque<Answer> &script, const QString &asked, Answer cancelled)
+template <typename Answer>
+Answer next(std::deque<Answer> &script, const QString &asked, const Answer &cancelled)
 {
     if (script.empty()) {
         ADD_FAILURE() << "no answer is scripted for: " << asked.toStdString();
-        return cancelled;
+        script.push_back(cancelled);
     }
-    Answer answer = std::move(script.front());
+    const Answer answer = script.front();
     script.pop_front();
     return answer;
 }

@@ -7,9 +7,15 @@
 
 namespace kruv::adapters {
 
-/// What `cdda2wav` is to be called with: a provider name behind "dev=" becomes the drive's device file, an
-/// empty one the only drive. What fits no drive, and every other device, stays as it is, so that the tool's
-/// own message names it.
-Arguments cdda2wavArguments(Arguments arguments, const std::vector<OpticalDrive> &drives);
+/// What a call of `cdda2wav` comes to.
+struct Cdda2wavPlan
+{
+    Arguments arguments;
+    std::string error; // not empty: don't run, say this
+};
+
+/// A provider name behind "dev=" becomes the drive's device file, an empty one the only drive; it is an error
+/// when no drive fits. Every other device stays as it is.
+Cdda2wavPlan planCdda2wav(Arguments arguments, const std::vector<OpticalDrive> &drives);
 
 } // namespace kruv::adapters

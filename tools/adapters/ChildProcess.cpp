@@ -4,7 +4,6 @@
 #include "ChildProcess.h"
 
 #include "File.h"
-#include "TextRemover.h"
 
 #include <array>
 #include <cerrno>
@@ -66,7 +65,7 @@ struct Relay
 {
     File source;
     int target;
-    TextRemover remover;
+    TextReplacer replacer;
 
     // False at the end of the stream; `broken` is set when nobody reads the target any more.
     bool passOn(bool &broken)
@@ -77,7 +76,7 @@ struct Relay
             return errno == EINTR;
         }
         const auto text =
-            count > 0 ? remover.feed({buffer.data(), static_cast<std::size_t>(count)}) : remover.flush();
+            count > 0 ? replacer.feed({buffer.data(), static_cast<std::size_t>(count)}) : replacer.flush();
         if (!broken && !writeAll(target, text)) {
             broken = errno == EPIPE;
         }
@@ -142,7 +141,7 @@ ChildProcess::ChildProcess(ChildCommand command)
 
 bool ChildProcess::run()
 {
-    const bool relayed = !m_command.hidden.empty();
+    const bool relayed = !m_command.replacements.empty();
     const bool joined = relayed && samePlace(STDOUT_FILENO, STDERR_FILENO);
     int output[2] = {-1, -1};
     int errors[2] = {-1, -1};
@@ -205,9 +204,9 @@ void ChildProcess::startChild(int outputPipe, int errorPipe) const
 void ChildProcess::relayOutput(int outputEnd, int errorEnd) const
 {
     std::vector<Relay> relays;
-    relays.push_back({File(outputEnd), STDOUT_FILENO, TextRemover(m_command.hidden)});
+    relays.push_back({File(outputEnd), STDOUT_FILENO, TextReplacer(m_command.replacements)});
     if (errorEnd >= 0) {
-        relays.push_back({File(errorEnd), STDERR_FILENO, TextRemover(m_command.hidden)});
+        relays.push_back({File(errorEnd), STDERR_FILENO, TextReplacer(m_command.replacements)});
     }
     // Ends with the tool, not with the last holder of the pipe: a helper it left behind must not hold us up.
     const File ending(static_cast<int>(syscall(SYS_pidfd_open, m_child, 0)));
@@ -241,7 +240,7 @@ void ChildProcess::relayOutput(int outputEnd, int errorEnd) const
         }
     }
     for (auto &relay : relays) {
-        writeAll(relay.target, relay.remover.flush());
+        writeAll(relay.target, relay.replacer.flush());
     }
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "Arguments.h"
+#include "TextReplacer.h"
 
 namespace kruv::adapters {
 
@@ -12,9 +13,8 @@ struct ChildCommand
     std::string program; // full path
     std::string name;    // argv[0], which the tool's messages begin with
     Arguments arguments;
-    std::string workingFolder; // empty: as it is
-    std::vector<std::string>
-        hidden; // texts to leave out of what the child prints; none: its output is not touched
+    std::string workingFolder;             // empty: as it is
+    std::vector<Replacement> replacements; // in what it prints; none: its output goes its own way
 };
 
 /// Replaces this process by `program`. Returns only on failure, with the exit status to end with (126 or
@@ -28,7 +28,7 @@ void catchSignals();
 /// Runs the child to its end, in a process group of its own.
 ///
 /// SIGTERM, SIGINT and SIGHUP that reach this process meanwhile are passed on to the whole group, so that the
-/// encoders a tool has started end with it. With `hidden` texts, standard output and standard error of the
+/// encoders a tool has started end with it. With `replacements`, standard output and standard error of the
 /// child go through here: each piece is passed on as it comes, in its order (through one pipe when both go to
 /// the same place).
 class ChildProcess

@@ -9,12 +9,14 @@
 #include "WavHeader.h"
 #include "WvunpackAdapter.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
+#include <csignal>
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
-#include <optional>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace kruv::adapters {
@@ -168,6 +170,42 @@ Arguments decoderCall(const std::string &format, const std::string &file, bool m
         return {"mac", name, "-", "-d"};
     }
     return {"ttaenc", "-d", "-o", "-", name};
+}
+
+std::string decodedStart(const std::string &file, const ToolFinder &finder)
+{
+    struct Magic
+    {
+        std::string_view bytes;
+        const char *format;
+    };
+    static constexpr std::array magics{Magic{"fLaC", "flac"}, Magic{"FORM", "aiff"}, Magic{"wvpk", "wv"},
+                                       Magic{"ajkg", "shn"},  Magic{"MAC ", "ape"},  Magic{"TTA1", "tta"}};
+    constexpr std::size_t enough = 65536;
+    auto start = readStart(file, enough);
+    const auto magic = std::find_if(magics.begin(), magics.end(),
+                                    [&start](const Magic &each) { return start.starts_with(each.bytes); });
+    if (magic == magics.end()) {
+        return start;
+    }
+    int ends[2];
+    const auto child = pipe2(ends, O_CLOEXEC) == 0 ? fork() : -1;
+    if (child < 0) {
+        return {};
+    }
+    if (child == 0) {
+        dup2(ends[1], STDOUT_FILENO);
+        dup2(open("/dev/null", O_WRONLY | O_CLOEXEC), STDERR_FILENO);
+        _exit(decode(magic->format, file, finder));
+    }
+    File output(ends[0]);
+    close(ends[1]);
+    start = readHeader(output.descriptor());
+    output.close(); // a decoder that waits for room in the pipe gets to its end
+    kill(child, SIGKILL);
+    while (waitpid(child, nullptr, 0) < 0 && errno == EINTR) {
+    }
+    return start;
 }
 
 int runPcmPipe(const Arguments &arguments, const ToolFinder &finder)

@@ -18,6 +18,10 @@ namespace kruv::adapters {
 /// Returns the exit status; where another program finishes the work it does not return.
 int runPcmPipe(const Arguments &arguments, const ToolFinder &finder);
 
+/// The start of `file` as a WAV: its header and a little audio, whatever the container is. Empty when nothing
+/// can decode it.
+std::string decodedStart(const std::string &file, const ToolFinder &finder);
+
 /// What has to run to decode `file`; an empty list when it is a WAV and nothing has to. The first word is the
 /// tool.
 Arguments decoderCall(const std::string &format, const std::string &file, bool madeFromOther, bool isWav);

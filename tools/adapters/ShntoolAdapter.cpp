@@ -144,6 +144,10 @@ ShntoolPlan planShntool(const Arguments &arguments, const ShntoolSurroundings &s
         if (option.hasValue) {
             plan.arguments.push_back(option.value);
         }
+        if (option.letter == 'f' && command->mode->name == "split") {
+            plan.pointsArgument = plan.arguments.size() - 1;
+            plan.splitSource = command->files.front();
+        }
     }
     if (!plan.folder.empty()) {
         plan.arguments.insert(plan.arguments.end(), {"-d", plan.folder});

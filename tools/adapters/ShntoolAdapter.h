@@ -39,9 +39,11 @@ struct ShntoolPlan
     std::string takenPrefix; // outputs that can't be named beforehand begin with this ...
     std::string takenSuffix; // ... and end with this
     std::vector<ShntoolStandIn> standIns;
-    bool replace = false;   // existing outputs are overwritten
-    bool oneResult = false; // all outputs or none
-    std::string error;      // not empty: don't run, say this
+    std::size_t pointsArgument = 0; // place of the split-point file; 0: none
+    std::string splitSource;        // the file to be split there
+    bool replace = false;           // existing outputs are overwritten
+    bool oneResult = false;         // all outputs or none
+    std::string error;              // not empty: don't run, say this
 
     bool runsAlone() const { return folderArgument == 0 && standIns.empty(); }
 };

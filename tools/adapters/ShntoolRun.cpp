@@ -5,8 +5,11 @@
 
 #include "ChildProcess.h"
 #include "File.h"
+#include "PcmPipe.h"
 #include "ScratchFolder.h"
 #include "ShntoolAdapter.h"
+#include "SplitPoints.h"
+#include "WavHeader.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -48,10 +51,11 @@ public:
     }
 
     // Empty on success; otherwise what went wrong before the tool could start.
-    std::string prepare()
+    std::string prepare(const ToolFinder &finder)
     {
-        const bool ready =
-            (m_plan.standIns.empty() || writeStandIns()) && (m_plan.folderArgument == 0 || makeStage());
+        const bool ready = (m_plan.standIns.empty() || writeStandIns()) &&
+                           (m_plan.folderArgument == 0 || makeStage()) &&
+                           (m_plan.pointsArgument == 0 || adaptSplitPoints(finder));
         return ready ? std::string() : strerror(errno);
     }
 
@@ -111,7 +115,8 @@ private:
             }
             m_command.arguments[standIn.argument] = path;
         }
-        m_command.hidden.insert(m_command.hidden.end(), {full, bare});
+        m_command.replacements.push_back({full, ""});
+        m_command.replacements.push_back({bare, ""});
         return true;
     }
 
@@ -134,11 +139,46 @@ private:
             return false;
         }
         m_command.arguments[m_plan.folderArgument] = m_stage->path();
-        m_command.hidden.push_back(m_stage->path().substr(m_stage->path().rfind('/')));
+        nameOutputsInMessages();
         if (!m_plan.replace) {
             reserveTakenNames();
         }
         return true;
+    }
+
+    bool adaptSplitPoints(const ToolFinder &finder)
+    {
+        constexpr std::size_t sizeLimit = 1 << 20;
+        const auto header = WavHeader::parse(decodedStart(m_plan.splitSource, finder));
+        const PcmLayout layout = header ? PcmLayout{header->rate, header->frameSize} : PcmLayout();
+        auto &file = m_command.arguments[m_plan.pointsArgument];
+        const auto points = layout.rate == 0 || layout.isCdLike()
+                                ? std::nullopt
+                                : splitPointsInBytes(readStart(file, sizeLimit), layout);
+        if (!points) {
+            return true;
+        }
+        constexpr mode_t ownerOnly = 0600;
+        m_points.emplace(ScratchFolder::temporaryParent());
+        file = m_points->path() + "/points";
+        const File target(open(file.c_str(), O_CREAT | O_WRONLY | O_CLOEXEC, ownerOnly));
+        return target && writeAll(target.descriptor(), *points);
+    }
+
+    // The messages are to show the names that the outputs will have.
+    void nameOutputsInMessages()
+    {
+        const auto stage = m_stage->path().substr(m_stage->path().rfind('/'));
+        m_command.replacements.push_back({stage, ""});
+        for (const auto &output : m_plan.outputs) {
+            const std::string shown(
+                baseName(m_plan.exactFile.empty() ? output.wantedName : m_plan.exactFile));
+            for (const auto &name : output.possibleNames) {
+                if (name != shown) {
+                    m_command.replacements.push_back({stage + "/" + name, std::string("/").append(shown)});
+                }
+            }
+        }
     }
 
     // Empty files under the names that are taken make the tool refuse them right away, in its own words.
@@ -188,6 +228,7 @@ private:
     ShntoolPlan m_plan;
     ChildCommand m_command;
     std::optional<ScratchFolder> m_standIns;
+    std::optional<ScratchFolder> m_points;
     std::optional<ScratchFolder> m_stage;
     Names m_reserved;
 };
@@ -220,7 +261,7 @@ int runShntool(const std::string &name, const Arguments &arguments, const ToolFi
     bool published = true;
     {
         ShntoolRun steps(name, std::move(plan), std::move(command));
-        if (const auto problem = steps.prepare(); !problem.empty()) {
+        if (const auto problem = steps.prepare(finder); !problem.empty()) {
             complain(baseName(name), "error: could not prepare the run: " + problem);
             return EXIT_FAILURE;
         }

@@ -16,6 +16,8 @@ constexpr unsigned extensibleTag = 0xFFFE;
 constexpr std::size_t plainFormatSize = 16;
 constexpr std::size_t extensibleFormatSize = 40;
 constexpr std::size_t channelsAt = 2;
+constexpr std::size_t rateAt = 4;
+constexpr std::size_t frameSizeAt = 12;
 constexpr std::size_t bitsAt = 14;
 constexpr std::size_t subFormatAt = 24;
 
@@ -65,6 +67,8 @@ std::optional<WavHeader> WavHeader::parse(std::string_view start)
         if (name == "fmt " && size >= plainFormatSize && at + size <= start.size()) {
             header.format = at;
             header.formatSize = size;
+            header.rate = number32(start, at + rateAt);
+            header.frameSize = number16(start, at + frameSizeAt);
         }
         at += size + size % 2;
     }

@@ -15,6 +15,8 @@ struct WavHeader
     std::size_t format = 0;     // data of the "fmt " chunk
     std::size_t formatSize = 0; // its size in bytes
     std::size_t data = 0;       // first byte of audio
+    unsigned rate = 0;          // frames per second
+    unsigned frameSize = 0;     // bytes
 
     /// Finds them in the first bytes of a file; nothing when these are no WAV, or end before the audio
     /// begins.

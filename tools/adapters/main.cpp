@@ -46,9 +46,6 @@ Arguments adaptedArguments(std::string_view tool, Arguments arguments)
     if (tool == "wvunpack") {
         return wvunpackArguments(std::move(arguments), fileExists, wavPackMadeFromOther);
     }
-    if (tool == "cdda2wav") {
-        return cdda2wavArguments(std::move(arguments), opticalDrives());
-    }
     return arguments;
 }
 
@@ -70,6 +67,14 @@ int run(const std::string &name, const Arguments &arguments)
     }
     if (tool == "mkisofs") {
         return runMkisofs(name, arguments, finder);
+    }
+    if (tool == "cdda2wav") {
+        const auto plan = planCdda2wav(arguments, opticalDrives());
+        if (!plan.error.empty()) {
+            complain(tool, plan.error);
+            return EXIT_FAILURE;
+        }
+        return execute({program, name, plan.arguments, {}, {}});
     }
     return execute({program, name, adaptedArguments(tool, arguments), {}, {}});
 }

@@ -1,0 +1,30 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "checksums/ListJob.h"
+
+#include <QStringList>
+
+namespace kruv {
+
+/// Writes one MD5 list over all its files, in their order.
+class CreateMD5Task : public ListJob
+{
+public:
+    CreateMD5Task(TaskCompletionSink *queue, const QStringList &files, const QString &outputPath);
+
+    QString outputPath() const override { return m_outputPath; }
+    /// True when every file lies in the folder of the first one; also for no files.
+    static bool areAllSameDirectory(const QStringList &files);
+
+private:
+    void doStartTask() override;
+    void doCreateMd5();
+
+    const QStringList m_files;
+    const QString m_outputPath;
+};
+
+} // namespace kruv

@@ -1,0 +1,122 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "checksums/CreateST5Task.h"
+
+#include "app/PathNames.h"
+#include "checksums/ListText.h"
+#include "checksums/ShntoolHash.h"
+#include "tasks/TextFile.h"
+
+#include <exception>
+
+namespace kruv {
+
+namespace {
+
+QStringList hashArguments(const QStringList &names)
+{
+    return QStringList{QStringLiteral("hash"), QStringLiteral("-m")} + names;
+}
+
+} // namespace
+
+CreateST5Task::CreateST5Task(TaskCompletionSink *queue, const QString &launchPath, const QStringList &files,
+                             const QString &outputPath)
+    : KruvAsyncNSTask(queue, launchPath, {})
+    , m_outputPath(outputPath)
+{
+    const QString folder = PathNames::folderOf(files.at(0));
+    QStringList names;
+    for (const QString &file : files) {
+        (PathNames::folderOf(file) == folder ? names : m_outsiders)
+            .append(PathNames::lastPathComponent(file));
+    }
+    setArguments(hashArguments(names));
+    setDirectory(folder);
+    m_runs = ShntoolHash::runs(names);
+    setTitle(QStringLiteral("Create ST5"));
+    setTextFieldString(title());
+    publish(&KruvTask::setTextFieldValue);
+}
+
+void CreateST5Task::startTask()
+{
+    m_list = ListText::st5Header();
+    appendResults(m_list);
+    for (const QString &name : m_outsiders) {
+        m_complaints += QStringLiteral("%1 is not in the list: it lies in another folder.\n").arg(name);
+        setError(true);
+    }
+    startNextRun();
+}
+
+void CreateST5Task::startNextRun()
+{
+    setArguments(hashArguments(m_runs.takeFirst()));
+    m_output = TerminalText();
+    KruvAsyncNSTask::startTask();
+}
+
+void CreateST5Task::processTaskOutput(const QString &text)
+{
+    m_output.append(text);
+    const QString &line = m_output.currentLine();
+    if (const auto percent = ShntoolHash::percentage(line)) {
+        setTopTextFieldString(QStringLiteral("Creating ST5: %1%").arg(*percent, 0, 'f', 6));
+        setProgressIndicatorValue(*percent);
+    }
+    if (const QString name = ShntoolHash::currentName(line); !name.isEmpty()) {
+        setTextFieldString(name);
+    }
+    publish(&KruvTask::setCombinedStatus);
+}
+
+void CreateST5Task::takeRunOutput()
+{
+    const QString text = m_output.text();
+    for (const QString &line : ShntoolHash::hashLines(text)) {
+        m_list += line + u'\n';
+    }
+    for (const QString &complaint : ShntoolHash::complaints(text)) {
+        m_complaints += complaint + u'\n';
+    }
+    m_output = TerminalText();
+}
+
+void CreateST5Task::stopTask()
+{
+    if (!isActive() || m_runs.isEmpty() || cancelled()) {
+        KruvAsyncNSTask::stopTask();
+        return;
+    }
+    takeRunOutput();
+    try {
+        startNextRun();
+    } catch (const std::exception &failure) {
+        m_runs.clear();
+        setError(true);
+        m_complaints += QString::fromUtf8(failure.what()) + u'\n';
+        KruvAsyncNSTask::stopTask();
+    }
+}
+
+void CreateST5Task::willEnd()
+{
+    takeRunOutput();
+    const bool anyHash = m_list.contains(ListText::st5Separator);
+    if (!cancelled() && (anyHash || !error()) && !TextFile::write(m_outputPath, m_list)) {
+        m_complaints += QStringLiteral("The list %1 could not be written.\n").arg(m_outputPath);
+        setError(true);
+    }
+    results()->setResults(m_complaints + m_list, *this);
+}
+
+void CreateST5Task::finalCleanup()
+{
+    if (!error()) {
+        results()->setHasResults(false);
+    }
+}
+
+} // namespace kruv

@@ -1,0 +1,41 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "lossless/TerminalText.h"
+#include "tasks/KruvAsyncNSTask.h"
+
+namespace kruv {
+
+/// Writes a list of the hashes that shntool makes of files' audio data. The tool names files by their last
+/// path component, so all of them have to lie in the first one's folder; others are left out, and said so.
+class CreateST5Task : public KruvAsyncNSTask
+{
+public:
+    /// `launchPath`: the shntool tool. `files` must not be empty.
+    CreateST5Task(TaskCompletionSink *queue, const QString &launchPath, const QStringList &files,
+                  const QString &outputPath);
+
+    void startTask() override;
+    void stopTask() override;
+    QString outputPath() const override { return m_outputPath; }
+
+protected:
+    void processTaskOutput(const QString &text) override;
+    void willEnd() override;
+    void finalCleanup() override;
+
+private:
+    void takeRunOutput();
+    void startNextRun();
+
+    const QString m_outputPath;
+    QList<QStringList> m_runs; // names still to hash, a list for each run of the tool
+    QStringList m_outsiders;
+    TerminalText m_output; // of the current run
+    QString m_list;
+    QString m_complaints;
+};
+
+} // namespace kruv

@@ -1,0 +1,174 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "checksums/FileHash.h"
+
+#include <QFile>
+
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <memory>
+#include <openssl/evp.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <vector>
+
+namespace kruv {
+
+namespace {
+
+/// Fits a processor's second-level cache, so that the digest reads what was just copied there.
+constexpr std::size_t pieceSize = 256 * 1024;
+/// How far the disk is kept ahead of the digest.
+constexpr off_t readAhead = 8 * 1024 * 1024;
+constexpr off_t readAheadStep = 1024 * 1024;
+
+using Context = std::unique_ptr<EVP_MD_CTX, decltype(&EVP_MD_CTX_free)>;
+
+const EVP_MD *digestOf(FileHash::Algorithm algorithm)
+{
+    switch (algorithm) {
+    case FileHash::Algorithm::MD5:
+        return EVP_md5();
+    case FileHash::Algorithm::SHA1:
+        return EVP_sha1();
+    case FileHash::Algorithm::SHA512:
+        return EVP_sha512();
+    }
+    return nullptr;
+}
+
+FileHash::Result failure(FileHash::Problem problem, const QString &message)
+{
+    return {QString(), problem, message};
+}
+
+FileHash::Result systemFailure(int error)
+{
+    const bool missing = error == ENOENT || error == ENOTDIR || error == ENAMETOOLONG || error == ELOOP;
+    return failure(missing ? FileHash::Problem::Missing : FileHash::Problem::Unreadable,
+                   QString::fromLocal8Bit(std::strerror(error)));
+}
+
+/// An open file that is read once from its start to its end.
+class SequentialFile
+{
+public:
+    explicit SequentialFile(const QByteArray &encodedPath)
+        // Not blocking: a pipe without a writer would never open, and some special files never answer.
+        : m_descriptor(open(encodedPath.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY))
+    {
+    }
+    ~SequentialFile()
+    {
+        if (m_descriptor >= 0) {
+            close(m_descriptor);
+        }
+    }
+    SequentialFile(const SequentialFile &) = delete;
+    SequentialFile &operator=(const SequentialFile &) = delete;
+
+    bool isOpen() const { return m_descriptor >= 0; }
+
+    bool isRegular()
+    {
+        struct stat status = {};
+        if (fstat(m_descriptor, &status) != 0 || !S_ISREG(status.st_mode)) {
+            return false;
+        }
+        m_size = status.st_size;
+        posix_fadvise(m_descriptor, 0, 0, POSIX_FADV_SEQUENTIAL);
+        return true;
+    }
+
+    /// Bytes read, 0 at the end, -1 with errno set on an error.
+    ssize_t read(std::vector<char> &piece)
+    {
+        askAhead();
+        ssize_t count = 0;
+        do {
+            count = ::read(m_descriptor, piece.data(), piece.size());
+        } while (count < 0 && errno == EINTR);
+        m_position += count > 0 ? count : 0;
+        return count;
+    }
+
+    double share() const
+    {
+        return m_size > 0 ? std::min(1.0, static_cast<double>(m_position) / static_cast<double>(m_size))
+                          : 1.0;
+    }
+
+private:
+    void askAhead()
+    {
+        while (m_asked < m_size && m_asked < m_position + readAhead) {
+            posix_fadvise(m_descriptor, m_asked, readAheadStep, POSIX_FADV_WILLNEED);
+            m_asked += readAheadStep;
+        }
+    }
+
+    const int m_descriptor;
+    off_t m_size = 0;
+    off_t m_position = 0;
+    off_t m_asked = 0;
+};
+
+QString hexadecimal(EVP_MD_CTX *context)
+{
+    unsigned char digest[EVP_MAX_MD_SIZE];
+    unsigned int length = 0;
+    EVP_DigestFinal_ex(context, digest, &length);
+    return QString::fromLatin1(
+        QByteArray(reinterpret_cast<const char *>(digest), static_cast<qsizetype>(length)).toHex());
+}
+
+QString digestAt(const QString &path, FileHash::Algorithm algorithm)
+{
+    return FileHash::hashOfFileAtPath(QFile::encodeName(path), algorithm).digest;
+}
+
+} // namespace
+
+QString FileHash::md5HashOfFileAtPath(const QString &path)
+{
+    return digestAt(path, Algorithm::MD5);
+}
+
+QString FileHash::sha1HashOfFileAtPath(const QString &path)
+{
+    return digestAt(path, Algorithm::SHA1);
+}
+
+QString FileHash::sha512HashOfFileAtPath(const QString &path)
+{
+    return digestAt(path, Algorithm::SHA512);
+}
+
+FileHash::Result FileHash::hashOfFileAtPath(const QByteArray &encodedPath, Algorithm algorithm,
+                                            const Observer &observer)
+{
+    SequentialFile file(encodedPath);
+    if (!file.isOpen()) {
+        return systemFailure(errno);
+    }
+    if (!file.isRegular()) {
+        return failure(Problem::NotAFile, QStringLiteral("not a regular file"));
+    }
+    const Context context(EVP_MD_CTX_new(), EVP_MD_CTX_free);
+    if (!context || EVP_DigestInit_ex(context.get(), digestOf(algorithm), nullptr) != 1) {
+        return failure(Problem::Unreadable, QStringLiteral("this digest is switched off on this system"));
+    }
+    thread_local std::vector<char> piece(pieceSize);
+    ssize_t count = 0;
+    while ((count = file.read(piece)) > 0) {
+        EVP_DigestUpdate(context.get(), piece.data(), static_cast<std::size_t>(count));
+        if (observer && !observer(file.share())) {
+            return failure(Problem::Stopped, QStringLiteral("stopped"));
+        }
+    }
+    return count < 0 ? systemFailure(errno) : Result{hexadecimal(context.get()), Problem::None, QString()};
+}
+
+} // namespace kruv

@@ -1,0 +1,133 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "checksums/VerifyFFPTask.h"
+
+#include "app/PathNames.h"
+#include "checksums/FlacFingerprint.h"
+#include "checksums/ListTool.h"
+#include "lossless/TerminalText.h"
+#include "platform/Resources.h"
+#include "tasks/ToolCatalog.h"
+#include "tasks/ToolOutput.h"
+
+#include <QFileInfo>
+
+#include <algorithm>
+
+namespace kruv {
+
+namespace {
+
+/// What the tool said last that tells something: its error, which the decoder's state follows.
+QString lastWords(const QString &text)
+{
+    const qsizetype error = text.lastIndexOf(u"ERROR");
+    const QString words = error < 0 ? text.sliced(text.lastIndexOf(u'\n') + 1) : text.sliced(error);
+    return words.section(u'\n', 0, 0).trimmed();
+}
+
+} // namespace
+
+/// One file that is decoded in test mode.
+struct VerifyFFPTask::Test
+{
+    Entry *entry = nullptr;
+    QString report;
+};
+
+VerifyFFPTask::VerifyFFPTask(TaskCompletionSink *queue, const QString &fileName,
+                             std::shared_ptr<KruvTaskResults> results)
+    : VerifyListTask(queue, fileName, std::move(results),
+                     {QStringLiteral("Verifying FFP"), QStringLiteral("FFP"), u";"})
+{
+}
+
+void VerifyFFPTask::prepare()
+{
+    ToolCatalog::requireLaunchable(toolPath(QStringLiteral("metaflac")));
+    ToolCatalog::requireLaunchable(toolPath(QStringLiteral("flac")));
+}
+
+VerifyListTask::Checked VerifyFFPTask::check(const ListText::Line &line, FileProgress &)
+{
+    const QStringList parts = line.text.split(u':');
+    const QString name = parts[0].trimmed();
+    const QString expected = name + u':' + parts.value(1).trimmed();
+    const QString label = shown(name);
+    const auto verdict = [&label](const QString &name, Outcome outcome, const QString &words) {
+        return Checked{{name, outcome, words}, QStringLiteral("%1 : %2\n").arg(label, words)};
+    };
+    const QString path = ListText::joined(folder(), name);
+    const QFileInfo file(path);
+    if (!isPossibleName(name)) {
+        return verdict(label, Outcome::Failed, QStringLiteral("did not match fingerprint file"));
+    }
+    if (file.exists() && !file.isFile()) {
+        return verdict(label, Outcome::Failed, QStringLiteral("not a regular file"));
+    }
+    showStatus(QStringLiteral("Verifying %1").arg(label));
+    const QString computed = fingerprint(path).trimmed();
+    if (isMetaflacError(computed)) {
+        return {{label, file.exists() ? Outcome::Failed : Outcome::Missing, computed},
+                QStringLiteral("%1 : %2\n").arg(computed, label)};
+    }
+    return expected == computed
+               ? verdict(name, Outcome::Matched, QStringLiteral("OK"))
+               : verdict(label, Outcome::Failed, QStringLiteral("did not match fingerprint file"));
+}
+
+QString VerifyFFPTask::afterwards(std::vector<Entry> &entries)
+{
+    std::vector<Test> tests;
+    for (Entry &entry : entries) {
+        if (entry.outcome == Outcome::Matched) {
+            tests.push_back({&entry, {}});
+        }
+    }
+    if (tests.empty()) {
+        return {};
+    }
+    std::ranges::sort(tests, {}, [](const Test &test) -> const QString & { return test.entry->name; });
+    showStatus(QStringLiteral("Verifying FLAC File"));
+    forEachFile(tests.size(),
+                [&](std::size_t index, FileProgress &progress) { test(tests[index], progress); });
+    QString report =
+        QStringLiteral("\nVerify Flac Files in %1\n").arg(PathNames::lastPathComponent(folder()));
+    for (const Test &each : tests) {
+        report += each.report;
+    }
+    return report;
+}
+
+void VerifyFFPTask::test(Test &test, FileProgress &progress)
+{
+    const QString name = PathNames::lastPathComponent(test.entry->name);
+    TerminalText screen;
+    const auto read = [&](const QString &piece) {
+        screen.append(piece);
+        const QStringView line = screen.currentLine();
+        const qsizetype update = line.lastIndexOf(u"testing, ");
+        if (update >= 0) {
+            const double percent = ToolOutput::leadingNumber(line.sliced(update + 9));
+            setTopTextFieldString(
+                QStringLiteral("Verifying %1: %2%").arg(name, QString::number(percent, 'f', 6)));
+            progress.set(percent / 100.0);
+        }
+        return !cancelled();
+    };
+    const int status =
+        ListTool::run(toolPath(QStringLiteral("flac")),
+                      {QStringLiteral("-t"), ListText::joined(folder(), test.entry->name)}, QString(), read);
+    const QString text = screen.text().trimmed();
+    if (status == 0 && text.endsWith(u"ok")) {
+        test.report = QStringLiteral("%1: testing, 100% complete\n").arg(name);
+        return;
+    }
+    const QString last = lastWords(text);
+    test.entry->outcome = cancelled() ? Outcome::Unchecked : Outcome::Failed;
+    test.entry->message = last;
+    test.report = QStringLiteral("%1: %2\n").arg(name, last);
+}
+
+} // namespace kruv

@@ -1,0 +1,21 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "checksums/VerifyListTask.h"
+
+namespace kruv {
+
+/// Verifies an MD5 list, its own or one of md5sum -b.
+class VerifyMD5Task : public VerifyListTask
+{
+public:
+    VerifyMD5Task(TaskCompletionSink *queue, const QString &fileName,
+                  std::shared_ptr<KruvTaskResults> results);
+
+private:
+    Checked check(const ListText::Line &line, FileProgress &progress) override;
+};
+
+} // namespace kruv

@@ -1,0 +1,82 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "checksums/VerifyST5Task.h"
+
+#include "app/PathNames.h"
+#include "checksums/ListTool.h"
+#include "checksums/ShntoolHash.h"
+#include "lossless/TerminalText.h"
+#include "platform/Resources.h"
+#include "tasks/ToolCatalog.h"
+
+#include <QFileInfo>
+
+namespace kruv {
+
+namespace {
+
+QString shntool()
+{
+    return toolPath(QStringLiteral("shntool"));
+}
+
+/// The tool's hash line for one file; older versions leave the name off.
+QString computedLine(const QString &output, const QString &name)
+{
+    const QString line = ShntoolHash::hashLines(output).join(u'\n');
+    return (line.endsWith(ListText::st5Separator.toString() + name) ? line : line + name).trimmed();
+}
+
+} // namespace
+
+VerifyST5Task::VerifyST5Task(TaskCompletionSink *queue, const QString &fileName,
+                             std::shared_ptr<KruvTaskResults> results)
+    : VerifyListTask(queue, fileName, std::move(results),
+                     {QStringLiteral("Verigying ST5 File"), QStringLiteral("ST5"), u";"})
+{
+}
+
+void VerifyST5Task::prepare()
+{
+    ToolCatalog::requireLaunchable(shntool());
+}
+
+VerifyListTask::Checked VerifyST5Task::check(const ListText::Line &line, FileProgress &progress)
+{
+    const QString stored = line.text.trimmed();
+    const qsizetype separator = stored.indexOf(ListText::st5Separator);
+    const QString listed =
+        separator < 0 ? QString() : stored.sliced(separator + ListText::st5Separator.size());
+    const QString name = PathNames::lastPathComponent(listed);
+    const QString label = shown(name.isEmpty() ? stored : name);
+    const auto verdict = [&label](Outcome outcome, const QString &words) {
+        return Checked{{label, outcome, words}, QStringLiteral("%1 : %2\n").arg(label, words)};
+    };
+    const QString mismatch = QStringLiteral("did not match shntool md5 file");
+    if (!isPossibleName(name)) {
+        return verdict(Outcome::Failed, mismatch);
+    }
+    const QFileInfo file(ListText::joined(folder(), name));
+    if (file.exists() && !file.isFile()) {
+        return verdict(Outcome::Failed, QStringLiteral("not a regular file"));
+    }
+    TerminalText screen;
+    const auto read = [&](const QString &piece) {
+        screen.append(piece);
+        if (const auto percent = ShntoolHash::percentage(screen.currentLine())) {
+            progress.set(*percent / 100.0);
+            setTopTextFieldString(QStringLiteral("Verifying: %1%").arg(progressIndicatorValue(), 0, 'f', 6));
+        }
+        return !cancelled();
+    };
+    ListTool::run(shntool(), {QStringLiteral("hash"), name}, folder(), read);
+    const QString complaints = ShntoolHash::complaints(screen.text()).join(u'\n');
+    if (complaints.contains(u"warning")) {
+        return verdict(file.exists() ? Outcome::Failed : Outcome::Missing, complaints);
+    }
+    return computedLine(screen.text(), name) == stored ? verdict(Outcome::Matched, QStringLiteral("OK"))
+                                                       : verdict(Outcome::Failed, mismatch);
+}
+
+} // namespace kruv

@@ -1,0 +1,64 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "cli/ChecksumCreateVerb.h"
+
+#include "app/KruvController.h"
+#include "checksums/ChecksumTab.h"
+#include "cli/Console.h"
+#include "cli/JsonReporter.h"
+#include "cli/QueueRun.h"
+#include "cli/UsageError.h"
+
+#include <QJsonObject>
+
+namespace kruv {
+
+ChecksumCreateVerb::ChecksumCreateVerb(CLI::App &parent)
+    : TabVerb(parent, "create", "Write a checksum list over audio files")
+{
+    declareCommonFlags();
+    app()
+        .add_option("-k,--kind", m_kind, "md5 (of the files), ffp (of FLAC audio) or st5 (of any audio)")
+        ->required()
+        ->type_name("KIND");
+    auto *save = app().add_option("-s,--save", saveFlag(), "File that the list is saved in");
+    save->type_name("FILE");
+    app()
+        .add_flag("--beside-source", besideSourceFlag(),
+                  "Save the list next to its files, under its usual name")
+        ->excludes(save);
+    app().add_flag("--overwrite", overwriteFlag(), "Replace the file that --save names");
+    app().footer("Example: an MD5 list over a folder and its subfolders, saved in the folder\n"
+                 "  kruv checksum create --kind md5 --save ~/Concert/concert.md5 ~/Concert");
+}
+
+void ChecksumCreateVerb::runCommands(KruvController &controller, QueueRun &queueRun, const QStringList &paths)
+{
+    ChecksumTab &tab = controller.checksumTab();
+    const QString kind = QString::fromStdString(m_kind);
+    if (!tab.createChecksumOptions().selectTitle(kind.toUpper())) {
+        throw UsageError(QStringLiteral("--kind %1: no such kind; it can be md5, ffp or st5").arg(kind));
+    }
+    bool written = false;
+    QObject::connect(&tab, &ChecksumTab::fingerprintsWritten, &queueRun,
+                     [&](const QString &path, bool complete) {
+                         written = true;
+                         if (options().json) {
+                             JsonReporter::writeLine({{QStringLiteral("event"), QStringLiteral("written")},
+                                                      {QStringLiteral("output"), path},
+                                                      {QStringLiteral("complete"), complete}});
+                         } else if (complete && !options().quiet) {
+                             Console::writeError(QStringLiteral("done %1\n").arg(Console::printable(path)));
+                         }
+                     });
+    tab.commandOptions().select(ChecksumTab::CreateList);
+    tab.sourceSaveButton().setOn(options().besideSource);
+    runTab(tab, queueRun, paths);
+    if (!written && queueRun.totals().all == 0) {
+        throw UsageError(
+            QStringLiteral("checksum create: no file in the given paths goes into a list of this kind"));
+    }
+}
+
+} // namespace kruv

@@ -1,0 +1,39 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "gui/ChecksumTabView.h"
+
+#include "checksums/ChecksumTab.h"
+#include "gui/ChoiceGrid.h"
+#include "gui/OptionColumn.h"
+
+#include <QVBoxLayout>
+
+namespace kruv {
+
+ChecksumTabView::ChecksumTabView(ChecksumTab &tab, const QStringList &kinds, QWidget *parent)
+    : TabView(tab, kinds, parent)
+{
+    QVBoxLayout *command = options().addGroup(tr("Command"));
+    command->addWidget(
+        new ChoiceGrid(tab.commandOptions(), QStringLiteral("Command"), command->parentWidget()));
+
+    QVBoxLayout *list = options().addGroup(tr("Checksum file"));
+    auto *kind = new ChoiceGrid(tab.createChecksumOptions(), QStringLiteral("Kind of checksum file"),
+                                list->parentWidget());
+    QSizePolicy policy = kind->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    kind->setSizePolicy(policy);
+    list->addWidget(kind);
+    OptionColumn::addToggle(list, tab.sourceSaveButton(), tr("&Next to the source files"),
+                            QStringLiteral("sourceSaveButton"), tr("Otherwise a place is asked for"));
+
+    const auto nameCommand = [this, &tab] {
+        setCommand(tab.commandOptions().selectedRow() == ChecksumTab::CreateList ? tr("Cr&eate list")
+                                                                                 : tr("V&erify"));
+    };
+    connect(&tab.commandOptions(), &Control::changed, this, nameCommand);
+    nameCommand();
+}
+
+} // namespace kruv

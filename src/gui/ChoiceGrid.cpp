@@ -1,0 +1,52 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "gui/ChoiceGrid.h"
+
+#include "app/Controls.h"
+#include "gui/Follow.h"
+
+#include <QGridLayout>
+#include <QRadioButton>
+
+namespace kruv {
+
+ChoiceGrid::ChoiceGrid(ChoiceControl &control, const QString &name, QWidget *parent)
+    : QWidget(parent)
+    , m_control(control)
+{
+    setObjectName(name);
+    setAccessibleName(name);
+    auto *layout = new QGridLayout(this);
+    layout->setContentsMargins({});
+    layout->setVerticalSpacing(6);
+    const QStringList &titles = control.titles();
+    for (int index = 0; index < titles.size(); ++index) {
+        auto *button = new QRadioButton(titles[index], this);
+        button->setObjectName(name + u' ' + titles[index]);
+        button->setAutoExclusive(false); // the model decides, and may select none
+        layout->addWidget(button, index / control.columns(), index % control.columns());
+        connect(button, &QRadioButton::clicked, this, [this, index] {
+            m_control.select(index);
+            showSelection();
+        });
+        m_buttons.append(button);
+    }
+    for (int column = 0; column < control.columns(); ++column) {
+        layout->setColumnStretch(column, 1);
+    }
+    follow(control, this, [this] { showSelection(); });
+}
+
+void ChoiceGrid::showSelection()
+{
+    for (int index = 0; index < m_buttons.size(); ++index) {
+        QRadioButton *button = m_buttons[index];
+        const bool available = m_control.isAvailable(index);
+        button->setChecked(index == m_control.selectedIndex());
+        button->setEnabled(available);
+        button->setToolTip(available ? QString() : tr("This version can't make %1 yet").arg(button->text()));
+    }
+}
+
+} // namespace kruv

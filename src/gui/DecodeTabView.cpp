@@ -1,0 +1,39 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "gui/DecodeTabView.h"
+
+#include "gui/ChoiceGrid.h"
+#include "gui/OptionColumn.h"
+#include "lossless/DecodeTab.h"
+
+#include <QVBoxLayout>
+
+namespace kruv {
+
+DecodeTabView::DecodeTabView(DecodeTab &tab, const QStringList &kinds, QWidget *parent)
+    : TabView(tab, kinds, parent)
+{
+    QVBoxLayout *format = options().addGroup(tr("Format"));
+    format->addWidget(
+        new ChoiceGrid(tab.outputFormatMatrix(), QStringLiteral("Format"), format->parentWidget()));
+
+    QVBoxLayout *output = options().addGroup(tr("Output"));
+    OptionColumn::addToggle(output, tab.sourceDecodeButton(), tr("&Next to the source files"),
+                            QStringLiteral("sourceDecodeButton"), tr("Otherwise one folder is asked for"));
+    OptionColumn::addToggle(output, tab.deleteOriginalsButton(), tr("Delete &original files"),
+                            QStringLiteral("deleteOriginalsButton"),
+                            tr("Each once its output is written and its job succeeded"));
+
+    QVBoxLayout *flac = options().addGroup(tab.flacOptionsLabel());
+    OptionColumn::addToggle(flac, tab.decodeFlacThroughErrors(), tr("Decode through e&rrors"),
+                            QStringLiteral("decodeFlacThroughErrors"),
+                            tr("Go on after damaged places and put silence there"));
+    OptionColumn::addToggle(
+        flac, tab.flacKeepForeignMetadataButton(), tr("&Keep foreign metadata"),
+        QStringLiteral("flacKeepForeignMetadataButton"),
+        tr("Write back the chunks of the WAV or AIFF file that were kept in the FLAC file"));
+    setCommand(tr("&Decode"));
+}
+
+} // namespace kruv

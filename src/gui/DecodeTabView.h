@@ -1,0 +1,19 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "gui/TabView.h"
+
+namespace kruv {
+
+class DecodeTab;
+
+class DecodeTabView : public TabView
+{
+    Q_OBJECT
+public:
+    DecodeTabView(DecodeTab &tab, const QStringList &kinds, QWidget *parent);
+};
+
+} // namespace kruv

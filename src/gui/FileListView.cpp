@@ -1,0 +1,235 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "gui/FileListView.h"
+
+#include "app/BaseTab.h"
+#include "gui/Glyphs.h"
+#include "gui/NameWidth.h"
+#include "gui/QuietLabel.h"
+
+#include <QAction>
+#include <QHeaderView>
+#include <QLabel>
+#include <QMenu>
+#include <QPushButton>
+#include <QRubberBand>
+#include <QScrollBar>
+#include <QStyledItemDelegate>
+#include <QTreeView>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <cmath>
+
+namespace kruv {
+
+namespace {
+
+constexpr int narrowestColumn = 211;
+constexpr double columnMargin = 1.1;
+
+/// A name that is wider than what shows of the column loses its middle, until a person scrolls sideways to
+/// read all of it.
+class FileNameDelegate : public QStyledItemDelegate
+{
+public:
+    explicit FileNameDelegate(QTreeView *view)
+        : QStyledItemDelegate(view)
+        , m_view(view)
+    {
+    }
+
+    QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override
+    {
+        constexpr int roomAround = 6;
+        return QStyledItemDelegate::sizeHint(option, index) + QSize(0, roomAround);
+    }
+
+    void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override
+    {
+        QStyleOptionViewItem visible = option;
+        if (m_view->horizontalScrollBar()->value() == 0) {
+            visible.rect.setRight(std::min(visible.rect.right(), m_view->viewport()->rect().right()));
+        }
+        QStyledItemDelegate::paint(painter, visible, index);
+    }
+
+private:
+    QTreeView *m_view;
+};
+
+template <typename Label> Label *centered(const QString &text, QWidget *parent)
+{
+    auto *label = new Label(text, parent);
+    label->setAlignment(Qt::AlignCenter);
+    label->setWordWrap(true);
+    return label;
+}
+
+/// "FLAC, WAV or AIFF"; the short twin of AIFF goes without saying.
+QString kindsText(QStringList kinds)
+{
+    kinds.removeAll(QStringLiteral("AIF"));
+    if (kinds.size() < 2) {
+        return kinds.value(0);
+    }
+    const QString last = kinds.takeLast();
+    return kinds.join(QStringLiteral(", ")) + QStringLiteral(" or ") + last;
+}
+
+} // namespace
+
+FileListView::FileListView(BaseTab &tab, const QStringList &kinds, QWidget *parent)
+    : QStackedWidget(parent)
+    , m_tab(tab)
+    , m_empty(makeEmptyPage(kinds))
+    , m_list(new QTreeView(this))
+{
+    makeList();
+    addWidget(m_empty);
+    addWidget(m_list);
+    connect(&tab.fileList(), &QAbstractItemModel::modelReset, this, &FileListView::showFittingPage);
+    showFittingPage();
+}
+
+QWidget *FileListView::makeEmptyPage(const QStringList &kinds)
+{
+    constexpr int iconSize = 64;
+    auto *page = new QFrame(this);
+    page->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
+    page->setBackgroundRole(QPalette::Base);
+    page->setAutoFillBackground(true);
+
+    auto *icon = new QLabel(page);
+    icon->setPixmap(glyphIcon(Glyph::DropFiles).pixmap(iconSize, QIcon::Disabled));
+    icon->setAlignment(Qt::AlignCenter);
+    auto *invitation = centered<QLabel>(tr("Drop files or folders here"), page);
+    QFont large = invitation->font();
+    large.setPointSizeF(large.pointSizeF() * 1.25);
+    invitation->setFont(large);
+    auto *types = centered<QuietLabel>(kindsText(kinds), page);
+    types->setObjectName(QStringLiteral("emptyHint"));
+    auto *add = new QPushButton(tr("Add Files…"), page);
+    add->setObjectName(QStringLiteral("emptyAdd"));
+    connect(add, &QPushButton::clicked, &m_tab, &BaseTab::addButtonClick);
+
+    auto *layout = new QVBoxLayout(page);
+    layout->setContentsMargins(24, 12, 24, 12);
+    layout->setSpacing(8);
+    layout->addStretch(2);
+    layout->addWidget(icon);
+    layout->addWidget(invitation);
+    layout->addWidget(types);
+    layout->addSpacing(8);
+    layout->addWidget(add, 0, Qt::AlignHCenter);
+    layout->addStretch(3);
+    return page;
+}
+
+void FileListView::makeList()
+{
+    m_list->setObjectName(QStringLiteral("fileList"));
+    m_list->setAccessibleName(tr("Files"));
+    m_list->setModel(&m_tab.fileList());
+    m_list->setItemDelegate(new FileNameDelegate(m_list));
+    m_list->setHeaderHidden(true);
+    m_list->setRootIsDecorated(false);
+    m_list->setIndentation(0);
+    m_list->setUniformRowHeights(true);
+    m_list->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    m_list->setTextElideMode(Qt::ElideMiddle);
+    m_list->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    m_list->header()->setStretchLastSection(false);
+    m_list->header()->setMinimumSectionSize(1);
+    m_list->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(m_list, &QWidget::customContextMenuRequested, this, &FileListView::showContextMenu);
+
+    // Names change their shape when scrolling begins or ends.
+    connect(m_list->horizontalScrollBar(), &QScrollBar::valueChanged, m_list->viewport(),
+            qOverload<>(&QWidget::update));
+
+    auto *remove = new QAction(tr("Delete selected file(s)"), m_list);
+    remove->setObjectName(QStringLiteral("deleteSelected"));
+    remove->setShortcuts({QKeySequence::Delete, Qt::Key_Backspace});
+    remove->setShortcutContext(Qt::WidgetShortcut);
+    m_list->addAction(remove);
+    connect(remove, &QAction::triggered, this, &FileListView::deleteSelected);
+}
+
+void FileListView::showFittingPage()
+{
+    const bool empty = m_tab.fileList().isEmpty();
+    const bool hadFocus = isAncestorOf(focusWidget()) && focusWidget()->hasFocus();
+    setCurrentWidget(empty ? m_empty : m_list);
+    if (hadFocus) {
+        (empty ? m_empty->findChild<QPushButton *>() : static_cast<QWidget *>(m_list))->setFocus();
+    }
+    const int widest = widestName(m_tab.fileList(), m_list->font());
+    m_columnWidth = std::max(narrowestColumn, static_cast<int>(std::ceil(widest * columnMargin)));
+    fitColumn();
+}
+
+void FileListView::fitColumn()
+{
+    m_list->setColumnWidth(0, std::max(m_list->viewport()->width(), m_columnWidth));
+}
+
+void FileListView::resizeEvent(QResizeEvent *event)
+{
+    QStackedWidget::resizeEvent(event);
+    fitColumn();
+    if (m_dropMark) {
+        m_dropMark->setGeometry(rect());
+    }
+}
+
+void FileListView::setDropShown(bool shown)
+{
+    if (shown && !m_dropMark) {
+        m_dropMark = new QRubberBand(QRubberBand::Rectangle, this);
+        m_dropMark->setGeometry(rect());
+    }
+    if (m_dropMark) {
+        m_dropMark->setVisible(shown);
+    }
+}
+
+void FileListView::showContextMenu(const QPoint &position)
+{
+    QMenu menu(this);
+    menu.setObjectName(QStringLiteral("fileListContextMenu"));
+    QAction *remove = menu.addAction(tr("Delete selected file(s)"), this, &FileListView::deleteSelected);
+    remove->setEnabled(m_list->selectionModel()->hasSelection());
+    QMenu *byExtension = menu.addMenu(tr("Delete files with extension:"));
+    connect(byExtension, &QMenu::aboutToShow, this, [this, byExtension] { fillExtensionMenu(byExtension); });
+    menu.exec(m_list->viewport()->mapToGlobal(position));
+}
+
+void FileListView::fillExtensionMenu(QMenu *menu)
+{
+    menu->clear();
+    for (const QString &extension : m_tab.fileList().extensions()) {
+        QAction *entry = menu->addAction(QString(extension).replace(u'&', QStringLiteral("&&")));
+        connect(entry, &QAction::triggered, &m_tab,
+                [this, extension] { m_tab.filterGivenExtension(extension); });
+    }
+}
+
+void FileListView::deleteSelected()
+{
+    QList<int> rows;
+    for (const QModelIndex &index : m_list->selectionModel()->selectedRows()) {
+        rows.append(index.row());
+    }
+    if (rows.isEmpty()) {
+        return;
+    }
+    const int next = *std::ranges::min_element(rows);
+    m_tab.deleteSelectedRows(rows);
+    const int last = m_tab.fileList().count() - 1;
+    m_list->selectionModel()->setCurrentIndex(m_tab.fileList().index(std::min(next, last)),
+                                              QItemSelectionModel::NoUpdate);
+}
+
+} // namespace kruv

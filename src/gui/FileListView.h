@@ -1,0 +1,46 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <QStackedWidget>
+
+class QMenu;
+class QRubberBand;
+class QTreeView;
+
+namespace kruv {
+
+class BaseTab;
+
+/// A tab's list of files in one column, or, while it is empty, what may be dropped there.
+class FileListView : public QStackedWidget
+{
+    Q_OBJECT
+public:
+    /// `tab` must outlive the view. `kinds` are the file types it takes.
+    FileListView(BaseTab &tab, const QStringList &kinds, QWidget *parent);
+
+    /// Shows that files held over the list may be let go there.
+    void setDropShown(bool shown);
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    QWidget *makeEmptyPage(const QStringList &kinds);
+    void makeList();
+    void showFittingPage();
+    void fitColumn();
+    void showContextMenu(const QPoint &position);
+    void fillExtensionMenu(QMenu *menu);
+    void deleteSelected();
+
+    BaseTab &m_tab;
+    QWidget *m_empty;
+    QTreeView *m_list;
+    QRubberBand *m_dropMark = nullptr;
+    int m_columnWidth = 0;
+};
+
+} // namespace kruv

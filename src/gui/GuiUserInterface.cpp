@@ -1,0 +1,260 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "gui/GuiUserInterface.h"
+
+#include "app/Preferences.h"
+#include "gui/CustomTagsPanel.h"
+#include "gui/KruvStringGetterPanel.h"
+#include "gui/KruvTrimCharsPanel.h"
+#include "gui/OutputWindowController.h"
+#include "gui/PromptStyle.h"
+#include "gui/QueueProgress.h"
+#include "gui/StatusPanel.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QScreen>
+
+#include <utility>
+
+namespace kruv {
+
+namespace {
+
+const QString outputFolderKey = QStringLiteral("lastOutputFolder");
+const QString inputFolderKey = QStringLiteral("lastInputFolder");
+const QString saveFolderKey = QStringLiteral("lastSaveFolder");
+
+/// Which button Escape presses: the one that changes nothing, where there is one.
+int harmlessButton(const QStringList &buttons)
+{
+    for (const QString &word : {QStringLiteral("Cancel"), QStringLiteral("No")}) {
+        if (const auto index = buttons.indexOf(word); index >= 0) {
+            return static_cast<int>(index);
+        }
+    }
+    return static_cast<int>(buttons.size()) - 1;
+}
+
+QMessageBox::ButtonRole roleOf(const QString &word, int index, int harmless)
+{
+    if (index == harmless) {
+        return QMessageBox::RejectRole;
+    }
+    return word == u"Yes" || index == 0 ? QMessageBox::AcceptRole : QMessageBox::ActionRole;
+}
+
+} // namespace
+
+GuiUserInterface::GuiUserInterface(Preferences &preferences)
+    : m_preferences(preferences)
+{
+    m_statusPanelSoon.setSingleShot(true);
+    connect(&m_statusPanelSoon, &QTimer::timeout, this, &GuiUserInterface::updateStatusPanel);
+}
+
+GuiUserInterface::~GuiUserInterface() = default;
+
+void GuiUserInterface::attach(QWidget *mainWindow, KruvTaskQueue &queue)
+{
+    m_mainWindow = mainWindow;
+    m_queue = &queue;
+    m_progress = std::make_unique<QueueProgress>(queue, nullptr);
+}
+
+void GuiUserInterface::leave()
+{
+    m_statusPanelSoon.stop();
+    m_queue = nullptr;
+    m_statusPanel.reset();
+    m_progress.reset();
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    for (QWidget *window : windows) {
+        window->hide();
+    }
+}
+
+StatusPanel *GuiUserInterface::statusPanel()
+{
+    if (!m_statusPanel && m_queue) {
+        m_statusPanel = std::make_unique<StatusPanel>(*m_queue, *m_progress, m_preferences, m_mainWindow);
+    }
+    return m_statusPanel.get();
+}
+
+QWidget *GuiUserInterface::dialogParent() const
+{
+    QWidget *active = QApplication::activeModalWidget();
+    return active ? active : m_mainWindow.data();
+}
+
+int GuiUserInterface::ask(const QString &title, const QString &text, const QStringList &buttons,
+                          int defaultButton)
+{
+    QPointer<QMessageBox> box = PromptStyle::message(dialogParent(), title, text);
+    box->setAttribute(Qt::WA_DeleteOnClose, false);
+    box->setObjectName(QStringLiteral("question"));
+    const int harmless = harmlessButton(buttons);
+    QList<QAbstractButton *> pushButtons;
+    for (int index = 0; index < buttons.size(); ++index) {
+        QPushButton *button = box->addButton(buttons[index], roleOf(buttons[index], index, harmless));
+        if (index == defaultButton) {
+            box->setDefaultButton(button);
+        }
+        if (index == harmless) {
+            box->setEscapeButton(button);
+        }
+        pushButtons.append(button);
+    }
+    box->setIcon(buttons.size() > 1 ? QMessageBox::Question : QMessageBox::Information);
+    box->exec();
+    if (!box) {
+        return harmless;
+    }
+    const auto pressed = pushButtons.indexOf(box->clickedButton());
+    delete box;
+    return pressed < 0 ? harmless : static_cast<int>(pressed);
+}
+
+void GuiUserInterface::alert(const QString &title, const QString &text, const QString &button)
+{
+    ask(title, text, {button}, 0);
+}
+
+QStringList GuiUserInterface::runFileDialog(QFileDialog &dialog, const QString &folderKey)
+{
+    if (const QString folder = m_preferences.string(folderKey); QFileInfo(folder).isDir()) {
+        dialog.setDirectory(folder);
+    }
+    if (dialog.exec() != QDialog::Accepted) {
+        return {};
+    }
+    const QStringList chosen = dialog.selectedFiles();
+    m_preferences.setValue(folderKey, dialog.fileMode() == QFileDialog::Directory
+                                          ? chosen.value(0)
+                                          : dialog.directory().absolutePath());
+    return chosen;
+}
+
+std::optional<QString> GuiUserInterface::chooseFolder(const QString &title)
+{
+    QFileDialog dialog(dialogParent(), title);
+    dialog.setFileMode(QFileDialog::Directory);
+    dialog.setOption(QFileDialog::ShowDirsOnly);
+    dialog.setLabelText(QFileDialog::Accept, tr("Choose"));
+    const QStringList chosen = runFileDialog(dialog, outputFolderKey);
+    return chosen.isEmpty() ? std::nullopt : std::optional(QDir::cleanPath(chosen.constFirst()));
+}
+
+QStringList GuiUserInterface::chooseFiles(const QString &title, const QString &prompt)
+{
+    QFileDialog dialog(dialogParent(), title);
+    dialog.setFileMode(QFileDialog::ExistingFiles);
+    dialog.setLabelText(QFileDialog::Accept, prompt);
+    return runFileDialog(dialog, inputFolderKey);
+}
+
+std::optional<QString> GuiUserInterface::savePath(const QString &message, const QString &title,
+                                                  const QString &proposedName)
+{
+    QFileDialog dialog(dialogParent(), title.isEmpty() ? message : title);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setFileMode(QFileDialog::AnyFile);
+    dialog.selectFile(proposedName);
+    const QStringList chosen = runFileDialog(dialog, saveFolderKey);
+    return chosen.isEmpty() ? std::nullopt : std::optional(chosen.constFirst());
+}
+
+std::optional<QString> GuiUserInterface::enterText(const QString &title, const QString &message,
+                                                   const QString &initialText)
+{
+    return KruvStringGetterPanel(dialogParent()).runPanel(title, message, initialText);
+}
+
+std::optional<TrimCharsObject> GuiUserInterface::trimCharacters()
+{
+    return KruvTrimCharsPanel(dialogParent()).runPanel();
+}
+
+UserInterface::CustomTagRows GuiUserInterface::editCustomTags(const CustomTagRows &rows)
+{
+    return CustomTagsPanel(dialogParent()).runPanel(rows);
+}
+
+void GuiUserInterface::showStatusPanel()
+{
+    m_bringToFront = true;
+    m_statusPanelSoon.start();
+}
+
+void GuiUserInterface::scrollStatusPanelTo(int row)
+{
+    m_scrollTo = row;
+    m_statusPanelSoon.start();
+}
+
+void GuiUserInterface::closeStatusPanel()
+{
+    m_statusPanelSoon.stop();
+    m_bringToFront = false;
+    m_scrollTo = -1;
+    if (m_statusPanel) {
+        m_statusPanel->hide();
+    }
+}
+
+void GuiUserInterface::updateStatusPanel()
+{
+    StatusPanel *panel = statusPanel();
+    if (!panel) {
+        return;
+    }
+    if (std::exchange(m_bringToFront, false)) {
+        panel->bringToFront();
+    }
+    if (const int row = std::exchange(m_scrollTo, -1); row >= 0) {
+        panel->scrollTo(row);
+    }
+}
+
+void GuiUserInterface::openResultsWindow(const QString &text, const QString &title)
+{
+    if (!m_queue) {
+        return;
+    }
+    constexpr int step = 28; // device-independent pixels, both ways
+    auto *window = new OutputWindowController;
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    window->setTextValue(text, title);
+    const QScreen *screen = m_mainWindow ? m_mainWindow->screen() : QApplication::primaryScreen();
+    const QRect room = screen->availableGeometry();
+    if (m_outputWindowTopLeft.isNull() && m_mainWindow) {
+        m_outputWindowTopLeft = m_mainWindow->pos();
+    }
+    m_outputWindowTopLeft += QPoint(step, step);
+    if (!room.contains(QRect(m_outputWindowTopLeft, window->size()))) {
+        m_outputWindowTopLeft = room.topLeft() + QPoint(step, step);
+    }
+    window->move(m_outputWindowTopLeft);
+    window->show();
+}
+
+void GuiUserInterface::setBadge(int) {}
+
+bool GuiUserInterface::notify(const QString &)
+{
+    return false;
+}
+
+void GuiUserInterface::requestAttention()
+{
+    if (m_mainWindow) {
+        QApplication::alert(m_mainWindow);
+    }
+}
+
+} // namespace kruv

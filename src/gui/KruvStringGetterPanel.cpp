@@ -1,0 +1,43 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "gui/KruvStringGetterPanel.h"
+
+#include <QDialogButtonBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QVBoxLayout>
+
+namespace kruv {
+
+KruvStringGetterPanel::KruvStringGetterPanel(QWidget *parent)
+    : QDialog(parent)
+    , m_message(new QLabel(this))
+    , m_enteredText(new QLineEdit(this))
+{
+    setObjectName(QStringLiteral("StringGetterPanel"));
+    m_message->setTextFormat(Qt::PlainText);
+    m_message->setWordWrap(true);
+    m_message->setBuddy(m_enteredText);
+    m_enteredText->setObjectName(QStringLiteral("enteredText"));
+    m_enteredText->setMinimumWidth(360);
+    auto *buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
+    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    auto *layout = new QVBoxLayout(this);
+    layout->addWidget(m_message);
+    layout->addWidget(m_enteredText);
+    layout->addWidget(buttons);
+}
+
+std::optional<QString> KruvStringGetterPanel::runPanel(const QString &title, const QString &message,
+                                                       const QString &initialString)
+{
+    setWindowTitle(title);
+    m_message->setText(message);
+    m_enteredText->setText(initialString);
+    m_enteredText->selectAll();
+    return exec() == Accepted ? std::optional(m_enteredText->text()) : std::nullopt;
+}
+
+} // namespace kruv

@@ -1,0 +1,199 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "gui/MainWindow.h"
+
+#include "app/KruvController.h"
+#include "app/Preferences.h"
+#include "gui/GuiUserInterface.h"
+#include "gui/StatusPanel.h"
+#include "gui/StatusPanelController.h"
+#include "gui/TabViews.h"
+#include "gui/WindowPlace.h"
+#include "platform/MainThread.h"
+
+#include <QCloseEvent>
+#include <QMenuBar>
+#include <QScopedValueRollback>
+#include <QTabBar>
+#include <QTabWidget>
+
+namespace kruv {
+
+namespace {
+const QString placeKey = QStringLiteral("mainWindowPlace");
+const QString tabKey = QStringLiteral("selectedTab");
+constexpr QSize firstSize(900, 600);
+constexpr QSize leastSize(640, 420);
+} // namespace
+
+MainWindow::MainWindow(KruvController &controller, GuiUserInterface &userInterface)
+    : m_controller(controller)
+    , m_userInterface(userInterface)
+    , m_tabView(new QTabWidget(this))
+{
+    setWindowTitle(QStringLiteral("Kruv"));
+    setObjectName(QStringLiteral("mainWindow"));
+    setMinimumSize(leastSize);
+    resize(firstSize);
+    makeTabs();
+    makeMenus();
+    userInterface.attach(this, controller.taskQueue());
+    restoreState();
+}
+
+MainWindow::~MainWindow() = default;
+
+void MainWindow::makeTabs()
+{
+    m_tabView->setObjectName(QStringLiteral("tabView"));
+    m_tabView->setDocumentMode(true);
+    m_tabView->tabBar()->setExpanding(false);
+    m_tabView->tabBar()->setAccessibleName(tr("Functions"));
+    for (const QString &label : m_controller.tabLabels()) {
+        m_tabView->addTab(makeTabView(label, m_controller, m_tabView), label);
+    }
+    setCentralWidget(m_tabView);
+    connect(m_tabView, &QTabWidget::currentChanged, &m_controller, &KruvController::selectTab);
+    connect(&m_controller, &KruvController::selectedTabChanged, m_tabView, &QTabWidget::setCurrentIndex);
+}
+
+void MainWindow::makeMenus()
+{
+    QMenu *file = menuBar()->addMenu(tr("&File"));
+    file->addAction(tr("&Add Files…"), QKeySequence::Open, this,
+                    [this] { actOnCurrentTab([](BaseTab &tab) { tab.addButtonClick(); }); });
+    file->addAction(tr("&Clear List"), Qt::CTRL | Qt::Key_L, this,
+                    [this] { actOnCurrentTab([](BaseTab &tab) { tab.clearButtonClick(); }); });
+    file->addSeparator();
+    QAction *preferences = file->addAction(tr("&Preferences…"), Qt::CTRL | Qt::Key_Comma, this,
+                                           &MainWindow::showPreferencePanel);
+    preferences->setMenuRole(QAction::PreferencesRole);
+    file->addSeparator();
+    QAction *quitAction = file->addAction(tr("&Quit"), Qt::CTRL | Qt::Key_Q, this, &MainWindow::quit);
+    quitAction->setMenuRole(QAction::QuitRole);
+    quitAction->setObjectName(QStringLiteral("quit"));
+    makeTabMenu();
+    QMenu *help = menuBar()->addMenu(tr("&Help"));
+    QAction *about = help->addAction(tr("&About Kruv"), this, [this] { selectTab(QStringLiteral("about")); });
+    about->setMenuRole(QAction::AboutRole);
+}
+
+void MainWindow::makeTabMenu()
+{
+    constexpr int mostNumbered = 9;
+    QMenu *view = menuBar()->addMenu(tr("&View"));
+    for (int index = 0; index < m_tabView->count(); ++index) {
+        QAction *action = view->addAction(m_tabView->tabText(index), this,
+                                          [this, index] { m_controller.selectTab(index); });
+        if (index < mostNumbered) {
+            action->setShortcut(static_cast<Qt::Key>(Qt::Key_1 + index) | Qt::CTRL);
+        }
+    }
+    view->addSeparator();
+    view->addAction(tr("&Tasks"), Qt::CTRL | Qt::Key_T, this,
+                    [this] { m_userInterface.statusPanel()->bringToFront(); });
+}
+
+void MainWindow::restoreState()
+{
+    const Preferences &preferences = m_controller.preferences();
+    WindowPlace::restore(*this, preferences, placeKey);
+    m_controller.selectTab(0);
+    selectTab(preferences.string(tabKey));
+}
+
+void MainWindow::storeState()
+{
+    WindowPlace::store(*this, m_controller.preferences(), placeKey);
+    m_controller.preferences().setValue(tabKey, m_tabView->tabText(m_tabView->currentIndex()));
+}
+
+void MainWindow::selectTab(const QString &label)
+{
+    if (const auto index = m_controller.tabLabels().indexOf(label); index >= 0) {
+        m_controller.selectTab(static_cast<int>(index));
+    }
+}
+
+void MainWindow::actOnCurrentTab(void (*action)(BaseTab &tab))
+{
+    if (BaseTab *tab = m_controller.tab(m_tabView->tabText(m_tabView->currentIndex()))) {
+        action(*tab);
+    }
+}
+
+void MainWindow::showPreferencePanel()
+{
+    if (!m_preferencesController) {
+        m_preferencesController =
+            std::make_unique<PreferencesController>(m_controller.preferences(), nullptr);
+    }
+    m_preferencesController->show();
+    m_preferencesController->raise();
+    m_preferencesController->activateWindow();
+}
+
+void MainWindow::closeEvent(QCloseEvent *event)
+{
+    event->ignore();
+    if (m_asking || m_quitting) {
+        return;
+    }
+    bool close = false;
+    {
+        const QScopedValueRollback asking(m_asking, true);
+        close = m_controller.windowShouldClose();
+    }
+    if (close) {
+        quit();
+    }
+}
+
+void MainWindow::quit()
+{
+    if (m_quitting) {
+        m_controller.taskQueue().cancelAllTasks();
+        return;
+    }
+    if (m_asking) {
+        return;
+    }
+    const QScopedValueRollback asking(m_asking, true);
+    if (m_controller.applicationShouldTerminate()) {
+        endApplication();
+    }
+}
+
+void MainWindow::endApplication()
+{
+    m_quitting = true;
+    storeState();
+    m_userInterface.leave();
+    m_controller.applicationWillTerminate();
+    if (m_controller.taskQueue().taskCount() > 0) {
+        waitForJobs();
+    } else {
+        Q_EMIT readyToEnd();
+    }
+}
+
+void MainWindow::waitForJobs()
+{
+    m_waitingPanel = std::make_unique<StatusPanelController>();
+    m_waitingPanel->setInDeterminate();
+    m_waitingPanel->startAnimation();
+    m_waitingPanel->setText(tr("Waiting for running jobs to finish. Closing this window ends them now."));
+    m_waitingPanel->show();
+    connect(m_waitingPanel.get(), &StatusPanelController::closed, this, &MainWindow::quit);
+    connect(&m_controller.taskQueue(), &KruvTaskQueue::taskEnded, this, [this] {
+        MainThread::post([this] {
+            if (m_controller.taskQueue().taskCount() == 0) {
+                m_waitingPanel->hide();
+                Q_EMIT readyToEnd();
+            }
+        });
+    });
+}
+
+} // namespace kruv

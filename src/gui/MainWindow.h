@@ -1,0 +1,64 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "gui/PreferencesController.h"
+
+#include <QMainWindow>
+
+#include <memory>
+
+class QTabWidget;
+
+namespace kruv {
+
+class BaseTab;
+class GuiUserInterface;
+class KruvController;
+class StatusPanelController;
+
+/// The program's window: one tab per function, and the menus.
+class MainWindow : public QMainWindow
+{
+    Q_OBJECT
+public:
+    /// Both must outlive the window.
+    MainWindow(KruvController &controller, GuiUserInterface &userInterface);
+    ~MainWindow() override;
+
+    /// Selects the tab with that label; an unknown one changes nothing.
+    void selectTab(const QString &label);
+
+    void showPreferencePanel();
+    /// Asks what has to be asked and quits. Once quitting has begun, a further call ends the tools that are
+    /// still being waited for.
+    void quit();
+
+Q_SIGNALS:
+    /// Every job has ended: the program may end now.
+    void readyToEnd();
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    void makeTabs();
+    void makeMenus();
+    void makeTabMenu();
+    void restoreState();
+    void storeState();
+    void endApplication();
+    void waitForJobs();
+    void actOnCurrentTab(void (*action)(BaseTab &tab));
+
+    KruvController &m_controller;
+    GuiUserInterface &m_userInterface;
+    QTabWidget *m_tabView;
+    std::unique_ptr<PreferencesController> m_preferencesController;
+    std::unique_ptr<StatusPanelController> m_waitingPanel;
+    bool m_asking = false;
+    bool m_quitting = false;
+};
+
+} // namespace kruv

@@ -1,0 +1,121 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "gui/OptionColumn.h"
+
+#include "gui/Bindings.h"
+
+#include <QCheckBox>
+#include <QLabel>
+#include <QStackedWidget>
+#include <QStyle>
+#include <QVBoxLayout>
+
+namespace kruv {
+
+namespace {
+constexpr int columnWidth = 264; // device-independent pixels
+constexpr int indent = 10;
+constexpr int groupGap = 18;
+constexpr int optionGap = 6;
+} // namespace
+
+OptionColumn::OptionColumn(QWidget *parent)
+    : QScrollArea(parent)
+    , m_column(new QWidget(this))
+    , m_layout(new QVBoxLayout(m_column))
+{
+    setFrameShape(QFrame::NoFrame);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setWidgetResizable(true);
+    setFixedWidth(columnWidth);
+    setWidget(m_column);
+    // The page behind shows through, whatever the style paints there.
+    viewport()->setAutoFillBackground(false);
+    m_column->setAutoFillBackground(false);
+    m_layout->setContentsMargins(4, 2, 4, 2);
+    m_layout->setSpacing(groupGap);
+    m_layout->addStretch();
+}
+
+QSize OptionColumn::sizeHint() const
+{
+    return {columnWidth, m_column->sizeHint().height()};
+}
+
+QLabel *OptionColumn::addHeading(QVBoxLayout *group, const QString &title)
+{
+    auto *heading = new QLabel(title, group->parentWidget());
+    QFont bold = heading->font();
+    bold.setBold(true);
+    heading->setFont(bold);
+    group->addWidget(heading);
+    return heading;
+}
+
+QVBoxLayout *OptionColumn::addContents(QVBoxLayout *group)
+{
+    auto *contents = new QVBoxLayout;
+    contents->setSpacing(optionGap);
+    contents->setContentsMargins(indent, 2, 0, 0);
+    group->addLayout(contents);
+    return contents;
+}
+
+QVBoxLayout *OptionColumn::addGroupLayout()
+{
+    auto *group = new QVBoxLayout;
+    group->setSpacing(optionGap);
+    m_layout->insertLayout(m_layout->count() - 1, group);
+    return group;
+}
+
+QVBoxLayout *OptionColumn::addGroup(const QString &title)
+{
+    QVBoxLayout *group = addGroupLayout();
+    addHeading(group, title);
+    return addContents(group);
+}
+
+QVBoxLayout *OptionColumn::addGroup(LabelControl &title)
+{
+    QVBoxLayout *group = addGroupLayout();
+    Bindings::bind(title, addHeading(group, {}));
+    return addContents(group);
+}
+
+QStackedWidget *OptionColumn::addPages()
+{
+    auto *pages = new QStackedWidget(m_column);
+    m_layout->insertWidget(m_layout->count() - 1, pages);
+    return pages;
+}
+
+QVBoxLayout *OptionColumn::addPage(QStackedWidget *pages, const QString &title)
+{
+    auto *page = new QWidget(pages);
+    auto *outer = new QVBoxLayout(page);
+    outer->setSpacing(optionGap);
+    outer->setContentsMargins({});
+    addHeading(outer, title);
+    QVBoxLayout *contents = addContents(outer);
+    outer->addStretch();
+    pages->addWidget(page);
+    return contents;
+}
+
+QCheckBox *OptionColumn::addToggle(QVBoxLayout *group, ToggleControl &control, const QString &text,
+                                   const QString &objectName, const QString &toolTip)
+{
+    auto *box = new QCheckBox(text, group->parentWidget());
+    box->setObjectName(objectName);
+    box->setToolTip(toolTip);
+    QSizePolicy policy = box->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    box->setSizePolicy(policy);
+    group->addWidget(box);
+    Bindings::bind(control, box);
+    return box;
+}
+
+} // namespace kruv

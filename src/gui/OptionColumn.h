@@ -1,0 +1,51 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <QScrollArea>
+
+class QCheckBox;
+class QLabel;
+class QStackedWidget;
+class QVBoxLayout;
+
+namespace kruv {
+
+class LabelControl;
+class ToggleControl;
+
+/// The options beside a tab's list: titled groups in one column of fixed width, which scrolls where the
+/// window is too low.
+class OptionColumn : public QScrollArea
+{
+    Q_OBJECT
+public:
+    explicit OptionColumn(QWidget *parent);
+
+    /// Adds a group and returns the layout of what belongs to it.
+    QVBoxLayout *addGroup(const QString &title);
+    /// The same under a heading that a tab shows and hides.
+    QVBoxLayout *addGroup(LabelControl &title);
+    /// Adds room for groups of which one shows at a time; it is as high as the highest of them, so that
+    /// nothing moves when they change.
+    QStackedWidget *addPages();
+    /// Adds a page with a group and returns the layout of what belongs to it.
+    QVBoxLayout *addPage(QStackedWidget *pages, const QString &title);
+
+    /// Adds a check box tied to `control`, with that object name.
+    static QCheckBox *addToggle(QVBoxLayout *group, ToggleControl &control, const QString &text,
+                                const QString &objectName, const QString &toolTip = {});
+
+    QSize sizeHint() const override;
+
+private:
+    QVBoxLayout *addGroupLayout();
+    static QLabel *addHeading(QVBoxLayout *group, const QString &title);
+    static QVBoxLayout *addContents(QVBoxLayout *group);
+
+    QWidget *m_column;
+    QVBoxLayout *m_layout;
+};
+
+} // namespace kruv

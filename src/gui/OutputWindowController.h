@@ -1,0 +1,40 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <QFont>
+#include <QWidget>
+
+class QLineEdit;
+class QPlainTextEdit;
+
+namespace kruv {
+
+/// A window with the text that a command's jobs produced. Filled once; can be searched, copied and saved.
+class OutputWindowController : public QWidget
+{
+    Q_OBJECT
+public:
+    OutputWindowController();
+
+    void setTextValue(const QString &text, const QString &title);
+    /// Does nothing: the window is filled once.
+    void textAppend(const QString &) {}
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+
+private:
+    QLayout *makeBar();
+    void find(bool backward);
+    void showFound(bool found);
+    void copyAll();
+    void saveAs();
+
+    QPlainTextEdit *m_textField;
+    QLineEdit *m_findField;
+    const QFont m_font;
+};
+
+} // namespace kruv

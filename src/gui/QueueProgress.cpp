@@ -1,0 +1,104 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "gui/QueueProgress.h"
+
+#include "tasks/KruvTask.h"
+#include "tasks/KruvTaskQueue.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+
+namespace kruv {
+
+namespace {
+
+/// In the one unit that a person would say it in.
+QString duration(double seconds)
+{
+    constexpr double minute = 60.0;
+    constexpr double hour = 3600.0;
+    const auto say = [](double value, const QString &one, const QString &many) {
+        const int whole = std::max(1, static_cast<int>(std::lround(value)));
+        return whole == 1 ? one : many.arg(whole);
+    };
+    if (seconds < minute) {
+        return say(seconds, QStringLiteral("1 second"), QStringLiteral("%1 seconds"));
+    }
+    if (seconds < 1.5 * hour) {
+        return say(seconds / minute, QStringLiteral("1 minute"), QStringLiteral("%1 minutes"));
+    }
+    return say(seconds / hour, QStringLiteral("1 hour"), QStringLiteral("%1 hours"));
+}
+
+} // namespace
+
+QueueProgress::QueueProgress(KruvTaskQueue &queue, QObject *parent)
+    : QObject(parent)
+    , m_queue(queue)
+{
+    m_tick.setInterval(std::chrono::milliseconds(500));
+    connect(&m_tick, &QTimer::timeout, this, &QueueProgress::changed);
+    connect(&queue, &KruvTaskQueue::taskStarted, this, &QueueProgress::taskStarted);
+    connect(&queue, &KruvTaskQueue::taskEnded, this, &QueueProgress::taskEnded);
+    connect(&queue, &KruvTaskQueue::becameIdle, this, &QueueProgress::becameIdle);
+}
+
+void QueueProgress::taskStarted(KruvTask &task)
+{
+    m_running.insert(&task);
+    if (!m_busy) {
+        m_busy = true;
+        m_ended = 0;
+        m_clock.start();
+        m_tick.start();
+        Q_EMIT changed();
+    }
+}
+
+void QueueProgress::taskEnded(KruvTask &task)
+{
+    m_running.remove(&task);
+    ++m_ended;
+}
+
+void QueueProgress::becameIdle()
+{
+    m_busy = false;
+    m_running.clear();
+    m_tick.stop();
+    Q_EMIT changed();
+}
+
+int QueueProgress::all() const
+{
+    return m_ended + m_queue.taskCount();
+}
+
+double QueueProgress::fraction() const
+{
+    double finished = m_ended;
+    for (const KruvTask *task : m_running) {
+        const RowProgress &progress = task->progressIndicator();
+        finished += progress.indeterminate ? 0.0 : std::clamp(progress.value, 0.0, 100.0) / 100.0;
+    }
+    return all() > 0 ? std::min(1.0, finished / all()) : 0.0;
+}
+
+QString QueueProgress::text() const
+{
+    if (!m_busy) {
+        return {};
+    }
+    constexpr double tooEarlyToTell = 3.0; // seconds
+    QString text = QStringLiteral("%1 of %2").arg(m_ended).arg(all());
+    const double done = fraction();
+    const double elapsed = static_cast<double>(m_clock.elapsed()) / 1000.0;
+    if (elapsed > tooEarlyToTell && done > 0.0) {
+        text += QStringLiteral(", about %1 left").arg(duration(elapsed / done * (1.0 - done)));
+    }
+    return text;
+}
+
+} // namespace kruv

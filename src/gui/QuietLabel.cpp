@@ -1,0 +1,39 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "gui/QuietLabel.h"
+
+#include <QEvent>
+#include <QGuiApplication>
+
+namespace kruv {
+
+QuietLabel::QuietLabel(const QString &text, QWidget *parent)
+    : QLabel(text, parent)
+{
+    takeTone();
+}
+
+QColor QuietLabel::tone(const QPalette &palette)
+{
+    QColor color = palette.color(QPalette::Text);
+    color.setAlphaF(0.65F);
+    return color;
+}
+
+void QuietLabel::takeTone()
+{
+    QPalette own;
+    own.setColor(QPalette::WindowText, tone(QGuiApplication::palette()));
+    setPalette(own);
+}
+
+void QuietLabel::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::ApplicationPaletteChange) {
+        takeTone();
+    }
+    QLabel::changeEvent(event);
+}
+
+} // namespace kruv

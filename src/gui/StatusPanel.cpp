@@ -1,0 +1,183 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "gui/StatusPanel.h"
+
+#include "app/Preferences.h"
+#include "gui/QueueProgress.h"
+#include "gui/StatusQueueCell.h"
+#include "gui/WindowPlace.h"
+#include "tasks/KruvTask.h"
+#include "tasks/KruvTaskQueue.h"
+
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QListView>
+#include <QMenu>
+#include <QPushButton>
+#include <QScreen>
+
+#include <algorithm>
+
+namespace kruv {
+
+namespace {
+const QString placeKey = QStringLiteral("statusPanelPlace");
+constexpr QSize firstSize(420, 360);
+constexpr int outerMargin = 12;
+} // namespace
+
+StatusPanel::StatusPanel(KruvTaskQueue &queue, QueueProgress &progress, Preferences &preferences,
+                         QWidget *beside)
+    : QWidget(nullptr, Qt::Window)
+    , m_queue(queue)
+    , m_progress(progress)
+    , m_preferences(preferences)
+    , m_beside(beside)
+    , m_table(new QListView(this))
+    , m_text(new QLabel(this))
+    , m_stopAll(new QPushButton(tr("&Stop All"), this))
+    , m_removeErrors(new QPushButton(tr("&Remove all errors"), this))
+{
+    setObjectName(QStringLiteral("statusPanel"));
+    setAttribute(Qt::WA_ShowWithoutActivating);
+    makeTable();
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins({});
+    layout->setSpacing(0);
+    layout->addWidget(m_table, 1);
+    layout->addLayout(makeBar());
+    resize(firstSize);
+    connect(&progress, &QueueProgress::changed, this, &StatusPanel::showProgress);
+    connect(&queue.panelArray(), &QAbstractItemModel::modelReset, this, &StatusPanel::showProgress);
+    showProgress();
+}
+
+void StatusPanel::makeTable()
+{
+    m_table->setObjectName(QStringLiteral("statusTable"));
+    m_table->setAccessibleName(tr("Jobs"));
+    m_table->setFrameShape(QFrame::NoFrame);
+    m_table->setModel(&m_queue.panelArray());
+    m_table->setItemDelegate(new StatusQueueCell(m_table));
+    m_table->setUniformItemSizes(true);
+    m_table->setAlternatingRowColors(true);
+    m_table->setSelectionMode(QAbstractItemView::NoSelection);
+    m_table->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    m_table->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+    m_table->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_table->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(m_table, &QWidget::customContextMenuRequested, this, &StatusPanel::showContextMenu);
+}
+
+QLayout *StatusPanel::makeBar()
+{
+    m_text->setObjectName(QStringLiteral("statusText"));
+    m_stopAll->setObjectName(QStringLiteral("stopAll"));
+    m_stopAll->setToolTip(
+        tr("Drop what waits and let the running tools finish; a second time ends those too"));
+    m_removeErrors->setObjectName(QStringLiteral("removeErrors"));
+    connect(m_stopAll, &QPushButton::clicked, &m_queue, &KruvTaskQueue::cancelAllTasks);
+    connect(m_removeErrors, &QPushButton::clicked, &m_queue, &KruvTaskQueue::removeAllErrors);
+    auto *bar = new QHBoxLayout;
+    bar->setContentsMargins(outerMargin, outerMargin / 2, outerMargin, outerMargin / 2);
+    bar->addWidget(m_text, 1);
+    bar->addWidget(m_removeErrors);
+    bar->addWidget(m_stopAll);
+    return bar;
+}
+
+void StatusPanel::place()
+{
+    m_placed = true;
+    if (WindowPlace::restore(*this, m_preferences, placeKey) || !m_beside) {
+        return;
+    }
+    const QRect screen = m_beside->screen()->availableGeometry();
+    const QRect other = m_beside->frameGeometry();
+    QPoint corner(other.right() + outerMargin, other.top());
+    if (corner.x() + width() > screen.right()) {
+        // No room beside it: over its lower right corner.
+        corner = {std::min(other.right() + outerMargin * 2, screen.right()) - width(),
+                  std::min(other.bottom() + outerMargin * 2, screen.bottom()) - height()};
+    }
+    move(corner);
+}
+
+void StatusPanel::bringToFront()
+{
+    if (!m_placed) {
+        place();
+    }
+    if (!isVisible()) {
+        show();
+    }
+    raise();
+}
+
+void StatusPanel::scrollTo(int row)
+{
+    m_table->scrollTo(m_queue.panelArray().index(row), QAbstractItemView::EnsureVisible);
+}
+
+void StatusPanel::hideEvent(QHideEvent *event)
+{
+    WindowPlace::store(*this, m_preferences, placeKey);
+    QWidget::hideEvent(event);
+}
+
+void StatusPanel::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Delete || event->key() == Qt::Key_Backspace) {
+        cancelCurrent();
+    } else if (event->key() == Qt::Key_Escape) {
+        close();
+    } else {
+        QWidget::keyPressEvent(event);
+    }
+}
+
+void StatusPanel::cancelCurrent()
+{
+    if (const QModelIndex current = m_table->currentIndex(); current.isValid()) {
+        m_queue.panelArray().task(current.row()).cancelTask();
+        m_table->viewport()->update();
+    }
+}
+
+bool StatusPanel::hasErrors() const
+{
+    const StatusTableModel &rows = m_queue.panelArray();
+    for (int row = 0; row < rows.rowCount(); ++row) {
+        if (rows.task(row).error()) {
+            return true;
+        }
+    }
+    return false;
+}
+
+void StatusPanel::showProgress()
+{
+    const QString progress = m_progress.text();
+    const bool errors = hasErrors();
+    setWindowTitle(progress.isEmpty() ? tr("Kruv tasks") : tr("Kruv: %1").arg(progress));
+    if (m_progress.isBusy()) {
+        m_text->setText(progress);
+    } else {
+        m_text->setText(errors ? tr("Some jobs failed") : tr("Nothing to do"));
+    }
+    m_stopAll->setEnabled(m_progress.isBusy());
+    m_removeErrors->setVisible(errors);
+}
+
+void StatusPanel::showContextMenu(const QPoint &position)
+{
+    QMenu menu(this);
+    menu.setObjectName(QStringLiteral("removeErrorsMenu"));
+    QAction *remove = menu.addAction(tr("Remove all errors"), &m_queue, &KruvTaskQueue::removeAllErrors);
+    remove->setEnabled(hasErrors());
+    menu.exec(m_table->viewport()->mapToGlobal(position));
+}
+
+} // namespace kruv

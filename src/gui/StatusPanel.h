@@ -1,0 +1,54 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <QWidget>
+
+class QLabel;
+class QListView;
+class QPushButton;
+
+namespace kruv {
+
+class KruvTaskQueue;
+class Preferences;
+class QueueProgress;
+
+/// The window with a row for every job. It keeps its place from one busy period to the next.
+class StatusPanel : public QWidget
+{
+    Q_OBJECT
+public:
+    /// All three must outlive the panel. `beside` is the window it opens beside for the first time.
+    StatusPanel(KruvTaskQueue &queue, QueueProgress &progress, Preferences &preferences, QWidget *beside);
+
+    /// Shows the panel in front without taking the keyboard away from what a person types in.
+    void bringToFront();
+    void scrollTo(int row);
+
+protected:
+    void hideEvent(QHideEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+
+private:
+    void makeTable();
+    QLayout *makeBar();
+    void place();
+    void showProgress();
+    void showContextMenu(const QPoint &position);
+    void cancelCurrent();
+    bool hasErrors() const;
+
+    KruvTaskQueue &m_queue;
+    QueueProgress &m_progress;
+    Preferences &m_preferences;
+    QWidget *m_beside;
+    QListView *m_table;
+    QLabel *m_text;
+    QPushButton *m_stopAll;
+    QPushButton *m_removeErrors;
+    bool m_placed = false;
+};
+
+} // namespace kruv

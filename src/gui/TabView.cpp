@@ -1,0 +1,106 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "gui/TabView.h"
+
+#include "app/BaseTab.h"
+#include "gui/FileListSummary.h"
+#include "gui/FileListView.h"
+#include "gui/Glyphs.h"
+#include "gui/OptionColumn.h"
+
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace kruv {
+
+namespace {
+
+constexpr int outerMargin = 12;
+constexpr int leastCommandWidth = 120;
+
+QPushButton *barButton(const QString &text, const QString &objectName, QWidget *parent)
+{
+    auto *button = new QPushButton(text, parent);
+    button->setObjectName(objectName);
+    button->setAutoDefault(false);
+    return button;
+}
+
+} // namespace
+
+TabView::TabView(BaseTab &tab, const QStringList &kinds, QWidget *parent)
+    : DropPage(parent)
+    , m_tab(tab)
+    , m_list(new FileListView(tab, kinds, this))
+    , m_options(new OptionColumn(this))
+    , m_add(barButton(tr("&Add…"), QStringLiteral("add"), this))
+    , m_clear(barButton(tr("&Clear"), QStringLiteral("clear"), this))
+    , m_command(barButton({}, QStringLiteral("command"), this))
+{
+    setObjectName(tab.label());
+    auto *middle = new QHBoxLayout;
+    middle->setSpacing(outerMargin);
+    middle->addWidget(m_list, 1);
+    middle->addWidget(m_options);
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(outerMargin, outerMargin, outerMargin, outerMargin);
+    layout->setSpacing(outerMargin);
+    layout->addLayout(middle, 1);
+    layout->addLayout(makeBar());
+
+    connect(m_add, &QPushButton::clicked, &tab, &BaseTab::addButtonClick);
+    connect(m_clear, &QPushButton::clicked, &tab, &BaseTab::clearButtonClick);
+    connect(m_command, &QPushButton::clicked, &tab, &BaseTab::executeCommand);
+    connect(&tab.fileList(), &QAbstractItemModel::modelReset, this, &TabView::showWhetherCommandRuns);
+    connect(&tab, &BaseTab::takingInChanged, this, &TabView::showWhetherCommandRuns);
+}
+
+QLayout *TabView::makeBar()
+{
+    m_add->setIcon(glyphIcon(Glyph::Add));
+    m_add->setToolTip(tr("Add files to the list (Ctrl+O)"));
+    m_clear->setToolTip(tr("Empty the list; the files stay where they are"));
+    m_command->setMinimumWidth(leastCommandWidth);
+    m_command->setDefault(true);
+    auto *bar = new QHBoxLayout;
+    bar->addWidget(m_add);
+    bar->addWidget(m_clear);
+    bar->addSpacing(outerMargin / 2);
+    bar->addWidget(new FileListSummary(m_tab, this), 1);
+    bar->addWidget(m_command);
+    return bar;
+}
+
+void TabView::setCommand(const QString &text)
+{
+    m_command->setText(text);
+    m_command->setShortcut(Qt::CTRL | Qt::Key_Return);
+    showWhetherCommandRuns();
+}
+
+void TabView::showWhetherCommandRuns()
+{
+    const bool empty = m_tab.fileList().isEmpty();
+    const bool takingIn = m_tab.isTakingIn();
+    m_clear->setEnabled(!empty || takingIn);
+    m_command->setEnabled(!empty && !takingIn);
+    if (takingIn) {
+        m_command->setToolTip(tr("The folders are still being read"));
+    } else {
+        m_command->setToolTip(empty ? tr("The list is empty: add files first") : tr("Ctrl+Return"));
+    }
+}
+
+void TabView::filesDropped(const QStringList &paths)
+{
+    m_tab.addFiles(paths);
+}
+
+void TabView::showDrop(bool shown)
+{
+    m_list->setDropShown(shown);
+}
+
+} // namespace kruv

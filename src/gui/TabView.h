@@ -1,0 +1,46 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "gui/DropPage.h"
+
+class QPushButton;
+
+namespace kruv {
+
+class BaseTab;
+class FileListView;
+class OptionColumn;
+
+/// The skeleton of every working tab: the list of files, the tab's options beside it, and a bar below with
+/// adding and clearing, what the list holds, and the tab's one command. A tab's own view adds its options and
+/// names the command.
+class TabView : public DropPage
+{
+    Q_OBJECT
+public:
+    /// `tab` must outlive the view. `kinds` are the file types that it takes.
+    TabView(BaseTab &tab, const QStringList &kinds, QWidget *parent);
+
+protected:
+    OptionColumn &options() { return *m_options; }
+    /// Names the command, with a mnemonic.
+    void setCommand(const QString &text);
+
+    void filesDropped(const QStringList &paths) override;
+    void showDrop(bool shown) override;
+
+private:
+    QLayout *makeBar();
+    void showWhetherCommandRuns();
+
+    BaseTab &m_tab;
+    FileListView *m_list;
+    OptionColumn *m_options;
+    QPushButton *m_add;
+    QPushButton *m_clear;
+    QPushButton *m_command;
+};
+
+} // namespace kruv

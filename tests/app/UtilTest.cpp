@@ -1,0 +1,168 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "app/Util.h"
+
+#include "app/Preferences.h"
+#include "platform/SessionId.h"
+#include "support/EnvironmentVariable.h"
+#include "support/Files.h"
+#include "support/QtPrinters.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <QSet>
+
+#include <functional>
+#include <gtest/gtest.h>
+#include <mutex>
+#include <stdexcept>
+#include <string>
+#include <thread>
+#include <vector>
+
+using namespace kruv;
+using namespace kruv::test;
+
+namespace {
+
+std::string messageOf(const std::function<void()> &action)
+{
+    try {
+        action();
+    } catch (const std::exception &problem) {
+        return problem.what();
+    }
+    return "nothing was thrown";
+}
+
+} // namespace
+
+TEST(TemporaryNames, AreNewEmptyFilesOfTheSession)
+{
+    const TemporaryFolder folder;
+    const QString inFolder = folder.makeFolder(QStringLiteral("100%1 XXXXXXXX"));
+    const QRegularExpression name(
+        QStringLiteral("^Kruv-%1-[A-Za-z0-9]{8}\\.tar\\.gz$").arg(sessionId(), 8, 16, QLatin1Char('0')));
+    QSet<QString> paths;
+    for (int i = 0; i < 50; ++i) {
+        const QFileInfo made(Util::generateTempFileName(inFolder, QStringLiteral("tar.gz")));
+        EXPECT_EQ(made.path(), inFolder);
+        EXPECT_TRUE(name.match(made.fileName()).hasMatch()) << made.fileName().toStdString();
+        EXPECT_TRUE(made.exists());
+        EXPECT_EQ(made.size(), 0);
+        paths.insert(made.filePath());
+    }
+    EXPECT_EQ(paths.size(), 50);
+}
+
+TEST(TemporaryNames, AreUniqueAcrossThreads)
+{
+    const TemporaryFolder folder;
+    std::mutex lock;
+    QSet<QString> paths;
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 4; ++i) {
+        threads.emplace_back([&] {
+            for (int made = 0; made < 50; ++made) {
+                const QString path = Util::generateTempFileName(folder.path(), QStringLiteral("wav"));
+                const std::lock_guard guard(lock);
+                paths.insert(path);
+            }
+        });
+    }
+    for (std::thread &thread : threads) {
+        thread.join();
+    }
+    EXPECT_EQ(paths.size(), 200);
+}
+
+TEST(TemporaryNames, OfTheSecondKindAreFixedAndMakeNothing)
+{
+    const TemporaryFolder folder;
+    const QString path = Util::generateTempFileName2(folder.path(), QStringLiteral("wav"));
+    EXPECT_EQ(path, Util::generateTempFileName2(folder.path(), QStringLiteral("wav")));
+    EXPECT_TRUE(path.endsWith(u"-XXXXXXXX.wav"));
+    EXPECT_FALSE(QFile::exists(path));
+    EXPECT_NE(path, Util::generateTempFileName2(folder.path(), QStringLiteral("aiff")));
+}
+
+TEST(TemporaryNames, DefaultToTheTemporaryFolder)
+{
+    const TemporaryFolder folder;
+    const EnvironmentVariable temporary("TMPDIR", folder.path().toUtf8());
+    EXPECT_EQ(QFileInfo(Util::generateTempFileName({}, QStringLiteral("wav"))).path(), folder.path());
+}
+
+TEST(TemporaryNames, SayWhyTheyCouldNotBeMade)
+{
+    const TemporaryFolder folder;
+    EXPECT_EQ(messageOf([&] { Util::generateTempFileName(folder.path(), {}); }),
+              "Invalid parameter not satisfying: nil != extension");
+    EXPECT_EQ(messageOf([&] { Util::generateTempFileName2(folder.path(), {}); }),
+              "Invalid parameter not satisfying: nil != extension");
+    EXPECT_EQ(messageOf([&] {
+                  Util::generateTempFileName(folder.file(QStringLiteral("missing")), QStringLiteral("wav"));
+              }),
+              "Unable to create a temporary file: No such file or directory");
+    EXPECT_EQ(messageOf([&] { Util::generateTempFileName(folder.path(), QString(1100, u'x')); }),
+              "Unable to create a temporary file: File name too long");
+}
+
+TEST(StringTests, KnowStartsAndEnds)
+{
+    const QString text = QStringLiteral("abcab");
+    EXPECT_TRUE(Util::kruvStartsWith(text, QStringLiteral("ab")));
+    EXPECT_TRUE(Util::kruvStartsWith(text, text));
+    EXPECT_FALSE(Util::kruvStartsWith(text, QStringLiteral("b")));
+    EXPECT_FALSE(Util::kruvStartsWith(text, QStringLiteral("AB")));
+    EXPECT_FALSE(Util::kruvStartsWith(text, QString()));
+    EXPECT_TRUE(Util::kruvEndsWith(text, QStringLiteral("cab")));
+    EXPECT_FALSE(Util::kruvEndsWith(text, QStringLiteral("abc")));
+    EXPECT_FALSE(Util::kruvEndsWith(text, QString()));
+}
+
+class DeletedFiles : public testing::Test
+{
+protected:
+    /// What lies in the trash.
+    QStringList trash() const
+    {
+        return QDir(folder.file(QStringLiteral("data/Trash/files"))).entryList(QDir::Files);
+    }
+
+    TemporaryFolder folder;
+    EnvironmentVariable dataHome{"XDG_DATA_HOME", folder.makeFolder(QStringLiteral("data")).toUtf8()};
+    Preferences preferences{folder.file(QStringLiteral("kruv.conf"))};
+    QString original = folder.write(QStringLiteral("a 100%1\n.wav"), "audio");
+};
+
+TEST_F(DeletedFiles, AreGoneByDefault)
+{
+    Util::deleteFile(original, preferences);
+    EXPECT_FALSE(QFile::exists(original));
+    EXPECT_TRUE(trash().isEmpty());
+}
+
+TEST_F(DeletedFiles, LieInTheTrashWhenThePersonWantsThat)
+{
+    for (const int wish : {1, -1}) {
+        preferences.setValue(QStringLiteral("trashOrDelete"), wish);
+        writeFile(original, "audio");
+        Util::deleteFile(original, preferences);
+        EXPECT_FALSE(QFile::exists(original));
+    }
+    ASSERT_EQ(trash().size(), 2) << "one name twice keeps both";
+    EXPECT_EQ(readFile(folder.file(QStringLiteral("data/Trash/files/") + trash()[0])), QByteArray("audio"));
+}
+
+TEST_F(DeletedFiles, AreNeverFolders)
+{
+    const QString album = folder.makeFolder(QStringLiteral("album"));
+    writeFile(album + QStringLiteral("/a.wav"), "audio");
+    Util::deleteFile(album, preferences);
+    Util::deleteFile(folder.file(QStringLiteral("missing")), preferences);
+    EXPECT_TRUE(QFile::exists(album + QStringLiteral("/a.wav")));
+}

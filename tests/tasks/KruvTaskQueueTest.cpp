@@ -1,0 +1,289 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "tasks/KruvTaskQueue.h"
+
+#include "support/QtPrinters.h"
+#include "support/Wait.h"
+#include "tasks/FakeJob.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <gtest/gtest.h>
+
+using namespace kruv;
+using namespace kruv::test;
+
+namespace {
+
+QStringList numbers(int from, int to)
+{
+    QStringList list;
+    for (int number = from; number <= to; ++number) {
+        list << QString::number(number);
+    }
+    return list;
+}
+
+} // namespace
+
+TEST(KruvTaskQueue, StartsInOrderAndNeverMoreThanTheLimit)
+{
+    for (const int limit : {1, 2, 5}) {
+        Engine engine(limit);
+        QStringList starts;
+        const Jobs jobs = makeSet(engine.queue, 20, &starts);
+        addAll(engine.queue, jobs);
+        EXPECT_EQ(starts, numbers(1, limit));
+        for (int ended = 0; ended < 20; ++ended) {
+            EXPECT_EQ(running(jobs), std::min(limit, 20 - ended));
+            EXPECT_EQ(engine.userInterface.badge, 20 - ended);
+            jobs[static_cast<std::size_t>(ended)]->succeed();
+        }
+        EXPECT_EQ(starts, numbers(1, 20));
+        EXPECT_EQ(engine.queue.taskCount(), 0);
+        EXPECT_EQ(engine.queue.activeTask(), 0);
+    }
+}
+
+TEST(KruvTaskQueue, TakesItsLimitFromThePreferencesAndFollowsThem)
+{
+    const TemporaryFolder folder;
+    Preferences preferences(folder.file(QStringLiteral("p.conf")));
+    ScriptedUserInterface person;
+    KruvTaskQueue queue(preferences, person, nullptr);
+    const Jobs jobs = makeSet(queue, 9);
+    addAll(queue, jobs);
+    EXPECT_EQ(running(jobs), 2);
+    preferences.setMaxThreads(4);
+    EXPECT_EQ(running(jobs), 2) << "the new limit counts from the next start";
+    jobs[0]->succeed();
+    EXPECT_EQ(running(jobs), 4);
+    preferences.setMaxThreads(1);
+    EXPECT_EQ(running(jobs), 4) << "running jobs are not touched";
+    jobs[1]->succeed();
+    jobs[2]->succeed();
+    jobs[3]->succeed();
+    EXPECT_EQ(running(jobs), 1);
+    preferences.setMaxThreads(0);
+    jobs[4]->succeed();
+    EXPECT_EQ(running(jobs), 1) << "a limit of nothing would never end";
+    queue.cancelAllTasks();
+}
+
+TEST(KruvTaskQueue, ANewJobMayOvertakeWhenTheLimitWasRaisedMeanwhile)
+{
+    Engine engine(1);
+    QStringList starts;
+    const Jobs jobs = makeSet(engine.queue, 5, &starts);
+    for (const std::size_t i : {0U, 1U, 2U}) {
+        engine.queue.addTask(jobs[i]);
+    }
+    engine.queue.setMaxThreads(2);
+    engine.queue.addTask(jobs[3]);
+    engine.queue.addTask(jobs[4]);
+    EXPECT_EQ(starts, (QStringList{QStringLiteral("1"), QStringLiteral("4")}));
+    jobs[3]->succeed();
+    jobs[0]->succeed();
+    jobs[1]->succeed();
+    EXPECT_EQ(starts.mid(2), (QStringList{QStringLiteral("2"), QStringLiteral("3"), QStringLiteral("5")}))
+        << "those that were overtaken come first";
+    jobs[2]->succeed();
+    jobs[4]->succeed();
+}
+
+TEST(KruvTaskQueue, CancellingWaitingJobsLetsAsManyMoreRunUntilIdle)
+{
+    Engine engine(2);
+    QStringList starts;
+    const Jobs jobs = makeSet(engine.queue, 8, &starts);
+    addAll(engine.queue, jobs);
+    jobs[5]->cancelTask();
+    EXPECT_EQ(engine.queue.taskCount(), 7);
+    EXPECT_EQ(starts, numbers(1, 3));
+    for (const int next : {0, 1, 2, 3, 4, 6, 7}) {
+        EXPECT_EQ(engine.queue.panelArray().rowCount(), 8) << "rows stay until nothing runs";
+        jobs[static_cast<std::size_t>(next)]->succeed();
+    }
+    EXPECT_FALSE(starts.contains(u"6"));
+    EXPECT_EQ(engine.queue.panelArray().rowCount(), 0);
+
+    const Jobs later = makeSet(engine.queue, 5);
+    addAll(engine.queue, later);
+    EXPECT_EQ(running(later), 2) << "being idle settles the count";
+    engine.queue.cancelAllTasks();
+}
+
+TEST(KruvTaskQueue, ASecondReportOfACancelledJobFreesOneMorePlace)
+{
+    Engine engine(2);
+    const Jobs jobs = makeSet(engine.queue, 6);
+    addAll(engine.queue, jobs);
+    jobs[0]->cancelTask(); // its background work goes on
+    EXPECT_EQ(engine.queue.taskCount(), 5);
+    EXPECT_EQ(running(jobs), 2);
+    jobs[0]->stopTask(); // and comes to its end
+    EXPECT_EQ(engine.queue.taskCount(), 5);
+    EXPECT_EQ(running(jobs), 3);
+    EXPECT_TRUE(jobs[0]->cancelled());
+    EXPECT_FALSE(jobs[0]->error());
+    for (const std::size_t next : {1U, 2U, 3U, 4U}) {
+        jobs[next]->succeed();
+        EXPECT_TRUE(engine.userInterface.notifications.isEmpty()) << "the last job still runs";
+    }
+    jobs[5]->succeed();
+    EXPECT_EQ(engine.userInterface.notifications, QStringList{QStringLiteral("Kruv task(s) completed")});
+    EXPECT_EQ(engine.queue.activeTask(), 0);
+}
+
+TEST(KruvTaskQueue, EndsABusyPeriodWithoutErrorsByClosingEverything)
+{
+    Engine engine;
+    const Jobs jobs = makeSet(engine.queue, 3);
+    int idle = 0;
+    QObject::connect(&engine.queue, &KruvTaskQueue::becameIdle, &engine.queue, [&idle] { ++idle; });
+    addAll(engine.queue, jobs);
+    EXPECT_TRUE(engine.userInterface.statusPanelShown);
+    EXPECT_EQ(engine.power.taken, 1) << "asked once a busy period";
+    EXPECT_GE(engine.power.released, 1) << "and given back at once";
+    for (const auto &job : jobs) {
+        job->succeed();
+    }
+    EXPECT_FALSE(engine.userInterface.statusPanelShown);
+    EXPECT_EQ(engine.userInterface.badge, 0);
+    EXPECT_EQ(engine.userInterface.notifications, QStringList{QStringLiteral("Kruv task(s) completed")});
+    EXPECT_EQ(engine.userInterface.attentionRequests, 0);
+    EXPECT_EQ(idle, 1);
+
+    engine.userInterface.hasNotifications = false;
+    const Jobs more = makeSet(engine.queue, 1);
+    addAll(engine.queue, more);
+    more[0]->succeed();
+    EXPECT_EQ(engine.power.taken, 2);
+    EXPECT_EQ(engine.userInterface.attentionRequests, 1) << "a desktop without notifications";
+}
+
+TEST(KruvTaskQueue, FailedRowsStayUntilTheyAreRemoved)
+{
+    Engine engine;
+    const Jobs jobs = makeSet(engine.queue, 3);
+    addAll(engine.queue, jobs);
+    jobs[0]->succeed();
+    jobs[1]->failWith(QStringLiteral("disk full"));
+    jobs[2]->cancelTask();
+    ASSERT_EQ(engine.queue.panelArray().rowCount(), 1);
+    EXPECT_EQ(&engine.queue.panelArray().task(0), jobs[1].get());
+    EXPECT_EQ(engine.queue.panelArray().rowOf(*jobs[0]), -1);
+    EXPECT_TRUE(engine.userInterface.statusPanelShown);
+    EXPECT_EQ(engine.userInterface.badge, 0);
+    EXPECT_TRUE(engine.userInterface.notifications.isEmpty());
+    engine.queue.removeAllErrors();
+    EXPECT_EQ(engine.queue.panelArray().rowCount(), 0);
+    EXPECT_FALSE(engine.userInterface.statusPanelShown);
+}
+
+TEST(KruvTaskQueue, ScrollsToTheLastRowStarted)
+{
+    Engine engine(2);
+    const Jobs jobs = makeSet(engine.queue, 5);
+    addAll(engine.queue, jobs);
+    jobs[0]->succeed();
+    EXPECT_EQ(engine.userInterface.scrolledToRow, 2);
+    jobs[2]->succeed();
+    EXPECT_EQ(engine.userInterface.scrolledToRow, 3);
+    engine.queue.cancelAllTasks();
+}
+
+TEST(KruvTaskQueue, CancelsAllWithoutStartingAny)
+{
+    Engine engine(3);
+    QStringList starts;
+    const Jobs jobs = makeSet(engine.queue, 50, &starts);
+    addAll(engine.queue, jobs);
+    int ended = 0;
+    int idle = 0;
+    QObject::connect(&engine.queue, &KruvTaskQueue::taskEnded, &engine.queue, [&ended] { ++ended; });
+    QObject::connect(&engine.queue, &KruvTaskQueue::becameIdle, &engine.queue, [&idle] { ++idle; });
+    engine.queue.cancelAllTasks();
+    EXPECT_EQ(starts, numbers(1, 3));
+    EXPECT_EQ(ended, 50);
+    EXPECT_EQ(idle, 1);
+    EXPECT_TRUE(std::ranges::all_of(jobs, [](const auto &job) { return job->cancelled() && !job->error(); }));
+    EXPECT_TRUE(engine.userInterface.resultsWindows.empty());
+    EXPECT_EQ(engine.queue.taskCount(), 0);
+    EXPECT_EQ(engine.queue.activeTask(), 0);
+    engine.queue.cancelAllTasks();
+    EXPECT_EQ(idle, 1) << "nothing was there to cancel";
+}
+
+TEST(KruvTaskQueue, TenThousandJobsThatCannotStartNeedNoStack)
+{
+    Engine engine(2);
+    std::uintptr_t highest = 0;
+    std::uintptr_t lowest = UINTPTR_MAX;
+    const auto noteStack = [&] {
+        const auto here = reinterpret_cast<std::uintptr_t>(__builtin_frame_address(0));
+        highest = std::max(highest, here);
+        lowest = std::min(lowest, here);
+    };
+    int ended = 0;
+    QObject::connect(&engine.queue, &KruvTaskQueue::taskEnded, &engine.queue, [&] {
+        noteStack();
+        ++ended;
+    });
+    const Jobs jobs = makeSet(engine.queue, 10'000);
+    for (const auto &job : jobs) {
+        job->cannotStart = true;
+    }
+    addAll(engine.queue, jobs);
+    ASSERT_TRUE(engine.runToEnd());
+    EXPECT_EQ(ended, 10'000);
+    EXPECT_LT(highest - lowest, 64U * 1024U);
+    EXPECT_TRUE(std::ranges::all_of(jobs, [](const auto &job) { return job->error() && job->isDone(); }));
+    EXPECT_EQ(engine.queue.activeTask(), 0);
+    ASSERT_EQ(engine.userInterface.resultsWindows.size(), 1U);
+    EXPECT_EQ(engine.userInterface.resultsWindows[0].text.count(QStringLiteral("no such tool")), 10'000);
+}
+
+TEST(KruvTaskQueue, NothingStartsAfterQuitting)
+{
+    Engine engine(2);
+    QStringList starts;
+    const Jobs jobs = makeSet(engine.queue, 50, &starts);
+    const auto followUp = std::make_shared<FakeJob>(&engine.queue, QStringLiteral("follow-up"), &starts);
+    jobs[0]->results()->setTaskAfterSetDone(followUp);
+    addAll(engine.queue, jobs);
+    engine.queue.killAllTasks();
+    serveEvents();
+    EXPECT_EQ(starts, numbers(1, 2));
+    EXPECT_EQ(engine.queue.taskCount(), 0);
+    EXPECT_FALSE(followUp->isActive());
+}
+
+TEST(KruvTaskQueue, AsksForPowerAgainWhileItIsRefused)
+{
+    Engine engine;
+    engine.power.refuses = true;
+    const Jobs jobs = makeSet(engine.queue, 2);
+    addAll(engine.queue, jobs);
+    EXPECT_EQ(engine.power.released, 0);
+    engine.power.refuses = false;
+    const Jobs later = makeSet(engine.queue, 1);
+    addAll(engine.queue, later);
+    EXPECT_EQ(engine.power.taken, 1);
+    engine.queue.cancelAllTasks();
+}
+
+TEST(KruvTaskQueue, TellsNothingOfJobsItDoesNotHold)
+{
+    Engine engine;
+    int changes = 0;
+    QObject::connect(&engine.queue, &KruvTaskQueue::taskChanged, &engine.queue, [&changes] { ++changes; });
+    const auto job = std::make_shared<FakeJob>(&engine.queue, QStringLiteral("x"));
+    job->setTextFieldString(QStringLiteral("x"));
+    job->publish(&KruvTask::setTextFieldValue);
+    EXPECT_EQ(changes, 0);
+    engine.queue.addTask(job);
+    EXPECT_GT(changes, 0);
+    engine.queue.cancelAllTasks();
+}

@@ -1,0 +1,179 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "tasks/KruvTaskResults.h"
+
+#include "support/QtPrinters.h"
+#include "support/Wait.h"
+#include "tasks/FakeJob.h"
+
+#include <gtest/gtest.h>
+#include <thread>
+
+using namespace kruv;
+using namespace kruv::test;
+using Window = ScriptedUserInterface::Window;
+
+TEST(KruvTaskResults, JoinsTheTextsInSetOrder)
+{
+    Engine engine;
+    const Jobs jobs = makeSet(engine.queue, 3);
+    KruvTaskResults &results = *jobs[0]->results();
+    EXPECT_EQ(results.results(), QStringLiteral("\n\n\n"));
+    jobs[2]->say(QStringLiteral("c"));
+    jobs[0]->say(QStringLiteral("a"));
+    results.appendResults(QStringLiteral("+"), *jobs[0]);
+    results.appendResults(QStringLiteral("first"));
+    EXPECT_EQ(results.results(), QStringLiteral("a+first\n\nc\n"));
+    EXPECT_EQ(results.results(*jobs[2]), QStringLiteral("c"));
+
+    results.setHasResults(false);
+    results.setResults(QStringLiteral("new"), *jobs[1]);
+    EXPECT_TRUE(results.hasResults());
+    results.setHasResults(false);
+    results.setResults(QStringLiteral("head"));
+    EXPECT_TRUE(results.hasResults());
+    EXPECT_EQ(results.results(), QStringLiteral("head\nnew\nc\n"));
+}
+
+TEST(KruvTaskResults, AJobOfItsOwnIsASetOfOne)
+{
+    Engine engine;
+    const auto job = std::make_shared<FakeJob>(&engine.queue, QStringLiteral("alone"));
+    EXPECT_EQ(job->results()->taskCount(), 1U);
+    EXPECT_FALSE(job->results()->taskSetDone());
+    engine.queue.addTask(job);
+    job->succeed();
+    EXPECT_TRUE(job->results()->taskSetDone());
+}
+
+TEST(KruvTaskResults, AddingAJobTwiceDoesNotKeepTheSetOpen)
+{
+    Engine engine;
+    const Jobs jobs = makeSet(engine.queue, 1);
+    jobs[0]->results()->addTaskInSet(*jobs[0]);
+    EXPECT_EQ(jobs[0]->results()->taskCount(), 1U);
+    engine.queue.addTask(jobs[0]);
+    jobs[0]->succeed();
+    EXPECT_TRUE(jobs[0]->results()->taskSetDone());
+}
+
+TEST(KruvTaskResults, FloodsAreCutAndSaySo)
+{
+    Engine engine;
+    const Jobs jobs = makeSet(engine.queue, 20);
+    const QString block(KruvTaskResults::maxTextLength / 2 + 1, u'x');
+    for (const auto &job : jobs) {
+        for (int i = 0; i < 5; ++i) {
+            job->say(block);
+        }
+    }
+    KruvTaskResults &results = *jobs[0]->results();
+    EXPECT_TRUE(results.results(*jobs[0]).endsWith(u"[The rest of this output was left out.]\n"));
+    EXPECT_EQ(results.results(*jobs[0]).count(u"left out"), 1);
+    qsizetype kept = 0;
+    for (const auto &job : jobs) {
+        kept += results.results(*job).size();
+    }
+    EXPECT_LT(kept, KruvTaskResults::maxSetLength + 100 * 20);
+    results.setResults(QStringLiteral("short"), *jobs[0]);
+    jobs[0]->say(QStringLiteral(" and more"));
+    EXPECT_EQ(results.results(*jobs[0]), QStringLiteral("short and more"));
+}
+
+TEST(KruvTaskResults, ManyThreadsAppendAtOnce)
+{
+    Engine engine;
+    const Jobs jobs = makeSet(engine.queue, 4);
+    std::vector<std::thread> threads;
+    for (const auto &job : jobs) {
+        threads.emplace_back([&job] {
+            for (int i = 0; i < 1000; ++i) {
+                job->say(QStringLiteral("x"));
+                static_cast<void>(job->results()->results().size());
+            }
+        });
+    }
+    for (std::thread &thread : threads) {
+        thread.join();
+    }
+    EXPECT_EQ(jobs[0]->results()->results().count(u'x'), 4000);
+}
+
+TEST(KruvTaskResults, TheFollowUpIsQueuedOnceAfterEveryJobOfTheSet)
+{
+    Engine engine(2);
+    QStringList starts;
+    const Jobs jobs = makeSet(engine.queue, 4, &starts);
+    const auto followUp = std::make_shared<FakeJob>(&engine.queue, QStringLiteral("follow-up"), &starts);
+    jobs[0]->results()->setTaskAfterSetDone(followUp);
+    addAll(engine.queue, jobs);
+    jobs[0]->cancelTask();
+    jobs[3]->cancelTask();
+    jobs[1]->failWith(QStringLiteral("no"));
+    serveEvents();
+    EXPECT_FALSE(starts.contains(u"follow-up"));
+    jobs[2]->succeed();
+    jobs[0]->stopTask(); // what it was doing ends late
+    serveEvents();
+    jobs[0]->stopTask();
+    serveEvents();
+    EXPECT_EQ(starts.count(u"follow-up"), 1);
+    EXPECT_EQ(engine.queue.taskCount(), 1);
+    followUp->succeed();
+    EXPECT_EQ(engine.queue.taskCount(), 0);
+}
+
+TEST(ResultsWindow, OpensOnlyWhenEveryJobOfTheSetKeptItsText)
+{
+    struct Case
+    {
+        const char *what;
+        FakeJob::Kind kind;
+        QString outcomes; // f failed, s succeeded, c cancelled
+        std::vector<Window> windows;
+    };
+    const auto conversion = FakeJob::Kind::Conversion;
+    const auto report = FakeJob::Kind::Report;
+    const std::vector<Window> allTexts = {{QStringLiteral("text 1\ntext 2\ntext 3\n"), QStringLiteral("3")}};
+    const Case cases[] = {
+        {"all failed", conversion, QStringLiteral("fff"), allTexts},
+        {"one failed", conversion, QStringLiteral("fss"), {}},
+        {"the last failed", conversion, QStringLiteral("ssf"), {}},
+        {"none failed", conversion, QStringLiteral("sss"), {}},
+        {"one cancelled", conversion, QStringLiteral("fcf"), {}},
+        {"reports", report, QStringLiteral("sss"), allTexts},
+        {"reports of mixed fate", report, QStringLiteral("sfs"), allTexts},
+    };
+    for (const Case &tested : cases) {
+        SCOPED_TRACE(tested.what);
+        Engine engine(3);
+        const Jobs jobs = makeSet(engine.queue, 3, nullptr, tested.kind);
+        addAll(engine.queue, jobs);
+        for (const std::size_t i : {0U, 1U, 2U}) {
+            jobs[i]->say(QStringLiteral("text %1").arg(i + 1));
+            if (tested.outcomes[static_cast<qsizetype>(i)] == u'c') {
+                jobs[i]->cancelTask();
+                continue;
+            }
+            jobs[i]->setError(tested.outcomes[static_cast<qsizetype>(i)] == u'f');
+            jobs[i]->stopTask();
+        }
+        EXPECT_EQ(engine.userInterface.resultsWindows, tested.windows);
+    }
+}
+
+TEST(ResultsWindow, IsCalledOutputWithoutATitleAndOpensForEachSet)
+{
+    Engine engine;
+    const auto first = std::make_shared<FakeJob>(&engine.queue, QString(), nullptr, FakeJob::Kind::Report);
+    const auto second =
+        std::make_shared<FakeJob>(&engine.queue, QStringLiteral("two"), nullptr, FakeJob::Kind::Report);
+    engine.queue.addTask(first);
+    engine.queue.addTask(second);
+    first->succeed();
+    second->succeed();
+    EXPECT_EQ(engine.userInterface.resultsWindows,
+              (std::vector<Window>{{QStringLiteral("\n"), QStringLiteral("Output")},
+                                   {QStringLiteral("\n"), QStringLiteral("two")}}));
+}

@@ -1,0 +1,106 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "OpticalDrives.h"
+
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+
+namespace kruv::adapters {
+
+namespace {
+
+// A tree like /sys/block with the device database beside it, gone with the object.
+class FakeMachine
+{
+public:
+    FakeMachine()
+        : m_root(testing::TempDir() + "kruv-drives-XXXXXX")
+    {
+        if (!mkdtemp(m_root.data())) {
+            throw std::runtime_error("no temporary folder");
+        }
+    }
+    ~FakeMachine() { std::filesystem::remove_all(m_root); }
+
+    void add(const std::string &name, const std::string &number, const std::string &properties)
+    {
+        std::filesystem::create_directories(m_root + "/sys/block/" + name);
+        std::filesystem::create_directories(m_root + "/run/udev/data");
+        std::ofstream(m_root + "/sys/block/" + name + "/dev") << number << "\n";
+        if (!properties.empty()) {
+            std::ofstream(m_root + "/run/udev/data/b" + number) << properties;
+        }
+    }
+
+    std::vector<OpticalDrive> drives() const { return opticalDrives(m_root); }
+
+private:
+    std::string m_root;
+};
+
+struct Mapping
+{
+    std::string provider;
+    std::string device;
+};
+
+void expectMappings(const std::vector<OpticalDrive> &drives, const std::vector<Mapping> &mappings)
+{
+    for (const auto &[provider, device] : mappings) {
+        EXPECT_EQ(deviceOfProvider(drives, provider), device) << provider;
+    }
+}
+
+} // namespace
+
+TEST(OpticalDrives, AreNumberedWithinTheirKind)
+{
+    FakeMachine machine;
+    machine.add("sr10", "11:10", "E:ID_CDROM=1\nE:ID_CDROM_CD=1\n");
+    machine.add("sr2", "11:2", "E:ID_CDROM=1\nE:ID_CDROM_DVD=1\n");
+    machine.add("sr0", "11:0", "I:42\nE:ID_CDROM_CD=1\nE:ID_CDROM_BD=1\nE:ID_CDROM_DVD=1\n");
+    machine.add("sr1", "11:1", "E:ID_CDROM_DVD=1\nE:ID_CDROM_CD=1\n");
+    machine.add("sr3", "11:3", "");
+    machine.add("sda", "8:0", "E:ID_CDROM_DVD=1\n");
+    machine.add("srx", "8:1", "");
+    const auto drives = machine.drives();
+    expectMappings(drives, {{"IOBDServices", "/dev/sr0"},
+                            {"IODVDServices", "/dev/sr1"},
+                            {"IODVDServices/2", "/dev/sr2"},
+                            {"IOCompactDiscServices", "/dev/sr3"},
+                            {"IOCompactDiscServices/2", "/dev/sr10"},
+                            {"IOBDServices/2", ""},
+                            {"", ""}});
+    for (const char *provider :
+         {"IOBDServices", "IODVDServices", "IODVDServices/2", "IOCompactDiscServices/2"}) {
+        const auto device = deviceOfProvider(drives, provider);
+        EXPECT_EQ(providerOfDrive(drives, device.substr(5)), provider);
+    }
+    EXPECT_EQ(providerOfDrive(drives, "sr9"), "");
+}
+
+TEST(OpticalDrives, AnUnknownKindCountsAllDrives)
+{
+    FakeMachine machine;
+    machine.add("sr0", "11:0", "E:ID_CDROM_DVD=1\n");
+    expectMappings(machine.drives(), {{"IOCompactDiscServices", "/dev/sr0"},
+                                      {"IOBDServices", "/dev/sr0"},
+                                      {"", "/dev/sr0"},
+                                      {"IOCompactDiscServices/2", ""}});
+    expectMappings({}, {{"IOCompactDiscServices", ""}, {"", ""}});
+}
+
+TEST(OpticalDrives, ProviderNamesAreRecognisedWhole)
+{
+    for (const char *name : {"IOCompactDiscServices", "IODVDServices/2", "IOBDServices/6"}) {
+        EXPECT_TRUE(isProviderName(name)) << name;
+    }
+    for (const char *name : {"", "/dev/sr0", "IODVDServices/", "IODVDServices/0", "IODVDServices/2x",
+                             "IODVDServicesX", "IOBDServices/99999999999999999999", "xIOBDServices"}) {
+        EXPECT_FALSE(isProviderName(name)) << name;
+    }
+}
+
+} // namespace kruv::adapters

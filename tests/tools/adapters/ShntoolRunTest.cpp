@@ -1,0 +1,311 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "ToolRun.h"
+
+#include <csignal>
+#include <filesystem>
+#include <gtest/gtest.h>
+
+namespace kruv::adapters {
+
+namespace {
+
+using Names = std::vector<std::string>;
+
+class ShntoolRunTest : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        if (!haveTool("shntool") || !haveTool("flac") || !haveTool("wavpack") || !haveTool("sox")) {
+            GTEST_SKIP() << "needs shntool, flac, wavpack and sox";
+        }
+        std::filesystem::create_directories(source(""));
+        std::filesystem::create_directories(output(""));
+    }
+
+    std::string source(const std::string &name) const { return m_folder.path() + "/in put/" + name; }
+    std::string output(const std::string &name) const { return m_folder.path() + "/out/" + name; }
+
+    // The audio as a file called `name`, in the format of its extension whatever its case.
+    std::string makeSource(const std::string &name, const TestAudio &audio) const
+    {
+        const auto path = source(name);
+        const auto wav = m_folder.path() + "/source.wav";
+        writeWav(wav, audio);
+        auto extension = name.substr(name.rfind('.') + 1);
+        std::transform(extension.begin(), extension.end(), extension.begin(),
+                       [](unsigned char c) { return tolower(c); });
+        const auto target = m_folder.path() + "/source." + extension;
+        if (extension == "flac") {
+            runTool("flac", {"-s", "-f", "-0", wav, "-o", target});
+        } else if (extension == "wv") {
+            // Made from an AIFF: the awkward kind.
+            runTool("sox", {"-D", wav, m_folder.path() + "/source.aiff"});
+            runTool("wavpack", {"-q", "-y", "-f", m_folder.path() + "/source.aiff", "-o", target});
+        } else if (extension != "wav") {
+            runTool("sox", {"-D", wav, target});
+        }
+        std::filesystem::rename(target, path);
+        return path;
+    }
+
+    Names leftOver() const { return namesIn(output("")); }
+
+    const TestAudio m_cd = TestAudio::noise(44100, 2, 16);
+
+private:
+    ScratchFolder m_folder{testing::TempDir()};
+};
+
+} // namespace
+
+TEST_F(ShntoolRunTest, ConvertsEveryDepthAndChannelCountFromEveryContainer)
+{
+    const TestAudio audios[]{m_cd, TestAudio::noise(20011, 2, 24), TestAudio::noise(9001, 6, 16),
+                             TestAudio::noise(7001, 6, 24)};
+    const std::pair<std::string, std::string> encoders[]{
+        {"cust ext=flac flac -1  -V  -o %f -", "flac"}, {"wav", "wav"}, {"aiff", "aiff"}};
+    for (const auto &audio : audios) {
+        for (const char *name : {"X.WAV", "x.aif", "U.FLAC", "y.wv"}) {
+            const auto path = makeSource(name, audio);
+            for (const auto &[encoder, extension] : encoders) {
+                SCOPED_TRACE(std::string(name) + " to " + extension + ", " + std::to_string(audio.bits) +
+                             " bits");
+                const auto result = runTool(
+                    "shntool", {"conv", "-P", "pct", "-O", "never", "-d", output(""), "-o", encoder, path});
+                const auto wanted = std::string(name).substr(0, 1) + "." + extension;
+                EXPECT_EQ(result.status, 0) << result.output;
+                EXPECT_EQ(leftOver(), Names{wanted});
+                EXPECT_TRUE(pcmOf(output(wanted)) == audio.samples);
+                EXPECT_NE(result.output.find("/out/" + wanted + "]"), std::string::npos) << result.output;
+                std::filesystem::remove(output(wanted));
+            }
+        }
+    }
+}
+
+TEST_F(ShntoolRunTest, ReportsAndHashesAgreeOverContainers)
+{
+    const auto audio = TestAudio::noise(11025, 6, 24);
+    Arguments files;
+    for (const char *name : {"a.wav", "b.aif", "c.flac", "d.wv"}) {
+        makeSource(name, audio);
+        files.emplace_back(name);
+    }
+    Arguments line{"hash", "-m"};
+    line.insert(line.end(), files.begin(), files.end());
+    const auto hashes = runTool("shntool", line, source(""));
+    EXPECT_EQ(hashes.status, 0);
+    std::string hash;
+    for (const auto &name : files) {
+        const auto at = hashes.output.find("  [shntool]  " + name + "\n");
+        ASSERT_NE(at, std::string::npos) << hashes.output;
+        hash = hash.empty() ? hashes.output.substr(at - 32, 32) : hash;
+        EXPECT_EQ(hashes.output.substr(at - 32, 32), hash) << name;
+    }
+    line = {"len"};
+    for (const auto &name : files) {
+        line.push_back(source(name));
+    }
+    const auto lengths = runTool("shntool", line);
+    EXPECT_EQ(lengths.status, 0) << lengths.output;
+    for (const auto &name : files) {
+        EXPECT_NE(lengths.output.find("  " + source(name) + "\n"), std::string::npos) << lengths.output;
+    }
+    EXPECT_NE(lengths.output.find("  wav  1.0000  " + source("a.wav")), std::string::npos) << lengths.output;
+    EXPECT_EQ(runTool("shntool", {"cmp", source("a.wav"), source("d.wv")}).status, 0);
+}
+
+TEST_F(ShntoolRunTest, WritesExactlyTheFileAskedFor)
+{
+    const auto path = makeSource("T.FLAC", m_cd);
+    writeFile(output("T.wav"), "the user's own");
+    writeFile(output("Kruv-1.wav"), "");
+    auto result = runTool(
+        "shntool", {"conv", "-P", "pct", "-O", "always", "-o", "wav", "-n", output("Kruv-1.wav"), path});
+    EXPECT_EQ(result.status, 0) << result.output;
+    EXPECT_TRUE(pcmOf(output("Kruv-1.wav")) == m_cd.samples);
+    EXPECT_EQ(contentOf(output("T.wav")), "the user's own");
+    EXPECT_EQ(leftOver(), (Names{"Kruv-1.wav", "T.wav"}));
+
+    writeFile(output("T.mp3"), "kept");
+    if (haveTool("lame")) {
+        const Arguments line{"conv",
+                             "-P",
+                             "pct",
+                             "-O",
+                             "never",
+                             "-o",
+                             "cust ext=mp3 lame -m s -q 9 -b 64 - %f",
+                             "-d",
+                             output(""),
+                             "-n",
+                             output("T.mp3"),
+                             path};
+        EXPECT_EQ(runTool("shntool", line).status, 1);
+        EXPECT_EQ(contentOf(output("T.mp3")), "kept");
+        std::filesystem::remove(output("T.mp3"));
+        EXPECT_EQ(runTool("shntool", line).status, 0);
+        EXPECT_GT(contentOf(output("T.mp3")).size(), 4000U);
+    }
+}
+
+TEST_F(ShntoolRunTest, FixesInTheGivenOrderUnderTheSourcesNames)
+{
+    // 10 frames too many in each: what is moved from track to track shows the order.
+    const Names order{"s10.WAV", "s2.aif", "s1.wv"};
+    std::string all;
+    Arguments files;
+    for (unsigned i = 0; i < order.size(); ++i) {
+        const auto audio = TestAudio::noise(588 * 20 + 10, 2, 16, i + 1);
+        files.push_back(makeSource(order[i], audio));
+        all += audio.samples;
+    }
+    Arguments line{"fix",      "-P", "pct",  "-O", "never", "-k", "-d", output(""), "-o", "cust",
+                   "ext=flac", "{",  "flac", "-s", "-5",    "-o", "%f", "-",        "}"};
+    line.insert(line.end(), files.begin(), files.end());
+    auto result = runTool("shntool", line, source(""));
+    EXPECT_EQ(result.status, 0) << result.output;
+    EXPECT_EQ(leftOver(), (Names{"s1.flac", "s10.flac", "s2.flac"}));
+    const auto fixed = pcmOf(output("s10.flac")) + pcmOf(output("s2.flac")) + pcmOf(output("s1.flac"));
+    EXPECT_EQ(pcmOf(output("s10.flac")).size() % 2352, 0U);
+    EXPECT_TRUE(fixed.substr(0, all.size()) == all);
+
+    // Again over the same names: refused, and nothing of it is left.
+    std::filesystem::remove(output("s10.flac"));
+    result = runTool("shntool", line, source(""));
+    EXPECT_EQ(result.status, 1);
+    EXPECT_NE(result.output.find("could not open output file: ["), std::string::npos) << result.output;
+    EXPECT_EQ(leftOver(), (Names{"s1.flac", "s2.flac"}));
+}
+
+TEST_F(ShntoolRunTest, JoinsAndSplitsBackWithoutAQuestion)
+{
+    const auto first = TestAudio::noise(588 * 10, 2, 16, 1);
+    const auto second = TestAudio::noise(588 * 10, 2, 16, 2);
+    const auto a = makeSource("10.wav", first);
+    const auto b = makeSource("9.wav", second);
+    auto result = runTool("shntool", {"join", "-o", "flac", "-n", "-d", output(""), "-O", "never", a, b});
+    EXPECT_EQ(result.status, 0) << result.output;
+    EXPECT_TRUE(pcmOf(output("joined.flac")) == first.samples + second.samples);
+
+    writeFile(source("points.txt"), "0:00.10\n");
+    const Arguments split{"split", "-f", source("points.txt"), "-o",
+                          "wav",   "-d", output(""),           output("joined.flac")};
+    result = runTool("shntool", split);
+    EXPECT_EQ(result.status, 0) << result.output;
+    EXPECT_TRUE(pcmOf(output("split-track01.wav")) == first.samples);
+    EXPECT_TRUE(pcmOf(output("split-track02.wav")) == second.samples);
+
+    writeFile(output("split-track01.wav"), "renamed by hand");
+    result = runTool("shntool", split);
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(contentOf(output("split-track01.wav")), "renamed by hand");
+    EXPECT_TRUE(pcmOf(output("split-track02.wav")) == second.samples);
+    EXPECT_EQ(leftOver(), (Names{"joined.flac", "split-track01.wav", "split-track02.wav"}));
+}
+
+TEST_F(ShntoolRunTest, SplitsHighResolutionAudioAtTheRightPlace)
+{
+    const auto audio = TestAudio::noise(44100 * 2, 2, 24);
+    writeFile(source("points.cue"), "FILE \"x\" WAVE\n TRACK 01 AUDIO\n  INDEX 01 00:00:00\n"
+                                    " TRACK 02 AUDIO\n  INDEX 01 00:01:00\n");
+    for (const char *name : {"a.wav", "b.aif", "c.flac", "d.wv"}) {
+        SCOPED_TRACE(name);
+        const auto path = makeSource(name, audio);
+        const auto result =
+            runTool("shntool", {"split", "-f", source("points.cue"), "-o", "flac", "-d", output(""), path});
+        EXPECT_EQ(result.status, 0) << result.output;
+        EXPECT_TRUE(pcmOf(output("split-track01.flac")) == audio.samples.substr(0, 44100 * 6));
+        EXPECT_TRUE(pcmOf(output("split-track02.flac")) == audio.samples.substr(44100 * 6));
+        EXPECT_EQ(leftOver(), (Names{"split-track01.flac", "split-track02.flac"}));
+        std::filesystem::remove(output("split-track01.flac"));
+        std::filesystem::remove(output("split-track02.flac"));
+    }
+}
+
+TEST_F(ShntoolRunTest, OurOwnCodersServeIt)
+{
+    if (!haveTool("shorten") || !haveTool("ttaenc")) {
+        GTEST_SKIP() << "needs shorten and ttaenc in the resources folder";
+    }
+    const auto wav = makeSource("a.wav", m_cd);
+    const auto shn = output("a.shn");
+    EXPECT_EQ(
+        runTool("shntool", {"conv", "-o", "shn", "-P", "pct", "-O", "never", "-d", output(""), wav}).status,
+        0);
+    EXPECT_EQ(runTool("shntool",
+                      {"conv", "-P", "pct", "-O", "always", "-o", "wav", "-n", output("Kruv-2.wav"), shn})
+                  .status,
+              0);
+    EXPECT_EQ(contentOf(output("Kruv-2.wav")), contentOf(wav)) << "the header comes back too";
+
+    const auto deep = makeSource("deep.wav", TestAudio::noise(9000, 6, 24));
+    const auto tta = output("deep.tta");
+    ASSERT_EQ(runTool("ttaenc", {deep, "-o", tta}).status, 0);
+    EXPECT_EQ(runTool("shntool", {"cmp", deep, tta}).status, 0);
+    EXPECT_EQ(runTool("shntool", {"cmp", wav, shn}).status, 0);
+    EXPECT_NE(runTool("shntool", {"conv", "-o", "shn", "-O", "never", "-d", output(""), deep}).status, 0);
+    EXPECT_EQ(leftOver(), (Names{"Kruv-2.wav", "a.shn", "deep.tta"}));
+}
+
+TEST_F(ShntoolRunTest, NamesComeBackAsTheyWere)
+{
+    for (const std::string name : {"new\nline.wav", "50% off.WAV", "a: b.flac", "q'u\"o.aif", "%f.wv",
+                                   "l\xe9t.wav", "-lead.flac", "[x]{y}?.aif", "|cmd.aif"}) {
+        SCOPED_TRACE(name);
+        const auto path = makeSource(name, m_cd);
+        const auto wanted = name.substr(0, name.rfind('.')) + ".flac";
+        auto result =
+            runTool("shntool", {"conv", "-P", "pct", "-O", "never", "-d", output(""), "-o", "flac", path});
+        EXPECT_EQ(result.status, 0) << result.output;
+        EXPECT_EQ(leftOver(), Names{wanted});
+        EXPECT_TRUE(pcmOf(output(wanted)) == m_cd.samples);
+        std::filesystem::remove(output(wanted));
+
+        result = runTool("shntool", {"hash", "-m", name}, source(""));
+        EXPECT_EQ(result.status, 0) << result.output;
+        EXPECT_TRUE(result.output.ends_with("  [shntool]  " + name + "\n")) << result.output;
+    }
+}
+
+TEST_F(ShntoolRunTest, FailuresLeaveNothingAndDoneWorkStays)
+{
+    const auto good = makeSource("good.wav", TestAudio::noise(588 * 5 + 1, 2, 16));
+    const auto odd = makeSource("odd.wav", TestAudio::noise(588 * 5, 2, 24));
+    auto result = runTool("shntool", {"pad", "-d", output(""), "-o", "wav", "-O", "never", odd, good});
+    EXPECT_EQ(result.status, 1) << "one file was passed over";
+    EXPECT_EQ(leftOver(), Names{"good-padded.wav"});
+    std::filesystem::remove(output("good-padded.wav"));
+
+    // A FLAC cut in the middle
+    const auto flac = makeSource("cut.flac", m_cd);
+    std::filesystem::resize_file(flac, std::filesystem::file_size(flac) / 2);
+    result = runTool("shntool", {"conv", "-P", "pct", "-O", "never", "-d", output(""), "-o", "wav", flac});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_NE(result.output.find("ERROR"), std::string::npos) << result.output;
+    EXPECT_EQ(leftOver(), Names{});
+
+    EXPECT_NE(runTool("shntool", {"conv", "-o", "wav", "-O", "never", "-d", output("none"), good}).status, 0);
+    EXPECT_EQ(leftOver(), Names{});
+}
+
+TEST_F(ShntoolRunTest, ASignalEndsTheWholeRunAndCleansUp)
+{
+    // Large enough to be far from done when its first progress is seen.
+    const auto path = makeSource("long.WAV", TestAudio::noise(44100 * 60, 2, 16));
+    for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
+        ToolRun run("shntool", {"conv", "-P", "pct", "-O", "never", "-d", output(""), "-o",
+                                "cust ext=flac flac -8 -o %f -", path});
+        EXPECT_TRUE(run.waitForText("1%"));
+        run.send(signal);
+        const auto result = run.finish();
+        EXPECT_EQ(result.status, 128 + signal);
+        EXPECT_EQ(result.output.find("OK"), std::string::npos);
+        EXPECT_EQ(leftOver(), Names{});
+    }
+}
+
+} // namespace kruv::adapters

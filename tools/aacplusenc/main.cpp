@@ -1,0 +1,11 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "EncodeFile.h"
+#include "common/ToolMain.h"
+
+int main(int argc, char **argv)
+{
+    return kruv::tools::toolMain("aacplusenc", [&] {
+        return kruv::aacplusenc::run({argv + 1, argv + argc});
+    });
+}

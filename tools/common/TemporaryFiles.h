@@ -1,0 +1,20 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <string>
+
+namespace kruv::tools {
+
+/// Unfinished files that must not outlive the process. They are removed when SIGTERM, SIGINT or SIGHUP ends
+/// it (a signal that was ignored at the start stays ignored).
+class TemporaryFiles
+{
+public:
+    /// path must stay alive and unchanged until forget(). Throws ToolError when more than 64 are open at a
+    /// time.
+    static void remember(const std::string &path);
+    static void forget(const std::string &path);
+};
+
+} // namespace kruv::tools
