@@ -5,6 +5,7 @@
 
 #include "app/KruvController.h"
 #include "app/Version.h"
+#include "gui/QuietLabel.h"
 
 #include <QGuiApplication>
 #include <QIcon>
@@ -15,9 +16,9 @@ namespace kruv {
 
 namespace {
 
-QLabel *addLine(QVBoxLayout *layout, const QString &text, QWidget *parent)
+template <typename Label> Label *addLine(QVBoxLayout *layout, const QString &text, QWidget *parent)
 {
-    auto *line = new QLabel(text, parent);
+    auto *line = new Label(text, parent);
     line->setAlignment(Qt::AlignCenter);
     line->setWordWrap(true);
     layout->addWidget(line);
@@ -36,27 +37,25 @@ AboutView::AboutView(KruvController &controller, QWidget *parent)
     layout->setContentsMargins(24, 24, 24, 24);
     layout->setSpacing(8);
     layout->addStretch(2);
-    addLine(layout, {}, this)->setPixmap(QGuiApplication::windowIcon().pixmap(iconSize));
+    addLine<QLabel>(layout, {}, this)->setPixmap(QGuiApplication::windowIcon().pixmap(iconSize));
 
-    QLabel *title = addLine(layout, QStringLiteral("Kruv %1").arg(shortVersion()), this);
+    QLabel *title = addLine<QLabel>(layout, QStringLiteral("Kruv %1").arg(shortVersion()), this);
     title->setObjectName(QStringLiteral("KruvTitleTextField"));
     QFont large = title->font();
     large.setPointSizeF(large.pointSizeF() * 1.8);
     large.setBold(true);
     title->setFont(large);
-    QLabel *build = addLine(layout, QStringLiteral("(Build %1)").arg(buildNumber()), this);
-    build->setObjectName(QStringLiteral("buildTextField"));
-    build->setForegroundRole(QPalette::PlaceholderText);
+    addLine<QuietLabel>(layout, QStringLiteral("(Build %1)").arg(buildNumber()), this)
+        ->setObjectName(QStringLiteral("buildTextField"));
 
     layout->addSpacing(12);
-    addLine(layout, tr("Converts, verifies and keeps collections of lossless audio."), this);
-    addLine(layout, tr("Files dropped here go to the tab that fits them."), this);
+    addLine<QLabel>(layout, tr("Converts, verifies and keeps collections of lossless audio."), this);
+    addLine<QLabel>(layout, tr("Files dropped here go to the tab that fits them."), this);
     layout->addSpacing(12);
-    addLine(layout,
-            tr("© 2026 The Kruv developers. Free software under the GNU General Public License, "
-               "version 3 or later."),
-            this)
-        ->setForegroundRole(QPalette::PlaceholderText);
+    addLine<QuietLabel>(layout,
+                        tr("© 2026 The Kruv developers. Free software under the GNU General Public License, "
+                           "version 3 or later."),
+                        this);
     layout->addStretch(3);
 }
 

@@ -82,6 +82,7 @@ StatusPanel *GuiUserInterface::statusPanel()
 {
     if (!m_statusPanel && m_queue) {
         m_statusPanel = std::make_unique<StatusPanel>(*m_queue, *m_progress, m_preferences, m_mainWindow);
+        connect(m_statusPanel.get(), &StatusPanel::outputWanted, this, &GuiUserInterface::openResultsWindow);
     }
     return m_statusPanel.get();
 }

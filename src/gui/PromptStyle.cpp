@@ -21,6 +21,10 @@ QMessageBox *message(QWidget *parent, const QString &title, const QString &text)
         bold.setBold(true);
         label->setFont(bold);
     }
+    if (auto *label = box->findChild<QLabel *>(QStringLiteral("qt_msgbox_informativelabel"))) {
+        constexpr int comfortable = 340;
+        label->setMinimumWidth(comfortable);
+    }
     return box;
 }
 

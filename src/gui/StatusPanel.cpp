@@ -49,8 +49,12 @@ StatusPanel::StatusPanel(KruvTaskQueue &queue, QueueProgress &progress, Preferen
     layout->addWidget(m_table, 1);
     layout->addLayout(makeBar());
     resize(firstSize);
-    connect(&progress, &QueueProgress::changed, this, &StatusPanel::showProgress);
-    connect(&queue.panelArray(), &QAbstractItemModel::modelReset, this, &StatusPanel::showProgress);
+    m_showSoon.setSingleShot(true);
+    connect(&m_showSoon, &QTimer::timeout, this, &StatusPanel::showProgress);
+    const auto showSoon = [this] { m_showSoon.start(); };
+    connect(&progress, &QueueProgress::changed, this, showSoon);
+    connect(&queue.panelArray(), &QAbstractItemModel::modelReset, this, showSoon);
+    connect(&queue.panelArray(), &QAbstractItemModel::rowsInserted, this, showSoon);
     showProgress();
 }
 
@@ -68,6 +72,7 @@ void StatusPanel::makeTable()
     m_table->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     m_table->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_table->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(m_table, &QListView::activated, this, &StatusPanel::showOutputOf);
     connect(m_table, &QWidget::customContextMenuRequested, this, &StatusPanel::showContextMenu);
 }
 
@@ -143,6 +148,14 @@ void StatusPanel::cancelCurrent()
     if (const QModelIndex current = m_table->currentIndex(); current.isValid()) {
         m_queue.panelArray().task(current.row()).cancelTask();
         m_table->viewport()->update();
+    }
+}
+
+void StatusPanel::showOutputOf(const QModelIndex &index)
+{
+    const KruvTask &task = m_queue.panelArray().task(index.row());
+    if (task.error()) {
+        Q_EMIT outputWanted(task.results()->results(task), task.title());
     }
 }
 

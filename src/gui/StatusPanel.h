@@ -3,10 +3,12 @@
 
 #pragma once
 
+#include <QTimer>
 #include <QWidget>
 
 class QLabel;
 class QListView;
+class QModelIndex;
 class QPushButton;
 
 namespace kruv {
@@ -27,6 +29,10 @@ public:
     void bringToFront();
     void scrollTo(int row);
 
+Q_SIGNALS:
+    /// A person wants to read all that a failed job said.
+    void outputWanted(const QString &text, const QString &title);
+
 protected:
     void hideEvent(QHideEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
@@ -38,6 +44,7 @@ private:
     void showProgress();
     void showContextMenu(const QPoint &position);
     void cancelCurrent();
+    void showOutputOf(const QModelIndex &index);
     bool hasErrors() const;
 
     KruvTaskQueue &m_queue;
@@ -48,6 +55,7 @@ private:
     QLabel *m_text;
     QPushButton *m_stopAll;
     QPushButton *m_removeErrors;
+    QTimer m_showSoon; // thousands of rows may come and go in one turn of the event loop
     bool m_placed = false;
 };
 

@@ -4,6 +4,7 @@
 #include "gui/StatusQueueCell.h"
 
 #include "gui/PromptStyle.h"
+#include "gui/QuietLabel.h"
 #include "tasks/KruvTask.h"
 #include "tasks/StatusTableModel.h"
 
@@ -43,7 +44,11 @@ QFont titleFont(QFont font)
 
 QFont statusFont(QFont font)
 {
-    font.setPointSizeF(font.pointSizeF() * smallFont);
+    if (font.pointSizeF() > 0) {
+        font.setPointSizeF(font.pointSizeF() * smallFont);
+    } else {
+        font.setPixelSize(qRound(font.pixelSize() * smallFont));
+    }
     return font;
 }
 
@@ -89,6 +94,16 @@ void paintStopButton(QPainter &painter, const QPalette &palette, const QRect &re
 QString statusText(const KruvTask &task)
 {
     return task.cancelled() && !task.isDone() ? QObject::tr("Stopping…") : task.topTextField().text;
+}
+
+/// The whole path, and of a failed job the end of what its tool said.
+QString toolTipOf(const KruvTask &task)
+{
+    constexpr qsizetype mostText = 600;
+    const QString path = task.inputPath().isEmpty() ? task.title() : task.inputPath();
+    const QString said = task.error() ? task.results()->results(task).trimmed().right(mostText) : QString();
+    const QString text = said.isEmpty() ? path : path + QStringLiteral("\n\n") + said;
+    return QStringLiteral("<p style='white-space:pre-wrap'>%1</p>").arg(text.toHtmlEscaped());
 }
 
 } // namespace
@@ -169,8 +184,7 @@ void StatusQueueCell::paintTexts(QPainter &painter, const QStyleOptionViewItem &
     // The label is empty until the job starts; which file waits is worth knowing before.
     const bool waiting = title.text.isEmpty();
     draw(parts.textField, waiting ? task.title() : title.text, titleFont(option.font),
-         waiting ? option.palette.color(QPalette::PlaceholderText) : toneOf(title.color, option.palette),
-         Qt::ElideMiddle);
+         waiting ? QuietLabel::tone(option.palette) : toneOf(title.color, option.palette), Qt::ElideMiddle);
     QColor quiet = toneOf(task.topTextField().color, option.palette);
     quiet.setAlphaF(0.75F);
     draw(parts.topTextField, statusText(task), statusFont(option.font), quiet, Qt::ElideRight);
@@ -240,8 +254,7 @@ bool StatusQueueCell::helpEvent(QHelpEvent *event, QAbstractItemView *view,
     const KruvTask &task = taskOf(index);
     const QRect button = layout(frameOf(option), option.font).cancelButton;
     const bool overButton = button.contains(event->pos()) && !task.cancelButton().hidden;
-    const QString path = task.inputPath().isEmpty() ? task.title() : task.inputPath();
-    QToolTip::showText(event->globalPos(), overButton ? QObject::tr("Cancel") : path, view);
+    QToolTip::showText(event->globalPos(), overButton ? QObject::tr("Cancel") : toolTipOf(task), view);
     return true;
 }
 

@@ -1,0 +1,73 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+// Closing the window and quitting, with and without jobs.
+
+#include "gui/WindowFixture.h"
+#include "support/Engine.h"
+#include "tasks/FakeJob.h"
+#include "tasks/KruvAsyncNSTask.h"
+
+#include <QAction>
+#include <QSignalSpy>
+
+namespace kruv::test {
+
+using QuittingTest = WindowTest;
+
+TEST_F(QuittingTest, QuitsWithoutAQuestionWhenNothingRuns)
+{
+    QSignalSpy ended(window.get(), &MainWindow::readyToEnd);
+    find<QAction>(window.get(), "quit")->trigger();
+    EXPECT_EQ(ended.count(), 1);
+    EXPECT_FALSE(window->isVisible());
+}
+
+TEST_F(QuittingTest, AsksBeforeTheWindowCloses)
+{
+    QSignalSpy ended(window.get(), &MainWindow::readyToEnd);
+    answerQuestion(QStringLiteral("No"));
+    window->close();
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_EQ(ended.count(), 0);
+    answerQuestion(QStringLiteral("Yes"));
+    window->close();
+    EXPECT_EQ(ended.count(), 1);
+    ASSERT_EQ(questions.size(), 2U);
+    EXPECT_EQ(questions[0].title, QStringLiteral("Are you sure you want to quit?"));
+    EXPECT_EQ(questions[0].text, QString());
+    EXPECT_EQ(questions[0].buttons, (QStringList{QStringLiteral("No"), QStringLiteral("Yes")}));
+    EXPECT_EQ(questions[0].defaultButton, QStringLiteral("No"));
+}
+
+TEST_F(QuittingTest, CountsTheJobsAndWaitsForTheirTools)
+{
+    const QString marker = folder.file(QStringLiteral("started"));
+    auto running =
+        std::make_shared<KruvAsyncNSTask>(&queue(), fakeTool(), QStringList{QStringLiteral("stay"), marker});
+    addTask(running);
+    addTask(std::make_shared<FakeJob>(&queue(), QStringLiteral("a")));
+    addTask(std::make_shared<FakeJob>(&queue(), QStringLiteral("b")));
+    ASSERT_TRUE(waitUntil([&] { return QFile::exists(marker); }));
+
+    QSignalSpy ended(window.get(), &MainWindow::readyToEnd);
+    answerQuestion(QStringLiteral("No"));
+    window->quit();
+    ASSERT_EQ(questions.size(), 1U);
+    EXPECT_EQ(questions[0].title, QStringLiteral("Tasks in Progress"));
+    EXPECT_EQ(questions[0].text,
+              QStringLiteral("There are 3 tasks in the queue.  Are you sure you want to quit?"));
+    EXPECT_EQ(questions[0].defaultButton, QStringLiteral("No"));
+    EXPECT_EQ(queue().taskCount(), 3);
+
+    answerQuestion(QStringLiteral("Yes"));
+    window->quit();
+    EXPECT_FALSE(window->isVisible());
+    EXPECT_EQ(queue().taskCount(), 1) << "the running tool is waited for";
+    EXPECT_EQ(ended.count(), 0);
+    window->quit(); // once more: now
+    EXPECT_TRUE(waitUntil([&] { return ended.count() == 1; }));
+    EXPECT_TRUE(running->cancelled());
+}
+
+} // namespace kruv::test

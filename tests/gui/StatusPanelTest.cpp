@@ -1,0 +1,179 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+// The status table's rows as laid out and drawn, and what a person does with them.
+
+#include "gui/StatusQueueCell.h"
+#include "gui/WindowFixture.h"
+#include "tasks/FakeJob.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QListView>
+#include <QMenu>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTest>
+
+namespace kruv::test {
+
+class StatusPanelTest : public WindowTest
+{
+protected:
+    std::shared_ptr<FakeJob> submit(const char *title)
+    {
+        auto job = std::make_shared<FakeJob>(&queue(), QString::fromLatin1(title));
+        addTask(job);
+        serveEvents();
+        return job;
+    }
+
+    QListView *table() { return find<QListView>(panel(), "statusTable"); }
+
+    StatusQueueCell::Layout rowLayout(int row)
+    {
+        QStyleOptionViewItem option;
+        option.rect = table()->visualRect(queue().panelArray().index(row));
+        return StatusQueueCell::layout(StatusQueueCell::frameOf(option), table()->font());
+    }
+
+    /// How many pixels of that part of the table have a colour near `color`.
+    int pixelsLike(const QRect &part, const QColor &color)
+    {
+        const QImage image = table()->viewport()->grab(part).toImage();
+        int like = 0;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x) {
+                const QColor pixel = image.pixelColor(x, y);
+                like += std::abs(pixel.red() - color.red()) + std::abs(pixel.green() - color.green()) +
+                                    std::abs(pixel.blue() - color.blue()) <
+                                60
+                            ? 1
+                            : 0;
+            }
+        }
+        return like;
+    }
+};
+
+TEST_F(StatusPanelTest, LaysARowOutAtItsPlaces)
+{
+    QFont font = QApplication::font();
+    font.setPixelSize(12);
+    const auto parts = StatusQueueCell::layout(QRect(7, 100, 400, 54), font);
+    EXPECT_EQ(parts.textField.topLeft(), QPoint(7, 104));
+    EXPECT_EQ(parts.textField.width(), 360);
+    EXPECT_EQ(parts.progressIndicator.topLeft(), QPoint(7, 121));
+    EXPECT_EQ(parts.progressIndicator.width(), 360);
+    EXPECT_EQ(parts.topTextField.topLeft(), QPoint(7, 136));
+    EXPECT_EQ(parts.topTextField.width(), 360);
+    EXPECT_EQ(parts.cancelButton, QRect(375, 121, 15, 15));
+
+    // A person's larger font moves the parts apart instead of drawing one over the other.
+    font.setPixelSize(30);
+    const auto large = StatusQueueCell::layout(QRect(0, 0, 400, 100), font);
+    EXPECT_FALSE(large.textField.intersects(large.progressIndicator));
+    EXPECT_FALSE(large.progressIndicator.intersects(large.topTextField));
+}
+
+TEST_F(StatusPanelTest, DrawsProgressAndOutcome)
+{
+    const auto running = submit("running.wav");
+    const auto second = submit("second.wav");
+    const auto waiting = submit("waiting.wav");
+    ASSERT_TRUE(panel()->isVisible());
+    EXPECT_EQ(panel()->windowTitle(), QStringLiteral("Kruv: 0 of 3"));
+
+    const QColor fill = table()->palette().color(QPalette::Highlight);
+    running->setProgressIndicatorValue(25);
+    running->updateStatus();
+    const int quarter = pixelsLike(rowLayout(0).progressIndicator, fill);
+    running->setProgressIndicatorValue(75);
+    running->updateStatus();
+    const int threeQuarters = pixelsLike(rowLayout(0).progressIndicator, fill);
+    EXPECT_NEAR(threeQuarters, quarter * 3, quarter / 4);
+    EXPECT_EQ(pixelsLike(rowLayout(2).progressIndicator, fill), 0);
+    EXPECT_GT(pixelsLike(rowLayout(0).cancelButton, QColor(115, 115, 115)), 20);
+
+    running->succeed();
+    second->failWith(QStringLiteral("disk full"));
+    serveEvents();
+    EXPECT_EQ(pixelsLike(rowLayout(0).progressIndicator, fill), 0);
+    EXPECT_GT(pixelsLike(rowLayout(0).textField, QColor(0, 128, 0)), 20);
+    EXPECT_GT(pixelsLike(rowLayout(1).textField, QColor(200, 0, 0)), 20);
+    EXPECT_EQ(pixelsLike(rowLayout(0).cancelButton, QColor(115, 115, 115)), 0);
+    waiting->succeed();
+}
+
+TEST_F(StatusPanelTest, StopsAJobByItsButton)
+{
+    const auto first = submit("first.wav");
+    const auto second = submit("second.wav");
+    QTest::mouseClick(table()->viewport(), Qt::LeftButton, Qt::NoModifier, rowLayout(1).textField.center());
+    EXPECT_FALSE(second->cancelled());
+    QTest::mouseClick(table()->viewport(), Qt::LeftButton, Qt::NoModifier,
+                      rowLayout(1).cancelButton.center());
+    EXPECT_TRUE(second->cancelled());
+    EXPECT_FALSE(first->cancelled());
+    EXPECT_EQ(second->textField().text, QStringLiteral("Canceled"));
+    QTest::mouseClick(find<QPushButton>(panel(), "stopAll"), Qt::LeftButton);
+    EXPECT_TRUE(first->cancelled());
+    serveEvents();
+    EXPECT_FALSE(panel()->isVisible());
+}
+
+TEST_F(StatusPanelTest, ClosesByItselfUnlessSomethingFailed)
+{
+    submit("good.wav")->succeed();
+    serveEvents();
+    EXPECT_FALSE(panel()->isVisible());
+
+    const auto bad = submit("bad.wav");
+    const auto good = submit("good.wav");
+    bad->failWith(QStringLiteral("no such disc"));
+    good->succeed();
+    serveEvents();
+    EXPECT_TRUE(panel()->isVisible());
+    EXPECT_EQ(queue().panelArray().rowCount(), 1);
+
+    // Return on the failed row shows what it said.
+    table()->setCurrentIndex(queue().panelArray().index(0));
+    QTest::keyClick(table(), Qt::Key_Return);
+    QString said;
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    for (QWidget *each : windows) {
+        if (each->objectName() == u"outputWindow" && each->isVisible()) {
+            said = each->findChild<QPlainTextEdit *>()->toPlainText();
+            each->close();
+        }
+    }
+    EXPECT_TRUE(said.contains(QStringLiteral("no such disc"))) << said.toStdString();
+
+    withNextDialog([](QWidget *popup) {
+        auto *menu = qobject_cast<QMenu *>(popup);
+        ASSERT_NE(menu, nullptr);
+        EXPECT_EQ(menu->actions().constFirst()->text(), QStringLiteral("Remove all errors"));
+        menu->actions().constFirst()->trigger();
+        menu->close();
+    });
+    Q_EMIT table()->customContextMenuRequested({5, 5});
+    EXPECT_FALSE(panel()->isVisible());
+    EXPECT_EQ(queue().panelArray().rowCount(), 0);
+}
+
+TEST_F(StatusPanelTest, ScrollsToTheJobStartedLast)
+{
+    std::vector<std::shared_ptr<FakeJob>> jobs;
+    for (int number = 0; number < 60; ++number) {
+        jobs.push_back(submit("job"));
+    }
+    for (int number = 0; number < 50; ++number) {
+        jobs[static_cast<std::size_t>(number)]->succeed();
+    }
+    serveEvents();
+    const QRect last = table()->visualRect(queue().panelArray().index(51));
+    EXPECT_TRUE(table()->viewport()->rect().contains(last));
+    EXPECT_TRUE(panel()->windowTitle().startsWith(QStringLiteral("Kruv: ")));
+}
+
+} // namespace kruv::test
