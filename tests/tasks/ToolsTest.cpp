@@ -5,6 +5,7 @@
 #include "support/EnvironmentVariable.h"
 #include "support/QtPrinters.h"
 #include "support/Wait.h"
+#include "tasks/DirectTool.h"
 #include "tasks/KruvAsyncNSTaskFileOutputRedirection.h"
 #include "tasks/NSTaskWrapperSync.h"
 #include "tasks/ToolCatalog.h"
@@ -46,6 +47,27 @@ TEST(ToolEnvironment, PutsTheResourcesBehindTheInheritedPath)
         EXPECT_EQ(ToolEnvironment::base().value(QStringLiteral("PATH")), expected)
             << "jobs don't share changes";
     }
+}
+
+TEST(DirectTool, SkipsOnlyAnAdapterThatWouldChangeNothing)
+{
+    const TemporaryFolder folder;
+    const QString real = folder.makeFolder(QStringLiteral("bin")) + QStringLiteral("/flac");
+    writeFile(real, "#!/bin/sh\n");
+    QFile::setPermissions(real, QFile::ReadOwner | QFile::ExeOwner);
+    const QString resources = folder.makeFolder(QStringLiteral("resources"));
+    const QString adapter = resources + QStringLiteral("/flac");
+    ASSERT_TRUE(QFile::link(QStringLiteral("kruv-adapters"), adapter));
+    const EnvironmentVariable path("PATH", QFile::encodeName(folder.file(QStringLiteral("bin"))));
+
+    const QString keep = QStringLiteral("--keep-foreign-metadata");
+    const QStringList files{QStringLiteral("/a.flac"), QStringLiteral("-o"), QStringLiteral("/a.wav")};
+    EXPECT_EQ(directProgram(adapter, QStringList{QStringLiteral("-5"), keep} + files), real);
+    EXPECT_EQ(directProgram(adapter, QStringList{QStringLiteral("-d")} + files), real);
+    EXPECT_EQ(directProgram(adapter, QStringList{QStringLiteral("-d"), keep} + files), adapter);
+    EXPECT_EQ(directProgram(resources + QStringLiteral("/shntool"), files),
+              resources + QStringLiteral("/shntool"));
+    EXPECT_EQ(directProgram(real, files), real) << "no adapter";
 }
 
 TEST(ToolEnvironment, GivesToolsAUtf8CharacterTypeAndNothingElse)
