@@ -63,7 +63,8 @@ std::optional<double> decodeProgress(QStringView piece, QStringView name)
 
 bool reportsDamage(QStringView piece, QStringView name)
 {
-    const QStringView ownText = ToolOutput::withoutLeadingName(piece, name);
+    // The banner may have arrived in the same piece, before the name.
+    const QString ownText = piece.toString().remove(name.toString());
     return ownText.contains(u"ERROR, ") || ownText.contains(u"*** Got error code");
 }
 

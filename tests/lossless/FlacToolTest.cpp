@@ -151,7 +151,7 @@ TEST(FlacOutput, SeesDamageThatTheToolPassesOver)
     EXPECT_TRUE(anyPiece(u"decode-through-errors"_s, damage));
     EXPECT_TRUE(anyPiece(u"decode-short-no-md5"_s, damage));
     EXPECT_FALSE(anyPiece(u"decode-progress"_s, damage));
-    EXPECT_FALSE(damage(u"ERROR, live.flac: 12% complete"));
+    EXPECT_FALSE(damage(u"details.\n\nERROR, live.flac: 12% complete"));
 
     EXPECT_TRUE(anyPiece(u"encode-truncated"_s, FlacOutput::reportsShortSource));
     EXPECT_TRUE(anyPiece(u"encode-short-flac"_s, FlacOutput::reportsShortSource));
