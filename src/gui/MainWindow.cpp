@@ -8,6 +8,7 @@
 #include "gui/GuiUserInterface.h"
 #include "gui/StatusPanel.h"
 #include "gui/StatusPanelController.h"
+#include "gui/TabView.h"
 #include "gui/TabViews.h"
 #include "gui/WindowPlace.h"
 #include "platform/MainThread.h"
@@ -65,6 +66,12 @@ void MainWindow::makeMenus()
                     [this] { actOnCurrentTab([](BaseTab &tab) { tab.addButtonClick(); }); });
     file->addAction(tr("&Clear List"), Qt::CTRL | Qt::Key_L, this,
                     [this] { actOnCurrentTab([](BaseTab &tab) { tab.clearButtonClick(); }); });
+    QAction *run = file->addAction(tr("&Run"), this, [this] {
+        if (auto *view = qobject_cast<TabView *>(m_tabView->currentWidget())) {
+            view->runCommand();
+        }
+    });
+    run->setShortcuts({Qt::CTRL | Qt::Key_Return, Qt::CTRL | Qt::Key_Enter});
     file->addSeparator();
     QAction *preferences = file->addAction(tr("&Preferences…"), Qt::CTRL | Qt::Key_Comma, this,
                                            &MainWindow::showPreferencePanel);

@@ -76,8 +76,12 @@ QLayout *TabView::makeBar()
 void TabView::setCommand(const QString &text)
 {
     m_command->setText(text);
-    m_command->setShortcut(Qt::CTRL | Qt::Key_Return);
     showWhetherCommandRuns();
+}
+
+void TabView::runCommand()
+{
+    m_command->click();
 }
 
 void TabView::showWhetherCommandRuns()

@@ -23,6 +23,9 @@ public:
     /// `tab` must outlive the view. `kinds` are the file types that it takes.
     TabView(BaseTab &tab, const QStringList &kinds, QWidget *parent);
 
+    /// Presses the command's button.
+    void runCommand();
+
 protected:
     OptionColumn &options() { return *m_options; }
     /// Names the command, with a mnemonic.

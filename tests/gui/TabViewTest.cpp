@@ -206,8 +206,10 @@ TEST_F(TabViewTest, EncodesWhatTheCommandLineEncodes)
     find<QSlider>(page(encode), "flacSlider")->setValue(8);
     toggle(encode, "generateFFPButton");
     QStringList jobs;
-    QObject::connect(&queue(), &KruvTaskQueue::taskEnded, window.get(),
-                     [&jobs](KruvTask &task) { jobs.append(task.title()); });
+    QObject::connect(&queue(), &KruvTaskQueue::taskEnded, window.get(), [&jobs](KruvTask &task) {
+        EXPECT_FALSE(task.error()) << task.results()->results().toStdString();
+        jobs.append(task.title());
+    });
     answerFileDialog(byWindow);
     QTest::keyClick(window.get(), Qt::Key_Return, Qt::ControlModifier);
     EXPECT_EQ(fileList(encode)->model()->rowCount(), 0);

@@ -1,0 +1,111 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+// How long the window keeps a person waiting: the longest time between two beats of a timer that is due every
+// millisecond, while many files come in and many jobs are made. Prints milliseconds; offscreen will do.
+
+#include "app/KruvController.h"
+#include "app/Preferences.h"
+#include "gui/GuiUserInterface.h"
+#include "gui/MainWindow.h"
+#include "lossless/EncodeTab.h"
+#include "tasks/TaskPool.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTimer>
+
+#include <algorithm>
+#include <cstdio>
+
+namespace {
+
+class Heartbeat
+{
+public:
+    Heartbeat()
+    {
+        QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] { beat(); });
+        m_timer.start(1);
+        m_clock.start();
+    }
+
+    /// Serves events until `done`, and prints the longest gap since the last report.
+    template <typename Done> void report(const char *what, Done done)
+    {
+        m_longest = 0;
+        m_clock.restart();
+        QElapsedTimer whole;
+        whole.start();
+        while (!done()) {
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        }
+        std::printf("%-48s longest gap %4lld ms of %6lld ms\n", what, static_cast<long long>(m_longest),
+                    static_cast<long long>(whole.elapsed()));
+    }
+
+private:
+    void beat() { m_longest = std::max(m_longest, m_clock.restart()); }
+
+    QTimer m_timer;
+    QElapsedTimer m_clock;
+    qint64 m_longest = 0;
+};
+
+void makeFiles(const QString &folder, int count)
+{
+    QDir().mkpath(folder);
+    for (int number = 0; number < count; ++number) {
+        QFile file(QStringLiteral("%1/%2 A song of a long concert recording.wav").arg(folder).arg(number));
+        file.open(QIODevice::WriteOnly);
+    }
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    constexpr int manyFiles = 20000;
+    constexpr int manyJobs = 2000;
+    const QApplication application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    const QTemporaryDir folder;
+    makeFiles(folder.filePath(QStringLiteral("many")), manyFiles);
+    makeFiles(folder.filePath(QStringLiteral("jobs")), manyJobs);
+
+    kruv::Preferences preferences(folder.filePath(QStringLiteral("kruv.conf")));
+    kruv::GuiUserInterface userInterface(preferences);
+    kruv::KruvController controller(preferences, userInterface, nullptr);
+    controller.setIntakeInBackground(true);
+    kruv::MainWindow window(controller, userInterface);
+    window.selectTab(QStringLiteral("encode"));
+    window.show();
+    kruv::EncodeTab &tab = controller.encodeTab();
+
+    Heartbeat heartbeat;
+    QTimer::singleShot(0, &tab, [&] { tab.addFiles({folder.filePath(QStringLiteral("many"))}); });
+    heartbeat.report("20,000 files into an empty list", [&] { return tab.fileList().count() == manyFiles; });
+    QTimer::singleShot(0, &tab, [&] { tab.addFiles({folder.filePath(QStringLiteral("jobs"))}); });
+    heartbeat.report("2,000 more", [&] { return tab.fileList().count() == manyFiles + manyJobs; });
+    bool cleared = false;
+    QTimer::singleShot(0, &tab, [&] {
+        tab.clearFiles();
+        cleared = true;
+    });
+    heartbeat.report("all of them out", [&] { return cleared; });
+
+    tab.addFiles({folder.filePath(QStringLiteral("jobs"))});
+    heartbeat.report("2,000 files", [&] { return tab.fileList().count() == manyJobs; });
+    tab.sourceEncodeButton().setOn(true);
+    QTimer::singleShot(0, &tab, [&] { tab.executeCommand(); });
+    heartbeat.report("2,000 jobs made and begun", [&] { return tab.fileList().isEmpty(); });
+    heartbeat.report("20 of them run", [&] { return controller.taskQueue().taskCount() <= manyJobs - 20; });
+    userInterface.leave();
+    QTimer::singleShot(0, &tab, [&] { controller.applicationWillTerminate(); });
+    heartbeat.report("the others cancelled", [&] { return controller.taskQueue().taskCount() == 0; });
+    kruv::TaskPool::drain();
+    return 0;
+}
