@@ -53,10 +53,9 @@ int main(int argc, char **argv)
 {
     kruv::tools::prepareProcess();
     const std::vector<std::string> arguments(argv + 1, argv + argc);
-    printMessage("Monkey's Audio coder of Kruv " KRUV_VERSION "\n");
     const auto command = CommandLine::parse(arguments);
     if (!command) {
-        printMessage(CommandLine::usage());
+        printMessage("Monkey's Audio coder of Kruv " KRUV_VERSION "\n" + CommandLine::usage());
         return usageStatus;
     }
     try {
