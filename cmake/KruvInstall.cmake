@@ -5,6 +5,12 @@
 
 set(dist ${CMAKE_CURRENT_SOURCE_DIR}/dist)
 
+foreach(tool IN ITEMS aacplusenc dvda mac shorten ttaenc)
+  if(TARGET ${tool})
+    install(TARGETS ${tool} DESTINATION ${CMAKE_INSTALL_LIBEXECDIR}/kruv)
+  endif()
+endforeach()
+
 if(KRUV_GUI)
   install(FILES ${dist}/org.kruv.Kruv.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
   install(FILES ${dist}/org.kruv.Kruv.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
@@ -62,3 +68,10 @@ set(CPACK_DEBIAN_PACKAGE_RECOMMENDS
   "shntool, wavpack, lame, opus-tools, sox, icedax, genisoimage, atomicparsley")
 set(CPACK_DEBIAN_PACKAGE_SUGGESTS "qt6-wayland")
 include(CPack)
+
+if(KRUV_TESTS)
+  add_test(NAME Documentation.NamesEveryFlag COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/tests/dist/documentation.sh
+    $<TARGET_FILE:kruv> ${dist})
+  set_tests_properties(Documentation.NamesEveryFlag PROPERTIES TIMEOUT 60 LABELS engine
+    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;DBUS_SESSION_BUS_ADDRESS=disabled:")
+endif()
