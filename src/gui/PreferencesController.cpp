@@ -181,7 +181,8 @@ void PreferencesController::fillGeneral(QWidget *pane)
     auto *threads = new QSpinBox(pane);
     threads->setObjectName(QStringLiteral("maxThreads"));
     Bindings::bind(m_maxThreads, threads);
-    threads->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    constexpr int roomForTwoDigits = 72;
+    threads->setFixedWidth(roomForTwoDigits);
     form->addRow(tr("&Jobs at once:"), threads);
     form->addRow(tr("Deleted originals:"),
                  new ChoiceGrid(m_trashOrDelete, QStringLiteral("trashOrDelete"), pane));

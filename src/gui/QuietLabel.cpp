@@ -24,7 +24,9 @@ QColor QuietLabel::tone(const QPalette &palette)
 void QuietLabel::takeTone()
 {
     QPalette own;
-    own.setColor(QPalette::WindowText, tone(QGuiApplication::palette()));
+    const QColor quiet = tone(QGuiApplication::palette());
+    own.setColor(QPalette::WindowText, quiet);
+    own.setColor(QPalette::Text, quiet); // what a label on a list's background writes in
     setPalette(own);
 }
 
