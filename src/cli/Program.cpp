@@ -67,7 +67,9 @@ int run(int argc, char **argv)
 {
     // A reader that goes away (kruv verify ... | head) must not end the jobs.
     std::signal(SIGPIPE, SIG_IGN);
-    CLI::App app("Kruv: converts, verifies and keeps collections of lossless audio.", "kruv");
+    CLI::App app("Kruv: converts, verifies and keeps collections of lossless audio.\n"
+                 "Without a command, alone or with files, it opens the window.",
+                 "kruv");
     app.set_version_flag("--version", "kruv " + shortVersion().toStdString());
     app.require_subcommand(1);
     app.footer("Exit status: 0 all jobs succeeded, 1 a job failed or a verification did not match,\n"

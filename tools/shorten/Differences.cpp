@@ -6,8 +6,10 @@
 #include <cstdlib>
 
 // The loops are plain sums that the compiler turns into vector code; where the program's loader can choose, a
-// second copy of them uses wider registers. All copies give the same numbers.
-#if defined(__x86_64__) && defined(__linux__) && defined(__GNUC__) && !defined(__clang__)
+// second copy of them uses wider registers. All copies give the same numbers. The loader's choice runs before
+// the thread sanitizer is ready for it.
+#if defined(__x86_64__) && defined(__linux__) && defined(__GNUC__) && !defined(__clang__) &&                 \
+    !defined(__SANITIZE_THREAD__)
 #define KRUV_WIDE_COPIES __attribute__((target_clones("avx2", "default")))
 #else
 #define KRUV_WIDE_COPIES
