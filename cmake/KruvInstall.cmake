@@ -39,8 +39,8 @@ install(FILES ${completions}/kruv.bash DESTINATION ${CMAKE_INSTALL_DATADIR}/bash
 install(FILES ${completions}/_kruv DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions)
 install(FILES ${completions}/kruv.fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
 
-install(FILES README.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
-install(FILES ${dist}/copyright DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(FILES README.md DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/kruv)
+install(FILES ${dist}/copyright DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/kruv)
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME kruv)
@@ -54,7 +54,8 @@ It has a window and a command line.")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_VERBATIM_VARIABLES ON)
-# The package's links name the places of the distribution's tools, whatever the machine it is made on has.
+# The package's links name the places of the distribution's tools, whatever the machine it is made on has, and what
+# needs a library outside the distribution proper stays out.
 set(CPACK_PRE_BUILD_SCRIPTS ${CMAKE_CURRENT_LIST_DIR}/KruvPackageLinks.cmake)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION sound)

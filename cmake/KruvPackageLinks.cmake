@@ -6,6 +6,8 @@
 file(GLOB_RECURSE adapters ${CPACK_TEMPORARY_DIRECTORY}/*/libexec/kruv/kruv-adapters)
 foreach(program IN LISTS adapters)
   cmake_path(GET program PARENT_PATH folder)
+  # It needs a library from the non-free component, which a package for everybody can't depend on.
+  file(REMOVE ${folder}/aacplusenc)
   foreach(tool IN ITEMS metaflac lame opusenc opusdec wavpack AtomicParsley sox)
     file(REMOVE ${folder}/${tool})
     file(CREATE_LINK /usr/bin/${tool} ${folder}/${tool} SYMBOLIC)

@@ -4,7 +4,8 @@
 
 function __kruv_in --description 'Whether the command line is at this command'
     set -l words (commandline -opc)
-    test (count $words) -gt (count $argv); and test "$words[2..(math (count $argv) + 1)]" = "$argv"
+    set -l last (math (count $argv) + 1)
+    test (count $words) -ge $last; and test "$words[2..$last]" = "$argv"
 end
 
 function __kruv_first

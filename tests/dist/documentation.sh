@@ -3,6 +3,8 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 # documentation.sh KRUV DIST: each command's flags in the manual page and in the completions are those of its --help.
 set -euo pipefail
+# compare() counts failures at the end of pipelines.
+shopt -s lastpipe
 kruv=$1
 dist=$2
 failures=0
