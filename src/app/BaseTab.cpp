@@ -117,19 +117,24 @@ void BaseTab::take(Intake intake)
     filesAdded();
     if (!intake.badExtensions.isEmpty()) {
         Q_EMIT filesRefused(intake.badExtensions, intake.refused);
-        if (m_host.preferences().boolean(QStringLiteral("warnOnFilesSkipped"))) {
+        if (m_alertsOfRefusedFiles && m_host.preferences().boolean(QStringLiteral("warnOnFilesSkipped"))) {
             showBadFileMessage(
                 m_fileList.isEmpty()
                     ? QStringLiteral("File types not supported by this tab")
                     : QStringLiteral("Some files types were not recognized by this tab and were skipped"));
         }
     }
-    if (!intake.undecodable.isEmpty()) {
-        m_host.userInterface().alert(
+    reportUndecodable(m_host.userInterface(), intake.undecodable);
+}
+
+void BaseTab::reportUndecodable(UserInterface &userInterface, const QStringList &names)
+{
+    if (!names.isEmpty()) {
+        userInterface.alert(
             QStringLiteral(
                 "Files whose names are not valid UTF-8 were skipped. Rename them, for example with convmv, "
                 "and add them again."),
-            firstOf(intake.undecodable), acknowledgeButton());
+            firstOf(names), acknowledgeButton());
     }
 }
 

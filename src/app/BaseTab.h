@@ -45,6 +45,12 @@ public:
     /// Files below `path` that the tab accepts; extensions of those it doesn't go into `badExtensions`.
     QStringList getFiles(const QString &path, QSet<QString> &badExtensions) const;
 
+    /// Whether refused files are also reported by an alert. Off where a listener of filesRefused() tells of
+    /// them.
+    void setAlertsOfRefusedFiles(bool alerts) { m_alertsOfRefusedFiles = alerts; }
+    /// Tells the person of files that can't be worked on because their names are not valid UTF-8.
+    static void reportUndecodable(UserInterface &userInterface, const QStringList &names);
+
     void addButtonClick();
     void clearButtonClick() { clearFiles(); }
     virtual void clearFiles();
@@ -99,6 +105,7 @@ private:
     bool m_intakeInBackground = false;
     int m_intakes = 0;
     BackgroundWork m_work;
+    bool m_alertsOfRefusedFiles = true;
 };
 
 } // namespace kruv

@@ -132,9 +132,10 @@ void FileList::clear()
 QStringList FileList::extensions() const
 {
     QStringList found;
+    QSet<QString> seen;
     for (const Entry &entry : m_entries) {
         const QString extension = PathNames::extension(entry.path);
-        if (!found.contains(extension)) {
+        if (const auto before = seen.size(); seen.insert(extension), seen.size() > before) {
             found.append(extension);
         }
     }

@@ -85,6 +85,8 @@ void FolderWalk::visitEntry(const QByteArray &folder, const char *name, unsigned
     const bool mayBeFolderLink = type == DT_LNK || type == DT_UNKNOWN;
     if (type == DT_DIR || (mayBeFolderLink && isFolder(path))) {
         walkFolder(path, visit);
+    } else if (type == DT_FIFO || type == DT_SOCK || type == DT_CHR || type == DT_BLK) {
+        return; // opening one could wait for ever
     } else if (!isPassedOver(QFile::decodeName(name))) {
         visit(text);
     }

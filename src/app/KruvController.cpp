@@ -88,15 +88,20 @@ bool KruvController::isValidFile(const QString &tabLabel, const QString &path) c
     return !fileType.isEmpty() && listHas(tabLabel, fileType);
 }
 
-QStringList KruvController::getFiles(const QString &path, const std::stop_token &stop)
+KruvController::Intake KruvController::getFiles(const QStringList &paths, const std::stop_token &stop)
 {
-    QStringList files;
-    FolderWalk(stop).walk(path, [&files](const QString &file) {
-        if (!PathNames::extension(file).isEmpty()) {
-            files.append(file);
-        }
-    });
-    return files;
+    Intake intake;
+    FolderWalk walk(stop);
+    for (const QString &path : paths) {
+        // A file that was named is a person's own choice, extension or not; only the tab may refuse it.
+        walk.walk(path, [&](const QString &file) {
+            if (file == path || !PathNames::extension(file).isEmpty()) {
+                intake.files.append(file);
+            }
+        });
+    }
+    intake.undecodable = walk.undecodableNames();
+    return intake;
 }
 
 bool KruvController::passesPreFilter(const QString &tabLabel, const QString &path) const
@@ -121,29 +126,27 @@ void KruvController::addFiles(const QStringList &paths)
         return;
     }
     m_work.start([this, paths, label](const std::stop_token &stop) {
-        return [this, label, files = expand(paths, label, stop)] { hand(files, label); };
+        return [this, label, intake = expand(paths, label, stop)] { hand(intake, label); };
     });
 }
 
-QStringList KruvController::expand(const QStringList &paths, const QString &label,
-                                   const std::stop_token &stop) const
+KruvController::Intake KruvController::expand(const QStringList &paths, const QString &label,
+                                              const std::stop_token &stop) const
 {
-    QStringList files;
-    for (const QString &path : paths) {
-        files.append(getFiles(path, stop));
-    }
+    Intake intake = getFiles(paths, stop);
     if (label != aboutLabel) {
-        files.removeIf([this, &label](const QString &path) { return !passesPreFilter(label, path); });
+        intake.files.removeIf([this, &label](const QString &path) { return !passesPreFilter(label, path); });
     }
-    return files;
+    return intake;
 }
 
-void KruvController::hand(const QStringList &files, const QString &label)
+void KruvController::hand(const Intake &intake, const QString &label)
 {
+    BaseTab::reportUndecodable(m_userInterface, intake.undecodable);
     if (label == aboutLabel) {
-        routeFromAbout(files);
+        routeFromAbout(intake.files);
     } else {
-        tab(label)->addFiles(files);
+        tab(label)->addFiles(intake.files);
     }
 }
 

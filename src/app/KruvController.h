@@ -56,9 +56,6 @@ public:
 
     /// Files that were opened with the application or dropped on it.
     void addFiles(const QStringList &paths);
-    /// Files with an extension below `path`, or `path` itself.
-    static QStringList getFiles(const QString &path, const std::stop_token &stop = {});
-
     /// Whether the application may quit; asks while the queue holds jobs.
     bool applicationShouldTerminate();
     bool windowShouldClose();
@@ -71,8 +68,15 @@ Q_SIGNALS:
 private:
     void addTab(BaseTab &tab);
     bool listHas(const QString &tabLabel, const QString &fileType) const;
-    QStringList expand(const QStringList &paths, const QString &label, const std::stop_token &stop) const;
-    void hand(const QStringList &files, const QString &label);
+    struct Intake
+    {
+        QStringList files;
+        QStringList undecodable;
+    };
+    /// The named files, and the files with an extension below the named folders.
+    static Intake getFiles(const QStringList &paths, const std::stop_token &stop);
+    Intake expand(const QStringList &paths, const QString &label, const std::stop_token &stop) const;
+    void hand(const Intake &intake, const QString &label);
     bool passesPreFilter(const QString &tabLabel, const QString &path) const;
     void routeFromAbout(const QStringList &files);
     QString labelForRoute(const QString &fileType) const;

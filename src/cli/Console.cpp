@@ -3,9 +3,15 @@
 
 #include "cli/Console.h"
 
+#include <QList>
+
+#include <algorithm>
 #include <cstdio>
+#include <cwchar>
+#include <numeric>
 #include <sys/ioctl.h>
 #include <unistd.h>
+#include <vector>
 
 namespace kruv::Console {
 
@@ -16,6 +22,29 @@ void write(std::FILE *stream, const QString &text)
     const QByteArray bytes = text.toUtf8();
     std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stream);
     std::fflush(stream);
+}
+
+/// One character and the terminal columns it takes: two in East Asian scripts, none for combining marks.
+struct Cell
+{
+    QString text;
+    int columns;
+};
+
+std::vector<Cell> cellsOf(const QString &text)
+{
+    std::vector<Cell> cells;
+    for (const char32_t character : text.toUcs4()) {
+        cells.push_back(
+            {QString::fromUcs4(&character, 1), std::max(0, wcwidth(static_cast<wchar_t>(character)))});
+    }
+    return cells;
+}
+
+int columnsOf(const std::vector<Cell> &cells)
+{
+    return std::accumulate(cells.begin(), cells.end(), 0,
+                           [](int sum, const Cell &cell) { return sum + cell.columns; });
 }
 
 } // namespace
@@ -32,7 +61,7 @@ void writeError(const QString &text)
 
 void complain(const QString &line)
 {
-    writeError(QStringLiteral("kruv: ") + line + u'\n');
+    writeError(QStringLiteral("kruv: ") + printable(line) + u'\n');
 }
 
 bool errorIsTerminal()
@@ -40,11 +69,34 @@ bool errorIsTerminal()
     return isatty(STDERR_FILENO) == 1;
 }
 
-int errorWidth()
+TerminalSize errorSize()
 {
-    constexpr int usual = 80;
+    TerminalSize usual;
     winsize size = {};
-    return ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : usual;
+    if (ioctl(STDERR_FILENO, TIOCGWINSZ, &size) != 0 || size.ws_col == 0 || size.ws_row == 0) {
+        return usual;
+    }
+    return {size.ws_col, size.ws_row};
+}
+
+QString elidedMiddle(const QString &text, int columns)
+{
+    std::vector<Cell> cells = cellsOf(text);
+    int width = columnsOf(cells);
+    if (width <= columns) {
+        return text;
+    }
+    auto end = cells.begin() + static_cast<std::ptrdiff_t>(cells.size() / 2);
+    auto start = end;
+    for (; width > columns - 1 && (start != cells.begin() || end != cells.end());) {
+        const bool fromStart = end == cells.end() || start - cells.begin() > cells.end() - end;
+        width -= fromStart ? (--start)->columns : (end++)->columns;
+    }
+    QString shown;
+    std::for_each(cells.begin(), start, [&shown](const Cell &cell) { shown += cell.text; });
+    shown += columns > 0 ? QStringLiteral("…") : QString();
+    std::for_each(end, cells.end(), [&shown](const Cell &cell) { shown += cell.text; });
+    return shown;
 }
 
 QString printable(const QString &name)

@@ -10,12 +10,20 @@ namespace kruv::Console {
 
 void writeOut(const QString &text);
 void writeError(const QString &text);
-/// "kruv: <line>" on standard error.
+/// "kruv: <line>" on standard error, in one line whatever the text holds.
 void complain(const QString &line);
 
 bool errorIsTerminal();
-/// Columns of the terminal that standard error goes to; 80 where that is unknown.
-int errorWidth();
+struct TerminalSize
+{
+    int columns = 80;
+    int rows = 24;
+};
+/// Size of the terminal that standard error goes to; the usual one where that is unknown.
+TerminalSize errorSize();
+
+/// `text` with so much left out of its middle that it fits into `columns` of a terminal.
+QString elidedMiddle(const QString &text, int columns);
 
 /// A name for the screen: line breaks and other control characters are shown as "?".
 QString printable(const QString &name);

@@ -55,6 +55,11 @@ QString DemoVerb::makeFolder() const
 {
     if (m_folder.empty()) {
         QTemporaryDir temporary(QDir::tempPath() + QStringLiteral("/kruv-demo-XXXXXX"));
+        if (!temporary.isValid()) {
+            throw UsageError(
+                QStringLiteral("no temporary folder can be made in %1 (%2); name one: kruv demo DIR")
+                    .arg(QDir::tempPath(), temporary.errorString()));
+        }
         temporary.setAutoRemove(false);
         return temporary.path();
     }

@@ -3,6 +3,7 @@
 
 #include "cli/FailureAdvice.h"
 
+#include <QRegularExpression>
 #include <QStringList>
 
 #include <algorithm>
@@ -19,7 +20,8 @@ struct Hint
 
 // The first that matches is given, so the plain causes stand before the catch-alls.
 constexpr Hint hints[] = {
-    {u"already exists", "Move the existing file away, choose another output folder, or allow overwriting."},
+    {u"already exists, use -f",
+     "Move the existing file away, choose another output folder, or allow overwriting."},
     {u"No space left", "Free some space on the output folder's disk and try again."},
     {u"can't open input file", "Check that the file is there and may be read."},
     {u"Permission denied", "Check that the output folder may be written to."},
@@ -31,30 +33,42 @@ constexpr Hint hints[] = {
     {u"error while writing", "Check that the output folder's disk has space left."},
     {u"partial sample", "The source ends too early: it is damaged or was not copied whole."},
     {u"unexpected EOF", "The source ends too early: it is damaged or was not copied whole."},
+    {u"END_OF_STREAM events", "The source ends too early: it is damaged or was not copied whole."},
+    {u"decoded number of samples", "The source ends too early: it is damaged or was not copied whole."},
     {u"MD5 signature mismatch", "The audio is not what was encoded: the file is damaged."},
     {u"FLAC__STREAM_DECODER", "The source is damaged or is not a FLAC file."},
     {u"not a WAVE file", "The file is not the kind of audio that its name says."},
+    {u"unsupported number of channels", "flac can't take this number of channels from this kind of file."},
+    {u"'data' chunk has size of 0", "The source holds no audio."},
+    {u"'SSND' chunk has size <= 8", "The source holds no audio."},
     {u"unsupported format type", "The source holds a kind of audio that this format can't take."},
     {u"unknown file type", "The file is not the kind of audio that its name says."},
 };
 
+// Starts of lines that say nothing of the failure.
 constexpr QStringView noise[] = {
-    u"flac 1.",
-    u"Copyright (C)",
-    u"flac comes with ABSOLUTELY",
-    u"welcome to redistribute",
-    u"details.",
-    u"% complete",
-    u"Type `flac'",
+    u"Type \"flac\"",
     u"NOTE: --keep-foreign-metadata",
-    u"state = FLAC__",
-    u"you are",
 };
+
+/// What flac prints besides: its banner, progress, states, and the backspaces between updates. The results
+/// hold the tool's pieces one behind the other, so these stand for the line breaks that are gone.
+const QRegularExpression &chatter()
+{
+    static const QRegularExpression expression(
+        QStringLiteral("flac \\d\\S*\\s*Copyright[\\s\\S]*?Type `flac' for details\\."
+                       "|(testing, )?\\d+(\\.\\d+)?% complete(, ratio=\\d+\\.\\d{3})?"
+                       "|(init_status|init status|state) = FLAC__[A-Z_]*[A-Z](?![a-z])"
+                       "|[^\\n]*WARNING: skipping unknown chunk[^)]*\\)"
+                       "|\\x{08}+"));
+    return expression;
+}
 
 bool isNoise(QStringView line)
 {
-    return line.trimmed().isEmpty() ||
-           std::ranges::any_of(noise, [line](QStringView words) { return line.contains(words); });
+    const bool loneName = line.endsWith(u':') && !line.contains(u": ");
+    return line.isEmpty() || loneName ||
+           std::ranges::any_of(noise, [line](QStringView words) { return line.startsWith(words); });
 }
 
 } // namespace
@@ -62,10 +76,12 @@ bool isNoise(QStringView line)
 QString essence(const QString &toolText)
 {
     constexpr qsizetype mostLines = 6;
+    const QString plain = QString(toolText).replace(chatter(), QStringLiteral("\n"));
     QStringList kept;
-    for (const QStringView line : QStringView(toolText).split(u'\n')) {
-        if (!isNoise(line) && kept.size() < mostLines) {
-            kept.append(line.trimmed().toString());
+    for (const QStringView line : QStringView(plain).split(u'\n')) {
+        const QStringView words = line.trimmed();
+        if (!isNoise(words) && !kept.contains(words) && kept.size() < mostLines) {
+            kept.append(words.toString());
         }
     }
     return kept.join(u'\n');

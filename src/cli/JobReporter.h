@@ -28,6 +28,8 @@ public:
     virtual void progressed(const KruvTask &task) = 0;
     virtual void ended(const KruvTask &task, const Totals &totals) = 0;
     virtual void results(const QString &title, const QString &text) = 0;
+    /// Something a person should know, on standard error.
+    virtual void message(const QString &line) = 0;
     virtual void summary(const Totals &totals) = 0;
 };
 

@@ -64,6 +64,11 @@ void JsonReporter::results(const QString &title, const QString &text)
                {QStringLiteral("text"), text}});
 }
 
+void JsonReporter::message(const QString &line)
+{
+    Console::complain(line);
+}
+
 void JsonReporter::summary(const Totals &totals)
 {
     writeLine({{QStringLiteral("event"), QStringLiteral("summary")},

@@ -17,6 +17,7 @@ public:
     void progressed(const KruvTask &task) override;
     void ended(const KruvTask &task, const Totals &totals) override;
     void results(const QString &title, const QString &text) override;
+    void message(const QString &line) override;
     void summary(const Totals &totals) override;
 
     static void writeLine(const QJsonObject &object);

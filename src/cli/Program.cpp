@@ -14,6 +14,8 @@
 #include "cli/UsageError.h"
 #include "cli/VerifyVerb.h"
 
+#include <csignal>
+#include <exception>
 #include <memory>
 #include <vector>
 
@@ -43,8 +45,11 @@ int reportParse(const CLI::App &app, const CLI::ParseError &result)
     if (result.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
         return app.exit(result);
     }
-    Console::complain(
-        QStringLiteral("%1 (kruv --help, kruv COMMAND --help)").arg(QString::fromUtf8(result.what())));
+    QString problem = QString::fromUtf8(result.what());
+    if (app.get_subcommands().empty() && !app.remaining().empty()) {
+        problem = QStringLiteral("%1: no such command.").arg(QString::fromStdString(app.remaining().front()));
+    }
+    Console::complain(problem + QStringLiteral(" (kruv --help, kruv COMMAND --help)"));
     return Usage;
 }
 
@@ -60,6 +65,8 @@ bool isCommand(const std::string &name)
 
 int run(int argc, char **argv)
 {
+    // A reader that goes away (kruv verify ... | head) must not end the jobs.
+    std::signal(SIGPIPE, SIG_IGN);
     CLI::App app("Kruv: converts, verifies and keeps collections of lossless audio.", "kruv");
     app.set_version_flag("--version", "kruv " + shortVersion().toStdString());
     app.require_subcommand(1);
@@ -77,6 +84,9 @@ int run(int argc, char **argv)
         return reportParse(app, result);
     } catch (const UsageError &problem) {
         Console::complain(QString::fromUtf8(problem.what()));
+    } catch (const std::exception &failure) {
+        Console::complain(QString::fromUtf8(failure.what()));
+        return Failure;
     }
     return Usage;
 }

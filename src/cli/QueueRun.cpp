@@ -12,6 +12,8 @@
 #include "tasks/KruvTaskQueue.h"
 #include "tasks/TaskPool.h"
 
+#include <QStringList>
+
 #include <algorithm>
 #include <cstdlib>
 
@@ -65,6 +67,7 @@ int QueueRun::finish()
 
 void QueueRun::taskStarted(KruvTask &task)
 {
+    m_runningTasks.insert(&task);
     m_reporter->started(task);
 }
 
@@ -77,6 +80,7 @@ void QueueRun::taskChanged(KruvTask &task)
 
 void QueueRun::taskEnded(KruvTask &task)
 {
+    m_runningTasks.remove(&task);
     if (task.cancelled()) {
         ++m_totals.cancelled;
     } else if (task.error()) {
@@ -99,19 +103,35 @@ void QueueRun::quitWhenEmpty()
 
 void QueueRun::interrupt()
 {
-    if (!m_interrupted) {
-        m_interrupted = true;
-        m_queue.killAllTasks();
-        if (m_queue.taskCount() > 0) {
-            Console::complain(
-                QStringLiteral("Canceled. Waiting for %1 running job(s) to finish; press Ctrl-C again to end "
-                               "them now.")
-                    .arg(m_queue.taskCount()));
-        }
-        return;
+    if (m_interrupted) {
+        endNow();
     }
-    Console::complain(QStringLiteral("Ended. Outputs of jobs that were running may be incomplete."));
+    m_interrupted = true;
     m_queue.killAllTasks();
+    if (m_queue.taskCount() > 0) {
+        m_reporter->message(
+            QStringLiteral("Canceled. Waiting for %1 running job(s) to finish; press Ctrl-C again to end "
+                           "them now.")
+                .arg(m_queue.taskCount()));
+    }
+}
+
+void QueueRun::endNow()
+{
+    m_queue.killAllTasks();
+    QStringList outputs;
+    for (const KruvTask *task : std::as_const(m_runningTasks)) {
+        if (!task->outputPath().isEmpty()) {
+            outputs.append(Console::printable(task->outputPath()));
+        }
+    }
+    m_reporter->message(
+        outputs.isEmpty()
+            ? QStringLiteral("Ended.")
+            : QStringLiteral("Ended. Their sources are untouched, but these may be incomplete:"));
+    for (const QString &output : std::as_const(outputs)) {
+        Console::writeError(QStringLiteral("  %1\n").arg(output));
+    }
     std::_Exit(Cancelled);
 }
 

@@ -8,6 +8,7 @@
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QObject>
+#include <QSet>
 
 #include <functional>
 #include <memory>
@@ -45,10 +46,12 @@ private:
     void taskEnded(KruvTask &task);
     void quitWhenEmpty();
     void interrupt();
+    void endNow();
 
     KruvTaskQueue &m_queue;
     std::unique_ptr<JobReporter> m_reporter;
     JobReporter::Totals m_totals;
+    QSet<const KruvTask *> m_runningTasks;
     QElapsedTimer m_clock;
     QEventLoop m_loop;
     bool m_interrupted = false;

@@ -131,6 +131,7 @@ void TabVerb::runTab(BaseTab &tab, QueueRun &queueRun, const QStringList &paths)
         refused = extensions;
         refusedCount = count;
     });
+    tab.setAlertsOfRefusedFiles(false);
     tab.addFiles(paths);
     tab.disconnect(&tab);
     if (refusedCount > 0 && !m_options.quiet) {

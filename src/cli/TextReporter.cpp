@@ -3,6 +3,7 @@
 
 #include "cli/TextReporter.h"
 
+#include "app/PathNames.h"
 #include "cli/Console.h"
 #include "cli/FailureAdvice.h"
 #include "tasks/KruvTask.h"
@@ -19,15 +20,6 @@ namespace {
 constexpr const char *red = "31";
 constexpr const char *green = "32";
 constexpr int redrawMilliseconds = 100;
-
-QString elidedMiddle(const QString &text, int width)
-{
-    if (text.size() <= width || width < 5) {
-        return text.left(width);
-    }
-    const int kept = width - 1;
-    return text.left(kept - kept / 2) + u'…' + text.right(kept / 2);
-}
 
 QString duration(double seconds)
 {
@@ -82,7 +74,9 @@ TextReporter::~TextReporter() = default;
 
 void TextReporter::started(const KruvTask &task)
 {
-    m_running.insert(&task, {Console::printable(task.title()), {}, 0.0});
+    const QString input = task.inputPath();
+    const QString title = input.isEmpty() ? task.title() : PathNames::lastPathComponent(input);
+    m_running.insert(&task, {Console::printable(title), 0.0});
     m_order.append(&task);
 }
 
@@ -90,7 +84,6 @@ void TextReporter::progressed(const KruvTask &task)
 {
     const auto row = m_running.find(&task);
     if (row != m_running.end()) {
-        row->status = task.topTextField().text;
         row->percent = task.progressIndicator().value;
     }
 }
@@ -123,6 +116,12 @@ void TextReporter::results(const QString &, const QString &text)
     Console::writeOut(text);
 }
 
+void TextReporter::message(const QString &line)
+{
+    eraseRows();
+    Console::complain(line);
+}
+
 void TextReporter::summary(const Totals &totals)
 {
     eraseRows();
@@ -152,14 +151,16 @@ void TextReporter::eraseRows()
 void TextReporter::drawRows()
 {
     constexpr int mostRows = 16;
-    const int width = Console::errorWidth() - 1;
+    constexpr int besideTheRows = 2; // the total, and the line that the cursor is on
+    const auto terminal = Console::errorSize();
+    const int width = terminal.columns - 1;
     QString screen = m_rowsOnScreen > 0 ? QStringLiteral("\x1b[%1A\r\x1b[J").arg(m_rowsOnScreen) : QString();
     m_rowsOnScreen = 0;
-    for (const KruvTask *task : m_order.mid(0, mostRows)) {
+    for (const KruvTask *task : m_order.mid(0, std::clamp(terminal.rows - besideTheRows, 0, mostRows))) {
         screen += rowText(m_running.value(task), width) + u'\n';
         ++m_rowsOnScreen;
     }
-    screen += totalRow().left(width) + u'\n';
+    screen += colored(Console::elidedMiddle(totalRow(), width), green) + u'\n';
     ++m_rowsOnScreen;
     Console::writeError(screen);
 }
@@ -168,7 +169,7 @@ QString TextReporter::rowText(const Row &row, int width) const
 {
     constexpr int percentWidth = 6;
     const QString percent = QStringLiteral("%1%").arg(static_cast<int>(row.percent), percentWidth - 2);
-    return percent + QStringLiteral("  ") + elidedMiddle(row.title, width - percentWidth - 1);
+    return percent + QStringLiteral("  ") + Console::elidedMiddle(row.title, width - percentWidth - 1);
 }
 
 QString TextReporter::totalRow() const
@@ -184,7 +185,7 @@ QString TextReporter::totalRow() const
         const double elapsed = static_cast<double>(m_clock.elapsed()) / 1000.0;
         text += QStringLiteral(", %1 left").arg(duration(elapsed / finished * (m_totals.all - finished)));
     }
-    return colored(text, green);
+    return text;
 }
 
 QString TextReporter::colored(const QString &text, const char *code) const

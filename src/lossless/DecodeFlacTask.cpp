@@ -34,7 +34,7 @@ void DecodeFlacTask::processTaskOutput(const QString &text)
         setTopTextFieldString(QStringLiteral("Decoding Flac: %1%").arg(*percentage, 0, 'f', 6));
         setProgressIndicatorValue(*percentage);
     }
-    m_damageReported = m_damageReported || FlacOutput::reportsDamage(piece);
+    m_damageReported = m_damageReported || FlacOutput::reportsDamage(piece, title());
     appendResults(piece.toString());
     setTextFieldString(title());
     publish(&KruvTask::setCombinedStatus);
@@ -47,17 +47,12 @@ void DecodeFlacTask::copyFlacTags()
     setTopTextFieldString(QStringLiteral("Copying Flac Tags"));
     publish(&KruvTask::setTopTextFieldValue);
     if (!tagsHelper.writeTagsForAIFFFile(outputPath(), *tags)) {
-        setError(true);
-        appendResults(
-            QStringLiteral("The tags of %1 could not be written to %2.\n").arg(m_fileName, outputPath()));
+        fail(QStringLiteral("The tags of %1 could not be written to %2.").arg(m_fileName, outputPath()));
     }
 }
 
 void DecodeFlacTask::cleanup()
 {
-    if (!error()) {
-        results()->setHasResults(false);
-    }
     // A file that was there before and that a failed run never touched keeps its own tags.
     if (PathNames::fileType(outputPath()) == u"AIFF" && PathNames::fileType(m_fileName) == u"FLAC" &&
         m_output.written()) {
@@ -67,6 +62,9 @@ void DecodeFlacTask::cleanup()
         OriginalFile::keep(*this, m_fileName, QStringLiteral("it is damaged and was decoded through errors"));
     }
     OriginalFile::deleteAfterSuccess(*this, m_fileName, m_output);
+    if (!error()) {
+        results()->setHasResults(false);
+    }
 }
 
 } // namespace kruv

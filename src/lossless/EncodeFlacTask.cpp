@@ -42,6 +42,7 @@ void EncodeFlacTask::processTaskOutput(const QString &text)
         publish(&KruvTask::setCombinedStatus);
         m_lastPercentageDisplayed = progress.percentage;
     }
+    m_sourceIsShort = m_sourceIsShort || FlacOutput::reportsShortSource(piece);
     appendResults(piece.toString());
 }
 
@@ -54,9 +55,7 @@ void EncodeFlacTask::copyAiffTags()
     setTopTextFieldString(QStringLiteral("Writing Flac Tags"));
     publish(&KruvTask::setTopTextFieldValue);
     if (!tagsHelper.writeTagsForFLACFile(outputPath(), *tags, true)) {
-        setError(true);
-        appendResults(
-            QStringLiteral("The tags of %1 could not be written to %2.\n").arg(m_fileName, outputPath()));
+        fail(QStringLiteral("The tags of %1 could not be written to %2.").arg(m_fileName, outputPath()));
     }
 }
 
@@ -67,6 +66,10 @@ void EncodeFlacTask::cleanup()
     // A file that was there before and that a failed run never touched keeps its own tags.
     if (sourceIsAiff && m_output.written()) {
         copyAiffTags();
+    }
+    if (m_sourceIsShort) {
+        fail(QStringLiteral("%1 ends before the audio that it announces; %2 holds only what was there.")
+                 .arg(m_fileName, outputPath()));
     }
     if (!m_overItself) {
         OriginalFile::deleteAfterSuccess(*this, m_fileName, m_output);

@@ -61,14 +61,21 @@ std::optional<double> decodeProgress(QStringView piece, QStringView name)
     return ToolOutput::leadingNumber(ToolOutput::percentageText(ownText));
 }
 
-bool reportsDamage(QStringView piece)
+bool reportsDamage(QStringView piece, QStringView name)
 {
-    return piece.contains(u"ERROR, MD5 signature mismatch") || piece.contains(u"*** Got error code");
+    // The banner may have arrived in the same piece, before the name.
+    const QString ownText = piece.toString().remove(name.toString());
+    return ownText.contains(u"ERROR, ") || ownText.contains(u"*** Got error code");
+}
+
+bool reportsShortSource(QStringView piece)
+{
+    return piece.contains(u"WARNING: unexpected EOF; ") || piece.contains(u"_END_OF_STREAM events");
 }
 
 VerifyReport verifyReport(QStringView piece, const QString &name)
 {
-    if (!piece.contains(u'%')) {
+    if (!ToolOutput::withoutLeadingName(piece, name).contains(u'%')) {
         return {reportedWhole(piece, name), std::nullopt};
     }
     const QList<QStringView> parts = piece.split(u"testing, ");

@@ -27,8 +27,13 @@ EncodeProgress encodeProgress(QStringView piece, QStringView name);
 /// Percentage of a decode, where the piece holds one.
 std::optional<double> decodeProgress(QStringView piece, QStringView name);
 
-/// True when a decode that goes on through errors says that it met one.
-bool reportsDamage(QStringView piece);
+/// True when a decode that goes on through errors says that it met one: a lost frame, a wrong MD5 signature,
+/// or fewer samples than the file announces. The tool ends with status 0 all the same.
+bool reportsDamage(QStringView piece, QStringView name);
+
+/// True when an encode says that the source ends before the audio it announces. The tool encodes what is
+/// there and ends with status 0.
+bool reportsShortSource(QStringView piece);
 
 struct VerifyReport
 {

@@ -5,7 +5,31 @@
 
 #include "app/PathNames.h"
 
+#include <QFileInfo>
+
 namespace kruv {
+
+namespace {
+
+/// Folders under the one name that the disk knows them by, each looked up once.
+class RealFolders
+{
+public:
+    const QString &of(const QString &folder)
+    {
+        const auto known = m_names.constFind(folder);
+        if (known != m_names.constEnd()) {
+            return *known;
+        }
+        const QString real = QFileInfo(folder).canonicalFilePath();
+        return *m_names.insert(folder, real.isEmpty() ? folder : real);
+    }
+
+private:
+    QHash<QString, QString> m_names;
+};
+
+} // namespace
 
 OutputPlan::OutputPlan(const QStringList &sources, const QString &chosenFolder, const QString &extension)
 {
@@ -37,13 +61,17 @@ QHash<QString, QStringList> OutputPlan::outputsByFolder() const
 std::optional<QString> OutputPlan::collision() const
 {
     QHash<QString, QString> sourceOfOutput;
+    RealFolders realFolders;
     for (const Entry &entry : m_entries) {
-        const auto earlier = sourceOfOutput.constFind(entry.output);
+        // A folder may be in the list twice, once through a link.
+        const QString output =
+            realFolders.of(entry.folder) + u'/' + PathNames::lastPathComponent(entry.output);
+        const auto earlier = sourceOfOutput.constFind(output);
         if (earlier != sourceOfOutput.constEnd()) {
             return QStringLiteral("%1\nand\n%2\nwould both be written to\n%3")
                 .arg(*earlier, entry.source, entry.output);
         }
-        sourceOfOutput.insert(entry.output, entry.source);
+        sourceOfOutput.insert(output, entry.source);
     }
     return std::nullopt;
 }

@@ -4,6 +4,7 @@
 #include "tasks/KruvAsyncNSTask.h"
 
 #include "platform/MainThread.h"
+#include "tasks/DirectTool.h"
 #include "tasks/TaskPool.h"
 #include "tasks/ToolCatalog.h"
 #include "tasks/ToolEnvironment.h"
@@ -51,7 +52,7 @@ void KruvAsyncNSTask::startTask()
     }
     ToolEnvironment::prepare(*m_process);
     connectChild();
-    m_process->start(m_launchPath, m_arguments, QIODevice::ReadOnly);
+    m_process->start(directProgram(m_launchPath, m_arguments), m_arguments, QIODevice::ReadOnly);
 }
 
 void KruvAsyncNSTask::connectChild()

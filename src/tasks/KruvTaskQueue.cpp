@@ -108,13 +108,17 @@ try {
         }
         ended = takeFromQueue(task);
         setTaskNumberInDock();
+    }
+    // Told before the next one starts, so that whoever listens never sees more jobs than the limit.
+    if (ended) {
+        Q_EMIT taskEnded(task);
+    }
+    {
+        const std::lock_guard lock(m_lock);
         if (!m_cancellingAll) {
             fillFreePlaces();
         }
         m_userInterface.scrollStatusPanelTo(m_lowestActivePosition);
-    }
-    if (ended) {
-        Q_EMIT taskEnded(task);
     }
     if (m_activeTask < 1 && m_startedJobs == 0 && !m_cancellingAll) {
         endBusyPeriod();

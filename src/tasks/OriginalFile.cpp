@@ -15,10 +15,12 @@ void deleteAfterSuccess(KruvTask &task, const QString &source, const OutputWatch
     if (!task.deleteOriginal() || task.error() || task.cancelled() || !task.queue()) {
         return;
     }
-    if (output.written()) {
-        Util::deleteFile(source, task.queue()->preferences());
-    } else {
+    if (!output.written()) {
         keep(task, source, QStringLiteral("its output is missing, empty or was not written by this job"));
+    } else if (!output.reachedDisk()) {
+        keep(task, source, QStringLiteral("its output could not be brought to the disk for good"));
+    } else {
+        Util::deleteFile(source, task.queue()->preferences());
     }
 }
 

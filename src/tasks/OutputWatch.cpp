@@ -3,9 +3,13 @@
 
 #include "tasks/OutputWatch.h"
 
+#include "app/PathNames.h"
+
 #include <QFile>
 
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace kruv {
 
@@ -28,6 +32,22 @@ bool OutputWatch::written() const
 {
     const std::optional<Stamp> now = stampOf(m_path);
     return now && now->size > 0 && now != m_before;
+}
+
+bool OutputWatch::reachedDisk() const
+{
+    const auto sync = [](const QString &path) {
+        const int descriptor = open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
+        const bool done = descriptor >= 0 && fsync(descriptor) == 0;
+        if (descriptor >= 0) {
+            close(descriptor);
+        }
+        return done;
+    };
+    // Some file systems can't sync a folder; the file itself is what counts.
+    const bool done = sync(m_path);
+    sync(PathNames::folderOf(m_path));
+    return done;
 }
 
 bool OutputWatch::isSameFile(const QString &first, const QString &second)

@@ -22,6 +22,10 @@ public:
     /// True when the file exists, is not empty, and is not the one that was there when the watch began.
     bool written() const;
 
+    /// Has the file system bring the file and its name to the disk, so that a power cut can't take them back.
+    /// False when it reports an error. Blocks.
+    bool reachedDisk() const;
+
     /// True when both paths lead to the same file on disk, whatever the spelling or the links on the way.
     static bool isSameFile(const QString &first, const QString &second);
 

@@ -11,6 +11,7 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::Literals::StringLiterals;
 using namespace kruv;
 using namespace kruv::test;
 
@@ -29,15 +30,14 @@ protected:
     }
     QStringList listsIn(const QString &folder) const
     {
-        return QDir(folder).entryList(
-            {QStringLiteral("*.md5"), QStringLiteral("*.st5"), QStringLiteral("*ffp*")}, QDir::Files);
+        return QDir(folder).entryList({u"*.md5"_s, u"*.st5"_s, u"*ffp*"_s}, QDir::Files);
     }
 
     TabRun kruv;
-    QString one = kruv.folder.makeFolder(QStringLiteral("one"));
-    QString two = kruv.folder.makeFolder(QStringLiteral("two"));
-    QString first = kruv.folder.write(QStringLiteral("one/a.Wav"), "a");
-    QString second = kruv.folder.write(QStringLiteral("two/b.wav"), "b");
+    QString one = kruv.folder.makeFolder(u"one"_s);
+    QString two = kruv.folder.makeFolder(u"two"_s);
+    QString first = kruv.folder.write(u"one/a.Wav"_s, "a");
+    QString second = kruv.folder.write(u"two/b.wav"_s, "b");
 };
 
 TEST_F(ChecksumTabTest, ShowsTheOptionsOfAListOnlyWhereOneIsMade)
@@ -55,19 +55,19 @@ TEST_F(ChecksumTabTest, ShowsTheOptionsOfAListOnlyWhereOneIsMade)
 TEST_F(ChecksumTabTest, ListsBesideTheirSourcesAskNothing)
 {
     create("MD5", true, {first});
-    EXPECT_EQ(listsIn(one), QStringList(QStringLiteral("md5sum.md5")));
-    kruv.preferences.setValue(QStringLiteral("checksumFileUsesOutputDirName"), true);
+    EXPECT_EQ(listsIn(one), QStringList(u"md5sum.md5"_s));
+    kruv.preferences.setValue(u"checksumFileUsesOutputDirName"_s, true);
     create("MD5", true, {first});
-    EXPECT_TRUE(QFile::exists(one + QStringLiteral("/one.md5")));
+    EXPECT_TRUE(QFile::exists(one + u"/one.md5"_s));
     EXPECT_TRUE(kruv.person.prompts.isEmpty());
     EXPECT_TRUE(kruv.tab.fileList().isEmpty());
 }
 
 TEST_F(ChecksumTabTest, AsksForAPlaceWithTheTitlesOfEachKind)
 {
-    const QString flac = kruv.folder.file(QStringLiteral("one/c.flac"));
+    const QString flac = kruv.folder.file(u"one/c.flac"_s);
     writeFile(flac, "not really");
-    const QString asked = kruv.folder.file(QStringLiteral("asked"));
+    const QString asked = kruv.folder.file(u"asked"_s);
     kruv.person.textAnswers = {asked, std::nullopt, std::nullopt};
     create("MD5", true, {first, second});
     EXPECT_TRUE(QFile::exists(asked)) << "two folders: the place is asked for all the same";
@@ -88,12 +88,12 @@ TEST_F(ChecksumTabTest, FingerprintsGoToTheFirstFilesFolder)
 {
     QStringList flacFiles;
     for (const QString &folder : {one, two}) {
-        flacFiles << folder + QStringLiteral("/x.flac");
-        writeWav(folder + QStringLiteral("/x.wav"), {.frames = 100});
-        outputOf(QStringLiteral("flac"), {QStringLiteral("-s"), QStringLiteral("x.wav")}, folder);
+        flacFiles << folder + u"/x.flac"_s;
+        writeWav(folder + u"/x.wav"_s, {.frames = 100});
+        outputOf(u"flac"_s, {u"-s"_s, u"x.wav"_s}, folder);
     }
     create("FFP", true, flacFiles + QStringList{first});
-    const QByteArray list = readFile(one + QStringLiteral("/fingerprint.ffp.txt"));
+    const QByteArray list = readFile(one + u"/fingerprint.ffp.txt"_s);
     EXPECT_EQ(list.count("x.flac:"), 2);
     EXPECT_FALSE(list.contains("a.Wav"));
     EXPECT_TRUE(listsIn(two).isEmpty());
@@ -102,7 +102,7 @@ TEST_F(ChecksumTabTest, FingerprintsGoToTheFirstFilesFolder)
     QFile::remove(flacFiles[1]);
     create("FFP", true, flacFiles);
     ASSERT_EQ(kruv.person.alerts.size(), 1) << "an incomplete list is never made in silence";
-    EXPECT_TRUE(kruv.person.alerts[0].text.contains(QStringLiteral("FLAC__METADATA_CHAIN")));
+    EXPECT_TRUE(kruv.person.alerts[0].text.contains(u"FLAC__METADATA_CHAIN"_s));
 }
 
 TEST_F(ChecksumTabTest, KnowsListsByTheirNames)
@@ -112,17 +112,15 @@ TEST_F(ChecksumTabTest, KnowsListsByTheirNames)
     for (const char *name : lists) {
         files << kruv.folder.write(QString::fromLatin1(name), "");
     }
-    EXPECT_EQ(
-        kruv.run(ChecksumTab::VerifyLists, files),
-        QStringLiteral(
-            "Verify MD5: a.MD5\n\nVerify ST5: b.st5\n\nVerify FFP: c.Ffp\n\nVerify FFP: d.fFp.TXT\n\n"));
+    EXPECT_EQ(kruv.run(ChecksumTab::VerifyLists, files),
+              u"Verify MD5: a.MD5\n\nVerify ST5: b.st5\n\nVerify FFP: c.Ffp\n\nVerify FFP: d.fFp.TXT\n\n"_s);
     EXPECT_EQ(kruv.person.resultsWindows.size(), 1) << "one report for the whole command";
     EXPECT_TRUE(kruv.tab.fileList().isEmpty());
 }
 
 TEST_F(ChecksumTabTest, DoesNothingWithoutFilesOfItsKind)
 {
-    const QString text = kruv.folder.write(QStringLiteral("notes.txt"), "");
+    const QString text = kruv.folder.write(u"notes.txt"_s, "");
     for (const char *kind : {"MD5", "ST5", "FFP"}) {
         create(kind, false, {text});
         EXPECT_TRUE(kruv.tab.fileList().isEmpty());
@@ -139,31 +137,31 @@ TEST_F(ChecksumTabTest, BuildsItsToolsCommandLines)
         const auto &tool = dynamic_cast<const KruvAsyncNSTask &>(*job);
         return (QStringList{tool.launchPath().section(u'/', -1)} + tool.arguments()).join(u'|');
     };
-    const QString file = QStringLiteral("/m/a b.x");
-    EXPECT_EQ(line(kruv.tab.verifyFlac(file, results)), QStringLiteral("flac|-t|/m/a b.x"));
-    EXPECT_EQ(line(kruv.tab.verifyAPE(file, results)), QStringLiteral("mac|-v|/m/a b.x"));
-    EXPECT_EQ(line(kruv.tab.verifyWavepack(file, results)), QStringLiteral("wvunpack|-v|/m/a b.x"));
-    EXPECT_EQ(line(kruv.tab.verifyTTA(file, results)), QStringLiteral("ttaenc|-t|/m/a b.x"));
-    EXPECT_EQ(line(kruv.tab.createST5({QStringLiteral("/m/2.wav"), QStringLiteral("/m/-1.wav")}, true)),
-              QStringLiteral("shntool|hash|-m|2.wav|-1.wav"));
-    EXPECT_EQ(kruv.tab.verifyFlac(file, results)->title(), QStringLiteral("Verify FLAC"));
-    EXPECT_EQ(kruv.tab.createST5({file}, true)->title(), QStringLiteral("Create ST5"));
-    EXPECT_EQ(kruv.tab.createMD5({file}, true)->title(), QStringLiteral("Creating MD5"));
+    const QString file = u"/m/a b.x"_s;
+    EXPECT_EQ(line(kruv.tab.verifyFlac(file, results)), u"flac|-t|/m/a b.x"_s);
+    EXPECT_EQ(line(kruv.tab.verifyAPE(file, results)), u"mac|-v|/m/a b.x"_s);
+    EXPECT_EQ(line(kruv.tab.verifyWavepack(file, results)), u"wvunpack|-v|/m/a b.x"_s);
+    EXPECT_EQ(line(kruv.tab.verifyTTA(file, results)), u"ttaenc|-t|/m/a b.x"_s);
+    EXPECT_EQ(line(kruv.tab.createST5({u"/m/2.wav"_s, u"/m/-1.wav"_s}, true)),
+              u"shntool|hash|-m|2.wav|-1.wav"_s);
+    EXPECT_EQ(kruv.tab.verifyFlac(file, results)->title(), u"Verify FLAC"_s);
+    EXPECT_EQ(kruv.tab.createST5({file}, true)->title(), u"Create ST5"_s);
+    EXPECT_EQ(kruv.tab.createMD5({file}, true)->title(), u"Creating MD5"_s);
 }
 
 TEST_F(ChecksumTabTest, St5ListsSayWhatTheyLeaveOut)
 {
-    writeWav(one + QStringLiteral("/good.wav"), {.frames = 588});
-    writeWav(two + QStringLiteral("/other.wav"), {.frames = 588});
-    kruv.person.textAnswers = {one + QStringLiteral("/l.st5")};
-    create("ST5", true, {one + QStringLiteral("/good.wav"), first, two + QStringLiteral("/other.wav")});
-    const QByteArray list = readFile(one + QStringLiteral("/l.st5"));
+    writeWav(one + u"/good.wav"_s, {.frames = 588});
+    writeWav(two + u"/other.wav"_s, {.frames = 588});
+    kruv.person.textAnswers = {one + u"/l.st5"_s};
+    create("ST5", true, {one + u"/good.wav"_s, first, two + u"/other.wav"_s});
+    const QByteArray list = readFile(one + u"/l.st5"_s);
     EXPECT_TRUE(list.startsWith(";shntool st5 checksums generated by Kruv "));
     EXPECT_EQ(list.count("[shntool]"), 1);
     ASSERT_EQ(kruv.person.resultsWindows.size(), 1);
     const QString report = kruv.person.resultsWindows[0].text;
-    EXPECT_TRUE(report.contains(QStringLiteral("warning: "))) << report.toStdString();
-    EXPECT_TRUE(report.contains(QStringLiteral("other.wav is not in the list: it lies in another folder.")));
+    EXPECT_TRUE(report.contains(u"warning: "_s)) << report.toStdString();
+    EXPECT_TRUE(report.contains(u"other.wav is not in the list: it lies in another folder."_s));
 
     create("ST5", true, {second});
     EXPECT_TRUE(listsIn(two).isEmpty()) << "no list rather than an empty one";

@@ -13,6 +13,7 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+using namespace Qt::Literals::StringLiterals;
 using namespace kruv;
 using namespace kruv::test;
 
@@ -21,21 +22,19 @@ namespace {
 TEST(FileHash, KnowsThePublishedDigestsOfAbc)
 {
     const TemporaryFolder folder;
-    const QString path = folder.write(QStringLiteral("abc"), "abc");
-    EXPECT_EQ(FileHash::md5HashOfFileAtPath(path), QStringLiteral("900150983cd24fb0d6963f7d28e17f72"));
-    EXPECT_EQ(MD5Helper::getMD5FromFile(path), QStringLiteral("900150983cd24fb0d6963f7d28e17f72"));
-    EXPECT_EQ(FileHash::sha1HashOfFileAtPath(path),
-              QStringLiteral("a9993e364706816aba3e25717850c26c9cd0d89d"));
-    EXPECT_TRUE(FileHash::sha512HashOfFileAtPath(path).startsWith(
-        QStringLiteral("ddaf35a193617abacc417349ae204131")));
-    EXPECT_EQ(FileHash::md5HashOfFileAtPath(folder.write(QStringLiteral("empty"), "")),
-              QStringLiteral("d41d8cd98f00b204e9800998ecf8427e"));
+    const QString path = folder.write(u"abc"_s, "abc");
+    EXPECT_EQ(FileHash::md5HashOfFileAtPath(path), u"900150983cd24fb0d6963f7d28e17f72"_s);
+    EXPECT_EQ(MD5Helper::getMD5FromFile(path), u"900150983cd24fb0d6963f7d28e17f72"_s);
+    EXPECT_EQ(FileHash::sha1HashOfFileAtPath(path), u"a9993e364706816aba3e25717850c26c9cd0d89d"_s);
+    EXPECT_TRUE(FileHash::sha512HashOfFileAtPath(path).startsWith(u"ddaf35a193617abacc417349ae204131"_s));
+    EXPECT_EQ(FileHash::md5HashOfFileAtPath(folder.write(u"empty"_s, "")),
+              u"d41d8cd98f00b204e9800998ecf8427e"_s);
 }
 
 TEST(FileHash, ReadsOnlyWhatHasAnEnd)
 {
     const TemporaryFolder folder;
-    const QString pipe = folder.file(QStringLiteral("pipe"));
+    const QString pipe = folder.file(u"pipe"_s);
     ASSERT_EQ(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
     struct Row
     {
@@ -44,9 +43,9 @@ TEST(FileHash, ReadsOnlyWhatHasAnEnd)
     };
     const Row rows[] = {
         {pipe, FileHash::Problem::NotAFile},
-        {QStringLiteral("/dev/zero"), FileHash::Problem::NotAFile},
+        {u"/dev/zero"_s, FileHash::Problem::NotAFile},
         {folder.path(), FileHash::Problem::NotAFile},
-        {folder.file(QStringLiteral("none")), FileHash::Problem::Missing},
+        {folder.file(u"none"_s), FileHash::Problem::Missing},
         {folder.file(QString(300, u'x')), FileHash::Problem::Missing},
     };
     for (const Row &row : rows) {
@@ -60,7 +59,7 @@ TEST(FileHash, ReadsOnlyWhatHasAnEnd)
 TEST(FileHash, StopsWithinAFileThatWouldTakeMinutes)
 {
     const TemporaryFolder folder;
-    const QString path = folder.write(QStringLiteral("sparse"), "");
+    const QString path = folder.write(u"sparse"_s, "");
     constexpr qint64 fiftyGigabytes = 50LL * 1000 * 1000 * 1000;
     ASSERT_TRUE(QFile::resize(path, fiftyGigabytes));
     int pieces = 0;

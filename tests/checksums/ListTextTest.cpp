@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::Literals::StringLiterals;
 using namespace kruv;
 
 namespace {
@@ -22,7 +23,7 @@ QStringList texts(const QByteArray &list)
 
 TEST(ListText, ReadsEveryLineEndAndEncoding)
 {
-    const QStringList expected{QStringLiteral("aé *x.wav"), QStringLiteral("b *y.wav")};
+    const QStringList expected{u"aé *x.wav"_s, u"b *y.wav"_s};
     const QString text = expected.join(u'\n') + u'\n';
     const QByteArray utf16(reinterpret_cast<const char *>(text.utf16()), text.size() * 2);
     EXPECT_EQ(texts("a\xc3\xa9 *x.wav\nb *y.wav\n"), expected);
@@ -45,7 +46,7 @@ TEST(ListText, KeepsTheBytesOfNamesThatAreNotUtf8)
     ASSERT_EQ(lines.size(), 1);
     const auto entry = ListText::md5Entry(lines[0]);
     ASSERT_TRUE(entry);
-    EXPECT_EQ(entry->name, QStringLiteral("lét.wav"));
+    EXPECT_EQ(entry->name, u"lét.wav"_s);
     EXPECT_EQ(entry->encodedName, QByteArray("l\xe9t.wav"));
 }
 
@@ -89,21 +90,18 @@ TEST(ListText, NamesFilesAsTheVerifierFindsThem)
     EXPECT_EQ(name("/ab/y.wav", "/a", false), "y.wav") << "a folder whose name only begins alike";
     EXPECT_EQ(name("/c/y.wav", "/a", false), "y.wav");
     EXPECT_EQ(name("/b/y.wav", "/", false), "/b/y.wav");
-    EXPECT_EQ(ListText::joined(QStringLiteral("/a"), QStringLiteral("/b/y.wav")),
-              QStringLiteral("/a/b/y.wav"));
-    EXPECT_EQ(ListText::joined(QStringLiteral("/"), QStringLiteral("y.wav")), QStringLiteral("/y.wav"));
+    EXPECT_EQ(ListText::joined(u"/a"_s, u"/b/y.wav"_s), u"/a/b/y.wav"_s);
+    EXPECT_EQ(ListText::joined(u"/"_s, u"y.wav"_s), u"/y.wav"_s);
 }
 
 TEST(ListText, EscapesOnlyNamesThatWouldBreakTheLine)
 {
-    for (const QString &name :
-         {QStringLiteral("a\nb\\c.wav"), QStringLiteral("a\\nb.wav"), QStringLiteral("50% 1%2.wav")}) {
-        const auto lines = ListText::lines(ListText::md5Line(QStringLiteral("0a"), name).toUtf8());
+    for (const QString &name : {u"a\nb\\c.wav"_s, u"a\\nb.wav"_s, u"50% 1%2.wav"_s}) {
+        const auto lines = ListText::lines(ListText::md5Line(u"0a"_s, name).toUtf8());
         ASSERT_EQ(lines.size(), 1) << name.toStdString();
         EXPECT_EQ(ListText::md5Entry(lines[0])->name, name);
     }
-    EXPECT_EQ(ListText::md5Line(QStringLiteral("0a"), QStringLiteral("a\\b.wav")),
-              QStringLiteral("0a *a\\b.wav\n"));
+    EXPECT_EQ(ListText::md5Line(u"0a"_s, u"a\\b.wav"_s), u"0a *a\\b.wav\n"_s);
 }
 
 } // namespace

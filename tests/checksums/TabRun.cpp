@@ -10,10 +10,12 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace kruv::test {
 
 TabRun::TabRun()
-    : preferences(folder.file(QStringLiteral("kruv.conf")))
+    : preferences(folder.file(u"kruv.conf"_s))
     , controller(preferences, person, nullptr)
     , tab(controller.checksumTab())
 {

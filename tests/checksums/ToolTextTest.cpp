@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::Literals::StringLiterals;
 using namespace kruv;
 
 namespace {
@@ -23,10 +24,9 @@ QString onScreen(std::initializer_list<const char *> pieces)
 
 TEST(TerminalText, ShowsWhatATerminalShows)
 {
-    EXPECT_EQ(onScreen({"a, 10% done...", "\b\b\b\b\b\b\b\b\b\b\b", "11% done...\n"}),
-              QStringLiteral("a, 11% done...\n"));
-    EXPECT_EQ(onScreen({"12% done", "\r", "100% done\r", "\n"}), QStringLiteral("100% done\n"));
-    EXPECT_EQ(onScreen({"\b\b", "ok      "}), QStringLiteral("ok"));
+    EXPECT_EQ(onScreen({"a, 10% done...", "\b\b\b\b\b\b\b\b\b\b\b", "11% done...\n"}), u"a, 11% done...\n"_s);
+    EXPECT_EQ(onScreen({"12% done", "\r", "100% done\r", "\n"}), u"100% done\n"_s);
+    EXPECT_EQ(onScreen({"\b\b", "ok      "}), u"ok"_s);
 }
 
 TEST(VerifyOutput, FindsThePercentage)
@@ -48,12 +48,11 @@ TEST(VerifyOutput, KeepsWhatAReportNeeds)
                   " Copyright (c) 1998 - 2022 David Bryant.  All Rights Reserved.\n\n",
                   "verifying a.wv,", "  38% done...", "\b\b\b\b\b\b\b\b\b\b\b\b", " 100% done...",
                   "\rverified a.wv in 0.11 secs (lossless, 46.37%)    \n"});
-    EXPECT_EQ(VerifyOutput::namedLines(wavpack, QStringLiteral("a.wv")),
-              QStringLiteral("a.wv: verified a.wv in 0.11 secs (lossless, 46.37%)\n"));
-    EXPECT_EQ(VerifyOutput::fromLastProgress(
-                  QStringLiteral("--- tool ---\nProgress: 1%\nProgress: 100.0%\n\nSuccess...")),
-              QStringLiteral("Progress: 100.0%\nSuccess...\n"));
-    EXPECT_EQ(VerifyOutput::fromLastProgress(QStringLiteral("Error: 1009")), QStringLiteral("Error: 1009"));
+    EXPECT_EQ(VerifyOutput::namedLines(wavpack, u"a.wv"_s),
+              u"a.wv: verified a.wv in 0.11 secs (lossless, 46.37%)\n"_s);
+    EXPECT_EQ(VerifyOutput::fromLastProgress(u"--- tool ---\nProgress: 1%\nProgress: 100.0%\n\nSuccess..."_s),
+              u"Progress: 100.0%\nSuccess...\n"_s);
+    EXPECT_EQ(VerifyOutput::fromLastProgress(u"Error: 1009"_s), u"Error: 1009"_s);
 }
 
 TEST(ShntoolHash, ReadsProgressPastNamesThatLookLikeIt)
@@ -64,28 +63,27 @@ TEST(ShntoolHash, ReadsProgressPastNamesThatLookLikeIt)
     EXPECT_EQ(percentage(u"42% "), 42.0);
     EXPECT_FALSE(percentage(u"Hashing [a.wav] (0:11.09) : "));
     EXPECT_FALSE(percentage(u"2fb80136fd29456c798b920ba28158b5  [shntool]  50% off.wav"));
-    EXPECT_EQ(currentName(u"Hashing [a] (live).wav] (0:11.09) :   0% "), QStringLiteral("a] (live).wav"));
+    EXPECT_EQ(currentName(u"Hashing [a] (live).wav] (0:11.09) :   0% "), u"a] (live).wav"_s);
     EXPECT_TRUE(currentName(u"Hashing [").isNull());
 }
 
 TEST(ShntoolHash, TellsHashesFromComplaints)
 {
-    const QString text = QStringLiteral("shntool [hash]: warning: cannot open non-existent file: [no.wav]\n"
-                                        "Hashing [warning.wav] (0:11.09) : 100% OK\n"
-                                        "shntool [hash]: warning: cannot open non-existent file: [no.wav]\n"
-                                        "2fb80136fd29456c798b920ba28158b5  [shntool]  warning.wav\n");
+    const QString text = u"shntool [hash]: warning: cannot open non-existent file: [no.wav]\n"
+                         "Hashing [warning.wav] (0:11.09) : 100% OK\n"
+                         "shntool [hash]: warning: cannot open non-existent file: [no.wav]\n"
+                         "2fb80136fd29456c798b920ba28158b5  [shntool]  warning.wav\n"_s;
     EXPECT_EQ(ShntoolHash::hashLines(text),
-              QStringList(QStringLiteral("2fb80136fd29456c798b920ba28158b5  [shntool]  warning.wav")));
-    EXPECT_EQ(
-        ShntoolHash::complaints(text),
-        QStringList(QStringLiteral("shntool [hash]: warning: cannot open non-existent file: [no.wav]")));
+              QStringList(u"2fb80136fd29456c798b920ba28158b5  [shntool]  warning.wav"_s));
+    EXPECT_EQ(ShntoolHash::complaints(text),
+              QStringList(u"shntool [hash]: warning: cannot open non-existent file: [no.wav]"_s));
 }
 
 TEST(ShntoolHash, KeepsTheHashLinesOfARunWithinOneWrite)
 {
     QStringList names;
     for (int index = 0; index < 1000; ++index) {
-        names << QStringLiteral("Übung %1.wav").arg(index);
+        names << u"Übung %1.wav"_s.arg(index);
     }
     QStringList again;
     for (const QStringList &run : ShntoolHash::runs(names)) {

@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+using namespace Qt::Literals::StringLiterals;
 using namespace kruv;
 using namespace kruv::test;
 
@@ -30,28 +31,27 @@ TEST(VerifyList, AnswersEveryLineTruly)
     const Row rows[] = {
         {"empty", "", {}},
         {"comments only", "# one\n; two\n\n", {}},
-        {"as written here", ofAbc + " *abc.wav\n", QStringLiteral("abc.wav : OK\n")},
-        {"Windows, byte-order mark", "\xef\xbb\xbf" + ofAbc + " *abc.wav\r\n",
-         QStringLiteral("abc.wav : OK\n")},
-        {"Latin-1", ofAbc + " *l\xe9t.wav\n", QStringLiteral("lét.wav : OK\n")},
-        {"Latin-1 on the disk too", ofAbc + " *r\xe9mi.wav\n", QStringLiteral("rémi.wav : OK\n")},
-        {"upper case", ofAbc.toUpper() + " *abc.wav\n", QStringLiteral("abc.wav : FAILED\n")},
+        {"as written here", ofAbc + " *abc.wav\n", u"abc.wav : OK\n"_s},
+        {"Windows, byte-order mark", "\xef\xbb\xbf" + ofAbc + " *abc.wav\r\n", u"abc.wav : OK\n"_s},
+        {"Latin-1", ofAbc + " *l\xe9t.wav\n", u"lét.wav : OK\n"_s},
+        {"Latin-1 on the disk too", ofAbc + " *r\xe9mi.wav\n", u"rémi.wav : OK\n"_s},
+        {"upper case", ofAbc.toUpper() + " *abc.wav\n", u"abc.wav : FAILED\n"_s},
         {"two blanks", ofAbc + "  abc.wav\n",
-         QString::fromLatin1(ofAbc) + QStringLiteral("  abc.wav : Invalid checksum format\n")},
-        {"climbs out", ofAbc + " *../../../../../../../../etc/passwd\n", QStringLiteral("passwd : FAILED\n")},
-        {"climbs to a sibling", ofAbc + " *../album/abc.wav\n", QStringLiteral("abc.wav : OK\n")},
+         QString::fromLatin1(ofAbc) + u"  abc.wav : Invalid checksum format\n"_s},
+        {"climbs out", ofAbc + " *../../../../../../../../etc/passwd\n", u"passwd : FAILED\n"_s},
+        {"climbs to a sibling", ofAbc + " *../album/abc.wav\n", u"abc.wav : OK\n"_s},
         {"a device", ofAbc + " *../../../../../../../../dev/zero\n",
-         QStringLiteral("zero : FAILED (not a regular file)\n")},
-        {"a pipe", ofAbc + " *pipe.wav\n", QStringLiteral("pipe.wav : FAILED (not a regular file)\n")},
-        {"a folder", ofAbc + " *.\n", QStringLiteral(". : FAILED (not a regular file)\n")},
-        {"the separator in the name", ofAbc + " *x *abc.wav\n", QStringLiteral("x : FAILED\n")},
-        {"no name", ofAbc + " *\n", QStringLiteral(" : FAILED\n")},
-        {"missing", ofAbc + " *none.wav", QStringLiteral("none.wav : FAILED\n")},
+         u"zero : FAILED (not a regular file)\n"_s},
+        {"a pipe", ofAbc + " *pipe.wav\n", u"pipe.wav : FAILED (not a regular file)\n"_s},
+        {"a folder", ofAbc + " *.\n", u". : FAILED (not a regular file)\n"_s},
+        {"the separator in the name", ofAbc + " *x *abc.wav\n", u"x : FAILED\n"_s},
+        {"no name", ofAbc + " *\n", u" : FAILED\n"_s},
+        {"missing", ofAbc + " *none.wav", u"none.wav : FAILED\n"_s},
     };
     TabRun kruv;
-    const QString folder = kruv.folder.makeFolder(QStringLiteral("album"));
-    kruv.folder.write(QStringLiteral("album/abc.wav"), "abc");
-    kruv.folder.write(QStringLiteral("album/lét.wav"), "abc");
+    const QString folder = kruv.folder.makeFolder(u"album"_s);
+    kruv.folder.write(u"album/abc.wav"_s, "abc");
+    kruv.folder.write(u"album/lét.wav"_s, "abc");
     const QByteArray encoded = QFile::encodeName(folder);
     FILE *latin = std::fopen((encoded + "/r\xe9mi.wav").constData(), "w");
     ASSERT_NE(latin, nullptr);
@@ -59,9 +59,8 @@ TEST(VerifyList, AnswersEveryLineTruly)
     std::fclose(latin);
     ASSERT_EQ(mkfifo((encoded + "/pipe.wav").constData(), 0600), 0);
     for (const Row &row : rows) {
-        const QString list = kruv.folder.write(QStringLiteral("album/l.md5"), row.list);
-        EXPECT_EQ(kruv.verifyLists({list}), QStringLiteral("Verify MD5: l.md5\n") + row.report + u'\n')
-            << row.what;
+        const QString list = kruv.folder.write(u"album/l.md5"_s, row.list);
+        EXPECT_EQ(kruv.verifyLists({list}), u"Verify MD5: l.md5\n"_s + row.report + u'\n') << row.what;
     }
     std::remove((encoded + "/r\xe9mi.wav").constData()); // the folder can't name it
 }
@@ -82,9 +81,9 @@ TEST(VerifyList, SurvivesRubbishOfEveryKind)
     for (const auto &[name, bytes] : lists) {
         const QString list = kruv.folder.write(QString::fromLatin1(name), bytes);
         const QString report = kruv.verifyLists({list});
-        EXPECT_TRUE(report.startsWith(QStringLiteral("Verify "))) << name;
-        EXPECT_FALSE(report.contains(QStringLiteral(" : OK"))) << name;
-        EXPECT_GT(report.count(QStringLiteral(" : ")), 3) << name;
+        EXPECT_TRUE(report.startsWith(u"Verify "_s)) << name;
+        EXPECT_FALSE(report.contains(u" : OK"_s)) << name;
+        EXPECT_GT(report.count(u" : "_s), 3) << name;
     }
 }
 
@@ -99,17 +98,17 @@ TEST(VerifyList, UnreadableListsShowTheirFirstLineAndFail)
         EXPECT_TRUE(engine.runToEnd());
         return job;
     };
-    const auto missing = verify(engine.folder.file(QStringLiteral("none.md5")));
+    const auto missing = verify(engine.folder.file(u"none.md5"_s));
     EXPECT_TRUE(missing->error());
     EXPECT_FALSE(missing->listProblem().isEmpty());
-    EXPECT_EQ(results->results(*missing), QStringLiteral("Verify MD5: none.md5\n"));
-    EXPECT_TRUE(verify(engine.folder.makeFolder(QStringLiteral("folder.md5")))->error());
+    EXPECT_EQ(results->results(*missing), u"Verify MD5: none.md5\n"_s);
+    EXPECT_TRUE(verify(engine.folder.makeFolder(u"folder.md5"_s))->error());
 }
 
 TEST(VerifyList, CountsWhatBecameOfEachLine)
 {
     Engine engine;
-    engine.folder.write(QStringLiteral("abc.wav"), "abc");
+    engine.folder.write(u"abc.wav"_s, "abc");
     QByteArray list;
     constexpr int lines = 50000;
     for (int index = 0; index < lines; ++index) {
@@ -117,9 +116,8 @@ TEST(VerifyList, CountsWhatBecameOfEachLine)
                 : index % 3 == 1 ? "0" + ofAbc + " *abc.wav\n"
                                  : ofAbc + " *none.wav\n";
     }
-    const auto job =
-        std::make_shared<VerifyMD5Task>(&engine.queue, engine.folder.write(QStringLiteral("l.md5"), list),
-                                        std::make_shared<KruvTaskResults>());
+    const auto job = std::make_shared<VerifyMD5Task>(&engine.queue, engine.folder.write(u"l.md5"_s, list),
+                                                     std::make_shared<KruvTaskResults>());
     job->results()->addTaskInSet(*job);
     engine.queue.addTask(job);
     ASSERT_TRUE(engine.runToEnd());
@@ -130,9 +128,9 @@ TEST(VerifyList, CountsWhatBecameOfEachLine)
         ASSERT_EQ(job->entries()[index].outcome, cycle[index % 3]) << index;
     }
     const QStringList report = engine.userInterface.resultsWindows.at(0).text.split(u'\n');
-    EXPECT_EQ(report.value(1), QStringLiteral("abc.wav : OK"));
-    EXPECT_EQ(report.value(2), QStringLiteral("abc.wav : FAILED"));
-    EXPECT_EQ(report.value(lines), QStringLiteral("abc.wav : FAILED")) << "the last line, in its place";
+    EXPECT_EQ(report.value(1), u"abc.wav : OK"_s);
+    EXPECT_EQ(report.value(2), u"abc.wav : FAILED"_s);
+    EXPECT_EQ(report.value(lines), u"abc.wav : FAILED"_s) << "the last line, in its place";
 }
 
 } // namespace

@@ -12,21 +12,22 @@
 #include <string>
 #include <thread>
 
+using namespace Qt::Literals::StringLiterals;
+
 using kruv::Regex;
 
 TEST(Regex, MatchesWholeTextsAndFindsParts)
 {
-    const Regex percentage(QStringLiteral("(\\d+)% complete(?:, ratio=([\\d,.]+))?"));
+    const Regex percentage(u"(\\d+)% complete(?:, ratio=([\\d,.]+))?"_s);
     EXPECT_TRUE(percentage.matches(u"42% complete"));
     EXPECT_FALSE(percentage.matches(u"a.wav: 42% complete"));
     EXPECT_TRUE(percentage.isIn(u"a.wav: 42% complete"));
     EXPECT_FALSE(percentage.isIn(u"a.wav: 42 % complete"));
 
-    const QString line = QStringLiteral("𝄞.wav: 42% complete, ratio=0.581");
+    const QString line = u"𝄞.wav: 42% complete, ratio=0.581"_s;
     const auto match = percentage.find(line);
     ASSERT_TRUE(match);
-    EXPECT_EQ(match->captures, (QStringList{QStringLiteral("42% complete, ratio=0.581"), QStringLiteral("42"),
-                                            QStringLiteral("0.581")}));
+    EXPECT_EQ(match->captures, (QStringList{u"42% complete, ratio=0.581"_s, u"42"_s, u"0.581"_s}));
     EXPECT_EQ(line.mid(match->start, match->length), match->captures[0]) << "positions are UTF-16 units";
     const auto withoutRatio = percentage.find(u"7% complete");
     ASSERT_TRUE(withoutRatio);
@@ -36,26 +37,25 @@ TEST(Regex, MatchesWholeTextsAndFindsParts)
 
 TEST(Regex, FindsAllMatches)
 {
-    const auto words = Regex(QStringLiteral("(\\w)(\\w*)")).findAll(u"ala ma kota");
+    const auto words = Regex(u"(\\w)(\\w*)"_s).findAll(u"ala ma kota");
     ASSERT_EQ(words.size(), 3U);
-    EXPECT_EQ(words[1].captures,
-              (QStringList{QStringLiteral("ma"), QStringLiteral("m"), QStringLiteral("a")}));
+    EXPECT_EQ(words[1].captures, (QStringList{u"ma"_s, u"m"_s, u"a"_s}));
     EXPECT_EQ(words[2].start, 7);
-    EXPECT_EQ(Regex(QStringLiteral("x*")).findAll(u"axb").size(), 4U) << "empty matches move on";
-    EXPECT_TRUE(Regex(QStringLiteral("x")).findAll(u"abc").empty());
+    EXPECT_EQ(Regex(u"x*"_s).findAll(u"axb").size(), 4U) << "empty matches move on";
+    EXPECT_TRUE(Regex(u"x"_s).findAll(u"abc").empty());
 }
 
 TEST(Regex, SearchesAPartOfAStringInPlace)
 {
-    const QString whole = QStringLiteral("12 34 56");
-    const auto match = Regex(QStringLiteral("\\d+$")).find(QStringView(whole).left(5));
+    const QString whole = u"12 34 56"_s;
+    const auto match = Regex(u"\\d+$"_s).find(QStringView(whole).left(5));
     ASSERT_TRUE(match);
-    EXPECT_EQ(match->captures[0], QStringLiteral("34")) << "the text ends where the view ends";
+    EXPECT_EQ(match->captures[0], u"34"_s) << "the text ends where the view ends";
 }
 
 TEST(Regex, IgnoresCaseWhenAsked)
 {
-    const QString pattern = QStringLiteral("ścieżka|STRASSE");
+    const QString pattern = u"ścieżka|STRASSE"_s;
     EXPECT_TRUE(Regex(pattern, Qt::CaseInsensitive).matches(u"ŚCIEŻKA"));
     EXPECT_TRUE(Regex(pattern, Qt::CaseInsensitive).matches(u"straße"));
     EXPECT_FALSE(Regex(pattern).matches(u"ŚCIEŻKA")) << "the compiled one of the other kind was used";
@@ -69,16 +69,11 @@ TEST(Regex, SplitsBetweenMatches)
         QStringList pieces;
     };
     const Case cases[] = {
-        {QStringLiteral(",\\s*"),
-         QStringLiteral("a, b,c,, d,"),
-         {QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c"), QString(), QStringLiteral("d"),
-          QString()}},
-        {QStringLiteral("x"), QStringLiteral("abc"), {QStringLiteral("abc")}},
-        {QStringLiteral("x"), QString(), {QString()}},
-        {QStringLiteral("\\r\\n|[\\r\\n]"),
-         QStringLiteral("1\r\n2\r3\n4"),
-         {QStringLiteral("1"), QStringLiteral("2"), QStringLiteral("3"), QStringLiteral("4")}},
-        {QStringLiteral("(?=\\d)"), QStringLiteral("1a2b"), {QStringLiteral("1a"), QStringLiteral("2b")}},
+        {u",\\s*"_s, u"a, b,c,, d,"_s, {u"a"_s, u"b"_s, u"c"_s, QString(), u"d"_s, QString()}},
+        {u"x"_s, u"abc"_s, {u"abc"_s}},
+        {u"x"_s, QString(), {QString()}},
+        {u"\\r\\n|[\\r\\n]"_s, u"1\r\n2\r3\n4"_s, {u"1"_s, u"2"_s, u"3"_s, u"4"_s}},
+        {u"(?=\\d)"_s, u"1a2b"_s, {u"1a"_s, u"2b"_s}},
     };
     for (const Case &tested : cases) {
         EXPECT_EQ(Regex(tested.pattern).split(tested.text), tested.pieces) << tested.pattern.toStdString();
@@ -87,13 +82,12 @@ TEST(Regex, SplitsBetweenMatches)
 
 TEST(Regex, ReplacesWithGroups)
 {
-    const Regex dates(QStringLiteral("(\\d{4})-(\\d\\d)"));
-    EXPECT_EQ(dates.replace(u"1977-05, 1990-03", u"$2/$1"), QStringLiteral("05/1977, 03/1990"));
-    EXPECT_EQ(dates.replace(u"1977-05", u"\\$1 [$0]"), QStringLiteral("$1 [1977-05]"));
-    EXPECT_EQ(dates.replace(u"nothing", u"x"), QStringLiteral("nothing"));
-    EXPECT_EQ(dates.replace(u"a1977-05b", u""), QStringLiteral("ab"));
-    EXPECT_EQ(Regex(QStringLiteral(".")).replace(u"aaaa", u"a long way to go; "),
-              QStringLiteral("a long way to go; ").repeated(4))
+    const Regex dates(u"(\\d{4})-(\\d\\d)"_s);
+    EXPECT_EQ(dates.replace(u"1977-05, 1990-03", u"$2/$1"), u"05/1977, 03/1990"_s);
+    EXPECT_EQ(dates.replace(u"1977-05", u"\\$1 [$0]"), u"$1 [1977-05]"_s);
+    EXPECT_EQ(dates.replace(u"nothing", u"x"), u"nothing"_s);
+    EXPECT_EQ(dates.replace(u"a1977-05b", u""), u"ab"_s);
+    EXPECT_EQ(Regex(u"."_s).replace(u"aaaa", u"a long way to go; "), u"a long way to go; "_s.repeated(4))
         << "far longer than the text";
     EXPECT_THROW(static_cast<void>(dates.replace(u"1977-05", u"$3")), std::invalid_argument);
 }
@@ -101,9 +95,9 @@ TEST(Regex, ReplacesWithGroups)
 TEST(Regex, SaysWhereAPatternIsWrong)
 {
     const std::pair<QString, std::string> cases[] = {
-        {QStringLiteral("ab(cd"), "\"ab(cd\" at position 5"},
-        {QStringLiteral("a**"), "\"a**\" at position 3"},
-        {QStringLiteral("[z-a]"), "at position 4"},
+        {u"ab(cd"_s, "\"ab(cd\" at position 5"},
+        {u"a**"_s, "\"a**\" at position 3"},
+        {u"[z-a]"_s, "at position 4"},
         {QString(), "\"\" at position 0"},
     };
     for (const auto &[pattern, words] : cases) {
@@ -119,10 +113,10 @@ TEST(Regex, SaysWhereAPatternIsWrong)
 TEST(Regex, GivesUpOnPatternsThatNeverEnd)
 {
     const QString text = QString(60, u'a') + u'b';
-    const Regex catastrophic(QStringLiteral("(a+)+$"));
+    const Regex catastrophic(u"(a+)+$"_s);
     EXPECT_THROW(static_cast<void>(catastrophic.isIn(text)), std::runtime_error);
     EXPECT_THROW(static_cast<void>(catastrophic.replace(text, u"")), std::runtime_error);
-    EXPECT_THROW(static_cast<void>(Regex(QStringLiteral("(?:.|\\n)*x")).isIn(QString(20'000'000, u'a'))),
+    EXPECT_THROW(static_cast<void>(Regex(u"(?:.|\\n)*x"_s).isIn(QString(20'000'000, u'a'))),
                  std::runtime_error)
         << "a stack without end";
     EXPECT_TRUE(catastrophic.isIn(u"aaa")) << "good for the next text";
@@ -151,12 +145,12 @@ TEST(Regex, ManyThreadsShareTheCompiledExpressions)
 {
     std::atomic<int> right = 0;
     std::vector<std::thread> threads;
-    const Regex shared(QStringLiteral("(\\d+)"));
+    const Regex shared(u"(\\d+)"_s);
     for (int thread = 0; thread < 4; ++thread) {
         threads.emplace_back([&right, &shared] {
             for (int i = 0; i < 500; ++i) {
-                const QString text = QStringLiteral("track%1").arg(i % 100);
-                const Regex own(QStringLiteral("track%1$").arg(i % 100));
+                const QString text = u"track%1"_s.arg(i % 100);
+                const Regex own(u"track%1$"_s.arg(i % 100));
                 const auto match = shared.find(text);
                 right += own.matches(text) && match && match->captures[1] == QString::number(i % 100);
             }

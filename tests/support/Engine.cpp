@@ -7,6 +7,8 @@
 #include "tasks/KruvTask.h"
 #include "tasks/TaskPool.h"
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace kruv::test {
 
 std::optional<std::uint32_t> CountingPowerManager::createAssertion(const QString &)
@@ -23,7 +25,7 @@ void CountingPowerManager::releaseAssertion(std::uint32_t)
 }
 
 Engine::Engine(int maxThreads)
-    : preferences(folder.file(QStringLiteral("kruv.conf")))
+    : preferences(folder.file(u"kruv.conf"_s))
     , queue(preferences, userInterface, &power)
 {
     queue.setMaxThreads(maxThreads);

@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace kruv::test {
 
 namespace {
@@ -65,12 +67,13 @@ std::optional<QString> ScriptedUserInterface::enterText(const QString &title, co
 
 std::optional<TrimCharsObject> ScriptedUserInterface::trimCharacters()
 {
-    return next(trimAnswers, QStringLiteral("characters to trim"), {});
+    return next(trimAnswers, u"characters to trim"_s, {});
 }
 
 UserInterface::CustomTagRows ScriptedUserInterface::editCustomTags(const CustomTagRows &rows)
 {
-    return next(customTagAnswers, QStringLiteral("custom tags"), rows);
+    customTagRowsShown = rows;
+    return next(customTagAnswers, u"custom tags"_s, rows);
 }
 
 void ScriptedUserInterface::openResultsWindow(const QString &text, const QString &title)

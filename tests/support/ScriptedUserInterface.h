@@ -51,6 +51,7 @@ public:
     std::vector<Window> resultsWindows;
     QStringList prompts; // titles, messages and proposals of every prompt that is not a question
     QStringList notifications;
+    CustomTagRows customTagRowsShown;
     int attentionRequests = 0;
     int badge = 0;
     bool statusPanelShown = false;

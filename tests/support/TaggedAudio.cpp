@@ -3,6 +3,8 @@
 
 #include "support/TaggedAudio.h"
 
+#include "support/Audio.h"
+
 #include <QColor>
 #include <QDir>
 #include <QFile>
@@ -20,16 +22,15 @@ namespace kruv::test {
 
 namespace {
 
-QByteArray makeAudio(const QString &extension)
+QByteArray encodedNoise(const QString &extension)
 {
     if (extension == u"ape") {
         return QByteArray("MAC ") + QByteArray(20'000, 'a');
     }
-    const QTemporaryDir folder;
-    const QString wave = folder.filePath(u"noise.wav"_s);
-    const QString result = folder.filePath(u"noise."_s + extension);
-    toolOutput(u"sox"_s, u"-R -n -r 44100 -c 2 -b 16"_s.split(u' ') +
-                             QStringList{wave, u"synth"_s, u"1"_s, u"noise"_s, u"vol"_s, u"0.5"_s});
+    const TemporaryFolder folder;
+    const QString wave = folder.file(u"noise.wav"_s);
+    const QString result = folder.file(u"noise."_s + extension);
+    writeWav(wave);
     const QMap<QString, QStringList> commands{
         {u"mp3"_s, {u"lame"_s, u"--quiet"_s, wave, result}},
         {u"aiff"_s, {u"sox"_s, wave, result}},
@@ -68,27 +69,12 @@ QString AudioFolder::audio(const QString &extension, const QString &name) const
 {
     static QMap<QString, QByteArray> made;
     if (!made.contains(extension)) {
-        made.insert(extension, makeAudio(extension));
+        made.insert(extension, encodedNoise(extension));
     }
     // Open to the process without privileges, too.
-    QFile::setPermissions(m_folder.path(), QFile::Permissions(0x7777));
-    const QString result = path(name.isEmpty() ? u"noise."_s + extension : name);
-    writeFile(result, made.value(extension));
-    EXPECT_GT(QFile(result).size(), 5000) << extension.toStdString();
-    return result;
-}
-
-QByteArray readFile(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-void writeFile(const QString &path, const QByteArray &bytes)
-{
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly)) << path.toStdString();
-    ASSERT_EQ(file.write(bytes), bytes.size());
+    QFile::setPermissions(path(), QFile::Permissions(0x7777));
+    EXPECT_GT(made.value(extension).size(), 5000) << extension.toStdString();
+    return write(name.isEmpty() ? u"noise."_s + extension : name, made.value(extension));
 }
 
 QByteArray toolOutput(const QString &program, const QStringList &arguments)

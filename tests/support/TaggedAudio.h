@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "support/Files.h"
+#include "support/QtPrinters.h"
 #include "tags/TagsObject.h"
 
 #include <QByteArray>
@@ -10,29 +12,20 @@
 #include <QMap>
 #include <QString>
 #include <QStringList>
-#include <QTemporaryDir>
 
 #include <functional>
 #include <memory>
-#include <ostream>
 
 namespace kruv::test {
 
 /// A folder with one second of noise in each format, made on demand: audio("flac"). Removes itself.
-class AudioFolder
+class AudioFolder : public TemporaryFolder
 {
 public:
     /// Path of a new untagged file. Extensions: mp3, aiff, flac, ape, wv, tta. The .ape has no more than the
     /// format's marker before its noise.
     QString audio(const QString &extension, const QString &name = {}) const;
-    QString path(const QString &name) const { return m_folder.filePath(name); }
-
-private:
-    QTemporaryDir m_folder;
 };
-
-QByteArray readFile(const QString &path);
-void writeFile(const QString &path, const QByteArray &bytes);
 
 /// Runs a program of the system and returns what it printed on its standard output.
 QByteArray toolOutput(const QString &program, const QStringList &arguments);
@@ -52,9 +45,3 @@ std::shared_ptr<TagsObject> fullRecord();
 QImage picture(const QColor &color, int width = 8, int height = 6);
 
 } // namespace kruv::test
-
-// Readable failures.
-inline void PrintTo(const QString &text, std::ostream *out)
-{
-    *out << (text.isNull() ? "(null)" : '"' + text.toStdString() + '"');
-}

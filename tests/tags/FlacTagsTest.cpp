@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Kruv developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "support/EnvironmentVariable.h"
 #include "support/TaggedAudio.h"
 #include "tags/FlacTagHelper.h"
 #include "tags/TagLibTagsHelper.h"
@@ -97,11 +98,11 @@ TEST_F(FlacTags, WhatOthersWroteStays)
                               "COMMENT=c", "DESCRIPTION=d", "ENCODER=other", "TOTALTRACKS=9"}) {
         setTag(QString::fromLatin1(field));
     }
-    const QString cover = folder.path(u"cover.png"_s);
+    const QString cover = folder.file(u"cover.png"_s);
     ASSERT_TRUE(test::picture(Qt::green).save(cover));
     metaflac({u"--import-picture-from=3||front||"_s + cover, path});
     metaflac({u"--import-picture-from=4||back||"_s + cover, path});
-    const QString cue = folder.path(u"cue"_s);
+    const QString cue = folder.file(u"cue"_s);
     test::writeFile(cue, "FILE \"x\" WAVE\n  TRACK 01 AUDIO\n    INDEX 01 00:00:00\n");
     metaflac({u"--import-cuesheet-from="_s + cue, path});
     const QStringList blocksBefore = blocks(path);
@@ -165,16 +166,14 @@ TEST_F(FlacTags, APictureBeyondTheFormatsLimitIsRefused)
 
 TEST_F(FlacTags, TheDateIsThereEvenWithoutTheTool)
 {
-    const QByteArray resources = qgetenv("KRUV_RESOURCES");
-    qputenv("KRUV_RESOURCES", folder.path(u"."_s).toUtf8());
+    const test::EnvironmentVariable resources("KRUV_RESOURCES", folder.path().toUtf8());
     EXPECT_TRUE(helper.writeTagsForFLACFile(path, *test::fullRecord(), false));
-    qputenv("KRUV_RESOURCES", resources);
     EXPECT_EQ(helper.tagsForFlacFile(path)->dayText(), u"06"_s);
 }
 
 TEST_F(FlacTags, SymbolicLinkAndRightsStay)
 {
-    const QString link = folder.path(u"link.flac"_s);
+    const QString link = folder.file(u"link.flac"_s);
     ASSERT_TRUE(QFile::link(path, link));
     ASSERT_EQ(chmod(path.toUtf8().constData(), 0600), 0);
     const FlacTagHelper metaflacHelper{};
@@ -219,7 +218,7 @@ TEST_F(FlacTags, HelperSetsOneFieldAndReadsFigures)
     test::writeFile(path, longFile);
     EXPECT_EQ(metaflacHelper.getFormatInfo(path).totalSamples, 0x1FFFFFFF0);
 
-    const AudioFormatObject none = metaflacHelper.getFormatInfo(folder.path(u"missing"_s));
+    const AudioFormatObject none = metaflacHelper.getFormatInfo(folder.file(u"missing"_s));
     EXPECT_EQ(none.sampleRate + none.channels + none.bitsPerChannel, 0);
     EXPECT_EQ(none.totalSamples, 0);
     EXPECT_DOUBLE_EQ(none.time(), 0.0);

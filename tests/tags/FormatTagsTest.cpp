@@ -124,7 +124,7 @@ TEST_P(EveryFormat, WhatIsNoSuchFileIsNotWritten)
         byte = static_cast<char>(random.bounded(0x7F)); // no MPEG frame begins below 0x80
     }
     for (const QByteArray &content : {QByteArray(), QByteArray("x"), garbage, readFile(audio()).left(2)}) {
-        const QString path = folder.path(u"not-audio"_s);
+        const QString path = folder.file(u"not-audio"_s);
         writeFile(path, content);
         try {
             write(path, *test::fullRecord());
@@ -135,14 +135,14 @@ TEST_P(EveryFormat, WhatIsNoSuchFileIsNotWritten)
         EXPECT_EQ(readFile(path), content);
         EXPECT_TRUE(read(path)->titleText().isEmpty());
     }
-    EXPECT_THROW(write(folder.path(u"."_s), *test::fullRecord()), std::runtime_error);
+    EXPECT_THROW(write(folder.file(u"."_s), *test::fullRecord()), std::runtime_error);
 }
 
 TEST_P(EveryFormat, MissingOrReadOnlyFileIsFalseAndReadsBlank)
 {
-    const QString missing = folder.path(u"missing"_s);
+    const QString missing = folder.file(u"missing"_s);
     EXPECT_FALSE(write(missing, *test::fullRecord()));
-    for (const QString &path : {missing, folder.path(u"."_s)}) {
+    for (const QString &path : {missing, folder.file(u"."_s)}) {
         const auto record = read(path);
         EXPECT_EQ(record->titleText(), u""_s);
         EXPECT_FALSE(record->composerText().isNull());

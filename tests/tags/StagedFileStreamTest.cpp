@@ -40,8 +40,8 @@ protected:
         return QDir(folder.path()).entryList(QDir::Files | QDir::Hidden | QDir::System);
     }
 
-    const QTemporaryDir folder;
-    const QString path = folder.filePath(u"file"_s);
+    const test::TemporaryFolder folder;
+    const QString path = folder.file(u"file"_s);
     QByteArray original;
 };
 
@@ -95,7 +95,7 @@ TEST_F(StagedFile, BehavesLikeAByteArrayUnderAnyEdits)
 
 TEST_F(StagedFile, ANewFileKeepsRightsAndSymbolicLink)
 {
-    const QString link = folder.filePath(u"link"_s);
+    const QString link = folder.file(u"link"_s);
     ASSERT_TRUE(QFile::link(u"file"_s, link));
     ASSERT_EQ(chmod(path.toUtf8().constData(), 0640), 0);
     StagedFileStream stream(link);
@@ -111,7 +111,7 @@ TEST_F(StagedFile, ANewFileKeepsRightsAndSymbolicLink)
 
 TEST_F(StagedFile, KeepsItsHardLinksWhenTheAudioStaysInPlace)
 {
-    const QString other = folder.filePath(u"other"_s);
+    const QString other = folder.file(u"other"_s);
     ASSERT_EQ(link(path.toUtf8().constData(), other.toUtf8().constData()), 0);
     StagedFileStream stream(path);
     stream.insert(bytes(100), 0, 100);
@@ -168,15 +168,15 @@ TEST_F(StagedFile, InAReadOnlyFolderOnlyTheAudioMustStayInPlace)
 TEST_F(StagedFile, OpensRegularFilesOnly)
 {
     EXPECT_FALSE(StagedFileStream(folder.path()).isOpen());
-    EXPECT_FALSE(StagedFileStream(folder.filePath(u"missing"_s)).isOpen());
-    const QString pipe = folder.filePath(u"pipe"_s);
+    EXPECT_FALSE(StagedFileStream(folder.file(u"missing"_s)).isOpen());
+    const QString pipe = folder.file(u"pipe"_s);
     ASSERT_EQ(mkfifo(pipe.toUtf8().constData(), 0600), 0);
     EXPECT_FALSE(StagedFileStream(pipe).isOpen());
 }
 
 TEST_F(StagedFile, TakesTheLongestName)
 {
-    const QString longPath = folder.filePath(QString(255, u'n'));
+    const QString longPath = folder.file(QString(255, u'n'));
     writeFile(longPath, original);
     StagedFileStream stream(longPath);
     stream.insert(bytes(1), 0, 0);

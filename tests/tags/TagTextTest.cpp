@@ -87,8 +87,8 @@ TEST(SoundCheck, FiguresAndText)
                     .isNull());
     qInstallMessageHandler(before);
     QLoggingCategory::setFilterRules({});
-    EXPECT_EQ(lastMessage, QStringLiteral("iTunNORM:\" 000007CB 000007CB 0000137C 0000137C 00024CA8 00024CA8 "
-                                          "00003FFF 00003FFF 00024CA8 00024CA8 \""));
+    EXPECT_EQ(lastMessage, u"iTunNORM:\" 000007CB 000007CB 0000137C 0000137C 00024CA8 00024CA8 "
+                           "00003FFF 00003FFF 00024CA8 00024CA8 \""_s);
 }
 
 } // namespace

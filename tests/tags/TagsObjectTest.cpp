@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Kruv developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "app/UserInterface.h"
+#include "support/ScriptedUserInterface.h"
 #include "support/TaggedAudio.h"
 #include "tags/BitmapData.h"
 #include "tags/KruvCustomTagsPanel.h"
@@ -77,59 +77,31 @@ TEST(BitmapData, RefusesNoImage)
     }
 }
 
-/// Only the panel of custom tags works: it types what the test says.
-class TypingUserInterface : public UserInterface
-{
-public:
-    CustomTagRows shown;
-    CustomTagRows typed;
-
-    CustomTagRows editCustomTags(const CustomTagRows &rows) override
-    {
-        shown = rows;
-        return typed;
-    }
-    int ask(const QString &, const QString &, const QStringList &, int) override { return 0; }
-    void alert(const QString &, const QString &, const QString &) override {}
-    std::optional<QString> chooseFolder(const QString &) override { return {}; }
-    QStringList chooseFiles(const QString &, const QString &) override { return {}; }
-    std::optional<QString> savePath(const QString &, const QString &, const QString &) override { return {}; }
-    std::optional<QString> enterText(const QString &, const QString &, const QString &) override
-    {
-        return {};
-    }
-    std::optional<TrimCharsObject> trimCharacters() override { return {}; }
-    void showStatusPanel() override {}
-    void closeStatusPanel() override {}
-    void scrollStatusPanelTo(int) override {}
-    void openResultsWindow(const QString &, const QString &) override {}
-    void setBadge(int) override {}
-    bool notify(const QString &) override { return false; }
-    void requestAttention() override {}
-};
-
 TEST(KruvCustomTagsPanel, RowsBecomeATrimmedMap)
 {
-    TypingUserInterface userInterface;
-    KruvCustomTagsPanel panel(userInterface);
-    userInterface.typed[0] = {u" A\n"_s, u"\t1 "_s};
+    test::ScriptedUserInterface person;
+    KruvCustomTagsPanel panel(person);
+    UserInterface::CustomTagRows typed;
+    typed[0] = {u" A\n"_s, u"\t1 "_s};
+    person.customTagAnswers = {typed};
     panel.runPanel();
     EXPECT_EQ(panel.customTagDictionary(), (TagsObject::CustomTags{{u"A"_s, u"1"_s}, {u""_s, u""_s}}));
 
-    userInterface.typed[5] = {u"A"_s, u"2"_s};
+    typed[5] = {u"A"_s, u"2"_s};
+    person.customTagAnswers = {typed};
     TagsObject record;
     record.setCustomTagsDictionary({{u"B"_s, u"3"_s}});
     panel.runPanelWithTags(&record);
-    EXPECT_EQ(userInterface.shown[0].first, u" A\n"_s) << "rows keep what was typed";
-    EXPECT_TRUE(userInterface.shown[1].first.isEmpty()) << "the record's tags are not put in";
+    EXPECT_EQ(person.customTagRowsShown[0].first, u" A\n"_s) << "rows keep what was typed";
+    EXPECT_TRUE(person.customTagRowsShown[1].first.isEmpty()) << "the record's tags are not put in";
     EXPECT_EQ(panel.customTagDictionary().value(u"A"_s), u"2"_s);
     EXPECT_EQ(panel.customTagDictionary().size(), 2);
 }
 
 TEST(KruvCustomTagsPanel, KeepsTagsBeyondItsRows)
 {
-    TypingUserInterface userInterface;
-    KruvCustomTagsPanel panel(userInterface);
+    test::ScriptedUserInterface person;
+    KruvCustomTagsPanel panel(person);
     TagsObject::CustomTags tags;
     for (int number = 0; number < 10; ++number) {
         tags.insert(u"KEY%1"_s.arg(number), QString::number(number));

@@ -20,6 +20,7 @@
 #include <thread>
 #include <unistd.h>
 
+using namespace Qt::Literals::StringLiterals;
 using namespace kruv;
 using namespace kruv::test;
 
@@ -40,20 +41,20 @@ public:
         pieces << text;
         KruvAsyncNSTask::processTaskOutput(text);
     }
-    void willEnd() override { steps << QStringLiteral("willEnd"); }
+    void willEnd() override { steps << u"willEnd"_s; }
     void neverRan() override
     {
-        steps << QStringLiteral("neverRan");
+        steps << u"neverRan"_s;
         KruvAsyncNSTask::neverRan();
     }
     void cleanup() override
     {
-        steps << (isDone() && !isActive() ? QStringLiteral("cleanup") : QStringLiteral("early cleanup"));
+        steps << (isDone() && !isActive() ? u"cleanup"_s : u"early cleanup"_s);
         cleanupWork();
     }
     void finalCleanup() override
     {
-        steps << (results()->taskSetDone() ? QStringLiteral("finalCleanup") : QStringLiteral("set not done"));
+        steps << (results()->taskSetDone() ? u"finalCleanup"_s : u"set not done"_s);
     }
 };
 
@@ -77,7 +78,7 @@ protected:
     }
 
     /// A job whose tool goes on until `release` is made.
-    std::shared_ptr<ToolJob> makeWaitingJob(const QString &mode = QStringLiteral("wait"))
+    std::shared_ptr<ToolJob> makeWaitingJob(const QString &mode = u"wait"_s)
     {
         return makeJob({mode, marker, release});
     }
@@ -89,63 +90,54 @@ protected:
     }
 
     Engine engine{2};
-    QString marker = engine.folder.file(QStringLiteral("marker"));
-    QString release = engine.folder.file(QStringLiteral("release"));
+    QString marker = engine.folder.file(u"marker"_s);
+    QString release = engine.folder.file(u"release"_s);
 };
 
-const QStringList wholeLife = {QStringLiteral("willEnd"), QStringLiteral("cleanup"),
-                               QStringLiteral("finalCleanup")};
+const QStringList wholeLife = {u"willEnd"_s, u"cleanup"_s, u"finalCleanup"_s};
 
 } // namespace
 
-TEST_F(KruvAsyncNSTaskTest, AToolThatSucceedsCompletesTheJob)
+TEST_F(KruvAsyncNSTaskTest, TheToolsEndAndWordsDecide)
 {
-    const auto job = run({QStringLiteral("print"), QStringLiteral("0"), hex("all is well\n")});
-    EXPECT_FALSE(job->error());
-    EXPECT_EQ(job->topTextField().text, QStringLiteral("Complete"));
-    EXPECT_EQ(job->results()->results(), QStringLiteral("all is well\n\n"));
-    EXPECT_EQ(job->steps, wholeLife);
-    EXPECT_TRUE(job->startTime().isValid());
-}
-
-TEST_F(KruvAsyncNSTaskTest, AToolThatPrintsNothingCompletesTheJob)
-{
-    const auto job = run({QStringLiteral("print"), QStringLiteral("0")});
-    EXPECT_FALSE(job->error());
-    EXPECT_EQ(job->results()->results(), QStringLiteral("\n"));
-}
-
-TEST_F(KruvAsyncNSTaskTest, AToolThatFailsKeepsItsWords)
-{
-    const auto job = run({QStringLiteral("print"), QStringLiteral("3"), hex("ERROR: no space")});
-    EXPECT_TRUE(job->error());
-    EXPECT_EQ(job->results()->results(), QStringLiteral("ERROR: no space\n"));
-    EXPECT_EQ(job->steps, wholeLife);
-    ASSERT_EQ(engine.userInterface.resultsWindows.size(), 1U);
-    EXPECT_EQ(engine.userInterface.resultsWindows[0].text, QStringLiteral("ERROR: no space\n"));
-}
-
-TEST_F(KruvAsyncNSTaskTest, AToolThatFailsInSilenceIsSpokenFor)
-{
-    const auto job = run({QStringLiteral("print"), QStringLiteral("3")});
-    EXPECT_TRUE(job->error());
-    EXPECT_EQ(job->results()->results(),
-              QStringLiteral("fake_tool ended with status 3 and said nothing.\n\n"));
+    struct Case
+    {
+        QString status;
+        QByteArray printed;
+        QString results;
+    };
+    const Case cases[] = {
+        {u"0"_s, "all is well\n", u"all is well\n\n"_s},
+        {u"0"_s, "", u"\n"_s},
+        {u"3"_s, "ERROR: no space", u"ERROR: no space\n"_s},
+        {u"3"_s, "", u"fake_tool ended with status 3 and said nothing.\n\n"_s},
+    };
+    for (const Case &tested : cases) {
+        SCOPED_TRACE(tested.results.toStdString());
+        const bool fails = tested.status != u"0";
+        const auto job = run({u"print"_s, tested.status, hex(tested.printed)});
+        EXPECT_EQ(job->error(), fails);
+        EXPECT_EQ(job->topTextField().text, fails ? u"Error"_s : u"Complete"_s);
+        EXPECT_EQ(job->results()->results(), tested.results);
+        EXPECT_EQ(job->steps, wholeLife);
+        EXPECT_TRUE(job->startTime().isValid());
+        EXPECT_EQ(engine.userInterface.resultsWindows.back().text, tested.results);
+    }
 }
 
 TEST_F(KruvAsyncNSTaskTest, AToolThatDiesByASignalFailsTheJob)
 {
     for (const int signal : {SIGSEGV, SIGKILL}) {
-        const auto job = run({QStringLiteral("die"), QString::number(signal)});
+        const auto job = run({u"die"_s, QString::number(signal)});
         EXPECT_TRUE(job->error());
-        EXPECT_TRUE(job->results()->results().startsWith(
-            QStringLiteral("fake_tool was ended by signal %1 (").arg(signal)));
+        EXPECT_TRUE(
+            job->results()->results().startsWith(u"fake_tool was ended by signal %1 ("_s.arg(signal)));
     }
 }
 
 TEST_F(KruvAsyncNSTaskTest, AFloodEndsWithMemoryInBounds)
 {
-    const auto job = run({QStringLiteral("flood"), QStringLiteral("100")});
+    const auto job = run({u"flood"_s, u"100"_s});
     EXPECT_FALSE(job->error());
     const auto printed =
         std::accumulate(job->pieces.begin(), job->pieces.end(), qsizetype{0},
@@ -156,8 +148,8 @@ TEST_F(KruvAsyncNSTaskTest, AFloodEndsWithMemoryInBounds)
 
 TEST_F(KruvAsyncNSTaskTest, CharactersCutByAReadAreJoined)
 {
-    const QByteArray text = QStringLiteral("Zażółć 𝄞 ok").toUtf8();
-    QStringList arguments = {QStringLiteral("print"), QStringLiteral("0")};
+    const QByteArray text = u"Zażółć 𝄞 ok"_s.toUtf8();
+    QStringList arguments = {u"print"_s, u"0"_s};
     for (const char byte : text) {
         arguments << hex(QByteArray(1, byte));
     }
@@ -169,15 +161,14 @@ TEST_F(KruvAsyncNSTaskTest, CharactersCutByAReadAreJoined)
 
 TEST_F(KruvAsyncNSTaskTest, BytesThatAreNoTextDoNotHurt)
 {
-    const auto job =
-        run({QStringLiteral("print"), QStringLiteral("0"), hex("caf\xe9 \xff\xfe.wav\n"), hex("\xe2\x82")});
+    const auto job = run({u"print"_s, u"0"_s, hex("caf\xe9 \xff\xfe.wav\n"), hex("\xe2\x82")});
     EXPECT_FALSE(job->error());
-    EXPECT_TRUE(job->results()->results().startsWith(QStringLiteral("caf\uFFFD \uFFFD\uFFFD.wav\n")));
+    EXPECT_TRUE(job->results()->results().startsWith(u"caf\uFFFD \uFFFD\uFFFD.wav\n"_s));
 }
 
 TEST_F(KruvAsyncNSTaskTest, AToolThatClosesItsOutputIsWaitedFor)
 {
-    const auto job = makeJob({QStringLiteral("close"), marker});
+    const auto job = makeJob({u"close"_s, marker});
     bool markerWasThere = false;
     job->cleanupWork = [this, &markerWasThere] { markerWasThere = QFile::exists(marker); };
     engine.queue.addTask(job);
@@ -192,82 +183,80 @@ TEST_F(KruvAsyncNSTaskTest, NoToolWaitsForAnAnswerThatNobodyCanGive)
     ASSERT_EQ(pipe(ends), 0);
     const int ownInput = dup(STDIN_FILENO);
     dup2(ends[0], STDIN_FILENO); // a pipe that never ends
-    const auto job = run({QStringLiteral("echo")});
+    const auto job = run({u"echo"_s});
     dup2(ownInput, STDIN_FILENO);
     for (const int descriptor : {ends[0], ends[1], ownInput}) {
         close(descriptor);
     }
-    EXPECT_EQ(job->results()->results(), QStringLiteral("read 0 bytes: \n"));
+    EXPECT_EQ(job->results()->results(), u"read 0 bytes: \n"_s);
 }
 
 TEST_F(KruvAsyncNSTaskTest, ArgumentsAndFolderReachTheToolAsTheyAre)
 {
-    const QStringList hostile = {QStringLiteral("-dash"),    QStringLiteral("two words"),
-                                 QStringLiteral("100%1 %2"), QStringLiteral("\"'`$(x)"),
-                                 QStringLiteral("Zażółć 𝄞"), QString()};
-    const auto job = makeJob(QStringList{QStringLiteral("show")} + hostile);
-    const QString folder = engine.folder.makeFolder(QStringLiteral("a b"));
+    const QStringList hostile = {u"-dash"_s,    u"two words"_s, u"100%1 %2"_s,
+                                 u"\"'`$(x)"_s, u"Zażółć 𝄞"_s,  QString()};
+    const auto job = makeJob(QStringList{u"show"_s} + hostile);
+    const QString folder = engine.folder.makeFolder(u"a b"_s);
     job->setDirectory(folder);
     engine.queue.addTask(job);
     ASSERT_TRUE(engine.runToEnd());
     const QStringList lines = job->results()->results().split(u'\n');
-    EXPECT_EQ(lines.value(0), QStringLiteral("folder=") + folder);
+    EXPECT_EQ(lines.value(0), u"folder="_s + folder);
     for (int i = 0; i < hostile.size(); ++i) {
-        EXPECT_EQ(lines.value(i + 1), QStringLiteral("argument=") + hostile[i]);
+        EXPECT_EQ(lines.value(i + 1), u"argument="_s + hostile[i]);
     }
-    EXPECT_TRUE(lines.contains(QStringLiteral("NSUnbufferedIO=YES")));
-    EXPECT_TRUE(
-        job->description().startsWith(QStringLiteral("\"%1\"\n \"show\"\n \"-dash\"\n ").arg(fakeTool())));
+    EXPECT_TRUE(lines.contains(u"NSUnbufferedIO=YES"_s));
+    EXPECT_TRUE(job->description().startsWith(u"\"%1\"\n \"show\"\n \"-dash\"\n "_s.arg(fakeTool())));
 }
 
 TEST_F(KruvAsyncNSTaskTest, AToolThatCannotBeLaunchedFailsTheJobAndSaysWhy)
 {
-    const QString notATool = engine.folder.write(QStringLiteral("not a tool"), "\x7f"
-                                                                               "ELF nonsense");
+    const QString notATool = engine.folder.write(u"not a tool"_s, "\x7f"
+                                                                  "ELF nonsense");
     QFile::setPermissions(notATool, QFile::ReadOwner | QFile::ExeOwner);
-    const QString noPermission = engine.folder.write(QStringLiteral("metaflac"), "#!/bin/sh\n");
+    const QString noPermission = engine.folder.write(u"metaflac"_s, "#!/bin/sh\n");
     QFile::setPermissions(noPermission, QFile::ReadOwner);
     const std::pair<QString, QString> cases[] = {
-        {engine.folder.file(QStringLiteral("lame")), QStringLiteral("sudo apt-get install lame")},
-        {engine.folder.file(QStringLiteral("mac")), QStringLiteral("build or install Kruv again")},
-        {engine.folder.path(), QStringLiteral("isn't an executable file")},
-        {noPermission, QStringLiteral("sudo apt-get install flac")},
-        {notATool, QStringLiteral("could not be started: ")},
+        {engine.folder.file(u"lame"_s), u"sudo apt-get install lame"_s},
+        {engine.folder.file(u"mac"_s), u"build or install Kruv again"_s},
+        {engine.folder.path(), u"isn't an executable file"_s},
+        {noPermission, u"sudo apt-get install flac"_s},
+        {notATool, u"could not be started: "_s},
     };
     for (const auto &[tool, words] : cases) {
         SCOPED_TRACE(tool.toStdString());
-        const auto job = run({QStringLiteral("x")}, tool);
+        const auto job = run({u"x"_s}, tool);
         EXPECT_TRUE(job->error());
         EXPECT_TRUE(job->results()->results().contains(words)) << job->results()->results().toStdString();
         EXPECT_TRUE(job->results()->results().contains(tool));
         EXPECT_TRUE(job->steps.isEmpty()) << "no outcome work without an outcome";
-        EXPECT_EQ(job->topTextField().text, QStringLiteral("Error"));
+        EXPECT_EQ(job->topTextField().text, u"Error"_s);
     }
 }
 
 TEST_F(KruvAsyncNSTaskTest, AMissingWorkingFolderFailsTheJob)
 {
-    const auto job = makeJob({QStringLiteral("show")});
-    job->setDirectory(engine.folder.file(QStringLiteral("not there")));
+    const auto job = makeJob({u"show"_s});
+    job->setDirectory(engine.folder.file(u"not there"_s));
     engine.queue.addTask(job);
     ASSERT_TRUE(engine.runToEnd());
     EXPECT_TRUE(job->error());
-    EXPECT_TRUE(job->results()->results().contains(QStringLiteral("could not be started")));
+    EXPECT_TRUE(job->results()->results().contains(u"could not be started"_s));
 }
 
 TEST_F(KruvAsyncNSTaskTest, OutcomeWorkThatThrowsFailsTheJob)
 {
-    const auto job = makeJob({QStringLiteral("print"), QStringLiteral("0")});
+    const auto job = makeJob({u"print"_s, u"0"_s});
     job->cleanupWork = [] { throw std::runtime_error("the tags could not be copied"); };
     engine.queue.addTask(job);
     ASSERT_TRUE(engine.runToEnd());
     EXPECT_TRUE(job->error());
-    EXPECT_EQ(job->results()->results(), QStringLiteral("the tags could not be copied\n\n"));
+    EXPECT_EQ(job->results()->results(), u"the tags could not be copied\n\n"_s);
 }
 
 TEST_F(KruvAsyncNSTaskTest, CancellingLetsTheToolEndByItself)
 {
-    for (const QString &mode : {QStringLiteral("wait"), QStringLiteral("chatter")}) {
+    for (const QString &mode : {u"wait"_s, u"chatter"_s}) {
         SCOPED_TRACE(mode.toStdString());
         QFile::remove(marker);
         QFile::remove(release);
@@ -278,17 +267,17 @@ TEST_F(KruvAsyncNSTaskTest, CancellingLetsTheToolEndByItself)
         serveEvents();
         EXPECT_TRUE(job->cancelled() && job->isActive() && !job->isDone());
         EXPECT_EQ(engine.queue.taskCount(), 1);
-        engine.folder.write(QStringLiteral("release"), {});
+        engine.folder.write(u"release"_s, {});
         ASSERT_TRUE(engine.runToEnd());
         EXPECT_FALSE(job->error());
-        EXPECT_EQ(job->textField().text, QStringLiteral("Canceled"));
+        EXPECT_EQ(job->textField().text, u"Canceled"_s);
         EXPECT_EQ(job->steps, wholeLife);
     }
 }
 
 TEST_F(KruvAsyncNSTaskTest, CancellingTwiceEndsTheTool)
 {
-    const auto job = makeJob({QStringLiteral("stay"), marker});
+    const auto job = makeJob({u"stay"_s, marker});
     engine.queue.addTask(job);
     ASSERT_TRUE(toolRuns());
     job->cancelTask();
@@ -296,22 +285,21 @@ TEST_F(KruvAsyncNSTaskTest, CancellingTwiceEndsTheTool)
     ASSERT_TRUE(engine.runToEnd());
     EXPECT_TRUE(job->cancelled());
     EXPECT_FALSE(job->error()) << "a cancelled job never becomes failed";
-    EXPECT_EQ(job->results()->results(), QStringLiteral("\n"));
+    EXPECT_EQ(job->results()->results(), u"\n"_s);
 }
 
 TEST_F(KruvAsyncNSTaskTest, ACancelledWaitingJobNeverRuns)
 {
     const auto first = makeWaitingJob();
-    const auto second = makeJob({QStringLiteral("print"), QStringLiteral("0")});
+    const auto second = makeJob({u"print"_s, u"0"_s});
     engine.queue.setMaxThreads(1);
     engine.queue.addTask(first);
     engine.queue.addTask(second);
     second->cancelTask();
     EXPECT_TRUE(second->isDone());
-    EXPECT_EQ(second->steps, (QStringList{QStringLiteral("willEnd"), QStringLiteral("neverRan"),
-                                          QStringLiteral("finalCleanup")}));
+    EXPECT_EQ(second->steps, (QStringList{u"willEnd"_s, u"neverRan"_s, u"finalCleanup"_s}));
     EXPECT_EQ(engine.queue.taskCount(), 1);
-    engine.folder.write(QStringLiteral("release"), {});
+    engine.folder.write(u"release"_s, {});
     ASSERT_TRUE(engine.runToEnd());
     EXPECT_TRUE(second->pieces.isEmpty());
     EXPECT_EQ(engine.userInterface.resultsWindows.size(), 1U) << "only the one that ran";
@@ -323,7 +311,7 @@ TEST_F(KruvAsyncNSTaskTest, TheQueueIsBusyUntilOutcomeWorkIsDone)
     std::atomic<bool> mayEnd = false;
     int idle = 0;
     QObject::connect(&engine.queue, &KruvTaskQueue::becameIdle, &engine.queue, [&idle] { ++idle; });
-    const auto job = makeJob({QStringLiteral("print"), QStringLiteral("0")});
+    const auto job = makeJob({u"print"_s, u"0"_s});
     job->cleanupWork = [&] {
         inCleanup = true;
         while (!mayEnd) {
@@ -348,13 +336,13 @@ TEST_F(KruvAsyncNSTaskTest, QuittingWithFiftyQueuedLeavesNoProcess)
         for (int i = 0; i < 50; ++i) {
             quitting.queue.addTask(std::make_shared<ToolJob>(
                 &quitting.queue, fakeTool(),
-                QStringList{QStringLiteral("wait"), quitting.folder.file(QString::number(i)), release}));
+                QStringList{u"wait"_s, quitting.folder.file(QString::number(i)), release}));
         }
-        ASSERT_TRUE(waitUntil([&] { return QFile::exists(quitting.folder.file(QStringLiteral("2"))); }));
+        ASSERT_TRUE(waitUntil([&] { return QFile::exists(quitting.folder.file(u"2"_s)); }));
         quitting.queue.killAllTasks();
         EXPECT_EQ(quitting.queue.taskCount(), 3);
-        EXPECT_FALSE(QFile::exists(quitting.folder.file(QStringLiteral("3"))));
-        engine.folder.write(QStringLiteral("release"), {});
+        EXPECT_FALSE(QFile::exists(quitting.folder.file(u"3"_s)));
+        engine.folder.write(u"release"_s, {});
         ASSERT_TRUE(quitting.runToEnd());
     }
     EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "a child is left";
@@ -364,11 +352,11 @@ TEST_F(KruvAsyncNSTaskTest, AQueueThatGoesAwayTakesItsToolsAlong)
 {
     {
         const TemporaryFolder folder;
-        Preferences preferences(folder.file(QStringLiteral("p.conf")));
+        Preferences preferences(folder.file(u"p.conf"_s));
         ScriptedUserInterface person;
         KruvTaskQueue queue(preferences, person, nullptr);
-        queue.addTask(std::make_shared<ToolJob>(&queue, fakeTool(),
-                                                QStringList{QStringLiteral("chatter"), marker, release}));
+        queue.addTask(
+            std::make_shared<ToolJob>(&queue, fakeTool(), QStringList{u"chatter"_s, marker, release}));
         ASSERT_TRUE(toolRuns());
     }
     serveEvents();
@@ -379,9 +367,8 @@ TEST_F(KruvAsyncNSTaskTest, HundredsOfToolsRunThroughTheQueue)
 {
     std::vector<std::shared_ptr<ToolJob>> jobs;
     for (int i = 0; i < 200; ++i) {
-        jobs.push_back(
-            makeJob({QStringLiteral("print"), i % 10 == 0 ? QStringLiteral("1") : QStringLiteral("0")},
-                    i % 7 == 0 ? engine.folder.file(QStringLiteral("missing")) : fakeTool()));
+        jobs.push_back(makeJob({u"print"_s, i % 10 == 0 ? u"1"_s : u"0"_s},
+                               i % 7 == 0 ? engine.folder.file(u"missing"_s) : fakeTool()));
         engine.queue.addTask(jobs.back());
     }
     ASSERT_TRUE(engine.runToEnd());

@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <gtest/gtest.h>
 
+using namespace Qt::Literals::StringLiterals;
 using namespace kruv;
 using namespace kruv::test;
 
@@ -49,7 +50,7 @@ TEST(KruvTaskQueue, StartsInOrderAndNeverMoreThanTheLimit)
 TEST(KruvTaskQueue, TakesItsLimitFromThePreferencesAndFollowsThem)
 {
     const TemporaryFolder folder;
-    Preferences preferences(folder.file(QStringLiteral("p.conf")));
+    Preferences preferences(folder.file(u"p.conf"_s));
     ScriptedUserInterface person;
     KruvTaskQueue queue(preferences, person, nullptr);
     const Jobs jobs = makeSet(queue, 9);
@@ -82,12 +83,11 @@ TEST(KruvTaskQueue, ANewJobMayOvertakeWhenTheLimitWasRaisedMeanwhile)
     engine.queue.setMaxThreads(2);
     engine.queue.addTask(jobs[3]);
     engine.queue.addTask(jobs[4]);
-    EXPECT_EQ(starts, (QStringList{QStringLiteral("1"), QStringLiteral("4")}));
+    EXPECT_EQ(starts, (QStringList{u"1"_s, u"4"_s}));
     jobs[3]->succeed();
     jobs[0]->succeed();
     jobs[1]->succeed();
-    EXPECT_EQ(starts.mid(2), (QStringList{QStringLiteral("2"), QStringLiteral("3"), QStringLiteral("5")}))
-        << "those that were overtaken come first";
+    EXPECT_EQ(starts.mid(2), (QStringList{u"2"_s, u"3"_s, u"5"_s})) << "those that were overtaken come first";
     jobs[2]->succeed();
     jobs[4]->succeed();
 }
@@ -132,7 +132,7 @@ TEST(KruvTaskQueue, ASecondReportOfACancelledJobFreesOneMorePlace)
         EXPECT_TRUE(engine.userInterface.notifications.isEmpty()) << "the last job still runs";
     }
     jobs[5]->succeed();
-    EXPECT_EQ(engine.userInterface.notifications, QStringList{QStringLiteral("Kruv task(s) completed")});
+    EXPECT_EQ(engine.userInterface.notifications, QStringList{u"Kruv task(s) completed"_s});
     EXPECT_EQ(engine.queue.activeTask(), 0);
 }
 
@@ -151,7 +151,7 @@ TEST(KruvTaskQueue, EndsABusyPeriodWithoutErrorsByClosingEverything)
     }
     EXPECT_FALSE(engine.userInterface.statusPanelShown);
     EXPECT_EQ(engine.userInterface.badge, 0);
-    EXPECT_EQ(engine.userInterface.notifications, QStringList{QStringLiteral("Kruv task(s) completed")});
+    EXPECT_EQ(engine.userInterface.notifications, QStringList{u"Kruv task(s) completed"_s});
     EXPECT_EQ(engine.userInterface.attentionRequests, 0);
     EXPECT_EQ(idle, 1);
 
@@ -169,7 +169,7 @@ TEST(KruvTaskQueue, FailedRowsStayUntilTheyAreRemoved)
     const Jobs jobs = makeSet(engine.queue, 3);
     addAll(engine.queue, jobs);
     jobs[0]->succeed();
-    jobs[1]->failWith(QStringLiteral("disk full"));
+    jobs[1]->failWith(u"disk full"_s);
     jobs[2]->cancelTask();
     ASSERT_EQ(engine.queue.panelArray().rowCount(), 1);
     EXPECT_EQ(&engine.queue.panelArray().task(0), jobs[1].get());
@@ -242,7 +242,7 @@ TEST(KruvTaskQueue, TenThousandJobsThatCannotStartNeedNoStack)
     EXPECT_TRUE(std::ranges::all_of(jobs, [](const auto &job) { return job->error() && job->isDone(); }));
     EXPECT_EQ(engine.queue.activeTask(), 0);
     ASSERT_EQ(engine.userInterface.resultsWindows.size(), 1U);
-    EXPECT_EQ(engine.userInterface.resultsWindows[0].text.count(QStringLiteral("no such tool")), 10'000);
+    EXPECT_EQ(engine.userInterface.resultsWindows[0].text.count(u"no such tool"_s), 10'000);
 }
 
 TEST(KruvTaskQueue, NothingStartsAfterQuitting)
@@ -250,7 +250,7 @@ TEST(KruvTaskQueue, NothingStartsAfterQuitting)
     Engine engine(2);
     QStringList starts;
     const Jobs jobs = makeSet(engine.queue, 50, &starts);
-    const auto followUp = std::make_shared<FakeJob>(&engine.queue, QStringLiteral("follow-up"), &starts);
+    const auto followUp = std::make_shared<FakeJob>(&engine.queue, u"follow-up"_s, &starts);
     jobs[0]->results()->setTaskAfterSetDone(followUp);
     addAll(engine.queue, jobs);
     engine.queue.killAllTasks();
@@ -279,8 +279,8 @@ TEST(KruvTaskQueue, TellsNothingOfJobsItDoesNotHold)
     Engine engine;
     int changes = 0;
     QObject::connect(&engine.queue, &KruvTaskQueue::taskChanged, &engine.queue, [&changes] { ++changes; });
-    const auto job = std::make_shared<FakeJob>(&engine.queue, QStringLiteral("x"));
-    job->setTextFieldString(QStringLiteral("x"));
+    const auto job = std::make_shared<FakeJob>(&engine.queue, u"x"_s);
+    job->setTextFieldString(u"x"_s);
     job->publish(&KruvTask::setTextFieldValue);
     EXPECT_EQ(changes, 0);
     engine.queue.addTask(job);

@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 #include <thread>
 
+using namespace Qt::Literals::StringLiterals;
 using namespace kruv;
 using namespace kruv::test;
 using Window = ScriptedUserInterface::Window;
@@ -19,27 +20,27 @@ TEST(KruvTaskResults, JoinsTheTextsInSetOrder)
     Engine engine;
     const Jobs jobs = makeSet(engine.queue, 3);
     KruvTaskResults &results = *jobs[0]->results();
-    EXPECT_EQ(results.results(), QStringLiteral("\n\n\n"));
-    jobs[2]->say(QStringLiteral("c"));
-    jobs[0]->say(QStringLiteral("a"));
-    results.appendResults(QStringLiteral("+"), *jobs[0]);
-    results.appendResults(QStringLiteral("first"));
-    EXPECT_EQ(results.results(), QStringLiteral("a+first\n\nc\n"));
-    EXPECT_EQ(results.results(*jobs[2]), QStringLiteral("c"));
+    EXPECT_EQ(results.results(), u"\n\n\n"_s);
+    jobs[2]->say(u"c"_s);
+    jobs[0]->say(u"a"_s);
+    results.appendResults(u"+"_s, *jobs[0]);
+    results.appendResults(u"first"_s);
+    EXPECT_EQ(results.results(), u"a+first\n\nc\n"_s);
+    EXPECT_EQ(results.results(*jobs[2]), u"c"_s);
 
     results.setHasResults(false);
-    results.setResults(QStringLiteral("new"), *jobs[1]);
+    results.setResults(u"new"_s, *jobs[1]);
     EXPECT_TRUE(results.hasResults());
     results.setHasResults(false);
-    results.setResults(QStringLiteral("head"));
+    results.setResults(u"head"_s);
     EXPECT_TRUE(results.hasResults());
-    EXPECT_EQ(results.results(), QStringLiteral("head\nnew\nc\n"));
+    EXPECT_EQ(results.results(), u"head\nnew\nc\n"_s);
 }
 
 TEST(KruvTaskResults, AJobOfItsOwnIsASetOfOne)
 {
     Engine engine;
-    const auto job = std::make_shared<FakeJob>(&engine.queue, QStringLiteral("alone"));
+    const auto job = std::make_shared<FakeJob>(&engine.queue, u"alone"_s);
     EXPECT_EQ(job->results()->taskCount(), 1U);
     EXPECT_FALSE(job->results()->taskSetDone());
     engine.queue.addTask(job);
@@ -76,9 +77,9 @@ TEST(KruvTaskResults, FloodsAreCutAndSaySo)
         kept += results.results(*job).size();
     }
     EXPECT_LT(kept, KruvTaskResults::maxSetLength + 100 * 20);
-    results.setResults(QStringLiteral("short"), *jobs[0]);
-    jobs[0]->say(QStringLiteral(" and more"));
-    EXPECT_EQ(results.results(*jobs[0]), QStringLiteral("short and more"));
+    results.setResults(u"short"_s, *jobs[0]);
+    jobs[0]->say(u" and more"_s);
+    EXPECT_EQ(results.results(*jobs[0]), u"short and more"_s);
 }
 
 TEST(KruvTaskResults, ManyThreadsAppendAtOnce)
@@ -89,7 +90,7 @@ TEST(KruvTaskResults, ManyThreadsAppendAtOnce)
     for (const auto &job : jobs) {
         threads.emplace_back([&job] {
             for (int i = 0; i < 1000; ++i) {
-                job->say(QStringLiteral("x"));
+                job->say(u"x"_s);
                 static_cast<void>(job->results()->results().size());
             }
         });
@@ -105,12 +106,12 @@ TEST(KruvTaskResults, TheFollowUpIsQueuedOnceAfterEveryJobOfTheSet)
     Engine engine(2);
     QStringList starts;
     const Jobs jobs = makeSet(engine.queue, 4, &starts);
-    const auto followUp = std::make_shared<FakeJob>(&engine.queue, QStringLiteral("follow-up"), &starts);
+    const auto followUp = std::make_shared<FakeJob>(&engine.queue, u"follow-up"_s, &starts);
     jobs[0]->results()->setTaskAfterSetDone(followUp);
     addAll(engine.queue, jobs);
     jobs[0]->cancelTask();
     jobs[3]->cancelTask();
-    jobs[1]->failWith(QStringLiteral("no"));
+    jobs[1]->failWith(u"no"_s);
     serveEvents();
     EXPECT_FALSE(starts.contains(u"follow-up"));
     jobs[2]->succeed();
@@ -135,15 +136,12 @@ TEST(ResultsWindow, OpensOnlyWhenEveryJobOfTheSetKeptItsText)
     };
     const auto conversion = FakeJob::Kind::Conversion;
     const auto report = FakeJob::Kind::Report;
-    const std::vector<Window> allTexts = {{QStringLiteral("text 1\ntext 2\ntext 3\n"), QStringLiteral("3")}};
+    const std::vector<Window> allTexts = {{u"text 1\ntext 2\ntext 3\n"_s, u"3"_s}};
     const Case cases[] = {
-        {"all failed", conversion, QStringLiteral("fff"), allTexts},
-        {"one failed", conversion, QStringLiteral("fss"), {}},
-        {"the last failed", conversion, QStringLiteral("ssf"), {}},
-        {"none failed", conversion, QStringLiteral("sss"), {}},
-        {"one cancelled", conversion, QStringLiteral("fcf"), {}},
-        {"reports", report, QStringLiteral("sss"), allTexts},
-        {"reports of mixed fate", report, QStringLiteral("sfs"), allTexts},
+        {"all failed", conversion, u"fff"_s, allTexts},        {"one failed", conversion, u"fss"_s, {}},
+        {"the last failed", conversion, u"ssf"_s, {}},         {"none failed", conversion, u"sss"_s, {}},
+        {"one cancelled", conversion, u"fcf"_s, {}},           {"reports", report, u"sss"_s, allTexts},
+        {"reports of mixed fate", report, u"sfs"_s, allTexts},
     };
     for (const Case &tested : cases) {
         SCOPED_TRACE(tested.what);
@@ -151,7 +149,7 @@ TEST(ResultsWindow, OpensOnlyWhenEveryJobOfTheSetKeptItsText)
         const Jobs jobs = makeSet(engine.queue, 3, nullptr, tested.kind);
         addAll(engine.queue, jobs);
         for (const std::size_t i : {0U, 1U, 2U}) {
-            jobs[i]->say(QStringLiteral("text %1").arg(i + 1));
+            jobs[i]->say(u"text %1"_s.arg(i + 1));
             if (tested.outcomes[static_cast<qsizetype>(i)] == u'c') {
                 jobs[i]->cancelTask();
                 continue;
@@ -167,13 +165,11 @@ TEST(ResultsWindow, IsCalledOutputWithoutATitleAndOpensForEachSet)
 {
     Engine engine;
     const auto first = std::make_shared<FakeJob>(&engine.queue, QString(), nullptr, FakeJob::Kind::Report);
-    const auto second =
-        std::make_shared<FakeJob>(&engine.queue, QStringLiteral("two"), nullptr, FakeJob::Kind::Report);
+    const auto second = std::make_shared<FakeJob>(&engine.queue, u"two"_s, nullptr, FakeJob::Kind::Report);
     engine.queue.addTask(first);
     engine.queue.addTask(second);
     first->succeed();
     second->succeed();
     EXPECT_EQ(engine.userInterface.resultsWindows,
-              (std::vector<Window>{{QStringLiteral("\n"), QStringLiteral("Output")},
-                                   {QStringLiteral("\n"), QStringLiteral("two")}}));
+              (std::vector<Window>{{u"\n"_s, u"Output"_s}, {u"\n"_s, u"two"_s}}));
 }

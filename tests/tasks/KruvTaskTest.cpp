@@ -12,6 +12,7 @@
 #include <functional>
 #include <gtest/gtest.h>
 
+using namespace Qt::Literals::StringLiterals;
 using namespace kruv;
 using namespace kruv::test;
 
@@ -45,7 +46,7 @@ public:
 
     void showProgress(double percent)
     {
-        setTopTextFieldString(QStringLiteral("Working: %1").arg(percent));
+        setTopTextFieldString(u"Working: %1"_s.arg(percent));
         setProgressIndicatorValue(percent);
         publish(&KruvTask::updateStatus);
     }
@@ -53,7 +54,7 @@ public:
 
 std::shared_ptr<BackgroundJob> makeBackgroundJob(Engine &engine, std::function<void(BackgroundJob &)> work)
 {
-    auto job = std::make_shared<BackgroundJob>(&engine.queue, QStringLiteral("background"));
+    auto job = std::make_shared<BackgroundJob>(&engine.queue, u"background"_s);
     job->work = std::move(work);
     return job;
 }
@@ -65,28 +66,28 @@ TEST(KruvTask, TheRowFollowsTheLifeOfTheJob)
     Engine engine(1);
     const Jobs jobs = makeSet(engine.queue, 3);
     addAll(engine.queue, jobs);
-    EXPECT_EQ(jobs[0]->textField().text, QStringLiteral("1"));
+    EXPECT_EQ(jobs[0]->textField().text, u"1"_s);
     EXPECT_FALSE(jobs[0]->cancelButton().hidden);
     EXPECT_FALSE(jobs[0]->progressIndicator().hidden);
-    EXPECT_EQ(jobs[1]->topTextField().text, QStringLiteral("Waiting..."));
+    EXPECT_EQ(jobs[1]->topTextField().text, u"Waiting..."_s);
     EXPECT_TRUE(jobs[1]->cancelButton().hidden);
     EXPECT_TRUE(jobs[1]->progressIndicator().hidden);
 
     jobs[0]->startIndeterminateProgressBar();
     EXPECT_TRUE(jobs[0]->progressIndicator().indeterminate && jobs[0]->progressIndicator().animated);
-    jobs[0]->failWith(QStringLiteral("no"));
-    EXPECT_EQ(jobs[0]->topTextField().text, QStringLiteral("Error"));
+    jobs[0]->failWith(u"no"_s);
+    EXPECT_EQ(jobs[0]->topTextField().text, u"Error"_s);
     EXPECT_EQ(jobs[0]->textField().color, RowColor::Red);
     EXPECT_FALSE(jobs[0]->progressIndicator().animated);
     EXPECT_FALSE(jobs[0]->progressIndicator().hidden) << "the bar of a failed job stays";
 
     jobs[1]->succeed();
-    EXPECT_EQ(jobs[1]->topTextField().text, QStringLiteral("Complete"));
+    EXPECT_EQ(jobs[1]->topTextField().text, u"Complete"_s);
     EXPECT_EQ(jobs[1]->textField().color, RowColor::DarkGreen);
     EXPECT_TRUE(jobs[1]->progressIndicator().hidden);
 
     jobs[2]->cancelTask();
-    EXPECT_EQ(jobs[2]->textField().text, QStringLiteral("Canceled"));
+    EXPECT_EQ(jobs[2]->textField().text, u"Canceled"_s);
     EXPECT_EQ(jobs[2]->textField().color, RowColor::Red);
     for (const auto &job : jobs) {
         EXPECT_TRUE(job->isDone() && !job->isActive() && job->cancelButton().hidden);
@@ -101,7 +102,7 @@ TEST(KruvTask, CancellingAnEndedJobChangesNothing)
     jobs[0]->succeed();
     jobs[0]->cancelTask();
     EXPECT_FALSE(jobs[0]->cancelled());
-    EXPECT_EQ(jobs[0]->topTextField().text, QStringLiteral("Complete"));
+    EXPECT_EQ(jobs[0]->topTextField().text, u"Complete"_s);
 }
 
 TEST(KruvTask, ManyBackgroundJobsReportAndEnd)
@@ -116,7 +117,7 @@ TEST(KruvTask, ManyBackgroundJobsReportAndEnd)
             for (int percent = 0; percent <= 100; percent += 10) {
                 job.showProgress(percent);
             }
-            job.say(QStringLiteral("done"));
+            job.say(u"done"_s);
             --atOnce;
         }));
         engine.queue.addTask(jobs.back());
@@ -124,9 +125,9 @@ TEST(KruvTask, ManyBackgroundJobsReportAndEnd)
     ASSERT_TRUE(engine.runToEnd());
     EXPECT_LE(mostAtOnce, 8);
     for (const auto &job : jobs) {
-        EXPECT_EQ(job->topTextField().text, QStringLiteral("Complete"));
+        EXPECT_EQ(job->topTextField().text, u"Complete"_s);
         EXPECT_EQ(job->progressIndicator().value, 100.0);
-        EXPECT_EQ(job->results()->results(), QStringLiteral("done\n"));
+        EXPECT_EQ(job->results()->results(), u"done\n"_s);
     }
     EXPECT_EQ(engine.userInterface.notifications.size(), 1);
 }
@@ -143,8 +144,8 @@ TEST(KruvTask, ACancelledBackgroundJobEndsAtOnceAndReportsAgainLater)
             self.setError(true);
         }
     });
-    const auto next = std::make_shared<FakeJob>(&engine.queue, QStringLiteral("next"));
-    const auto afterNext = std::make_shared<FakeJob>(&engine.queue, QStringLiteral("after next"));
+    const auto next = std::make_shared<FakeJob>(&engine.queue, u"next"_s);
+    const auto afterNext = std::make_shared<FakeJob>(&engine.queue, u"after next"_s);
     engine.queue.addTask(job);
     engine.queue.addTask(next);
     engine.queue.addTask(afterNext);
@@ -155,7 +156,7 @@ TEST(KruvTask, ACancelledBackgroundJobEndsAtOnceAndReportsAgainLater)
     EXPECT_FALSE(afterNext->isActive());
     mayEnd = true;
     ASSERT_TRUE(waitUntil([&] { return afterNext->isActive(); })) << "the second report frees a place";
-    EXPECT_EQ(job->textField().text, QStringLiteral("Canceled"));
+    EXPECT_EQ(job->textField().text, u"Canceled"_s);
     EXPECT_FALSE(job->error());
     next->succeed();
     afterNext->succeed();
@@ -170,8 +171,8 @@ TEST(KruvTask, WhatBackgroundWorkThrowsEndsTheJobOnce)
         makeBackgroundJob(engine, [](BackgroundJob &) { throw std::runtime_error("disk full"); });
     const auto badEnding = makeBackgroundJob(engine, [](BackgroundJob &) {});
     badEnding->endingFails = true;
-    const auto waiting = std::make_shared<FakeJob>(&engine.queue, QStringLiteral("waiting"));
-    const auto last = std::make_shared<FakeJob>(&engine.queue, QStringLiteral("last"));
+    const auto waiting = std::make_shared<FakeJob>(&engine.queue, u"waiting"_s);
+    const auto last = std::make_shared<FakeJob>(&engine.queue, u"last"_s);
     engine.queue.addTask(job);
     engine.queue.addTask(badEnding);
     engine.queue.addTask(waiting);
@@ -179,7 +180,7 @@ TEST(KruvTask, WhatBackgroundWorkThrowsEndsTheJobOnce)
     ASSERT_TRUE(waitUntil([&] { return waiting->isActive(); }));
     TaskPool::drain();
     EXPECT_TRUE(job->error());
-    EXPECT_EQ(job->results()->results(), QStringLiteral("disk full\n\n"));
+    EXPECT_EQ(job->results()->results(), u"disk full\n\n"_s);
     EXPECT_TRUE(badEnding->error() && badEnding->isDone());
     EXPECT_EQ(completions, 2);
     EXPECT_FALSE(last->isActive()) << "each end counted once";

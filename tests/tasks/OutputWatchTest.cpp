@@ -10,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::Literals::StringLiterals;
 using namespace kruv;
 using namespace kruv::test;
 
@@ -19,15 +20,15 @@ protected:
     /// The file system's clock has steps; the next write of `path` after this carries another time.
     void letFileTimePass()
     {
-        const OutputWatch clock(folder.write(QStringLiteral("clock"), "x"));
+        const OutputWatch clock(folder.write(u"clock"_s, "x"));
         ASSERT_TRUE(waitUntil([&] {
-            folder.write(QStringLiteral("clock"), "x");
+            folder.write(u"clock"_s, "x");
             return clock.written();
         }));
     }
 
     TemporaryFolder folder;
-    QString output = folder.file(QStringLiteral("output.flac"));
+    QString output = folder.file(u"output.flac"_s);
 };
 
 TEST_F(OutputWatchTest, SeesANewFile)
@@ -58,7 +59,7 @@ TEST_F(OutputWatchTest, TellsARewrittenFileFromAnUntouchedOne)
 TEST_F(OutputWatchTest, SeesAFileRenamedIntoPlace)
 {
     writeFile(output, "audio");
-    const QString fresh = folder.write(QStringLiteral("fresh"), "audio");
+    const QString fresh = folder.write(u"fresh"_s, "audio");
     const OutputWatch watch(output);
     QFile::remove(output);
     ASSERT_TRUE(QFile::rename(fresh, output));
@@ -68,27 +69,26 @@ TEST_F(OutputWatchTest, SeesAFileRenamedIntoPlace)
 TEST_F(OutputWatchTest, TakesNothingElseForAnOutput)
 {
     const OutputWatch watch(output);
-    folder.makeFolder(QStringLiteral("output.flac"));
+    folder.makeFolder(u"output.flac"_s);
     EXPECT_FALSE(watch.written());
     EXPECT_FALSE(OutputWatch().written());
-    EXPECT_FALSE(OutputWatch(QStringLiteral("/dev/null")).written());
-    const QString dangling = folder.file(QStringLiteral("dangling"));
-    ASSERT_TRUE(QFile::link(folder.file(QStringLiteral("nothing")), dangling));
+    EXPECT_FALSE(OutputWatch(u"/dev/null"_s).written());
+    const QString dangling = folder.file(u"dangling"_s);
+    ASSERT_TRUE(QFile::link(folder.file(u"nothing"_s), dangling));
     EXPECT_FALSE(OutputWatch(dangling).written());
 }
 
 TEST_F(OutputWatchTest, KnowsOneFileByManyNames)
 {
     writeFile(output, "audio");
-    const QString link = folder.file(QStringLiteral("link"));
+    const QString link = folder.file(u"link"_s);
     ASSERT_TRUE(QFile::link(output, link));
-    const QString detour = folder.path() + QStringLiteral("/./x/../output.flac");
-    folder.makeFolder(QStringLiteral("x"));
-    const QString copy = folder.write(QStringLiteral("copy"), "audio");
+    const QString detour = folder.path() + u"/./x/../output.flac"_s;
+    folder.makeFolder(u"x"_s);
+    const QString copy = folder.write(u"copy"_s, "audio");
     EXPECT_TRUE(OutputWatch::isSameFile(output, link));
     EXPECT_TRUE(OutputWatch::isSameFile(output, detour));
     EXPECT_FALSE(OutputWatch::isSameFile(output, copy));
-    EXPECT_FALSE(OutputWatch::isSameFile(output, folder.file(QStringLiteral("nothing"))));
-    EXPECT_FALSE(OutputWatch::isSameFile(folder.file(QStringLiteral("a")), folder.file(QStringLiteral("a"))))
-        << "two names of nothing";
+    EXPECT_FALSE(OutputWatch::isSameFile(output, folder.file(u"nothing"_s)));
+    EXPECT_FALSE(OutputWatch::isSameFile(folder.file(u"a"_s), folder.file(u"a"_s))) << "two names of nothing";
 }

@@ -11,8 +11,9 @@ void BoxBuilder::box(std::string_view type, const std::function<void()> &content
     text(type);
     content();
     const std::size_t size = m_bytes.size() - start;
-    for (unsigned i = 0; i < 4; ++i)
+    for (unsigned i = 0; i < 4; ++i) {
         m_bytes[start + i] = static_cast<std::uint8_t>(size >> (24 - 8 * i));
+    }
 }
 
 void BoxBuilder::fullBox(std::string_view type, unsigned version, std::uint32_t flags,
@@ -32,8 +33,9 @@ void BoxBuilder::bytes(std::span<const std::uint8_t> value)
 
 void BoxBuilder::number(std::uint64_t value, unsigned size)
 {
-    while (size-- > 0)
+    while (size-- > 0) {
         m_bytes.push_back(static_cast<std::uint8_t>(value >> (8 * size)));
+    }
 }
 
 } // namespace kruv::aacplusenc

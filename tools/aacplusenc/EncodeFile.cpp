@@ -25,8 +25,9 @@ using tools::ToolError;
 std::int16_t roundedSample(const std::uint8_t *bytes, std::size_t size)
 {
     std::uint32_t value = 0; // the sample in the upper bits
-    for (std::size_t i = 0; i < size; ++i)
+    for (std::size_t i = 0; i < size; ++i) {
         value |= std::uint32_t{bytes[i]} << (8 * (4 - size + i));
+    }
     const std::int64_t rounded = (std::int64_t{static_cast<std::int32_t>(value)} + 0x8000) >> 16;
     return static_cast<std::int16_t>(std::min<std::int64_t>(rounded, 0x7FFF));
 }
@@ -51,8 +52,9 @@ public:
         const std::size_t size = m_source.format().bytesPerSample();
         m_bytes.resize(audio.size() * size);
         const std::size_t count = m_source.read(m_bytes) / size;
-        for (std::size_t i = 0; i < count; ++i)
+        for (std::size_t i = 0; i < count; ++i) {
             audio[i] = roundedSample(&m_bytes[i * size], size);
+        }
         m_atEnd = count < audio.size();
         m_frames += count / m_channels;
         return m_samples;
@@ -78,8 +80,9 @@ private:
 /// even: the delay is stored at half the sample rate.
 std::uint32_t leadingSilence(const HeAacEncoder &encoder, std::optional<std::uint64_t> frames)
 {
-    if (!frames)
+    if (!frames) {
         return 0;
+    }
     const std::uint64_t unit = encoder.framesPerAccessUnit();
     const std::uint64_t used = (encoder.delay() + *frames) % unit;
     return static_cast<std::uint32_t>((unit - used) % unit / 2 * 2);
@@ -127,8 +130,9 @@ std::uint32_t parseKilobits(const std::string &text)
 {
     std::uint32_t value = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (error != std::errc() || end != text.data() + text.size() || value == 0 || value > 2000)
+    if (error != std::errc() || end != text.data() + text.size() || value == 0 || value > 2000) {
         throw ToolError("\"" + text + "\" is no bit rate in kbit/s");
+    }
     return value;
 }
 
@@ -137,20 +141,26 @@ std::uint32_t parseKilobits(const std::string &text)
 void encodeFile(const std::string &input, const std::string &output, std::uint32_t kilobits)
 {
     tools::InputStream stream(input);
+    if (stream.isFile(output)) {
+        throw ToolError("input and output are the same file");
+    }
     PcmReader source(stream);
     const tools::PcmFormat &format = source.format();
     HeAacEncoder encoder(format.sampleRate, format.channels, format.channelMask, kilobits * 1000);
     tools::OutputFile file(output);
-    if (!file.canRewrite())
+    if (!file.canRewrite()) {
         throw ToolError(output + " is not an ordinary file");
+    }
     const std::uint32_t silence = leadingSilence(encoder, source.frames());
     Mp4Writer writer(file, describeTrack(format, encoder, silence, kilobits * 1000));
     tools::ProgressPrinter progress({"[", "%]\r", 3, "\n"});
     const std::uint64_t frames = encodeAll(source, encoder, silence, writer, progress);
-    if (source.endedEarly())
+    if (source.endedEarly()) {
         throw ToolError(stream.name() + " is shorter than its header says");
-    if (frames == 0)
+    }
+    if (frames == 0) {
         throw ToolError(stream.name() + " holds no audio");
+    }
     writer.finish(frames);
     file.commit();
     progress.finish();

@@ -40,20 +40,23 @@ constexpr ChannelMode channelModes[] = {
 std::uint32_t channelMode(unsigned channels, std::uint32_t speakers)
 {
     const auto *mode = std::ranges::find(channelModes, channels, &ChannelMode::channels);
-    if (mode == std::end(channelModes))
+    if (mode == std::end(channelModes)) {
         throw ToolError("HE-AAC is made of 1 to 6 or 8 channels, not of " + std::to_string(channels));
+    }
     const bool told = speakers != 0 || !mode->usual;
-    if (channels > 2 && told && std::ranges::find(mode->speakers, speakers) == std::end(mode->speakers))
+    if (channels > 2 && told && std::ranges::find(mode->speakers, speakers) == std::end(mode->speakers)) {
         throw ToolError("there is no HE-AAC for " + std::to_string(channels) + " channels with " +
                         (speakers == 0 ? "unknown" : "these") + " speakers");
+    }
     return mode->mode;
 }
 
 void checkSampleRate(std::uint32_t sampleRate)
 {
-    if (std::ranges::find(sampleRates, sampleRate) == std::end(sampleRates))
+    if (std::ranges::find(sampleRates, sampleRate) == std::end(sampleRates)) {
         throw ToolError("there is no HE-AAC with a sample rate of " + std::to_string(sampleRate) +
                         " Hz, only 16000, 22050, 24000, 32000, 44100, 48000, 64000, 88200 and 96000");
+    }
 }
 
 [[noreturn]] void refuse(std::uint32_t sampleRate, unsigned channels, std::uint32_t bitRate,
@@ -70,8 +73,9 @@ void checkSampleRate(std::uint32_t sampleRate)
 void denyParametricStereo(std::vector<std::uint8_t> &config)
 {
     constexpr std::size_t librarysBytes = 5;
-    if (config.size() != librarysBytes)
+    if (config.size() != librarysBytes) {
         return;
+    }
     config.back() |= 0x548 >> 8;
     config.push_back(0x548 & 0xFF);
     config.push_back(0);
@@ -91,8 +95,9 @@ HeAacEncoder::HeAacEncoder(std::uint32_t sampleRate, unsigned channels, std::uin
     const std::uint32_t mode = channelMode(channels, speakers);
     const bool parametricStereo = channels == 2 && bitRate <= largestParametricStereoRate;
     AACENCODER *encoder = nullptr;
-    if (aacEncOpen(&encoder, 0, channels) != AACENC_OK)
+    if (aacEncOpen(&encoder, 0, channels) != AACENC_OK) {
         throw ToolError("the HE-AAC encoder cannot be opened");
+    }
     m_encoder.reset(encoder);
 
     constexpr std::uint32_t rawAccessUnits = 0;
@@ -107,20 +112,24 @@ HeAacEncoder::HeAacEncoder(std::uint32_t sampleRate, unsigned channels, std::uin
         set(AACENC_SIGNALING_MODE, backwardCompatibleSignalling) && set(AACENC_AFTERBURNER, 1);
     AACENC_InfoStruct info{};
     if (!accepted || aacEncEncode(encoder, nullptr, nullptr, nullptr, nullptr) != AACENC_OK ||
-        aacEncInfo(encoder, &info) != AACENC_OK)
+        aacEncInfo(encoder, &info) != AACENC_OK) {
         refuse(sampleRate, channels, bitRate);
+    }
     // Outside its range the library would quietly take another rate.
     const std::uint32_t actual = aacEncoder_GetParam(encoder, AACENC_BITRATE);
-    if (actual > bitRate)
+    if (actual > bitRate) {
         refuse(sampleRate, channels, bitRate, "; the least is " + std::to_string((actual + 999) / 1000));
-    if (actual < bitRate)
+    }
+    if (actual < bitRate) {
         refuse(sampleRate, channels, bitRate, "; the most is " + std::to_string(actual / 1000));
+    }
 
     m_delay = info.nDelay;
     m_framesPerAccessUnit = info.frameLength;
     m_decoderConfig.assign(info.confBuf, info.confBuf + info.confSize);
-    if (channels == 1)
+    if (channels == 1) {
         denyParametricStereo(m_decoderConfig);
+    }
     m_output.resize(info.maxOutBufBytes);
 }
 
@@ -147,8 +156,9 @@ std::span<const std::uint8_t> HeAacEncoder::encode(std::span<const std::int16_t>
     const AACENC_InArgs arguments{static_cast<int>(m_input.size()), 0};
     AACENC_OutArgs result{};
     const AACENC_ERROR error = aacEncEncode(m_encoder.get(), &input, &output, &arguments, &result);
-    if (error != AACENC_OK || result.numInSamples != arguments.numInSamples)
+    if (error != AACENC_OK || result.numInSamples != arguments.numInSamples) {
         throw ToolError("the HE-AAC encoder failed (error " + std::to_string(error) + ")");
+    }
     return std::span<const std::uint8_t>(m_output).first(static_cast<std::size_t>(result.numOutBytes));
 }
 

@@ -51,8 +51,9 @@ private:
     void time(std::uint64_t frames) { m_out.u32or64(frames, m_wideTimes); }
     void unityMatrix()
     {
-        for (const std::uint32_t value : {0x10000U, 0U, 0U, 0U, 0x10000U, 0U, 0U, 0U, 0x40000000U})
+        for (const std::uint32_t value : {0x10000U, 0U, 0U, 0U, 0x10000U, 0U, 0U, 0U, 0x40000000U}) {
             m_out.u32(value);
+        }
     }
 
     void movieHeader();
@@ -206,8 +207,9 @@ void MovieBoxBuilder::elementaryStream()
 void MovieBoxBuilder::descriptor(unsigned tag, std::size_t size)
 {
     m_out.u8(tag);
-    for (unsigned shift : {21U, 14U, 7U})
+    for (unsigned shift : {21U, 14U, 7U}) {
         m_out.u8(static_cast<unsigned>((size >> shift) & 0x7F) | 0x80);
+    }
     m_out.u8(size & 0x7F);
 }
 
@@ -216,8 +218,9 @@ void MovieBoxBuilder::sampleSizes()
     m_out.fullBox("stsz", 0, 0, [this] {
         m_out.u32(0); // sizes differ
         m_out.u32(m_track.accessUnitSizes.size());
-        for (const std::uint32_t size : m_track.accessUnitSizes)
+        for (const std::uint32_t size : m_track.accessUnitSizes) {
             m_out.u32(size);
+        }
     });
 }
 
@@ -240,8 +243,9 @@ void MovieBoxBuilder::chunks()
     const bool wide = !m_track.chunkOffsets.empty() && m_track.chunkOffsets.back() > fourGiB;
     m_out.fullBox(wide ? "co64" : "stco", 0, 0, [&] {
         m_out.u32(chunkCount);
-        for (const std::uint64_t offset : m_track.chunkOffsets)
+        for (const std::uint64_t offset : m_track.chunkOffsets) {
             m_out.u32or64(offset, wide);
+        }
     });
 }
 

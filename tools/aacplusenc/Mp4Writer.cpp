@@ -34,8 +34,9 @@ Mp4Writer::Mp4Writer(tools::OutputFile &output, AacTrack track)
 
 void Mp4Writer::write(std::span<const std::uint8_t> accessUnit)
 {
-    if (m_track.accessUnitSizes.size() % m_track.accessUnitsPerChunk == 0)
+    if (m_track.accessUnitSizes.size() % m_track.accessUnitsPerChunk == 0) {
         m_track.chunkOffsets.push_back(m_output.position());
+    }
     m_track.accessUnitSizes.push_back(static_cast<std::uint32_t>(accessUnit.size()));
     m_output.write(accessUnit);
 }

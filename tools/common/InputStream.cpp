@@ -73,11 +73,11 @@ InputStream::~InputStream()
     }
 }
 
-bool InputStream::isFile(const std::string &path) const
+bool InputStream::isFile(int descriptor, const std::string &path)
 {
     struct stat own = {};
     struct stat other = {};
-    return m_descriptor >= 0 && ::fstat(m_descriptor, &own) == 0 && S_ISREG(own.st_mode) &&
+    return descriptor >= 0 && ::fstat(descriptor, &own) == 0 && S_ISREG(own.st_mode) &&
            ::stat(path.c_str(), &other) == 0 && own.st_dev == other.st_dev && own.st_ino == other.st_ino;
 }
 

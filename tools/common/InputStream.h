@@ -42,7 +42,9 @@ public:
     /// Length of the whole input in bytes where it is known beforehand (a regular file or memory).
     std::optional<std::uint64_t> size() const { return m_size; }
     /// True when path is the very file this reads.
-    bool isFile(const std::string &path) const;
+    bool isFile(const std::string &path) const { return isFile(m_descriptor, path); }
+    /// True when path is the regular file behind an open descriptor.
+    static bool isFile(int descriptor, const std::string &path);
     /// For messages: the path or "standard input".
     const std::string &name() const { return m_name; }
 

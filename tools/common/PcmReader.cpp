@@ -30,20 +30,23 @@ PcmReader::PcmReader(InputStream &input)
 std::optional<std::uint64_t> PcmReader::frames() const
 {
     const auto bytes = m_wav ? m_wav->audioBytes() : m_aiff->audioBytes();
-    if (!bytes)
+    if (!bytes) {
         return {};
+    }
     return *bytes / m_format.bytesPerFrame();
 }
 
 std::size_t PcmReader::read(std::span<std::uint8_t> destination)
 {
-    if (m_aiff)
+    if (m_aiff) {
         return m_aiff->readAudio(destination);
+    }
     const std::size_t got = m_wav->readAudio(destination);
     if (m_format.bytesPerSample() == 1) {
         // Only WAV's bytes are unsigned.
-        for (std::uint8_t &sample : destination.first(got))
+        for (std::uint8_t &sample : destination.first(got)) {
             sample ^= 0x80;
+        }
     }
     return got;
 }

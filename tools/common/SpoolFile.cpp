@@ -8,8 +8,8 @@
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
-#include <string>
 #include <unistd.h>
+#include <utility>
 
 namespace kruv::tools {
 
@@ -24,6 +24,11 @@ constexpr std::size_t memoryBytes = std::size_t(8) * 1024 * 1024;
 
 } // namespace
 
+SpoolFile::SpoolFile(std::string folder)
+    : m_folder(std::move(folder))
+{
+}
+
 SpoolFile::~SpoolFile()
 {
     if (m_descriptor >= 0) {
@@ -31,10 +36,20 @@ SpoolFile::~SpoolFile()
     }
 }
 
-void SpoolFile::openFile()
+std::string SpoolFile::temporaryFolder()
 {
     const char *folder = std::getenv("TMPDIR");
-    std::string path = std::string(folder && *folder ? folder : "/tmp") + "/kruv-XXXXXX";
+    return folder && *folder ? folder : "/tmp";
+}
+
+void SpoolFile::openFile()
+{
+    m_descriptor = ::open(m_folder.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, 0600);
+    if (m_descriptor >= 0) {
+        return;
+    }
+    // Not every file system knows nameless files.
+    std::string path = m_folder + "/.kruv-spool-XXXXXX";
     m_descriptor = ::mkostemp(path.data(), O_CLOEXEC);
     if (m_descriptor < 0) {
         fail("create");
@@ -66,6 +81,13 @@ void SpoolFile::write(std::span<const std::uint8_t> bytes)
         spill();
     }
     m_memory.insert(m_memory.end(), bytes.begin(), bytes.end());
+    m_size += bytes.size();
+}
+
+int SpoolFile::release()
+{
+    spill();
+    return std::exchange(m_descriptor, -1);
 }
 
 void SpoolFile::copyTo(ByteSink &sink)

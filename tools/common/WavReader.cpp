@@ -104,8 +104,9 @@ void WavReader::readChunks()
 
 void WavReader::parseWideSizes(std::span<const std::uint8_t> chunk)
 {
-    if (chunk.size() < 16)
+    if (chunk.size() < 16) {
         throw ToolError(m_input.name() + ": the chunk of 64-bit sizes is too short");
+    }
     m_wideDataSize = readLe32(&chunk[8]) | static_cast<std::uint64_t>(readLe32(&chunk[12])) << 32;
 }
 

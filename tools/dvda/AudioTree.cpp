@@ -36,14 +36,17 @@ std::vector<fs::path> removableFiles(const fs::path &folder)
 {
     std::vector<fs::path> result;
     std::error_code error;
-    if (!fs::exists(folder, error))
+    if (!fs::exists(folder, error)) {
         return result;
+    }
     fs::directory_iterator entries(folder, error);
-    if (error)
+    if (error) {
         fail("read", folder, error);
+    }
     for (const fs::directory_entry &entry : entries) {
-        if (!isOurs(entry))
+        if (!isOurs(entry)) {
             throw ToolError(folder.string() + " holds something else: " + entry.path().filename().string());
+        }
         result.push_back(entry.path());
     }
     return result;
@@ -53,8 +56,9 @@ void makeFolder(const fs::path &folder)
 {
     std::error_code error;
     fs::create_directories(folder, error);
-    if (error)
+    if (error) {
         fail("create", folder, error);
+    }
 }
 
 } // namespace
@@ -65,27 +69,32 @@ AudioTree::AudioTree(const fs::path &folder, bool withVideoFolder, std::uint32_t
 {
     const fs::path videoFolder = folder / "VIDEO_TS";
     const std::vector<fs::path> earlier = removableFiles(m_audioFolder);
-    if (withVideoFolder && !removableFiles(videoFolder).empty())
+    if (withVideoFolder && !removableFiles(videoFolder).empty()) {
         throw ToolError(videoFolder.string() + " is not empty");
+    }
     for (const fs::path &file : earlier) {
         std::error_code error;
-        if (!fs::remove(file, error) && error)
+        if (!fs::remove(file, error) && error) {
             fail("remove", file, error);
+        }
     }
     makeFolder(m_audioFolder);
-    if (withVideoFolder)
+    if (withVideoFolder) {
         makeFolder(videoFolder);
+    }
 }
 
 AudioTree::~AudioTree()
 {
     m_files.clear();
-    if (m_completed)
+    if (m_completed) {
         return;
+    }
     std::error_code ignored;
     for (fs::directory_iterator entry(m_audioFolder, ignored), end; entry != end; entry.increment(ignored)) {
-        if (isOurs(*entry))
+        if (isOurs(*entry)) {
             fs::remove(entry->path(), ignored);
+        }
     }
     // Both go only when they are empty.
     fs::remove(m_audioFolder, ignored);
@@ -101,8 +110,9 @@ void AudioTree::write(std::span<const std::uint8_t> sectors)
 {
     if (m_files.empty() || m_files.back()->position() == m_bytesPerFile) {
         constexpr std::size_t largestFileCount = 9;
-        if (m_files.size() == largestFileCount)
+        if (m_files.size() == largestFileCount) {
             throw ToolError("the audio does not fit a DVD-Audio group");
+        }
         add("ATS_01_" + std::to_string(m_files.size() + 1) + ".AOB");
     }
     m_files.back()->write(sectors);
@@ -112,13 +122,16 @@ void AudioTree::complete(const Disc &disc, std::optional<std::uint32_t> infoSect
 {
     const std::uint32_t ownSector =
         infoSector.value_or(usualInfoSector(static_cast<std::uint32_t>(m_files.size())));
-    for (const char *name : {"ATS_01_0.IFO", "ATS_01_0.BUP"})
+    for (const char *name : {"ATS_01_0.IFO", "ATS_01_0.BUP"}) {
         add(name).write(titleSetInfo(disc));
-    for (const char *name : {"AUDIO_TS.IFO", "AUDIO_TS.BUP"})
+    }
+    for (const char *name : {"AUDIO_TS.IFO", "AUDIO_TS.BUP"}) {
         add(name).write(managerInfo(disc));
+    }
     add("AUDIO_PP.IFO").write(simplePlayerInfo(disc, ownSector));
-    for (const auto &file : m_files)
+    for (const auto &file : m_files) {
         file->commit();
+    }
     m_completed = true;
 }
 
@@ -126,11 +139,13 @@ std::optional<std::uint64_t> freeBytes(fs::path folder)
 {
     std::error_code error;
     folder = fs::absolute(folder, error);
-    while (!fs::exists(folder, error) && folder.has_relative_path())
+    while (!fs::exists(folder, error) && folder.has_relative_path()) {
         folder = folder.parent_path();
+    }
     const fs::space_info space = fs::space(folder, error);
-    if (error)
+    if (error) {
         return {};
+    }
     return space.available;
 }
 

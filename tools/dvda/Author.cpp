@@ -72,24 +72,28 @@ void Author::run()
 
 void Author::inspect()
 {
-    if (m_options.files.size() > largestTrackCount)
+    if (m_options.files.size() > largestTrackCount) {
         throw ToolError("a DVD-Audio group holds at most 99 tracks, not " +
                         std::to_string(m_options.files.size()));
+    }
     std::vector<LpcmFormat> different;
     for (const std::string &file : m_options.files) {
         const TrackSource source(file);
-        if (source.frames() == 0U)
+        if (source.frames() == 0U) {
             throw ToolError(file + " holds no audio");
+        }
         const LpcmFormat &format = source.format();
         m_log.note(absolutePath(file) + ": " + format.description());
         m_formats.push_back(format);
         m_estimatedSectors += estimatedSectors(source);
-        if (std::ranges::find(different, format) == different.end())
+        if (std::ranges::find(different, format) == different.end()) {
             different.push_back(format);
+        }
     }
-    if (different.size() > largestFormatCount)
+    if (different.size() > largestFormatCount) {
         throw ToolError("a DVD-Audio group holds tracks of at most 8 different formats, not " +
                         std::to_string(different.size()));
+    }
     checkCapacity();
 }
 
@@ -97,20 +101,23 @@ void Author::inspect()
 // in checkRoom().
 void Author::checkCapacity() const
 {
-    if (m_estimatedSectors * 98 / 100 > doubleLayerSectors)
+    if (m_estimatedSectors * 98 / 100 > doubleLayerSectors) {
         throw ToolError("the tracks need about " + inMebibytes(m_estimatedSectors * sectorBytes) +
                         ", more than a double-layer DVD holds");
-    if (m_estimatedSectors + sectorsBesideAudio > singleLayerSectors)
+    }
+    if (m_estimatedSectors + sectorsBesideAudio > singleLayerSectors) {
         m_log.note("The disc needs a double-layer DVD");
+    }
 }
 
 void Author::checkRoom() const
 {
     const auto available = freeBytes(m_options.outputFolder);
-    if (available && *available < m_estimatedSectors * 98 / 100 * sectorBytes)
+    if (available && *available < m_estimatedSectors * 98 / 100 * sectorBytes) {
         throw ToolError("not enough room in " + m_options.outputFolder + ": about " +
                         inMebibytes(m_estimatedSectors * sectorBytes) + " are needed, " +
                         inMebibytes(*available) + " are free");
+    }
 }
 
 void Author::writeTracks(AudioTree &tree)
@@ -124,8 +131,9 @@ void Author::writeTracks(AudioTree &tree)
         const Track track = writeTrack(i, *writer);
         m_disc.titles.back().tracks.push_back(track);
         m_disc.audioSectors = track.lastSector + 1;
-        if (m_disc.audioSectors > doubleLayerSectors)
+        if (m_disc.audioSectors > doubleLayerSectors) {
             throw ToolError("the tracks need more than a double-layer DVD holds");
+        }
     }
 }
 
@@ -134,23 +142,28 @@ Track Author::writeTrack(std::size_t index, PackWriter &writer)
     const std::string &file = m_options.files[index];
     m_log.progress("[Kruv]  Processing " + std::to_string(index + 1) + "::" + absolutePath(file));
     TrackSource source(file);
-    if (source.format() != m_formats[index])
+    if (source.format() != m_formats[index]) {
         throw ToolError(file + " has changed meanwhile");
+    }
     std::uint64_t bytes = 0;
     for (auto audio = source.read(); !audio.empty(); audio = source.read()) {
         writer.write(audio);
         bytes += audio.size();
     }
     const bool cutShort = source.finish();
-    if (bytes == 0)
+    if (bytes == 0) {
         throw ToolError(file + " holds no audio");
-    if (cutShort && !m_options.tolerant)
+    }
+    if (cutShort && !m_options.tolerant) {
         throw ToolError(file + " is shorter than its header says");
-    if (cutShort)
+    }
+    if (cutShort) {
         m_log.warn(file + " is shorter than its header says; the track has what is there");
-    if (bytes / source.format().bytesPerFrame() % 2 != 0)
+    }
+    if (bytes / source.format().bytesPerFrame() % 2 != 0) {
         m_log.note(file +
                    " has an odd number of frames; a silent one is added, for they are stored in pairs");
+    }
     return writer.endTrack();
 }
 

@@ -32,8 +32,9 @@ struct Title
     std::uint32_t length() const
     {
         std::uint32_t sum = 0;
-        for (const Track &track : tracks)
+        for (const Track &track : tracks) {
             sum += track.length;
+        }
         return sum;
     }
 };

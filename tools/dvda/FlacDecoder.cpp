@@ -50,8 +50,9 @@ FlacDecoder::FlacDecoder(const std::string &path)
     : m_path(path)
 {
     int ends[2] = {};
-    if (::pipe2(ends, O_CLOEXEC) != 0)
+    if (::pipe2(ends, O_CLOEXEC) != 0) {
         throw ToolError(std::string("cannot make a pipe: ") + std::strerror(errno));
+    }
     m_output = std::make_unique<tools::InputStream>(ends[0], path);
     const int error = spawnFlac(path, ends[1], m_process);
     ::close(ends[1]);
@@ -63,8 +64,9 @@ FlacDecoder::FlacDecoder(const std::string &path)
 
 FlacDecoder::~FlacDecoder()
 {
-    if (m_process < 0)
+    if (m_process < 0) {
         return;
+    }
     ::kill(m_process, SIGTERM);
     m_output.reset();
     wait();
@@ -84,8 +86,9 @@ void FlacDecoder::finish()
     while (!m_output->readBlock().empty()) {
     }
     const int status = wait();
-    if (!WIFEXITED(status) || WEXITSTATUS(status) != 0)
+    if (!WIFEXITED(status) || WEXITSTATUS(status) != 0) {
         throw ToolError(m_path + ": flac cannot decode it without errors");
+    }
 }
 
 } // namespace kruv::dvda

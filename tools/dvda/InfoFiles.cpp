@@ -21,8 +21,9 @@ constexpr std::array<std::uint8_t, 18> downmixTable = {0,    0,    0x1E, 0xFF, 0
 
 void put(Bytes &bytes, std::size_t offset, std::uint64_t value, unsigned size)
 {
-    for (unsigned i = 0; i < size; ++i)
+    for (unsigned i = 0; i < size; ++i) {
         bytes.at(offset + i) = static_cast<std::uint8_t>(value >> (8 * (size - 1 - i)));
+    }
 }
 void put8(Bytes &bytes, std::size_t offset, std::uint64_t value)
 {
@@ -39,8 +40,9 @@ void put32(Bytes &bytes, std::size_t offset, std::uint64_t value)
 
 template <typename Range> void putBytes(Bytes &bytes, std::size_t offset, const Range &range)
 {
-    for (const auto byte : range)
+    for (const auto byte : range) {
         put8(bytes, offset++, static_cast<std::uint8_t>(byte));
+    }
 }
 
 std::size_t titleRecordBytes(const Title &title)
@@ -51,8 +53,9 @@ std::size_t titleRecordBytes(const Title &title)
 std::size_t titleTableBytes(const Disc &disc)
 {
     std::size_t size = 8 + 8 * disc.titles.size();
-    for (const Title &title : disc.titles)
+    for (const Title &title : disc.titles) {
         size += titleRecordBytes(title);
+    }
     return size;
 }
 
@@ -65,8 +68,9 @@ std::vector<LpcmFormat> formatsOf(const Disc &disc)
 {
     std::vector<LpcmFormat> formats;
     for (const Title &title : disc.titles) {
-        if (std::ranges::find(formats, title.format) == formats.end())
+        if (std::ranges::find(formats, title.format) == formats.end()) {
             formats.push_back(title.format);
+        }
     }
     return formats;
 }
@@ -140,8 +144,9 @@ void putSimplePlayerRecord(Bytes &bytes, std::size_t offset, const Title &title,
     const unsigned noDownmix = title.format.hasDownmix() ? 0 : 0x08;
     put8(bytes, offset + 16, 0x40 | firstOfGroup | noDownmix);
     putBytes(bytes, offset + 17, title.format.code());
-    if (title.format.hasDownmix())
+    if (title.format.hasDownmix()) {
         putBytes(bytes, offset + 22, downmixTable);
+    }
     put32(bytes, offset + 40, audioStart + track.firstSector);
     put32(bytes, offset + 44, audioStart + track.firstSector);
     put32(bytes, offset + 48, audioStart + track.lastSector);
@@ -162,10 +167,12 @@ Bytes titleSetInfo(const Disc &disc)
     put32(bytes, 0xCC, 1);       // the title table
 
     const std::vector<LpcmFormat> formats = formatsOf(disc);
-    for (std::size_t i = 0; i < formats.size(); ++i)
+    for (std::size_t i = 0; i < formats.size(); ++i) {
         putBytes(bytes, 0x102 + 16 * i, formats[i].code());
-    for (std::size_t i = 0; i < 16; ++i)
+    }
+    for (std::size_t i = 0; i < 16; ++i) {
         putBytes(bytes, 0x180 + 18 * i, downmixTable);
+    }
     putTitleTable(bytes, disc, formats);
     return bytes;
 }
@@ -208,8 +215,9 @@ Bytes simplePlayerInfo(const Disc &disc, std::uint32_t ownSector)
 
     Bytes result;
     result.reserve(bytes.size() * copies);
-    for (std::size_t i = 0; i < copies; ++i)
+    for (std::size_t i = 0; i < copies; ++i) {
         result.insert(result.end(), bytes.begin(), bytes.end());
+    }
     return result;
 }
 

@@ -17,17 +17,20 @@ void print(int descriptor, const std::string &text)
 
 Log::Log(const std::string &path)
 {
-    if (path.empty())
+    if (path.empty()) {
         return;
+    }
     m_file.open(path, std::ios::app);
-    if (!m_file)
+    if (!m_file) {
         print(STDERR_FILENO, "dvda: cannot write the log file " + path + "\n");
+    }
 }
 
 void Log::note(const std::string &line)
 {
-    if (m_file.is_open())
+    if (m_file.is_open()) {
         m_file << line << std::endl;
+    }
 }
 
 void Log::progress(const std::string &line)

@@ -49,11 +49,13 @@ const RateCode *findRate(std::uint32_t sampleRate)
 const Assignment &assignmentFor(unsigned channels, std::uint32_t mask)
 {
     // Side speakers take the place of back speakers where there are no back ones.
-    if ((mask & 0x600) == 0x600 && (mask & 0x30) == 0)
+    if ((mask & 0x600) == 0x600 && (mask & 0x30) == 0) {
         mask = (mask & ~0x600U) | 0x30;
+    }
     const auto *found = std::ranges::find(assignments, mask, &Assignment::speakers);
-    if (found == std::end(assignments) || std::popcount(mask) != static_cast<int>(channels))
+    if (found == std::end(assignments) || std::popcount(mask) != static_cast<int>(channels)) {
         found = std::ranges::find(assignments, usualSpeakers[channels], &Assignment::speakers);
+    }
     return *found;
 }
 
@@ -62,10 +64,12 @@ std::uint32_t secondGroupChannels(const Assignment &assignment)
     std::uint32_t result = 0;
     unsigned channel = 0;
     for (std::uint32_t speaker = 1; speaker <= assignment.speakers; speaker <<= 1) {
-        if ((assignment.speakers & speaker) == 0)
+        if ((assignment.speakers & speaker) == 0) {
             continue;
-        if ((assignment.secondGroup & speaker) != 0)
+        }
+        if ((assignment.secondGroup & speaker) != 0) {
             result |= 1U << channel;
+        }
         ++channel;
     }
     return result;
@@ -101,18 +105,21 @@ std::vector<std::uint8_t> LpcmFormat::pairPermutation() const
     const auto appendBytes = [&](std::uint32_t group, std::initializer_list<std::size_t> bytesOfSample) {
         for (std::size_t frame = 0; frame < 2; ++frame) {
             for (std::size_t channel = 0; channel < channels; ++channel) {
-                if ((group >> channel & 1) == 0)
+                if ((group >> channel & 1) == 0) {
                     continue;
-                for (const std::size_t byte : bytesOfSample)
+                }
+                for (const std::size_t byte : bytesOfSample) {
                     result.push_back(
                         static_cast<std::uint8_t>(frame * bytesPerFrame() + channel * size + byte));
+                }
             }
         }
     };
     for (const std::uint32_t group : {secondGroupChannels, ~secondGroupChannels}) {
         appendBytes(group, {size - 1, size - 2});
-        if (size == 3)
+        if (size == 3) {
             appendBytes(group, {0});
+        }
     }
     return result;
 }
@@ -120,21 +127,25 @@ std::vector<std::uint8_t> LpcmFormat::pairPermutation() const
 LpcmFormat lpcmFormat(std::uint32_t sampleRate, unsigned bitsPerSample, unsigned channels,
                       std::uint32_t channelMask)
 {
-    if (findRate(sampleRate) == nullptr)
+    if (findRate(sampleRate) == nullptr) {
         throw ToolError("DVD-Audio has no sample rate of " + std::to_string(sampleRate) +
                         " Hz, only 44100, 48000, 88200, 96000, 176400 and 192000");
-    if (bitsPerSample == 0 || bitsPerSample > 24)
+    }
+    if (bitsPerSample == 0 || bitsPerSample > 24) {
         throw ToolError("DVD-Audio holds at most 24 bit, not " + std::to_string(bitsPerSample));
-    if (channels == 0 || channels > 6)
+    }
+    if (channels == 0 || channels > 6) {
         throw ToolError("DVD-Audio holds 1 to 6 channels, not " + std::to_string(channels));
+    }
 
     const Assignment &assignment = assignmentFor(channels, channelMask);
     const LpcmFormat format{sampleRate, bitsPerSample <= 16 ? 16U : 24U, channels, assignment.code,
                             secondGroupChannels(assignment)};
     const std::uint64_t bitRate = std::uint64_t{8} * format.bytesPerFrame() * sampleRate;
-    if (bitRate > largestBitRate || (findRate(sampleRate)->multiple == 4 && channels > 2))
+    if (bitRate > largestBitRate || (findRate(sampleRate)->multiple == 4 && channels > 2)) {
         throw ToolError("DVD-Audio cannot hold uncompressed audio of " + format.description() +
                         ": the disc is not read fast enough");
+    }
     return format;
 }
 

@@ -17,14 +17,18 @@ public:
 
     Options parse()
     {
-        while (m_next < m_arguments.size())
+        while (m_next < m_arguments.size()) {
             parseOne();
-        if (m_options.action != Action::Author)
+        }
+        if (m_options.action != Action::Author) {
             return m_options;
-        if (m_options.outputFolder.empty())
+        }
+        if (m_options.outputFolder.empty()) {
             throw UsageError("no output folder (-o)");
-        if (m_options.files.empty())
+        }
+        if (m_options.files.empty()) {
             throw UsageError("no files to put on the disc (-g)");
+        }
         return m_options;
     }
 
@@ -32,47 +36,51 @@ private:
     void parseOne()
     {
         const std::string &argument = m_arguments[m_next++];
-        if (argument == "-l")
+        if (argument == "-l") {
             m_options.logFile = value(argument);
-        else if (argument == "-o")
+        } else if (argument == "-o") {
             m_options.outputFolder = value(argument);
-        else if (argument == "-p")
+        } else if (argument == "-p") {
             m_options.infoSector = number(value(argument));
-        else if (argument == "-g")
+        } else if (argument == "-g") {
             parseGroup();
-        else if (argument == "-n")
+        } else if (argument == "-n") {
             m_options.videoFolder = false;
-        else if (argument.starts_with("-f"))
+        } else if (argument.starts_with("-f")) {
             m_options.tolerant = true;
-        else if (argument == "-h" || argument == "--help")
+        } else if (argument == "-h" || argument == "--help") {
             m_options.action = Action::ShowHelp;
-        else if (argument == "-v" || argument == "--version")
+        } else if (argument == "-v" || argument == "--version") {
             m_options.action = Action::ShowVersion;
-        // Never waiting for a key at the end and taking more than WAV files goes without saying here.
-        else if (argument != "-P" && argument != "-P0" && argument != "-P1" && argument != "-S")
+            // Never waiting for a key at the end and taking more than WAV files goes without saying here.
+        } else if (argument != "-P" && argument != "-P0" && argument != "-P1" && argument != "-S") {
             throw UsageError("unknown argument \"" + argument + "\"");
+        }
     }
 
     void parseGroup()
     {
-        if (!m_options.files.empty())
+        if (!m_options.files.empty()) {
             throw UsageError("only one group (-g) is supported");
+        }
         bool optionsEnded = false;
         for (; m_next < m_arguments.size(); ++m_next) {
             const std::string &argument = m_arguments[m_next];
-            if (!optionsEnded && argument == "--")
+            if (!optionsEnded && argument == "--") {
                 optionsEnded = true;
-            else if (!optionsEnded && argument.starts_with('-'))
+            } else if (!optionsEnded && argument.starts_with('-')) {
                 break;
-            else
+            } else {
                 m_options.files.push_back(argument);
+            }
         }
     }
 
     const std::string &value(const std::string &option)
     {
-        if (m_next == m_arguments.size())
+        if (m_next == m_arguments.size()) {
             throw UsageError("nothing after " + option);
+        }
         return m_arguments[m_next++];
     }
 
@@ -81,8 +89,9 @@ private:
         std::uint32_t result = 0;
         const char *end = text.data() + text.size();
         const auto [parsed, error] = std::from_chars(text.data(), end, result);
-        if (error != std::errc() || parsed != end)
+        if (error != std::errc() || parsed != end) {
             throw UsageError("\"" + text + "\" is no sector number");
+        }
         return result;
     }
 

@@ -29,8 +29,9 @@ class Pack
 public:
     void bytes(std::initializer_list<std::size_t> values)
     {
-        for (const std::size_t value : values)
+        for (const std::size_t value : values) {
             m_data.at(m_used++) = static_cast<std::uint8_t>(value);
+        }
     }
     void bytes(std::span<const std::uint8_t> values)
     {
@@ -98,8 +99,9 @@ void PackWriter::write(std::span<const std::uint8_t> frames)
     m_unpaired.insert(m_unpaired.end(), single.begin(), single.end());
 
     // Enough is held back that the track's last pack has at least one whole access unit.
-    while (waiting() >= capacity() + m_format.accessUnitBytes())
+    while (waiting() >= capacity() + m_format.accessUnitBytes()) {
         writePack(capacity());
+    }
     m_stored.erase(m_stored.begin(), m_stored.begin() + static_cast<std::ptrdiff_t>(m_taken));
     m_taken = 0;
 }
@@ -112,10 +114,11 @@ Track PackWriter::endTrack()
         m_unpaired.clear();
     }
     while (waiting() > 0) {
-        if (waiting() <= capacity())
+        if (waiting() <= capacity()) {
             writePack(waiting());
-        else
+        } else {
             writePack(std::min(capacity(), waiting() - m_format.accessUnitBytes()));
+        }
     }
 
     const std::uint64_t end = m_trackStart + m_trackBytes / m_format.bytesPerFrame();
@@ -135,8 +138,9 @@ void PackWriter::storePairs(std::span<const std::uint8_t> frames)
     m_stored.resize(to + frames.size());
     const std::size_t pairBytes = m_permutation.size();
     for (std::size_t pair = 0; pair < frames.size(); pair += pairBytes) {
-        for (const std::uint8_t from : m_permutation)
+        for (const std::uint8_t from : m_permutation) {
             m_stored[to++] = frames[pair + from];
+        }
     }
 }
 
@@ -158,8 +162,9 @@ std::size_t PackWriter::capacity() const
 /// before it has been played.
 std::uint64_t PackWriter::arrivalTime() const
 {
-    if (m_packs < 4)
+    if (m_packs < 4) {
         return m_packs * sectorBytes * systemClock / bytesPerSecond;
+    }
     const std::uint64_t played = m_firstFrames[(m_packs - 3) % 4] * systemClock / m_format.sampleRate;
     return std::max(startTime * 300 + played, m_lastArrival + packTime);
 }
@@ -180,14 +185,16 @@ void PackWriter::writePack(std::size_t audioBytes)
     m_lastArrival = arrivalTime();
     Pack pack;
     pack.header(m_lastArrival);
-    if (first)
+    if (first) {
         pack.bytes(systemHeader);
+    }
     pack.bytes({0, 0, 1, 0xBD});
     pack.u16(3 + stampBytes + lpcmHeaderBytes + stuffing + audioBytes);
     pack.bytes({0x81, first ? 0x81U : 0x80U, stampBytes});
     pack.timeStamp(startTime + stampedFrame * timeStampClock / m_format.sampleRate);
-    if (first)
+    if (first) {
         pack.bytes({0x1E, 0x60, 0x0A});
+    }
 
     const std::size_t headerRest = lpcmHeaderBytes - 4 + stuffing;
     const auto [sizes, rates, assignment] = m_format.code();

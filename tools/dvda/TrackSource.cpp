@@ -29,8 +29,9 @@ TrackSource::TrackSource(const std::string &path)
         m_flac = std::make_unique<FlacDecoder>(path);
     }
     tools::InputStream &stream = m_flac ? m_flac->output() : *m_file;
-    if (m_flac && stream.peek(1).empty())
+    if (m_flac && stream.peek(1).empty()) {
         m_flac->finish();
+    }
     m_reader.emplace(stream);
     const tools::PcmFormat &pcm = m_reader->format();
     try {
@@ -44,18 +45,21 @@ std::span<const std::uint8_t> TrackSource::read()
 {
     m_raw.resize(framesPerRead * m_reader->format().bytesPerFrame());
     const auto audio = std::span<const std::uint8_t>(m_raw).first(m_reader->read(m_raw));
-    if (m_reader->format().bytesPerSample() == m_format.bytesPerSample())
+    if (m_reader->format().bytesPerSample() == m_format.bytesPerSample()) {
         return audio;
+    }
     m_widened.assign(2 * audio.size(), 0);
-    for (std::size_t i = 0; i < audio.size(); ++i)
+    for (std::size_t i = 0; i < audio.size(); ++i) {
         m_widened[2 * i + 1] = audio[i];
+    }
     return m_widened;
 }
 
 bool TrackSource::finish()
 {
-    if (m_flac)
+    if (m_flac) {
         m_flac->finish();
+    }
     return m_reader->endedEarly();
 }
 

@@ -79,16 +79,18 @@ inline int32_t AdaptiveFilter::predict(bool wideRounding)
     now[-9] = static_cast<int16_t>(now[-9] / 2);
 
     const int32_t half = 1 << (m_shift - 1);
-    if (wideRounding)
+    if (wideRounding) {
         return static_cast<int32_t>((int64_t{sum} + half) >> m_shift);
+    }
     return static_cast<int32_t>(static_cast<uint32_t>(sum) + static_cast<uint32_t>(half)) >> m_shift;
 }
 
 inline int16_t AdaptiveFilter::stepFor(int32_t value)
 {
     const int32_t signMask = value >> 31;
-    if (m_coarseSteps)
+    if (m_coarseSteps) {
         return static_cast<int16_t>(4 * ((value > 0) - (value < 0)));
+    }
     const auto wrap = [](uint32_t number) { return static_cast<int32_t>(number); };
     const int32_t magnitude = wrap((static_cast<uint32_t>(value) ^ static_cast<uint32_t>(signMask)) -
                                    static_cast<uint32_t>(signMask));
@@ -105,8 +107,9 @@ inline void AdaptiveFilter::push(int32_t value, int32_t residual)
     m_history[static_cast<std::size_t>(m_position)] =
         static_cast<int16_t>(std::clamp<int32_t>(value, -32768, 32767));
     m_newestStep = stepFor(value);
-    if (++m_position == lead + m_order + window)
+    if (++m_position == lead + m_order + window) {
         moveToStart();
+    }
 }
 
 } // namespace kruv::mac

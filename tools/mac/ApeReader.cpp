@@ -29,13 +29,15 @@ ApeReader::ApeReader(const RandomInput &input)
     std::array<uint8_t, 6> id{};
     readExactly(m_start, id);
     m_info.version = readLe16(&id[4]);
-    if (m_info.version < versionOldest || m_info.version > versionWritten)
+    if (m_info.version < versionOldest || m_info.version > versionWritten) {
         throw MacError(ErrorNumber::FileVersion, input.name() + ": file version " +
                                                      std::to_string(m_info.version) + " is not supported");
-    if (m_info.version >= versionDescriptor)
+    }
+    if (m_info.version >= versionDescriptor) {
         readCurrent();
-    else
+    } else {
         readOld();
+    }
 }
 
 void ApeReader::readCurrent()
@@ -43,10 +45,12 @@ void ApeReader::readCurrent()
     std::array<uint8_t, descriptorBytes> bytes{};
     readExactly(m_start, bytes);
     const Descriptor descriptor = Descriptor::parse(bytes);
-    if (descriptor.descriptorSize < descriptorBytes || descriptor.headerSize < headerBytes)
+    if (descriptor.descriptorSize < descriptorBytes || descriptor.headerSize < headerBytes) {
         refuse("its headers are too short");
-    if (std::any_of(descriptor.md5.begin(), descriptor.md5.end(), [](uint8_t byte) { return byte != 0; }))
+    }
+    if (std::any_of(descriptor.md5.begin(), descriptor.md5.end(), [](uint8_t byte) { return byte != 0; })) {
         m_digest = descriptor.md5;
+    }
 
     m_header = {m_start + descriptor.descriptorSize, headerBytes};
     std::array<uint8_t, headerBytes> header{};
@@ -59,10 +63,12 @@ void ApeReader::readCurrent()
     m_wavHeader = {m_seekTable.end(), descriptor.wavHeaderSize};
     readSeekTable(m_seekTable);
     // A gap would be a part of the header that a wrong size hides.
-    if (m_frameStarts.front() != m_wavHeader.end())
+    if (m_frameStarts.front() != m_wavHeader.end()) {
         refuse("its sizes contradict each other");
-    if (descriptor.frameDataSize > m_input.size())
+    }
+    if (descriptor.frameDataSize > m_input.size()) {
         refuse("it ends before the audio does");
+    }
     finishLayout(m_frameStarts.front() + descriptor.frameDataSize, descriptor.tailSize);
 }
 
@@ -81,8 +87,9 @@ void ApeReader::readOld()
     checkInfo();
 
     uint64_t offset = m_start + oldHeaderBytes;
-    if (m_info.flags & flagPeakLevel)
+    if (m_info.flags & flagPeakLevel) {
         offset += 4;
+    }
     uint32_t elements = m_info.totalFrames;
     if (m_info.flags & flagSeekElements) {
         std::array<uint8_t, 4> count{};
@@ -95,39 +102,48 @@ void ApeReader::readOld()
     readSeekTable({m_wavHeader.end(), 4 * uint64_t{elements}});
     const uint64_t tailSize = readLe32(&bytes[20]);
     const uint64_t end = findStreamEnd(m_input);
-    if (tailSize > end)
+    if (tailSize > end) {
         refuse("it ends before the audio does");
+    }
     finishLayout(end - tailSize, tailSize);
 }
 
 void ApeReader::checkInfo() const
 {
-    if (!findLevel(m_info.level))
+    if (!findLevel(m_info.level)) {
         refuse("its compression level is unknown");
-    if (m_info.flags & flagsUnsupported)
+    }
+    if (m_info.flags & flagsUnsupported) {
         refuse("its kind of samples is not supported");
-    if (m_info.bitsPerSample != 8 && m_info.bitsPerSample != 16 && m_info.bitsPerSample != 24)
+    }
+    if (m_info.bitsPerSample != 8 && m_info.bitsPerSample != 16 && m_info.bitsPerSample != 24) {
         throw MacError(ErrorNumber::BitDepth, m_input.name() + ": " + std::to_string(m_info.bitsPerSample) +
                                                   " bits per sample are not supported");
-    if (m_info.channels != 1 && m_info.channels != 2)
+    }
+    if (m_info.channels != 1 && m_info.channels != 2) {
         throw MacError(ErrorNumber::ChannelCount, m_input.name() + ": " + std::to_string(m_info.channels) +
                                                       " channels are not supported");
-    if (m_info.sampleRate == 0)
+    }
+    if (m_info.sampleRate == 0) {
         throw MacError(ErrorNumber::SampleRate, m_input.name() + ": the sample rate is 0");
+    }
     const uint32_t largest = m_info.level == 5000 ? largestInsaneFrame : largestFrame;
-    if (m_info.blocksPerFrame == 0 || m_info.blocksPerFrame > largest)
+    if (m_info.blocksPerFrame == 0 || m_info.blocksPerFrame > largest) {
         refuse("the frame length makes no sense");
+    }
     if (m_info.totalFrames == 0 || m_info.totalFrames > largestFrameCount || m_info.finalFrameBlocks == 0 ||
-        m_info.finalFrameBlocks > m_info.blocksPerFrame)
+        m_info.finalFrameBlocks > m_info.blocksPerFrame) {
         refuse("the number of samples makes no sense");
+    }
 }
 
 void ApeReader::readSeekTable(Range table)
 {
     // There may be more entries than frames.
     const uint64_t used = 4 * uint64_t{m_info.totalFrames};
-    if (table.size < used || table.end() > m_input.size())
+    if (table.size < used || table.end() > m_input.size()) {
         refuse("its seek table is too short");
+    }
     std::vector<uint8_t> bytes(static_cast<std::size_t>(used));
     readExactly(table.offset, bytes);
     m_frameStarts.reserve(m_info.totalFrames);
@@ -136,8 +152,9 @@ void ApeReader::readSeekTable(Range table)
     for (std::size_t at = 0; at < bytes.size(); at += 4) {
         const uint32_t entry = readLe32(&bytes[at]);
         // Only the lower half of a position is stored.
-        if (entry < previous)
+        if (entry < previous) {
             high += uint64_t{1} << 32;
+        }
         previous = entry;
         m_frameStarts.push_back(m_start + high + entry);
     }
@@ -147,15 +164,18 @@ void ApeReader::finishLayout(uint64_t frameDataEnd, uint64_t tailSize)
 {
     const uint64_t headersEnd = std::max(m_wavHeader.end(), m_seekTable.end());
     if (m_frameStarts.front() < headersEnd || frameDataEnd + tailSize > m_input.size() ||
-        m_frameStarts.back() > frameDataEnd)
+        m_frameStarts.back() > frameDataEnd) {
         refuse("it ends before the audio does");
+    }
     m_dataEnd = frameDataEnd;
     m_tail = {frameDataEnd, tailSize};
     m_content = {m_wavHeader.offset, m_tail.end() - m_wavHeader.offset};
-    if (m_info.flags & flagsForeignHeader)
+    if (m_info.flags & flagsForeignHeader) {
         m_wavHeader.size = m_tail.size = 0;
-    if (m_info.flags & flagNoWavHeader)
+    }
+    if (m_info.flags & flagNoWavHeader) {
         m_wavHeader.size = 0;
+    }
 }
 
 uint64_t ApeReader::frameEnd(uint32_t frame) const
@@ -170,8 +190,9 @@ FrameBytes ApeReader::frameBytes(uint32_t frame) const
 
 void ApeReader::readExactly(uint64_t offset, std::span<uint8_t> destination) const
 {
-    if (m_input.readAt(offset, destination) != destination.size())
+    if (m_input.readAt(offset, destination) != destination.size()) {
         refuse("it is cut short");
+    }
 }
 
 void ApeReader::refuse(const char *why) const

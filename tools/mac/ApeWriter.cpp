@@ -28,8 +28,9 @@ void ApeWriter::write(std::span<const uint8_t> frameData)
 void ApeWriter::writeTail(std::span<const uint8_t> bytes)
 {
     m_tailSize += bytes.size();
-    if (m_tailSize > std::numeric_limits<uint32_t>::max())
+    if (m_tailSize > std::numeric_limits<uint32_t>::max()) {
         throw MacError(ErrorNumber::InputTooLarge, "what follows the audio is larger than a file can hold");
+    }
     m_md5.add(bytes);
     m_output.write(bytes);
 }
@@ -40,8 +41,9 @@ void ApeWriter::finish(const StreamInfo &info, std::span<const uint64_t> frameSt
     const uint64_t dataStart =
         descriptorBytes + headerBytes + m_descriptor.seekTableSize + m_descriptor.wavHeaderSize;
     std::vector<uint8_t> seekTable(m_descriptor.seekTableSize);
-    for (std::size_t i = 0; i < frameStarts.size(); ++i)
+    for (std::size_t i = 0; i < frameStarts.size(); ++i) {
         tools::writeLe32(&seekTable[4 * i], static_cast<uint32_t>(dataStart + frameStarts[i]));
+    }
     const auto header = serialiseHeader(info);
     m_md5.add(header);
     m_md5.add(seekTable);

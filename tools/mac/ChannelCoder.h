@@ -19,29 +19,33 @@ public:
     ChannelCoder(std::span<const FilterShape> filters, uint16_t version, FilterKernel kernel)
     {
         m_filters.reserve(filters.size());
-        for (const FilterShape &shape : filters)
+        for (const FilterShape &shape : filters) {
             m_filters.emplace_back(shape, version < versionDescriptor, kernel);
+        }
     }
 
     void reset()
     {
         m_predictor.reset();
-        for (AdaptiveFilter &filter : m_filters)
+        for (AdaptiveFilter &filter : m_filters) {
             filter.reset();
+        }
     }
 
     int32_t encode(int32_t value, int32_t other, Arithmetic arithmetic = {})
     {
         int32_t residual = m_predictor.encode(value, other, arithmetic.widePrediction);
-        for (AdaptiveFilter &filter : m_filters)
+        for (AdaptiveFilter &filter : m_filters) {
             residual = filter.encode(residual, arithmetic.wideRounding);
+        }
         return residual;
     }
 
     int32_t decode(int32_t residual, int32_t other, Arithmetic arithmetic)
     {
-        for (auto filter = m_filters.rbegin(); filter != m_filters.rend(); ++filter)
+        for (auto filter = m_filters.rbegin(); filter != m_filters.rend(); ++filter) {
             residual = filter->decode(residual, arithmetic.wideRounding);
+        }
         return m_predictor.decode(residual, other, arithmetic.widePrediction);
     }
 

@@ -33,13 +33,15 @@ std::optional<CommandLine> CommandLine::parse(std::span<const std::string> argum
     CommandLine result;
     if (arguments.size() == 2) {
         const bool modeFirst = isWholeMode(arguments[0], 'v');
-        if (!modeFirst && !isWholeMode(arguments[1], 'v'))
+        if (!modeFirst && !isWholeMode(arguments[1], 'v')) {
             return std::nullopt;
+        }
         result.input = arguments[modeFirst ? 1 : 0];
         return result;
     }
-    if (arguments.size() != 3)
+    if (arguments.size() != 3) {
         return std::nullopt;
+    }
     result.input = arguments[0];
     result.output = arguments[1];
     if (isWholeMode(arguments[2], 'd')) {
@@ -47,8 +49,9 @@ std::optional<CommandLine> CommandLine::parse(std::span<const std::string> argum
     } else if (isMode(arguments[2], 'c')) {
         result.mode = Mode::Compress;
         result.level = levelOf(arguments[2]);
-        if (!result.level)
+        if (!result.level) {
             return std::nullopt;
+        }
     } else {
         return std::nullopt;
     }

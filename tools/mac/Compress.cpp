@@ -6,9 +6,9 @@
 #include "FrameEncoder.h"
 #include "FramePacker.h"
 #include "MacError.h"
-#include "SpoolFile.h"
 #include "common/InputStream.h"
 #include "common/OutputFile.h"
+#include "common/SpoolFile.h"
 #include "common/WavReader.h"
 
 #include <optional>
@@ -28,12 +28,14 @@ std::string folderOf(const std::string &path)
 
 StreamInfo infoFor(const tools::WavFormat &format, const Level &level)
 {
-    if (format.bytesPerSample() > 3)
+    if (format.bytesPerSample() > 3) {
         throw MacError(ErrorNumber::BitDepth, "only 8, 16 and 24 bits per sample are supported, not " +
                                                   std::to_string(format.bitsPerSample));
-    if (format.channels > 2)
+    }
+    if (format.channels > 2) {
         throw MacError(ErrorNumber::ChannelCount,
                        "only one or two channels are supported, not " + std::to_string(format.channels));
+    }
     StreamInfo info;
     info.level = level.number;
     info.channels = format.channels;
@@ -63,21 +65,24 @@ public:
         const auto frames = static_cast<uint32_t>((audioBytes + frameBytes - 1) / frameBytes);
         ApeWriter writer(output, frames, m_wav.header());
         const std::vector<uint64_t> starts = encodeAll(writer);
-        if (m_audioBytes != audioBytes)
+        if (m_audioBytes != audioBytes) {
             throw MacError(ErrorNumber::Read, "the input changed while it was read");
+        }
         writeEnd(writer, starts);
     }
 
     /// For a source of uncertain length: the frames wait in a temporary file beside the output.
     void writeSpooled(tools::OutputFile &output, const std::string &folder)
     {
-        SpoolFile spool(folder);
+        tools::SpoolFile spool(folder);
         const std::vector<uint64_t> starts = encodeAll(spool);
         const bool keepHeader = headerStates(m_audioBytes) && !m_wav.endedEarly();
-        if (!keepHeader)
+        if (!keepHeader) {
             m_info.flags = flagNoWavHeader;
-        if (m_wav.endedEarly())
+        }
+        if (m_wav.endedEarly()) {
             printMessage("\nmac: the input ends before the audio that its header states\n");
+        }
         ApeWriter writer(output, m_info.totalFrames,
                          keepHeader ? std::span<const uint8_t>(m_wav.header()) : std::span<const uint8_t>());
         spool.copyTo(writer);
@@ -108,18 +113,21 @@ std::vector<uint64_t> Compressor::encodeAll(tools::ByteSink &sink)
     std::vector<uint8_t> pcm(std::size_t{m_info.blocksPerFrame} * m_info.blockBytes());
     for (;;) {
         const std::size_t got = numbered(ErrorNumber::Read, [&] { return m_wav.readAudio(pcm); });
-        if (got == 0)
+        if (got == 0) {
             break;
-        if (m_info.totalFrames == largestFrameCount)
+        }
+        if (m_info.totalFrames == largestFrameCount) {
             throw MacError(ErrorNumber::InputTooLarge, "the input is too long");
+        }
         packer.add(m_encoder.encode(std::span<const uint8_t>(pcm).first(got)));
         m_audioBytes += got;
         ++m_info.totalFrames;
         m_info.finalFrameBlocks = static_cast<uint32_t>(got / m_info.blockBytes());
         m_progress.update(m_audioBytes, m_wav.audioBytes().value_or(0));
     }
-    if (m_info.totalFrames == 0)
+    if (m_info.totalFrames == 0) {
         throw MacError(ErrorNumber::InputTooSmall, "the input holds no audio");
+    }
     packer.finish();
     return packer.frameStarts();
 }
@@ -129,8 +137,9 @@ void Compressor::writeEnd(ApeWriter &writer, std::span<const uint64_t> starts)
     std::vector<uint8_t> piece(std::size_t{64} * 1024);
     while (const std::size_t got = numbered(ErrorNumber::Read, [&] {
                return m_info.flags & flagNoWavHeader ? 0 : m_wav.readTrailing(piece);
-           }))
+           })) {
         writer.writeTail(std::span<const uint8_t>(piece).first(got));
+    }
     writer.finish(m_info, starts);
 }
 
@@ -145,17 +154,22 @@ void compress(const std::string &inputPath, const std::string &outputPath, const
         input.emplace(inputPath);
         wav.emplace(*input);
     });
+    if (input->isFile(outputPath)) {
+        throw MacError(ErrorNumber::InvalidOutput, "input and output are the same file");
+    }
     Compressor compressor(*wav, level, progress);
     std::optional<tools::OutputFile> output;
     numbered(ErrorNumber::InvalidOutput, [&] { output.emplace(outputPath); });
-    if (!output->canRewrite())
+    if (!output->canRewrite()) {
         throw MacError(ErrorNumber::InvalidOutput, "the output must be a file");
+    }
     numbered(ErrorNumber::Write, [&] {
         const auto audioBytes = wav->audioBytes();
-        if (input->size() && audioBytes && *audioBytes > 0 && compressor.headerStates(*audioBytes))
+        if (input->size() && audioBytes && *audioBytes > 0 && compressor.headerStates(*audioBytes)) {
             compressor.writeDirectly(*output, *audioBytes);
-        else
+        } else {
             compressor.writeSpooled(*output, folderOf(outputPath));
+        }
         output->commit();
     });
 }

@@ -27,8 +27,9 @@ void readRange(const RandomInput &input, ApeReader::Range range, const Take &tak
     while (range.size > 0) {
         const auto wanted = static_cast<std::size_t>(std::min<uint64_t>(range.size, piece.size()));
         const std::size_t got = input.readAt(range.offset, std::span(piece).first(wanted));
-        if (got == 0)
+        if (got == 0) {
             throw MacError(ErrorNumber::Read, input.name() + " became shorter while it was read");
+        }
         take(std::span<const uint8_t>(piece).first(got));
         range.offset += got;
         range.size -= got;
@@ -48,23 +49,26 @@ public:
 
     void advance(uint64_t offset)
     {
-        if (!m_reader.digest() || offset <= m_position)
+        if (!m_reader.digest() || offset <= m_position) {
             return;
+        }
         add({m_position, offset - m_position});
         m_position = offset;
     }
 
     void finish()
     {
-        if (!m_reader.digest())
+        if (!m_reader.digest()) {
             return;
+        }
         const auto [content, header, seekTable] = m_reader.digestRanges();
         advance(content.end());
         add(header);
         add(seekTable);
-        if (m_md5.finish() != *m_reader.digest())
+        if (m_md5.finish() != *m_reader.digest()) {
             throw MacError(ErrorNumber::Checksum,
                            m_input.name() + ": the file does not match its MD5 checksum");
+        }
     }
 
 private:
@@ -127,20 +131,25 @@ void decompress(const RandomInput &input, tools::ByteSink &output, TimedProgress
     const StreamInfo &info = reader.info();
     const Take write = [&](std::span<const uint8_t> bytes) { output.write(bytes); };
     const bool hasHeader = reader.wavHeader().size > 0;
-    if (hasHeader)
+    if (hasHeader) {
         readRange(input, reader.wavHeader(), write);
-    else
+    } else {
         output.write(newWavHeader(info, reader.tail().size));
+    }
     decodeFrames(input, reader, progress, write);
     readRange(input, reader.tail(), write);
     const bool oddLength = info.totalBlocks() * info.blockBytes() % 2 != 0;
-    if (!hasHeader && reader.tail().size == 0 && oddLength)
+    if (!hasHeader && reader.tail().size == 0 && oddLength) {
         output.write(std::vector<uint8_t>(1));
+    }
 }
 
 void decompress(const std::string &inputPath, const std::string &outputPath, TimedProgress &progress)
 {
     const RandomInput input(inputPath);
+    if (input.isFile(outputPath)) {
+        throw MacError(ErrorNumber::InvalidOutput, "input and output are the same file");
+    }
     std::optional<tools::OutputFile> output;
     numbered(ErrorNumber::InvalidOutput, [&] { output.emplace(outputPath); });
     numbered(ErrorNumber::Write, [&] {

@@ -71,8 +71,9 @@ __attribute__((target("avx2"))) int32_t avx2Kernel(int16_t *coefficients, const 
         odd =
             _mm256_add_epi32(odd, avx2Part(coefficients + i + 16, history + i + 16, steps + i + 16, factor));
     }
-    if (i < count)
+    if (i < count) {
         even = _mm256_add_epi32(even, avx2Part(coefficients + i, history + i, steps + i, factor));
+    }
     even = _mm256_add_epi32(even, odd);
     __m128i sum = _mm_add_epi32(_mm256_castsi256_si128(even), _mm256_extracti128_si256(even, 1));
     sum = _mm_add_epi32(sum, _mm_shuffle_epi32(sum, _MM_SHUFFLE(1, 0, 3, 2)));
@@ -87,8 +88,9 @@ std::vector<NamedKernel> findKernels()
     std::vector<NamedKernel> kernels{{"portable", portableKernel}};
 #if defined(__x86_64__)
     kernels.push_back({"SSE2", sse2Kernel});
-    if (__builtin_cpu_supports("avx2"))
+    if (__builtin_cpu_supports("avx2")) {
         kernels.push_back({"AVX2", avx2Kernel});
+    }
 #endif
     return kernels;
 }

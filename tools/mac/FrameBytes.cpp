@@ -48,8 +48,9 @@ void FrameBytes::fill(uint64_t logicalStart)
 void FrameBytes::refill()
 {
     const uint64_t position = m_windowStart + static_cast<uint64_t>(m_next - m_window.data());
-    if (position > m_end + stride)
+    if (position > m_end + stride) {
         throw MacError(ErrorNumber::DecodingFrame, "a frame needs more data than it has");
+    }
     fill(std::min(position, m_end));
 }
 

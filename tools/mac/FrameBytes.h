@@ -25,8 +25,9 @@ public:
     /// ended long ago.
     void prepare()
     {
-        if (m_next > m_refillMark)
+        if (m_next > m_refillMark) {
             refill();
+        }
     }
 
     static constexpr std::size_t stride = 64;

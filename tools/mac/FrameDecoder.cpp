@@ -24,8 +24,9 @@ template <bool Quotients> int32_t getResidual(ResidualDecoder &residuals, RangeD
 uint32_t getWord(FrameBytes &bytes)
 {
     uint32_t word = 0;
-    for (int i = 0; i < 4; ++i)
+    for (int i = 0; i < 4; ++i) {
         word = word << 8 | bytes.next();
+    }
     return word;
 }
 
@@ -46,18 +47,22 @@ void FrameDecoder::decode(FrameBytes &bytes, std::span<uint8_t> pcm)
     for (const Arithmetic way : {present, Arithmetic{false, false}, Arithmetic{true, false},
                                  Arithmetic{false, true}, Arithmetic{true, true}}) {
         const bool needless = way.widePrediction && m_info.bitsPerSample < 24;
-        if (failure && (way == present || needless))
+        if (failure && (way == present || needless)) {
             continue;
+        }
         m_arithmetic = way;
         try {
             bytes.rewind();
-            if (tryDecode(bytes, pcm))
+            if (tryDecode(bytes, pcm)) {
                 return;
-            if (!failure)
+            }
+            if (!failure) {
                 failure.emplace(ErrorNumber::Checksum, "a frame's audio does not match its checksum");
+            }
         } catch (const MacError &error) {
-            if (!failure)
+            if (!failure) {
                 failure = error;
+            }
         }
     }
     m_arithmetic = present;
@@ -80,22 +85,25 @@ void FrameDecoder::fillFrame(uint32_t flags, FrameBytes &bytes, std::span<uint8_
     }
     withSampleFormat(m_info.bitsPerSample, [&](auto format) {
         using Format = decltype(format);
-        if (m_info.version >= 3990)
+        if (m_info.version >= 3990) {
             decodeAudio<Format, true>(flags, bytes, pcm);
-        else
+        } else {
             decodeAudio<Format, false>(flags, bytes, pcm);
+        }
     });
 }
 
 template <typename Format, bool Quotients>
 void FrameDecoder::decodeAudio(uint32_t flags, FrameBytes &bytes, std::span<uint8_t> pcm)
 {
-    for (ChannelCoder &coder : m_coders)
+    for (ChannelCoder &coder : m_coders) {
         coder.reset();
-    if (m_info.channels == 1 || (flags & frameEqualChannels))
+    }
+    if (m_info.channels == 1 || (flags & frameEqualChannels)) {
         decodeSingle<Format, Quotients>(bytes, pcm);
-    else
+    } else {
         decodePair<Format, Quotients>(bytes, pcm);
+    }
 }
 
 template <typename Format, bool Quotients>
@@ -109,8 +117,9 @@ void FrameDecoder::decodeSingle(FrameBytes &bytes, std::span<uint8_t> pcm)
         bytes.prepare();
         const int32_t residual = getResidual<Quotients>(residuals, range);
         Format::store(&pcm[at], coder.decode(residual, 0, m_arithmetic));
-        if (m_info.channels == 2)
+        if (m_info.channels == 2) {
             std::copy_n(&pcm[at], Format::bytes, &pcm[at + Format::bytes]);
+        }
     }
 }
 

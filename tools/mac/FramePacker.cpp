@@ -24,8 +24,9 @@ uint64_t FramePacker::finish()
 void FramePacker::writeWords(std::size_t bytes)
 {
     const auto end = m_pending.begin() + static_cast<std::ptrdiff_t>(bytes);
-    for (auto word = m_pending.begin(); word != end; word += 4)
+    for (auto word = m_pending.begin(); word != end; word += 4) {
         std::reverse(word, word + 4);
+    }
     m_sink.write(std::span<const uint8_t>(m_pending).first(bytes));
     m_pending.erase(m_pending.begin(), end);
 }

@@ -12,8 +12,9 @@ namespace {
 
 void check(int result)
 {
-    if (result != 1)
+    if (result != 1) {
         throw MacError(ErrorNumber::Undefined, "the cryptographic library computes no MD5");
+    }
 }
 
 } // namespace

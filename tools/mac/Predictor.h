@@ -70,15 +70,18 @@ inline uint32_t Predictor::predict(uint32_t other, bool wide)
     m_cross = {filteredOther, filteredOther - m_cross[0], m_cross[1], m_cross[2], m_cross[3]};
     m_crossSigns = {signOf(m_cross[0]), signOf(m_cross[1]), m_crossSigns[1], m_crossSigns[2],
                     m_crossSigns[3]};
-    if (wide)
+    if (wide) {
         return widePrediction();
+    }
 
     uint32_t own = 0;
-    for (std::size_t i = 0; i < m_own.size(); ++i)
+    for (std::size_t i = 0; i < m_own.size(); ++i) {
         own += m_own[i] * m_ownWeights[i];
+    }
     uint32_t cross = 0;
-    for (std::size_t i = 0; i < m_cross.size(); ++i)
+    for (std::size_t i = 0; i < m_cross.size(); ++i) {
         cross += m_cross[i] * m_crossWeights[i];
+    }
     const uint32_t sum = own + static_cast<uint32_t>(static_cast<int32_t>(cross) >> 1);
     return static_cast<uint32_t>(static_cast<int32_t>(sum) >> 10);
 }
@@ -90,11 +93,13 @@ inline uint32_t Predictor::widePrediction() const
     };
     // Sums of products below 2^62 in magnitude: unsigned, so that damaged data stays defined.
     uint64_t own = 0;
-    for (std::size_t i = 0; i < m_own.size(); ++i)
+    for (std::size_t i = 0; i < m_own.size(); ++i) {
         own += static_cast<uint64_t>(product(m_own[i], m_ownWeights[i]));
+    }
     uint64_t cross = 0;
-    for (std::size_t i = 0; i < m_cross.size(); ++i)
+    for (std::size_t i = 0; i < m_cross.size(); ++i) {
         cross += static_cast<uint64_t>(product(m_cross[i], m_crossWeights[i]));
+    }
     const uint64_t sum = own + static_cast<uint64_t>(static_cast<int64_t>(cross) >> 1);
     return static_cast<uint32_t>(static_cast<int64_t>(sum) >> 10);
 }
@@ -102,10 +107,12 @@ inline uint32_t Predictor::widePrediction() const
 inline void Predictor::finish(uint32_t value, uint32_t filtered, int32_t residual)
 {
     const int32_t sign = (residual > 0) - (residual < 0);
-    for (std::size_t i = 0; i < m_ownWeights.size(); ++i)
+    for (std::size_t i = 0; i < m_ownWeights.size(); ++i) {
         m_ownWeights[i] += static_cast<uint32_t>(sign * m_ownSigns[i]);
-    for (std::size_t i = 0; i < m_crossWeights.size(); ++i)
+    }
+    for (std::size_t i = 0; i < m_crossWeights.size(); ++i) {
         m_crossWeights[i] += static_cast<uint32_t>(sign * m_crossSigns[i]);
+    }
     m_previousFiltered = filtered;
     m_previousValue = value;
 }

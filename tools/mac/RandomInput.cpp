@@ -3,8 +3,8 @@
 #include "RandomInput.h"
 
 #include "MacError.h"
-#include "SpoolFile.h"
 #include "common/InputStream.h"
+#include "common/SpoolFile.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -20,8 +20,9 @@ RandomInput::RandomInput(const std::string &path)
 {
     m_descriptor =
         path == "-" ? ::fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 3) : ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    if (m_descriptor < 0)
+    if (m_descriptor < 0) {
         throw MacError(ErrorNumber::InvalidInput, "cannot open " + m_name + ": " + std::strerror(errno));
+    }
     useDescriptor();
 }
 
@@ -34,8 +35,9 @@ RandomInput::RandomInput(std::span<const uint8_t> bytes)
 
 RandomInput::~RandomInput()
 {
-    if (m_descriptor >= 0)
+    if (m_descriptor >= 0) {
         ::close(m_descriptor);
+    }
 }
 
 void RandomInput::useDescriptor()
@@ -46,16 +48,24 @@ void RandomInput::useDescriptor()
         ::posix_fadvise(m_descriptor, 0, 0, POSIX_FADV_SEQUENTIAL);
         return;
     }
-    SpoolFile copy(SpoolFile::defaultFolder());
+    numbered(ErrorNumber::Write, [this] { copyToFile(); });
+}
+
+void RandomInput::copyToFile()
+{
+    tools::SpoolFile copy;
     std::vector<uint8_t> piece(std::size_t{64} * 1024);
     for (;;) {
         const ssize_t got = ::read(m_descriptor, piece.data(), piece.size());
-        if (got < 0 && errno == EINTR)
+        if (got < 0 && errno == EINTR) {
             continue;
-        if (got < 0)
+        }
+        if (got < 0) {
             throw MacError(ErrorNumber::Read, "cannot read " + m_name + ": " + std::strerror(errno));
-        if (got == 0)
+        }
+        if (got == 0) {
             break;
+        }
         copy.write(std::span<const uint8_t>(piece).first(static_cast<std::size_t>(got)));
     }
     m_size = copy.size();
@@ -63,10 +73,16 @@ void RandomInput::useDescriptor()
     m_descriptor = copy.release();
 }
 
+bool RandomInput::isFile(const std::string &path) const
+{
+    return tools::InputStream::isFile(m_descriptor, path);
+}
+
 std::size_t RandomInput::readAt(uint64_t offset, std::span<uint8_t> destination) const
 {
-    if (offset >= m_size)
+    if (offset >= m_size) {
         return 0;
+    }
     destination =
         destination.first(static_cast<std::size_t>(std::min<uint64_t>(destination.size(), m_size - offset)));
     if (m_descriptor < 0) {
@@ -78,12 +94,15 @@ std::size_t RandomInput::readAt(uint64_t offset, std::span<uint8_t> destination)
     while (done < destination.size()) {
         const ssize_t got = ::pread(m_descriptor, destination.data() + done, destination.size() - done,
                                     static_cast<off_t>(offset + done));
-        if (got < 0 && errno == EINTR)
+        if (got < 0 && errno == EINTR) {
             continue;
-        if (got < 0)
+        }
+        if (got < 0) {
             throw MacError(ErrorNumber::Read, "cannot read " + m_name + ": " + std::strerror(errno));
-        if (got == 0)
+        }
+        if (got == 0) {
             break;
+        }
         done += static_cast<std::size_t>(got);
     }
     return done;

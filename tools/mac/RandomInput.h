@@ -25,10 +25,13 @@ public:
     /// Fills destination as far as the input reaches; returns how many bytes that were.
     std::size_t readAt(uint64_t offset, std::span<uint8_t> destination) const;
     uint64_t size() const { return m_size; }
+    /// True when path is the very file this reads.
+    bool isFile(const std::string &path) const;
     const std::string &name() const { return m_name; }
 
 private:
     void useDescriptor();
+    void copyToFile();
 
     std::string m_name;
     int m_descriptor = -1;

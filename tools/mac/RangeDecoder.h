@@ -28,8 +28,9 @@ public:
         normalise();
         const uint32_t step = m_range >> 16;
         const uint32_t frequency = m_low / step;
-        if (frequency > 65535)
+        if (frequency > 65535) {
             throwDamaged();
+        }
         const uint32_t symbol = table.find(frequency);
         m_low -= step * table.start(symbol);
         m_range = step * table.width(symbol);
@@ -66,8 +67,9 @@ private:
     uint32_t takeQuotient(uint32_t total)
     {
         const uint32_t value = m_low / m_range;
-        if (value >= total)
+        if (value >= total) {
             throwDamaged();
+        }
         m_low -= m_range * value;
         return value;
     }

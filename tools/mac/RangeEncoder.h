@@ -55,18 +55,20 @@ private:
     /// Bytes of 255 wait: a carry may still turn them into zeros.
     void emitTop()
     {
-        if (m_low < 0x7F800000)
+        if (m_low < 0x7F800000) {
             emit(0, static_cast<uint8_t>(m_low >> 23));
-        else if (m_low >= 0x80000000)
+        } else if (m_low >= 0x80000000) {
             emit(1, static_cast<uint8_t>(m_low >> 23));
-        else
+        } else {
             ++m_waiting;
+        }
     }
     void emit(uint8_t carry, uint8_t next)
     {
         m_output.push_back(static_cast<uint8_t>(m_pending + carry));
-        if (m_waiting > 0)
+        if (m_waiting > 0) {
             m_output.insert(m_output.end(), m_waiting, static_cast<uint8_t>(carry - 1));
+        }
         m_waiting = 0;
         m_pending = next;
     }

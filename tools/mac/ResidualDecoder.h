@@ -45,14 +45,16 @@ public:
             high = 0;
         }
         uint32_t folded = coder.getBits(std::min(bits, 16));
-        if (bits > 16)
+        if (bits > 16) {
             folded |= coder.getBits(bits - 16) << 16;
+        }
         folded += high << bits;
         m_mean.update(folded);
-        if (m_bits > 0 && m_mean.sum() < 1U << (m_bits + 4))
+        if (m_bits > 0 && m_mean.sum() < 1U << (m_bits + 4)) {
             --m_bits;
-        else if (m_bits < 27 && m_mean.sum() >= 1U << (m_bits + 5))
+        } else if (m_bits < 27 && m_mean.sum() >= 1U << (m_bits + 5)) {
             ++m_bits;
+        }
         return unfold(folded);
     }
 

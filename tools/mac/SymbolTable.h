@@ -16,12 +16,14 @@ public:
 
     constexpr explicit SymbolTable(const std::array<uint16_t, 21> &widths)
     {
-        for (std::size_t symbol = 0; symbol < 64; ++symbol)
+        for (std::size_t symbol = 0; symbol < 64; ++symbol) {
             m_starts[symbol + 1] = m_starts[symbol] + (symbol < widths.size() ? widths[symbol] : 1U);
+        }
         std::size_t symbol = 0;
         for (uint32_t slot = 0; slot < m_firstSymbols.size(); ++slot) {
-            while (m_starts[symbol + 1] <= slot << slotBits)
+            while (m_starts[symbol + 1] <= slot << slotBits) {
                 ++symbol;
+            }
             m_firstSymbols[slot] = static_cast<uint8_t>(symbol);
         }
     }
@@ -32,8 +34,9 @@ public:
     constexpr uint32_t find(uint32_t frequency) const
     {
         uint32_t symbol = m_firstSymbols[frequency >> slotBits];
-        while (m_starts[symbol + 1] <= frequency)
+        while (m_starts[symbol + 1] <= frequency) {
             ++symbol;
+        }
         return symbol;
     }
 

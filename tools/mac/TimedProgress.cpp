@@ -22,13 +22,15 @@ std::string TimedProgress::piece(double share, double elapsedSeconds)
 
 void TimedProgress::update(uint64_t done, uint64_t total)
 {
-    if (total == 0 || done == 0)
+    if (total == 0 || done == 0) {
         return;
+    }
     // 100 is kept for finish(), when the output is known to be complete.
     const double share = std::min(static_cast<double>(done) / static_cast<double>(total), 0.999);
     const int percent = static_cast<int>(share * 100);
-    if (percent <= m_printed)
+    if (percent <= m_printed) {
         return;
+    }
     m_printed = percent;
     print(share);
 }
@@ -40,8 +42,9 @@ void TimedProgress::finish()
 
 void TimedProgress::print(double share)
 {
-    if (!m_enabled)
+    if (!m_enabled) {
         return;
+    }
     const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - m_start;
     printMessage(piece(share, elapsed.count()));
 }

@@ -5,8 +5,8 @@
 #include "Decompress.h"
 #include "MacError.h"
 #include "TimedProgress.h"
+#include "common/ToolMain.h"
 
-#include <csignal>
 #include <exception>
 #include <new>
 #include <string>
@@ -51,14 +51,11 @@ void run(const CommandLine &command)
 
 int main(int argc, char **argv)
 {
-    // A reader that goes away, and a limit on file sizes, are reported by the write.
-    std::signal(SIGPIPE, SIG_IGN);
-    std::signal(SIGXFSZ, SIG_IGN);
+    kruv::tools::prepareProcess();
     const std::vector<std::string> arguments(argv + 1, argv + argc);
-    printMessage("Monkey's Audio coder of Kruv " KRUV_VERSION "\n");
     const auto command = CommandLine::parse(arguments);
     if (!command) {
-        printMessage(CommandLine::usage());
+        printMessage("Monkey's Audio coder of Kruv " KRUV_VERSION "\n" + CommandLine::usage());
         return usageStatus;
     }
     try {

@@ -72,6 +72,8 @@ TEST_F(Program, SpeaksInTheShapesItsCallersRead)
     EXPECT_TRUE(std::is_sorted(shares.begin(), shares.end()));
     EXPECT_EQ(shares.back(), 100.0);
     EXPECT_EQ(outcome.err.find("Error"), std::string::npos);
+    // Callers look for the first digit of what has arrived, which must be the percentage's.
+    EXPECT_EQ(outcome.err.find_first_of("0123456789"), outcome.err.find("Progress: ") + 10);
     EXPECT_EQ(TimedProgress::piece(0.125, 0.5),
               "Progress: 12.5% (3.5 seconds remaining, 4.0 seconds total)          \r");
 }
@@ -101,9 +103,24 @@ TEST_F(Program, UsesStandardInputAndOutput)
     EXPECT_TRUE(Bytes(outcome.out.begin(), outcome.out.end()) == image);
 }
 
+TEST_F(Program, KeepsItsMessagesOutOfTheAudio)
+{
+    // The output file would get the number of a closed stream.
+    EXPECT_EQ(run("OUT.ape BACK.wav -d >&- 2>&-").status, 0);
+    EXPECT_TRUE(readFile(folder / "back.wav") == image);
+    EXPECT_NE(run("OUT.ape - -d >&-").status, 0);
+}
+
 TEST_F(Program, LeavesNothingHalfDoneBehind)
 {
     const std::vector<std::string> before = folder.entries();
+    for (const char *arguments : {"IN.wav ./in.wav -c1000", "OUT.ape ./out.ape -d"}) {
+        const Outcome same = runShell("cd " + shellWord(folder.path().string()) + "; ln " + shellWord(wav) +
+                                      " in.wav; ln " + shellWord(ape) + " out.ape; " + command(arguments) +
+                                      "; status=$?; rm in.wav out.ape; exit $status");
+        EXPECT_NE(same.err.find("Error: 1003"), std::string::npos) << same.err;
+        EXPECT_NE(same.status, 0);
+    }
     // A full disk, as a limit on the size of files: the program sees a failing write.
     const Outcome full = runShell("ulimit -f 50; " + command("OUT.ape BACK.wav -d"));
     EXPECT_NE(full.err.find("Error: 1001"), std::string::npos) << full.err;

@@ -1,0 +1,77 @@
+# SPDX-FileCopyrightText: 2026 The Kruv developers
+# SPDX-License-Identifier: GPL-3.0-or-later
+
+# What goes beside the program in a prefix, and the Debian package. `cpack -G DEB` in the build folder makes it.
+
+set(dist ${CMAKE_CURRENT_SOURCE_DIR}/dist)
+
+foreach(tool IN ITEMS aacplusenc dvda mac shorten ttaenc)
+  if(TARGET ${tool})
+    install(TARGETS ${tool} DESTINATION ${CMAKE_INSTALL_LIBEXECDIR}/kruv)
+  endif()
+endforeach()
+
+if(KRUV_GUI)
+  install(FILES ${dist}/org.kruv.Kruv.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
+  install(FILES ${dist}/org.kruv.Kruv.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
+  install(FILES ${dist}/org.kruv.Kruv.mime.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/mime/packages
+          RENAME org.kruv.Kruv.xml)
+  set(icons ${CMAKE_INSTALL_DATADIR}/icons/hicolor)
+  install(FILES ${dist}/icons/org.kruv.Kruv.svg DESTINATION ${icons}/scalable/apps)
+  foreach(size IN ITEMS 16 22 24 32 48 64 128 256)
+    install(FILES ${dist}/icons/org.kruv.Kruv-${size}.png DESTINATION ${icons}/${size}x${size}/apps
+            RENAME org.kruv.Kruv.png)
+  endforeach()
+endif()
+
+# The page is packed as distributions want it; `man` reads either.
+find_program(KRUV_GZIP gzip REQUIRED)
+set(page ${CMAKE_CURRENT_BINARY_DIR}/kruv.1.gz)
+add_custom_command(OUTPUT ${page}
+  COMMAND ${KRUV_GZIP} -9nc ${dist}/kruv.1 > ${page}
+  DEPENDS ${dist}/kruv.1
+  VERBATIM)
+add_custom_target(kruv_manual ALL DEPENDS ${page})
+install(FILES ${page} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+
+set(completions ${dist}/completions)
+install(FILES ${completions}/kruv.bash DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME kruv)
+install(FILES ${completions}/_kruv DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions)
+install(FILES ${completions}/kruv.fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
+
+install(FILES README.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(FILES ${dist}/copyright DESTINATION ${CMAKE_INSTALL_DOCDIR})
+
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_NAME kruv)
+set(CPACK_PACKAGE_VENDOR "The Kruv developers")
+set(CPACK_PACKAGE_CONTACT "The Kruv developers <kruv@localhost>")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "convert, verify and keep collections of lossless audio")
+set(CPACK_PACKAGE_DESCRIPTION
+  "Kruv turns lists of audio files into jobs, runs the codec tools that do the
+work, many at a time, and keeps tags, checksums and originals safe on the way.
+It has a window and a command line.")
+set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+set(CPACK_STRIP_FILES ON)
+set(CPACK_VERBATIM_VARIABLES ON)
+# The package's links name the places of the distribution's tools, whatever the machine it is made on has.
+set(CPACK_PRE_BUILD_SCRIPTS ${CMAKE_CURRENT_LIST_DIR}/KruvPackageLinks.cmake)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_SECTION sound)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_DEPENDS flac)
+if(KRUV_GUI)
+  # Without it the window finds no display: the library that needs it only recommends it.
+  string(APPEND CPACK_DEBIAN_PACKAGE_DEPENDS ", qt6-qpa-plugins, hicolor-icon-theme")
+endif()
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS
+  "shntool, wavpack, lame, opus-tools, sox, icedax, genisoimage, atomicparsley")
+set(CPACK_DEBIAN_PACKAGE_SUGGESTS "qt6-wayland")
+include(CPack)
+
+if(KRUV_TESTS)
+  add_test(NAME Documentation.NamesEveryFlag COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/tests/dist/documentation.sh
+    $<TARGET_FILE:kruv> ${dist})
+  set_tests_properties(Documentation.NamesEveryFlag PROPERTIES TIMEOUT 60 LABELS engine
+    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;DBUS_SESSION_BUS_ADDRESS=disabled:")
+endif()

@@ -1,0 +1,13 @@
+# SPDX-FileCopyrightText: 2026 The Kruv developers
+# SPDX-License-Identifier: GPL-3.0-or-later
+
+# Run by CPack over what it is about to pack: in the resources folder, each tool that is linked as it is links to where
+# Debian's packages put it. One that is not installed there counts as missing when the program looks.
+file(GLOB_RECURSE adapters ${CPACK_TEMPORARY_DIRECTORY}/*/libexec/kruv/kruv-adapters)
+foreach(program IN LISTS adapters)
+  cmake_path(GET program PARENT_PATH folder)
+  foreach(tool IN ITEMS metaflac lame opusenc opusdec wavpack AtomicParsley sox)
+    file(REMOVE ${folder}/${tool})
+    file(CREATE_LINK /usr/bin/${tool} ${folder}/${tool} SYMBOLIC)
+  endforeach()
+endforeach()

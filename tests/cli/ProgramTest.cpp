@@ -1,0 +1,391 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "platform/Resources.h"
+#include "support/Audio.h"
+#include "support/Files.h"
+#include "support/QtPrinters.h"
+#include "support/Wait.h"
+
+#include <QDir>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+
+#include <csignal>
+#include <functional>
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace kruv::test {
+
+namespace {
+
+struct Outcome
+{
+    int status = -1;
+    QByteArray out;
+    QByteArray err;
+};
+
+/// The built program as a person runs it, with a home of its own.
+class Program : public testing::Test
+{
+protected:
+    std::unique_ptr<QProcess> start(const QStringList &arguments, const std::function<void()> &inChild = {})
+    {
+        auto process = std::make_unique<QProcess>();
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"HOME"_s, folder.path());
+        environment.insert(u"XDG_CONFIG_HOME"_s, folder.path());
+        environment.insert(u"KRUV_RESOURCES"_s, resources);
+        process->setProcessEnvironment(environment);
+        process->setWorkingDirectory(music);
+        process->setStandardInputFile(QProcess::nullDevice());
+        if (inChild) {
+            process->setChildProcessModifier(inChild);
+        }
+        process->start(program, arguments);
+        return process;
+    }
+    Outcome end(QProcess &process)
+    {
+        constexpr int longest = 60'000; // milliseconds
+        EXPECT_TRUE(process.state() == QProcess::NotRunning || process.waitForFinished(longest));
+        return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
+                process.readAllStandardOutput(), process.readAllStandardError()};
+    }
+    Outcome run(const QStringList &arguments, const std::function<void()> &inChild = {})
+    {
+        return end(*start(arguments, inChild));
+    }
+    Outcome encode(const QStringList &more)
+    {
+        return run(QStringList{u"encode"_s, u"--to"_s, u"flac"_s} + more);
+    }
+    void shell(const QString &name, const QByteArray &script)
+    {
+        resources = folder.makeFolder(u"resources"_s);
+        const QString path = folder.write(u"resources/"_s + name, "#!/bin/sh\n" + script);
+        QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    }
+    QString wav(const QString &name, std::size_t frames = 500)
+    {
+        writeWav(music + u'/' + name, {.frames = frames});
+        return music + u'/' + name;
+    }
+    QStringList files(const QString &filter) const
+    {
+        return QDir(music).entryList({filter}, QDir::Files, QDir::Name);
+    }
+
+    TemporaryFolder folder;
+    QString music = folder.makeFolder(u"music"_s);
+    QString resources = resourcesFolder();
+    QString program = QStringLiteral(KRUV_PROGRAM);
+};
+
+std::vector<QJsonObject> objects(const QByteArray &text)
+{
+    std::vector<QJsonObject> found;
+    EXPECT_TRUE(text.endsWith('\n'));
+    for (const QByteArray &line : text.chopped(1).split('\n')) {
+        const QJsonDocument document = QJsonDocument::fromJson(line);
+        EXPECT_TRUE(document.isObject()) << line.constData();
+        found.push_back(document.object());
+    }
+    return found;
+}
+
+bool runs(const QByteArray &process)
+{
+    QFile stat(u"/proc/%1/stat"_s.arg(QString::fromLatin1(process)));
+    return stat.open(QIODevice::ReadOnly) && !stat.readAll().contains(") Z ");
+}
+
+} // namespace
+
+TEST_F(Program, EachCommandExplainsItself)
+{
+    for (const char16_t *command : {u"encode", u"decode", u"verify", u"checksum", u"tools", u"demo"}) {
+        const Outcome help = run({QStringView(command).toString(), u"--help"_s});
+        EXPECT_EQ(help.status, 0);
+        EXPECT_GT(help.out.size(), 150) << help.out.constData();
+        EXPECT_EQ(help.err, QByteArray());
+        EXPECT_TRUE(run({u"--help"_s}).out.contains(QStringView(command).toString().toUtf8()));
+    }
+    EXPECT_TRUE(run({u"--version"_s}).out.startsWith("kruv "));
+}
+
+TEST_F(Program, WrongUsageIsOneHelpfulLine)
+{
+    const QString a = wav(u"a.wav"_s);
+    const QString empty = folder.makeFolder(u"empty"_s);
+    folder.makeFolder(u"taken"_s);
+    folder.write(u"taken/a.flac"_s, "x");
+    struct Case
+    {
+        QStringList arguments;
+        QByteArray hint;
+    };
+    for (const Case &each :
+         {Case{{u"checksum"_s}, "subcommand"}, Case{{u"frob"_s}, "frob"},
+          Case{{u"encode"_s, u"--to"_s, u"flac"_s}, "paths"},
+          Case{{u"encode"_s, u"--beside-source"_s, a}, "--to"},
+          Case{{u"encode"_s, u"--to"_s, u"mp9"_s, u"--beside-source"_s, a}, "it can be flac"},
+          Case{{u"encode"_s, u"--to"_s, u"shn"_s, u"--beside-source"_s, a}, "can't make SHN yet"},
+          Case{{u"encode"_s, u"--to"_s, u"flac"_s, u"--level"_s, u"9"_s, a}, "0 to 8"},
+          Case{{u"encode"_s, u"--to"_s, u"flac"_s, u"--jobs"_s, u"0"_s, a}, "--jobs"},
+          Case{{u"encode"_s, u"--to"_s, u"flac"_s, a}, "--beside-source"},
+          Case{{u"encode"_s, u"--to"_s, u"flac"_s, u"-o"_s, a, a}, "is a file"},
+          Case{{u"encode"_s, u"--to"_s, u"flac"_s, u"-o"_s, folder.file(u"no\nne"_s), a}, "mkdir -p"},
+          Case{{u"encode"_s, u"--to"_s, u"flac"_s, u"--beside-source"_s, u"--delete-originals"_s, a},
+               "--yes"},
+          Case{{u"encode"_s, u"--to"_s, u"flac"_s, u"-o"_s, folder.file(u"taken"_s), a}, "--overwrite"},
+          Case{{u"encode"_s, u"--to"_s, u"flac"_s, u"--beside-source"_s, empty},
+               "nothing in the given paths"},
+          Case{{u"decode"_s, u"--to"_s, u"flac"_s, u"--beside-source"_s, a}, "wav or aiff"},
+          Case{{u"verify"_s}, "paths"}, Case{{u"demo"_s, music}, "not empty"}}) {
+        const Outcome outcome = run(each.arguments);
+        EXPECT_EQ(outcome.status, 2) << each.hint.constData();
+        EXPECT_EQ(outcome.out, QByteArray());
+        EXPECT_EQ(outcome.err.count('\n'), 1) << outcome.err.constData();
+        EXPECT_TRUE(outcome.err.contains(each.hint)) << outcome.err.constData();
+    }
+    EXPECT_EQ(QDir(music).entryList(QDir::Files), QStringList{u"a.wav"_s});
+}
+
+TEST_F(Program, JsonTellsEverythingInOrder)
+{
+    constexpr int count = 24;
+    for (int index = 1; index <= count; ++index) {
+        wav(u"%1.wav"_s.arg(index));
+    }
+    const Outcome outcome = encode({u"--beside-source"_s, u"--json"_s, u"--jobs"_s, u"1"_s, music});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.err, QByteArray());
+    QStringList order;
+    QString running;
+    const auto lines = objects(outcome.out);
+    for (const QJsonObject &line : lines) {
+        const QString event = line[u"event"].toString();
+        const QString input = QFileInfo(line[u"input"].toString()).fileName();
+        if (event == u"started") {
+            EXPECT_EQ(running, QString()) << "two jobs at once";
+            running = input;
+            order << input;
+        } else if (event == u"ended") {
+            EXPECT_EQ(std::exchange(running, {}), input);
+            EXPECT_EQ(line[u"status"].toString(), u"complete"_s);
+            EXPECT_TRUE(QFile::exists(line[u"output"].toString()));
+        }
+    }
+    ASSERT_EQ(order.size(), count);
+    EXPECT_EQ(order[1], u"2.wav"_s);
+    EXPECT_EQ(order[9], u"10.wav"_s);
+    EXPECT_EQ(lines.back()[u"event"].toString(), u"summary"_s);
+    EXPECT_EQ(lines.back()[u"complete"].toInt(), count);
+
+    const Outcome failed = encode({u"--beside-source"_s, u"--json"_s, folder.write(u"music/bad.wav"_s, "x")});
+    EXPECT_EQ(failed.status, 1);
+    const auto last = objects(failed.out);
+    EXPECT_EQ(last.back()[u"error"].toInt(), 1);
+    EXPECT_EQ(last[last.size() - 2][u"status"].toString(), u"error"_s);
+    EXPECT_FALSE(last[last.size() - 2][u"message"].toString().isEmpty());
+}
+
+TEST_F(Program, FailuresNameTheFileAndTheOthersFinish)
+{
+    const QString big = wav(u"big.wav"_s, 44100);
+    wav(u"small.wav"_s);
+    const auto onSmallDisk = [] {
+        std::signal(SIGXFSZ, SIG_IGN);
+        const rlimit limit{20'000, 20'000};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    };
+    const Outcome full = run(
+        {u"encode"_s, u"--to"_s, u"flac"_s, u"--beside-source"_s, u"--delete-originals"_s, u"-y"_s, music},
+        onSmallDisk);
+    EXPECT_EQ(full.status, 1);
+    EXPECT_TRUE(full.err.contains("failed " + big.toUtf8()) && full.err.contains("Free some space"))
+        << full.err.constData();
+    EXPECT_EQ(files(u"*"_s), (QStringList{u"big.wav"_s, u"small.flac"_s}));
+
+    const Outcome readOnly = encode({u"-o"_s, u"/proc"_s, big});
+    EXPECT_EQ(readOnly.status, 1);
+    EXPECT_TRUE(readOnly.err.contains("Check that the output folder")) << readOnly.err.constData();
+
+    ASSERT_TRUE(QFile::link(u"/proc/self/mem"_s, music + u"/unreadable.wav"_s));
+    const Outcome several = encode({u"--beside-source"_s, u"missing.wav"_s, u"unreadable.wav"_s, big});
+    EXPECT_EQ(several.status, 1);
+    EXPECT_TRUE(several.err.contains("missing.wav: no such file")) << several.err.constData();
+    EXPECT_TRUE(several.err.contains("failed " + music.toUtf8() + "/unreadable.wav\n  "));
+    EXPECT_TRUE(QFile::exists(music + u"/big.flac"_s));
+    EXPECT_EQ(several.out, QByteArray()) << "only results belong there";
+
+    QFile::remove(music + u"/big.flac"_s);
+    resources = folder.makeFolder(u"nothing"_s);
+    const Outcome missingTool = encode({u"--beside-source"_s, big});
+    EXPECT_EQ(missingTool.status, 1);
+    EXPECT_TRUE(missingTool.err.contains("flac") && missingTool.err.contains("package"))
+        << missingTool.err.constData();
+    EXPECT_TRUE(run({u"tools"_s}).out.contains("install the package flac"));
+}
+
+TEST_F(Program, FilesOfOtherKindsAreNoFailure)
+{
+    // Longer than the half second after which the window tells of refused files.
+    shell(u"flac"_s, "sleep 0.7\nfor last; do :; done\necho x > \"$last\"\n");
+    folder.write(u"music/cover.jpg"_s, "x");
+    wav(u"a.wav"_s);
+    const Outcome outcome = encode({u"--beside-source"_s, music});
+    EXPECT_EQ(outcome.status, 0) << outcome.err.constData();
+    EXPECT_EQ(outcome.err.count("jpg"), 1);
+    EXPECT_FALSE(outcome.err.contains("recognized"));
+}
+
+TEST_F(Program, VerifyTellsGoodFromDamaged)
+{
+    wav(u"good.wav"_s, 20'000);
+    EXPECT_EQ(encode({u"--beside-source"_s, music}).status, 0);
+    const Outcome good = run({u"verify"_s, u"good.flac"_s});
+    EXPECT_EQ(good.status, 0);
+    EXPECT_TRUE(good.out.contains("good.flac: ok\n")) << good.out.constData();
+
+    QByteArray bytes = readFile(music + u"/good.flac"_s);
+    bytes[bytes.size() / 2] = static_cast<char>(~bytes[bytes.size() / 2]);
+    folder.write(u"music/bad.flac"_s, bytes);
+    const Outcome both = run({u"verify"_s, u"--quiet"_s, u"bad.flac"_s, u"good.flac"_s});
+    EXPECT_EQ(both.status, 1);
+    EXPECT_TRUE(both.out.contains("good.flac: ok\n"));
+    EXPECT_TRUE(both.out.contains("bad.flac: *** Got error code")) << both.out.constData();
+}
+
+TEST_F(Program, NamesOnTheCommandLineAreTakenAsTheyAre)
+{
+    wav(u"-x.wav"_s);
+    wav(u"decode"_s + u".wav"_s);
+    wav(u"new\nline.wav"_s);
+    EXPECT_EQ(encode({u"--beside-source"_s, u"--"_s, u"-x.wav"_s, u"decode.wav"_s}).status, 0);
+    EXPECT_EQ(files(u"*.flac"_s), (QStringList{u"-x.flac"_s, u"decode.flac"_s}));
+    const Outcome outcome = encode({u"--beside-source"_s, u"new\nline.wav"_s});
+    EXPECT_TRUE(outcome.err.contains("new?line.flac\n")) << outcome.err.constData();
+
+    const QByteArray script = "\"$0\" encode --to flac --beside-source \"$(printf 'l\\351t.wav')\"";
+    QProcess shellProcess;
+    shellProcess.start(u"/bin/sh"_s, {u"-c"_s, QString::fromLatin1(script), program});
+    const Outcome notUtf8 = end(shellProcess);
+    EXPECT_EQ(notUtf8.status, 1);
+    EXPECT_TRUE(notUtf8.err.contains("not valid UTF-8"));
+}
+
+TEST_F(Program, AClosedPipeStopsNoJob)
+{
+    for (int index = 0; index < 6; ++index) {
+        wav(u"%1.wav"_s.arg(index));
+    }
+    const QString real = std::exchange(program, u"/bin/sh"_s);
+    const Outcome outcome =
+        run({u"-c"_s, u"\"$0\" encode --to flac --beside-source --json . | head -c 1"_s, real});
+    EXPECT_EQ(outcome.out, QByteArray("{"));
+    EXPECT_TRUE(waitUntil([this] { return files(u"*.flac"_s).size() == 6; }));
+}
+
+TEST_F(Program, ColourIsForTerminalsThatWantIt)
+{
+    folder.write(u"music/bad.wav"_s, "x");
+    const QString command = u" encode --to flac --beside-source bad.wav"_s;
+    const auto onTerminal = [&](const QString &prefix, const QString &suffix) {
+        QProcess script;
+        script.setWorkingDirectory(music);
+        script.setStandardInputFile(QProcess::nullDevice());
+        script.start(u"script"_s,
+                     {u"-qec"_s, prefix + u"'"_s + QStringLiteral(KRUV_PROGRAM) + u"'"_s + command + suffix,
+                      u"/dev/null"_s});
+        const Outcome outcome = end(script);
+        EXPECT_EQ(outcome.status, 1);
+        EXPECT_TRUE(outcome.out.contains("bad.wav")) << outcome.out.constData();
+        return outcome.out;
+    };
+    EXPECT_TRUE(onTerminal({}, {}).contains("\x1b[31mfailed"));
+    EXPECT_FALSE(onTerminal(u"NO_COLOR=1 "_s, {}).contains("\x1b[31m"));
+    EXPECT_FALSE(onTerminal({}, u" --no-color"_s).contains("\x1b[31m"));
+    EXPECT_FALSE(encode({u"--beside-source"_s, u"bad.wav"_s}).err.contains("\x1b"));
+}
+
+TEST_F(Program, DemoAndToolsWork)
+{
+    const Outcome demo = run({u"demo"_s, folder.file(u"demo album"_s)});
+    EXPECT_EQ(demo.status, 0) << demo.err.constData();
+    EXPECT_EQ(QDir(folder.file(u"demo album"_s)).entryList(QDir::Files).size(), 7);
+    EXPECT_EQ(demo.out.count(": ok\n"), 3);
+    const Outcome onFile = run({u"demo"_s, folder.write(u"file"_s, "x") + u"/below"_s});
+    EXPECT_EQ(onFile.status, 2);
+
+    EXPECT_TRUE(run({u"tools"_s}).out.contains("flac"));
+    int found = 0;
+    for (const QJsonObject &tool : objects(run({u"tools"_s, u"--json"_s}).out)) {
+        EXPECT_FALSE(tool[u"for"].toString().isEmpty());
+        found += tool[u"tool"].toString() == u"flac" && tool[u"version"].toString().startsWith(u"1.");
+    }
+    EXPECT_EQ(found, 1);
+}
+
+/// A program with 50 files queued whose tool waits for the file "release".
+class Interruption : public Program
+{
+protected:
+    void SetUp() override
+    {
+        shell(u"flac"_s, "for last; do :; done\necho part > \"$last\"\necho $$ >> '" + m_log.toUtf8() +
+                             "'\nwhile [ ! -e '" + folder.file(u"release"_s).toUtf8() +
+                             "' ]; do sleep 0.02; done\n");
+        for (int index = 0; index < 50; ++index) {
+            wav(u"%1.wav"_s.arg(index), 1);
+        }
+        process = start({u"encode"_s, u"--to"_s, u"flac"_s, u"--beside-source"_s, u"--delete-originals"_s,
+                         u"--yes"_s, music});
+        ASSERT_TRUE(waitUntil([this] { return tools().size() == 2; }));
+        interrupt("Waiting for 2 running job(s)");
+    }
+    QList<QByteArray> tools() const
+    {
+        return QFile::exists(m_log) ? readFile(m_log).trimmed().split('\n') : QList<QByteArray>();
+    }
+    void interrupt(const QByteArray &answer)
+    {
+        kill(static_cast<pid_t>(process->processId()), SIGINT);
+        EXPECT_TRUE(waitUntil([&] { return (m_said += process->readAllStandardError()).contains(answer); }))
+            << m_said.constData();
+    }
+    void expectCleanEnd()
+    {
+        EXPECT_EQ(end(*process).status, 130);
+        EXPECT_EQ(tools().size(), 2) << "nothing new may start";
+        for (const QByteArray &tool : tools()) {
+            EXPECT_TRUE(waitUntil([&] { return !runs(tool); })) << "an orphan is left";
+        }
+        EXPECT_EQ(files(u"*.wav"_s).size(), 50) << "originals stay";
+    }
+    std::unique_ptr<QProcess> process;
+
+private:
+    QString m_log = folder.file(u"log"_s);
+    QByteArray m_said;
+};
+
+TEST_F(Interruption, OnceLetsTheRunningToolsFinish)
+{
+    folder.write(u"release"_s, "");
+    expectCleanEnd();
+}
+
+TEST_F(Interruption, TwiceEndsAtOnce)
+{
+    interrupt("/0.flac\n");
+    expectCleanEnd();
+}
+
+} // namespace kruv::test

@@ -1,0 +1,249 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "platform/DesktopNotifier.h"
+#include "platform/LauncherBadge.h"
+#include "platform/PrivateBus.h"
+#include "platform/SleepInhibitor.h"
+#include "support/QtPrinters.h"
+#include "support/Wait.h"
+
+#include <QDBusConnectionInterface>
+#include <QDBusContext>
+#include <QDBusMessage>
+
+#include <gtest/gtest.h>
+#include <memory>
+
+namespace kruv::test {
+
+namespace {
+
+/// Stands in for the desktop's services: notes each call, and answers it, refuses it or stays silent.
+class FakeDesktop : public QObject, protected QDBusContext
+{
+    Q_OBJECT
+public:
+    enum Manner { Answers, Refuses, AnswersLater };
+    Manner manner = Answers;
+    QList<QDBusMessage> calls;
+
+    QStringList methods() const
+    {
+        QStringList names;
+        for (const QDBusMessage &call : calls) {
+            names.append(call.member());
+        }
+        return names;
+    }
+
+protected:
+    uint take()
+    {
+        calls.append(message());
+        if (manner == Refuses) {
+            sendErrorReply(QDBusError::AccessDenied, QStringLiteral("no"));
+        }
+        if (manner == AnswersLater) {
+            setDelayedReply(true);
+        }
+        return m_cookie;
+    }
+
+    const uint m_cookie = 77;
+};
+
+class FakeNotifications : public FakeDesktop
+{
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Notifications")
+public Q_SLOTS:
+    uint Notify(const QString &, uint, const QString &, const QString &, const QString &, const QStringList &,
+                const QVariantMap &, int)
+    {
+        return take();
+    }
+};
+
+class FakeScreenSaver : public FakeDesktop
+{
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.ScreenSaver")
+public Q_SLOTS:
+    uint Inhibit(const QString &, const QString &) { return take(); }
+    void UnInhibit(uint) { calls.append(message()); }
+};
+
+class FakeLauncher : public QObject
+{
+    Q_OBJECT
+public:
+    explicit FakeLauncher(QDBusConnection bus)
+    {
+        connected = bus.connect(QString(), QString(), QStringLiteral("com.canonical.Unity.LauncherEntry"),
+                                QStringLiteral("Update"), this, SLOT(update(QString, QVariantMap)));
+    }
+    bool connected = false;
+    QStringList addresses;
+    QList<QVariantMap> updates;
+
+public Q_SLOTS:
+    void update(const QString &address, const QVariantMap &properties)
+    {
+        addresses.append(address);
+        updates.append(properties);
+    }
+};
+
+/// Puts a service on the bus, or takes it off, and returns when the bus knows.
+class DesktopServicesTest : public testing::Test
+{
+protected:
+    void SetUp() override { ASSERT_TRUE(m_bus.runs()) << "dbus-daemon is needed"; }
+
+    template <typename Service> std::unique_ptr<Service> serve(const QString &name, const QString &path)
+    {
+        auto service = std::make_unique<Service>();
+        QDBusConnection theirs = m_bus.theirs();
+        EXPECT_TRUE(theirs.registerObject(path, service.get(), QDBusConnection::ExportAllSlots));
+        EXPECT_TRUE(theirs.registerService(name));
+        return service;
+    }
+    std::unique_ptr<FakeNotifications> serveNotifications()
+    {
+        return serve<FakeNotifications>(m_notifications, QStringLiteral("/org/freedesktop/Notifications"));
+    }
+    std::unique_ptr<FakeScreenSaver> serveScreenSaver()
+    {
+        return serve<FakeScreenSaver>(QStringLiteral("org.freedesktop.ScreenSaver"),
+                                      QStringLiteral("/org/freedesktop/ScreenSaver"));
+    }
+
+    /// Takes an assertion as soon as the bus has told that there is a service.
+    static std::uint32_t assertOnce(SleepInhibitor &inhibitor)
+    {
+        std::optional<std::uint32_t> id;
+        EXPECT_TRUE(
+            waitUntil([&] { return (id = inhibitor.createAssertion(QStringLiteral("job"))).has_value(); }));
+        return id.value_or(0);
+    }
+
+    PrivateBus m_bus;
+    const QString m_notifications = QStringLiteral("org.freedesktop.Notifications");
+};
+
+TEST_F(DesktopServicesTest, NotifiesWhileTheServiceIsThere)
+{
+    DesktopNotifier notifier(m_bus.ours());
+    EXPECT_FALSE(notifier.notify(QStringLiteral("too early")));
+    const auto service = serveNotifications();
+    ASSERT_TRUE(waitUntil([&] { return notifier.notify(QStringLiteral("Done <b>100 %</b>")); }));
+    ASSERT_TRUE(waitUntil([&] { return !service->calls.isEmpty(); }));
+    const QDBusMessage call = service->calls.constFirst();
+    EXPECT_EQ(call.signature(), QStringLiteral("susssasa{sv}i"));
+    EXPECT_EQ(call.arguments().value(3).toString(), QStringLiteral("Done <b>100 %</b>"));
+
+    ASSERT_TRUE(m_bus.theirs().unregisterService(m_notifications));
+    EXPECT_TRUE(waitUntil([&] { return !notifier.notify(QStringLiteral("late")); }));
+}
+
+TEST_F(DesktopServicesTest, TellsOfARefusedNotification)
+{
+    const auto service = serveNotifications();
+    service->manner = FakeDesktop::Refuses;
+    DesktopNotifier notifier(m_bus.ours());
+    int refused = 0;
+    QObject::connect(&notifier, &DesktopNotifier::refused, &notifier, [&] { ++refused; });
+    ASSERT_TRUE(waitUntil([&] { return notifier.notify(QStringLiteral("Done")); }));
+    EXPECT_TRUE(waitUntil([&] { return refused == 1; }));
+}
+
+TEST_F(DesktopServicesTest, InhibitsUntilReleased)
+{
+    const auto service = serveScreenSaver();
+    SleepInhibitor inhibitor(m_bus.ours());
+    const std::uint32_t id = assertOnce(inhibitor);
+    ASSERT_TRUE(waitUntil([&] { return service->calls.size() == 1; }));
+    EXPECT_EQ(service->calls[0].arguments(), QVariantList({QStringLiteral("Kruv"), QStringLiteral("job")}));
+    inhibitor.releaseAssertion(id);
+    inhibitor.releaseAssertion(id);
+    inhibitor.releaseAssertion(id + 1);
+    ASSERT_TRUE(waitUntil([&] { return service->calls.size() > 1; }));
+    serveEvents();
+    EXPECT_EQ(service->methods(), QStringList({QStringLiteral("Inhibit"), QStringLiteral("UnInhibit")}));
+    EXPECT_EQ(service->calls[1].arguments(), QVariantList({77U}));
+}
+
+TEST_F(DesktopServicesTest, GivesBackAnAssertionReleasedBeforeTheAnswer)
+{
+    const auto service = serveScreenSaver();
+    service->manner = FakeDesktop::AnswersLater;
+    SleepInhibitor inhibitor(m_bus.ours());
+    inhibitor.releaseAssertion(assertOnce(inhibitor));
+    ASSERT_TRUE(waitUntil([&] { return service->calls.size() == 1; }));
+    EXPECT_TRUE(m_bus.theirs().send(service->calls[0].createReply(QVariant(5U))));
+    ASSERT_TRUE(waitUntil([&] { return service->calls.size() == 2; }));
+    EXPECT_EQ(service->calls[1].member(), QStringLiteral("UnInhibit"));
+    EXPECT_EQ(service->calls[1].arguments(), QVariantList({5U}));
+}
+
+TEST_F(DesktopServicesTest, GivesNothingBackThatWasRefused)
+{
+    const auto service = serveScreenSaver();
+    service->manner = FakeDesktop::Refuses;
+    SleepInhibitor inhibitor(m_bus.ours());
+    const std::uint32_t refused = assertOnce(inhibitor);
+    ASSERT_TRUE(waitUntil([&] { return service->calls.size() == 1; }));
+    inhibitor.releaseAssertion(refused);
+    service->manner = FakeDesktop::Answers;
+    inhibitor.releaseAssertion(assertOnce(inhibitor));
+    ASSERT_TRUE(waitUntil([&] { return service->calls.size() == 3; }));
+    EXPECT_EQ(service->methods().join(u' '), QStringLiteral("Inhibit Inhibit UnInhibit"));
+}
+
+TEST_F(DesktopServicesTest, SendsGatheredBadgesAndClearsTheLast)
+{
+    const FakeLauncher launcher(m_bus.theirs());
+    ASSERT_TRUE(launcher.connected);
+    {
+        LauncherBadge badge(m_bus.ours());
+        constexpr int jobs = 1000;
+        for (int count = 1; count <= jobs; ++count) {
+            badge.setCount(count);
+            badge.setProgress(static_cast<double>(count) / (2 * jobs));
+        }
+        ASSERT_TRUE(waitUntil([&] { return !launcher.updates.isEmpty(); }));
+        const QVariantMap shown{{QStringLiteral("count"), qint64{jobs}},
+                                {QStringLiteral("count-visible"), true},
+                                {QStringLiteral("progress"), 0.5},
+                                {QStringLiteral("progress-visible"), true}};
+        EXPECT_EQ(launcher.updates, QList<QVariantMap>({shown}));
+        EXPECT_EQ(launcher.updates[0].value(QStringLiteral("count")).typeId(), QMetaType::LongLong);
+        EXPECT_EQ(launcher.addresses[0], QStringLiteral("application://org.kruv.Kruv.desktop"));
+    }
+    ASSERT_TRUE(waitUntil([&] { return launcher.updates.size() > 1; }));
+    EXPECT_EQ(launcher.updates[1].value(QStringLiteral("count-visible")), QVariant(false));
+    EXPECT_EQ(launcher.updates[1].value(QStringLiteral("progress-visible")), QVariant(false));
+}
+
+TEST(DesktopServicesWithoutABusTest, DoLessAndSayNothing)
+{
+    const QDBusConnection none(QStringLiteral("no such connection"));
+    DesktopNotifier notifier(none);
+    SleepInhibitor inhibitor(none);
+    LauncherBadge badge(none);
+    badge.setCount(3);
+    badge.setProgress(2.0);
+    testing::internal::CaptureStderr();
+    serveEvents();
+    EXPECT_FALSE(notifier.notify(QStringLiteral("Done")));
+    EXPECT_FALSE(inhibitor.createAssertion(QStringLiteral("job")));
+    inhibitor.releaseAssertion(1);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
+} // namespace
+
+} // namespace kruv::test
+
+#include "DesktopServicesTest.moc"
