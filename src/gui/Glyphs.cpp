@@ -10,6 +10,8 @@
 #include <QPalette>
 #include <QPixmap>
 
+#include <algorithm>
+
 namespace kruv {
 
 namespace {
@@ -24,16 +26,6 @@ QPainterPath cross()
     path.lineTo(12, 19);
     path.moveTo(5, 12);
     path.lineTo(19, 12);
-    return path;
-}
-
-QPainterPath emptiedList()
-{
-    QPainterPath path;
-    path.moveTo(7, 7);
-    path.lineTo(17, 17);
-    path.moveTo(17, 7);
-    path.lineTo(7, 17);
     return path;
 }
 
@@ -103,8 +95,6 @@ QPainterPath outline(Glyph glyph)
     switch (glyph) {
     case Glyph::Add:
         return cross();
-    case Glyph::Clear:
-        return emptiedList();
     case Glyph::DropFiles:
         return filesIntoTray();
     case Glyph::General:

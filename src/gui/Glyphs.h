@@ -9,7 +9,7 @@ namespace kruv {
 
 /// Our own icons, drawn as outlines in the palette's text colour: crisp at every scale, readable on light and
 /// dark.
-enum class Glyph { Add, Clear, DropFiles, General, Metadata, Advanced };
+enum class Glyph { Add, DropFiles, General, Metadata, Advanced };
 
 QIcon glyphIcon(Glyph glyph);
 

@@ -11,6 +11,8 @@
 #include "gui/PromptStyle.h"
 #include "gui/QueueProgress.h"
 #include "gui/StatusPanel.h"
+#include "platform/DesktopNotifier.h"
+#include "platform/LauncherBadge.h"
 
 #include <QApplication>
 #include <QFileDialog>
@@ -50,6 +52,13 @@ QMessageBox::ButtonRole roleOf(const QString &word, int index, int harmless)
 
 } // namespace
 
+/// The desktop's services, reached for with the first job and not while the window opens.
+struct GuiUserInterface::Desktop
+{
+    DesktopNotifier notifier;
+    LauncherBadge badge;
+};
+
 GuiUserInterface::GuiUserInterface(Preferences &preferences)
     : m_preferences(preferences)
 {
@@ -64,6 +73,10 @@ void GuiUserInterface::attach(QWidget *mainWindow, KruvTaskQueue &queue)
     m_mainWindow = mainWindow;
     m_queue = &queue;
     m_progress = std::make_unique<QueueProgress>(queue, nullptr);
+    connect(m_progress.get(), &QueueProgress::changed, this, [this] {
+        desktop().badge.setProgress(m_progress->isBusy() ? std::optional(m_progress->fraction())
+                                                         : std::nullopt);
+    });
 }
 
 void GuiUserInterface::leave()
@@ -244,11 +257,23 @@ void GuiUserInterface::openResultsWindow(const QString &text, const QString &tit
     window->show();
 }
 
-void GuiUserInterface::setBadge(int) {}
-
-bool GuiUserInterface::notify(const QString &)
+GuiUserInterface::Desktop &GuiUserInterface::desktop()
 {
-    return false;
+    if (!m_desktop) {
+        m_desktop = std::make_unique<Desktop>();
+        connect(&m_desktop->notifier, &DesktopNotifier::refused, this, &GuiUserInterface::requestAttention);
+    }
+    return *m_desktop;
+}
+
+void GuiUserInterface::setBadge(int count)
+{
+    desktop().badge.setCount(count);
+}
+
+bool GuiUserInterface::notify(const QString &title)
+{
+    return desktop().notifier.notify(title);
 }
 
 void GuiUserInterface::requestAttention()

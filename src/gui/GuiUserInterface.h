@@ -60,6 +60,8 @@ public:
     void requestAttention() override;
 
 private:
+    struct Desktop;
+    Desktop &desktop();
     QStringList runFileDialog(QFileDialog &dialog, const QString &folderKey);
     void updateStatusPanel();
     QWidget *dialogParent() const;
@@ -67,6 +69,7 @@ private:
     Preferences &m_preferences;
     QPointer<QWidget> m_mainWindow;
     KruvTaskQueue *m_queue = nullptr;
+    std::unique_ptr<Desktop> m_desktop;
     std::unique_ptr<QueueProgress> m_progress;
     std::unique_ptr<StatusPanel> m_statusPanel;
     // What the engine asks of the panel for each of thousands of jobs is done once per turn of the event

@@ -8,13 +8,22 @@
 #include "gui/FileDrop.h"
 #include "gui/GuiUserInterface.h"
 #include "gui/MainWindow.h"
+#include "platform/DesktopId.h"
+#include "platform/SleepInhibitor.h"
 #include "tasks/TaskPool.h"
 
 #include <QApplication>
+#include <QIcon>
 #include <QTimer>
 
 #include <cstdio>
 #include <cstdlib>
+
+/// Resources in a static library have to be asked for, from outside any namespace.
+static void initializeIcons()
+{
+    Q_INIT_RESOURCE(icons);
+}
 
 namespace kruv::WindowProgram {
 
@@ -35,6 +44,17 @@ void reportMissingDisplay(QtMsgType type, const QMessageLogContext &, const QStr
     }
 }
 
+/// The installed icon, or, where there is none, our own copy of it.
+QIcon applicationIcon()
+{
+    initializeIcons();
+    QIcon icon;
+    for (const int size : {16, 22, 24, 32, 48, 64, 128, 256}) {
+        icon.addFile(QStringLiteral(":/icons/%1.png").arg(size), QSize(size, size));
+    }
+    return QIcon::fromTheme(desktopId(), icon);
+}
+
 QStringList pathsOf(const QStringList &arguments)
 {
     QStringList paths;
@@ -52,11 +72,13 @@ int run(int argc, char **argv, const QString &tab, const QStringList &paths)
     QApplication application(argc, argv);
     qInstallMessageHandler(usual);
     QApplication::setQuitOnLastWindowClosed(false);
-    QApplication::setDesktopFileName(QStringLiteral("kruv"));
+    QApplication::setDesktopFileName(desktopId());
+    QApplication::setWindowIcon(applicationIcon());
 
     Preferences preferences(Preferences::userFile());
     GuiUserInterface userInterface(preferences);
-    KruvController controller(preferences, userInterface, nullptr);
+    SleepInhibitor power;
+    KruvController controller(preferences, userInterface, &power);
     controller.setIntakeInBackground(true);
     MainWindow window(controller, userInterface);
     QObject::connect(&window, &MainWindow::readyToEnd, &application, &QCoreApplication::quit,
