@@ -29,6 +29,8 @@
 
 namespace kruv::test {
 
+using namespace Qt::Literals::StringLiterals;
+
 class DialogsTest : public WindowTest
 {
 protected:
@@ -57,17 +59,17 @@ TEST_F(DialogsTest, PreferencesAreStoredAtOnce)
                      [&announced](int number) { announced = number; });
     threads->setValue(1);
     EXPECT_EQ(announced, 1);
-    EXPECT_EQ(preferences.integer(QStringLiteral("maxThreads")), 1);
+    EXPECT_EQ(preferences.integer(u"maxThreads"_s), 1);
 
     find<QCheckBox>(&panes, "warnOnDelete")->click();
-    EXPECT_FALSE(preferences.boolean(QStringLiteral("warnOnDelete")));
+    EXPECT_FALSE(preferences.boolean(u"warnOnDelete"_s));
     find<QAbstractButton>(&panes, "trashOrDelete Move to the trash")->click();
-    EXPECT_EQ(preferences.integer(QStringLiteral("trashOrDelete")), 1);
+    EXPECT_EQ(preferences.integer(u"trashOrDelete"_s), 1);
     auto *extension = find<QLineEdit>(&panes, "ffpExtension");
-    extension->setText(QStringLiteral("ffp"));
-    EXPECT_EQ(preferences.string(QStringLiteral("ffpExtension")), QStringLiteral("ffp"));
+    extension->setText(u"ffp"_s);
+    EXPECT_EQ(preferences.string(u"ffpExtension"_s), u"ffp"_s);
     find<QComboBox>(&panes, "incomingSurroundOrder")->setCurrentIndex(2);
-    EXPECT_EQ(preferences.string(QStringLiteral("incomingSurroundOrder")),
+    EXPECT_EQ(preferences.string(u"incomingSurroundOrder"_s),
               find<QComboBox>(&panes, "incomingSurroundOrder")->itemText(2));
 }
 
@@ -86,38 +88,38 @@ TEST_F(DialogsTest, PreferencesShowOnePaneAtATime)
     auto *tools = find<QTreeWidget>(&panes, "tools");
     ASSERT_TRUE(waitUntil([tools] { return tools->topLevelItemCount() > 0; }));
     EXPECT_EQ(tools->topLevelItemCount(), static_cast<int>(ToolCatalog::all().size()));
-    EXPECT_EQ(tools->topLevelItem(0)->text(0), QStringLiteral("flac"));
+    EXPECT_EQ(tools->topLevelItem(0)->text(0), u"flac"_s);
     EXPECT_NE(tools->topLevelItem(0)->text(1), QString());
 }
 
 TEST_F(DialogsTest, ResultsCanBeFoundCopiedAndSaved)
 {
-    const QString text = QStringLiteral("first.flac: ok\nsecond.flac: ERROR\n");
-    userInterface.openResultsWindow(text, QStringLiteral("Verify FLAC"));
-    userInterface.openResultsWindow(QStringLiteral("other"), QStringLiteral("Output"));
+    const QString text = u"first.flac: ok\nsecond.flac: ERROR\n"_s;
+    userInterface.openResultsWindow(text, u"Verify FLAC"_s);
+    userInterface.openResultsWindow(u"other"_s, u"Output"_s);
     OutputWindowController *results = resultsWindow(0);
     ASSERT_TRUE(results && resultsWindow(1));
     EXPECT_NE(results->pos(), resultsWindow(1)->pos());
     if (results->windowTitle() != u"Verify FLAC") {
         results = resultsWindow(1);
     }
-    EXPECT_EQ(results->windowTitle(), QStringLiteral("Verify FLAC"));
+    EXPECT_EQ(results->windowTitle(), u"Verify FLAC"_s);
     auto *view = find<QPlainTextEdit>(results, "outputText");
     EXPECT_EQ(view->toPlainText(), text);
-    EXPECT_EQ(view->font().family(), QStringLiteral("Courier"));
+    EXPECT_EQ(view->font().family(), u"Courier"_s);
     EXPECT_EQ(view->font().pointSize(), 10);
 
     results->activateWindow();
     QTest::keyClick(results, Qt::Key_F, Qt::ControlModifier);
     auto *field = find<QLineEdit>(results, "find");
-    QTest::keyClicks(field, QStringLiteral("error"));
-    EXPECT_EQ(view->textCursor().selectedText(), QStringLiteral("ERROR"));
-    QTest::keyClicks(field, QStringLiteral("x"));
+    QTest::keyClicks(field, u"error"_s);
+    EXPECT_EQ(view->textCursor().selectedText(), u"ERROR"_s);
+    QTest::keyClicks(field, u"x"_s);
     EXPECT_NE(field->palette().color(QPalette::Text), QApplication::palette().color(QPalette::Text));
 
     QTest::mouseClick(find<QPushButton>(results, "copyAll"), Qt::LeftButton);
     EXPECT_EQ(QApplication::clipboard()->text(), text);
-    const QString saved = folder.file(QStringLiteral("saved.txt"));
+    const QString saved = folder.file(u"saved.txt"_s);
     answerFileDialog(saved);
     QTest::mouseClick(find<QPushButton>(results, "saveAs"), Qt::LeftButton);
     EXPECT_EQ(readFile(saved), text.toUtf8());
@@ -128,20 +130,18 @@ TEST_F(DialogsTest, ResultsCanBeFoundCopiedAndSaved)
 TEST_F(DialogsTest, PromptsReturnWhatWasEnteredOrNothing)
 {
     withNextDialog([](QWidget *dialog) {
-        auto *field = dialog->findChild<QLineEdit *>(QStringLiteral("enteredText"));
-        EXPECT_EQ(field->text(), QStringLiteral("before"));
-        field->setText(QStringLiteral("after"));
+        auto *field = dialog->findChild<QLineEdit *>(u"enteredText"_s);
+        EXPECT_EQ(field->text(), u"before"_s);
+        field->setText(u"after"_s);
         QTest::keyClick(field, Qt::Key_Return);
     });
-    EXPECT_EQ(
-        userInterface.enterText(QStringLiteral("Title"), QStringLiteral("Message"), QStringLiteral("before")),
-        std::optional(QStringLiteral("after")));
+    EXPECT_EQ(userInterface.enterText(u"Title"_s, u"Message"_s, u"before"_s), std::optional(u"after"_s));
     withNextDialog([](QWidget *dialog) { QTest::keyClick(dialog, Qt::Key_Escape); });
-    EXPECT_EQ(userInterface.enterText({}, {}, QStringLiteral("before")), std::nullopt);
+    EXPECT_EQ(userInterface.enterText({}, {}, u"before"_s), std::nullopt);
 
     withNextDialog([](QWidget *dialog) {
-        dialog->findChild<QSpinBox *>(QStringLiteral("numberField"))->setValue(4);
-        dialog->findChild<QAbstractButton *>(QStringLiteral("positionMatrix End"))->click();
+        dialog->findChild<QSpinBox *>(u"numberField"_s)->setValue(4);
+        dialog->findChild<QAbstractButton *>(u"positionMatrix End"_s)->click();
         qobject_cast<QDialog *>(dialog)->accept();
     });
     const auto trimmed = userInterface.trimCharacters();
@@ -150,34 +150,22 @@ TEST_F(DialogsTest, PromptsReturnWhatWasEnteredOrNothing)
     EXPECT_EQ(trimmed->position, 1);
 
     UserInterface::CustomTagRows rows;
-    rows[7] = {QStringLiteral("MOOD"), QStringLiteral("calm")};
+    rows[7] = {u"MOOD"_s, u"calm"_s};
     const auto editLast = [](QWidget *dialog) {
-        auto *value = dialog->findChild<QLineEdit *>(QStringLiteral("customTagValueText8"));
-        EXPECT_EQ(value->text(), QStringLiteral("calm"));
-        value->setText(QStringLiteral("wild"));
+        auto *value = dialog->findChild<QLineEdit *>(u"customTagValueText8"_s);
+        EXPECT_EQ(value->text(), u"calm"_s);
+        value->setText(u"wild"_s);
     };
     withNextDialog([&](QWidget *dialog) {
         editLast(dialog);
         qobject_cast<QDialog *>(dialog)->reject();
     });
-    EXPECT_EQ(userInterface.editCustomTags(rows)[7].second, QStringLiteral("calm"));
+    EXPECT_EQ(userInterface.editCustomTags(rows)[7].second, u"calm"_s);
     withNextDialog([&](QWidget *dialog) {
         editLast(dialog);
         qobject_cast<QDialog *>(dialog)->accept();
     });
-    EXPECT_EQ(userInterface.editCustomTags(rows)[7].second, QStringLiteral("wild"));
-}
-
-TEST_F(DialogsTest, SavePathProposesANameAndMayBeCancelled)
-{
-    withNextDialog([](QWidget *dialog) {
-        auto *name = dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
-        EXPECT_EQ(name->text(), QStringLiteral("md5sum.md5"));
-        EXPECT_EQ(dialog->windowTitle(), QStringLiteral("Save md5 as..."));
-        QTest::keyClick(dialog, Qt::Key_Escape);
-    });
-    EXPECT_EQ(userInterface.savePath({}, QStringLiteral("Save md5 as..."), QStringLiteral("md5sum.md5")),
-              std::nullopt);
+    EXPECT_EQ(userInterface.editCustomTags(rows)[7].second, u"wild"_s);
 }
 
 TEST_F(DialogsTest, TextFieldsFollowTheirModelBothWays)
@@ -186,10 +174,10 @@ TEST_F(DialogsTest, TextFieldsFollowTheirModelBothWays)
     QWidget parent;
     auto *field = new QLineEdit(&parent);
     Bindings::bind(control, field);
-    control.setText(QStringLiteral("from the model"));
-    EXPECT_EQ(field->text(), QStringLiteral("from the model"));
-    field->setText(QStringLiteral("typed"));
-    EXPECT_EQ(control.text(), QStringLiteral("typed"));
+    control.setText(u"from the model"_s);
+    EXPECT_EQ(field->text(), u"from the model"_s);
+    field->setText(u"typed"_s);
+    EXPECT_EQ(control.text(), u"typed"_s);
     field->setCursorPosition(2);
     control.setEnabled(false);
     EXPECT_FALSE(field->isEnabled());

@@ -13,6 +13,8 @@
 
 namespace kruv::test {
 
+using namespace Qt::Literals::StringLiterals;
+
 using QuittingTest = WindowTest;
 
 TEST_F(QuittingTest, QuitsWithoutAQuestionWhenNothingRuns)
@@ -26,41 +28,39 @@ TEST_F(QuittingTest, QuitsWithoutAQuestionWhenNothingRuns)
 TEST_F(QuittingTest, AsksBeforeTheWindowCloses)
 {
     QSignalSpy ended(window.get(), &MainWindow::readyToEnd);
-    answerQuestion(QStringLiteral("No"));
+    answerQuestion(u"No"_s);
     window->close();
     EXPECT_TRUE(window->isVisible());
     EXPECT_EQ(ended.count(), 0);
-    answerQuestion(QStringLiteral("Yes"));
+    answerQuestion(u"Yes"_s);
     window->close();
     EXPECT_EQ(ended.count(), 1);
     ASSERT_EQ(questions.size(), 2U);
-    EXPECT_EQ(questions[0].title, QStringLiteral("Are you sure you want to quit?"));
+    EXPECT_EQ(questions[0].title, u"Are you sure you want to quit?"_s);
     EXPECT_EQ(questions[0].text, QString());
-    EXPECT_EQ(questions[0].buttons, (QStringList{QStringLiteral("No"), QStringLiteral("Yes")}));
-    EXPECT_EQ(questions[0].defaultButton, QStringLiteral("No"));
+    EXPECT_EQ(questions[0].buttons, (QStringList{u"No"_s, u"Yes"_s}));
+    EXPECT_EQ(questions[0].defaultButton, u"No"_s);
 }
 
 TEST_F(QuittingTest, CountsTheJobsAndWaitsForTheirTools)
 {
-    const QString marker = folder.file(QStringLiteral("started"));
-    auto running =
-        std::make_shared<KruvAsyncNSTask>(&queue(), fakeTool(), QStringList{QStringLiteral("stay"), marker});
+    const QString marker = folder.file(u"started"_s);
+    auto running = std::make_shared<KruvAsyncNSTask>(&queue(), fakeTool(), QStringList{u"stay"_s, marker});
     addTask(running);
-    addTask(std::make_shared<FakeJob>(&queue(), QStringLiteral("a")));
-    addTask(std::make_shared<FakeJob>(&queue(), QStringLiteral("b")));
+    addTask(std::make_shared<FakeJob>(&queue(), u"a"_s));
+    addTask(std::make_shared<FakeJob>(&queue(), u"b"_s));
     ASSERT_TRUE(waitUntil([&] { return QFile::exists(marker); }));
 
     QSignalSpy ended(window.get(), &MainWindow::readyToEnd);
-    answerQuestion(QStringLiteral("No"));
+    answerQuestion(u"No"_s);
     window->quit();
     ASSERT_EQ(questions.size(), 1U);
-    EXPECT_EQ(questions[0].title, QStringLiteral("Tasks in Progress"));
-    EXPECT_EQ(questions[0].text,
-              QStringLiteral("There are 3 tasks in the queue.  Are you sure you want to quit?"));
-    EXPECT_EQ(questions[0].defaultButton, QStringLiteral("No"));
+    EXPECT_EQ(questions[0].title, u"Tasks in Progress"_s);
+    EXPECT_EQ(questions[0].text, u"There are 3 tasks in the queue.  Are you sure you want to quit?"_s);
+    EXPECT_EQ(questions[0].defaultButton, u"No"_s);
     EXPECT_EQ(queue().taskCount(), 3);
 
-    answerQuestion(QStringLiteral("Yes"));
+    answerQuestion(u"Yes"_s);
     window->quit();
     EXPECT_FALSE(window->isVisible());
     EXPECT_EQ(queue().taskCount(), 1) << "the running tool is waited for";

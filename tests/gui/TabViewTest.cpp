@@ -10,7 +10,6 @@
 #include "tasks/KruvTask.h"
 
 #include <QAbstractButton>
-#include <QHeaderView>
 #include <QMenu>
 #include <QProcess>
 #include <QPushButton>
@@ -21,12 +20,14 @@
 
 namespace kruv::test {
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
-const QString decode = QStringLiteral("decode");
-const QString encode = QStringLiteral("encode");
-const QString checksum = QStringLiteral("checksum");
-const QString about = QStringLiteral("about");
+const QString decode = u"decode"_s;
+const QString encode = u"encode"_s;
+const QString checksum = u"checksum"_s;
+const QString about = u"about"_s;
 
 QStringList rowsOf(const QTreeView *view)
 {
@@ -81,21 +82,20 @@ TEST_F(TabViewTest, TakesDroppedFoldersAndSaysOnceWhatItSkipped)
     EXPECT_FALSE(find<QPushButton>(page(encode), "command")->isEnabled());
     EXPECT_FALSE(find<QPushButton>(page(encode), "command")->toolTip().isEmpty());
 
-    const QString album = folder.makeFolder(QStringLiteral("album"));
-    folder.makeFolder(QStringLiteral("album/disc 2"));
-    folder.write(QStringLiteral("album/10 Ten.wav"), "0123456789");
-    folder.write(QStringLiteral("album/2 Two.FLAC"), "0123456789");
-    folder.write(QStringLiteral("album/disc 2/1 %41 & \"One\".aiff"), "0123456789");
-    folder.write(QStringLiteral("album/notes.txt"), "skipped");
-    folder.write(QStringLiteral("album/.DS_Store"), "skipped");
-    answerQuestion(QStringLiteral("OK"));
+    const QString album = folder.makeFolder(u"album"_s);
+    folder.makeFolder(u"album/disc 2"_s);
+    folder.write(u"album/10 Ten.wav"_s, "0123456789");
+    folder.write(u"album/2 Two.FLAC"_s, "0123456789");
+    folder.write(u"album/disc 2/1 %41 & \"One\".aiff"_s, "0123456789");
+    folder.write(u"album/notes.txt"_s, "skipped");
+    folder.write(u"album/.DS_Store"_s, "skipped");
+    answerQuestion(u"OK"_s);
     drop(encode, {album});
 
-    const QStringList expected{QStringLiteral("2 Two.FLAC"), QStringLiteral("10 Ten.wav"),
-                               QStringLiteral("1 %41 & \"One\".aiff")};
+    const QStringList expected{u"2 Two.FLAC"_s, u"10 Ten.wav"_s, u"1 %41 & \"One\".aiff"_s};
     EXPECT_EQ(rowsOf(fileList(encode)), expected);
     EXPECT_EQ(fileList(encode)->model()->index(1, 0).data(Qt::ToolTipRole).toString(),
-              album + QStringLiteral("/10 Ten.wav"));
+              album + u"/10 Ten.wav"_s);
     EXPECT_TRUE(find<QPushButton>(page(encode), "command")->isEnabled());
     auto *summary = find<QLabel>(page(encode), "summary");
     EXPECT_TRUE(waitUntil([&] { return summary->text() == u"3 files, 30 bytes"; }))
@@ -103,7 +103,7 @@ TEST_F(TabViewTest, TakesDroppedFoldersAndSaysOnceWhatItSkipped)
 
     ASSERT_TRUE(waitUntil([this] { return pendingAnswers == 0; }));
     EXPECT_EQ(questions.front().title,
-              QStringLiteral("Some files types were not recognized by this tab and were skipped"));
+              u"Some files types were not recognized by this tab and were skipped"_s);
     click(encode, "clear");
     EXPECT_EQ(fileList(encode)->model()->rowCount(), 0);
     EXPECT_FALSE(find<QPushButton>(page(encode), "command")->isEnabled());
@@ -113,9 +113,9 @@ TEST_F(TabViewTest, TakesDroppedFoldersAndSaysOnceWhatItSkipped)
 TEST_F(TabViewTest, DropsOnTheAboutTabGoWhereTheyFit)
 {
     window->selectTab(about);
-    drop(about, {folder.write(QStringLiteral("a.flac"), "x"), folder.write(QStringLiteral("b.wav"), "x")});
-    EXPECT_EQ(rowsOf(fileList(decode)), QStringList{QStringLiteral("a.flac")});
-    EXPECT_EQ(rowsOf(fileList(encode)), QStringList{QStringLiteral("b.wav")});
+    drop(about, {folder.write(u"a.flac"_s, "x"), folder.write(u"b.wav"_s, "x")});
+    EXPECT_EQ(rowsOf(fileList(decode)), QStringList{u"a.flac"_s});
+    EXPECT_EQ(rowsOf(fileList(encode)), QStringList{u"b.wav"_s});
     EXPECT_EQ(controller.selectedTabViewItem(), 1);
 }
 
@@ -130,8 +130,7 @@ TEST_F(TabViewTest, DeletesRowsByKeyAndByExtension)
     list->setFocus();
     list->setCurrentIndex(list->model()->index(0, 0));
     QTest::keyClick(list, Qt::Key_Delete);
-    EXPECT_EQ(rowsOf(list),
-              (QStringList{QStringLiteral("2.FLAC"), QStringLiteral("3.flac"), QStringLiteral("4.shn")}));
+    EXPECT_EQ(rowsOf(list), (QStringList{u"2.FLAC"_s, u"3.flac"_s, u"4.shn"_s}));
     EXPECT_FALSE(list->selectionModel()->hasSelection());
 
     QStringList texts;
@@ -141,25 +140,12 @@ TEST_F(TabViewTest, DeletesRowsByKeyAndByExtension)
         for (const QAction *action : menu->actions()) {
             texts.append(action->text());
         }
-        chooseExtension(menu, QStringLiteral("FLAC"));
+        chooseExtension(menu, u"FLAC"_s);
     });
     Q_EMIT list->customContextMenuRequested({5, 5});
-    EXPECT_EQ(texts, (QStringList{QStringLiteral("Delete selected file(s)"),
-                                  QStringLiteral("Delete files with extension:")}));
-    EXPECT_EQ(rowsOf(list), (QStringList{QStringLiteral("3.flac"), QStringLiteral("4.shn")}));
+    EXPECT_EQ(texts, (QStringList{u"Delete selected file(s)"_s, u"Delete files with extension:"_s}));
+    EXPECT_EQ(rowsOf(list), (QStringList{u"3.flac"_s, u"4.shn"_s}));
     EXPECT_TRUE(QFile::exists(files[0]) && QFile::exists(files[1]));
-}
-
-TEST_F(TabViewTest, WidensTheColumnToTheWidestName)
-{
-    const QString longName = QString(150, u'w') + QStringLiteral(".wav");
-    drop(encode, {folder.write(QStringLiteral("a.wav"), "x")});
-    QTreeView *list = fileList(encode);
-    EXPECT_EQ(list->columnWidth(0), std::max(211, list->viewport()->width()));
-    drop(encode, {folder.write(longName, "x")});
-    const int widest = list->fontMetrics().horizontalAdvance(longName);
-    EXPECT_GE(list->columnWidth(0), static_cast<int>(widest * 1.1));
-    EXPECT_LE(list->columnWidth(0), static_cast<int>(widest * 1.1) + 1);
 }
 
 TEST_F(TabViewTest, ShowsWhatTheOptionsModelsSay)
@@ -174,13 +160,13 @@ TEST_F(TabViewTest, ShowsWhatTheOptionsModelsSay)
     EXPECT_TRUE(tab.flacVerifyButton().isOn());
     find<QSlider>(page(encode), "flacSlider")->setValue(7);
     EXPECT_EQ(tab.flacSlider().value(), 7);
-    EXPECT_EQ(preferences.integer(QStringLiteral("encodeFlacLevel")), 7);
+    EXPECT_EQ(preferences.integer(u"encodeFlacLevel"_s), 7);
     tab.flacLaxButton().setOn(true);
     EXPECT_TRUE(find<QAbstractButton>(page(encode), "flacLaxButton")->isChecked());
 
     for (int index = 0; index < tab.outputFormatMatrix().titles().size(); ++index) {
         const QString title = tab.outputFormatMatrix().titles()[index];
-        auto *button = page(encode)->findChild<QAbstractButton *>(QStringLiteral("Format ") + title);
+        auto *button = page(encode)->findChild<QAbstractButton *>(u"Format "_s + title);
         EXPECT_EQ(button->isEnabled(), tab.outputFormatMatrix().isAvailable(index)) << title.toStdString();
         EXPECT_EQ(button->toolTip().isEmpty(), button->isEnabled());
     }
@@ -190,17 +176,17 @@ TEST_F(TabViewTest, ShowsWhatTheOptionsModelsSay)
 
     auto *throughErrors = find<QAbstractButton>(page(decode), "decodeFlacThroughErrors");
     EXPECT_TRUE(throughErrors->isHidden());
-    drop(decode, {folder.write(QStringLiteral("a.flac"), "x")});
+    drop(decode, {folder.write(u"a.flac"_s, "x")});
     EXPECT_FALSE(throughErrors->isHidden());
 }
 
 TEST_F(TabViewTest, EncodesWhatTheCommandLineEncodes)
 {
-    const QString sources = folder.makeFolder(QStringLiteral("in put"));
+    const QString sources = folder.makeFolder(u"in put"_s);
     for (unsigned track = 1; track <= 3; ++track) {
-        writeWav(QStringLiteral("%1/%2 Track's \"%2\" %41.wav").arg(sources).arg(track), {.seed = track});
+        writeWav(u"%1/%2 Track's \"%2\" %41.wav"_s.arg(sources).arg(track), {.seed = track});
     }
-    const QString byWindow = folder.makeFolder(QStringLiteral("window"));
+    const QString byWindow = folder.makeFolder(u"window"_s);
     window->selectTab(encode);
     drop(encode, {sources});
     find<QSlider>(page(encode), "flacSlider")->setValue(8);
@@ -215,12 +201,11 @@ TEST_F(TabViewTest, EncodesWhatTheCommandLineEncodes)
     EXPECT_EQ(fileList(encode)->model()->rowCount(), 0);
     ASSERT_TRUE(waitForJobs());
 
-    const QString byCommand = folder.makeFolder(QStringLiteral("command"));
+    const QString byCommand = folder.makeFolder(u"command"_s);
     QProcess process;
     process.start(QStringLiteral(KRUV_PROGRAM),
-                  {encode, QStringLiteral("--to"), QStringLiteral("flac"), QStringLiteral("--level"),
-                   QStringLiteral("8"), QStringLiteral("--fingerprints"), QStringLiteral("--json"),
-                   QStringLiteral("--output"), byCommand, sources});
+                  {encode, u"--to"_s, u"flac"_s, u"--level"_s, u"8"_s, u"--fingerprints"_s, u"--json"_s,
+                   u"--output"_s, byCommand, sources});
     ASSERT_TRUE(process.waitForFinished());
     EXPECT_EQ(process.exitCode(), 0) << process.readAllStandardError().toStdString();
     EXPECT_EQ(process.readAllStandardOutput().count("\"event\":\"ended\""), jobs.size());
@@ -228,32 +213,32 @@ TEST_F(TabViewTest, EncodesWhatTheCommandLineEncodes)
     const QStringList outputs = QDir(byWindow).entryList(QDir::Files);
     EXPECT_EQ(outputs.size(), 4); // three tracks and the fingerprints
     EXPECT_EQ(outputs, QDir(byCommand).entryList(QDir::Files));
-    for (const QString &name : outputs.filter(QStringLiteral(".flac"))) {
+    for (const QString &name : outputs.filter(u".flac"_s)) {
         EXPECT_EQ(readFile(byWindow + u'/' + name), readFile(byCommand + u'/' + name)) << name.toStdString();
     }
 }
 
 TEST_F(TabViewTest, AsksBeforeItReplacesOrDeletes)
 {
-    const QString wav = folder.file(QStringLiteral("a.wav"));
+    const QString wav = folder.file(u"a.wav"_s);
     writeWav(wav);
-    const QString existing = folder.write(QStringLiteral("a.flac"), "precious");
+    const QString existing = folder.write(u"a.flac"_s, "precious");
     drop(encode, {wav});
     toggle(encode, "sourceEncodeButton");
-    answerQuestion(QStringLiteral("No"));
+    answerQuestion(u"No"_s);
     click(encode, "command");
     toggle(encode, "deleteOriginalsButton");
-    answerQuestion(QStringLiteral("No"));
+    answerQuestion(u"No"_s);
     click(encode, "command");
 
     ASSERT_EQ(questions.size(), 2U);
-    EXPECT_EQ(questions[0].title, QStringLiteral("One of the output files already exists and will be "
-                                                 "overwritten.  Are you sure you want to continue?"));
-    EXPECT_EQ(questions[0].defaultButton, QStringLiteral("No"));
-    EXPECT_EQ(questions[1].title, QStringLiteral("You have chosen to delete the original files.  Are you "
-                                                 "sure you want to continue?"));
-    EXPECT_EQ(questions[1].defaultButton, QStringLiteral("Yes"));
-    EXPECT_EQ(rowsOf(fileList(encode)), QStringList{QStringLiteral("a.wav")});
+    EXPECT_EQ(questions[0].title, u"One of the output files already exists and will be overwritten.  "
+                                  "Are you sure you want to continue?"_s);
+    EXPECT_EQ(questions[0].defaultButton, u"No"_s);
+    EXPECT_EQ(questions[1].title,
+              u"You have chosen to delete the original files.  Are you sure you want to continue?"_s);
+    EXPECT_EQ(questions[1].defaultButton, u"Yes"_s);
+    EXPECT_EQ(rowsOf(fileList(encode)), QStringList{u"a.wav"_s});
     EXPECT_EQ(queue().taskCount(), 0);
     EXPECT_EQ(readFile(existing), "precious");
 }
@@ -263,11 +248,11 @@ TEST_F(TabViewTest, NamesTheChecksumCommandByWhatItDoes)
     window->selectTab(checksum);
     auto *command = find<QPushButton>(page(checksum), "command");
     auto *kinds = find<QWidget>(page(checksum), "Kind of checksum file");
-    EXPECT_EQ(command->text().remove(u'&'), QStringLiteral("Verify"));
+    EXPECT_EQ(command->text().remove(u'&'), u"Verify"_s);
     EXPECT_TRUE(kinds->isHidden());
     const QString create = controller.checksumTab().commandOptions().titles()[1];
-    toggle(checksum, qPrintable(QStringLiteral("Command ") + create));
-    EXPECT_EQ(command->text().remove(u'&'), QStringLiteral("Create list"));
+    toggle(checksum, qPrintable(u"Command "_s + create));
+    EXPECT_EQ(command->text().remove(u'&'), u"Create list"_s);
     EXPECT_FALSE(kinds->isHidden());
 }
 

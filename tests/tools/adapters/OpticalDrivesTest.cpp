@@ -3,6 +3,8 @@
 
 #include "OpticalDrives.h"
 
+#include "ScratchFolder.h"
+
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
@@ -15,15 +17,6 @@ namespace {
 class FakeMachine
 {
 public:
-    FakeMachine()
-        : m_root(testing::TempDir() + "kruv-drives-XXXXXX")
-    {
-        if (!mkdtemp(m_root.data())) {
-            throw std::runtime_error("no temporary folder");
-        }
-    }
-    ~FakeMachine() { std::filesystem::remove_all(m_root); }
-
     void add(const std::string &name, const std::string &number, const std::string &properties)
     {
         std::filesystem::create_directories(m_root + "/sys/block/" + name);
@@ -37,16 +30,13 @@ public:
     std::vector<OpticalDrive> drives() const { return opticalDrives(m_root); }
 
 private:
-    std::string m_root;
+    const ScratchFolder m_folder{testing::TempDir()};
+    const std::string m_root = m_folder.path();
 };
 
-struct Mapping
-{
-    std::string provider;
-    std::string device;
-};
+using Mappings = std::vector<std::pair<std::string, std::string>>; // a provider and its device
 
-void expectMappings(const std::vector<OpticalDrive> &drives, const std::vector<Mapping> &mappings)
+void expectMappings(const std::vector<OpticalDrive> &drives, const Mappings &mappings)
 {
     for (const auto &[provider, device] : mappings) {
         EXPECT_EQ(deviceOfProvider(drives, provider), device) << provider;

@@ -82,10 +82,4 @@ TEST_F(ToolFinderTest, ChildrenNeverSearchTheWorkingFolder)
     EXPECT_EQ(ToolFinder(":", "/own").childSearchPath(), "/usr/local/bin:/usr/bin:/bin:/own");
 }
 
-TEST_F(ToolFinderTest, SaysWhichPackageBringsATool)
-{
-    EXPECT_NE(ToolFinder::missingText("wvunpack").find("package \"wavpack\""), std::string::npos);
-    EXPECT_NE(ToolFinder::missingText("cdda2wav").find("package \"icedax\""), std::string::npos);
-}
-
 } // namespace kruv::adapters

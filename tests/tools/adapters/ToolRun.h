@@ -3,10 +3,7 @@
 #pragma once
 
 #include "Arguments.h"
-#include "ScratchFolder.h"
-
-#include <cstdint>
-#include <sys/types.h>
+#include "common/TestProcess.h"
 
 namespace kruv::adapters {
 
@@ -17,58 +14,31 @@ struct ToolResult
     std::string output;
 };
 
-/// A tool of the resources folder under way, its standard input empty.
-class ToolRun
-{
-public:
-    /// `tool` is a name in the resources folder, or a full path.
-    explicit ToolRun(const std::string &tool, const Arguments &arguments,
-                     const std::string &workingFolder = "/");
+/// Runs a tool of the resources folder, or one given with its full path. `line` is the tool and its first
+/// arguments, split at blanks; `more` are arguments that may hold blanks.
+ToolResult runTool(const std::string &line, const Arguments &more, const std::string &workingFolder = "/");
 
-    /// Waits until the printed text holds `text`; false when the tool ended without it.
-    bool waitForText(const std::string &text);
-    void send(int signal) const;
-    ToolResult finish();
-
-private:
-    bool readMore();
-
-    pid_t m_child = -1;
-    int m_pipe = -1;
-    std::string m_output;
-};
-
-ToolResult runTool(const std::string &tool, const Arguments &arguments,
-                   const std::string &workingFolder = "/");
-
-/// The resources folder under test.
-std::string resourcesFolder();
-
-/// Whether the build's resources folder can run the tool (it, or the program behind its adapter, is
+/// Whether the build's resources folder can run the tools (they, or the programs behind their adapters, are
 /// installed).
-bool haveTool(const std::string &tool);
+bool haveTools(const Arguments &tools);
 
-/// Interleaved PCM made for tests.
+/// Interleaved PCM made for tests, of 44100 Hz.
 struct TestAudio
 {
-    unsigned channels = 2;
-    unsigned bits = 16;
-    unsigned rate = 44100;
+    std::uint16_t channels = 2;
+    std::uint16_t bits = 16;
     std::string samples; // little-endian
 
     /// `frames` of noise that a coder can't predict well, the same for the same `seed`.
-    static TestAudio noise(std::size_t frames, unsigned channels, unsigned bits, unsigned seed = 1);
+    static TestAudio noise(std::size_t frames, std::uint16_t channels, std::uint16_t bits, unsigned seed = 1);
 };
 
 /// Writes a WAV, with the extensible header where it is usual: above 16 bits or two channels.
 void writeWav(const std::string &path, const TestAudio &audio);
-
-/// The PCM in a WAV, AIFF or FLAC file, little-endian, whatever its name is; "unreadable" when there is none.
-std::string pcmOf(const std::string &path);
-
+/// The PCM in a file, little-endian, as an independent decoder gives it.
+std::string pcmOf(const std::string &path, unsigned bits = 16);
 std::string contentOf(const std::string &path);
 void writeFile(const std::string &path, const std::string &content);
-
 /// Names in a folder, hidden ones too.
 std::vector<std::string> namesIn(const std::string &folder);
 

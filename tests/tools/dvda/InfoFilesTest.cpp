@@ -44,24 +44,10 @@ TEST(InfoFiles, DescribeTheTitleSet)
     EXPECT_EQ(part(info, 0x110, 5), fromHex("00002F1F01"));
     EXPECT_EQ(part(info, 0x120, 5), fromHex("0000220014"));
     EXPECT_EQ(part(info, 0x130, 16), Bytes(16));
-    EXPECT_EQ(part(info, 0x800, 80), fromHex("00030000000000AF"
-                                             "8101000000000020"
-                                             "8201000000000050"
-                                             "8301000000000080"
-                                             "00000101"
-                                             "00042886"
-                                             "0000"
-                                             "0010"
-                                             "0024"
-                                             "0000"
-                                             "C0100000"
-                                             "0100"
-                                             "00000249"
-                                             "00042886"
-                                             "000000000000"
-                                             "01000000"
-                                             "00000000"
-                                             "0000010B"));
+    EXPECT_EQ(part(info, 0x800, 80),
+              fromHex("00030000000000AF810100000000002082010000000000508301000000000080"
+                      "00000101000428860000001000240000C0100000010000000249000428860000"
+                      "0000000001000000000000000000010B"));
     EXPECT_EQ(part(info, 0x860, 2), fromHex("C810"));
     EXPECT_EQ(part(info, 0x890, 2), fromHex("D000"));
 }
@@ -71,16 +57,9 @@ TEST(InfoFiles, DescribeTheDisc)
     const Bytes info = managerInfo(threeFormats());
     ASSERT_EQ(info.size(), 3 * sectorBytes);
     EXPECT_EQ(std::string(info.begin(), info.begin() + 12), "DVDAUDIO-AMG");
-    EXPECT_EQ(part(info, 0x800, 46), fromHex("0003002D"
-                                             "81010000"
-                                             "00042886"
-                                             "010100000006"
-                                             "81010000"
-                                             "0002C1F9"
-                                             "010200000006"
-                                             "81010000"
-                                             "0002C2CD"
-                                             "010300000006"));
+    EXPECT_EQ(part(info, 0x800, 46), fromHex("0003002D8101000000042886010100000006"
+                                             "810100000002C1F901020000000681010000"
+                                             "0002C2CD010300000006"));
     EXPECT_EQ(part(info, 0x800, 0x800), part(info, 0x1000, 0x800));
 }
 
