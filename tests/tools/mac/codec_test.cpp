@@ -41,18 +41,15 @@ void expectExact(const Bytes &audio, Format format, unsigned level, const std::s
 TEST_P(Codec, EverySignalSurvivesEveryLevel)
 {
     const Format format = GetParam();
-    Bytes mixture;
-    for (const Signal signal :
-         {Signal::Silence, Signal::Music, Signal::Square, Signal::Impulses, Signal::Silence, Signal::Sweep,
-          Signal::OneSilent, Signal::Noise, Signal::Extremes, Signal::EqualChannels})
-        mixture = std::move(mixture) + makeAudio(signal, format, 3000);
+    const Bytes mixture =
+        everySignal(format.wav(), 2500) + makeOneSilent(format, 3000) + makeExtremes(format, 3000);
     for (const unsigned level : levels) {
         const bool judged = !ffmpegLosesLoudAudio(format, level);
         expectExact(mixture, format, level, "mixture", judged);
         expectExact(makeAudio(Signal::Music, format, 20000), format, level, "music", judged);
-        expectExact(makeAudio(Signal::OneSilent, format, 3000), format, level, "one silent channel", judged);
+        expectExact(makeOneSilent(format, 3000), format, level, "one silent channel", judged);
         expectExact(makeAudio(Signal::Silence, format, 3000), format, level, "silence");
-        expectExact(makeAudio(Signal::EqualChannels, format, 3000), format, level, "equal channels");
+        expectExact(makeAudio(Signal::SameChannels, format, 3000), format, level, "equal channels");
     }
 }
 
@@ -73,7 +70,7 @@ TEST(CodecWideSamples, QuietAudioAtTheHighestLevel)
 TEST_P(Codec, AllKernelsWriteTheSameFrames)
 {
     const Format format = GetParam();
-    const Bytes audio = makeAudio(Signal::Music, format, 2500) + makeAudio(Signal::Extremes, format, 1500);
+    const Bytes audio = makeAudio(Signal::Music, format, 2500) + makeExtremes(format, 1500);
     for (const unsigned level : levels) {
         StreamInfo info;
         info.level = static_cast<uint16_t>(level);
@@ -114,9 +111,9 @@ TEST(CodecSizes, MusicIsSmallerThanFlacAndSmallerAtEachLevel)
 {
     // Chords in a room, with the hiss of a recording.
     const TemporaryFolder folder;
-    const std::string wav = folder / "music.wav";
-    const std::string chords = shellWord(folder / "chords.wav");
-    const std::string hiss = shellWord(folder / "hiss.wav");
+    const std::string wav = folder.path("music.wav");
+    const std::string chords = shellWord(folder.path("chords.wav"));
+    const std::string hiss = shellWord(folder.path("hiss.wav"));
     const std::string made = "sox -R -n -r 44100 -b 16 -c 2 ";
     const Outcome outcome = runShell(
         made + chords +
@@ -125,7 +122,7 @@ TEST(CodecSizes, MusicIsSmallerThanFlacAndSmallerAtEachLevel)
         hiss + " -b 16 " + shellWord(wav));
     ASSERT_EQ(outcome.status, 0) << outcome.err;
     ASSERT_EQ(runShell("flac -8 -s " + shellWord(wav)).status, 0);
-    const std::size_t flacSize = readFile(folder / "music.flac").size();
+    const std::size_t flacSize = readFile(folder.path("music.flac")).size();
     std::size_t previous = SIZE_MAX;
     for (const unsigned level : levels) {
         const std::size_t size = readFile(compressed(folder, readFile(wav), level)).size();
