@@ -1,8 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Kruv developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "MacTestSupport.h"
-#include "mac/FilterKernel.h"
-#include "mac/FrameEncoder.h"
 
 #include <gtest/gtest.h>
 #include <string>
@@ -65,26 +63,6 @@ TEST(CodecWideSamples, QuietAudioAtTheHighestLevel)
             audio.push_back(static_cast<uint8_t>(sample >> shift));
     }
     expectExact(audio, format, 5000, "quiet music");
-}
-
-TEST_P(Codec, AllKernelsWriteTheSameFrames)
-{
-    const Format format = GetParam();
-    const Bytes audio = makeAudio(Signal::Music, format, 2500) + makeExtremes(format, 1500);
-    for (const unsigned level : levels) {
-        StreamInfo info;
-        info.level = static_cast<uint16_t>(level);
-        info.bitsPerSample = static_cast<uint16_t>(format.bits);
-        info.channels = static_cast<uint16_t>(format.channels);
-        FrameEncoder portable(info, availableKernels().front().run);
-        const auto expected = portable.encode(audio);
-        for (const NamedKernel &kernel : availableKernels().subspan(1)) {
-            FrameEncoder other(info, kernel.run);
-            const auto actual = other.encode(audio);
-            EXPECT_TRUE(std::equal(actual.begin(), actual.end(), expected.begin(), expected.end()))
-                << kernel.name << " at " << level;
-        }
-    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Formats, Codec,
