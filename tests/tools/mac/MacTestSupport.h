@@ -2,35 +2,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <cstdint>
-#include <filesystem>
-#include <string>
-#include <vector>
+#include "common/TestProcess.h"
 
 namespace kruv::mac::test {
 
-using Bytes = std::vector<uint8_t>;
-
-/// A folder that removes itself.
-class TemporaryFolder
-{
-public:
-    TemporaryFolder();
-    ~TemporaryFolder();
-    TemporaryFolder(const TemporaryFolder &) = delete;
-    TemporaryFolder &operator=(const TemporaryFolder &) = delete;
-
-    std::string operator/(const std::string &name) const { return (m_path / name).string(); }
-    const std::filesystem::path &path() const { return m_path; }
-    /// Names of all entries, hidden ones too, sorted.
-    std::vector<std::string> entries() const;
-
-private:
-    std::filesystem::path m_path;
-};
-
-Bytes readFile(const std::string &path);
-void writeFile(const std::string &path, const Bytes &bytes);
+using namespace tools::test;
 
 /// What a finished command left; `status` is as the shell sees it (128 + N for a signal).
 struct Outcome
@@ -54,13 +30,15 @@ struct Format
     unsigned channels;
 
     unsigned blockBytes() const { return bits / 8 * channels; }
+    tools::WavFormat wav() const;
 };
 
-enum class Signal { Silence, Noise, Square, EqualChannels, Impulses, Sweep, Music, Extremes, OneSilent };
-
-/// `blocks` blocks of WAV audio, the same on every run.
+/// The same on every run.
 Bytes makeAudio(Signal signal, Format format, unsigned blocks);
-Bytes operator+(Bytes left, const Bytes &right);
+/// The two ends of the scale by chance.
+Bytes makeExtremes(Format format, unsigned blocks);
+/// Noise in the first channel only.
+Bytes makeOneSilent(Format format, unsigned blocks);
 Bytes bytesOf(const std::string &text);
 
 /// A WAV file with the canonical header; `dataSize` other than the audio's makes it lie.

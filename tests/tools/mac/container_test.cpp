@@ -81,14 +81,14 @@ TEST(Container, RepairsSizesOfStreams)
     const Bytes right = wavFile(stereo, audio);
     for (const uint32_t stated : {0U, 0xFFFFFFFFU, 0x7FFFFFFFU, 0xFFFFFFDBU, 4000U}) {
         const TemporaryFolder folder;
-        writeFile(folder / "lie.wav", wavHeader(stereo, stated) + audio + Bytes{7});
-        const std::string ape = shellWord(folder / "out.ape");
+        folder.write("lie.wav", wavHeader(stereo, stated) + audio + Bytes{7});
+        const std::string ape = shellWord(folder.path("out.ape"));
         for (const std::string &source :
-             {"cat " + shellWord(folder / "lie.wav") + " | " + macProgram() + " - ",
-              macProgram() + " " + shellWord(folder / "lie.wav") + " "}) {
+             {"cat " + shellWord(folder.path("lie.wav")) + " | " + macProgram() + " - ",
+              macProgram() + " " + shellWord(folder.path("lie.wav")) + " "}) {
             EXPECT_EQ(runShell(source + ape + " -c1000").status, 0) << stated;
-            EXPECT_TRUE(decompressed(readFile(folder / "out.ape")) == right) << stated;
-            EXPECT_TRUE(decodedByFfmpeg(folder / "out.ape", stereo) == audio) << stated;
+            EXPECT_TRUE(decompressed(readFile(folder.path("out.ape"))) == right) << stated;
+            EXPECT_TRUE(decodedByFfmpeg(folder.path("out.ape"), stereo) == audio) << stated;
         }
     }
 }
@@ -144,10 +144,10 @@ TEST(Container, ReadsOlderVersions)
                 maker.withPeakLevel = level % 2000 == 0;
                 maker.withSeekElements = level > 2000;
                 const Bytes ape = maker.make(format, audio);
-                writeFile(folder / "old.ape", ape);
+                folder.write("old.ape", ape);
                 SCOPED_TRACE(std::to_string(version) + " at " + std::to_string(level));
                 EXPECT_TRUE(decompressed(ape) == wavFile(format, audio));
-                EXPECT_TRUE(decodedByFfmpeg(folder / "old.ape", format) == audio);
+                EXPECT_TRUE(decodedByFfmpeg(folder.path("old.ape"), format) == audio);
             }
         }
     }
@@ -157,7 +157,7 @@ TEST(Container, ReadsOlderVersions)
 TEST(Container, ReadsEveryArithmeticOfWriters)
 {
     constexpr Format format{24, 2};
-    const Bytes audio = makeAudio(Signal::Extremes, format, 4000) + makeAudio(Signal::Noise, format, 4000);
+    const Bytes audio = makeExtremes(format, 4000) + makeAudio(Signal::Noise, format, 4000);
     const Bytes usual = ForeignFile{3990, 5000, {}}.make(format, audio);
     for (const Arithmetic arithmetic :
          {Arithmetic{false, true}, Arithmetic{true, true}, Arithmetic{true, false}}) {

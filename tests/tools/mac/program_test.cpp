@@ -21,7 +21,7 @@ class Program : public testing::Test
 protected:
     Program()
     {
-        writeFile(wav, image);
+        folder.write("-a 'source' 100%.wav", image);
         EXPECT_EQ(run("IN.wav OUT.ape -c1000").status, 0);
     }
 
@@ -30,7 +30,7 @@ protected:
     std::string command(std::string arguments)
     {
         const std::pair<const char *, std::string> files[] = {
-            {"IN.wav", wav}, {"OUT.ape", ape}, {"BACK.wav", folder / "back.wav"}};
+            {"IN.wav", wav}, {"OUT.ape", ape}, {"BACK.wav", folder.path("back.wav")}};
         for (const auto &[name, path] : files) {
             const auto at = arguments.find(name);
             if (at != std::string::npos)
@@ -42,12 +42,12 @@ protected:
     {
         Bytes bytes = readFile(ape);
         bytes[bytes.size() / 2] ^= 4;
-        writeFile(ape, bytes);
+        folder.write("Error: 10.ape", bytes);
     }
 
     TemporaryFolder folder;
-    std::string wav = folder / "-a 'source' 100%.wav";
-    std::string ape = folder / "Error: 10.ape";
+    std::string wav = folder.path("-a 'source' 100%.wav");
+    std::string ape = folder.path("Error: 10.ape");
     Bytes image = wavFile(stereo, makeAudio(Signal::Music, stereo, 160000));
 };
 
@@ -58,7 +58,7 @@ TEST_F(Program, SpeaksInTheShapesItsCallersRead)
     const Outcome outcome = run("OUT.ape BACK.wav -D");
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.out, "");
-    EXPECT_TRUE(readFile(folder / "back.wav") == image);
+    EXPECT_TRUE(readFile(folder.path("back.wav")) == image);
     const std::regex piece(
         "Progress: [0-9]+\\.[0-9]% \\([0-9]+\\.[0-9] seconds remaining, [0-9]+\\.[0-9] seconds total\\) +\r");
     std::vector<double> shares;
@@ -97,7 +97,7 @@ TEST_F(Program, VerifiesWithTheModeInEitherPlace)
 TEST_F(Program, UsesStandardInputAndOutput)
 {
     EXPECT_EQ(runShell("cat " + shellWord(wav) + " | " + command("- BACK.wav -c3000")).status, 0);
-    EXPECT_TRUE(decompressed(readFile(folder / "back.wav")) == image);
+    EXPECT_TRUE(decompressed(readFile(folder.path("back.wav"))) == image);
     const Outcome outcome = runShell("cat " + shellWord(ape) + " | " + command("- - -d"));
     EXPECT_EQ(outcome.status, 0);
     EXPECT_TRUE(Bytes(outcome.out.begin(), outcome.out.end()) == image);
@@ -107,15 +107,15 @@ TEST_F(Program, KeepsItsMessagesOutOfTheAudio)
 {
     // The output file would get the number of a closed stream.
     EXPECT_EQ(run("OUT.ape BACK.wav -d >&- 2>&-").status, 0);
-    EXPECT_TRUE(readFile(folder / "back.wav") == image);
+    EXPECT_TRUE(readFile(folder.path("back.wav")) == image);
     EXPECT_NE(run("OUT.ape - -d >&-").status, 0);
 }
 
 TEST_F(Program, LeavesNothingHalfDoneBehind)
 {
-    const std::vector<std::string> before = folder.entries();
+    const std::vector<std::string> before = folder.names();
     for (const char *arguments : {"IN.wav ./in.wav -c1000", "OUT.ape ./out.ape -d"}) {
-        const Outcome same = runShell("cd " + shellWord(folder.path().string()) + "; ln " + shellWord(wav) +
+        const Outcome same = runShell("cd " + shellWord(folder.path("")) + "; ln " + shellWord(wav) +
                                       " in.wav; ln " + shellWord(ape) + " out.ape; " + command(arguments) +
                                       "; status=$?; rm in.wav out.ape; exit $status");
         EXPECT_NE(same.err.find("Error: 1003"), std::string::npos) << same.err;
@@ -135,26 +135,24 @@ TEST_F(Program, LeavesNothingHalfDoneBehind)
 
     damage();
     EXPECT_NE(run("OUT.ape BACK.wav -d").status, 0);
-    EXPECT_EQ(folder.entries(), before);
-    writeFile(folder / "back.wav", bytesOf("kept"));
+    EXPECT_EQ(folder.names(), before);
+    folder.write("back.wav", bytesOf("kept"));
     EXPECT_NE(run("OUT.ape BACK.wav -d").status, 0);
-    EXPECT_EQ(readFile(folder / "back.wav"), bytesOf("kept"));
+    EXPECT_EQ(readFile(folder.path("back.wav")), bytesOf("kept"));
 }
 
 TEST_F(Program, RemovesItsFileWhenTerminated)
 {
-    const std::vector<std::string> before = folder.entries();
-    // The input never ends, so the program is at work when the signal comes; it comes when the temporary file
-    // exists.
-    const std::string script = "cd " + shellWord(folder.path().string()) +
-                               "; mkfifo pipe; exec 3<>pipe; head -c 100044 " + shellWord(wav) +
-                               " >&3 & exec 4<>pipe; " + macProgram() + " pipe out.ape -c5000 & tool=$!; " +
-                               "until ls -A | grep -q '^[.]kruv-'; do kill -0 $tool || break; done; kill "
-                               "-TERM $tool; wait $tool; echo $?; rm pipe";
-    const Outcome outcome =
-        runShell("mkdir " + shellWord(folder / "x") + " && rmdir " + shellWord(folder / "x") + "; " + script);
+    const std::vector<std::string> before = folder.names();
+    // The input never ends, so the program is at work when the signal comes. It comes when the temporary file
+    // has got its final rights, for then it is among those to remove.
+    const Outcome outcome = runShell(
+        "umask 022; cd " + shellWord(folder.path("")) + "; mkfifo pipe; exec 3<>pipe; head -c 100044 " +
+        shellWord(wav) + " >&3 & exec 4<>pipe; " + macProgram() +
+        " pipe out.ape -c5000 & tool=$!; until find . -name '.kruv-*' -perm -040 | grep -q .; do "
+        "kill -0 $tool || break; done; kill -TERM $tool; wait $tool; echo $?; rm pipe");
     EXPECT_EQ(outcome.out, "143\n") << outcome.err;
-    EXPECT_EQ(folder.entries(), before);
+    EXPECT_EQ(folder.names(), before);
 }
 
 TEST_F(Program, StaysWithinItsMemory)
@@ -165,28 +163,28 @@ TEST_F(Program, StaysWithinItsMemory)
     // The longest frames there are, of the widest samples.
     constexpr Format format{24, 2};
     image = wavFile(format, makeAudio(Signal::Noise, format, 1179650));
-    writeFile(wav, image);
+    folder.write("-a 'source' 100%.wav", image);
     EXPECT_EQ(runShell("ulimit -v 262144; " + command("IN.wav OUT.ape -c5000")).status, 0);
     EXPECT_EQ(runShell("ulimit -v 262144; " + command("OUT.ape BACK.wav -d")).status, 0);
-    EXPECT_TRUE(readFile(folder / "back.wav") == image);
+    EXPECT_TRUE(readFile(folder.path("back.wav")) == image);
 }
 
 TEST_F(Program, WorksThroughShntool)
 {
     const std::string path = "PATH=\"$KRUV_RESOURCES:$PATH\" ";
-    const std::string names = shellWord(wav) + " " + shellWord(folder / "made/-a 'source' 100%.ape");
-    ASSERT_EQ(runShell("mkdir " + shellWord(folder / "made")).status, 0);
+    const std::string names = shellWord(wav) + " " + shellWord(folder.path("made/-a 'source' 100%.ape"));
+    ASSERT_EQ(runShell("mkdir " + shellWord(folder.path("made"))).status, 0);
     const Outcome made =
-        runShell(path + "shntool conv -o ape -d " + shellWord(folder / "made") + " " + shellWord(wav));
+        runShell(path + "shntool conv -o ape -d " + shellWord(folder.path("made")) + " " + shellWord(wav));
     EXPECT_EQ(made.status, 0) << made.err;
     const Outcome same = runShell(path + "shntool cmp " + names);
     EXPECT_EQ(same.status, 0) << same.err;
     const Outcome hashes = runShell(path + "shntool hash " + names + " | cut -c1-32 | uniq | wc -l");
     EXPECT_EQ(std::stoi(hashes.out), 1) << hashes.err;
     const Outcome back =
-        runShell("cd " + shellWord(folder / "made") + " && " + path + "shntool conv -o wav ./*.ape");
+        runShell("cd " + shellWord(folder.path("made")) + " && " + path + "shntool conv -o wav ./*.ape");
     EXPECT_EQ(back.status, 0) << back.err;
-    EXPECT_TRUE(readFile(folder / "made/-a 'source' 100%.wav") == image);
+    EXPECT_TRUE(readFile(folder.path("made/-a 'source' 100%.wav")) == image);
 }
 
 TEST(CommandLine, TellsFilesFromModesByTheirPlace)
