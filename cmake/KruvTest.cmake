@@ -4,7 +4,7 @@
 # kruv_add_test(<name> SOURCES <file>... LIBS <target>...)
 # One GoogleTest program; each of its cases becomes one CTest test. Tests find the tools in the build tree's
 # resources folder, use the offscreen platform and a UTF-8 locale, and never a desktop's session bus. Linking
-# kruv_test_support brings a main() with a QCoreApplication. The case's label is "tools", "gui" or "engine", by its folder.
+# kruv_test_support brings a main() with a QCoreApplication. The case's label is its folder where that is tools, gui, cli or platform, else "engine".
 function(kruv_add_test name)
   cmake_parse_arguments(ARG "" "" "SOURCES;LIBS" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
