@@ -32,6 +32,9 @@ public:
 
 protected:
     void declareCommonFlags();
+    /// Of commands whose output goes into one folder.
+    void declareFolderFlags();
+    /// Of commands that can also write beside the sources.
     void declareOutputFlags();
 
     const CommonOptions &options() const { return m_options; }

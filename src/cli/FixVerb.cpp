@@ -1,0 +1,73 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "cli/FixVerb.h"
+
+#include "app/KruvController.h"
+#include "cli/QueueRun.h"
+#include "cli/UsageError.h"
+#include "lossless/FixTab.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace kruv {
+
+namespace {
+
+/// In the order of FixTab::shnMd5Option().
+constexpr const char *md5Lists[] = {"none", "one", "disc"};
+
+} // namespace
+
+FixVerb::FixVerb(CLI::App &parent)
+    : TabVerb(parent, "fix", "Make the tracks of a set end on CD sector boundaries")
+{
+    declareCommonFlags();
+    declareFolderFlags();
+    app()
+        .add_option("--to", m_format, "Format to make: shn, flac, wav or aiff")
+        ->required()
+        ->type_name("FORMAT");
+    app()
+        .add_option("--level", m_level, "FLAC compression level, 0 (fast) to 8 (small); 4 when not given")
+        ->check(CLI::Range(0, 8))
+        ->type_name("N");
+    app()
+        .add_option("--md5", m_md5, "MD5 lists of SHN outputs: none, one, or one for each disc (disc)")
+        ->type_name("LISTS");
+    app().add_flag("--fingerprints", m_fingerprints, "Write a list of fingerprints of FLAC outputs");
+    app().footer("The tracks are taken in the order of their names, as one run of audio; outputs that are\n"
+                 "there already are never replaced.\n"
+                 "Example: fix a live set into another folder\n"
+                 "  kruv fix --to flac --fingerprints --output ~/Fixed ~/Concert");
+}
+
+void FixVerb::setControls(FixTab &tab) const
+{
+    if (!tab.outputFormatMatrix().selectTitle(QString::fromStdString(m_format).toUpper())) {
+        throw UsageError(QStringLiteral("--to %1: no such format; it can be shn, flac, wav or aiff")
+                             .arg(QString::fromStdString(m_format)));
+    }
+    const auto *list = std::ranges::find(md5Lists, m_md5);
+    if (list == std::end(md5Lists)) {
+        throw UsageError(
+            QStringLiteral("--md5 %1: it can be none, one or disc").arg(QString::fromStdString(m_md5)));
+    }
+    tab.shnMd5Option().select(static_cast<int>(list - std::begin(md5Lists)));
+    if (m_level >= 0) {
+        tab.flacLevelSlider().setValue(m_level);
+    }
+    tab.flacFingerprintButton().setOn(m_fingerprints);
+    tab.deleteOriginalsButton().setOn(options().deleteOriginals);
+}
+
+void FixVerb::runCommands(KruvController &controller, QueueRun &queueRun, const QStringList &paths)
+{
+    FixTab &tab = controller.fixTab();
+    setControls(tab);
+    queueRun.leaveOutResults();
+    runTab(tab, queueRun, paths);
+}
+
+} // namespace kruv

@@ -1,0 +1,30 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "cli/TabVerb.h"
+
+namespace kruv {
+
+class FixTab;
+
+/// `kruv fix`: the fix tab.
+class FixVerb : public TabVerb
+{
+public:
+    explicit FixVerb(CLI::App &parent);
+
+protected:
+    void runCommands(KruvController &controller, QueueRun &queueRun, const QStringList &paths) override;
+
+private:
+    void setControls(FixTab &tab) const;
+
+    std::string m_format;
+    int m_level = -1;
+    std::string m_md5 = "none";
+    bool m_fingerprints = false;
+};
+
+} // namespace kruv

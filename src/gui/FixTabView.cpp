@@ -1,0 +1,46 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "gui/FixTabView.h"
+
+#include "gui/ChoiceGrid.h"
+#include "gui/LevelSlider.h"
+#include "gui/OptionColumn.h"
+#include "lossless/FixTab.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QSlider>
+
+namespace kruv {
+
+FixTabView::FixTabView(FixTab &tab, const QStringList &kinds, QWidget *parent)
+    : TabView(tab, kinds, parent)
+{
+    QVBoxLayout *format = options().addGroup(tr("Format"));
+    format->addWidget(
+        new ChoiceGrid(tab.outputFormatMatrix(), QStringLiteral("Format"), format->parentWidget()));
+    auto *level = new QHBoxLayout;
+    auto *label = new QLabel(tr("FLAC &level"), format->parentWidget());
+    auto *slider = new LevelSlider(
+        tab.flacLevelSlider(), QStringLiteral("flacLevelSlider"),
+        [](int value) { return QString::number(value); }, format->parentWidget());
+    label->setBuddy(slider->slider());
+    level->addWidget(label);
+    level->addWidget(slider, 1);
+    format->addLayout(level);
+
+    QVBoxLayout *lists = options().addGroup(tab.md5Label());
+    lists->addWidget(new ChoiceGrid(tab.shnMd5Option(), QStringLiteral("MD5 files"), lists->parentWidget()));
+    OptionColumn::addToggle(lists, tab.flacFingerprintButton(), tr("Fingerprint f&ile"),
+                            QStringLiteral("flacFingerprintButton"),
+                            tr("Write a list of FLAC fingerprints beside the outputs"));
+
+    QVBoxLayout *output = options().addGroup(tr("Output"));
+    OptionColumn::addToggle(output, tab.deleteOriginalsButton(), tr("Delete &original files"),
+                            QStringLiteral("deleteOriginalsButton"),
+                            tr("Once the outputs of the whole set are written"));
+    setCommand(tr("&Fix"));
+}
+
+} // namespace kruv
