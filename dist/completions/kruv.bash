@@ -1,67 +1,17 @@
 # SPDX-FileCopyrightText: 2026 The Kruv developers
 # SPDX-License-Identifier: GPL-3.0-or-later
-# Completion of kruv for bash.
+# Completion of kruv for bash: the program says what can follow.
 
 _kruv()
 {
-    local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD-1]} command=${COMP_WORDS[1]} options=
+    local candidate
     COMPREPLY=()
-    if ((COMP_CWORD == 1)); then
-        case $word in
-        -*) mapfile -t COMPREPLY < <(compgen -W "--help --version --tab" -- "$word") ;;
-        *)
-            mapfile -t COMPREPLY < <(compgen -W "encode decode verify checksum tools demo" -- "$word")
-            ((${#COMPREPLY[@]})) || compopt -o default
-            ;;
+    while IFS=$'\t' read -r candidate _; do
+        case $candidate in
+        :files) compopt -o default ;;
+        :folders) compopt -o dirnames ;;
+        *) COMPREPLY+=("$(printf %q "$candidate")") ;;
         esac
-        return
-    fi
-    if [[ $command == checksum ]]; then
-        if ((COMP_CWORD == 2)); then
-            mapfile -t COMPREPLY < <(compgen -W "create verify --help" -- "$word")
-            return
-        fi
-        command="checksum ${COMP_WORDS[2]}"
-    fi
-    case $command:$before in
-    --tab:--tab) mapfile -t COMPREPLY < <(compgen -W "decode encode checksum about" -- "$word") && return ;;
-    encode:--to) mapfile -t COMPREPLY < <(compgen -W "flac" -- "$word") && return ;;
-    decode:--to) mapfile -t COMPREPLY < <(compgen -W "wav aiff" -- "$word") && return ;;
-    "checksum create":-k|"checksum create":--kind) mapfile -t COMPREPLY < <(compgen -W "md5 ffp st5" -- "$word") && return ;;
-    *:--output | encode:-o | decode:-o)
-        compopt -o filenames
-        mapfile -t COMPREPLY < <(compgen -d -- "$word")
-        return
-        ;;
-    *:--jobs | *:-j | *:--level) return ;;
-    esac
-    case $command in
-    encode)
-        options="--help --jobs --quiet --json --no-color --output --beside-source --delete-originals --yes --to --level --lax --verify --keep-foreign-metadata --fingerprints --overwrite"
-        ;;
-    decode)
-        options="--help --jobs --quiet --json --no-color --output --beside-source --delete-originals --yes --to --through-errors --keep-foreign-metadata"
-        ;;
-    verify)
-        options="--help --jobs --quiet --json --no-color"
-        ;;
-    "checksum create")
-        options="--help --jobs --quiet --json --no-color --kind --save --beside-source --overwrite"
-        ;;
-    "checksum verify")
-        options="--help --jobs --quiet --json --no-color"
-        ;;
-    tools)
-        options="--help --json"
-        ;;
-    demo)
-        options="--help"
-        ;;
-    esac
-    if [[ $word == -* ]]; then
-        mapfile -t COMPREPLY < <(compgen -W "$options" -- "$word")
-    else
-        compopt -o default
-    fi
+    done < <("${COMP_WORDS[0]}" --complete "${COMP_WORDS[@]:1:COMP_CWORD}" 2>/dev/null)
 }
 complete -F _kruv kruv

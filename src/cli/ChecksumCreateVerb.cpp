@@ -19,9 +19,10 @@ ChecksumCreateVerb::ChecksumCreateVerb(CLI::App &parent)
 {
     declareCommonFlags();
     app()
-        .add_option("-k,--kind", m_kind, "md5 (of the files), ffp (of FLAC audio) or st5 (of any audio)")
+        .add_option("-k,--kind", m_kind,
+                    "MD5 of the files, fingerprints of FLAC audio, or shntool's hashes of any audio")
         ->required()
-        ->type_name("KIND");
+        ->type_name("md5|ffp|st5");
     auto *save = app().add_option("-s,--save", saveFlag(), "File that the list is saved in");
     save->type_name("FILE");
     app()

@@ -16,9 +16,9 @@ DecodeVerb::DecodeVerb(CLI::App &parent)
     declareCommonFlags();
     declareOutputFlags();
     app()
-        .add_option("--to", m_format, "Format to make: wav or aiff (AIFF takes the tags over)")
+        .add_option("--to", m_format, "Format to make (AIFF takes the tags over)")
         ->required()
-        ->type_name("FORMAT");
+        ->type_name("wav|aiff");
     app().add_flag("--through-errors", m_throughErrors,
                    "Go on where a FLAC file is damaged; its original is then kept");
     app().add_flag("--keep-foreign-metadata", m_keepForeignMetadata,

@@ -25,17 +25,14 @@ FixVerb::FixVerb(CLI::App &parent)
 {
     declareCommonFlags();
     declareFolderFlags();
-    app()
-        .add_option("--to", m_format, "Format to make: shn, flac, wav or aiff")
-        ->required()
-        ->type_name("FORMAT");
+    app().add_option("--to", m_format, "Format to make")->required()->type_name("shn|flac|wav|aiff");
     app()
         .add_option("--level", m_level, "FLAC compression level, 0 (fast) to 8 (small); 4 when not given")
         ->check(CLI::Range(0, 8))
         ->type_name("N");
     app()
-        .add_option("--md5", m_md5, "MD5 lists of SHN outputs: none, one, or one for each disc (disc)")
-        ->type_name("LISTS");
+        .add_option("--md5", m_md5, "MD5 lists of SHN outputs: none, one for all, or one for each disc")
+        ->type_name("none|one|disc");
     app().add_flag("--fingerprints", m_fingerprints, "Write a list of fingerprints of FLAC outputs");
     app().footer("The tracks are taken in the order of their names, as one run of audio; outputs that are\n"
                  "there already are never replaced.\n"

@@ -4,42 +4,19 @@
 #include "cli/Program.h"
 
 #include "app/Version.h"
-#include "cli/ChecksumCreateVerb.h"
+#include "cli/Commands.h"
 #include "cli/Console.h"
-#include "cli/DecodeVerb.h"
-#include "cli/DemoVerb.h"
-#include "cli/EncodeVerb.h"
 #include "cli/ExitStatus.h"
-#include "cli/FixVerb.h"
-#include "cli/ToolsVerb.h"
 #include "cli/UsageError.h"
-#include "cli/VerifyVerb.h"
 
 #include <csignal>
 #include <exception>
-#include <memory>
-#include <vector>
+#include <iostream>
+#include <string_view>
 
 namespace kruv::Program {
 
 namespace {
-
-std::vector<std::unique_ptr<Verb>> makeVerbs(CLI::App &app)
-{
-    std::vector<std::unique_ptr<Verb>> verbs;
-    verbs.push_back(std::make_unique<EncodeVerb>(app));
-    verbs.push_back(std::make_unique<DecodeVerb>(app));
-    verbs.push_back(std::make_unique<VerifyVerb>(app, VerifyVerb::What::AudioAndLists));
-    CLI::App &checksum =
-        *app.add_subcommand("checksum", "Create or verify MD5, fingerprint and shntool lists");
-    checksum.require_subcommand(1);
-    verbs.push_back(std::make_unique<ChecksumCreateVerb>(checksum));
-    verbs.push_back(std::make_unique<VerifyVerb>(checksum, VerifyVerb::What::Lists));
-    verbs.push_back(std::make_unique<FixVerb>(app));
-    verbs.push_back(std::make_unique<ToolsVerb>(app));
-    verbs.push_back(std::make_unique<DemoVerb>(app));
-    return verbs;
-}
 
 /// Help and version print and succeed; anything else is one line and the usage status.
 int reportParse(const CLI::App &app, const CLI::ParseError &result)
@@ -60,7 +37,7 @@ int reportParse(const CLI::App &app, const CLI::ParseError &result)
 bool isCommand(const std::string &name)
 {
     CLI::App app;
-    const auto verbs = makeVerbs(app);
+    const auto verbs = Commands::declare(app);
     return !app.get_subcommands([&name](const CLI::App *command) { return command->get_name() == name; })
                 .empty();
 }
@@ -76,7 +53,11 @@ int run(int argc, char **argv)
     app.require_subcommand(1);
     app.footer("Exit status: 0 all jobs succeeded, 1 a job failed or a verification did not match,\n"
                "2 wrong usage or a question that no flag answered, 130 canceled.");
-    const auto verbs = makeVerbs(app);
+    const auto verbs = Commands::declare(app);
+    if (argc > 1 && std::string_view(argv[1]) == "--complete") {
+        std::cout << Commands::completions(app, {argv + 2, argv + argc});
+        return std::cout.flush() ? Success : Failure;
+    }
     try {
         app.parse(argc, argv);
         for (const auto &verb : verbs) {

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Kruv developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "cli/Commands.h"
 #include "cli/Console.h"
 #include "cli/FailureAdvice.h"
 #include "support/Files.h"
@@ -69,6 +70,24 @@ TEST(ConsoleText, FitsIntoTheTerminal)
         << "no half character";
     EXPECT_EQ(Console::elidedMiddle(u"abc"_s, 0), QString());
     EXPECT_EQ(Console::printable(u"a\nb\x1b[31m\u00fc"_s), u"a?b?[31m\u00fc"_s);
+}
+
+TEST(Completion, FollowsCommandsFlagsAndTheirValues)
+{
+    CLI::App app;
+    const auto verbs = Commands::declare(app);
+    struct Case
+    {
+        std::vector<std::string> words;
+        std::string found;
+    };
+    for (const Case &each :
+         {Case{{"checksum", "v"}, "verify\tVerify checksum lists\n"},
+          Case{{"decode", "--to", ""}, "wav\naiff\n"}, Case{{"decode", "--output", "x"}, ":folders\n"},
+          Case{{"decode", "--output", "x", "y"}, ":files\n"}, Case{{"decode", "--jobs", ""}, ""},
+          Case{{"--tab", "fix"}, "fix SBE\n"}}) {
+        EXPECT_EQ(Commands::completions(app, each.words), each.found);
+    }
 }
 
 } // namespace kruv::test

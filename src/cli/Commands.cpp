@@ -1,0 +1,33 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "cli/Commands.h"
+
+#include "cli/ChecksumCreateVerb.h"
+#include "cli/DecodeVerb.h"
+#include "cli/DemoVerb.h"
+#include "cli/EncodeVerb.h"
+#include "cli/FixVerb.h"
+#include "cli/ToolsVerb.h"
+#include "cli/VerifyVerb.h"
+
+namespace kruv::Commands {
+
+std::vector<std::unique_ptr<Verb>> declare(CLI::App &app)
+{
+    std::vector<std::unique_ptr<Verb>> verbs;
+    verbs.push_back(std::make_unique<EncodeVerb>(app));
+    verbs.push_back(std::make_unique<DecodeVerb>(app));
+    verbs.push_back(std::make_unique<VerifyVerb>(app, VerifyVerb::What::AudioAndLists));
+    CLI::App &checksum =
+        *app.add_subcommand("checksum", "Create or verify MD5, fingerprint and shntool lists");
+    checksum.require_subcommand(1);
+    verbs.push_back(std::make_unique<ChecksumCreateVerb>(checksum));
+    verbs.push_back(std::make_unique<VerifyVerb>(checksum, VerifyVerb::What::Lists));
+    verbs.push_back(std::make_unique<FixVerb>(app));
+    verbs.push_back(std::make_unique<ToolsVerb>(app));
+    verbs.push_back(std::make_unique<DemoVerb>(app));
+    return verbs;
+}
+
+} // namespace kruv::Commands
