@@ -3,6 +3,8 @@
 
 #include "tags/Mp4Genres.h"
 
+#include <QList>
+
 namespace kruv {
 
 namespace {
