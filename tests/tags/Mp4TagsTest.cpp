@@ -184,7 +184,8 @@ TEST_F(Mp4Tags, AFailureLeavesTheFileOrTagsItUncompacted)
     test::writeFile(path, misleading);
     ASSERT_TRUE(helper.writeTagsForFile(path, *test::fullRecord(), false, false));
     EXPECT_EQ(helper.tagsForFile(path)->titleText(), test::fullRecord()->titleText());
-    EXPECT_TRUE(readFile(path).endsWith(original.mid(original.indexOf("mdat") + 4)));
+    EXPECT_EQ(readFile(path).indexOf(original.mid(original.indexOf("mdat") + 4)),
+              original.indexOf("mdat") + 4);
 
     test::writeFile(path, "no MP4 file");
     EXPECT_THROW(helper.tagsForFile(path), std::runtime_error);
