@@ -44,6 +44,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     std::vector<TagLib::ByteVector> before;
     try {
         before = chunkStarts(stream);
+        TagLib::ByteVectorStream loose(input);
+        try {
+            kruv::Mp4File(loose).storeIndex();
+        } catch (const kruv::Mp4Error &) {
+        }
         kruv::Mp4File(stream).optimize();
     } catch (const kruv::Mp4Error &) {
         // Refusing is the right answer to most inputs, and must leave the file as it was.
