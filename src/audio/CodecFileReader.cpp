@@ -15,7 +15,7 @@ namespace kruv {
 namespace {
 
 // Containers of audio only. Playlists and the like, which name further files, are none of our inputs.
-constexpr const char *containers = "wav,w64,aiff,mov,caf";
+constexpr const char *containers = "wav,aiff,mov";
 
 // Of the decoder configuration of Apple Lossless, the box's head included.
 constexpr int cookieSize = 36;

@@ -11,8 +11,8 @@
 
 namespace kruv {
 
-/// What FFmpeg's demuxers and decoders read: MPEG-4 audio, and WAV, W64, AIFF-C and CAF files that hold
-/// something else than plain integer PCM.
+/// What FFmpeg's demuxers and decoders read: MPEG-4 audio, and WAV and AIFF-C files that hold something else
+/// than plain integer PCM.
 class CodecFileReader : public ExtAudioFileReader
 {
 public:

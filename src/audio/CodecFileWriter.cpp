@@ -127,6 +127,10 @@ void CodecFileWriter::chooseAac()
     if (!takeOwnLayout(*m_encoder, channels)) {
         av_channel_layout_default(&m_encoder->ch_layout, channels);
     }
+    if (channels == 3) {
+        // By default the third would be an LFE, which the encoder cuts to its lowest tones.
+        setChannelLayout(AV_CH_LAYOUT_SURROUND);
+    }
     m_encoder->sample_fmt = codec->sample_fmts[0];
 }
 

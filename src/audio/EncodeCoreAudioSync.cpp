@@ -71,7 +71,7 @@ bool EncodeCoreAudioSync::doEncodeCall()
         return !m_task.cancelled();
     } catch (const std::exception &failure) {
         const QString reason = QString::fromUtf8(failure.what());
-        qCWarning(audioLog, "Exception %s", qUtf8Printable(reason));
+        qCInfo(audioLog, "Exception %s", qUtf8Printable(reason));
         if (m_created && !m_task.cancelled() && QFileInfo(m_outFile).isFile()) {
             QFile::remove(m_outFile); // half a file that looks whole
         }
@@ -103,7 +103,7 @@ void EncodeCoreAudioSync::convert()
     }
     const std::uint32_t layout = surroundLayout(format.channels);
     if (m_formatType != FormatType::LinearPcm && layout != 0 && !output->setChannelLayout(layout)) {
-        qCWarning(audioLog, "AudioConverterSetProperty kAudioConverterOutputChannelLayout failure");
+        qCInfo(audioLog, "AudioConverterSetProperty kAudioConverterOutputChannelLayout failure");
     }
     copyFrames(*input, *output);
     output->finish();
