@@ -64,7 +64,7 @@ const QRegularExpression &chatter()
                        "|(testing, )?\\d+(\\.\\d+)?% complete(, ratio=\\d+\\.\\d{3})?"
                        "|(init_status|init status|state) = FLAC__[A-Z_]*[A-Z](?![a-z])"
                        "|[^\\n]*WARNING: skipping unknown chunk[^)]*\\)"
-                       "|WAVPACK [^\\n]*\\s*Copyright[^\\n]*|(creating|restoring) [^\\n\\r]*?,(?=\\s)"
+                       "|W(V|AV)(UN)?PACK [^\\n]*\\s*Copyright[^\\n]*|(creating|restoring) [^\\n\\r]*?,(?=\\s)"
                        "|\\s\\d+% done\\.\\.\\.|Percent Progress: \\d+"
                        "|(Compressing \\([a-z ]+\\)|Decompressing)\\.\\.\\."
                        "|Progress: [\\d.]+% \\([^)]*\\)"
