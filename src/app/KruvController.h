@@ -20,6 +20,7 @@ namespace kruv {
 class ChecksumTab;
 class DecodeTab;
 class EncodeTab;
+class LossyTab;
 class PowerManager;
 
 /// The application's central object: owns the queue and the tab controllers, takes files from every way they
@@ -41,6 +42,7 @@ public:
     DecodeTab &decodeTab() { return *m_decodeTab; }
     EncodeTab &encodeTab() { return *m_encodeTab; }
     ChecksumTab &checksumTab() { return *m_checksumTab; }
+    LossyTab &lossyTab() { return *m_lossyTab; }
 
     /// See BaseTab::setIntakeInBackground(); for every tab and for what the controller itself takes in.
     void setIntakeInBackground(bool inBackground);
@@ -88,6 +90,7 @@ private:
     std::unique_ptr<DecodeTab> m_decodeTab;
     std::unique_ptr<EncodeTab> m_encodeTab;
     std::unique_ptr<ChecksumTab> m_checksumTab;
+    std::unique_ptr<LossyTab> m_lossyTab;
     QStringList m_tabLabels;
     QHash<QString, BaseTab *> m_tabMap;
     int m_selectedTab = 0;
