@@ -11,19 +11,20 @@
 namespace kruv {
 
 DecodeVerb::DecodeVerb(CLI::App &parent)
-    : TabVerb(parent, "decode", "Make WAV or AIFF of FLAC files")
+    : TabVerb(parent, "decode", "Make WAV or AIFF of lossless files")
 {
     declareCommonFlags();
     declareOutputFlags();
     app()
-        .add_option("--to", m_format, "Format to make: wav or aiff (AIFF takes the tags over)")
+        .add_option("--to", m_format,
+                    "Format to make: wav or aiff (AIFF takes the tags of FLAC and Apple Lossless over)")
         ->required()
         ->type_name("FORMAT");
     app().add_flag("--through-errors", m_throughErrors,
                    "Go on where a FLAC file is damaged; its original is then kept");
     app().add_flag("--keep-foreign-metadata", m_keepForeignMetadata,
                    "Put back the chunks that encoding with the same flag kept");
-    app().footer("Outputs that are there already are never replaced.\n"
+    app().footer("Outputs that are there already: those of FLAC, Shorten and WavPack files stay.\n"
                  "Example: decode a folder into another\n"
                  "  kruv decode --to wav --output /tmp/wavs ~/Concert");
 }

@@ -22,6 +22,10 @@ struct Hint
 constexpr Hint hints[] = {
     {u"already exists, use -f",
      "Move the existing file away, choose another output folder, or allow overwriting."},
+    {u"(yes/no/all)?", "Move the existing file away or choose another output folder."},
+    {u"already exists and was left", "Move the existing file away or choose another output folder."},
+    {u"could not open output file",
+     "Move an existing file away, or check that the output folder may be written to."},
     {u"No space left", "Free some space on the output folder's disk and try again."},
     {u"can't open input file", "Check that the file is there and may be read."},
     {u"Permission denied", "Check that the output folder may be written to."},

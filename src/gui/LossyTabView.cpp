@@ -69,8 +69,8 @@ void addFrameSize(QVBoxLayout *group, LossyTab &tab)
 void addMp3Quality(QVBoxLayout *group, LossyTab &tab)
 {
     QWidget *parent = group->parentWidget();
-    auto *slider = new LevelSlider(tab.slider(), QStringLiteral("slider"),
-                                   [](int level) { return QString::number(level); }, parent);
+    auto *slider = new LevelSlider(
+        tab.slider(), QStringLiteral("slider"), [](int level) { return QString::number(level); }, parent);
     auto *caption = new QLabel(parent);
     Bindings::bind(tab.zeroNineTextField(), caption);
     caption->setBuddy(slider->slider());

@@ -116,9 +116,8 @@ void EncodeAACTask::finish()
         const QString reason = QString::fromUtf8(failure.what());
         qCWarning(aacLog, "Error writing tags for %s: %s", qUtf8Printable(writtenFile()),
                   qUtf8Printable(reason));
-        appendResults(
-            QStringLiteral("\n\nError writing tags to file: %1:\n%2").arg(writtenFile(), reason));
-        if (deleteOriginal() || writtenFile() != outFile()) {
+        appendResults(QStringLiteral("\n\nError writing tags to file: %1:\n%2").arg(writtenFile(), reason));
+        if (losesSource()) {
             OriginalFile::keep(*this, fileName(), QStringLiteral("its tags could not be copied"));
         }
     }

@@ -23,8 +23,7 @@ protected:
 
     /// kbit/s, or the quality 0 to 127 of "VBR".
     std::int32_t level() const { return m_level; }
-    /// The file that is written: the output, or what will take the place of the source.
-    QString writtenFile() const { return m_replacement ? m_replacement->path() : outFile(); }
+    QString writtenFile() const override { return m_replacement ? m_replacement->path() : outFile(); }
 
     void doStartTask() override;
     void finish() override;

@@ -7,6 +7,10 @@
 #include "app/Preferences.h"
 #include "app/UserInterface.h"
 #include "lossless/OutputPlan.h"
+#include "lossy/EncodeAACTask.h"
+#include "lossy/EncodeHEAACTask.h"
+#include "lossy/EncodeMP3Task.h"
+#include "lossy/EncodeOpusTask.h"
 #include "tasks/KruvTask.h"
 #include "tasks/KruvTaskQueue.h"
 #include "tasks/ToolCatalog.h"
@@ -71,14 +75,14 @@ struct LossyTab::FormatRow
     QStringView tool;
     /// Whether outputs that are there already are asked about.
     bool guardsOutputs;
-    std::shared_ptr<KruvTask> (*make)(LossyTab &tab, const OutputPlan::Entry &entry, bool overwrite);
+    Job (LossyTab::*make)(const QString &fileName, const QString &folder, bool overwrite);
 };
 
 const LossyTab::FormatRow LossyTab::formatRows[] = {
-    {u"LAME MP3", u"mp3", u"lame", false, nullptr},
-    {u"AAC", u"m4a", u"", true, nullptr},
-    {u"HE-AAC", u"m4a", u"aacplusenc", true, nullptr},
-    {u"Opus", u"opus", u"opusenc", false, nullptr},
+    {u"LAME MP3", u"mp3", u"lame", false, &LossyTab::makeMp3Job},
+    {u"AAC", u"m4a", u"", true, &LossyTab::makeAacJob},
+    {u"HE-AAC", u"m4a", u"aacplusenc", true, &LossyTab::makeHeAacJob},
+    {u"Opus", u"opus", u"opusenc", false, &LossyTab::makeOpusJob},
 };
 
 LossyTab::LossyTab(TabHost &host)
@@ -261,11 +265,42 @@ void LossyTab::queueJobs(const FormatRow &row, const OutputPlan &plan, bool over
 {
     std::vector<std::shared_ptr<KruvTask>> jobs;
     for (const OutputPlan::Entry &entry : plan.entries()) {
-        auto job = row.make(*this, entry, overwrite);
+        auto job = (this->*row.make)(entry.source, entry.folder, overwrite);
         job->setDeleteOriginal(m_deleteOriginalsButton.isOn());
         jobs.push_back(std::move(job));
     }
     host().taskQueue().addTasks(jobs);
+}
+
+LossyTab::Job LossyTab::makeMp3Job(const QString &fileName, const QString &folder, bool)
+{
+    const QString type = m_mp3Matrix.selectedTitle();
+    int level = 0;
+    if (type == cbr || type == abr) {
+        level = comboLevel();
+    } else if (type == vbr) {
+        level = sliderLevel();
+    }
+    return std::make_shared<EncodeMP3Task>(&host().taskQueue(), fileName, type, folder, level);
+}
+
+LossyTab::Job LossyTab::makeAacJob(const QString &fileName, const QString &folder, bool overwrite)
+{
+    const QString type = m_aacMatrix.selectedTitle();
+    const int level = type == vbr ? stepperLevel() : comboLevel();
+    return std::make_shared<EncodeAACTask>(&host().taskQueue(), fileName, type, folder, level, overwrite);
+}
+
+LossyTab::Job LossyTab::makeHeAacJob(const QString &fileName, const QString &folder, bool overwrite)
+{
+    return std::make_shared<EncodeHEAACTask>(&host().taskQueue(), fileName, m_aacMatrix.selectedTitle(),
+                                             folder, comboLevel(), overwrite);
+}
+
+LossyTab::Job LossyTab::makeOpusJob(const QString &fileName, const QString &folder, bool)
+{
+    return std::make_shared<EncodeOpusTask>(&host().taskQueue(), fileName, m_opusMatrix.selectedTitle(),
+                                            folder, comboLevel(), opusFrameSizeLevel());
 }
 
 } // namespace kruv

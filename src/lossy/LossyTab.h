@@ -7,8 +7,11 @@
 #include "app/ComboControl.h"
 #include "app/Controls.h"
 
+#include <memory>
+
 namespace kruv {
 
+class KruvTask;
 class OutputPlan;
 
 /// The lossy tab: every listed file becomes one job that makes MP3, AAC, HE-AAC or Opus of it.
@@ -55,6 +58,7 @@ public:
     static bool isFileClash(const QStringList &inputFiles, const QStringList &outputFiles);
 
 private:
+    using Job = std::shared_ptr<KruvTask>;
     struct FormatRow;
     static const FormatRow formatRows[];
 
@@ -65,6 +69,10 @@ private:
     void showBitrate(bool show);
     void showMissingTool();
     bool mayWriteOutputs(const FormatRow &row, const OutputPlan &plan, bool inChosenFolder, bool &overwrite);
+    Job makeMp3Job(const QString &fileName, const QString &folder, bool overwrite);
+    Job makeAacJob(const QString &fileName, const QString &folder, bool overwrite);
+    Job makeHeAacJob(const QString &fileName, const QString &folder, bool overwrite);
+    Job makeOpusJob(const QString &fileName, const QString &folder, bool overwrite);
     void queueJobs(const FormatRow &row, const OutputPlan &plan, bool overwrite);
 
     ChoiceControl m_outputFormatMatrix;

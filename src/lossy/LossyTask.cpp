@@ -44,7 +44,7 @@ bool LossyTask::deletesSourceType() const
 
 void LossyTask::finish()
 {
-    if (deleteOriginal() && mayGoOn()) {
+    if (losesSource() && mayGoOn()) {
         keepSourceOfShortOutput();
     }
 }
@@ -53,7 +53,7 @@ void LossyTask::keepSourceOfShortOutput()
 {
     constexpr double tolerance = 0.25; // seconds; the formats' frames are shorter by far
     const double sourceTime = CoreAudioHelper::getFormatInfo(fileName()).time();
-    const double outputTime = CoreAudioHelper::getFormatInfo(outFile()).time();
+    const double outputTime = CoreAudioHelper::getFormatInfo(writtenFile()).time();
     if (outputTime + tolerance < sourceTime) {
         OriginalFile::keep(*this, fileName(),
                            QStringLiteral("its output is shorter (%1 s) than it says to be (%2 s)")

@@ -24,6 +24,10 @@ protected:
 
     /// The source's file type.
     const QString &fileType() const { return m_fileType; }
+    /// The file that is written: the output, or what will take the place of the source.
+    virtual QString writtenFile() const { return outFile(); }
+    /// Whether the source goes when the job succeeds.
+    bool losesSource() const { return deleteOriginal() || writtenFile() != outFile(); }
     /// Whether an original of this type is deleted where that was asked for.
     virtual bool deletesSourceType() const;
 

@@ -31,7 +31,7 @@ const WavSource forAac[] = {
     {u"FLAC", fromFlac, &flac},
 };
 const WavSource forHeAac[] = {
-    {u"M4A", fromAlac, nullptr},         {u"FLAC", fromFlac, &flac},  {u"SHN", fromShorten, &shntool},
+    {u"M4A", fromAlac, nullptr},    {u"FLAC", fromFlac, &flac},  {u"SHN", fromShorten, &shntool},
     {u"WV", fromWavpack, &shntool}, {u"TTA", fromTta, &shntool},
 };
 const WavSource forOpus[] = {
