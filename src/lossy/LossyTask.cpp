@@ -28,7 +28,7 @@ void LossyTask::doStartTask()
         setDeleteOriginal(false);
     }
     // The encoders take any bytes for samples.
-    if (m_fileType == u"WAV" && CoreAudioHelper::getFormatInfo(fileName()).sampleRate() == 0) {
+    if (m_fileType == u"WAV" && CoreAudioHelper::getFormatInfo(fileName()).sampleRate == 0) {
         fail(QStringLiteral("%1 is not a WAV file, or holds a kind of audio that can't be read.")
                  .arg(fileName()));
         return;
