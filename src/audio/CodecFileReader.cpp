@@ -163,8 +163,8 @@ void CodecFileReader::describeAppleLossless()
                               static_cast<std::uint32_t>(cookie[cookieRate + 1]) << 16 |
                               static_cast<std::uint32_t>(cookie[cookieRate + 2]) << 8 |
                               cookie[cookieRate + 3];
-    if (m_dataFormat.channels == 4) {
-        m_dataFormat.channelMask = 0; // the codec has one name for all layouts of four
+    if (m_dataFormat.channels == 4 || m_dataFormat.channels == 8) {
+        m_dataFormat.channelMask = 0; // the codec has one name for all layouts of so many
     }
 }
 

@@ -6,7 +6,9 @@
 #include "app/PathNames.h"
 #include "app/Preferences.h"
 #include "app/UserInterface.h"
+#include "lossless/AiffToWavAndViceVersaTask.h"
 #include "lossless/CodecCommandLine.h"
+#include "lossless/DecodeALACTask.h"
 #include "lossless/DecodeAPETask.h"
 #include "lossless/DecodeFlacTask.h"
 #include "lossless/DecodeSHNTask.h"
@@ -58,6 +60,10 @@ const DecodeTab::SourceRow DecodeTab::sourceRows[] = {
     {u"TTA", make<DecodeTTATask>},
     {u"APE", make<DecodeAPETask>},
     {u"OPUS", make<DecodeOpusTask>},
+    {u"M4A", make<DecodeALACTask>},
+    {u"WAV", make<AiffToWavAndViceVersaTask>},
+    {u"AIFF", make<AiffToWavAndViceVersaTask>},
+    {u"AIF", make<AiffToWavAndViceVersaTask>},
 };
 
 DecodeTab::DecodeTab(TabHost &host)
