@@ -3,7 +3,7 @@
 
 #include "lossy/DecodeOpusTask.h"
 
-#include "audio/CoreAudioHelper.h"
+#include "lossy/StatedFormat.h"
 #include "platform/Resources.h"
 #include "tasks/TemporaryFile.h"
 #include "tasks/ToolOutput.h"
@@ -49,8 +49,8 @@ void DecodeOpusTask::decodeTo(const QString &wav)
         });
     // The tool's status is that of success also where the source is damaged or the disk is full.
     constexpr double tolerance = 0.25; // seconds
-    const double sourceTime = CoreAudioHelper::getFormatInfo(fileName()).time();
-    const double wavTime = decoded ? CoreAudioHelper::getFormatInfo(wav).time() : 0.0;
+    const double sourceTime = statedFormat(fileName()).time();
+    const double wavTime = decoded ? statedFormat(wav).time() : 0.0;
     if (decoded && wavTime + tolerance < sourceTime) {
         fail(QStringLiteral("%1 s of %2 s were written: the source is damaged, or the disk is full.\n")
                  .arg(wavTime, 0, 'f', 2)

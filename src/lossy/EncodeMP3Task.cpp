@@ -6,6 +6,7 @@
 #include "app/Preferences.h"
 #include "audio/CoreAudioHelper.h"
 #include "lossy/LossyOutput.h"
+#include "lossy/StatedFormat.h"
 #include "tags/TagLibTagsHelper.h"
 #include "tasks/TaskCompletionSink.h"
 #include "tasks/TemporaryFile.h"
@@ -41,6 +42,11 @@ void EncodeMP3Task::doStartTask()
 {
     showStatus(QString::fromLatin1(encoding));
     m_tags = readTags({{u"FLAC", "Copying FLAC Tags"}, {u"M4A", "Copying M4A Tags"}});
+    constexpr int mostChannels = 2;
+    if (const int channels = statedFormat(fileName()).channels; channels > mostChannels) {
+        fail(QStringLiteral("%1 has %2 channels; MP3 holds at most two.\n").arg(fileName()).arg(channels));
+        return;
+    }
     LossyTask::doStartTask();
 }
 

@@ -6,6 +6,7 @@
 #include "app/PathNames.h"
 #include "audio/CoreAudioHelper.h"
 #include "lossless/TagCopy.h"
+#include "lossy/StatedFormat.h"
 #include "platform/Resources.h"
 #include "tasks/OriginalFile.h"
 
@@ -52,8 +53,8 @@ void LossyTask::finish()
 void LossyTask::keepSourceOfShortOutput()
 {
     constexpr double tolerance = 0.25; // seconds; the formats' frames are shorter by far
-    const double sourceTime = CoreAudioHelper::getFormatInfo(fileName()).time();
-    const double outputTime = CoreAudioHelper::getFormatInfo(writtenFile()).time();
+    const double sourceTime = statedFormat(fileName()).time();
+    const double outputTime = statedFormat(writtenFile()).time();
     if (outputTime + tolerance < sourceTime) {
         OriginalFile::keep(*this, fileName(),
                            QStringLiteral("its output is shorter (%1 s) than it says to be (%2 s)")

@@ -29,6 +29,8 @@ constexpr const char *fromTta = "Decoding TTA to Wav";
 const WavSource forAac[] = {
     {u"SHN", fromShorten, &shntool},
     {u"FLAC", fromFlac, &flac},
+    {u"WV", fromWavpack, &shntool},
+    {u"TTA", fromTta, &shntool},
 };
 const WavSource forHeAac[] = {
     {u"M4A", fromAlac, nullptr},    {u"FLAC", fromFlac, &flac},  {u"SHN", fromShorten, &shntool},
