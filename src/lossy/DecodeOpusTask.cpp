@@ -43,18 +43,22 @@ void DecodeOpusTask::doStartTask()
 
 void DecodeOpusTask::decodeTo(const QString &wav)
 {
+    bool diskIsFull = false;
     const bool decoded =
-        runTool(toolPath(QStringLiteral("opusdec")), {fileName(), wav}, [this](const QString &piece) {
+        runTool(toolPath(QStringLiteral("opusdec")), {fileName(), wav}, [&](const QString &piece) {
             appendResults(ToolOutput::withoutBackspaces(piece).toString());
+            diskIsFull = diskIsFull || piece.contains(u"Cannot seek on wav file output");
         });
     // The tool's status is that of success also where the source is damaged or the disk is full.
     constexpr double tolerance = 0.25; // seconds
     const double sourceTime = statedFormat(fileName()).time();
     const double wavTime = decoded ? statedFormat(wav).time() : 0.0;
     if (decoded && wavTime + tolerance < sourceTime) {
-        fail(QStringLiteral("%1 s of %2 s were written: the source is damaged, or the disk is full.\n")
+        fail(QStringLiteral("\nOnly %1 s of %2 s were written: %3.\n")
                  .arg(wavTime, 0, 'f', 2)
-                 .arg(sourceTime, 0, 'f', 2));
+                 .arg(sourceTime, 0, 'f', 2)
+                 .arg(diskIsFull ? QStringLiteral("the disk is full")
+                                 : QStringLiteral("the source is damaged")));
     }
 }
 

@@ -42,7 +42,7 @@ void EncodeHEAACTask::processTaskOutput(const QString &piece)
         setProgressIndicatorValue(*percentage);
         publish(&KruvTask::updateStatus);
     } else {
-        appendResults(u'\n' + ToolOutput::withoutBackspaces(piece));
+        appendResults(u'\n' + ToolOutput::withoutBackspaces(piece).toString());
     }
 }
 
