@@ -50,6 +50,8 @@ constexpr Hint hints[] = {
     {u"the source is damaged", "The source ends too early: it is damaged or was not copied whole."},
     {u"Error writing mp3 output", "Free some space on the output folder's disk and try again."},
     {u"child encoder process", "The encoder stopped: check that the output folder's disk has space left."},
+    {u"error while transferring",
+     "The source is damaged or was not copied whole, or the output folder's disk is full."},
     {u"write failed", "Free some space on the output folder's disk and try again."},
     {u"there is no HE-AAC of", "Choose a bit rate that suits this source."},
     {u"unknown file type", "The file is not the kind of audio that its name says."},

@@ -34,6 +34,11 @@ void LossyTask::doStartTask()
                  .arg(fileName()));
         return;
     }
+    if (isCutShort(fileName())) {
+        fail(QStringLiteral("%1 has less audio than its header states: it was not copied whole.\n")
+                 .arg(fileName()));
+        return;
+    }
     TranscodeTask::doStartTask();
 }
 
