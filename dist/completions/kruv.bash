@@ -10,7 +10,7 @@ _kruv()
         case $word in
         -*) mapfile -t COMPREPLY < <(compgen -W "--help --version --tab" -- "$word") ;;
         *)
-            mapfile -t COMPREPLY < <(compgen -W "encode decode verify checksum tools demo" -- "$word")
+            mapfile -t COMPREPLY < <(compgen -W "encode decode verify checksum lossy tools demo" -- "$word")
             ((${#COMPREPLY[@]})) || compopt -o default
             ;;
         esac
@@ -24,16 +24,19 @@ _kruv()
         command="checksum ${COMP_WORDS[2]}"
     fi
     case $command:$before in
-    --tab:--tab) mapfile -t COMPREPLY < <(compgen -W "decode encode checksum about" -- "$word") && return ;;
+    --tab:--tab) mapfile -t COMPREPLY < <(compgen -W "decode encode checksum lossy about" -- "$word") && return ;;
     encode:--to) mapfile -t COMPREPLY < <(compgen -W "flac" -- "$word") && return ;;
     decode:--to) mapfile -t COMPREPLY < <(compgen -W "wav aiff" -- "$word") && return ;;
+    lossy:--to) mapfile -t COMPREPLY < <(compgen -W "mp3 aac he-aac opus" -- "$word") && return ;;
+    lossy:--mode) mapfile -t COMPREPLY < <(compgen -W "cbr abr vbr vbr-constrained" -- "$word") && return ;;
+    lossy:--frame-size) mapfile -t COMPREPLY < <(compgen -W "2.5 5 10 20 40 60" -- "$word") && return ;;
     "checksum create":-k|"checksum create":--kind) mapfile -t COMPREPLY < <(compgen -W "md5 ffp st5" -- "$word") && return ;;
-    *:--output | encode:-o | decode:-o)
+    *:--output | encode:-o | decode:-o | lossy:-o)
         compopt -o filenames
         mapfile -t COMPREPLY < <(compgen -d -- "$word")
         return
         ;;
-    *:--jobs | *:-j | *:--level) return ;;
+    *:--jobs | *:-j | *:--level | *:--bitrate | *:--quality) return ;;
     esac
     case $command in
     encode)
@@ -50,6 +53,9 @@ _kruv()
         ;;
     "checksum verify")
         options="--help --jobs --quiet --json --no-color"
+        ;;
+    lossy)
+        options="--help --jobs --quiet --json --no-color --output --beside-source --delete-originals --yes --to --mode --bitrate --quality --frame-size --overwrite"
         ;;
     tools)
         options="--help --json"

@@ -25,6 +25,8 @@ namespace kruv {
 
 namespace {
 
+constexpr int contentsLength = 5; // characters that a combo box has room for, so that all are of one width
+
 /// A caption with the field that it names beside it.
 void addField(QVBoxLayout *group, LabelControl &caption, QWidget *field)
 {
@@ -50,7 +52,7 @@ void addBitRate(QVBoxLayout *group, LossyTab &tab)
     box->setObjectName(QStringLiteral("comboBox"));
     box->setEditable(true);
     box->setInsertPolicy(QComboBox::NoInsert);
-    box->setMinimumContentsLength(4);
+    box->setMinimumContentsLength(contentsLength);
     box->setValidator(new QIntValidator(1, highestTyped, box));
     Bindings::bind(tab.comboBox(), box);
     // What was typed is put right when it is complete, not at each key.
@@ -62,6 +64,7 @@ void addFrameSize(QVBoxLayout *group, LossyTab &tab)
 {
     auto *box = new QComboBox(group->parentWidget());
     box->setObjectName(QStringLiteral("opusFrameSizeCombo"));
+    box->setMinimumContentsLength(contentsLength);
     Bindings::bind(tab.opusFrameSizeCombo(), box);
     addField(group, tab.frameSizeTextField(), box);
 }

@@ -210,6 +210,7 @@ bool LossyTab::isFileClash(const QStringList &inputFiles, const QStringList &out
 
 void LossyTab::executeCommand()
 {
+    displayRelevantOptions(); // puts a bit rate right that is still being typed
     const FormatRow *row = chosenFormat();
     if (fileList().isEmpty() || !row || !confirmDeletion(m_deleteOriginalsButton.isOn())) {
         return;
