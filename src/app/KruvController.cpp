@@ -11,6 +11,7 @@
 #include "lossless/DecodeTab.h"
 #include "lossless/EncodeTab.h"
 #include "lossless/FixTab.h"
+#include "lossy/LossyTab.h"
 
 #include <utility>
 
@@ -55,11 +56,13 @@ KruvController::KruvController(Preferences &preferences, UserInterface &userInte
     , m_encodeTab(std::make_unique<EncodeTab>(*this))
     , m_checksumTab(std::make_unique<ChecksumTab>(*this))
     , m_fixTab(std::make_unique<FixTab>(*this))
+    , m_lossyTab(std::make_unique<LossyTab>(*this))
 {
     addTab(*m_decodeTab);
     addTab(*m_encodeTab);
     addTab(*m_checksumTab);
     addTab(*m_fixTab);
+    addTab(*m_lossyTab);
     m_tabLabels.append(aboutLabel);
 }
 

@@ -21,6 +21,7 @@ class ChecksumTab;
 class DecodeTab;
 class EncodeTab;
 class FixTab;
+class LossyTab;
 class PowerManager;
 
 /// The application's central object: owns the queue and the tab controllers, takes files from every way they
@@ -43,6 +44,7 @@ public:
     EncodeTab &encodeTab() { return *m_encodeTab; }
     ChecksumTab &checksumTab() { return *m_checksumTab; }
     FixTab &fixTab() { return *m_fixTab; }
+    LossyTab &lossyTab() { return *m_lossyTab; }
 
     /// See BaseTab::setIntakeInBackground(); for every tab and for what the controller itself takes in.
     void setIntakeInBackground(bool inBackground);
@@ -91,6 +93,7 @@ private:
     std::unique_ptr<EncodeTab> m_encodeTab;
     std::unique_ptr<ChecksumTab> m_checksumTab;
     std::unique_ptr<FixTab> m_fixTab;
+    std::unique_ptr<LossyTab> m_lossyTab;
     QStringList m_tabLabels;
     QHash<QString, BaseTab *> m_tabMap;
     int m_selectedTab = 0;

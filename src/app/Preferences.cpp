@@ -33,6 +33,7 @@ const std::vector<RegisteredDefault> &registeredDefaults()
         {"shntoolCommandOption", 0, Kind::Control},
         {"shntoolLenOption", 0, Kind::Control},
         {"shntoolOutputFormat", 1, Kind::Control},
+        {"lossyOutputFormat", 0, Kind::Control},
         {"lossySliderLevel", 3, Kind::Control},
         {"lossyStepperLevel", 88, Kind::Control},
         {"lossyComboLevel", 160, Kind::Control},

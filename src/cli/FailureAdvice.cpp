@@ -40,12 +40,20 @@ constexpr Hint hints[] = {
     {u"END_OF_STREAM events", "The source ends too early: it is damaged or was not copied whole."},
     {u"decoded number of samples", "The source ends too early: it is damaged or was not copied whole."},
     {u"MD5 signature mismatch", "The audio is not what was encoded: the file is damaged."},
+    {u"FLAC__STREAM_DECODER_ABORTED", "Check that the output folder's disk has space left."},
     {u"FLAC__STREAM_DECODER", "The source is damaged or is not a FLAC file."},
     {u"not a WAVE file", "The file is not the kind of audio that its name says."},
     {u"unsupported number of channels", "flac can't take this number of channels from this kind of file."},
     {u"'data' chunk has size of 0", "The source holds no audio."},
     {u"'SSND' chunk has size <= 8", "The source holds no audio."},
     {u"unsupported format type", "The source holds a kind of audio that this format can't take."},
+    {u"the source is damaged", "The source ends too early: it is damaged or was not copied whole."},
+    {u"Error writing mp3 output", "Free some space on the output folder's disk and try again."},
+    {u"child encoder process", "The encoder stopped: check that the output folder's disk has space left."},
+    {u"error while transferring",
+     "The source is damaged or was not copied whole, or the output folder's disk is full."},
+    {u"write failed", "Free some space on the output folder's disk and try again."},
+    {u"there is no HE-AAC of", "Choose a bit rate that suits this source."},
     {u"unknown file type", "The file is not the kind of audio that its name says."},
 };
 
@@ -69,6 +77,13 @@ const QRegularExpression &chatter()
                        "|(Compressing \\([a-z ]+\\)|Decompressing)\\.\\.\\."
                        "|Progress: [\\d.]+% \\([^)]*\\)"
                        "|Converting( \\[[^\\n]*?\\] (\\([\\d:.]+\\) (--> (\\[[^\\n]*?\\] ?:?)?)?)?)?"
+                       // lame: its header, and the progress and histogram that it draws over and over.
+                       "|LAME \\d[\\s\\S]*?(qval=\\d+|\\(q=[\\d.]+\\))|[^\\n]*\\x{1B}\\[[AK]"
+                       "|\\r +Frame [^\\n]*|\\s*\\d+/ *\\d* +\\( *\\d+%\\)\\|[^\\n]*"
+                       // opusenc and opusdec: their headers with the tags, and their progress.
+                       "|opusenc\\n--[\\s\\S]*?Preskip: \\d+|Decoding to \\d+ "
+                       "Hz[^\\n]*(\\n[^\\n]*=[^\\n]*|\\nEncoded with[^\\n]*)*"
+                       "|\\r *\\[[-\\\\|/]\\] [^\\r\\n]*|\\rDecoding complete\\. *"
                        "|\\x{08}+"));
     return expression;
 }

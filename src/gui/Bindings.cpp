@@ -3,12 +3,15 @@
 
 #include "gui/Bindings.h"
 
+#include "app/ComboControl.h"
 #include "app/Controls.h"
 #include "gui/Follow.h"
 
 #include <QCheckBox>
+#include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QSignalBlocker>
 #include <QSpinBox>
 
 namespace kruv::Bindings {
@@ -28,6 +31,29 @@ void bind(TextControl &control, QLineEdit *field)
         }
     });
     QObject::connect(field, &QLineEdit::textChanged, &control, &TextControl::setText);
+}
+
+void bind(ComboControl &control, QComboBox *box)
+{
+    follow(control, box, [&control, box] {
+        if (box->property("items") != control.items()) {
+            const QSignalBlocker blocker(box); // the text that refilling leaves behind is nobody's choice
+            box->setProperty("items", control.items());
+            box->clear();
+            box->addItems(control.items());
+        }
+        if (box->currentText() != control.text()) {
+            box->setCurrentText(control.text());
+        }
+    });
+    QObject::connect(box, &QComboBox::currentTextChanged, &control, &ComboControl::setText);
+}
+
+void bind(ChoiceControl &control, QComboBox *box)
+{
+    box->addItems(control.titles());
+    follow(control, box, [&control, box] { box->setCurrentIndex(control.selectedIndex()); });
+    QObject::connect(box, &QComboBox::currentIndexChanged, &control, &ChoiceControl::select);
 }
 
 void bind(LabelControl &control, QLabel *label)

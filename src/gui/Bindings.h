@@ -4,6 +4,7 @@
 #pragma once
 
 class QCheckBox;
+class QComboBox;
 class QLabel;
 class QLineEdit;
 class QSpinBox;
@@ -11,6 +12,7 @@ class QSpinBox;
 namespace kruv {
 
 class ChoiceControl;
+class ComboControl;
 class LabelControl;
 class NumberControl;
 class TextControl;
@@ -22,6 +24,9 @@ namespace Bindings {
 
 void bind(ToggleControl &control, QCheckBox *box);
 void bind(TextControl &control, QLineEdit *field);
+/// The box must be editable.
+void bind(ComboControl &control, QComboBox *box);
+void bind(ChoiceControl &control, QComboBox *box);
 void bind(LabelControl &control, QLabel *label);
 void bind(NumberControl &control, QSpinBox *stepper);
 

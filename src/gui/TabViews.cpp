@@ -9,6 +9,7 @@
 #include "gui/DecodeTabView.h"
 #include "gui/EncodeTabView.h"
 #include "gui/FixTabView.h"
+#include "gui/LossyTabView.h"
 
 #include <algorithm>
 #include <iterator>
@@ -34,6 +35,7 @@ constexpr Row rows[] = {
     {u"encode", makeView<EncodeTabView, &KruvController::encodeTab>},
     {u"checksum", makeView<ChecksumTabView, &KruvController::checksumTab>},
     {u"fix SBE", makeView<FixTabView, &KruvController::fixTab>},
+    {u"lossy", makeView<LossyTabView, &KruvController::lossyTab>},
     {u"about",
      [](const QString &, KruvController &controller, QWidget *parent) -> QWidget * {
          return new AboutView(controller, parent);

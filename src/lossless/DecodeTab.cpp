@@ -16,6 +16,7 @@
 #include "lossless/DecodeWavpackTask.h"
 #include "lossless/FlacCommandLine.h"
 #include "lossless/OutputPlan.h"
+#include "lossy/DecodeOpusTask.h"
 #include "tasks/KruvTaskQueue.h"
 
 #include <algorithm>
@@ -58,6 +59,7 @@ const DecodeTab::SourceRow DecodeTab::sourceRows[] = {
     {u"WV", make<DecodeWavpackTask>},
     {u"TTA", make<DecodeTTATask>},
     {u"APE", make<DecodeAPETask>},
+    {u"OPUS", make<DecodeOpusTask>},
     {u"M4A", make<DecodeALACTask>},
     {u"WAV", make<AiffToWavAndViceVersaTask>},
     {u"AIFF", make<AiffToWavAndViceVersaTask>},

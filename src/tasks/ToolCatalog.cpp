@@ -32,7 +32,7 @@ constexpr ToolInfo tools[] = {
     {"lame", "lame", "MP3 encoding", "--version"},
     {"opusenc", "opus-tools", "Opus encoding", "--version"},
     {"opusdec", "opus-tools", "Opus decoding", "--version"},
-    {"aacplusenc", nullptr, "HE-AAC encoding", nullptr},
+    {"aacplusenc", nullptr, "HE-AAC encoding", nullptr, "libfdk-aac-dev"},
     {"AtomicParsley", "atomicparsley", "the gapless mark of AAC files", "--version"},
     {"sox", "sox", "sample-rate conversion and de-emphasis", "--version"},
     {"cdda2wav", "icedax", "CD extraction", "-version"},
@@ -45,11 +45,6 @@ const ToolInfo *infoFor(const QString &name)
     const auto *found = std::ranges::find_if(
         tools, [&name](const ToolInfo &tool) { return name == QLatin1StringView(tool.name); });
     return found == std::end(tools) ? nullptr : found;
-}
-
-bool isLaunchable(const QString &path)
-{
-    return QFileInfo(path).isFile() && access(QFile::encodeName(path).constData(), X_OK) == 0;
 }
 
 QString versionIn(const QString &output)
@@ -74,6 +69,10 @@ QString missingToolMessage(const QString &launchPath)
     if (info && info->package) {
         message += QStringLiteral(" The package \"%1\" brings it (sudo apt-get install %1).")
                        .arg(QLatin1StringView(info->package));
+    } else if (info && info->builtWith) {
+        message += QStringLiteral(" It is built with this program where \"%1\" is installed: enable Debian's "
+                                  "non-free component, sudo apt-get install %1, and build Kruv again.")
+                       .arg(QLatin1StringView(info->builtWith));
     } else if (info) {
         message += QStringLiteral(" It belongs to this program: build or install Kruv again.");
     }
@@ -101,6 +100,11 @@ QString silentFailureMessage(const QString &launchPath, int exitStatus, bool cra
     return printedText
                ? QString()
                : QStringLiteral("%1 ended with status %2 and said nothing.\n").arg(tool).arg(exitStatus);
+}
+
+bool isLaunchable(const QString &launchPath)
+{
+    return QFileInfo(launchPath).isFile() && access(QFile::encodeName(launchPath).constData(), X_OK) == 0;
 }
 
 void requireLaunchable(const QString &launchPath)

@@ -20,6 +20,8 @@ struct ToolInfo
     const char *functions;
     /// Argument that makes it print its version, or nullptr where it prints one without.
     const char *versionArgument;
+    /// Debian non-free package without which it isn't built with this program, where there is such.
+    const char *builtWith = nullptr;
 };
 
 struct FoundTool
@@ -44,6 +46,9 @@ QString launchFailureMessage(const QString &launchPath, const QString &problem);
 /// What to add to the output of a tool that ended with a status other than 0, where it said nothing itself:
 /// empty, or a line with its break. `crashed`: a signal ended it, and `exitStatus` is the signal's number.
 QString silentFailureMessage(const QString &launchPath, int exitStatus, bool crashed, bool printedText);
+
+/// Whether there is an executable file at that path.
+bool isLaunchable(const QString &launchPath);
 
 /// Throws std::runtime_error with missingToolMessage() unless `launchPath` is an executable file.
 void requireLaunchable(const QString &launchPath);

@@ -1,0 +1,22 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "gui/TabView.h"
+
+namespace kruv {
+
+class LossyTab;
+
+class LossyTabView : public TabView
+{
+    Q_OBJECT
+public:
+    LossyTabView(LossyTab &tab, const QStringList &kinds, QWidget *parent);
+
+private:
+    void addFormatPages(LossyTab &tab);
+};
+
+} // namespace kruv
