@@ -67,24 +67,24 @@ constexpr QStringView noise[] = {
 /// hold the tool's pieces one behind the other, so these stand for the line breaks that are gone.
 const QRegularExpression &chatter()
 {
-    static const QRegularExpression expression(
-        QStringLiteral("flac \\d\\S*\\s*Copyright[\\s\\S]*?Type `flac' for details\\."
-                       "|(testing, )?\\d+(\\.\\d+)?% complete(, ratio=\\d+\\.\\d{3})?"
-                       "|(init_status|init status|state) = FLAC__[A-Z_]*[A-Z](?![a-z])"
-                       "|[^\\n]*WARNING: skipping unknown chunk[^)]*\\)"
-                       "|W(V|AV)(UN)?PACK [^\\n]*\\s*Copyright[^\\n]*|(creating|restoring) [^\\n\\r]*?,(?=\\s)"
-                       "|\\s\\d+% done\\.\\.\\.|Percent Progress: \\d+"
-                       "|(Compressing \\([a-z ]+\\)|Decompressing)\\.\\.\\."
-                       "|Progress: [\\d.]+% \\([^)]*\\)"
-                       "|Converting( \\[[^\\n]*?\\] (\\([\\d:.]+\\) (--> (\\[[^\\n]*?\\] ?:?)?)?)?)?"
-                       // lame: its header, and the progress and histogram that it draws over and over.
-                       "|LAME \\d[\\s\\S]*?(qval=\\d+|\\(q=[\\d.]+\\))|[^\\n]*\\x{1B}\\[[AK]"
-                       "|\\r +Frame [^\\n]*|\\s*\\d+/ *\\d* +\\( *\\d+%\\)\\|[^\\n]*"
-                       // opusenc and opusdec: their headers with the tags, and their progress.
-                       "|opusenc\\n--[\\s\\S]*?Preskip: \\d+|Decoding to \\d+ "
-                       "Hz[^\\n]*(\\n[^\\n]*=[^\\n]*|\\nEncoded with[^\\n]*)*"
-                       "|\\r *\\[[-\\\\|/]\\] [^\\r\\n]*|\\rDecoding complete\\. *"
-                       "|\\x{08}+"));
+    static const QRegularExpression expression(QStringLiteral(
+        "flac \\d\\S*\\s*Copyright[\\s\\S]*?Type `flac' for details\\."
+        "|(testing, )?\\d+(\\.\\d+)?% complete(, ratio=\\d+\\.\\d{3})?"
+        "|(init_status|init status|state) = FLAC__[A-Z_]*[A-Z](?![a-z])"
+        "|[^\\n]*WARNING: skipping unknown chunk[^)]*\\)"
+        "|W(V|AV)(UN)?PACK [^\\n]*\\s*Copyright[^\\n]*|(creating|restoring) [^\\n\\r]*?,(?=\\s)"
+        "|\\s\\d+% done\\.\\.\\.|Percent Progress: \\d+"
+        "|(Compressing \\([a-z ]+\\)|Decompressing)\\.\\.\\."
+        "|Progress: [\\d.]+% \\([^)]*\\)"
+        "|Converting( \\[[^\\n]*?\\] (\\([\\d:.]+\\) (--> (\\[[^\\n]*?\\] ?:?)?)?)?)?"
+        // lame: its header, and the progress and histogram that it draws over and over.
+        "|LAME \\d[\\s\\S]*?(qval=\\d+|\\(q=[\\d.]+\\))|[^\\n]*\\x{1B}\\[[AK]"
+        "|\\r +Frame [^\\n]*|\\s*\\d+/ *\\d* +\\( *\\d+%\\)\\|[^\\n]*"
+        // opusenc and opusdec: their headers with the tags, and their progress.
+        "|opusenc\\n--[\\s\\S]*?Preskip: \\d+|Decoding to \\d+ "
+        "Hz[^\\n]*(\\n[^\\n]*=[^\\n]*|\\nEncoded with[^\\n]*)*"
+        "|\\r *\\[[-\\\\|/]\\] [^\\r\\n]*|\\rDecoding complete\\. *"
+        "|\\x{08}+"));
     return expression;
 }
 
