@@ -10,6 +10,7 @@
 #include "cli/DemoVerb.h"
 #include "cli/EncodeVerb.h"
 #include "cli/ExitStatus.h"
+#include "cli/ShntoolVerb.h"
 #include "cli/ToolsVerb.h"
 #include "cli/UsageError.h"
 #include "cli/VerifyVerb.h"
@@ -34,6 +35,7 @@ std::vector<std::unique_ptr<Verb>> makeVerbs(CLI::App &app)
     checksum.require_subcommand(1);
     verbs.push_back(std::make_unique<ChecksumCreateVerb>(checksum));
     verbs.push_back(std::make_unique<VerifyVerb>(checksum, VerifyVerb::What::Lists));
+    ShntoolVerb::addAll(app, verbs);
     verbs.push_back(std::make_unique<ToolsVerb>(app));
     verbs.push_back(std::make_unique<DemoVerb>(app));
     return verbs;
