@@ -12,6 +12,7 @@
 #include "lossless/EncodeTab.h"
 #include "lossless/FixTab.h"
 #include "lossy/LossyTab.h"
+#include "shntool/SHNtoolTab.h"
 
 #include <utility>
 
@@ -57,12 +58,14 @@ KruvController::KruvController(Preferences &preferences, UserInterface &userInte
     , m_checksumTab(std::make_unique<ChecksumTab>(*this))
     , m_fixTab(std::make_unique<FixTab>(*this))
     , m_lossyTab(std::make_unique<LossyTab>(*this))
+    , m_shntoolTab(std::make_unique<SHNtoolTab>(*this))
 {
     addTab(*m_decodeTab);
     addTab(*m_encodeTab);
     addTab(*m_checksumTab);
     addTab(*m_fixTab);
     addTab(*m_lossyTab);
+    addTab(*m_shntoolTab);
     m_tabLabels.append(aboutLabel);
 }
 

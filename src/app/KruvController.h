@@ -23,6 +23,7 @@ class EncodeTab;
 class FixTab;
 class LossyTab;
 class PowerManager;
+class SHNtoolTab;
 
 /// The application's central object: owns the queue and the tab controllers, takes files from every way they
 /// arrive and hands each tab only what it can work on, and answers the quit questions. Main thread, but for
@@ -45,6 +46,7 @@ public:
     ChecksumTab &checksumTab() { return *m_checksumTab; }
     FixTab &fixTab() { return *m_fixTab; }
     LossyTab &lossyTab() { return *m_lossyTab; }
+    SHNtoolTab &shntoolTab() { return *m_shntoolTab; }
 
     /// See BaseTab::setIntakeInBackground(); for every tab and for what the controller itself takes in.
     void setIntakeInBackground(bool inBackground);
@@ -94,6 +96,7 @@ private:
     std::unique_ptr<ChecksumTab> m_checksumTab;
     std::unique_ptr<FixTab> m_fixTab;
     std::unique_ptr<LossyTab> m_lossyTab;
+    std::unique_ptr<SHNtoolTab> m_shntoolTab;
     QStringList m_tabLabels;
     QHash<QString, BaseTab *> m_tabMap;
     int m_selectedTab = 0;

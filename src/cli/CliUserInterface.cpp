@@ -60,6 +60,10 @@ void CliUserInterface::alert(const QString &title, const QString &text, const QS
 
 std::optional<QString> CliUserInterface::chooseFolder(const QString &)
 {
+    if (m_options.output.empty() && !m_options.save.empty()) {
+        // What is made goes where its final name is.
+        return QFileInfo(QString::fromStdString(m_options.save)).absolutePath();
+    }
     if (m_options.output.empty()) {
         throw UsageError(QStringLiteral(
             "Say where the output goes: --output DIR, or --beside-source for next to each source."));
@@ -70,6 +74,16 @@ std::optional<QString> CliUserInterface::chooseFolder(const QString &)
 QStringList CliUserInterface::chooseFiles(const QString &, const QString &)
 {
     throw UsageError(QStringLiteral("Name the files on the command line."));
+}
+
+std::optional<QString> CliUserInterface::chooseFile(const QString &title, const QStringList &)
+{
+    if (m_options.sideFile.empty()) {
+        throw UsageError(m_options.sideFileFlag ? QStringLiteral("%1: say which with %2 FILE.")
+                                                      .arg(title, QLatin1StringView(m_options.sideFileFlag))
+                                                : title);
+    }
+    return QDir::cleanPath(QDir().absoluteFilePath(QString::fromStdString(m_options.sideFile)));
 }
 
 std::optional<QString> CliUserInterface::savePath(const QString &, const QString &, const QString &)

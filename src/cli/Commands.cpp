@@ -9,6 +9,7 @@
 #include "cli/EncodeVerb.h"
 #include "cli/FixVerb.h"
 #include "cli/LossyVerb.h"
+#include "cli/ShntoolVerb.h"
 #include "cli/ToolsVerb.h"
 #include "cli/VerifyVerb.h"
 
@@ -25,6 +26,7 @@ std::vector<std::unique_ptr<Verb>> declare(CLI::App &app)
     checksum.require_subcommand(1);
     verbs.push_back(std::make_unique<ChecksumCreateVerb>(checksum));
     verbs.push_back(std::make_unique<VerifyVerb>(checksum, VerifyVerb::What::Lists));
+    ShntoolVerb::addAll(app, verbs);
     verbs.push_back(std::make_unique<FixVerb>(app));
     verbs.push_back(std::make_unique<LossyVerb>(app));
     verbs.push_back(std::make_unique<ToolsVerb>(app));

@@ -26,6 +26,13 @@ constexpr Hint hints[] = {
     {u"already exists and was left", "Move the existing file away or choose another output folder."},
     {u"could not open output file",
      "Move an existing file away, or check that the output folder may be written to."},
+    {u"already sector-aligned", "Files that need nothing are left as they are, without an output."},
+    {u"no silence to trim", "Files that need nothing are left as they are, without an output."},
+    {u"already has a canonical header", "Files that need nothing are left as they are, without an output."},
+    {u"is not CD-quality", "This needs files with 2 channels of 16 bits at 44.1 kHz."},
+    {u"differs among these files", "Only files of the same format can be joined; convert them first."},
+    {u"could not open split point file", "Check that the file is there and may be read."},
+    {u"value not in bytes, m:ss", "The points are to be a cue sheet, or times like 3:05.32, one a line."},
     {u"No space left", "Free some space on the output folder's disk and try again."},
     {u"can't open input file", "Check that the file is there and may be read."},
     {u"Permission denied", "Check that the output folder may be written to."},
@@ -63,28 +70,49 @@ constexpr QStringView noise[] = {
     u"NOTE: --keep-foreign-metadata",
 };
 
-/// What the tools print besides: banners, progress, states, and the backspaces between updates. The results
-/// hold the tool's pieces one behind the other, so these stand for the line breaks that are gone.
+/// What the tools print besides: banners, progress, states, and the backspaces between updates.
+constexpr QStringView chatterPatterns[] = {
+    u"\\x{08}+",
+    // flac
+    u"flac \\d\\S*\\s*Copyright[\\s\\S]*?Type `flac' for details\\.",
+    u"(testing, )?\\d+(\\.\\d+)?% complete(, ratio=\\d+\\.\\d{3})?",
+    u"(init_status|init status|state) = FLAC__[A-Z_]*[A-Z](?![a-z])",
+    u"[^\\n]*WARNING: skipping unknown chunk[^)]*\\)",
+    // wavpack and wvunpack
+    u"W(V|AV)(UN)?PACK [^\\n]*\\s*Copyright[^\\n]*",
+    u"(creating|restoring) [^\\n\\r]*?,(?=\\s)",
+    u"\\s\\d+% done\\.\\.\\.",
+    // ttaenc and mac
+    u"Percent Progress: \\d+",
+    u"(Compressing \\([a-z ]+\\)|Decompressing)\\.\\.\\.",
+    u"Progress: [\\d.]+% \\([^)]*\\)",
+    // shntool
+    u"Converting( \\[[^\\n]*?\\] (\\([\\d:.]+\\) (--> (\\[[^\\n]*?\\] ?:?)?)?)?)?",
+    u"(Scanning|Trimming|Joining|Splitting|Stripping|Post-padding) \\[[^\\n]*: 100% OK\\n",
+    u"shntool \\[split\\]: warning: (discarding initial|file \\d+ will)[^\\n]*",
+    // lame
+    u"LAME \\d[\\s\\S]*?(qval=\\d+|\\(q=[\\d.]+\\))",
+    u"[^\\n]*\\x{1B}\\[[AK]",
+    u"\\r +Frame [^\\n]*",
+    u"\\s*\\d+/ *\\d* +\\( *\\d+%\\)\\|[^\\n]*",
+    // opusenc and opusdec, with the tags that they list
+    u"opusenc\\n--[\\s\\S]*?Preskip: \\d+",
+    u"Decoding to \\d+ Hz[^\\n]*(\\n[^\\n]*=[^\\n]*|\\nEncoded with[^\\n]*)*",
+    u"\\r *\\[[-\\\\|/]\\] [^\\r\\n]*",
+    u"\\rDecoding complete\\. *",
+};
+
+/// The results hold the tools' pieces one behind the other: what matches stands for line breaks that are
+/// gone.
 const QRegularExpression &chatter()
 {
-    static const QRegularExpression expression(QStringLiteral(
-        "flac \\d\\S*\\s*Copyright[\\s\\S]*?Type `flac' for details\\."
-        "|(testing, )?\\d+(\\.\\d+)?% complete(, ratio=\\d+\\.\\d{3})?"
-        "|(init_status|init status|state) = FLAC__[A-Z_]*[A-Z](?![a-z])"
-        "|[^\\n]*WARNING: skipping unknown chunk[^)]*\\)"
-        "|W(V|AV)(UN)?PACK [^\\n]*\\s*Copyright[^\\n]*|(creating|restoring) [^\\n\\r]*?,(?=\\s)"
-        "|\\s\\d+% done\\.\\.\\.|Percent Progress: \\d+"
-        "|(Compressing \\([a-z ]+\\)|Decompressing)\\.\\.\\."
-        "|Progress: [\\d.]+% \\([^)]*\\)"
-        "|Converting( \\[[^\\n]*?\\] (\\([\\d:.]+\\) (--> (\\[[^\\n]*?\\] ?:?)?)?)?)?"
-        // lame: its header, and the progress and histogram that it draws over and over.
-        "|LAME \\d[\\s\\S]*?(qval=\\d+|\\(q=[\\d.]+\\))|[^\\n]*\\x{1B}\\[[AK]"
-        "|\\r +Frame [^\\n]*|\\s*\\d+/ *\\d* +\\( *\\d+%\\)\\|[^\\n]*"
-        // opusenc and opusdec: their headers with the tags, and their progress.
-        "|opusenc\\n--[\\s\\S]*?Preskip: \\d+|Decoding to \\d+ "
-        "Hz[^\\n]*(\\n[^\\n]*=[^\\n]*|\\nEncoded with[^\\n]*)*"
-        "|\\r *\\[[-\\\\|/]\\] [^\\r\\n]*|\\rDecoding complete\\. *"
-        "|\\x{08}+"));
+    static const QRegularExpression expression = [] {
+        QStringList patterns;
+        for (const QStringView pattern : chatterPatterns) {
+            patterns.append(pattern.toString());
+        }
+        return QRegularExpression(patterns.join(u'|'));
+    }();
     return expression;
 }
 

@@ -24,7 +24,8 @@ FixVerb::FixVerb(CLI::App &parent)
     : TabVerb(parent, "fix", "Make the tracks of a set end on CD sector boundaries")
 {
     declareCommonFlags();
-    declareFolderFlags();
+    declareFolderFlag();
+    declareDeletionFlags();
     app().add_option("--to", m_format, "Format to make")->required()->type_name("shn|flac|wav|aiff");
     app()
         .add_option("--level", m_level, "FLAC compression level, 0 (fast) to 8 (small); 4 when not given")

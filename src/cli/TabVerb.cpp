@@ -42,9 +42,21 @@ void TabVerb::declareCommonFlags()
     app().add_flag("--no-color", m_options.noColor, "No colours (the same as setting NO_COLOR)");
 }
 
-void TabVerb::declareFolderFlags()
+void TabVerb::declareFolderFlag()
 {
     app().add_option("-o,--output", m_options.output, "Folder that the output goes into")->type_name("DIR");
+}
+
+void TabVerb::declarePlaceFlags()
+{
+    declareFolderFlag();
+    app()
+        .add_flag("--beside-source", m_options.besideSource, "Write each output next to its source")
+        ->excludes(app().get_option("--output"));
+}
+
+void TabVerb::declareDeletionFlags()
+{
     app().add_flag("--delete-originals", m_options.deleteOriginals,
                    "Delete each source once its output is written and its job succeeded");
     app().add_flag("-y,--yes", m_options.yes, "Say yes to the question whether originals may be deleted");
@@ -52,10 +64,8 @@ void TabVerb::declareFolderFlags()
 
 void TabVerb::declareOutputFlags()
 {
-    declareFolderFlags();
-    app()
-        .add_flag("--beside-source", m_options.besideSource, "Write each output next to its source")
-        ->excludes(app().get_option("--output"));
+    declarePlaceFlags();
+    declareDeletionFlags();
 }
 
 int TabVerb::run()

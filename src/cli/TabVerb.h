@@ -32,15 +32,23 @@ public:
 
 protected:
     void declareCommonFlags();
-    /// Of commands whose output goes into one folder.
-    void declareFolderFlags();
-    /// Of commands that can also write beside the sources.
+    void declareFolderFlag();
+    /// The output folder, or beside the sources.
+    void declarePlaceFlags();
+    void declareDeletionFlags();
+    /// Place and deletion.
     void declareOutputFlags();
 
     const CommonOptions &options() const { return m_options; }
     bool &overwriteFlag() { return m_options.overwrite; }
     bool &besideSourceFlag() { return m_options.besideSource; }
     std::string &saveFlag() { return m_options.save; }
+    /// The file that `flag` names and the engine asks for.
+    std::string &sideFileFlag(const char *flag)
+    {
+        m_options.sideFileFlag = flag;
+        return m_options.sideFile;
+    }
     /// The command ends with the status of a failure, whatever its jobs say.
     void setFailed() { m_failed = true; }
 

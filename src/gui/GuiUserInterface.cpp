@@ -102,8 +102,12 @@ StatusPanel *GuiUserInterface::statusPanel()
 
 QWidget *GuiUserInterface::dialogParent() const
 {
-    QWidget *active = QApplication::activeModalWidget();
-    return active ? active : m_mainWindow.data();
+    if (QWidget *modal = QApplication::activeModalWidget()) {
+        return modal;
+    }
+    // A dialog that stands open beside the main window, and gets the keyboard back.
+    auto *dialog = qobject_cast<QDialog *>(QApplication::activeWindow());
+    return dialog ? dialog : m_mainWindow.data();
 }
 
 int GuiUserInterface::ask(const QString &title, const QString &text, const QStringList &buttons,
@@ -170,6 +174,19 @@ QStringList GuiUserInterface::chooseFiles(const QString &title, const QString &p
     dialog.setFileMode(QFileDialog::ExistingFiles);
     dialog.setLabelText(QFileDialog::Accept, prompt);
     return runFileDialog(dialog, inputFolderKey);
+}
+
+std::optional<QString> GuiUserInterface::chooseFile(const QString &title, const QStringList &types)
+{
+    QStringList patterns;
+    for (const QString &type : types) {
+        patterns << QStringLiteral("*.") + type << QStringLiteral("*.") + type.toUpper();
+    }
+    QFileDialog dialog(dialogParent(), title);
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    dialog.setNameFilters({patterns.join(u' '), tr("All files (*)")});
+    const QStringList chosen = runFileDialog(dialog, inputFolderKey);
+    return chosen.isEmpty() ? std::nullopt : std::optional(QDir::cleanPath(chosen.constFirst()));
 }
 
 std::optional<QString> GuiUserInterface::savePath(const QString &message, const QString &title,

@@ -10,6 +10,7 @@
 #include "gui/EncodeTabView.h"
 #include "gui/FixTabView.h"
 #include "gui/LossyTabView.h"
+#include "gui/ShntoolTabView.h"
 
 #include <algorithm>
 #include <iterator>
@@ -36,6 +37,7 @@ constexpr Row rows[] = {
     {u"checksum", makeView<ChecksumTabView, &KruvController::checksumTab>},
     {u"fix SBE", makeView<FixTabView, &KruvController::fixTab>},
     {u"lossy", makeView<LossyTabView, &KruvController::lossyTab>},
+    {u"shntool", makeView<ShntoolTabView, &KruvController::shntoolTab>},
     {u"about",
      [](const QString &, KruvController &controller, QWidget *parent) -> QWidget * {
          return new AboutView(controller, parent);

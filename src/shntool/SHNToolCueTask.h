@@ -1,0 +1,45 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "shntool/SHNToolOutput.h"
+#include "tasks/KruvAsyncNSTaskFileOutputRedirection.h"
+
+namespace kruv {
+
+/// Writes a cue sheet for the given files, as though they were joined. What the tool prints when it refuses a
+/// file isn't kept as a sheet, but shown.
+class SHNToolCueTask : public KruvAsyncNSTaskFileOutputRedirection
+{
+public:
+    SHNToolCueTask(const QString &fileName, TaskCompletionSink *queue, const QString &launchPath,
+                   const QStringList &files)
+        : KruvAsyncNSTaskFileOutputRedirection(
+              fileName, queue, launchPath, QStringList{QStringLiteral("cue"), QStringLiteral("-c")} + files)
+    {
+        setTitle(QStringLiteral("Creating CUE sheet"));
+        setSubTitle(QStringLiteral("Processing"));
+    }
+
+protected:
+    void processTaskOutput(const QString &text) override { m_output += text; }
+    void willEnd() override
+    {
+        const SHNToolOutput::Parts parts = SHNToolOutput::takeApart(m_output);
+        appendResults(error() && !parts.messages.isEmpty() ? parts.messages : parts.report);
+    }
+    void cleanup() override
+    {
+        if (!error() && !cancelled()) {
+            KruvAsyncNSTaskFileOutputRedirection::cleanup();
+        } else if (!error()) {
+            results()->setHasResults(false);
+        }
+    }
+
+private:
+    QString m_output;
+};
+
+} // namespace kruv
