@@ -9,10 +9,8 @@
 #include "tasks/ToolCatalog.h"
 #include "tasks/ToolEnvironment.h"
 
-#include <QFileInfo>
 #include <QProcess>
 
-#include <cstring>
 #include <exception>
 
 namespace kruv {
@@ -101,21 +99,7 @@ void KruvAsyncNSTask::judge(int exitStatus, bool crashed)
 {
     if (!cancelled() && exitStatus != 0) {
         setError(true);
-        describeSilentFailure(exitStatus, crashed);
-    }
-}
-
-void KruvAsyncNSTask::describeSilentFailure(int exitStatus, bool crashed)
-{
-    const QString tool = QFileInfo(m_launchPath).fileName();
-    if (crashed) {
-        appendResults(QStringLiteral("%1 was ended by signal %2 (%3).\n")
-                          .arg(tool)
-                          .arg(exitStatus)
-                          .arg(QString::fromLocal8Bit(strsignal(exitStatus))));
-    } else if (!m_printedText) {
-        appendResults(
-            QStringLiteral("%1 ended with status %2 and said nothing.\n").arg(tool).arg(exitStatus));
+        appendResults(ToolCatalog::silentFailureMessage(m_launchPath, exitStatus, crashed, m_printedText));
     }
 }
 

@@ -59,7 +59,6 @@ private:
     void childFailedToStart();
     void childFinished(int exitStatus, bool crashed);
     void judge(int exitStatus, bool crashed);
-    void describeSilentFailure(int exitStatus, bool crashed);
     void finish();
 
     QString m_launchPath;

@@ -12,6 +12,7 @@
 #include <QRegularExpression>
 
 #include <algorithm>
+#include <cstring>
 #include <stdexcept>
 #include <unistd.h>
 
@@ -86,6 +87,20 @@ QString launchFailureMessage(const QString &launchPath, const QString &problem)
     }
     return QStringLiteral("The tool \"%1\" at %2 could not be started: %3")
         .arg(QFileInfo(launchPath).fileName(), launchPath, problem);
+}
+
+QString silentFailureMessage(const QString &launchPath, int exitStatus, bool crashed, bool printedText)
+{
+    const QString tool = QFileInfo(launchPath).fileName();
+    if (crashed) {
+        return QStringLiteral("%1 was ended by signal %2 (%3).\n")
+            .arg(tool)
+            .arg(exitStatus)
+            .arg(QString::fromLocal8Bit(strsignal(exitStatus)));
+    }
+    return printedText
+               ? QString()
+               : QStringLiteral("%1 ended with status %2 and said nothing.\n").arg(tool).arg(exitStatus);
 }
 
 void requireLaunchable(const QString &launchPath)

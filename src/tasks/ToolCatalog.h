@@ -41,6 +41,10 @@ QString missingToolMessage(const QString &launchPath);
 /// The same for a tool that is there, but that the system would not start for the reason `problem`.
 QString launchFailureMessage(const QString &launchPath, const QString &problem);
 
+/// What to add to the output of a tool that ended with a status other than 0, where it said nothing itself:
+/// empty, or a line with its break. `crashed`: a signal ended it, and `exitStatus` is the signal's number.
+QString silentFailureMessage(const QString &launchPath, int exitStatus, bool crashed, bool printedText);
+
 /// Throws std::runtime_error with missingToolMessage() unless `launchPath` is an executable file.
 void requireLaunchable(const QString &launchPath);
 
