@@ -15,6 +15,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <utility>
 
 namespace kruv {
 
@@ -26,10 +27,10 @@ constexpr int unanswered = -1;
 
 QDBusMessage diskCall(const QString &bsdName, const QString &method, const QVariantMap &options)
 {
-    QDBusMessage call = QDBusMessage::createMethodCall(
-        QStringLiteral("org.freedesktop.UDisks2"),
-        QStringLiteral("/org/freedesktop/UDisks2/block_devices/") + bsdName,
-        QStringLiteral("org.freedesktop.UDisks2.Filesystem"), method);
+    QDBusMessage call =
+        QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.UDisks2"),
+                                       QStringLiteral("/org/freedesktop/UDisks2/block_devices/") + bsdName,
+                                       QStringLiteral("org.freedesktop.UDisks2.Filesystem"), method);
     call << options;
     call.setInteractiveAuthorizationAllowed(true);
     return call;
@@ -71,8 +72,9 @@ QString DiscArbitration::discIdForVolumePath(const QString &folder) const
     if (name.startsWith(audioDisc)) {
         return name.mid(audioDisc.size());
     }
-    const QString device = QFileInfo(folder).canonicalFilePath();
-    if (device.startsWith(devices) && !QFileInfo(device).isDir()) {
+    const QString device =
+        QFileInfo(m_platform.root + folder).canonicalFilePath().mid(m_platform.root.size());
+    if (device.startsWith(devices) && !QFileInfo(m_platform.root + device).isDir()) {
         return device.mid(devices.size());
     }
     const auto mounts = MountTable::read(m_platform.root);
@@ -121,8 +123,7 @@ bool DiscArbitration::unMountDisc(const QString &bsdName)
 
 int DiscArbitration::unmountFileSystem(const QString &bsdName)
 {
-    const QDBusMessage call =
-        diskCall(bsdName, QStringLiteral("Unmount"), {{QStringLiteral("force"), true}});
+    const QDBusMessage call = diskCall(bsdName, QStringLiteral("Unmount"), {{QStringLiteral("force"), true}});
     QDBusPendingCallWatcher watcher(m_platform.systemBus().asyncCall(call, m_platform.timeout));
     QEventLoop loop;
     connect(&watcher, &QDBusPendingCallWatcher::finished, &loop, &QEventLoop::quit);

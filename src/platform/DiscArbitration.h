@@ -21,7 +21,7 @@ public:
     /// What it stands on; tests give their own.
     struct Platform
     {
-        QString root;       ///< of /proc
+        QString root;       ///< of /proc and /dev
         QString gvfsFolder; ///< where the desktop's own mounts appear
         QString gio = QStringLiteral("gio");
         std::function<QDBusConnection()> systemBus = [] { return QDBusConnection::systemBus(); };
@@ -39,8 +39,8 @@ public:
     /// What people call the disc mounted on the folder.
     static QString discName(const QString &folder);
 
-    /// Takes the disc off wherever it is mounted. Serves events meanwhile, but none of a person. False, with a
-    /// line on standard error, where it stays mounted.
+    /// Takes the disc off wherever it is mounted. Serves events meanwhile, but none of a person. False, with
+    /// a line on standard error, where it stays mounted.
     bool unMountDisc(const QString &bsdName);
     /// Asks for the mounts that unMountDisc() took, and doesn't wait.
     void mountDisc(const QString &bsdName);

@@ -80,9 +80,8 @@ QList<Move> plan(const QStringList &files, const QString &prefix)
     int number = 0;
     for (const QString &file : files) {
         ++number;
-        const QString name =
-            QStringLiteral("%1%2%3")
-                .arg(prefix, number <= lastPadded ? QStringLiteral("0") : QString(), QString::number(number));
+        const QString name = QStringLiteral("%1%2%3").arg(
+            prefix, number <= lastPadded ? QStringLiteral("0") : QString(), QString::number(number));
         const QString extension = PathNames::extension(file);
         const QString folder = PathNames::folderOf(file);
         moves.append({file, (folder.endsWith(u'/') ? folder : folder + u'/') + name +

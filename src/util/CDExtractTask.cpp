@@ -53,10 +53,9 @@ QStringList CDExtractTask::outputs(const Request &request)
     const auto range = CdTracks::range(request.trackString).value_or(CdTracks::Range());
     if (request.oneTrack || range.first == range.last) {
         paths.append(folder + oneFile);
-    } else {
-        for (int track = range.first; track <= range.last; ++track) {
-            paths.append(folder + toolName(track));
-        }
+    }
+    for (int track = range.first; track <= range.last && !request.oneTrack; ++track) {
+        paths.append(folder + toolName(track));
     }
     return paths;
 }
@@ -91,8 +90,8 @@ void CDExtractTask::showStatus(const QString &status)
 
 QString CDExtractTask::fileNameFor(int track) const
 {
-    const auto named =
-        std::ranges::find(m_request.fileNames, track, [](const QString &file) { return CdTracks::number(file); });
+    const auto named = std::ranges::find(m_request.fileNames, track,
+                                         [](const QString &file) { return CdTracks::number(file); });
     return named == m_request.fileNames.cend() ? QString() : *named;
 }
 
@@ -142,11 +141,10 @@ void CDExtractTask::renameTracks()
     // The track at which the tool failed or was ended is not whole: it keeps the tool's name.
     const bool allDone = !error() && !cancelled();
     const int last = allDone ? m_range.last : std::min(m_range.last, m_range.first + m_tracksDone - 1);
-    if (m_range.last == m_range.first) {
-        if (last == m_range.last) {
-            rename(oneFile, m_range.first);
-        }
-        return;
+    const bool oneOnly = m_range.last == m_range.first;
+    // Tools number a single file as well when they are asked for one file a track.
+    if (oneOnly && last == m_range.last && QFile::exists(m_request.outputFolder + u'/' + oneFile)) {
+        return rename(oneFile, m_range.first);
     }
     for (int track = m_range.first; track <= last && !m_request.oneTrack; ++track) {
         rename(toolName(track), track);
@@ -157,8 +155,7 @@ void CDExtractTask::writeLog()
 {
     const QString path = m_request.outputFolder + u'/' + logName(m_request.discName);
     const QString version = QStringLiteral("%1 (build %2)").arg(shortVersion(), buildNumber());
-    if (!TextFile::write(path,
-                         QStringLiteral("Kruv %1\n%2").arg(version, CdOutput::logText(m_logOutput)))) {
+    if (!TextFile::write(path, QStringLiteral("Kruv %1\n%2").arg(version, CdOutput::logText(m_logOutput)))) {
         fail(QStringLiteral("The log %1 could not be written.").arg(path));
     }
 }
