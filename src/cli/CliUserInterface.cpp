@@ -24,6 +24,7 @@ struct Answer
 constexpr Answer answers[] = {
     {u"You have chosen to delete the original files.", &CommonOptions::yes, "--yes"},
     {u"One of the output files already exists", &CommonOptions::overwrite, "--overwrite"},
+    {u"You have chosen \"DVD Audio Disc.\"", &CommonOptions::readFormats, ""},
 };
 
 } // namespace
@@ -87,7 +88,10 @@ std::optional<QString> CliUserInterface::savePath(const QString &, const QString
 
 std::optional<QString> CliUserInterface::enterText(const QString &title, const QString &, const QString &)
 {
-    throw UsageError(title);
+    if (m_options.text.empty()) {
+        throw UsageError(title);
+    }
+    return QString::fromStdString(m_options.text);
 }
 
 std::optional<TrimCharsObject> CliUserInterface::trimCharacters()

@@ -12,6 +12,8 @@
 #include "cli/ExitStatus.h"
 #include "cli/ToolsVerb.h"
 #include "cli/UsageError.h"
+#include "cli/UtilExtractCdVerb.h"
+#include "cli/UtilVerb.h"
 #include "cli/VerifyVerb.h"
 
 #include <csignal>
@@ -34,6 +36,14 @@ std::vector<std::unique_ptr<Verb>> makeVerbs(CLI::App &app)
     checksum.require_subcommand(1);
     verbs.push_back(std::make_unique<ChecksumCreateVerb>(checksum));
     verbs.push_back(std::make_unique<VerifyVerb>(checksum, VerifyVerb::What::Lists));
+    CLI::App &util = *app.add_subcommand(
+        "util", "Rename, add replay gain, convert sample rates, extract discs, make DVD-Audio images");
+    util.require_subcommand(1);
+    for (const auto command : {UtilTab::Rename, UtilTab::ReplayGain, UtilTab::SampleRateConversion,
+                               UtilTab::DeEmphasis, UtilTab::DvdAudio}) {
+        verbs.push_back(std::make_unique<UtilVerb>(util, command));
+    }
+    verbs.push_back(std::make_unique<UtilExtractCdVerb>(util));
     verbs.push_back(std::make_unique<ToolsVerb>(app));
     verbs.push_back(std::make_unique<DemoVerb>(app));
     return verbs;

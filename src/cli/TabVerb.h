@@ -31,19 +31,25 @@ public:
     int run() override;
 
 protected:
-    void declareCommonFlags();
+    /// `needsPaths`: whether the command can't do without files.
+    void declareCommonFlags(bool needsPaths = true);
     void declareOutputFlags();
+    /// For commands that always write into one folder.
+    void declareOutputFolder();
 
     const CommonOptions &options() const { return m_options; }
     bool &overwriteFlag() { return m_options.overwrite; }
     bool &besideSourceFlag() { return m_options.besideSource; }
     std::string &saveFlag() { return m_options.save; }
+    std::string &textFlag() { return m_options.text; }
     /// The command ends with the status of a failure, whatever its jobs say.
     void setFailed() { m_failed = true; }
 
     /// Sets controls and runs commands through `queueRun`.
     virtual void runCommands(KruvController &controller, QueueRun &queueRun, const QStringList &paths) = 0;
 
+    /// Takes `paths` into the tab and says what it refused. Throws UsageError when nothing is left.
+    void takeIn(BaseTab &tab, const QStringList &paths);
     /// Takes `paths` into the tab and runs its command. Throws UsageError when nothing in them is for the
     /// tab.
     void runTab(BaseTab &tab, QueueRun &queueRun, const QStringList &paths);
