@@ -26,6 +26,8 @@ public:
     /// 1 to 32. Samples lie in whole bytes, shifted to the high end.
     unsigned bitsPerSample() const { return m_bitsPerSample; }
     std::uint32_t bytesPerFrame() const { return (m_bitsPerSample + 7) / 8 * m_channels; }
+    /// How the samples lie in the file.
+    bool isLittleEndian() const { return m_littleEndian; }
     /// Audio bytes in whole frames as far as they are known beforehand.
     std::optional<std::uint64_t> audioBytes() const { return m_audioBytes; }
     /// True when the file states more audio than has arrived at the end.

@@ -1,0 +1,53 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "audio/AvLog.h"
+
+#include <array>
+#include <cstdio>
+#include <mutex>
+#include <string>
+
+extern "C" {
+#include <libavutil/error.h>
+#include <libavutil/log.h>
+}
+
+namespace kruv::AvLog {
+
+namespace {
+
+thread_local std::string lastError;
+
+void keepErrors(void *, int level, const char *format, va_list arguments)
+{
+    if (level > AV_LOG_ERROR) {
+        return;
+    }
+    std::array<char, 512> line{};
+    std::vsnprintf(line.data(), line.size(), format, arguments);
+    lastError = line.data();
+}
+
+} // namespace
+
+void install()
+{
+    static std::once_flag once;
+    std::call_once(once, [] { av_log_set_callback(keepErrors); });
+}
+
+QString takeLastError(int code)
+{
+    std::array<char, AV_ERROR_MAX_STRING_SIZE> cause{};
+    av_strerror(code, cause.data(), cause.size());
+    QString text = QString::fromUtf8(lastError).simplified();
+    lastError.clear();
+    const QString causeText = QString::fromUtf8(cause.data());
+    if (text.isEmpty() || code == AVERROR(ENOSPC)) {
+        return causeText;
+    }
+    return text.endsWith(causeText) ? text : QStringLiteral("%1 (%2)").arg(text, causeText);
+}
+
+} // namespace kruv::AvLog
