@@ -52,8 +52,9 @@ int CliUserInterface::ask(const QString &title, const QString &, const QStringLi
 void CliUserInterface::alert(const QString &title, const QString &text, const QString &)
 {
     ++m_alerts;
-    Console::complain(title);
-    const QStringList lines = text.split(u'\n', Qt::SkipEmptyParts);
+    QStringList lines = text.split(u'\n', Qt::SkipEmptyParts);
+    // Where the title says no more than that, the text is the message.
+    Console::complain(title == u"Error" && !lines.isEmpty() ? lines.takeFirst() : title);
     for (const QString &line : lines) {
         Console::writeError(QStringLiteral("  %1\n").arg(Console::printable(line)));
     }

@@ -10,11 +10,11 @@
 #include <QEventLoop>
 #include <QFileInfo>
 #include <QProcess>
-#include <QStandardPaths>
 #include <QTimer>
 
 #include <algorithm>
 #include <cstdio>
+#include <unistd.h>
 #include <utility>
 
 namespace kruv {
@@ -52,7 +52,8 @@ DiscArbitration::Platform DiscArbitration::desktop()
 {
     Platform platform;
     platform.gvfsFolder =
-        QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation) + QStringLiteral("/gvfs");
+        qEnvironmentVariable("XDG_RUNTIME_DIR", QStringLiteral("/run/user/%1").arg(getuid())) +
+        QStringLiteral("/gvfs");
     return platform;
 }
 
