@@ -36,13 +36,24 @@ bool isDone(QStringView piece)
     return piece.trimmed().endsWith(u"Done.") || piece.contains(u"100%");
 }
 
-void Reader::read(QStringView piece)
+QStringList Messages::read(QStringView piece)
 {
+    QStringList complete;
     m_line += piece;
-    if (std::ranges::any_of(shortEnds, [this](QStringView text) { return m_line.contains(text); })) {
-        m_problem = m_line.trimmed();
+    for (qsizetype end = m_line.indexOf(u'\n'); end >= 0; end = m_line.indexOf(u'\n')) {
+        const QString line = m_line.left(end).trimmed();
+        m_line.remove(0, end + 1);
+        // Progress may stand before it in the same line.
+        const qsizetype start = std::max(line.lastIndexOf(u"sox WARN "), line.lastIndexOf(u"sox FAIL "));
+        if (start < 0) {
+            continue;
+        }
+        complete.append(line.mid(start));
+        if (std::ranges::any_of(shortEnds, [&line](QStringView text) { return line.contains(text); })) {
+            m_shortEnd = line.mid(start);
+        }
     }
-    m_line.remove(0, std::max(m_line.lastIndexOf(u'\n'), m_line.lastIndexOf(u'\r')) + 1);
+    return complete;
 }
 
 } // namespace kruv::SoxOutput

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <QStringView>
 
 #include <optional>
@@ -16,18 +17,19 @@ std::optional<double> percentage(QStringView piece);
 /// Whether the piece says that the work is done.
 bool isDone(QStringView piece);
 
-/// Looks for what sox says of a source or a disk that gave out before the end, after which it ends as if
-/// nothing had happened. The output may come in any pieces.
-class Reader
+/// Collects the warnings and failures that sox prints among its progress. The output may come in any pieces.
+class Messages
 {
 public:
-    void read(QStringView piece);
-    /// What sox said; empty where all is well.
-    const QString &problem() const { return m_problem; }
+    /// Returns those that are complete with this piece, each without a line break.
+    QStringList read(QStringView piece);
+    /// What sox said of a source or a disk that gave out before the end, after which it ends as if nothing
+    /// had happened. Empty where all is well.
+    const QString &shortEnd() const { return m_shortEnd; }
 
 private:
     QString m_line;
-    QString m_problem;
+    QString m_shortEnd;
 };
 
 } // namespace kruv::SoxOutput

@@ -85,26 +85,24 @@ void SoxTask::doStartTask()
 
 void SoxTask::processTaskOutput(const QString &piece)
 {
-    m_reader.read(piece);
-    const auto percentage = SoxOutput::percentage(piece);
-    if (percentage) {
+    for (const QString &message : m_messages.read(piece)) {
+        appendResults(message + u'\n');
+    }
+    if (const auto percentage = SoxOutput::percentage(piece)) {
         showProgress(m_recipe.progress + QStringLiteral(": %1%").arg(*percentage, 0, 'f', 6), *percentage);
     } else if (piece.contains(u"In:") && piece.contains(u'%')) {
         qCWarning(soxLog, "%s", qUtf8Printable(m_recipe.failure.arg(piece)));
-    } else {
-        const QString text = piece.trimmed();
-        appendResults(text.isEmpty() || text == u"Done." ? QString() : text + u'\n');
     }
     if (SoxOutput::isDone(piece) && !m_saidDone) {
         m_saidDone = true;
-        appendResults(title() + QStringLiteral("  - Done"));
+        appendResults(title() + QStringLiteral("  - Done\n"));
     }
 }
 
 void SoxTask::checkLength()
 {
-    if (!m_reader.problem().isEmpty()) {
-        fail(QStringLiteral("%1 is not complete: %2").arg(outputPath(), m_reader.problem()));
+    if (!m_messages.shortEnd().isEmpty()) {
+        fail(QStringLiteral("%1 is not complete: %2").arg(outputPath(), m_messages.shortEnd()));
         return;
     }
     constexpr double rounding = 2.0; // frames

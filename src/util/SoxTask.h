@@ -48,7 +48,7 @@ private:
 
     const QString m_outputFolder;
     const Recipe m_recipe;
-    SoxOutput::Reader m_reader;
+    SoxOutput::Messages m_messages;
     bool m_saidDone = false;
 };
 
