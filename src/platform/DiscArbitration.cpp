@@ -73,10 +73,8 @@ QString DiscArbitration::discIdForVolumePath(const QString &folder) const
     if (name.startsWith(audioDisc)) {
         return name.mid(audioDisc.size());
     }
-    const QString device =
-        QFileInfo(m_platform.root + folder).canonicalFilePath().mid(m_platform.root.size());
-    if (device.startsWith(devices) && !QFileInfo(m_platform.root + device).isDir()) {
-        return device.mid(devices.size());
+    if (folder.startsWith(devices)) {
+        return folder.mid(devices.size());
     }
     const auto mounts = MountTable::read(m_platform.root);
     // What was mounted last on a folder hides what was there before.

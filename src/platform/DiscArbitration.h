@@ -21,7 +21,7 @@ public:
     /// What it stands on; tests give their own.
     struct Platform
     {
-        QString root;       ///< of /proc and /dev
+        QString root;       ///< of /proc
         QString gvfsFolder; ///< where the desktop's own mounts appear
         QString gio = QStringLiteral("gio");
         std::function<QDBusConnection()> systemBus = [] { return QDBusConnection::systemBus(); };

@@ -45,6 +45,7 @@ protected:
     void processTaskOutput(const QString &text) override;
     void cleanup() override;
     void neverRan() override;
+    void neverStarted() override { giveDiscBack(); }
     void finalCleanup() override;
 
 private:

@@ -3,6 +3,8 @@
 
 #include "util/SoxOutput.h"
 
+#include <QRegularExpression>
+
 #include <algorithm>
 #include <array>
 
@@ -18,17 +20,15 @@ constexpr std::array<QStringView, 3> shortEnds{
 
 } // namespace
 
-std::optional<double> percentage(QStringView piece)
+QString percentageText(const QString &piece)
 {
-    constexpr QStringView marker = u"In:";
-    const qsizetype sign = piece.lastIndexOf(u'%');
-    const qsizetype start = sign < 0 ? -1 : piece.first(sign).lastIndexOf(marker);
-    if (start < 0) {
-        return std::nullopt;
+    // Warnings name files, and those may hold anything.
+    static const QRegularExpression update(QStringLiteral("\\bIn:([^\\s%]*)%"));
+    QString latest;
+    for (const auto &match : update.globalMatch(piece)) {
+        latest = match.captured(1);
     }
-    bool isNumber = false;
-    const double value = piece.sliced(start, sign - start).sliced(marker.size()).toDouble(&isNumber);
-    return isNumber ? std::optional(value) : std::nullopt;
+    return latest;
 }
 
 bool isDone(QStringView piece)

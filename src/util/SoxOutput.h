@@ -7,13 +7,12 @@
 #include <QStringList>
 #include <QStringView>
 
-#include <optional>
-
 /// Reads what sox prints with -S.
 namespace kruv::SoxOutput {
 
-/// The latest percentage in a piece of output; nothing where it has none.
-std::optional<double> percentage(QStringView piece);
+/// Text of the latest percentage in a piece of output, empty where it has none: what stands between "In:" and
+/// "%".
+QString percentageText(const QString &piece);
 /// Whether the piece says that the work is done.
 bool isDone(QStringView piece);
 

@@ -88,9 +88,12 @@ void SoxTask::processTaskOutput(const QString &piece)
     for (const QString &message : m_messages.read(piece)) {
         appendResults(message + u'\n');
     }
-    if (const auto percentage = SoxOutput::percentage(piece)) {
-        showProgress(m_recipe.progress + QStringLiteral(": %1%").arg(*percentage, 0, 'f', 6), *percentage);
-    } else if (piece.contains(u"In:") && piece.contains(u'%')) {
+    const QString text = SoxOutput::percentageText(piece);
+    bool isNumber = false;
+    const double percentage = text.toDouble(&isNumber);
+    if (isNumber) {
+        showProgress(m_recipe.progress + QStringLiteral(": %1%").arg(percentage, 0, 'f', 6), percentage);
+    } else if (!text.isEmpty()) {
         qCWarning(soxLog, "%s", qUtf8Printable(m_recipe.failure.arg(piece)));
     }
     if (SoxOutput::isDone(piece) && !m_saidDone) {
