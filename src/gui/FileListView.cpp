@@ -144,6 +144,10 @@ void FileListView::makeList()
     m_list->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(m_list, &QWidget::customContextMenuRequested, this, &FileListView::showContextMenu);
 
+    // The room for the names is known once the list has decided whether it needs a scroll bar.
+    connect(m_list->verticalScrollBar(), &QScrollBar::rangeChanged, this, &FileListView::fitColumn,
+            Qt::QueuedConnection);
+
     // Names change their shape when scrolling begins or ends.
     connect(m_list->horizontalScrollBar(), &QScrollBar::valueChanged, m_list->viewport(),
             qOverload<>(&QWidget::update));

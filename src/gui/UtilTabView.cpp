@@ -42,7 +42,7 @@ QLabel *figure(LabelControl &control, const QString &objectName, QWidget *parent
 } // namespace
 
 UtilTabView::UtilTabView(UtilTab &tab, const QStringList &kinds, QWidget *parent)
-    : TabView(tab, kinds, parent)
+    : TabView(tab, kinds.isEmpty() ? QStringList{tr("Any kind of file")} : kinds, parent)
     , m_tab(tab)
 {
     QVBoxLayout *operation = options().addGroup(tr("Operation"));

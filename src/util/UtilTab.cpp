@@ -85,6 +85,7 @@ void UtilTab::chooseCommand()
     }
     if (chosen == DvdAudio) {
         const QScopedValueRollback asking(m_asking, true);
+        Q_EMIT m_commandMatrix.changed(); // the choice shows while its question is asked
         const int answer = host().userInterface().ask(
             QStringLiteral(
                 "You have chosen \"DVD Audio Disc.\" This will scan the files in the list for format "
