@@ -28,6 +28,8 @@ public:
 
     const QString &label() const { return m_label; }
     FileList &fileList() { return m_fileList; }
+    /// What the tab's table shows: the list itself, where a tab has no more to tell of its files.
+    virtual QAbstractItemModel &tableModel() { return m_fileList; }
     QStringList fileNames() const { return m_fileList.paths(); }
     const QString &pathToCommandLineTools() const { return m_pathToCommandLineTools; }
 

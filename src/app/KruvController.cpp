@@ -13,6 +13,7 @@
 #include "lossless/FixTab.h"
 #include "lossy/LossyTab.h"
 #include "shntool/SHNtoolTab.h"
+#include "util/UtilTab.h"
 
 #include <utility>
 
@@ -59,6 +60,7 @@ KruvController::KruvController(Preferences &preferences, UserInterface &userInte
     , m_fixTab(std::make_unique<FixTab>(*this))
     , m_lossyTab(std::make_unique<LossyTab>(*this))
     , m_shntoolTab(std::make_unique<SHNtoolTab>(*this))
+    , m_utilTab(std::make_unique<UtilTab>(*this))
 {
     addTab(*m_decodeTab);
     addTab(*m_encodeTab);
@@ -66,6 +68,7 @@ KruvController::KruvController(Preferences &preferences, UserInterface &userInte
     addTab(*m_fixTab);
     addTab(*m_lossyTab);
     addTab(*m_shntoolTab);
+    addTab(*m_utilTab);
     m_tabLabels.append(aboutLabel);
 }
 

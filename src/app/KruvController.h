@@ -24,6 +24,7 @@ class FixTab;
 class LossyTab;
 class PowerManager;
 class SHNtoolTab;
+class UtilTab;
 
 /// The application's central object: owns the queue and the tab controllers, takes files from every way they
 /// arrive and hands each tab only what it can work on, and answers the quit questions. Main thread, but for
@@ -47,6 +48,7 @@ public:
     FixTab &fixTab() { return *m_fixTab; }
     LossyTab &lossyTab() { return *m_lossyTab; }
     SHNtoolTab &shntoolTab() { return *m_shntoolTab; }
+    UtilTab &utilTab() { return *m_utilTab; }
 
     /// See BaseTab::setIntakeInBackground(); for every tab and for what the controller itself takes in.
     void setIntakeInBackground(bool inBackground);
@@ -97,6 +99,7 @@ private:
     std::unique_ptr<FixTab> m_fixTab;
     std::unique_ptr<LossyTab> m_lossyTab;
     std::unique_ptr<SHNtoolTab> m_shntoolTab;
+    std::unique_ptr<UtilTab> m_utilTab;
     QStringList m_tabLabels;
     QHash<QString, BaseTab *> m_tabMap;
     int m_selectedTab = 0;

@@ -24,6 +24,7 @@ struct Answer
 constexpr Answer answers[] = {
     {u"You have chosen to delete the original files.", &CommonOptions::yes, "--yes"},
     {u"One of the output files already exists", &CommonOptions::overwrite, "--overwrite"},
+    {u"You have chosen \"DVD Audio Disc.\"", &CommonOptions::readFormats, ""},
 };
 
 } // namespace
@@ -51,8 +52,9 @@ int CliUserInterface::ask(const QString &title, const QString &, const QStringLi
 void CliUserInterface::alert(const QString &title, const QString &text, const QString &)
 {
     ++m_alerts;
-    Console::complain(title);
-    const QStringList lines = text.split(u'\n', Qt::SkipEmptyParts);
+    QStringList lines = text.split(u'\n', Qt::SkipEmptyParts);
+    // Where the title says no more than that, the text is the message.
+    Console::complain(title == u"Error" && !lines.isEmpty() ? lines.takeFirst() : title);
     for (const QString &line : lines) {
         Console::writeError(QStringLiteral("  %1\n").arg(Console::printable(line)));
     }
@@ -101,7 +103,10 @@ std::optional<QString> CliUserInterface::savePath(const QString &, const QString
 
 std::optional<QString> CliUserInterface::enterText(const QString &title, const QString &, const QString &)
 {
-    throw UsageError(title);
+    if (m_options.text.empty()) {
+        throw UsageError(title);
+    }
+    return QString::fromStdString(m_options.text);
 }
 
 std::optional<TrimCharsObject> CliUserInterface::trimCharacters()

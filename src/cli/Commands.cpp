@@ -11,6 +11,8 @@
 #include "cli/LossyVerb.h"
 #include "cli/ShntoolVerb.h"
 #include "cli/ToolsVerb.h"
+#include "cli/UtilExtractCdVerb.h"
+#include "cli/UtilVerb.h"
 #include "cli/VerifyVerb.h"
 
 namespace kruv::Commands {
@@ -29,6 +31,14 @@ std::vector<std::unique_ptr<Verb>> declare(CLI::App &app)
     ShntoolVerb::addAll(app, verbs);
     verbs.push_back(std::make_unique<FixVerb>(app));
     verbs.push_back(std::make_unique<LossyVerb>(app));
+    CLI::App &util = *app.add_subcommand(
+        "util", "Rename, add replay gain, convert sample rates, extract discs, make DVD-Audio images");
+    util.require_subcommand(1);
+    for (const auto command : {UtilTab::Rename, UtilTab::ReplayGain, UtilTab::SampleRateConversion,
+                               UtilTab::DeEmphasis, UtilTab::DvdAudio}) {
+        verbs.push_back(std::make_unique<UtilVerb>(util, command));
+    }
+    verbs.push_back(std::make_unique<UtilExtractCdVerb>(util));
     verbs.push_back(std::make_unique<ToolsVerb>(app));
     verbs.push_back(std::make_unique<DemoVerb>(app));
     return verbs;

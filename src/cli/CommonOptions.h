@@ -19,10 +19,14 @@ struct CommonOptions
     std::string sideFile;
     /// The flag that names it.
     const char *sideFileFlag = nullptr;
+    /// Answer to a prompt for one line of text.
+    std::string text;
     bool besideSource = false;
     bool deleteOriginals = false;
     bool overwrite = false;
     bool yes = false;
+    /// A command that works on DVD-Audio reads the formats of its files.
+    bool readFormats = true;
     /// Jobs at once; 0 means the preference.
     int jobs = 0;
     bool quiet = false;

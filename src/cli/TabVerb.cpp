@@ -26,12 +26,12 @@ TabVerb::TabVerb(CLI::App &parent, const std::string &name, const std::string &d
 
 TabVerb::~TabVerb() = default;
 
-void TabVerb::declareCommonFlags()
+void TabVerb::declareCommonFlags(bool needsPaths)
 {
     constexpr int mostJobs = 256;
     app()
         .add_option("paths", m_options.paths, "Files, and folders with everything below them")
-        ->required()
+        ->required(needsPaths)
         ->type_name("PATH");
     app()
         .add_option("-j,--jobs", m_options.jobs, "Jobs at once (default: the preference, 2 at first)")
@@ -68,10 +68,17 @@ void TabVerb::declareOutputFlags()
     declareDeletionFlags();
 }
 
+void TabVerb::declareOutputFolder()
+{
+    declareFolderFlag();
+    app().get_option("--output")->required();
+    app().add_flag("--overwrite", m_options.overwrite, "Replace outputs that are there already");
+}
+
 int TabVerb::run()
 {
     const QStringList paths = existingPaths();
-    if (paths.isEmpty()) {
+    if (paths.isEmpty() && !m_options.paths.empty()) {
         return Failure;
     }
     checkOutputFolder();
@@ -137,7 +144,7 @@ std::unique_ptr<JobReporter> TabVerb::makeReporter() const
     });
 }
 
-void TabVerb::runTab(BaseTab &tab, QueueRun &queueRun, const QStringList &paths)
+void TabVerb::takeIn(BaseTab &tab, const QStringList &paths)
 {
     QStringList refused;
     int refusedCount = 0;
@@ -161,6 +168,11 @@ void TabVerb::runTab(BaseTab &tab, QueueRun &queueRun, const QStringList &paths)
         throw UsageError(QStringLiteral("%1: nothing in the given paths is of a kind that it takes")
                              .arg(QString::fromStdString(app().get_name())));
     }
+}
+
+void TabVerb::runTab(BaseTab &tab, QueueRun &queueRun, const QStringList &paths)
+{
+    takeIn(tab, paths);
     queueRun.run([&tab] { tab.executeCommand(); });
     if (!tab.fileList().isEmpty()) {
         throw UsageError(QStringLiteral("Nothing was done."));

@@ -31,13 +31,16 @@ public:
     int run() override;
 
 protected:
-    void declareCommonFlags();
+    /// `needsPaths`: whether the command can't do without files.
+    void declareCommonFlags(bool needsPaths = true);
     void declareFolderFlag();
     /// The output folder, or beside the sources.
     void declarePlaceFlags();
     void declareDeletionFlags();
     /// Place and deletion.
     void declareOutputFlags();
+    /// For commands that always write into one folder.
+    void declareOutputFolder();
 
     const CommonOptions &options() const { return m_options; }
     bool &overwriteFlag() { return m_options.overwrite; }
@@ -49,12 +52,15 @@ protected:
         m_options.sideFileFlag = flag;
         return m_options.sideFile;
     }
+    std::string &textFlag() { return m_options.text; }
     /// The command ends with the status of a failure, whatever its jobs say.
     void setFailed() { m_failed = true; }
 
     /// Sets controls and runs commands through `queueRun`.
     virtual void runCommands(KruvController &controller, QueueRun &queueRun, const QStringList &paths) = 0;
 
+    /// Takes `paths` into the tab and says what it refused. Throws UsageError when nothing is left.
+    void takeIn(BaseTab &tab, const QStringList &paths);
     /// Takes `paths` into the tab and runs its command. Throws UsageError when nothing in them is for the
     /// tab.
     void runTab(BaseTab &tab, QueueRun &queueRun, const QStringList &paths);

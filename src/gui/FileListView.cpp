@@ -89,7 +89,7 @@ FileListView::FileListView(BaseTab &tab, const QStringList &kinds, QWidget *pare
     makeList();
     addWidget(m_empty);
     addWidget(m_list);
-    connect(&tab.fileList(), &QAbstractItemModel::modelReset, this, &FileListView::showFittingPage);
+    connect(&tab.tableModel(), &QAbstractItemModel::modelReset, this, &FileListView::showFittingPage);
     showFittingPage();
 }
 
@@ -131,9 +131,8 @@ void FileListView::makeList()
 {
     m_list->setObjectName(QStringLiteral("fileList"));
     m_list->setAccessibleName(tr("Files"));
-    m_list->setModel(&m_tab.fileList());
+    m_list->setModel(&m_tab.tableModel());
     m_list->setItemDelegate(new FileNameDelegate(m_list));
-    m_list->setHeaderHidden(true);
     m_list->setRootIsDecorated(false);
     m_list->setIndentation(0);
     m_list->setUniformRowHeights(true);
@@ -144,6 +143,10 @@ void FileListView::makeList()
     m_list->header()->setMinimumSectionSize(1);
     m_list->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(m_list, &QWidget::customContextMenuRequested, this, &FileListView::showContextMenu);
+
+    // The room for the names is known once the list has decided whether it needs a scroll bar.
+    connect(m_list->verticalScrollBar(), &QScrollBar::rangeChanged, this, &FileListView::fitColumn,
+            Qt::QueuedConnection);
 
     // Names change their shape when scrolling begins or ends.
     connect(m_list->horizontalScrollBar(), &QScrollBar::valueChanged, m_list->viewport(),
@@ -165,6 +168,7 @@ void FileListView::showFittingPage()
     if (hadFocus) {
         (empty ? m_empty->findChild<QPushButton *>() : static_cast<QWidget *>(m_list))->setFocus();
     }
+    m_list->setHeaderHidden(m_list->model()->columnCount() == 1);
     const int widest = widestName(m_tab.fileList(), m_list->font());
     m_columnWidth = std::max(narrowestColumn, static_cast<int>(std::ceil(widest * columnMargin)));
     fitColumn();
@@ -172,7 +176,11 @@ void FileListView::showFittingPage()
 
 void FileListView::fitColumn()
 {
-    m_list->setColumnWidth(0, std::max(m_list->viewport()->width(), m_columnWidth));
+    int room = m_list->viewport()->width();
+    for (int column = 1; column < m_list->model()->columnCount(); ++column) {
+        room -= m_list->columnWidth(column);
+    }
+    m_list->setColumnWidth(0, std::max(room, m_columnWidth));
 }
 
 void FileListView::resizeEvent(QResizeEvent *event)
@@ -228,7 +236,7 @@ void FileListView::deleteSelected()
     const int next = *std::ranges::min_element(rows);
     m_tab.deleteSelectedRows(rows);
     const int last = m_tab.fileList().count() - 1;
-    m_list->selectionModel()->setCurrentIndex(m_tab.fileList().index(std::min(next, last)),
+    m_list->selectionModel()->setCurrentIndex(m_tab.tableModel().index(std::min(next, last), 0),
                                               QItemSelectionModel::NoUpdate);
 }
 

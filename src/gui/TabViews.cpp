@@ -11,6 +11,7 @@
 #include "gui/FixTabView.h"
 #include "gui/LossyTabView.h"
 #include "gui/ShntoolTabView.h"
+#include "gui/UtilTabView.h"
 
 #include <algorithm>
 #include <iterator>
@@ -38,6 +39,7 @@ constexpr Row rows[] = {
     {u"fix SBE", makeView<FixTabView, &KruvController::fixTab>},
     {u"lossy", makeView<LossyTabView, &KruvController::lossyTab>},
     {u"shntool", makeView<ShntoolTabView, &KruvController::shntoolTab>},
+    {u"util", makeView<UtilTabView, &KruvController::utilTab>},
     {u"about",
      [](const QString &, KruvController &controller, QWidget *parent) -> QWidget * {
          return new AboutView(controller, parent);

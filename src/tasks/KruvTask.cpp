@@ -95,6 +95,7 @@ void KruvTask::failToStart(const QString &reason)
     MainThread::post([self = shared_from_this(), this, reason] {
         if (!m_done) {
             fail(reason);
+            neverStarted();
             KruvTask::stopTask();
             notifyQueue();
         }

@@ -95,6 +95,8 @@ public:
     void failToStart(const QString &reason);
 
 protected:
+    /// Takes the place of all outcome work for a job that could not be started. Main thread.
+    virtual void neverStarted() {}
     void appendResults(const QString &text);
     void markActive();
     void markDone();

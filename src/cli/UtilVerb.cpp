@@ -1,0 +1,114 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "cli/UtilVerb.h"
+
+#include "app/KruvController.h"
+#include "cli/Console.h"
+#include "cli/JsonReporter.h"
+#include "cli/QueueRun.h"
+
+#include <QJsonObject>
+
+#include <algorithm>
+#include <iterator>
+
+namespace kruv {
+
+namespace {
+
+struct Row
+{
+    UtilTab::Command command;
+    const char *name;
+    const char *description;
+    bool writesIntoFolder;
+    const char *example;
+};
+
+constexpr Row rows[] = {
+    {UtilTab::Rename, "rename", "Give files one prefix and their number, where they are, all or none", false,
+     "Example: Disc01.flac, Disc02.flac ...\n  kruv util rename --prefix Disc ~/Concert"},
+    {UtilTab::ReplayGain, "replay-gain", "Add replay gain to FLAC files, album gain a folder, or remove it",
+     false, "Example:\n  kruv util replay-gain ~/Concert"},
+    {UtilTab::DeEmphasis, "de-emphasis",
+     "Take the pre-emphasis of some early discs out of WAV and AIFF files", true,
+     "Example: name-deemph.wav for each name.wav\n  kruv util de-emphasis --output ~/Flat ~/Disc"},
+    {UtilTab::DvdAudio, "dvd-audio", "Make a DVD-Audio image of files of one format", true,
+     "Example: image.iso and log.txt in ~/Disc\n  kruv util dvd-audio --output ~/Disc ~/Concert"},
+    {UtilTab::SampleRateConversion, "resample", "Convert WAV and AIFF files to another sample rate", true,
+     "Example: name-converted.wav for each name.wav\n"
+     "  kruv util resample --rate 44.1 --output ~/Converted ~/Concert"},
+};
+
+const Row &rowOf(UtilTab::Command command)
+{
+    return *std::ranges::find(rows, command, &Row::command);
+}
+
+void reportRenamed(const QList<BatchRename::Move> &moves, const CommonOptions &options)
+{
+    for (const auto &move : moves) {
+        if (options.json) {
+            JsonReporter::writeLine({{QStringLiteral("event"), QStringLiteral("renamed")},
+                                     {QStringLiteral("input"), move.from},
+                                     {QStringLiteral("output"), move.to}});
+        } else if (!options.quiet) {
+            Console::writeError(QStringLiteral("renamed %1 to %2\n")
+                                    .arg(Console::printable(move.from), Console::printable(move.to)));
+        }
+    }
+}
+
+} // namespace
+
+UtilVerb::UtilVerb(CLI::App &parent, UtilTab::Command command)
+    : TabVerb(parent, rowOf(command).name, rowOf(command).description)
+    , m_command(command)
+{
+    declareCommonFlags();
+    declareOwnFlags();
+    if (rowOf(command).writesIntoFolder) {
+        declareOutputFolder();
+    }
+    app().footer(rowOf(command).example);
+}
+
+void UtilVerb::declareOwnFlags()
+{
+    if (m_command == UtilTab::Rename) {
+        app()
+            .add_option("--prefix", textFlag(), "What the new names start with")
+            ->required()
+            ->type_name("TEXT");
+    } else if (m_command == UtilTab::ReplayGain) {
+        app().add_flag("--remove", m_remove, "Take the replay gain out");
+    } else if (m_command == UtilTab::SampleRateConversion) {
+        app()
+            .add_option("--rate", m_rate, "Sample rate in kHz: 44.1, 48, 88.2, 96, 176.4 or 192")
+            ->required()
+            ->type_name("KHZ");
+    }
+}
+
+void UtilVerb::setControls(UtilTab &tab) const
+{
+    tab.commandMatrix().select(m_command);
+    tab.replayGainMatrix().selectTitle(m_remove ? QStringLiteral("Remove") : QStringLiteral("Add"));
+    if (m_command == UtilTab::SampleRateConversion) {
+        tab.sampleRateCombo().setText(QString::fromStdString(m_rate) + QStringLiteral(" kHz"));
+    }
+}
+
+void UtilVerb::runCommands(KruvController &controller, QueueRun &queueRun, const QStringList &paths)
+{
+    UtilTab &tab = controller.utilTab();
+    QObject::connect(&tab, &UtilTab::filesRenamed, &queueRun,
+                     [this](const QList<BatchRename::Move> &moves) { reportRenamed(moves, options()); });
+    queueRun.leaveOutResults();
+    takeIn(tab, paths);
+    setControls(tab);
+    queueRun.run([&tab] { tab.executeCommand(); });
+}
+
+} // namespace kruv

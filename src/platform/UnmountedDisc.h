@@ -1,0 +1,34 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "platform/DiscArbitration.h"
+
+#include <QString>
+
+#include <memory>
+#include <utility>
+
+namespace kruv {
+
+/// Keeps a disc off the desktop for as long as it lives, however its owner ends. Main thread.
+class UnmountedDisc
+{
+public:
+    UnmountedDisc(std::shared_ptr<DiscArbitration> arbitration, QString bsdName)
+        : m_arbitration(std::move(arbitration))
+        , m_bsdName(std::move(bsdName))
+    {
+        m_arbitration->unMountDisc(m_bsdName);
+    }
+    ~UnmountedDisc() { m_arbitration->mountDisc(m_bsdName); }
+    UnmountedDisc(const UnmountedDisc &) = delete;
+    UnmountedDisc &operator=(const UnmountedDisc &) = delete;
+
+private:
+    const std::shared_ptr<DiscArbitration> m_arbitration;
+    const QString m_bsdName;
+};
+
+} // namespace kruv

@@ -1,0 +1,127 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "util/DVDAuthorTask.h"
+
+#include "app/PathNames.h"
+#include "platform/Resources.h"
+#include "tasks/OutputWatch.h"
+#include "tasks/ToolOutput.h"
+
+#include <QDir>
+
+namespace kruv {
+
+namespace {
+
+const QString audioFolder = QStringLiteral("AUDIO_TS");
+const QString videoFolder = QStringLiteral("VIDEO_TS");
+/// The tree is written once and read once: each is half of the way.
+constexpr double half = 50.0;
+
+} // namespace
+
+DVDAuthorTask::DVDAuthorTask(TaskCompletionSink *queue, const QStringList &fileNames,
+                             const QString &outputPath)
+    : StagedTask(queue, {})
+    , m_fileNames(fileNames)
+    , m_outputPath(outputPath)
+{
+    setTitle(QStringLiteral("DVD Audio Disc"));
+    setTextFieldString(title());
+    publish(&KruvTask::setTextFieldValue);
+}
+
+QStringList DVDAuthorTask::authorArguments(const QStringList &fileNames, const QString &folder)
+{
+    return QStringList{QStringLiteral("-l"), logIn(folder),        QStringLiteral("-P0"),
+                       QStringLiteral("-S"), QStringLiteral("-f"), QStringLiteral("-o"),
+                       treeIn(folder),       QStringLiteral("-g")} +
+           fileNames;
+}
+
+QStringList DVDAuthorTask::imageArguments(const QString &folder)
+{
+    return {QStringLiteral("-o"), imageIn(folder), QStringLiteral("-dvd-audio"), treeIn(folder)};
+}
+
+QStringList DVDAuthorTask::foreignNamesInTree(const QString &folder)
+{
+    QStringList names =
+        QDir(treeIn(folder)).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+    names.removeAll(audioFolder);
+    names.removeAll(videoFolder);
+    return names;
+}
+
+void DVDAuthorTask::doStartTask()
+{
+    showStatus(QStringLiteral("Authoring AUDIO_TS directory"));
+    authorDisc();
+    if (!mayGoOn()) {
+        return;
+    }
+    showStatus(QStringLiteral("Making .ISO Image"));
+    const OutputWatch image(outputPath());
+    makeImage();
+    if (mayGoOn() && !image.written()) {
+        fail(QStringLiteral("The image %1 was not written.").arg(outputPath()));
+    }
+    if (mayGoOn()) {
+        removeTree();
+    }
+}
+
+void DVDAuthorTask::authorDisc()
+{
+    runTool(toolPath(QStringLiteral("dvda")), authorArguments(m_fileNames, m_outputPath),
+            [this](const QString &piece) { processDVDATaskOutput(piece); });
+}
+
+void DVDAuthorTask::processDVDATaskOutput(const QString &piece)
+{
+    constexpr QStringView marker = u"[Kruv]  Processing ";
+    constexpr QStringView separator = u"::";
+    const QString text = ToolOutput::withoutBackspaces(piece).toString();
+    const qsizetype found = text.lastIndexOf(marker);
+    const QString rest = found < 0 ? QString() : text.mid(found + marker.size());
+    const qsizetype end = rest.indexOf(separator);
+    if (end < 0) {
+        appendResults(text);
+        return;
+    }
+    const QString path = rest.mid(end + separator.size()).section(u'\n', 0, 0);
+    const int number = rest.left(end).toInt();
+    setTopTextFieldString(QStringLiteral("Processing: %1").arg(PathNames::lastPathComponent(path)));
+    setProgressIndicatorValue(half * (number - 1) / static_cast<double>(m_fileNames.size()));
+    publish(&KruvTask::updateStatus);
+}
+
+void DVDAuthorTask::makeImage()
+{
+    runTool(toolPath(QStringLiteral("mkisofs")), imageArguments(m_outputPath),
+            [this](const QString &piece) { processImageTaskOutput(piece); });
+}
+
+void DVDAuthorTask::processImageTaskOutput(const QString &piece)
+{
+    const qsizetype percent = piece.indexOf(QStringLiteral("% done"));
+    if (percent < 0) {
+        appendResults(piece);
+        return;
+    }
+    const QString line = piece.left(percent).section(u'\n', -1);
+    setProgressIndicatorValue(half + ToolOutput::leadingNumber(line) / 2);
+    publish(&KruvTask::setProgressIndicatorValueInGui);
+}
+
+void DVDAuthorTask::removeTree() const
+{
+    QDir tree(treeIn(m_outputPath));
+    QDir(tree.filePath(audioFolder))
+        .removeRecursively(); // the authoring tool takes no folder with other files
+    tree.rmdir(videoFolder);
+    tree.rmdir(tree.path());
+}
+
+} // namespace kruv

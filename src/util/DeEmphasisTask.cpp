@@ -1,0 +1,21 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "util/DeEmphasisTask.h"
+
+namespace kruv {
+
+DeEmphasisTask::DeEmphasisTask(TaskCompletionSink *queue, const QString &fileName, const QString &outputPath,
+                               std::shared_ptr<KruvTaskResults> results)
+    : SoxTask(queue, fileName, outputPath,
+              {.status = QStringLiteral("Applying DeEmphasis"),
+               .suffix = suffix(),
+               .effect = {QStringLiteral("deemph")},
+               .progress = QStringLiteral("Applying de-emphasis"),
+               .failure = QStringLiteral("Error in deemph %1"),
+               .taggedTypes = {QStringLiteral("FLAC"), QStringLiteral("AIF"), QStringLiteral("AIFF")}},
+              std::move(results))
+{
+}
+
+} // namespace kruv

@@ -1,0 +1,125 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "util/SoxTask.h"
+
+#include "app/PathNames.h"
+#include "platform/Resources.h"
+#include "tags/TagLibTagsHelper.h"
+#include "tags/TagsObject.h"
+#include "tasks/OutputWatch.h"
+#include "util/FormatSummary.h"
+
+#include <QLoggingCategory>
+
+#include <cmath>
+
+namespace kruv {
+
+namespace {
+Q_LOGGING_CATEGORY(soxLog, "kruv.util", QtWarningMsg)
+} // namespace
+
+SoxTask::SoxTask(TaskCompletionSink *queue, const QString &fileName, const QString &outputFolder,
+                 Recipe recipe, std::shared_ptr<KruvTaskResults> results)
+    : StagedTask(queue, fileName)
+    , m_outputFolder(outputFolder)
+    , m_recipe(std::move(recipe))
+{
+    setResults(std::move(results));
+}
+
+SoxTask::~SoxTask() = default;
+
+QString SoxTask::outputFor(const QString &source, const QString &folder, const QString &suffix)
+{
+    return folder + u'/' + PathNames::nameWithoutExtension(source) + suffix + u'.' +
+           PathNames::extension(source);
+}
+
+QString SoxTask::outputPath() const
+{
+    return outputFor(fileName(), m_outputFolder, m_recipe.suffix);
+}
+
+std::shared_ptr<TagsObject> SoxTask::readTags()
+{
+    const QString type = PathNames::fileType(fileName());
+    if (!m_recipe.taggedTypes.contains(type)) {
+        return nullptr;
+    }
+    const bool isFlac = type == u"FLAC";
+    showStatus(isFlac ? QStringLiteral("Copying FLAC Tags") : QStringLiteral("Copying Aiff Tags"));
+    const TagLibTagsHelper helper;
+    return isFlac ? helper.tagsForFlacFile(fileName()) : helper.tagsForAIFFFile(fileName());
+}
+
+void SoxTask::writeTags(const TagsObject &tags)
+{
+    const TagLibTagsHelper helper;
+    const bool written = PathNames::fileType(fileName()) == u"FLAC"
+                             ? helper.writeTagsForFLACFile(outputPath(), tags, false)
+                             : helper.writeTagsForAIFFFile(outputPath(), tags);
+    if (!written) {
+        fail(QStringLiteral("The tags of %1 could not be written to %2.").arg(fileName(), outputPath()));
+    }
+}
+
+void SoxTask::doStartTask()
+{
+    showStatus(m_recipe.status);
+    const auto tags = readTags();
+    const OutputWatch output(outputPath());
+    const QStringList arguments{QStringLiteral("-S"), fileName(), outputPath()};
+    runTool(toolPath(QStringLiteral("sox")), arguments + m_recipe.effect,
+            [this](const QString &piece) { processTaskOutput(piece); });
+    qCInfo(soxLog, "done %s", qUtf8Printable(fileName()));
+    if (mayGoOn()) {
+        checkLength();
+    }
+    if (mayGoOn() && tags && output.written()) {
+        writeTags(*tags);
+    }
+    appendResults(QStringLiteral("\n\n"));
+}
+
+void SoxTask::processTaskOutput(const QString &piece)
+{
+    for (const QString &message : m_messages.read(piece)) {
+        appendResults(message + u'\n');
+    }
+    const QString text = SoxOutput::percentageText(piece);
+    bool isNumber = false;
+    const double percentage = text.toDouble(&isNumber);
+    if (isNumber) {
+        showProgress(m_recipe.progress + QStringLiteral(": %1%").arg(percentage, 0, 'f', 6), percentage);
+    } else if (!text.isEmpty()) {
+        qCWarning(soxLog, "%s", qUtf8Printable(m_recipe.failure.arg(piece)));
+    }
+    if (SoxOutput::isDone(piece) && !m_saidDone) {
+        m_saidDone = true;
+        appendResults(title() + QStringLiteral("  - Done\n"));
+    }
+}
+
+void SoxTask::checkLength()
+{
+    if (!m_messages.shortEnd().isEmpty()) {
+        fail(QStringLiteral("%1 is not complete: %2").arg(outputPath(), m_messages.shortEnd()));
+        return;
+    }
+    constexpr double rounding = 2.0; // frames
+    const auto source = formatSummary(fileName());
+    const auto output = formatSummary(outputPath());
+    const double expected = m_recipe.sampleRate > 0 ? source.time() * m_recipe.sampleRate
+                                                    : static_cast<double>(source.totalSamples);
+    const double missing = std::abs(expected - static_cast<double>(output.totalSamples));
+    if (source.totalSamples > 0 && missing > rounding) {
+        fail(QStringLiteral("%1 is not complete: it has %2 frames in place of %3.")
+                 .arg(outputPath())
+                 .arg(output.totalSamples)
+                 .arg(expected, 0, 'f', 0));
+    }
+}
+
+} // namespace kruv
