@@ -32,6 +32,8 @@ public:
     // Nothing is returned when the person cancels.
     virtual std::optional<QString> chooseFolder(const QString &title) = 0;
     virtual QStringList chooseFiles(const QString &title, const QString &prompt) = 0;
+    /// One file; `types` are extensions in lower case.
+    virtual std::optional<QString> chooseFile(const QString &title, const QStringList &types) = 0;
     virtual std::optional<QString> savePath(const QString &message, const QString &title,
                                             const QString &proposedName) = 0;
     virtual std::optional<QString> enterText(const QString &title, const QString &message,

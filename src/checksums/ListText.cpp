@@ -5,13 +5,10 @@
 
 #include "app/PathNames.h"
 #include "app/Version.h"
+#include "tasks/TextEncoding.h"
 
 #include <QDateTime>
 #include <QStringConverter>
-
-#include <memory>
-#include <unicode/ucnv.h>
-#include <unicode/ucsdet.h>
 
 namespace kruv::ListText {
 
@@ -45,48 +42,6 @@ QString unescaped(const QString &name)
     }
     return plain;
 }
-
-/// Name of the encoding that the bytes are most likely in, for what has not said so itself.
-QByteArray detectedEncoding(const QByteArray &bytes)
-{
-    UErrorCode status = U_ZERO_ERROR;
-    const std::unique_ptr<UCharsetDetector, decltype(&ucsdet_close)> detector(ucsdet_open(&status),
-                                                                              ucsdet_close);
-    constexpr qsizetype enough = 64 * 1024;
-    ucsdet_setText(detector.get(), bytes.constData(), static_cast<int32_t>(std::min(bytes.size(), enough)),
-                   &status);
-    const UCharsetMatch *match = ucsdet_detect(detector.get(), &status);
-    const char *name = match ? ucsdet_getName(match, &status) : nullptr;
-    const bool usable = U_SUCCESS(status) && name && !QByteArrayView(name).startsWith("UTF");
-    return usable ? QByteArray(name) : QByteArrayLiteral("windows-1252");
-}
-
-class Decoder
-{
-public:
-    explicit Decoder(const QByteArray &encoding)
-        : m_converter(ucnv_open(encoding.constData(), &m_status), ucnv_close)
-    {
-    }
-
-    QString operator()(const QByteArray &bytes)
-    {
-        UErrorCode status = m_status;
-        QString text(bytes.size() * 2, Qt::Uninitialized);
-        const int32_t length = ucnv_toUChars(m_converter.get(), reinterpret_cast<UChar *>(text.data()),
-                                             static_cast<int32_t>(text.size()), bytes.constData(),
-                                             static_cast<int32_t>(bytes.size()), &status);
-        if (U_FAILURE(status)) {
-            return QString::fromLatin1(bytes);
-        }
-        text.truncate(length);
-        return text;
-    }
-
-private:
-    UErrorCode m_status = U_ZERO_ERROR;
-    std::unique_ptr<UConverter, decltype(&ucnv_close)> m_converter;
-};
 
 /// The list in UTF-8 where it is some kind of Unicode, and whether it is.
 std::pair<QByteArray, bool> asUtf8(const QByteArray &list)
@@ -147,7 +102,8 @@ QString joined(const QString &folder, const QString &name)
 QList<Line> lines(const QByteArray &list)
 {
     const auto [bytes, isUtf8] = asUtf8(list);
-    Decoder decoder(isUtf8 ? QByteArrayLiteral("UTF-8") : detectedEncoding(bytes));
+    const TextEncoding encoding =
+        isUtf8 ? TextEncoding(QByteArrayLiteral("UTF-8")) : TextEncoding::detected(bytes);
     QList<Line> found;
     for (qsizetype start = 0; start < bytes.size();) {
         qsizetype end = start;
@@ -156,7 +112,8 @@ QList<Line> lines(const QByteArray &list)
         }
         if (end > start) {
             const QByteArray line = bytes.sliced(start, end - start);
-            found.append({isUtf8 ? QString::fromUtf8(line) : decoder(line), isUtf8 ? QByteArray() : line});
+            found.append(
+                {isUtf8 ? QString::fromUtf8(line) : encoding.decoded(line), isUtf8 ? QByteArray() : line});
         }
         start = end + 1;
     }

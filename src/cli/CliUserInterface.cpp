@@ -72,6 +72,16 @@ QStringList CliUserInterface::chooseFiles(const QString &, const QString &)
     throw UsageError(QStringLiteral("Name the files on the command line."));
 }
 
+std::optional<QString> CliUserInterface::chooseFile(const QString &title, const QStringList &)
+{
+    if (m_options.sideFile.empty()) {
+        throw UsageError(m_options.sideFileFlag ? QStringLiteral("%1: say which with %2 FILE.")
+                                                      .arg(title, QLatin1StringView(m_options.sideFileFlag))
+                                                : title);
+    }
+    return QDir::cleanPath(QDir().absoluteFilePath(QString::fromStdString(m_options.sideFile)));
+}
+
 std::optional<QString> CliUserInterface::savePath(const QString &, const QString &, const QString &)
 {
     if (m_options.save.empty()) {

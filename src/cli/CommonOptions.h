@@ -15,6 +15,10 @@ struct CommonOptions
     std::string output;
     /// File that a list or a sheet is saved in.
     std::string save;
+    /// File that a command reads besides the paths: split points, a cue sheet.
+    std::string sideFile;
+    /// The flag that names it.
+    const char *sideFileFlag = nullptr;
     bool besideSource = false;
     bool deleteOriginals = false;
     bool overwrite = false;

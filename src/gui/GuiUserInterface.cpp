@@ -172,6 +172,19 @@ QStringList GuiUserInterface::chooseFiles(const QString &title, const QString &p
     return runFileDialog(dialog, inputFolderKey);
 }
 
+std::optional<QString> GuiUserInterface::chooseFile(const QString &title, const QStringList &types)
+{
+    QStringList patterns;
+    for (const QString &type : types) {
+        patterns << QStringLiteral("*.") + type << QStringLiteral("*.") + type.toUpper();
+    }
+    QFileDialog dialog(dialogParent(), title);
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    dialog.setNameFilters({patterns.join(u' '), tr("All files (*)")});
+    const QStringList chosen = runFileDialog(dialog, inputFolderKey);
+    return chosen.isEmpty() ? std::nullopt : std::optional(QDir::cleanPath(chosen.constFirst()));
+}
+
 std::optional<QString> GuiUserInterface::savePath(const QString &message, const QString &title,
                                                   const QString &proposedName)
 {

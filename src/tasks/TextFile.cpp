@@ -3,9 +3,21 @@
 
 #include "tasks/TextFile.h"
 
+#include "tasks/TextEncoding.h"
+
+#include <QFile>
+#include <QLoggingCategory>
 #include <QSaveFile>
 
 namespace kruv::TextFile {
+
+namespace {
+
+Q_LOGGING_CATEGORY(textLog, "kruv.text", QtWarningMsg)
+
+constexpr qint64 mostBytes = 16 * 1024 * 1024;
+
+} // namespace
 
 bool write(const QString &path, const QString &text)
 {
@@ -15,6 +27,19 @@ bool write(const QString &path, const QString &text)
     }
     const QByteArray bytes = text.toUtf8();
     return file.write(bytes) == bytes.size() && file.commit();
+}
+
+std::optional<QString> read(const QString &path)
+{
+    QFile file(path);
+    const bool readable = file.open(QIODevice::ReadOnly);
+    const QByteArray bytes = readable ? file.read(mostBytes + 1) : QByteArray();
+    if (!readable || file.error() != QFileDevice::NoError || bytes.size() > mostBytes) {
+        qCInfo(textLog, "Could not open file...%s %s", qUtf8Printable(path),
+               qUtf8Printable(readable ? QStringLiteral("not a text") : file.errorString()));
+        return std::nullopt;
+    }
+    return TextEncoding::text(bytes);
 }
 
 } // namespace kruv::TextFile

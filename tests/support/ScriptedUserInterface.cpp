@@ -51,6 +51,12 @@ QStringList ScriptedUserInterface::chooseFiles(const QString &title, const QStri
     return next(fileAnswers, title, {});
 }
 
+std::optional<QString> ScriptedUserInterface::chooseFile(const QString &title, const QStringList &types)
+{
+    prompts << title << types;
+    return next(textAnswers, title, {});
+}
+
 std::optional<QString> ScriptedUserInterface::savePath(const QString &message, const QString &title,
                                                        const QString &proposedName)
 {

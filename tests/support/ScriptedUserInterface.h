@@ -39,7 +39,7 @@ public:
 
     // The script, each list used from the front.
     std::deque<int> buttonAnswers;
-    std::deque<std::optional<QString>> textAnswers; // folders, save paths and entered texts
+    std::deque<std::optional<QString>> textAnswers; // folders, single files, save paths and entered texts
     std::deque<QStringList> fileAnswers;
     std::deque<std::optional<TrimCharsObject>> trimAnswers;
     std::deque<CustomTagRows> customTagAnswers;
@@ -62,6 +62,7 @@ public:
     void alert(const QString &title, const QString &text, const QString &button) override;
     std::optional<QString> chooseFolder(const QString &title) override;
     QStringList chooseFiles(const QString &title, const QString &prompt) override;
+    std::optional<QString> chooseFile(const QString &title, const QStringList &types) override;
     std::optional<QString> savePath(const QString &message, const QString &title,
                                     const QString &proposedName) override;
     std::optional<QString> enterText(const QString &title, const QString &message,
