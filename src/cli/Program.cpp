@@ -10,6 +10,9 @@
 #include "cli/DemoVerb.h"
 #include "cli/EncodeVerb.h"
 #include "cli/ExitStatus.h"
+#include "cli/TagsSetVerb.h"
+#include "cli/TagsShowVerb.h"
+#include "cli/TagsTracksVerb.h"
 #include "cli/ToolsVerb.h"
 #include "cli/UsageError.h"
 #include "cli/VerifyVerb.h"
@@ -34,6 +37,12 @@ std::vector<std::unique_ptr<Verb>> makeVerbs(CLI::App &app)
     checksum.require_subcommand(1);
     verbs.push_back(std::make_unique<ChecksumCreateVerb>(checksum));
     verbs.push_back(std::make_unique<VerifyVerb>(checksum, VerifyVerb::What::Lists));
+    CLI::App &tags = *app.add_subcommand("tags", "Show and write tags");
+    tags.require_subcommand(1);
+    verbs.push_back(std::make_unique<TagsShowVerb>(tags));
+    verbs.push_back(std::make_unique<TagsSetVerb>(tags));
+    verbs.push_back(std::make_unique<TagsTracksVerb>(tags, TagsTracksVerb::Source::TrackList));
+    verbs.push_back(std::make_unique<TagsTracksVerb>(tags, TagsTracksVerb::Source::CueSheet));
     verbs.push_back(std::make_unique<ToolsVerb>(app));
     verbs.push_back(std::make_unique<DemoVerb>(app));
     return verbs;

@@ -123,7 +123,7 @@ std::unique_ptr<JobReporter> TabVerb::makeReporter() const
     });
 }
 
-void TabVerb::runTab(BaseTab &tab, QueueRun &queueRun, const QStringList &paths)
+void TabVerb::takeIn(BaseTab &tab, const QStringList &paths)
 {
     QStringList refused;
     int refusedCount = 0;
@@ -147,6 +147,11 @@ void TabVerb::runTab(BaseTab &tab, QueueRun &queueRun, const QStringList &paths)
         throw UsageError(QStringLiteral("%1: nothing in the given paths is of a kind that it takes")
                              .arg(QString::fromStdString(app().get_name())));
     }
+}
+
+void TabVerb::runTab(BaseTab &tab, QueueRun &queueRun, const QStringList &paths)
+{
+    takeIn(tab, paths);
     queueRun.run([&tab] { tab.executeCommand(); });
     if (!tab.fileList().isEmpty()) {
         throw UsageError(QStringLiteral("Nothing was done."));

@@ -44,8 +44,9 @@ protected:
     /// Sets controls and runs commands through `queueRun`.
     virtual void runCommands(KruvController &controller, QueueRun &queueRun, const QStringList &paths) = 0;
 
-    /// Takes `paths` into the tab and runs its command. Throws UsageError when nothing in them is for the
-    /// tab.
+    /// Takes `paths` into the tab. Throws UsageError when nothing in them is for the tab.
+    void takeIn(BaseTab &tab, const QStringList &paths);
+    /// The same, and runs its command.
     void runTab(BaseTab &tab, QueueRun &queueRun, const QStringList &paths);
 
 private:

@@ -51,6 +51,16 @@ QByteArray AlbumArt::mimeType() const
     return format.isEmpty() ? QByteArray() : "image/" + format;
 }
 
+QSize AlbumArt::size() const
+{
+    if (m_encoded.isEmpty()) {
+        return m_image.size();
+    }
+    QByteArray bytes = m_encoded;
+    QBuffer buffer(&bytes);
+    return QImageReader(&buffer).size();
+}
+
 const AlbumArt::Png &AlbumArt::png() const
 {
     std::call_once(m_pngOnce, [this] {

@@ -5,6 +5,7 @@
 
 #include <QByteArray>
 #include <QImage>
+#include <QSize>
 
 #include <memory>
 #include <mutex>
@@ -28,6 +29,8 @@ public:
     const QByteArray &encoded() const { return m_encoded; }
     /// "image/jpeg", "image/png", ... of the encoded bytes; empty where they are no picture.
     QByteArray mimeType() const;
+    /// In pixels, from the picture's header where it came encoded; not valid where that is no picture's.
+    QSize size() const;
     struct Png
     {
         QByteArray bytes;

@@ -10,6 +10,7 @@
 #include <QLoggingCategory>
 
 #include <algorithm>
+#include <array>
 #include <exception>
 #include <iterator>
 
@@ -54,15 +55,17 @@ struct Format
     Record (*read)(const QString &path);
     bool (*write)(const QString &path, const TagsObject &record, bool writeEmptyTags);
     bool isCompared = true;
+    /// Only what the tag library's generic tag has.
+    bool isGeneric = false;
 };
 
 using Helper = TagLibTagsHelper;
 constexpr Format formats[] = {
     {u"FLAC", readWith<&Helper::tagsForFlacFile>, writeWith<&Helper::writeTagsForFLACFile>},
     {u"MP3", readWith<&Helper::tagsForMP3File>, writeWith<&Helper::writeTagsForMP3File>},
-    {u"APE", readWith<&Helper::tagsForAPEFile>, writeWith<&Helper::writeTagsForAPEFile>},
-    {u"WV", readWith<&Helper::tagsForWavpackFile>, writeWith<&Helper::writeTagsForWavpackFile>},
-    {u"TTA", readWith<&Helper::tagsForTTAFile>, writeWith<&Helper::writeTagsForTTAFile>},
+    {u"APE", readWith<&Helper::tagsForAPEFile>, writeWith<&Helper::writeTagsForAPEFile>, true, true},
+    {u"WV", readWith<&Helper::tagsForWavpackFile>, writeWith<&Helper::writeTagsForWavpackFile>, true, true},
+    {u"TTA", readWith<&Helper::tagsForTTAFile>, writeWith<&Helper::writeTagsForTTAFile>, true, true},
     {u"M4A", readMp4, writeMp4},
     {u"AIFF", readWith<&Helper::tagsForAIFFFile>, writeAiff, false},
     {u"AIF", readWith<&Helper::tagsForAIFFFile>, writeAiff, false},
@@ -99,6 +102,25 @@ Record readOrBlank(Record (*read)(const QString &path), const QString &path)
     auto blank = std::make_shared<TagsObject>();
     TagLibTagsHelper().setBlankTags(*blank);
     return blank;
+}
+
+bool holds(const QString &type, TagField field)
+{
+    constexpr std::array generic{TagField::Title, TagField::Artist, TagField::Album, TagField::Comment,
+                                 TagField::Genre, TagField::Year,   TagField::Track};
+    const Format *format = formatOf(type);
+    return format && (!format->isGeneric || std::ranges::count(generic, field) > 0);
+}
+
+bool holdsPicture(const QString &type)
+{
+    const Format *format = formatOf(type);
+    return format && !format->isGeneric;
+}
+
+bool holdsCustomTags(const QString &type)
+{
+    return type == u"FLAC";
 }
 
 bool isWritten(const QString &type)
