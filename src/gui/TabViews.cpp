@@ -8,6 +8,7 @@
 #include "gui/ChecksumTabView.h"
 #include "gui/DecodeTabView.h"
 #include "gui/EncodeTabView.h"
+#include "gui/TagsTabView.h"
 
 #include <algorithm>
 #include <iterator>
@@ -32,6 +33,7 @@ constexpr Row rows[] = {
     {u"decode", makeView<DecodeTabView, &KruvController::decodeTab>},
     {u"encode", makeView<EncodeTabView, &KruvController::encodeTab>},
     {u"checksum", makeView<ChecksumTabView, &KruvController::checksumTab>},
+    {u"Tags", makeView<TagsTabView, &KruvController::tagsTab>},
     {u"about",
      [](const QString &, KruvController &controller, QWidget *parent) -> QWidget * {
          return new AboutView(controller, parent);
