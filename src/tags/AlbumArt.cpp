@@ -15,6 +15,14 @@ namespace {
 /// Covers are seldom as large; what is larger would rather be meant to fill the memory.
 constexpr int mostMegabytes = 512;
 
+std::unique_ptr<QBuffer> opened(const QByteArray &bytes)
+{
+    auto buffer = std::make_unique<QBuffer>();
+    buffer->setData(bytes);
+    buffer->open(QIODevice::ReadOnly);
+    return buffer;
+}
+
 } // namespace
 
 AlbumArt::AlbumArt(const QImage &image)
@@ -45,9 +53,8 @@ QImage AlbumArt::image() const
 
 QByteArray AlbumArt::mimeType() const
 {
-    QByteArray bytes = m_encoded;
-    QBuffer buffer(&bytes);
-    const QByteArray format = QImageReader::imageFormat(&buffer);
+    const auto buffer = opened(m_encoded);
+    const QByteArray format = QImageReader::imageFormat(buffer.get());
     return format.isEmpty() ? QByteArray() : "image/" + format;
 }
 
@@ -56,9 +63,8 @@ QSize AlbumArt::size() const
     if (m_encoded.isEmpty()) {
         return m_image.size();
     }
-    QByteArray bytes = m_encoded;
-    QBuffer buffer(&bytes);
-    return QImageReader(&buffer).size();
+    const auto buffer = opened(m_encoded);
+    return QImageReader(buffer.get()).size();
 }
 
 const AlbumArt::Png &AlbumArt::png() const

@@ -194,14 +194,18 @@ void readMp4Tag(const Tag &tag, TagsObject &record)
     }
     readMp4Date(itemText(tag, dateItem), record);
     for (const PairItem &row : pairItems) {
+        // Asking for an item that isn't there makes one, whose numbers are anything.
+        if (!tag.contains(row.name)) {
+            continue;
+        }
         const Item::IntPair pair = tag.item(row.name).toIntPair();
         const auto set = [&record](TagField field, int value) {
             if (const auto number = static_cast<quint16>(value); number != 0) {
                 record.setText(field, QString::number(number));
             }
         };
-        set(row.number, tag.contains(row.name) ? pair.first : 0);
-        set(row.total, tag.contains(row.name) ? pair.second : 0);
+        set(row.number, pair.first);
+        set(row.total, pair.second);
     }
     readPicture(tag, record);
 }
