@@ -25,14 +25,20 @@ QLocale sortingLocale()
 
 FileList::Batch::Batch(const QStringList &paths)
 {
-    QCollator collator(sortingLocale());
-    collator.setNumericMode(true);
-    collator.setCaseSensitivity(Qt::CaseInsensitive);
+    const QCollator collator = FileList::collator();
     m_entries.reserve(static_cast<std::size_t>(paths.size()));
     for (const QString &path : paths) {
         m_entries.push_back({path, collator.sortKey(path)});
     }
     std::ranges::sort(m_entries, precedes);
+}
+
+QCollator FileList::collator()
+{
+    QCollator collator(sortingLocale());
+    collator.setNumericMode(true);
+    collator.setCaseSensitivity(Qt::CaseInsensitive);
+    return collator;
 }
 
 int FileList::rowCount(const QModelIndex &parent) const

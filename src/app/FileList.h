@@ -40,6 +40,8 @@ public:
     /// Removes every path whose extension is precisely `extension`, case included.
     void removeExtension(const QString &extension);
     void clear();
+    /// The natural order.
+    static QCollator collator();
     /// Distinct extensions in list order, as written.
     QStringList extensions() const;
 

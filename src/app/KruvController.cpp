@@ -9,6 +9,7 @@
 #include "checksums/ChecksumTab.h"
 #include "lossless/DecodeTab.h"
 #include "lossless/EncodeTab.h"
+#include "shntool/SHNtoolTab.h"
 #include "tags/TagsTab.h"
 
 #include <utility>
@@ -51,11 +52,13 @@ KruvController::KruvController(Preferences &preferences, UserInterface &userInte
     , m_decodeTab(std::make_unique<DecodeTab>(*this))
     , m_encodeTab(std::make_unique<EncodeTab>(*this))
     , m_checksumTab(std::make_unique<ChecksumTab>(*this))
+    , m_shntoolTab(std::make_unique<SHNtoolTab>(*this))
     , m_tagsTab(std::make_unique<TagsTab>(*this))
 {
     addTab(*m_decodeTab);
     addTab(*m_encodeTab);
     addTab(*m_checksumTab);
+    addTab(*m_shntoolTab);
     addTab(*m_tagsTab);
     m_tabLabels.append(aboutLabel);
 }

@@ -21,6 +21,7 @@ class ChecksumTab;
 class DecodeTab;
 class EncodeTab;
 class PowerManager;
+class SHNtoolTab;
 class TagsTab;
 
 /// The application's central object: owns the queue and the tab controllers, takes files from every way they
@@ -42,6 +43,7 @@ public:
     DecodeTab &decodeTab() { return *m_decodeTab; }
     EncodeTab &encodeTab() { return *m_encodeTab; }
     ChecksumTab &checksumTab() { return *m_checksumTab; }
+    SHNtoolTab &shntoolTab() { return *m_shntoolTab; }
     TagsTab &tagsTab() { return *m_tagsTab; }
 
     /// See BaseTab::setIntakeInBackground(); for every tab and for what the controller itself takes in.
@@ -90,6 +92,7 @@ private:
     std::unique_ptr<DecodeTab> m_decodeTab;
     std::unique_ptr<EncodeTab> m_encodeTab;
     std::unique_ptr<ChecksumTab> m_checksumTab;
+    std::unique_ptr<SHNtoolTab> m_shntoolTab;
     std::unique_ptr<TagsTab> m_tagsTab;
     QStringList m_tabLabels;
     QHash<QString, BaseTab *> m_tabMap;

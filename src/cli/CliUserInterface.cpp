@@ -60,6 +60,10 @@ void CliUserInterface::alert(const QString &title, const QString &text, const QS
 
 std::optional<QString> CliUserInterface::chooseFolder(const QString &)
 {
+    if (m_options.output.empty() && !m_options.save.empty()) {
+        // What is made goes where its final name is.
+        return QFileInfo(QString::fromStdString(m_options.save)).absolutePath();
+    }
     if (m_options.output.empty()) {
         throw UsageError(QStringLiteral(
             "Say where the output goes: --output DIR, or --beside-source for next to each source."));

@@ -22,6 +22,15 @@ struct Hint
 constexpr Hint hints[] = {
     {u"already exists, use -f",
      "Move the existing file away, choose another output folder, or allow overwriting."},
+    {u"already sector-aligned", "Files that need nothing are left as they are, without an output."},
+    {u"no silence to trim", "Files that need nothing are left as they are, without an output."},
+    {u"already has a canonical header", "Files that need nothing are left as they are, without an output."},
+    {u"is not CD-quality", "This needs files with 2 channels of 16 bits at 44.1 kHz."},
+    {u"differs among these files", "Only files of the same format can be joined; convert them first."},
+    {u"could not open output file",
+     "A file of that name is there already, or the folder can't be written to. Nothing is replaced."},
+    {u"could not open split point file", "Check that the file is there and may be read."},
+    {u"value not in bytes, m:ss", "The points are to be a cue sheet, or times like 3:05.32, one a line."},
     {u"No space left", "Free some space on the output folder's disk and try again."},
     {u"can't open input file", "Check that the file is there and may be read."},
     {u"Permission denied", "Check that the output folder may be written to."},
@@ -60,6 +69,8 @@ const QRegularExpression &chatter()
                        "|(testing, )?\\d+(\\.\\d+)?% complete(, ratio=\\d+\\.\\d{3})?"
                        "|(init_status|init status|state) = FLAC__[A-Z_]*[A-Z](?![a-z])"
                        "|[^\\n]*WARNING: skipping unknown chunk[^)]*\\)"
+                       "|(Scanning|Trimming|Joining|Splitting|Stripping|Post-padding) \\[[^\\n]*: 100% OK\\n"
+                       "|shntool \\[split\\]: warning: (discarding initial|file \\d+ will)[^\\n]*"
                        "|\\x{08}+"));
     return expression;
 }

@@ -10,6 +10,7 @@
 #include "cli/DemoVerb.h"
 #include "cli/EncodeVerb.h"
 #include "cli/ExitStatus.h"
+#include "cli/ShntoolVerb.h"
 #include "cli/TagsSetVerb.h"
 #include "cli/TagsShowVerb.h"
 #include "cli/TagsTracksVerb.h"
@@ -37,6 +38,7 @@ std::vector<std::unique_ptr<Verb>> makeVerbs(CLI::App &app)
     checksum.require_subcommand(1);
     verbs.push_back(std::make_unique<ChecksumCreateVerb>(checksum));
     verbs.push_back(std::make_unique<VerifyVerb>(checksum, VerifyVerb::What::Lists));
+    ShntoolVerb::addAll(app, verbs);
     CLI::App &tags = *app.add_subcommand("tags", "Show and write tags");
     tags.require_subcommand(1);
     verbs.push_back(std::make_unique<TagsShowVerb>(tags));

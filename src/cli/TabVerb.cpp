@@ -42,13 +42,18 @@ void TabVerb::declareCommonFlags()
     app().add_flag("--no-color", m_options.noColor, "No colours (the same as setting NO_COLOR)");
 }
 
-void TabVerb::declareOutputFlags()
+void TabVerb::declareFolderFlags()
 {
     auto *output = app().add_option("-o,--output", m_options.output, "Folder that the output goes into");
     output->type_name("DIR");
     app()
         .add_flag("--beside-source", m_options.besideSource, "Write each output next to its source")
         ->excludes(output);
+}
+
+void TabVerb::declareOutputFlags()
+{
+    declareFolderFlags();
     app().add_flag("--delete-originals", m_options.deleteOriginals,
                    "Delete each source once its output is written and its job succeeded");
     app().add_flag("-y,--yes", m_options.yes, "Say yes to the question whether originals may be deleted");

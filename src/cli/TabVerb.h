@@ -32,12 +32,21 @@ public:
 
 protected:
     void declareCommonFlags();
+    /// Where the output goes.
+    void declareFolderFlags();
+    /// The same, and whether originals are deleted.
     void declareOutputFlags();
 
     const CommonOptions &options() const { return m_options; }
     bool &overwriteFlag() { return m_options.overwrite; }
     bool &besideSourceFlag() { return m_options.besideSource; }
     std::string &saveFlag() { return m_options.save; }
+    /// The file that `flag` names and the engine asks for.
+    std::string &sideFileFlag(const char *flag)
+    {
+        m_options.sideFileFlag = flag;
+        return m_options.sideFile;
+    }
     /// The command ends with the status of a failure, whatever its jobs say.
     void setFailed() { m_failed = true; }
 

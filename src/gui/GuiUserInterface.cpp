@@ -102,8 +102,12 @@ StatusPanel *GuiUserInterface::statusPanel()
 
 QWidget *GuiUserInterface::dialogParent() const
 {
-    QWidget *active = QApplication::activeModalWidget();
-    return active ? active : m_mainWindow.data();
+    if (QWidget *modal = QApplication::activeModalWidget()) {
+        return modal;
+    }
+    // A dialog that stands open beside the main window, and gets the keyboard back.
+    auto *dialog = qobject_cast<QDialog *>(QApplication::activeWindow());
+    return dialog ? dialog : m_mainWindow.data();
 }
 
 int GuiUserInterface::ask(const QString &title, const QString &text, const QStringList &buttons,

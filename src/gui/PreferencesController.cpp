@@ -10,6 +10,7 @@
 #include "gui/LevelSlider.h"
 #include "gui/PromptStyle.h"
 #include "gui/QuietLabel.h"
+#include "shntool/SHNtoolOutputNamingFormatParser.h"
 
 #include <QActionGroup>
 #include <QCheckBox>
@@ -130,6 +131,7 @@ void PreferencesController::tieControls()
     m_warnOnFilesSkipped.tieTo(m_preferences, QStringLiteral("warnOnFilesSkipped"));
     m_checksumFileUsesOutputDirName.tieTo(m_preferences, QStringLiteral("checksumFileUsesOutputDirName"));
     m_ffpExtension.tieTo(m_preferences, QStringLiteral("ffpExtension"));
+    m_shnlenTrackListingFormat.tieTo(m_preferences, QStringLiteral("shntoolNamesFormat"));
     m_noPaddingFlac.tieTo(m_preferences, QStringLiteral("noPaddingFlacTags"));
     m_lameStereoOption.tieTo(m_preferences, QStringLiteral("lameStereoOption"));
     m_lameQValue.tieTo(m_preferences, QStringLiteral("lameQValue"));
@@ -196,6 +198,29 @@ void PreferencesController::fillGeneral(QWidget *pane)
     extension->setObjectName(QStringLiteral("ffpExtension"));
     Bindings::bind(m_ffpExtension, extension);
     form->addRow(tr("&Fingerprint file extension:"), extension);
+    addListingFormat(form);
+}
+
+void PreferencesController::addListingFormat(QFormLayout *form)
+{
+    auto *format = new QLineEdit(form->parentWidget());
+    format->setObjectName(QStringLiteral("shnlenTrackListingFormat"));
+    format->setToolTip(tr("%number, %name and %time stand for a track's number, name and length"));
+    Bindings::bind(m_shnlenTrackListingFormat, format);
+    form->addRow(tr("&Track listing format:"), format);
+    auto *preview = new QuietLabel({}, form->parentWidget());
+    preview->setObjectName(QStringLiteral("currentFormat"));
+    preview->setTextFormat(Qt::PlainText);
+    const auto show = [this, preview] {
+        const SHNtoolOutputNamingFormatParser parser(m_shnlenTrackListingFormat.text());
+        preview->setText(parser
+                             .getFormattedLineWithName(QStringLiteral("FileName"), QStringLiteral("01:00:00"),
+                                                       QStringLiteral("01"))
+                             .chopped(1));
+    };
+    connect(&m_shnlenTrackListingFormat, &Control::changed, preview, show);
+    show();
+    form->addRow({}, preview);
 }
 
 void PreferencesController::fillMetadata(QWidget *pane)

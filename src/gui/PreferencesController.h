@@ -39,6 +39,7 @@ private:
     void fillGeneral(QWidget *pane);
     void fillMetadata(QWidget *pane);
     void fillAdvanced(QWidget *pane);
+    void addListingFormat(QFormLayout *form);
     void maxThreadsChanged();
     void lookForTools();
     void showTools(const QList<FoundTool> &tools);
@@ -50,6 +51,7 @@ private:
     ToggleControl m_warnOnFilesSkipped;
     ToggleControl m_checksumFileUsesOutputDirName;
     TextControl m_ffpExtension;
+    TextControl m_shnlenTrackListingFormat;
     ToggleControl m_noPaddingFlac;
     ChoiceControl m_lameStereoOption;
     NumberControl m_lameQValue;

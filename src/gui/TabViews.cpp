@@ -8,6 +8,7 @@
 #include "gui/ChecksumTabView.h"
 #include "gui/DecodeTabView.h"
 #include "gui/EncodeTabView.h"
+#include "gui/ShntoolTabView.h"
 #include "gui/TagsTabView.h"
 
 #include <algorithm>
@@ -33,6 +34,7 @@ constexpr Row rows[] = {
     {u"decode", makeView<DecodeTabView, &KruvController::decodeTab>},
     {u"encode", makeView<EncodeTabView, &KruvController::encodeTab>},
     {u"checksum", makeView<ChecksumTabView, &KruvController::checksumTab>},
+    {u"shntool", makeView<ShntoolTabView, &KruvController::shntoolTab>},
     {u"Tags", makeView<TagsTabView, &KruvController::tagsTab>},
     {u"about",
      [](const QString &, KruvController &controller, QWidget *parent) -> QWidget * {

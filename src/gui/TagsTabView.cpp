@@ -10,6 +10,7 @@
 #include "gui/KruvDragAndDropImageView.h"
 #include "gui/OptionColumn.h"
 #include "gui/QuietLabel.h"
+#include "gui/TrackNameInputWindow.h"
 #include "tags/TagFormats.h"
 #include "tags/TagsTab.h"
 
@@ -67,6 +68,7 @@ TagsTabView::TagsTabView(TagsTab &tab, const QStringList &kinds, QWidget *parent
     connect(&tab, &TagsTab::selectionChanged, this, &TagsTabView::showState);
     connect(&tab.autoName(), &Control::changed, this, &TagsTabView::showState);
     connect(&tab.albumArtImageView(), &Control::changed, this, &TagsTabView::showPicture);
+    new TrackNameInputWindow(tab.trackNamesWindow(), this);
     showState();
 }
 

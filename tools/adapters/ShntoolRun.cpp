@@ -152,17 +152,18 @@ private:
         const auto header = WavHeader::parse(decodedStart(m_plan.splitSource, finder));
         const PcmLayout layout = header ? PcmLayout{header->rate, header->frameSize} : PcmLayout();
         auto &file = m_command.arguments[m_plan.pointsArgument];
-        const auto points = layout.rate == 0 || layout.isCdLike()
-                                ? std::nullopt
-                                : splitPointsInBytes(readStart(file, sizeLimit), layout);
-        if (!points) {
+        const auto given = readStart(file, sizeLimit);
+        const auto plain = plainSplitPoints(given);
+        const auto points =
+            layout.rate == 0 || layout.isCdLike() ? std::nullopt : splitPointsInBytes(plain, layout);
+        if (!points && plain == given) {
             return true;
         }
         constexpr mode_t ownerOnly = 0600;
         m_points.emplace(ScratchFolder::temporaryParent());
         file = m_points->path() + "/points";
         const File target(open(file.c_str(), O_CREAT | O_WRONLY | O_CLOEXEC, ownerOnly));
-        return target && writeAll(target.descriptor(), *points);
+        return target && writeAll(target.descriptor(), points.value_or(plain));
     }
 
     // The messages are to show the names that the outputs will have.

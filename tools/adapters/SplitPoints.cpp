@@ -86,7 +86,42 @@ std::optional<Number> pointPosition(std::string_view text, const PcmLayout &layo
     return text.empty() ? bytes : std::nullopt;
 }
 
+// Offset of the low byte in each unit of UTF-16, or nothing for another encoding.
+std::optional<std::size_t> lowByteOfUtf16(std::string_view text)
+{
+    if (text.starts_with("\xFF\xFE") || (text.size() > 1 && text[0] != 0 && text[1] == 0)) {
+        return 0;
+    }
+    const bool bigEndian = text.starts_with("\xFE\xFF") || (text.size() > 1 && text[0] == 0);
+    return bigEndian ? std::optional<std::size_t>(1) : std::nullopt;
+}
+
+std::string narrowed(std::string_view text, std::size_t lowByte)
+{
+    constexpr char highestAscii = 0x7F;
+    std::string narrow;
+    for (std::size_t at = 0; at + 1 < text.size(); at += 2) {
+        const char low = text[at + lowByte];
+        const bool ascii = text[at + 1 - lowByte] == 0 && low >= 0 && low <= highestAscii;
+        const bool mark = at == 0 && (text.starts_with("\xFF\xFE") || text.starts_with("\xFE\xFF"));
+        narrow += mark ? std::string() : std::string(1, ascii ? low : '?');
+    }
+    return narrow;
+}
+
 } // namespace
+
+std::string plainSplitPoints(const std::string &text)
+{
+    const auto lowByte = lowByteOfUtf16(text);
+    std::string plain = lowByte ? narrowed(text, *lowByte) : text;
+    for (std::size_t at = plain.find('\r'); at != std::string::npos; at = plain.find('\r', at + 1)) {
+        if (at + 1 == plain.size() || plain[at + 1] != '\n') {
+            plain[at] = '\n';
+        }
+    }
+    return plain;
+}
 
 std::optional<std::string> splitPointsInBytes(const std::string &text, const PcmLayout &layout)
 {

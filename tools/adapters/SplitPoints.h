@@ -22,4 +22,9 @@ struct PcmLayout
 /// anything else; shntool then says what is wrong.
 std::optional<std::string> splitPointsInBytes(const std::string &text, const PcmLayout &layout);
 
+/// The same text as shntool can read it: a byte a character, lines that end with a line feed. It takes no
+/// UTF-16, with or without a byte-order mark, and no line that ends with a carriage return alone. What is not
+/// ASCII in UTF-16 becomes a question mark; no point needs it.
+std::string plainSplitPoints(const std::string &text);
+
 } // namespace kruv::adapters

@@ -1,0 +1,161 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "cli/ShntoolVerb.h"
+
+#include "app/KruvController.h"
+#include "cli/QueueRun.h"
+#include "cli/UsageError.h"
+#include "shntool/SHNtoolTab.h"
+#include "tags/TrackNameText.h"
+#include "tasks/TextFile.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+namespace kruv {
+
+namespace {
+
+enum Flags : unsigned { Reads = 0, Lengths = 1, Makes = 2, Deletes = 4, Saves = 8, Points = 16 };
+
+// In the order of the tab's choice.
+constexpr std::array<std::string_view, 3> lengthTypes{"normal", "fileset", "disc"};
+
+} // namespace
+
+struct ShntoolVerb::Mode
+{
+    const char *name;
+    const char *description;
+    unsigned flags;
+    const char *footer;
+};
+
+const ShntoolVerb::Mode ShntoolVerb::modes[] = {
+    {"len", "Lengths and properties of files", Lengths,
+     "Discs are told apart by the \"d\" and \"t\" around their number in the names: band2001d2t05.flac.\n"
+     "Example: a numbered track list with names\n"
+     "  kruv shntool len --length fileset --names ~/Concert/tracks.txt ~/Concert"},
+    {"info", "Everything that is to be known of files", Reads, ""},
+    {"cmp", "Compare the audio of two files", Reads,
+     "Exit status 0 when it is the same, 1 when it differs.\n"
+     "Example: kruv shntool cmp track.flac track.wav"},
+    {"trim", "Cut silence from both ends of files", Makes | Deletes, "Outputs are named NAME-trimmed."},
+    {"split", "Split a file at given points", Makes | Points,
+     "Points are the tracks of a cue sheet, whose titles become the files' names, or a list with a point\n"
+     "a line: m:ss, m:ss.ff (frames), m:ss.nnn (milliseconds) or bytes.\n"
+     "Example: kruv shntool split --to flac --points concert.cue --beside-source concert.wav"},
+    {"join", "Join files into one", Makes | Deletes | Saves,
+     "Files are joined in the order of their paths, numbers by value (t2 before t10).\n"
+     "Example: kruv shntool join --to flac --save concert.flac ~/Concert"},
+    {"cue", "Write a cue sheet for files as though they were joined", Saves, ""},
+    {"pad", "Lengthen files to whole CD sectors with silence", Makes | Deletes,
+     "Outputs are named NAME-padded."},
+    {"strip", "Take extra chunks and odd headers out of files", Makes | Deletes,
+     "Outputs are named NAME-stripped."},
+};
+
+void ShntoolVerb::addAll(CLI::App &program, std::vector<std::unique_ptr<Verb>> &verbs)
+{
+    CLI::App &parent = *program.add_subcommand("shntool", "Measure, compare, split, join and mend files");
+    parent.require_subcommand(1);
+    for (const Mode &mode : modes) {
+        verbs.push_back(std::unique_ptr<ShntoolVerb>(new ShntoolVerb(parent, mode)));
+    }
+}
+
+ShntoolVerb::ShntoolVerb(CLI::App &parent, const Mode &mode)
+    : TabVerb(parent, mode.name, mode.description)
+    , m_mode(mode)
+{
+    declareCommonFlags();
+    declareFlags();
+    app().footer(mode.footer);
+}
+
+void ShntoolVerb::declareFlags()
+{
+    const auto has = [this](Flags flag) { return (m_mode.flags & flag) != 0; };
+    if (has(Makes)) {
+        app()
+            .add_option("--to", m_format, "Format to make: shn, flac, aiff or wav")
+            ->required()
+            ->type_name("FORMAT");
+        has(Deletes) ? declareOutputFlags() : declareFolderFlags();
+    }
+    if (has(Lengths)) {
+        app()
+            .add_option(
+                "--length", m_length,
+                "normal (the tool's table), fileset (numbered tracks) or disc (the same, a list a disc)")
+            ->type_name("LAYOUT");
+        app()
+            .add_option("--names", m_names, "Track names: a numbered list, or one a line")
+            ->type_name("FILE");
+    }
+    if (has(Points)) {
+        app()
+            .add_option("--points", sideFileFlag("--points"), "Cue sheet or list of split points")
+            ->required()
+            ->type_name("FILE");
+    }
+    if (has(Saves)) {
+        app().add_option("-s,--save", saveFlag(), "File that is made")->required()->type_name("FILE");
+        app().add_flag("--overwrite", overwriteFlag(), "Replace the file that --save names");
+    }
+}
+
+void ShntoolVerb::choose(SHNtoolTab &tab)
+{
+    tab.shntoolCommandMatrix().selectTitle(QString::fromLatin1(m_mode.name));
+    const QString format = QString::fromStdString(m_format);
+    if (!format.isEmpty() && !tab.outputFormatMatrix().selectTitle(format.toUpper())) {
+        throw UsageError(
+            QStringLiteral("--to %1: no such format; it can be shn, flac, aiff or wav").arg(format));
+    }
+    const std::string length = !m_length.empty() ? m_length : m_names.empty() ? "normal" : "fileset";
+    const auto *type = std::ranges::find(lengthTypes, length);
+    if (type == lengthTypes.end()) {
+        throw UsageError(QStringLiteral("--length %1: no such layout; it can be normal, fileset or disc")
+                             .arg(QString::fromStdString(length)));
+    }
+    tab.shnLenMatrix().select(static_cast<int>(type - lengthTypes.begin()));
+    tab.sourceEncodeButton().setOn(options().besideSource);
+    tab.deleteOriginalsButton().setOn(options().deleteOriginals);
+    if (!m_names.empty()) {
+        enterNames(tab);
+    }
+}
+
+void ShntoolVerb::enterNames(SHNtoolTab &tab)
+{
+    const QString path = QString::fromStdString(m_names);
+    const auto text = TextFile::read(path);
+    if (!text) {
+        throw UsageError(QStringLiteral("--names: %1 can't be read").arg(path));
+    }
+    const QStringList numbered = TrackNameText::namesInTrackList(*text);
+    if (numbered.isEmpty()) {
+        tab.trackNameWindow().setInputTextString(*text);
+    } else {
+        tab.trackNameWindow().setNames(numbered);
+    }
+    tab.trackNameWindow().inputOK();
+}
+
+void ShntoolVerb::runCommands(KruvController &controller, QueueRun &queueRun, const QStringList &paths)
+{
+    if ((m_mode.flags & Points) != 0 && paths.size() > 1) {
+        throw UsageError(QStringLiteral("shntool split takes one file at a time"));
+    }
+    SHNtoolTab &tab = controller.shntoolTab();
+    choose(tab);
+    if ((m_mode.flags & Makes) != 0) {
+        queueRun.leaveOutResults();
+    }
+    runTab(tab, queueRun, paths);
+}
+
+} // namespace kruv

@@ -1,0 +1,26 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "shntool/SHNToolEachFileTask.h"
+
+namespace kruv {
+
+/// Lengthens files to a whole number of CD sectors.
+class SHNToolPadTask : public SHNToolEachFileTask
+{
+public:
+    SHNToolPadTask(TaskCompletionSink *queue, const QString &launchPath, const QString &folder,
+                   const QString &format, const QStringList &files)
+        : SHNToolEachFileTask(queue, launchPath,
+                              {.word = u"pad",
+                               .postfix = u"-padded",
+                               .title = "Running SHNTool Pad",
+                               .progress = {.text = "Padding: %1%"}},
+                              folder, format, files)
+    {
+    }
+};
+
+} // namespace kruv

@@ -1,0 +1,26 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "shntool/SHNToolEachFileTask.h"
+
+namespace kruv {
+
+/// Takes the chunks that are not audio out of files, and writes them with a plain header.
+class SHNToolStripTask : public SHNToolEachFileTask
+{
+public:
+    SHNToolStripTask(TaskCompletionSink *queue, const QString &launchPath, const QString &folder,
+                     const QString &format, const QStringList &files)
+        : SHNToolEachFileTask(queue, launchPath,
+                              {.word = u"strip",
+                               .postfix = u"-stripped",
+                               .title = "Running SHNTool Strip",
+                               .progress = {.text = "Stripping: %1%"}},
+                              folder, format, files)
+    {
+    }
+};
+
+} // namespace kruv
