@@ -245,7 +245,7 @@ void FileListView::selectBeside(int step)
     int row = 0;
     if (!rows.isEmpty()) {
         const auto [first, last] = std::ranges::minmax(rows);
-        row = step < 0 ? first - 1 : last + 1;
+        row = first == last ? first + step : (step > 0 ? first : last);
     }
     if (row >= 0 && row < count) {
         m_list->selectionModel()->setCurrentIndex(m_tab.fileList().index(row),

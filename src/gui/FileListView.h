@@ -26,8 +26,8 @@ public:
 
     void selectAll();
     bool hasSelection() const;
-    /// Selects the file before (-1) or after (1) the selected ones, or the first; at the end, nothing
-    /// changes.
+    /// Selects the file before (-1) or after (1) the selected one; of several the last or the first; where
+    /// none is selected, the first. At the end nothing changes.
     void selectBeside(int step);
 
 Q_SIGNALS:

@@ -75,7 +75,10 @@ TagsTabView::TagsTabView(TagsTab &tab, const QStringList &kinds, QWidget *parent
 QLayout *TagsTabView::makeState()
 {
     auto *selections = new QLabel(m_form);
-    Bindings::bind(m_tab.multipleSelectionsLabel(), selections);
+    follow(m_tab.multipleSelectionsLabel(), selections, [this, selections] {
+        selections->setText(m_tab.multipleSelectionsLabel().text());
+        m_tab.multipleSelectionsLabel().setHidden(selections->text().isEmpty());
+    });
     m_count = new QuietLabel({}, m_form);
     m_count->setObjectName(QStringLiteral("selectionCount"));
     m_progress = new QProgressBar(m_form);
@@ -125,6 +128,11 @@ QLineEdit *TagsTabView::makeField(TagField field, const QString &name)
     return box;
 }
 
+int TagsTabView::labelWidth() const
+{
+    return fontMetrics().horizontalAdvance(tr("Album artist")) + gap / 2;
+}
+
 QLayout *TagsTabView::makeTexts()
 {
     struct Row
@@ -152,6 +160,7 @@ QLayout *TagsTabView::makeTexts()
         ++line;
     }
     grid->setRowStretch(line, 1);
+    grid->setColumnMinimumWidth(0, labelWidth());
     return grid;
 }
 
@@ -250,7 +259,7 @@ QLayout *TagsTabView::makeNumbers()
     QLabel *comment = label(tr("Co&mment"), line, 0);
     grid->addWidget(makeField(TagField::Comment, tr("Comment")), line, 1, 1, 3);
     comment->setBuddy(m_fields[TagField::Comment]);
-    grid->setColumnMinimumWidth(0, comment->fontMetrics().horizontalAdvance(tr("Album artist")));
+    grid->setColumnMinimumWidth(0, labelWidth());
     grid->setColumnStretch(1, 1);
     grid->setColumnStretch(3, 1);
     return grid;

@@ -39,6 +39,8 @@ protected:
 
 private:
     QLayout *makeState();
+    /// What the widest label takes, so that all rows begin in one line.
+    int labelWidth() const;
     QLayout *makeTexts();
     QLayout *makePicture();
     QLayout *makeNumbers();
