@@ -36,6 +36,7 @@ public:
     /// Whether folders are walked on the background pool, so that adding returns at once (the window), or on
     /// the spot, so that it is done when it returns.
     void setIntakeInBackground(bool inBackground) { m_intakeInBackground = inBackground; }
+    bool worksInBackground() const { return m_intakeInBackground; }
     /// Whether files handed in are still on their way into the list.
     bool isTakingIn() const { return m_intakes > 0; }
 

@@ -13,6 +13,7 @@
 #include "lossless/FixTab.h"
 #include "lossy/LossyTab.h"
 #include "shntool/SHNtoolTab.h"
+#include "tags/TagsTab.h"
 #include "util/UtilTab.h"
 
 #include <utility>
@@ -57,18 +58,20 @@ KruvController::KruvController(Preferences &preferences, UserInterface &userInte
     , m_decodeTab(std::make_unique<DecodeTab>(*this))
     , m_encodeTab(std::make_unique<EncodeTab>(*this))
     , m_checksumTab(std::make_unique<ChecksumTab>(*this))
-    , m_fixTab(std::make_unique<FixTab>(*this))
-    , m_lossyTab(std::make_unique<LossyTab>(*this))
     , m_shntoolTab(std::make_unique<SHNtoolTab>(*this))
+    , m_fixTab(std::make_unique<FixTab>(*this))
     , m_utilTab(std::make_unique<UtilTab>(*this))
+    , m_tagsTab(std::make_unique<TagsTab>(*this))
+    , m_lossyTab(std::make_unique<LossyTab>(*this))
 {
     addTab(*m_decodeTab);
     addTab(*m_encodeTab);
     addTab(*m_checksumTab);
-    addTab(*m_fixTab);
-    addTab(*m_lossyTab);
     addTab(*m_shntoolTab);
+    addTab(*m_fixTab);
     addTab(*m_utilTab);
+    addTab(*m_tagsTab);
+    addTab(*m_lossyTab);
     m_tabLabels.append(aboutLabel);
 }
 

@@ -24,6 +24,7 @@ class FixTab;
 class LossyTab;
 class PowerManager;
 class SHNtoolTab;
+class TagsTab;
 class UtilTab;
 
 /// The application's central object: owns the queue and the tab controllers, takes files from every way they
@@ -45,10 +46,11 @@ public:
     DecodeTab &decodeTab() { return *m_decodeTab; }
     EncodeTab &encodeTab() { return *m_encodeTab; }
     ChecksumTab &checksumTab() { return *m_checksumTab; }
-    FixTab &fixTab() { return *m_fixTab; }
-    LossyTab &lossyTab() { return *m_lossyTab; }
     SHNtoolTab &shntoolTab() { return *m_shntoolTab; }
+    FixTab &fixTab() { return *m_fixTab; }
     UtilTab &utilTab() { return *m_utilTab; }
+    TagsTab &tagsTab() { return *m_tagsTab; }
+    LossyTab &lossyTab() { return *m_lossyTab; }
 
     /// See BaseTab::setIntakeInBackground(); for every tab and for what the controller itself takes in.
     void setIntakeInBackground(bool inBackground);
@@ -96,10 +98,11 @@ private:
     std::unique_ptr<DecodeTab> m_decodeTab;
     std::unique_ptr<EncodeTab> m_encodeTab;
     std::unique_ptr<ChecksumTab> m_checksumTab;
-    std::unique_ptr<FixTab> m_fixTab;
-    std::unique_ptr<LossyTab> m_lossyTab;
     std::unique_ptr<SHNtoolTab> m_shntoolTab;
+    std::unique_ptr<FixTab> m_fixTab;
     std::unique_ptr<UtilTab> m_utilTab;
+    std::unique_ptr<TagsTab> m_tagsTab;
+    std::unique_ptr<LossyTab> m_lossyTab;
     QStringList m_tabLabels;
     QHash<QString, BaseTab *> m_tabMap;
     int m_selectedTab = 0;

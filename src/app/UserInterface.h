@@ -5,6 +5,7 @@
 
 #include "app/TrimCharsObject.h"
 
+#include <QImage>
 #include <QString>
 #include <QStringList>
 
@@ -27,6 +28,12 @@ public:
     /// Returns the index of the pressed button; `defaultButton` is the one that Return presses.
     virtual int ask(const QString &title, const QString &text, const QStringList &buttons,
                     int defaultButton) = 0;
+    /// The same with a picture beside the question, where pictures can be shown.
+    virtual int askBesidePicture(const QString &title, const QString &text, const QStringList &buttons,
+                                 int defaultButton, const QImage & /*picture*/)
+    {
+        return ask(title, text, buttons, defaultButton);
+    }
     virtual void alert(const QString &title, const QString &text, const QString &button) = 0;
 
     // Nothing is returned when the person cancels.

@@ -10,6 +10,9 @@
 #include "cli/FixVerb.h"
 #include "cli/LossyVerb.h"
 #include "cli/ShntoolVerb.h"
+#include "cli/TagsSetVerb.h"
+#include "cli/TagsShowVerb.h"
+#include "cli/TagsTracksVerb.h"
 #include "cli/ToolsVerb.h"
 #include "cli/UtilExtractCdVerb.h"
 #include "cli/UtilVerb.h"
@@ -31,6 +34,12 @@ std::vector<std::unique_ptr<Verb>> declare(CLI::App &app)
     ShntoolVerb::addAll(app, verbs);
     verbs.push_back(std::make_unique<FixVerb>(app));
     verbs.push_back(std::make_unique<LossyVerb>(app));
+    CLI::App &tags = *app.add_subcommand("tags", "Show and write tags");
+    tags.require_subcommand(1);
+    verbs.push_back(std::make_unique<TagsShowVerb>(tags));
+    verbs.push_back(std::make_unique<TagsSetVerb>(tags));
+    verbs.push_back(std::make_unique<TagsTracksVerb>(tags, TagsTracksVerb::Source::TrackList));
+    verbs.push_back(std::make_unique<TagsTracksVerb>(tags, TagsTracksVerb::Source::CueSheet));
     CLI::App &util = *app.add_subcommand(
         "util", "Rename, add replay gain, convert sample rates, extract discs, make DVD-Audio images");
     util.require_subcommand(1);

@@ -58,7 +58,9 @@ void QueueRun::run(const std::function<void()> &command)
 int QueueRun::finish()
 {
     m_totals.seconds = static_cast<double>(m_clock.elapsed()) / 1000.0;
-    m_reporter->summary(m_totals);
+    if (m_reportsSummary) {
+        m_reporter->summary(m_totals);
+    }
     if (m_interrupted) {
         return Cancelled;
     }

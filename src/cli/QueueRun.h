@@ -37,6 +37,8 @@ public:
     /// For commands whose failures are told job by job: the text of a set that failed as a whole would say it
     /// all again.
     void leaveOutResults() { m_reportsResults = false; }
+    /// For commands that run no jobs.
+    void leaveOutSummary() { m_reportsSummary = false; }
 
     const JobReporter::Totals &totals() const { return m_totals; }
 
@@ -57,6 +59,7 @@ private:
     bool m_interrupted = false;
     bool m_running = false;
     bool m_reportsResults = true;
+    bool m_reportsSummary = true;
 };
 
 } // namespace kruv

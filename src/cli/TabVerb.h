@@ -61,8 +61,7 @@ protected:
 
     /// Takes `paths` into the tab and says what it refused. Throws UsageError when nothing is left.
     void takeIn(BaseTab &tab, const QStringList &paths);
-    /// Takes `paths` into the tab and runs its command. Throws UsageError when nothing in them is for the
-    /// tab.
+    /// The same, and runs its command.
     void runTab(BaseTab &tab, QueueRun &queueRun, const QStringList &paths);
 
 private:

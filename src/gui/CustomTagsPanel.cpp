@@ -8,6 +8,8 @@
 #include <QLabel>
 #include <QLineEdit>
 
+#include <limits>
+
 namespace kruv {
 
 CustomTagsPanel::CustomTagsPanel(QWidget *parent)
@@ -27,6 +29,7 @@ CustomTagsPanel::CustomTagsPanel(QWidget *parent)
         row.value->setObjectName(QStringLiteral("customTagValueText%1").arg(number));
         row.value->setAccessibleName(tr("Value of tag %1").arg(number));
         row.value->setMinimumWidth(280);
+        row.value->setMaxLength(std::numeric_limits<int>::max()); // lyrics and cue sheets are long
         grid->addWidget(row.name, number, 0);
         grid->addWidget(row.value, number, 1);
     }

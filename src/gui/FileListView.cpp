@@ -147,6 +147,8 @@ void FileListView::makeList()
     // The room for the names is known once the list has decided whether it needs a scroll bar.
     connect(m_list->verticalScrollBar(), &QScrollBar::rangeChanged, this, &FileListView::fitColumn,
             Qt::QueuedConnection);
+    connect(m_list->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            [this] { Q_EMIT selectedRowsChanged(selectedRows()); });
 
     // Names change their shape when scrolling begins or ends.
     connect(m_list->horizontalScrollBar(), &QScrollBar::valueChanged, m_list->viewport(),
@@ -224,12 +226,44 @@ void FileListView::fillExtensionMenu(QMenu *menu)
     }
 }
 
-void FileListView::deleteSelected()
+QList<int> FileListView::selectedRows() const
 {
     QList<int> rows;
     for (const QModelIndex &index : m_list->selectionModel()->selectedRows()) {
         rows.append(index.row());
     }
+    return rows;
+}
+
+void FileListView::selectAll()
+{
+    m_list->selectAll();
+}
+
+bool FileListView::hasSelection() const
+{
+    return m_list->selectionModel()->hasSelection();
+}
+
+void FileListView::selectBeside(int step)
+{
+    const QList<int> rows = selectedRows();
+    const int count = m_tab.fileList().count();
+    int row = 0;
+    if (!rows.isEmpty()) {
+        const auto [first, last] = std::ranges::minmax(rows);
+        row = first == last ? first + step : (step > 0 ? first : last);
+    }
+    if (row >= 0 && row < count) {
+        m_list->selectionModel()->setCurrentIndex(m_tab.fileList().index(row),
+                                                  QItemSelectionModel::ClearAndSelect);
+        m_list->scrollTo(m_tab.fileList().index(row));
+    }
+}
+
+void FileListView::deleteSelected()
+{
+    const QList<int> rows = selectedRows();
     if (rows.isEmpty()) {
         return;
     }

@@ -24,6 +24,16 @@ public:
     /// Shows that files held over the list may be let go there.
     void setDropShown(bool shown);
 
+    void selectAll();
+    bool hasSelection() const;
+    /// Selects the file before (-1) or after (1) the selected one; of several the last or the first; where
+    /// none is selected, the first. At the end nothing changes.
+    void selectBeside(int step);
+
+Q_SIGNALS:
+    /// The rows that are selected now. Not sent when the list itself changes, which selects nothing.
+    void selectedRowsChanged(const QList<int> &rows);
+
 protected:
     void resizeEvent(QResizeEvent *event) override;
 
@@ -35,6 +45,7 @@ private:
     void showContextMenu(const QPoint &position);
     void fillExtensionMenu(QMenu *menu);
     void deleteSelected();
+    QList<int> selectedRows() const;
 
     BaseTab &m_tab;
     QWidget *m_empty;

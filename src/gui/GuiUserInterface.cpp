@@ -113,6 +113,12 @@ QWidget *GuiUserInterface::dialogParent() const
 int GuiUserInterface::ask(const QString &title, const QString &text, const QStringList &buttons,
                           int defaultButton)
 {
+    return askBesidePicture(title, text, buttons, defaultButton, {});
+}
+
+int GuiUserInterface::askBesidePicture(const QString &title, const QString &text, const QStringList &buttons,
+                                       int defaultButton, const QImage &picture)
+{
     QPointer<QMessageBox> box = PromptStyle::message(dialogParent(), title, text);
     box->setAttribute(Qt::WA_DeleteOnClose, false);
     box->setObjectName(QStringLiteral("question"));
@@ -128,7 +134,16 @@ int GuiUserInterface::ask(const QString &title, const QString &text, const QStri
         }
         pushButtons.append(button);
     }
-    box->setIcon(buttons.size() > 1 ? QMessageBox::Question : QMessageBox::Information);
+    if (picture.isNull()) {
+        box->setIcon(buttons.size() > 1 ? QMessageBox::Question : QMessageBox::Information);
+    } else {
+        constexpr int side = 128; // device-independent pixels
+        const qreal scale = box->devicePixelRatioF();
+        QPixmap pixmap = QPixmap::fromImage(
+            picture.scaled(QSize(side, side) * scale, Qt::KeepAspectRatio, Qt::SmoothTransformation));
+        pixmap.setDevicePixelRatio(scale);
+        box->setIconPixmap(pixmap);
+    }
     box->exec();
     if (!box) {
         return harmless;

@@ -42,6 +42,8 @@ public:
 
     int ask(const QString &title, const QString &text, const QStringList &buttons,
             int defaultButton) override;
+    int askBesidePicture(const QString &title, const QString &text, const QStringList &buttons,
+                         int defaultButton, const QImage &picture) override;
     void alert(const QString &title, const QString &text, const QString &button) override;
     std::optional<QString> chooseFolder(const QString &title) override;
     QStringList chooseFiles(const QString &title, const QString &prompt) override;

@@ -10,6 +10,7 @@
 #include "gui/StatusPanelController.h"
 #include "gui/TabView.h"
 #include "gui/TabViews.h"
+#include "gui/TagsTabView.h"
 #include "gui/WindowPlace.h"
 #include "platform/MainThread.h"
 
@@ -81,6 +82,9 @@ void MainWindow::makeMenus()
     quitAction->setMenuRole(QAction::QuitRole);
     quitAction->setObjectName(QStringLiteral("quit"));
     makeTabMenu();
+    if (auto *tags = m_tabView->findChild<TagsTabView *>()) {
+        tags->fillMenu(menuBar()->addMenu(tr("&Tags")), [this] { selectTab(QStringLiteral("Tags")); });
+    }
     QMenu *help = menuBar()->addMenu(tr("&Help"));
     QAction *about = help->addAction(tr("&About Kruv"), this, [this] { selectTab(QStringLiteral("about")); });
     about->setMenuRole(QAction::AboutRole);

@@ -40,7 +40,12 @@ OptionColumn::OptionColumn(QWidget *parent)
 
 QSize OptionColumn::sizeHint() const
 {
-    return {columnWidth, m_column->sizeHint().height()};
+    return {minimumWidth(), m_column->sizeHint().height()};
+}
+
+void OptionColumn::setColumnWidth(int width)
+{
+    setFixedWidth(width);
 }
 
 QLabel *OptionColumn::addHeading(QVBoxLayout *group, const QString &title)

@@ -37,6 +37,9 @@ public:
     static QCheckBox *addToggle(QVBoxLayout *group, ToggleControl &control, const QString &text,
                                 const QString &objectName, const QString &toolTip = {});
 
+    /// For a tab whose options are a form: as wide as this, in device-independent pixels.
+    void setColumnWidth(int width);
+
     QSize sizeHint() const override;
 
 private:

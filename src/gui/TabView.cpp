@@ -89,9 +89,10 @@ void TabView::showWhetherCommandRuns()
     const bool empty = m_tab.fileList().isEmpty();
     const bool takingIn = m_tab.isTakingIn();
     m_clear->setEnabled(!empty || takingIn);
-    m_command->setEnabled(!empty && !takingIn);
-    if (takingIn) {
-        m_command->setToolTip(tr("The folders are still being read"));
+    const QString reason = takingIn ? tr("The folders are still being read") : reasonToWait();
+    m_command->setEnabled(!empty && reason.isEmpty());
+    if (!empty && !reason.isEmpty()) {
+        m_command->setToolTip(reason);
     } else {
         m_command->setToolTip(empty ? tr("The list is empty: add files first") : tr("Ctrl+Return"));
     }

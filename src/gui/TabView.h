@@ -28,15 +28,18 @@ public:
 
 protected:
     OptionColumn &options() { return *m_options; }
+    FileListView &list() { return *m_list; }
     /// Names the command, with a mnemonic.
     void setCommand(const QString &text);
+    /// Why the command can't run now although there are files; empty when it can.
+    virtual QString reasonToWait() const { return {}; }
+    void showWhetherCommandRuns();
 
     void filesDropped(const QStringList &paths) override;
     void showDrop(bool shown) override;
 
 private:
     QLayout *makeBar();
-    void showWhetherCommandRuns();
 
     BaseTab &m_tab;
     FileListView *m_list;

@@ -11,6 +11,7 @@
 #include "gui/FixTabView.h"
 #include "gui/LossyTabView.h"
 #include "gui/ShntoolTabView.h"
+#include "gui/TagsTabView.h"
 #include "gui/UtilTabView.h"
 
 #include <algorithm>
@@ -36,10 +37,11 @@ constexpr Row rows[] = {
     {u"decode", makeView<DecodeTabView, &KruvController::decodeTab>},
     {u"encode", makeView<EncodeTabView, &KruvController::encodeTab>},
     {u"checksum", makeView<ChecksumTabView, &KruvController::checksumTab>},
-    {u"fix SBE", makeView<FixTabView, &KruvController::fixTab>},
-    {u"lossy", makeView<LossyTabView, &KruvController::lossyTab>},
     {u"shntool", makeView<ShntoolTabView, &KruvController::shntoolTab>},
+    {u"fix SBE", makeView<FixTabView, &KruvController::fixTab>},
     {u"util", makeView<UtilTabView, &KruvController::utilTab>},
+    {u"Tags", makeView<TagsTabView, &KruvController::tagsTab>},
+    {u"lossy", makeView<LossyTabView, &KruvController::lossyTab>},
     {u"about",
      [](const QString &, KruvController &controller, QWidget *parent) -> QWidget * {
          return new AboutView(controller, parent);

@@ -3,7 +3,6 @@
 
 #include "tags/Id3v2Tags.h"
 
-#include "tags/BitmapData.h"
 #include "tags/GenericTag.h"
 #include "tags/TagText.h"
 
@@ -198,18 +197,30 @@ void writeComment(TagLib::Tag &generic, ID3v2::Tag &tag, const TagsObject &recor
     writeGenericText(generic, tag, record, TagField::Comment, writeEmptyTags);
 }
 
+/// Those very bytes, as when a record goes back into the file it came from.
+bool holdsPicture(const ID3v2::Tag &tag, const AlbumArt &art)
+{
+    const QByteArray &bytes = art.encoded();
+    const ID3v2::FrameList &frames = tag.frameList("APIC");
+    return std::any_of(frames.begin(), frames.end(), [&bytes](const ID3v2::Frame *frame) {
+        const auto *picture = dynamic_cast<const ID3v2::AttachedPictureFrame *>(frame);
+        const ByteVector held = picture ? picture->picture() : ByteVector();
+        return QByteArrayView(held.data(), static_cast<qsizetype>(held.size())) == bytes;
+    });
+}
+
 /// Other pictures stay beside the new one.
 void writePicture(ID3v2::Tag &tag, const TagsObject &record, bool writeEmptyTags)
 {
-    const QImage image = record.albumArt();
-    if (image.isNull()) {
+    const auto art = record.picture();
+    const QByteArray png = art ? art->png().bytes : QByteArray();
+    if (png.isEmpty()) {
         if (writeEmptyTags) {
             tag.removeFrames("APIC");
         }
         return;
     }
-    const QByteArray png = getBitmapDataForImage(image, "PNG");
-    if (png.isEmpty()) {
+    if (holdsPicture(tag, *art)) {
         return;
     }
     auto frame = std::make_unique<ID3v2::AttachedPictureFrame>();

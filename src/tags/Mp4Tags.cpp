@@ -3,7 +3,6 @@
 
 #include "tags/Mp4Tags.h"
 
-#include "tags/BitmapData.h"
 #include "tags/LeadingNumber.h"
 #include "tags/Mp4Genres.h"
 #include "tags/TagText.h"
@@ -122,19 +121,25 @@ void writeText(Tag &tag, const char *name, const QString &text, QByteArrayList &
     }
 }
 
-/// The new picture takes the first one's place, the others stay.
-bool writePicture(Tag &tag, const QImage &image, QByteArrayList &written)
+/// The new picture takes the first one's place, the others stay. So does one that is there already, as when a
+/// record goes back into the file it came from.
+bool writePicture(Tag &tag, const TagsObject &record, QByteArrayList &written)
 {
-    if (image.isNull()) {
+    const auto art = record.picture();
+    if (!art || art->image().isNull()) {
         return true;
-    }
-    const QByteArray png = getBitmapDataForImage(image, "PNG");
-    if (png.isEmpty()) {
-        return false;
     }
     CoverArtList pictures = tag.item(pictureItem).toCoverArtList();
     if (!pictures.isEmpty()) {
+        const TagLib::ByteVector first = pictures.front().data();
+        if (QByteArrayView(first.data(), static_cast<qsizetype>(first.size())) == art->encoded()) {
+            return true;
+        }
         pictures.erase(pictures.begin());
+    }
+    const QByteArray png = art->png().bytes;
+    if (png.isEmpty()) {
+        return false;
     }
     pictures.prepend(
         CoverArt(CoverArt::PNG, TagLib::ByteVector(png.constData(), static_cast<unsigned int>(png.size()))));
@@ -189,14 +194,18 @@ void readMp4Tag(const Tag &tag, TagsObject &record)
     }
     readMp4Date(itemText(tag, dateItem), record);
     for (const PairItem &row : pairItems) {
+        // Asking for an item that isn't there makes one, whose numbers are anything.
+        if (!tag.contains(row.name)) {
+            continue;
+        }
         const Item::IntPair pair = tag.item(row.name).toIntPair();
         const auto set = [&record](TagField field, int value) {
             if (const auto number = static_cast<quint16>(value); number != 0) {
                 record.setText(field, QString::number(number));
             }
         };
-        set(row.number, tag.contains(row.name) ? pair.first : 0);
-        set(row.total, tag.contains(row.name) ? pair.second : 0);
+        set(row.number, pair.first);
+        set(row.total, pair.second);
     }
     readPicture(tag, record);
 }
@@ -234,7 +243,7 @@ std::optional<Mp4WrittenItems> writeMp4Tag(Tag &tag, const TagsObject &record, b
     for (const PairItem &row : pairItems) {
         writeNumberPair(tag, record, row, written.names);
     }
-    if (!writePicture(tag, record.albumArt(), written.names)) {
+    if (!writePicture(tag, record, written.names)) {
         return {};
     }
     return written;

@@ -10,6 +10,7 @@
 #include "tags/GenericTag.h"
 #include "tags/Id3v2Tags.h"
 #include "tags/LeadingNumber.h"
+#include "tags/ReadOnlyFileStream.h"
 #include "tags/StagedFileStream.h"
 #include "tags/TagText.h"
 #include "tags/XiphTags.h"
@@ -25,7 +26,6 @@
 #include <id3v2framefactory.h>
 #include <mpegfile.h>
 #include <stdexcept>
-#include <tfilestream.h>
 #include <trueaudiofile.h>
 #include <type_traits>
 #include <wavpackfile.h>
@@ -54,11 +54,7 @@ TagLibTagsHelper::Record readTags(const TagLibTagsHelper &helper, const QString 
 {
     auto record = std::make_shared<TagsObject>();
     helper.setBlankTags(*record);
-    if (!QFileInfo(path).isFile()) {
-        return record;
-    }
-    constexpr bool openReadOnly = true;
-    TagLib::FileStream stream(QFile::encodeName(path).constData(), openReadOnly);
+    ReadOnlyFileStream stream(path);
     if (!stream.isOpen()) {
         return record;
     }

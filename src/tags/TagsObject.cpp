@@ -4,6 +4,7 @@
 #include "tags/TagsObject.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace kruv {
 
@@ -21,32 +22,30 @@ void TagsObject::setText(TagField field, const QString &text)
 
 QImage TagsObject::albumArt() const
 {
-    const QByteArray encoded = encodedAlbumArt();
-    if (!encoded.isEmpty()) {
-        return QImage::fromData(encoded);
-    }
-    const std::lock_guard guard(m_lock);
-    return m_albumArt;
+    const auto art = picture();
+    return art ? art->image() : QImage();
 }
 
 void TagsObject::setAlbumArt(const QImage &image)
 {
-    const std::lock_guard guard(m_lock);
-    m_albumArt = image;
-    m_encodedAlbumArt.clear();
+    setPicture(image.isNull() ? nullptr : std::make_shared<const AlbumArt>(image));
 }
 
 void TagsObject::setEncodedAlbumArt(const QByteArray &bytes)
 {
-    const std::lock_guard guard(m_lock);
-    m_albumArt = {};
-    m_encodedAlbumArt = bytes;
+    setPicture(bytes.isEmpty() ? nullptr : std::make_shared<const AlbumArt>(bytes));
 }
 
-QByteArray TagsObject::encodedAlbumArt() const
+std::shared_ptr<const AlbumArt> TagsObject::picture() const
 {
     const std::lock_guard guard(m_lock);
-    return m_encodedAlbumArt;
+    return m_picture;
+}
+
+void TagsObject::setPicture(std::shared_ptr<const AlbumArt> picture)
+{
+    const std::lock_guard guard(m_lock);
+    m_picture = std::move(picture);
 }
 
 TagsObject::CustomTags TagsObject::customTagsDictionary() const
@@ -80,10 +79,12 @@ bool TagsObject::isEqualToTagsObject(const TagsObject &other) const
 
 bool TagsObject::hasSameAlbumArt(const TagsObject &other) const
 {
-    const QByteArray encoded = encodedAlbumArt();
-    if (!encoded.isEmpty() && encoded == other.encodedAlbumArt()) {
-        return true;
+    const auto own = picture();
+    const auto theirs = other.picture();
+    if (own && theirs) {
+        return own->isSameAs(*theirs);
     }
+    // What is broken counts as no picture.
     return albumArt() == other.albumArt();
 }
 

@@ -3,12 +3,15 @@
 
 #pragma once
 
+#include "tags/AlbumArt.h"
+
 #include <QByteArray>
 #include <QImage>
 #include <QMap>
 #include <QString>
 
 #include <array>
+#include <memory>
 #include <mutex>
 
 namespace kruv {
@@ -74,12 +77,15 @@ public:
     QString encoderSettings() const { return text(TagField::EncoderSettings); }
     void setEncoderSettings(const QString &text) { setText(TagField::EncoderSettings, text); }
 
-    /// The front cover; a null image when there is none or its bytes are no picture. A picture that came
-    /// encoded is decoded by each call, so that thousands of records cost no more than their files' bytes.
+    /// The front cover; a null image when there is none or its bytes are no picture. See AlbumArt::image().
     QImage albumArt() const;
     void setAlbumArt(const QImage &image);
     /// The picture as a file holds it (PNG, JPEG, ...).
     void setEncodedAlbumArt(const QByteArray &bytes);
+    /// The picture as it came, which may be broken; null when there is none.
+    std::shared_ptr<const AlbumArt> picture() const;
+    void setPicture(std::shared_ptr<const AlbumArt> picture);
+    bool hasSameAlbumArt(const TagsObject &other) const;
 
     /// User-defined tags: name to value.
     CustomTags customTagsDictionary() const;
@@ -93,13 +99,9 @@ public:
     static bool stringTagsEqual(const QString &string1, const QString &string2);
 
 private:
-    bool hasSameAlbumArt(const TagsObject &other) const;
-    QByteArray encodedAlbumArt() const;
-
     mutable std::mutex m_lock;
     std::array<QString, tagFieldCount> m_texts;
-    QImage m_albumArt;
-    QByteArray m_encodedAlbumArt;
+    std::shared_ptr<const AlbumArt> m_picture;
     CustomTags m_customTagsDictionary;
 };
 

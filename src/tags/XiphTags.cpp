@@ -4,7 +4,6 @@
 #include "tags/XiphTags.h"
 
 #include "app/Version.h"
-#include "tags/BitmapData.h"
 #include "tags/TagText.h"
 
 #include <QLoggingCategory>
@@ -87,22 +86,38 @@ void clearExceptEncoder(TagLib::FLAC::File &file, XiphComment &comment)
     file.removePictures();
 }
 
-bool addPicture(TagLib::FLAC::File &file, const QImage &image)
+/// Those very bytes, as when a record goes back into the file it came from.
+bool holdsPicture(TagLib::FLAC::File &file, const AlbumArt &art)
 {
-    if (image.isNull()) {
+    const QByteArray &bytes = art.encoded();
+    const auto pictures = file.pictureList();
+    return std::any_of(pictures.begin(), pictures.end(), [&bytes](const TagLib::FLAC::Picture *picture) {
+        const TagLib::ByteVector held = picture->data();
+        return QByteArrayView(held.data(), static_cast<qsizetype>(held.size())) == bytes;
+    });
+}
+
+bool addPicture(TagLib::FLAC::File &file, const TagsObject &record)
+{
+    constexpr qsizetype mostBytes = longestBlock - pictureFieldsSize;
+    const auto art = record.picture();
+    if (!art || holdsPicture(file, *art) || art->png().bytes.isEmpty()) {
         return true;
     }
-    const QByteArray png = getBitmapDataForImage(image, "PNG");
-    if (png.isEmpty() || png.size() > longestBlock - pictureFieldsSize) {
+    const AlbumArt::Png &png = art->png();
+    // A large photograph fits as the JPEG it came as, and not as PNG.
+    const bool asItCame = png.bytes.size() > mostBytes && !art->encoded().isEmpty();
+    const QByteArray bytes = asItCame ? art->encoded() : png.bytes;
+    if (bytes.size() > mostBytes) {
         qCWarning(xiphLog, "Picture too large for a FLAC file");
         return false;
     }
     auto picture = std::make_unique<TagLib::FLAC::Picture>();
-    picture->setMimeType("image/png");
-    picture->setWidth(image.width());
-    picture->setHeight(image.height());
-    picture->setColorDepth(image.bitPlaneCount());
-    picture->setData(TagLib::ByteVector(png.constData(), static_cast<unsigned int>(png.size())));
+    picture->setMimeType(asItCame ? art->mimeType().constData() : "image/png");
+    picture->setWidth(png.width);
+    picture->setHeight(png.height);
+    picture->setColorDepth(png.bitsPerPixel);
+    picture->setData(TagLib::ByteVector(bytes.constData(), static_cast<unsigned int>(bytes.size())));
     file.addPicture(picture.release());
     return true;
 }
@@ -165,7 +180,7 @@ bool writeXiph(TagLib::FLAC::File &file, const TagsObject &record, bool writeEmp
             writeField(comment, row.key, text);
         }
     }
-    if (!addPicture(file, record.albumArt())) {
+    if (!addPicture(file, record)) {
         return false;
     }
     comment.addField(encoderKey, toTagLibString(QStringLiteral("Kruv %1").arg(shortVersion())), true);
