@@ -16,6 +16,7 @@
 #include <QCloseEvent>
 #include <QMenuBar>
 #include <QScopedValueRollback>
+#include <QSessionManager>
 #include <QTabBar>
 #include <QTabWidget>
 
@@ -147,6 +148,10 @@ void MainWindow::closeEvent(QCloseEvent *event)
     if (m_asking || m_quitting) {
         return;
     }
+    if (m_sessionEnds) {
+        quitWithoutAsking();
+        return;
+    }
     bool close = false;
     {
         const QScopedValueRollback asking(m_asking, true);
@@ -170,6 +175,31 @@ void MainWindow::quit()
     if (m_controller.applicationShouldTerminate()) {
         endApplication();
     }
+}
+
+void MainWindow::quitWithoutAsking()
+{
+    if (m_quitting) {
+        Q_EMIT readyToEnd();
+        return;
+    }
+    endApplication();
+    m_controller.taskQueue().cancelAllTasks();
+}
+
+void MainWindow::commitData(QSessionManager &session)
+{
+    if (!m_asking && session.allowsInteraction()) {
+        const QScopedValueRollback asking(m_asking, true);
+        const bool mayEnd = m_controller.applicationShouldTerminate();
+        session.release();
+        if (!mayEnd) {
+            session.cancel();
+            return;
+        }
+    }
+    storeState();
+    m_sessionEnds = true;
 }
 
 void MainWindow::endApplication()

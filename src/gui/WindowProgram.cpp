@@ -9,6 +9,7 @@
 #include "gui/GuiUserInterface.h"
 #include "gui/MainWindow.h"
 #include "platform/DesktopId.h"
+#include "platform/SignalWatcher.h"
 #include "platform/SleepInhibitor.h"
 #include "tasks/TaskPool.h"
 
@@ -83,6 +84,10 @@ int run(int argc, char **argv, const QString &tab, const QStringList &paths)
     MainWindow window(controller, userInterface);
     QObject::connect(&window, &MainWindow::readyToEnd, &application, &QCoreApplication::quit,
                      Qt::QueuedConnection);
+    SignalWatcher watcher;
+    QObject::connect(&watcher, &SignalWatcher::interrupted, &window, &MainWindow::quitWithoutAsking);
+    QObject::connect(&application, &QGuiApplication::commitDataRequest, &window, &MainWindow::commitData,
+                     Qt::DirectConnection);
     window.selectTab(tab);
     window.show();
     if (!paths.isEmpty()) {
