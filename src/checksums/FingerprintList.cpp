@@ -33,8 +33,7 @@ FingerprintList FingerprintList::of(std::span<const QString> fingerprints)
     return list;
 }
 
-QStringList FingerprintList::writeAtOnce(const QStringList &files, const QString &path,
-                                         const Preferences &preferences)
+QStringList FingerprintList::writeAtOnce(const QStringList &files, const QString &path, int jobsAtOnce)
 {
     QEventLoop loop;
     std::atomic<bool> stopped = false;
@@ -45,7 +44,7 @@ QStringList FingerprintList::writeAtOnce(const QStringList &files, const QString
             ToolCatalog::requireLaunchable(toolPath(QStringLiteral("metaflac")));
             std::vector<QString> fingerprints(static_cast<std::size_t>(files.size()));
             inParallel(
-                fingerprints.size(), threadsForOneJob(preferences), [&] { return stopped.load(); },
+                fingerprints.size(), threadsForOneJob(jobsAtOnce), [&] { return stopped.load(); },
                 [&](std::size_t index) {
                     fingerprints[index] = fingerprint(files[static_cast<qsizetype>(index)]);
                 });

@@ -35,7 +35,7 @@ constexpr ToolInfo tools[] = {
     {"AtomicParsley", "atomicparsley", "the gapless mark of AAC files", "--version"},
     {"sox", "sox", "sample-rate conversion and de-emphasis", "--version"},
     {"cdda2wav", "icedax", "CD extraction", "-version"},
-    {"dvda", nullptr, "DVD-Audio authoring", nullptr},
+    {"dvda", nullptr, "DVD-Audio authoring", "--version"},
     {"mkisofs", "genisoimage", "DVD-Audio images", "-version"},
 };
 
@@ -112,6 +112,11 @@ FoundTool find(const ToolInfo &info)
     if (!process.waitForFinished(limitMilliseconds)) {
         process.kill();
         process.waitForFinished(limitMilliseconds);
+        return found;
+    }
+    constexpr int adapterWithoutItsTool = 127;
+    if (process.exitStatus() == QProcess::NormalExit && process.exitCode() == adapterWithoutItsTool) {
+        found.path.clear();
         return found;
     }
     found.version = versionIn(QString::fromUtf8(process.readAll()));
