@@ -73,7 +73,7 @@ void QueueRun::taskStarted(KruvTask &task)
 
 void QueueRun::taskChanged(KruvTask &task)
 {
-    if (task.isActive()) {
+    if (m_runningTasks.contains(&task)) {
         m_reporter->progressed(task);
     }
 }

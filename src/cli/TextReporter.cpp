@@ -126,7 +126,7 @@ void TextReporter::summary(const Totals &totals)
 {
     eraseRows();
     m_redraw.reset();
-    if (m_style.quiet) {
+    if (m_style.quiet || totals.all == 0) {
         return;
     }
     QStringList parts{QStringLiteral("%1 done").arg(totals.complete)};

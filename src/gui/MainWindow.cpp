@@ -136,6 +136,7 @@ void MainWindow::showPreferencePanel()
     if (!m_preferencesController) {
         m_preferencesController =
             std::make_unique<PreferencesController>(m_controller.preferences(), nullptr);
+        m_preferencesController->move(geometry().center() - m_preferencesController->rect().center());
     }
     m_preferencesController->show();
     m_preferencesController->raise();

@@ -5,9 +5,11 @@
 
 #include "app/KruvController.h"
 #include "app/Preferences.h"
+#include "gui/DarkPalette.h"
 #include "gui/FileDrop.h"
 #include "gui/GuiUserInterface.h"
 #include "gui/MainWindow.h"
+#include "platform/ColorScheme.h"
 #include "platform/DesktopId.h"
 #include "platform/SignalWatcher.h"
 #include "platform/SleepInhibitor.h"
@@ -75,6 +77,9 @@ int run(int argc, char **argv, const QString &tab, const QStringList &paths)
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setDesktopFileName(desktopId());
     QApplication::setWindowIcon(applicationIcon());
+
+    ColorScheme colorScheme;
+    DarkPalette::follow(colorScheme);
 
     Preferences preferences(Preferences::userFile());
     GuiUserInterface userInterface(preferences);

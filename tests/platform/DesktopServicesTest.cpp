@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Kruv developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "platform/ColorScheme.h"
 #include "platform/DesktopNotifier.h"
 #include "platform/LauncherBadge.h"
 #include "platform/PrivateBus.h"
@@ -72,6 +73,20 @@ class FakeScreenSaver : public FakeDesktop
 public Q_SLOTS:
     uint Inhibit(const QString &, const QString &) { return take(); }
     void UnInhibit(uint) { calls.append(message()); }
+};
+
+class FakePortal : public QObject
+{
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.portal.Settings")
+public Q_SLOTS:
+    QDBusVariant Read(const QString &space, const QString &key)
+    {
+        const bool known = space == u"org.freedesktop.appearance" && key == u"color-scheme";
+        return QDBusVariant(QVariant::fromValue(QDBusVariant(known ? 1U : 7U)));
+    }
+Q_SIGNALS:
+    void SettingChanged(const QString &space, const QString &key, const QDBusVariant &value);
 };
 
 class FakeLauncher : public QObject
@@ -199,6 +214,27 @@ TEST_F(DesktopServicesTest, GivesNothingBackThatWasRefused)
     inhibitor.releaseAssertion(assertOnce(inhibitor));
     ASSERT_TRUE(waitUntil([&] { return service->calls.size() == 3; }));
     EXPECT_EQ(service->methods().join(u' '), QStringLiteral("Inhibit Inhibit UnInhibit"));
+}
+
+TEST_F(DesktopServicesTest, FollowsTheDesktopIntoTheDarkAndBack)
+{
+    auto portal = std::make_unique<FakePortal>();
+    QDBusConnection theirs = m_bus.theirs();
+    ASSERT_TRUE(theirs.registerObject(QStringLiteral("/org/freedesktop/portal/desktop"), portal.get(),
+                                      QDBusConnection::ExportAllContents));
+    ASSERT_TRUE(theirs.registerService(QStringLiteral("org.freedesktop.portal.Desktop")));
+    ColorScheme scheme(m_bus.ours());
+    QList<bool> told;
+    QObject::connect(&scheme, &ColorScheme::darkWanted, &scheme, [&](bool dark) { told.append(dark); });
+    ASSERT_TRUE(waitUntil([&] { return told.size() == 1; }));
+    const auto changed = [&](const char *key) {
+        Q_EMIT portal->SettingChanged(QStringLiteral("org.freedesktop.appearance"), QLatin1StringView(key),
+                                      QDBusVariant(2U));
+    };
+    changed("accent-color");
+    changed("color-scheme");
+    ASSERT_TRUE(waitUntil([&] { return told.size() > 1; }));
+    EXPECT_EQ(told, (QList<bool>{true, false}));
 }
 
 TEST_F(DesktopServicesTest, SendsGatheredBadgesAndClearsTheLast)
