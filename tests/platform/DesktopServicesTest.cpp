@@ -25,7 +25,7 @@ class FakeDesktop : public QObject, protected QDBusContext
 {
     Q_OBJECT
 public:
-    enum Manner { Answers, Refuses, AnswersLater };
+    enum Manner { Answers, AnswersLater };
     Manner manner = Answers;
     QList<QDBusMessage> calls;
 
@@ -42,9 +42,6 @@ protected:
     uint take()
     {
         calls.append(message());
-        if (manner == Refuses) {
-            sendErrorReply(QDBusError::AccessDenied, QStringLiteral("no"));
-        }
         if (manner == AnswersLater) {
             setDelayedReply(true);
         }
@@ -162,17 +159,6 @@ TEST_F(DesktopServicesTest, NotifiesWhileTheServiceIsThere)
     EXPECT_TRUE(waitUntil([&] { return !notifier.notify(QStringLiteral("late")); }));
 }
 
-TEST_F(DesktopServicesTest, TellsOfARefusedNotification)
-{
-    const auto service = serveNotifications();
-    service->manner = FakeDesktop::Refuses;
-    DesktopNotifier notifier(m_bus.ours());
-    int refused = 0;
-    QObject::connect(&notifier, &DesktopNotifier::refused, &notifier, [&] { ++refused; });
-    ASSERT_TRUE(waitUntil([&] { return notifier.notify(QStringLiteral("Done")); }));
-    EXPECT_TRUE(waitUntil([&] { return refused == 1; }));
-}
-
 TEST_F(DesktopServicesTest, InhibitsUntilReleased)
 {
     const auto service = serveScreenSaver();
@@ -200,20 +186,6 @@ TEST_F(DesktopServicesTest, GivesBackAnAssertionReleasedBeforeTheAnswer)
     ASSERT_TRUE(waitUntil([&] { return service->calls.size() == 2; }));
     EXPECT_EQ(service->calls[1].member(), QStringLiteral("UnInhibit"));
     EXPECT_EQ(service->calls[1].arguments(), QVariantList({5U}));
-}
-
-TEST_F(DesktopServicesTest, GivesNothingBackThatWasRefused)
-{
-    const auto service = serveScreenSaver();
-    service->manner = FakeDesktop::Refuses;
-    SleepInhibitor inhibitor(m_bus.ours());
-    const std::uint32_t refused = assertOnce(inhibitor);
-    ASSERT_TRUE(waitUntil([&] { return service->calls.size() == 1; }));
-    inhibitor.releaseAssertion(refused);
-    service->manner = FakeDesktop::Answers;
-    inhibitor.releaseAssertion(assertOnce(inhibitor));
-    ASSERT_TRUE(waitUntil([&] { return service->calls.size() == 3; }));
-    EXPECT_EQ(service->methods().join(u' '), QStringLiteral("Inhibit Inhibit UnInhibit"));
 }
 
 TEST_F(DesktopServicesTest, FollowsTheDesktopIntoTheDarkAndBack)
