@@ -31,7 +31,7 @@ constexpr ToolInfo tools[] = {
     {"lame", "lame", "MP3 encoding", "--version"},
     {"opusenc", "opus-tools", "Opus encoding", "--version"},
     {"opusdec", "opus-tools", "Opus decoding", "--version"},
-    {"aacplusenc", nullptr, "HE-AAC encoding", nullptr},
+    {"aacplusenc", nullptr, "HE-AAC encoding", "--version"},
     {"AtomicParsley", "atomicparsley", "the gapless mark of AAC files", "--version"},
     {"sox", "sox", "sample-rate conversion and de-emphasis", "--version"},
     {"cdda2wav", "icedax", "CD extraction", "-version"},
