@@ -28,6 +28,10 @@ FingerprintList FingerprintList::of(std::span<const QString> fingerprints)
         list.text += each;
         if (isMetaflacError(each)) {
             list.problems.append(each.trimmed());
+        } else if (each.count(u'\n') > 1) {
+            list.problems.append(
+                QStringLiteral("%1: this name breaks its line, so the list can't be verified.")
+                    .arg(each.trimmed()));
         }
     }
     return list;
