@@ -5,9 +5,9 @@
 
 #include "platform/BusService.h"
 
-#include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
+#include <QDBusVariant>
 
 namespace kruv {
 
@@ -25,8 +25,9 @@ ColorScheme::ColorScheme(const QDBusConnection &bus)
     : m_bus(bus)
 {
     if (m_bus.isConnected()) {
-        m_bus.connect(portal, portalPath, settings, QStringLiteral("SettingChanged"), this,
-                      SLOT(settingChanged(QString, QString, QDBusVariant)));
+        // From whoever owns the portal's path: its name may not be looked up without waiting.
+        m_bus.connect(QString(), portalPath, settings, QStringLiteral("SettingChanged"), this,
+                      SLOT(settingChanged(QDBusMessage)));
         ask();
     }
 }
@@ -45,10 +46,11 @@ void ColorScheme::ask()
     });
 }
 
-void ColorScheme::settingChanged(const QString &space, const QString &key, const QDBusVariant &value)
+void ColorScheme::settingChanged(const QDBusMessage &message)
 {
-    if (space == appearance && key == colorScheme) {
-        tell(value.variant());
+    const QVariantList arguments = message.arguments();
+    if (arguments.value(0) == appearance && arguments.value(1) == colorScheme) {
+        tell(arguments.value(2));
     }
 }
 

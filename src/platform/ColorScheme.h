@@ -4,7 +4,7 @@
 #pragma once
 
 #include <QDBusConnection>
-#include <QDBusVariant>
+#include <QDBusMessage>
 #include <QObject>
 
 namespace kruv {
@@ -23,7 +23,7 @@ Q_SIGNALS:
     void darkWanted(bool dark);
 
 private Q_SLOTS:
-    void settingChanged(const QString &space, const QString &key, const QDBusVariant &value);
+    void settingChanged(const QDBusMessage &message);
 
 private:
     void ask();
