@@ -15,16 +15,21 @@ seconds() {
 
 # least TIMES BEFORE COMMAND...: the least wall time of several runs; BEFORE is a command run before each, not timed.
 least() {
-    local times=$1 before=$2
+    local times=$1 before=$2 all
     shift 2
-    for _ in $(seq "$times"); do
-        $before >/dev/null
-        seconds "$@"
-    done | sort -g | head -n 1
+    all=$(for _ in $(seq "$times"); do
+        $before >/dev/null && seconds "$@" || exit 1
+    done) || return 1
+    sort -g <<<"$all" | sed -n 1p
 }
 
-# compare NAME OURS RIVAL LIMIT: prints both times and their ratio against what is wanted.
+# compare NAME OURS RIVAL LIMIT: prints both times and their ratio against what is wanted. Ends the benchmark where a
+# time is missing: a command that failed has no ratio.
 compare() {
+    local time
+    for time in "$2" "$3"; do
+        [[ $time =~ ^[0-9]+(\.[0-9]+)?$ && $time =~ [1-9] ]] || { echo "bench: $1: a command failed, no time taken" >&2; exit 1; }
+    done
     awk -v name="$1" -v ours="$2" -v rival="$3" -v limit="$4" \
         'BEGIN { printf "%-44s %9.3f s  rival %9.3f s  ratio %.3f (wanted: at most %s)\n", name, ours, rival, ours / rival, limit }'
 }

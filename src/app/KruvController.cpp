@@ -173,12 +173,12 @@ KruvController::Intake KruvController::expand(const QStringList &paths, const QS
 
 void KruvController::hand(const Intake &intake, const QString &label)
 {
-    BaseTab::reportUndecodable(m_userInterface, intake.undecodable);
     if (label == aboutLabel) {
         routeFromAbout(intake.files);
     } else {
         tab(label)->addFiles(intake.files);
     }
+    BaseTab::reportUndecodable(m_userInterface, intake.undecodable);
 }
 
 QString KruvController::labelForRoute(const QString &fileType) const

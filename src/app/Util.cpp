@@ -74,13 +74,11 @@ QString generateTempFileName2(const QString &folder, const QString &extension)
     return nameTemplate(folder, extension);
 }
 
-void deleteFile(const QString &path, const Preferences &preferences)
+bool deleteFile(const QString &path, const Preferences &preferences)
 {
-    if (preferences.integer(QStringLiteral("trashOrDelete")) != 0) {
-        moveToTrash(path);
-    } else {
-        QFile::remove(path);
-    }
+    const bool toTrash = preferences.integer(QStringLiteral("trashOrDelete")) != 0;
+    const bool done = toTrash ? moveToTrash(path) : QFile::remove(path);
+    return done || !QFile::exists(path);
 }
 
 bool kruvStartsWith(const QString &string, const QString &text)

@@ -19,9 +19,9 @@ QString generateTempFileName(const QString &folder, const QString &extension);
 /// The same name with its eight X left as they are: a fixed scratch name for the session. Creates nothing.
 QString generateTempFileName2(const QString &folder, const QString &extension);
 
-/// Moves the file to the trash when the preference `trashOrDelete` is non-zero, else removes it. Errors are
-/// ignored.
-void deleteFile(const QString &path, const Preferences &preferences);
+/// Moves the file to the trash when the preference `trashOrDelete` is non-zero, else removes it. False when
+/// it is still there.
+bool deleteFile(const QString &path, const Preferences &preferences);
 
 /// True when the first occurrence of a non-empty `text` is at the string's start.
 bool kruvStartsWith(const QString &string, const QString &text);

@@ -193,7 +193,8 @@ bool ChecksumTab::createFFP(const QStringList &flacFiles)
         return false;
     }
     m_writingFingerprints = true;
-    const QStringList problems = FingerprintList::writeAtOnce(flacFiles, *place, preferences);
+    const QStringList problems =
+        FingerprintList::writeAtOnce(flacFiles, *place, host().taskQueue().maxThreads());
     m_writingFingerprints = false;
     Q_EMIT fingerprintsWritten(*place, problems.isEmpty());
     if (!problems.isEmpty()) {

@@ -9,6 +9,7 @@
 #include "tasks/TextFile.h"
 
 #include <exception>
+#include <stdexcept>
 
 namespace kruv {
 
@@ -29,8 +30,14 @@ CreateST5Task::CreateST5Task(TaskCompletionSink *queue, const QString &launchPat
     const QString folder = PathNames::folderOf(files.at(0));
     QStringList names;
     for (const QString &file : files) {
-        (PathNames::folderOf(file) == folder ? names : m_outsiders)
-            .append(PathNames::lastPathComponent(file));
+        const QString name = PathNames::lastPathComponent(file);
+        if (PathNames::folderOf(file) != folder) {
+            m_leftOut.append(QStringLiteral("%1 is not in the list: it lies in another folder.").arg(name));
+        } else if (name.contains(u'\n') || name.contains(u'\r')) {
+            m_leftOut.append(QStringLiteral("%1 is not in the list: its name breaks the line.").arg(name));
+        } else {
+            names.append(name);
+        }
     }
     setArguments(hashArguments(names));
     setDirectory(folder);
@@ -42,10 +49,13 @@ CreateST5Task::CreateST5Task(TaskCompletionSink *queue, const QString &launchPat
 
 void CreateST5Task::startTask()
 {
+    if (m_runs.isEmpty()) {
+        throw std::runtime_error(m_leftOut.join(u'\n').toStdString());
+    }
     m_list = ListText::st5Header();
     appendResults(m_list);
-    for (const QString &name : m_outsiders) {
-        m_complaints += QStringLiteral("%1 is not in the list: it lies in another folder.\n").arg(name);
+    for (const QString &reason : m_leftOut) {
+        m_complaints += reason + u'\n';
         setError(true);
     }
     startNextRun();

@@ -32,7 +32,8 @@ private:
 
     const QString m_outputPath;
     QList<QStringList> m_runs; // names still to hash, a list for each run of the tool
-    QStringList m_outsiders;
+    /// Why a file is not in the list, a sentence each.
+    QStringList m_leftOut;
     TerminalText m_output; // of the current run
     QString m_list;
     QString m_complaints;

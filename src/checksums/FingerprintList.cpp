@@ -28,13 +28,16 @@ FingerprintList FingerprintList::of(std::span<const QString> fingerprints)
         list.text += each;
         if (isMetaflacError(each)) {
             list.problems.append(each.trimmed());
+        } else if (each.count(u'\n') > 1) {
+            list.problems.append(
+                QStringLiteral("%1: this name breaks its line, so the list can't be verified.")
+                    .arg(each.trimmed()));
         }
     }
     return list;
 }
 
-QStringList FingerprintList::writeAtOnce(const QStringList &files, const QString &path,
-                                         const Preferences &preferences)
+QStringList FingerprintList::writeAtOnce(const QStringList &files, const QString &path, int jobsAtOnce)
 {
     QEventLoop loop;
     std::atomic<bool> stopped = false;
@@ -45,7 +48,7 @@ QStringList FingerprintList::writeAtOnce(const QStringList &files, const QString
             ToolCatalog::requireLaunchable(toolPath(QStringLiteral("metaflac")));
             std::vector<QString> fingerprints(static_cast<std::size_t>(files.size()));
             inParallel(
-                fingerprints.size(), threadsForOneJob(preferences), [&] { return stopped.load(); },
+                fingerprints.size(), threadsForOneJob(jobsAtOnce), [&] { return stopped.load(); },
                 [&](std::size_t index) {
                     fingerprints[index] = fingerprint(files[static_cast<qsizetype>(index)]);
                 });

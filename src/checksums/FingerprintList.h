@@ -10,8 +10,6 @@
 
 namespace kruv {
 
-class Preferences;
-
 /// The text of a list of FLAC fingerprints.
 struct FingerprintList
 {
@@ -23,9 +21,9 @@ struct FingerprintList
     static FingerprintList of(std::span<const QString> fingerprints);
 
     /// Writes the list of `files` before it returns, while the main thread goes on serving all but the
-    /// person's input. Returns what went wrong, a line each. Main thread.
-    static QStringList writeAtOnce(const QStringList &files, const QString &path,
-                                   const Preferences &preferences);
+    /// person's input, on as many threads as threadsForOneJob() gives. Returns what went wrong, a line each.
+    /// Main thread.
+    static QStringList writeAtOnce(const QStringList &files, const QString &path, int jobsAtOnce);
 };
 
 } // namespace kruv

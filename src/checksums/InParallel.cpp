@@ -3,8 +3,6 @@
 
 #include "checksums/InParallel.h"
 
-#include "app/Preferences.h"
-
 #include <algorithm>
 #include <atomic>
 #include <exception>
@@ -14,11 +12,10 @@
 
 namespace kruv {
 
-std::size_t threadsForOneJob(const Preferences &preferences)
+std::size_t threadsForOneJob(int jobsAtOnce)
 {
-    const int jobs = std::max(1, preferences.integer(QStringLiteral("maxThreads")));
     const unsigned processors = std::max(1U, std::thread::hardware_concurrency());
-    return std::min<std::size_t>(static_cast<std::size_t>(jobs), processors);
+    return std::min<std::size_t>(static_cast<std::size_t>(std::max(1, jobsAtOnce)), processors);
 }
 
 void inParallel(std::size_t count, std::size_t threads, const std::function<bool()> &stopped,

@@ -8,10 +8,8 @@
 
 namespace kruv {
 
-class Preferences;
-
 /// As many threads as there are processors, at most as many as jobs may run at once.
-std::size_t threadsForOneJob(const Preferences &preferences);
+std::size_t threadsForOneJob(int jobsAtOnce);
 
 /// Calls `work` for 0 to count - 1, lowest first, on `threads` threads of which the caller's is one. Returns
 /// when all calls have; begins no further one once `stopped` is true or a call has thrown, and then throws

@@ -64,7 +64,7 @@ void ListJob::forEachFile(std::size_t count,
 {
     m_units = 0;
     m_allUnits = std::max<qint64>(1, static_cast<qint64>(count) * unitsOfAFile);
-    const std::size_t threads = queue() ? threadsForOneJob(queue()->preferences()) : 1;
+    const std::size_t threads = queue() ? threadsForOneJob(queue()->maxThreads()) : 1;
     inParallel(
         count, threads, [this] { return cancelled(); },
         [&](std::size_t index) {

@@ -64,7 +64,7 @@ VerifyListTask::Checked VerifyFFPTask::check(const ListText::Line &line, FilePro
         return verdict(label, Outcome::Failed, QStringLiteral("did not match fingerprint file"));
     }
     if (file.exists() && !file.isFile()) {
-        return verdict(label, Outcome::Failed, QStringLiteral("not a regular file"));
+        return verdict(label, Outcome::Failed, notAFile);
     }
     showStatus(QStringLiteral("Verifying %1").arg(label));
     const QString computed = fingerprint(path).trimmed();

@@ -72,6 +72,8 @@ protected:
     bool isReport() const override { return true; }
     /// A name as a report shows it: without control characters, and cut where it is endless.
     static QString shown(const QString &name);
+    /// Why a folder, a pipe or a device isn't looked at.
+    static inline const QString notAFile = QStringLiteral("not a regular file");
     /// True for what a file can be called.
     static bool isPossibleName(const QString &name);
 

@@ -4,7 +4,6 @@
 #include "checksums/VerifyMD5Task.h"
 
 #include "app/PathNames.h"
-#include "checksums/FileHash.h"
 
 #include <QFile>
 
@@ -22,44 +21,54 @@ VerifyListTask::Checked VerifyMD5Task::check(const ListText::Line &line, FilePro
     const auto stored = ListText::md5Entry(line);
     if (!stored) {
         const QString text = shown(line.text.trimmed());
-        return {{text, Outcome::Failed, QStringLiteral("Invalid checksum format")},
-                QStringLiteral("%1 : Invalid checksum format\n").arg(text)};
+        const QString words = QStringLiteral("Invalid checksum format");
+        return {{text, Outcome::Failed, words}, QStringLiteral("%1 : %2\n").arg(text, words)};
     }
-    const QString name = shown(PathNames::lastPathComponent(stored->name));
-    const auto verdict = [&](Outcome outcome, const QString &message) {
-        // A missing file FAILS like a damaged one; what isn't a file at all is said, since nobody expects it.
-        const bool special = message == u"not a regular file";
-        const QString word = outcome == Outcome::Matched ? QStringLiteral("OK")
-                             : special                   ? QStringLiteral("FAILED (not a regular file)")
-                                                         : QStringLiteral("FAILED");
-        return Checked{{name, outcome, message}, QStringLiteral("%1 : %2\n").arg(name, word)};
-    };
-    if (!isPossibleName(stored->name)) {
-        return verdict(Outcome::Failed, QStringLiteral("no file can have this name"));
+    const Entry entry = compare(*stored, progress);
+    const QString word = entry.outcome == Outcome::Matched ? QStringLiteral("OK") : QStringLiteral("FAILED");
+    // A missing file FAILS like a damaged one; what isn't a file at all is said, since nobody expects it.
+    const QString why = entry.message == notAFile ? QStringLiteral(" (%1)").arg(notAFile) : QString();
+    return {entry, QStringLiteral("%1 : %2%3\n").arg(entry.name, word, why)};
+}
+
+VerifyListTask::Entry VerifyMD5Task::compare(const ListText::Md5Entry &stored, FileProgress &progress)
+{
+    const QString name = shown(PathNames::lastPathComponent(stored.name));
+    if (!isPossibleName(stored.name)) {
+        return {name, Outcome::Failed, QStringLiteral("no file can have this name")};
     }
-    setTopTextFieldString(QStringLiteral("Verifying %1").arg(shown(stored->name)));
-    const auto hash = [&](const QByteArray &path) {
+    setTopTextFieldString(QStringLiteral("Verifying %1").arg(shown(stored.name)));
+    const FileHash::Result computed = hash(stored, progress);
+    switch (computed.problem) {
+    case FileHash::Problem::None:
+        return computed.digest == stored.hash
+                   ? Entry{name, Outcome::Matched, {}}
+                   : Entry{name, Outcome::Failed, QStringLiteral("the MD5 differs")};
+    case FileHash::Problem::Missing:
+        return {name, Outcome::Missing, computed.message};
+    case FileHash::Problem::Stopped:
+        return {name, Outcome::Unchecked, computed.message};
+    case FileHash::Problem::NotAFile:
+        return {name, Outcome::Failed, notAFile};
+    default:
+        return {name, Outcome::Failed, computed.message};
+    }
+}
+
+FileHash::Result VerifyMD5Task::hash(const ListText::Md5Entry &stored, FileProgress &progress)
+{
+    const auto hashOf = [&](const QByteArray &path) {
         return FileHash::hashOfFileAtPath(path, FileHash::Algorithm::MD5, [&](double share) {
             progress.set(share);
             return !cancelled();
         });
     };
-    FileHash::Result computed = hash(QFile::encodeName(ListText::joined(folder(), stored->name)));
-    if (computed.problem == FileHash::Problem::Missing && !stored->encodedName.isEmpty()) {
+    FileHash::Result computed = hashOf(QFile::encodeName(ListText::joined(folder(), stored.name)));
+    if (computed.problem == FileHash::Problem::Missing && !stored.encodedName.isEmpty()) {
         // The list isn't UTF-8; the files next to it may be called in the list's own encoding too.
-        computed = hash(QFile::encodeName(folder()) + '/' + stored->encodedName);
+        computed = hashOf(QFile::encodeName(folder()) + '/' + stored.encodedName);
     }
-    switch (computed.problem) {
-    case FileHash::Problem::None:
-        return computed.digest == stored->hash ? verdict(Outcome::Matched, {})
-                                               : verdict(Outcome::Failed, QStringLiteral("the MD5 differs"));
-    case FileHash::Problem::Missing:
-        return verdict(Outcome::Missing, computed.message);
-    case FileHash::Problem::Stopped:
-        return verdict(Outcome::Unchecked, computed.message);
-    default:
-        return verdict(Outcome::Failed, computed.message);
-    }
+    return computed;
 }
 
 } // namespace kruv

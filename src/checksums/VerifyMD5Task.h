@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "checksums/FileHash.h"
 #include "checksums/VerifyListTask.h"
 
 namespace kruv {
@@ -16,6 +17,8 @@ public:
 
 private:
     Checked check(const ListText::Line &line, FileProgress &progress) override;
+    Entry compare(const ListText::Md5Entry &stored, FileProgress &progress);
+    FileHash::Result hash(const ListText::Md5Entry &stored, FileProgress &progress);
 };
 
 } // namespace kruv

@@ -50,33 +50,42 @@ VerifyListTask::Checked VerifyST5Task::check(const ListText::Line &line, FilePro
         separator < 0 ? QString() : stored.sliced(separator + ListText::st5Separator.size());
     const QString name = PathNames::lastPathComponent(listed);
     const QString label = shown(name.isEmpty() ? stored : name);
-    const auto verdict = [&label](Outcome outcome, const QString &words) {
-        return Checked{{label, outcome, words}, QStringLiteral("%1 : %2\n").arg(label, words)};
-    };
+    const auto [outcome, words] = compare(stored, name, progress);
+    return {{label, outcome, words}, QStringLiteral("%1 : %2\n").arg(label, words)};
+}
+
+std::pair<VerifyListTask::Outcome, QString> VerifyST5Task::compare(const QString &stored, const QString &name,
+                                                                   FileProgress &progress)
+{
     const QString mismatch = QStringLiteral("did not match shntool md5 file");
     if (!isPossibleName(name)) {
-        return verdict(Outcome::Failed, mismatch);
+        return {Outcome::Failed, mismatch};
     }
     const QFileInfo file(ListText::joined(folder(), name));
     if (file.exists() && !file.isFile()) {
-        return verdict(Outcome::Failed, QStringLiteral("not a regular file"));
+        return {Outcome::Failed, notAFile};
     }
+    const QString output = hash(name, progress);
+    const QString complaints = ShntoolHash::complaints(output).join(u'\n');
+    if (complaints.contains(u"warning")) {
+        return {file.exists() ? Outcome::Failed : Outcome::Missing, complaints};
+    }
+    return computedLine(output, name) == stored ? std::pair(Outcome::Matched, QStringLiteral("OK"))
+                                                : std::pair(Outcome::Failed, mismatch);
+}
+
+QString VerifyST5Task::hash(const QString &name, FileProgress &progress)
+{
     TerminalText screen;
-    const auto read = [&](const QString &piece) {
+    ListTool::run(shntool(), {QStringLiteral("hash"), name}, folder(), [&](const QString &piece) {
         screen.append(piece);
         if (const auto percent = ShntoolHash::percentage(screen.currentLine())) {
             progress.set(*percent / 100.0);
             setTopTextFieldString(QStringLiteral("Verifying: %1%").arg(progressIndicatorValue(), 0, 'f', 6));
         }
         return !cancelled();
-    };
-    ListTool::run(shntool(), {QStringLiteral("hash"), name}, folder(), read);
-    const QString complaints = ShntoolHash::complaints(screen.text()).join(u'\n');
-    if (complaints.contains(u"warning")) {
-        return verdict(file.exists() ? Outcome::Failed : Outcome::Missing, complaints);
-    }
-    return computedLine(screen.text(), name) == stored ? verdict(Outcome::Matched, QStringLiteral("OK"))
-                                                       : verdict(Outcome::Failed, mismatch);
+    });
+    return screen.text();
 }
 
 } // namespace kruv

@@ -5,6 +5,8 @@
 
 #include "checksums/VerifyListTask.h"
 
+#include <utility>
+
 namespace kruv {
 
 /// Verifies a list of hashes that shntool makes of the audio data.
@@ -16,6 +18,10 @@ public:
 
 private:
     Checked check(const ListText::Line &line, FileProgress &progress) override;
+    /// The outcome of one line, and what the report says of it.
+    std::pair<Outcome, QString> compare(const QString &stored, const QString &name, FileProgress &progress);
+    /// What the tool prints for one file.
+    QString hash(const QString &name, FileProgress &progress);
     void prepare() override;
 };
 

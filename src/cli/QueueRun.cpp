@@ -6,8 +6,8 @@
 #include "cli/CliUserInterface.h"
 #include "cli/Console.h"
 #include "cli/ExitStatus.h"
-#include "cli/SignalWatcher.h"
 #include "platform/MainThread.h"
+#include "platform/SignalWatcher.h"
 #include "tasks/KruvTask.h"
 #include "tasks/KruvTaskQueue.h"
 #include "tasks/TaskPool.h"
@@ -75,7 +75,7 @@ void QueueRun::taskStarted(KruvTask &task)
 
 void QueueRun::taskChanged(KruvTask &task)
 {
-    if (task.isActive()) {
+    if (m_runningTasks.contains(&task)) {
         m_reporter->progressed(task);
     }
 }

@@ -45,9 +45,13 @@ void VerificationTally::taskEnded(const KruvTask &task)
         for (const VerifyListTask::Entry &entry : list->entries()) {
             count(task.inputPath(), entry);
         }
-        if (!list->listProblem().isEmpty()) {
-            Console::complain(QStringLiteral("%1 can't be read: %2")
-                                  .arg(Console::printable(task.inputPath()), list->listProblem()));
+        if (list->entries().empty()) {
+            ++m_unusableLists;
+            const QString problem = list->listProblem();
+            Console::complain(QStringLiteral("%1 %2").arg(Console::printable(task.inputPath()),
+                                                          problem.isEmpty()
+                                                              ? QStringLiteral("holds no checksums")
+                                                              : QStringLiteral("can't be read: ") + problem));
         }
         return;
     }

@@ -21,7 +21,8 @@ public:
 
     /// Writes the counts to standard output.
     void writeCounts() const;
-    bool allMatched() const { return m_failed == 0 && m_missing == 0; }
+    /// A list that names no file has verified nothing, and so isn't a match.
+    bool allMatched() const { return m_failed == 0 && m_missing == 0 && m_unusableLists == 0; }
 
 private:
     void taskEnded(const KruvTask &task);
@@ -31,6 +32,7 @@ private:
     int m_matched = 0;
     int m_failed = 0;
     int m_missing = 0;
+    int m_unusableLists = 0;
 };
 
 } // namespace kruv

@@ -18,10 +18,14 @@ VerifyVerb::VerifyVerb(CLI::App &parent, What what)
     , m_what(what)
 {
     declareCommonFlags();
+    const std::string example = what == What::Lists
+                                    ? "Example: check every list below a folder\n"
+                                      "  kruv checksum verify ~/Music/Concerts"
+                                    : "Example: test every file, and every list, below a folder\n"
+                                      "  kruv verify ~/Music/Concerts";
     app().footer("The report and the counts go to standard output; the exit status is 1 unless every file\n"
-                 "matched.\n"
-                 "Example: test every file, and every list, below a folder\n"
-                 "  kruv verify ~/Music/Concerts");
+                 "matched.\n" +
+                 example);
 }
 
 void VerifyVerb::runCommands(KruvController &controller, QueueRun &queueRun, const QStringList &paths)

@@ -18,7 +18,8 @@ ChecksumTabView::ChecksumTabView(ChecksumTab &tab, const QStringList &kinds, QWi
     command->addWidget(
         new ChoiceGrid(tab.commandOptions(), QStringLiteral("Command"), command->parentWidget()));
 
-    QVBoxLayout *list = options().addGroup(tr("Checksum file"));
+    m_listHeading.setText(tr("Checksum file"));
+    QVBoxLayout *list = options().addGroup(m_listHeading);
     auto *kind = new ChoiceGrid(tab.createChecksumOptions(), QStringLiteral("Kind of checksum file"),
                                 list->parentWidget());
     QSizePolicy policy = kind->sizePolicy();
@@ -29,8 +30,9 @@ ChecksumTabView::ChecksumTabView(ChecksumTab &tab, const QStringList &kinds, QWi
                             QStringLiteral("sourceSaveButton"), tr("Otherwise a place is asked for"));
 
     const auto nameCommand = [this, &tab] {
-        setCommand(tab.commandOptions().selectedRow() == ChecksumTab::CreateList ? tr("Cr&eate list")
-                                                                                 : tr("V&erify"));
+        const bool creates = tab.commandOptions().selectedRow() == ChecksumTab::CreateList;
+        m_listHeading.setHidden(!creates);
+        setCommand(creates ? tr("Cr&eate list") : tr("V&erify"));
     };
     connect(&tab.commandOptions(), &Control::changed, this, nameCommand);
     nameCommand();

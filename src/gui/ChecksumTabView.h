@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "app/Controls.h"
 #include "gui/TabView.h"
 
 namespace kruv {
@@ -14,6 +15,9 @@ class ChecksumTabView : public TabView
     Q_OBJECT
 public:
     ChecksumTabView(ChecksumTab &tab, const QStringList &kinds, QWidget *parent);
+
+private:
+    LabelControl m_listHeading;
 };
 
 } // namespace kruv

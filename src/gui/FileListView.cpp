@@ -9,6 +9,7 @@
 #include "gui/QuietLabel.h"
 
 #include <QAction>
+#include <QEvent>
 #include <QHeaderView>
 #include <QLabel>
 #include <QMenu>
@@ -67,6 +68,14 @@ template <typename Label> Label *centered(const QString &text, QWidget *parent)
     return label;
 }
 
+const QString dropIconName = QStringLiteral("dropIcon");
+
+QPixmap dropIcon()
+{
+    constexpr int size = 64;
+    return glyphIcon(Glyph::DropFiles).pixmap(size, QIcon::Disabled);
+}
+
 /// "FLAC, WAV or AIFF"; the short twin of AIFF goes without saying.
 QString kindsText(QStringList kinds)
 {
@@ -95,14 +104,14 @@ FileListView::FileListView(BaseTab &tab, const QStringList &kinds, QWidget *pare
 
 QWidget *FileListView::makeEmptyPage(const QStringList &kinds)
 {
-    constexpr int iconSize = 64;
     auto *page = new QFrame(this);
     page->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
     page->setBackgroundRole(QPalette::Base);
     page->setAutoFillBackground(true);
 
     auto *icon = new QLabel(page);
-    icon->setPixmap(glyphIcon(Glyph::DropFiles).pixmap(iconSize, QIcon::Disabled));
+    icon->setObjectName(dropIconName);
+    icon->setPixmap(dropIcon());
     icon->setAlignment(Qt::AlignCenter);
     auto *invitation = centered<QLabel>(tr("Drop files or folders here"), page);
     QFont large = invitation->font();
@@ -142,6 +151,7 @@ void FileListView::makeList()
     m_list->header()->setStretchLastSection(false);
     m_list->header()->setMinimumSectionSize(1);
     m_list->setContextMenuPolicy(Qt::CustomContextMenu);
+    m_list->viewport()->installEventFilter(this);
     connect(m_list, &QWidget::customContextMenuRequested, this, &FileListView::showContextMenu);
 
     // The room for the names is known once the list has decided whether it needs a scroll bar.
@@ -188,9 +198,28 @@ void FileListView::fitColumn()
 void FileListView::resizeEvent(QResizeEvent *event)
 {
     QStackedWidget::resizeEvent(event);
-    fitColumn();
     if (m_dropMark) {
         m_dropMark->setGeometry(rect());
+    }
+}
+
+bool FileListView::eventFilter(QObject *watched, QEvent *event)
+{
+    // The vertical scroll bar comes and goes by itself, and the list's own width with it.
+    if (watched == m_list->viewport() && event->type() == QEvent::Resize) {
+        fitColumn();
+    }
+    return QStackedWidget::eventFilter(watched, event);
+}
+
+void FileListView::changeEvent(QEvent *event)
+{
+    QStackedWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) {
+        // A picture doesn't follow the palette by itself.
+        if (auto *icon = findChild<QLabel *>(dropIconName)) {
+            icon->setPixmap(dropIcon());
+        }
     }
 }
 

@@ -119,10 +119,13 @@ int GuiUserInterface::ask(const QString &title, const QString &text, const QStri
 int GuiUserInterface::askBesidePicture(const QString &title, const QString &text, const QStringList &buttons,
                                        int defaultButton, const QImage &picture)
 {
+    const int harmless = harmlessButton(buttons);
+    if (!m_queue) {
+        return harmless;
+    }
     QPointer<QMessageBox> box = PromptStyle::message(dialogParent(), title, text);
     box->setAttribute(Qt::WA_DeleteOnClose, false);
     box->setObjectName(QStringLiteral("question"));
-    const int harmless = harmlessButton(buttons);
     QList<QAbstractButton *> pushButtons;
     for (int index = 0; index < buttons.size(); ++index) {
         QPushButton *button = box->addButton(buttons[index], roleOf(buttons[index], index, harmless));
@@ -163,7 +166,7 @@ QStringList GuiUserInterface::runFileDialog(QFileDialog &dialog, const QString &
     if (const QString folder = m_preferences.string(folderKey); QFileInfo(folder).isDir()) {
         dialog.setDirectory(folder);
     }
-    if (dialog.exec() != QDialog::Accepted) {
+    if (!m_queue || dialog.exec() != QDialog::Accepted) {
         return {};
     }
     const QStringList chosen = dialog.selectedFiles();

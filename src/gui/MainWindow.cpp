@@ -17,6 +17,7 @@
 #include <QCloseEvent>
 #include <QMenuBar>
 #include <QScopedValueRollback>
+#include <QSessionManager>
 #include <QTabBar>
 #include <QTabWidget>
 
@@ -139,6 +140,7 @@ void MainWindow::showPreferencePanel()
     if (!m_preferencesController) {
         m_preferencesController =
             std::make_unique<PreferencesController>(m_controller.preferences(), nullptr);
+        m_preferencesController->move(geometry().center() - m_preferencesController->rect().center());
     }
     m_preferencesController->show();
     m_preferencesController->raise();
@@ -149,6 +151,10 @@ void MainWindow::closeEvent(QCloseEvent *event)
 {
     event->ignore();
     if (m_asking || m_quitting) {
+        return;
+    }
+    if (m_sessionEnds) {
+        quitWithoutAsking();
         return;
     }
     bool close = false;
@@ -174,6 +180,31 @@ void MainWindow::quit()
     if (m_controller.applicationShouldTerminate()) {
         endApplication();
     }
+}
+
+void MainWindow::quitWithoutAsking()
+{
+    if (m_quitting) {
+        Q_EMIT readyToEnd();
+        return;
+    }
+    endApplication();
+    m_controller.taskQueue().cancelAllTasks();
+}
+
+void MainWindow::commitData(QSessionManager &session)
+{
+    if (!m_asking && session.allowsInteraction()) {
+        const QScopedValueRollback asking(m_asking, true);
+        const bool mayEnd = m_controller.applicationShouldTerminate();
+        session.release();
+        if (!mayEnd) {
+            session.cancel();
+            return;
+        }
+    }
+    storeState();
+    m_sessionEnds = true;
 }
 
 void MainWindow::endApplication()

@@ -9,6 +9,7 @@
 
 #include <memory>
 
+class QSessionManager;
 class QTabWidget;
 
 namespace kruv {
@@ -34,6 +35,11 @@ public:
     /// Asks what has to be asked and quits. Once quitting has begun, a further call ends the tools that are
     /// still being waited for.
     void quit();
+    /// Quits for whoever can't be asked: a signal, the end of the session. Jobs are cancelled and their tools
+    /// told to end; a second call doesn't wait for them.
+    void quitWithoutAsking();
+    /// The session is about to end: asks, where jobs would be lost and asking is possible, whether it may.
+    void commitData(QSessionManager &session);
 
 Q_SIGNALS:
     /// Every job has ended: the program may end now.
@@ -59,6 +65,7 @@ private:
     std::unique_ptr<StatusPanelController> m_waitingPanel;
     bool m_asking = false;
     bool m_quitting = false;
+    bool m_sessionEnds = false;
 };
 
 } // namespace kruv

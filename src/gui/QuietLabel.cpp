@@ -23,8 +23,11 @@ QColor QuietLabel::tone(const QPalette &palette)
 
 void QuietLabel::takeTone()
 {
-    QPalette own;
     const QColor quiet = tone(QGuiApplication::palette());
+    if (palette().color(QPalette::Text) == quiet) {
+        return; // a palette of our own is a change of it too
+    }
+    QPalette own;
     own.setColor(QPalette::WindowText, quiet);
     own.setColor(QPalette::Text, quiet); // what a label on a list's background writes in
     setPalette(own);
@@ -32,7 +35,7 @@ void QuietLabel::takeTone()
 
 void QuietLabel::changeEvent(QEvent *event)
 {
-    if (event->type() == QEvent::ApplicationPaletteChange) {
+    if (event->type() == QEvent::PaletteChange) {
         takeTone();
     }
     QLabel::changeEvent(event);

@@ -5,10 +5,13 @@
 
 #include "app/KruvController.h"
 #include "app/Preferences.h"
+#include "gui/DarkPalette.h"
 #include "gui/FileDrop.h"
 #include "gui/GuiUserInterface.h"
 #include "gui/MainWindow.h"
+#include "platform/ColorScheme.h"
 #include "platform/DesktopId.h"
+#include "platform/SignalWatcher.h"
 #include "platform/SleepInhibitor.h"
 #include "tasks/TaskPool.h"
 
@@ -75,6 +78,9 @@ int run(int argc, char **argv, const QString &tab, const QStringList &paths)
     QApplication::setDesktopFileName(desktopId());
     QApplication::setWindowIcon(applicationIcon());
 
+    ColorScheme colorScheme;
+    DarkPalette::follow(colorScheme);
+
     Preferences preferences(Preferences::userFile());
     GuiUserInterface userInterface(preferences);
     SleepInhibitor power;
@@ -83,6 +89,10 @@ int run(int argc, char **argv, const QString &tab, const QStringList &paths)
     MainWindow window(controller, userInterface);
     QObject::connect(&window, &MainWindow::readyToEnd, &application, &QCoreApplication::quit,
                      Qt::QueuedConnection);
+    SignalWatcher watcher;
+    QObject::connect(&watcher, &SignalWatcher::interrupted, &window, &MainWindow::quitWithoutAsking);
+    QObject::connect(&application, &QGuiApplication::commitDataRequest, &window, &MainWindow::commitData,
+                     Qt::DirectConnection);
     window.selectTab(tab);
     window.show();
     if (!paths.isEmpty()) {

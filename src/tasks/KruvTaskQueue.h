@@ -8,6 +8,7 @@
 
 #include <QObject>
 
+#include <atomic>
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -55,6 +56,7 @@ public:
     void removeAllErrors();
     /// Counts from the next start; less than one job at once would be none for ever and becomes one.
     void setMaxThreads(int maxThreads);
+    int maxThreads() const override { return m_maxThreads; }
 
     void preventSleep();
     void allowSleep();
@@ -96,7 +98,7 @@ private:
 
     int m_activeTask = 0;  // what the limit is held against; see the class comment
     int m_startedJobs = 0; // entries of m_taskArray that were started
-    int m_maxThreads = 1;
+    std::atomic<int> m_maxThreads = 1;
     int m_lowestActivePosition = 0;
     bool m_cancellingAll = false;
     bool m_quitting = false;

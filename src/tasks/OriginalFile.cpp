@@ -19,8 +19,8 @@ void deleteAfterSuccess(KruvTask &task, const QString &source, const OutputWatch
         keep(task, source, QStringLiteral("its output is missing, empty or was not written by this job"));
     } else if (!output.reachedDisk()) {
         keep(task, source, QStringLiteral("its output could not be brought to the disk for good"));
-    } else {
-        Util::deleteFile(source, task.queue()->preferences());
+    } else if (!Util::deleteFile(source, task.queue()->preferences())) {
+        keep(task, source, QStringLiteral("it could not be deleted; its output is complete"));
     }
 }
 

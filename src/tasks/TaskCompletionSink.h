@@ -25,6 +25,9 @@ public:
     /// What the person wants done with originals and the like. Any thread.
     virtual const Preferences &preferences() const = 0;
 
+    /// How many jobs may run at once, which also bounds the threads of one. Any thread.
+    virtual int maxThreads() const = 0;
+
     /// A job's status row shows something new.
     virtual void taskRowChanged(KruvTask &task) = 0;
 };

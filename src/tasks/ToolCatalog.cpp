@@ -32,11 +32,11 @@ constexpr ToolInfo tools[] = {
     {"lame", "lame", "MP3 encoding", "--version"},
     {"opusenc", "opus-tools", "Opus encoding", "--version"},
     {"opusdec", "opus-tools", "Opus decoding", "--version"},
-    {"aacplusenc", nullptr, "HE-AAC encoding", nullptr, "libfdk-aac-dev"},
+    {"aacplusenc", nullptr, "HE-AAC encoding", "--version", "libfdk-aac-dev"},
     {"AtomicParsley", "atomicparsley", "the gapless mark of AAC files", "--version"},
     {"sox", "sox", "sample-rate conversion and de-emphasis", "--version"},
     {"cdda2wav", "icedax", "CD extraction", "-version"},
-    {"dvda", nullptr, "DVD-Audio authoring", nullptr},
+    {"dvda", nullptr, "DVD-Audio authoring", "--version"},
     {"mkisofs", "genisoimage", "DVD-Audio images", "-version"},
 };
 
@@ -131,6 +131,11 @@ FoundTool find(const ToolInfo &info)
     if (!process.waitForFinished(limitMilliseconds)) {
         process.kill();
         process.waitForFinished(limitMilliseconds);
+        return found;
+    }
+    constexpr int adapterWithoutItsTool = 127;
+    if (process.exitStatus() == QProcess::NormalExit && process.exitCode() == adapterWithoutItsTool) {
+        found.path.clear();
         return found;
     }
     found.version = versionIn(QString::fromUtf8(process.readAll()));

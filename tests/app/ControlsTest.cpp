@@ -10,7 +10,6 @@
 #include <QFile>
 
 #include <algorithm>
-#include <functional>
 #include <gtest/gtest.h>
 
 using namespace kruv;
@@ -24,68 +23,11 @@ const QStringList formats = {QStringLiteral("SHN"), QStringLiteral("WV"), QStrin
 class ControlsTest : public testing::Test
 {
 protected:
-    int changesOf(Control &control, const std::function<void()> &action)
-    {
-        int changes = 0;
-        const auto connection =
-            QObject::connect(&control, &Control::changed, &control, [&changes] { ++changes; });
-        action();
-        QObject::disconnect(connection);
-        return changes;
-    }
-
     TemporaryFolder folder;
     QString file = folder.file(QStringLiteral("kruv.conf"));
 };
 
 } // namespace
-
-TEST_F(ControlsTest, TellEachChangeOnce)
-{
-    ToggleControl toggle;
-    EXPECT_EQ(changesOf(toggle, [&] { toggle.setOn(true); }), 1);
-    EXPECT_EQ(changesOf(toggle, [&] { toggle.setOn(true); }), 0);
-    EXPECT_EQ(changesOf(toggle, [&] { toggle.setHidden(true); }), 1);
-    EXPECT_EQ(changesOf(toggle, [&] { toggle.setEnabled(true); }), 0);
-    EXPECT_EQ(changesOf(toggle, [&] { toggle.setEnabled(false); }), 1);
-    TextControl text;
-    EXPECT_EQ(changesOf(text,
-                        [&] {
-                            text.setText(QStringLiteral("a"));
-                            text.setText(QStringLiteral("a"));
-                        }),
-              1);
-    LabelControl label;
-    EXPECT_EQ(changesOf(label, [&] { label.setText(QStringLiteral("b")); }), 1);
-}
-
-TEST_F(ControlsTest, AGridKnowsItsCells)
-{
-    ChoiceControl grid(formats, 2);
-    EXPECT_EQ(grid.rows(), 3);
-    EXPECT_EQ(grid.selectedTitle(), QStringLiteral("SHN"));
-    EXPECT_TRUE(grid.selectTitle(QStringLiteral("TTA")));
-    EXPECT_EQ(grid.selectedRow(), 1);
-    EXPECT_EQ(grid.selectedColumn(), 1);
-    EXPECT_EQ(grid.title(2, 0), QStringLiteral("APE"));
-    EXPECT_EQ(grid.title(2, 1), QString()) << "the last row is not full";
-    EXPECT_FALSE(grid.selectTitle(QStringLiteral("MP3")));
-    EXPECT_EQ(grid.selectedIndex(), 3);
-    grid.select(5);
-    EXPECT_EQ(grid.selectedIndex(), -1);
-    EXPECT_EQ(grid.selectedRow(), -1);
-    EXPECT_EQ(grid.selectedColumn(), -1);
-    EXPECT_EQ(grid.selectedTitle(), QString());
-}
-
-TEST_F(ControlsTest, NumbersStayInTheirRange)
-{
-    NumberControl level(0, 8, 5);
-    level.setValue(11);
-    EXPECT_EQ(level.value(), 8);
-    level.setValue(-3);
-    EXPECT_EQ(level.value(), 0);
-}
 
 TEST_F(ControlsTest, TheLastChoiceComesBack)
 {

@@ -127,38 +127,6 @@ TEST(FileList, KeepsTheNaturalOrderWithoutDuplicates)
     EXPECT_EQ(list.add({u"/m/1.Wav"_s}), 1);
 }
 
-TEST(Acceptance, FollowsTheTabsExtensions)
-{
-    Session session;
-    struct Case
-    {
-        QStringView tab;
-        QStringView accepted;
-        QStringView refused;
-    };
-    for (const Case &each :
-         {Case{u"decode", u"FLAC SHN WV M4A TTA APE WAV AIFF AIF OPUS", u"MP3 MD5 TXT"},
-          Case{u"encode", u"WAV AIF AIFF FLAC SHN WV TTA APE", u"OPUS M4A MP3"},
-          Case{u"checksum", u"WAV MD5 anything", u""},
-          Case{u"shntool", u"FLAC SHN WAV AIF AIFF TTA WV APE", u"M4A"},
-          Case{u"fix SBE", u"FLAC SHN WAV AIF AIFF WV TTA", u"APE"},
-          Case{u"lossy", u"FLAC SHN WAV AIFF AIF WV TTA", u"APE MP3"},
-          Case{u"Tags", u"FLAC M4A MP3 WV APE TTA AIF AIFF", u"WAV SHN"}, Case{u"util", u"anything", u""}}) {
-        const QString tab = each.tab.toString();
-        for (const QString &extension : each.accepted.toString().split(u' ')) {
-            EXPECT_TRUE(session.controller.isValidFile(tab, u"/m/x."_s + extension))
-                << extension.toStdString();
-            EXPECT_TRUE(session.controller.isValidFile(tab, u"/m/x."_s + extension.toLower()));
-        }
-        for (const QString &extension : each.refused.toString().split(u' ', Qt::SkipEmptyParts)) {
-            EXPECT_FALSE(session.controller.isValidFile(tab, u"/m/x."_s + extension))
-                << extension.toStdString();
-        }
-    }
-    EXPECT_FALSE(session.controller.isValidFile(u"encode"_s, u"/m/wav"_s));
-    EXPECT_TRUE(session.controller.isValidFile(u"checksum"_s, u"/m/wav"_s));
-}
-
 TEST(TabIntake, ExpandsFoldersAndReportsOnce)
 {
     Session session;
@@ -246,39 +214,6 @@ TEST(ApplicationIntake, RoutesFromTheAboutTabByKind)
         EXPECT_EQ(controller.encodeTab().fileList().count(), each.encode);
         EXPECT_EQ(controller.checksumTab().fileList().count(), each.checksum);
         EXPECT_EQ(controller.tabLabels().value(controller.selectedTabViewItem()), each.selected.toString());
-    }
-}
-
-TEST(Quitting, AsksOnlyWhereSomethingWouldBeLost)
-{
-    Session session;
-    EXPECT_TRUE(session.controller.applicationShouldTerminate());
-    EXPECT_TRUE(session.person.questions.empty());
-    session.person.buttonAnswers = {0, 1, 0, 1};
-    EXPECT_FALSE(session.controller.windowShouldClose());
-    EXPECT_TRUE(session.controller.windowShouldClose());
-    EXPECT_EQ(session.person.questions.back(),
-              (ScriptedUserInterface::Question{
-                  u"Are you sure you want to quit?"_s, QString(), {u"No"_s, u"Yes"_s}, 0}));
-
-    for (const char16_t *name : {u"music/1.wav", u"music/2.wav", u"music/3.wav"}) {
-        session.controller.encodeTab().addFiles({session.folder.write(QStringView(name).toString(), "x")});
-    }
-    session.controller.encodeTab().sourceEncodeButton().setOn(true);
-    session.controller.encodeTab().executeCommand();
-    EXPECT_FALSE(session.controller.applicationShouldTerminate());
-    EXPECT_TRUE(session.controller.applicationShouldTerminate());
-    EXPECT_EQ(
-        session.person.questions.back(),
-        (ScriptedUserInterface::Question{u"Tasks in Progress"_s,
-                                         u"There are 3 tasks in the queue.  Are you sure you want to quit?"_s,
-                                         {u"No"_s, u"Yes"_s},
-                                         0}));
-    session.controller.applicationWillTerminate();
-    EXPECT_TRUE(session.runToEnd());
-    EXPECT_EQ(session.ended.size(), 3U);
-    for (const Ended &job : session.ended) {
-        EXPECT_TRUE(job.cancelled);
     }
 }
 

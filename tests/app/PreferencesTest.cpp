@@ -3,7 +3,6 @@
 
 #include "app/Preferences.h"
 
-#include "support/EnvironmentVariable.h"
 #include "support/Files.h"
 #include "support/QtPrinters.h"
 
@@ -22,57 +21,6 @@ protected:
     TemporaryFolder folder;
     QString file = folder.file(QStringLiteral("a folder/kruv.conf"));
 };
-
-TEST_F(PreferencesTest, AFreshUserHasEveryDefault)
-{
-    const std::pair<const char *, QVariant> defaults[] = {
-        {"shntoolNamesFormat", QStringLiteral("%number. %name %time")},
-        {"maxThreads", 2},
-        {"encodeOutputFormat", 2},
-        {"encodeFlacLevel", 5},
-        {"fixOutputFormat", 1},
-        {"fixFlacLevel", 4},
-        {"shntoolCommandOption", 0},
-        {"shntoolLenOption", 0},
-        {"shntoolOutputFormat", 1},
-        {"lossySliderLevel", 3},
-        {"lossyStepperLevel", 88},
-        {"lossyComboLevel", 160},
-        {"opusFrameSizeIndex", 3},
-        {"SUScheduledCheckInterval", 604800},
-        {"trashOrDelete", 0},
-        {"lameStereoOption", 1},
-        {"lameQValue", 3},
-        {"ffpExtension", QStringLiteral("ffp.txt")},
-        {"flacVerifyButton", 0},
-        {"flacKeepForeignMetadataButton", 0},
-        {"flacGenerateFFPButton", 0},
-        {"warnOnDelete", true},
-        {"warnOnFilesSkipped", true},
-        {"checksumFileUsesOutputDirName", false},
-        {"encodeToSourceDirectory", 0},
-        {"decodeToSourceDirectory", 0},
-        {"encodeLossyToSourceDirectory", 0},
-        {"incomingSurroundOrder", QStringLiteral("L R C LFE LS RS (STANDARD)")},
-        {"noPaddingFlacTags", false},
-        {"cdProviderText", QString()},
-    };
-    for (const auto mode : {Preferences::ControlState::Remembered, Preferences::ControlState::Defaults}) {
-        const Preferences preferences(file, mode);
-        for (const auto &[key, value] : defaults) {
-            SCOPED_TRACE(key);
-            const QString name = QString::fromLatin1(key);
-            if (value.typeId() == QMetaType::QString) {
-                EXPECT_EQ(preferences.string(name), value.toString());
-            } else if (value.typeId() == QMetaType::Bool) {
-                EXPECT_EQ(preferences.boolean(name), value.toBool());
-            } else {
-                EXPECT_EQ(preferences.integer(name), value.toInt());
-            }
-        }
-    }
-    EXPECT_FALSE(QFile::exists(file)) << "reading writes nothing";
-}
 
 TEST_F(PreferencesTest, ValuesOutliveTheProgram)
 {
@@ -117,17 +65,6 @@ TEST_F(PreferencesTest, TheCommandLineNeitherReadsNorLeavesControlStates)
     EXPECT_EQ(window.integer(trash), 0);
 }
 
-TEST_F(PreferencesTest, AnnouncesTheNumberOfJobsAtOnce)
-{
-    Preferences preferences(file);
-    std::vector<int> announced;
-    QObject::connect(&preferences, &Preferences::kruvMaxThreadsChangedNotification, &preferences,
-                     [&announced](int number) { announced.push_back(number); });
-    preferences.setMaxThreads(3);
-    preferences.setMaxThreads(1);
-    EXPECT_EQ(announced, (std::vector<int>{3, 1}));
-}
-
 TEST_F(PreferencesTest, NonsenseInTheFileGivesWayToDefaults)
 {
     const QString edited = folder.write(QStringLiteral("edited.conf"),
@@ -155,10 +92,4 @@ TEST_F(PreferencesTest, AnyThreadMayReadAndStore)
     }
     EXPECT_EQ(preferences.integer(QStringLiteral("encodeFlacLevel")), 200);
     EXPECT_EQ(preferences.integer(QStringLiteral("lameQValue")), 200);
-}
-
-TEST_F(PreferencesTest, LiveInTheUsersConfigurationFolder)
-{
-    const EnvironmentVariable configuration("XDG_CONFIG_HOME", folder.path().toUtf8());
-    EXPECT_EQ(Preferences::userFile(), folder.file(QStringLiteral("kruv/kruv.conf")));
 }

@@ -15,30 +15,13 @@
 #include <QRegularExpression>
 #include <QSet>
 
-#include <functional>
 #include <gtest/gtest.h>
 #include <mutex>
-#include <stdexcept>
-#include <string>
 #include <thread>
 #include <vector>
 
 using namespace kruv;
 using namespace kruv::test;
-
-namespace {
-
-std::string messageOf(const std::function<void()> &action)
-{
-    try {
-        action();
-    } catch (const std::exception &problem) {
-        return problem.what();
-    }
-    return "nothing was thrown";
-}
-
-} // namespace
 
 TEST(TemporaryNames, AreNewEmptyFilesOfTheSession)
 {
@@ -89,41 +72,6 @@ TEST(TemporaryNames, OfTheSecondKindAreFixedAndMakeNothing)
     EXPECT_NE(path, Util::generateTempFileName2(folder.path(), QStringLiteral("aiff")));
 }
 
-TEST(TemporaryNames, DefaultToTheTemporaryFolder)
-{
-    const TemporaryFolder folder;
-    const EnvironmentVariable temporary("TMPDIR", folder.path().toUtf8());
-    EXPECT_EQ(QFileInfo(Util::generateTempFileName({}, QStringLiteral("wav"))).path(), folder.path());
-}
-
-TEST(TemporaryNames, SayWhyTheyCouldNotBeMade)
-{
-    const TemporaryFolder folder;
-    EXPECT_EQ(messageOf([&] { Util::generateTempFileName(folder.path(), {}); }),
-              "Invalid parameter not satisfying: nil != extension");
-    EXPECT_EQ(messageOf([&] { Util::generateTempFileName2(folder.path(), {}); }),
-              "Invalid parameter not satisfying: nil != extension");
-    EXPECT_EQ(messageOf([&] {
-                  Util::generateTempFileName(folder.file(QStringLiteral("missing")), QStringLiteral("wav"));
-              }),
-              "Unable to create a temporary file: No such file or directory");
-    EXPECT_EQ(messageOf([&] { Util::generateTempFileName(folder.path(), QString(1100, u'x')); }),
-              "Unable to create a temporary file: File name too long");
-}
-
-TEST(StringTests, KnowStartsAndEnds)
-{
-    const QString text = QStringLiteral("abcab");
-    EXPECT_TRUE(Util::kruvStartsWith(text, QStringLiteral("ab")));
-    EXPECT_TRUE(Util::kruvStartsWith(text, text));
-    EXPECT_FALSE(Util::kruvStartsWith(text, QStringLiteral("b")));
-    EXPECT_FALSE(Util::kruvStartsWith(text, QStringLiteral("AB")));
-    EXPECT_FALSE(Util::kruvStartsWith(text, QString()));
-    EXPECT_TRUE(Util::kruvEndsWith(text, QStringLiteral("cab")));
-    EXPECT_FALSE(Util::kruvEndsWith(text, QStringLiteral("abc")));
-    EXPECT_FALSE(Util::kruvEndsWith(text, QString()));
-}
-
 class DeletedFiles : public testing::Test
 {
 protected:
@@ -162,7 +110,7 @@ TEST_F(DeletedFiles, AreNeverFolders)
 {
     const QString album = folder.makeFolder(QStringLiteral("album"));
     writeFile(album + QStringLiteral("/a.wav"), "audio");
-    Util::deleteFile(album, preferences);
-    Util::deleteFile(folder.file(QStringLiteral("missing")), preferences);
+    EXPECT_FALSE(Util::deleteFile(album, preferences)) << "it is still there, and that is told";
+    EXPECT_TRUE(Util::deleteFile(folder.file(QStringLiteral("missing")), preferences));
     EXPECT_TRUE(QFile::exists(album + QStringLiteral("/a.wav")));
 }

@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Kruv developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "checksums/CreateST5Task.h"
 #include "checksums/TabRun.h"
 #include "support/Audio.h"
 #include "support/QtPrinters.h"
@@ -39,18 +38,6 @@ protected:
     QString first = kruv.folder.write(u"one/a.Wav"_s, "a");
     QString second = kruv.folder.write(u"two/b.wav"_s, "b");
 };
-
-TEST_F(ChecksumTabTest, ShowsTheOptionsOfAListOnlyWhereOneIsMade)
-{
-    for (const auto row : {ChecksumTab::VerifyAudio, ChecksumTab::CreateList, ChecksumTab::VerifyLists}) {
-        kruv.tab.commandOptions().select(row);
-        const bool shown = row == ChecksumTab::CreateList;
-        EXPECT_EQ(kruv.tab.createChecksumOptions().isEnabled(), shown);
-        EXPECT_EQ(kruv.tab.createChecksumOptions().isHidden(), !shown);
-        EXPECT_EQ(kruv.tab.sourceSaveButton().isEnabled(), shown);
-        EXPECT_EQ(kruv.tab.sourceSaveButton().isHidden(), !shown);
-    }
-}
 
 TEST_F(ChecksumTabTest, ListsBesideTheirSourcesAskNothing)
 {
@@ -128,25 +115,6 @@ TEST_F(ChecksumTabTest, DoesNothingWithoutFilesOfItsKind)
     EXPECT_EQ(kruv.run(ChecksumTab::VerifyAudio, {text, first}), QString());
     EXPECT_TRUE(kruv.person.prompts.isEmpty());
     EXPECT_TRUE(kruv.person.alerts.empty());
-}
-
-TEST_F(ChecksumTabTest, BuildsItsToolsCommandLines)
-{
-    const auto results = std::make_shared<KruvTaskResults>();
-    const auto line = [](const std::shared_ptr<KruvTask> &job) {
-        const auto &tool = dynamic_cast<const KruvAsyncNSTask &>(*job);
-        return (QStringList{tool.launchPath().section(u'/', -1)} + tool.arguments()).join(u'|');
-    };
-    const QString file = u"/m/a b.x"_s;
-    EXPECT_EQ(line(kruv.tab.verifyFlac(file, results)), u"flac|-t|/m/a b.x"_s);
-    EXPECT_EQ(line(kruv.tab.verifyAPE(file, results)), u"mac|-v|/m/a b.x"_s);
-    EXPECT_EQ(line(kruv.tab.verifyWavepack(file, results)), u"wvunpack|-v|/m/a b.x"_s);
-    EXPECT_EQ(line(kruv.tab.verifyTTA(file, results)), u"ttaenc|-t|/m/a b.x"_s);
-    EXPECT_EQ(line(kruv.tab.createST5({u"/m/2.wav"_s, u"/m/-1.wav"_s}, true)),
-              u"shntool|hash|-m|2.wav|-1.wav"_s);
-    EXPECT_EQ(kruv.tab.verifyFlac(file, results)->title(), u"Verify FLAC"_s);
-    EXPECT_EQ(kruv.tab.createST5({file}, true)->title(), u"Create ST5"_s);
-    EXPECT_EQ(kruv.tab.createMD5({file}, true)->title(), u"Creating MD5"_s);
 }
 
 TEST_F(ChecksumTabTest, St5ListsSayWhatTheyLeaveOut)

@@ -1,13 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The Kruv developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-// Preferences, prompts, results windows and the bindings that no tab uses yet.
+// Preferences, prompts and results windows.
 
-#include "app/Controls.h"
-#include "gui/Bindings.h"
 #include "gui/OutputWindowController.h"
 #include "gui/PreferencesController.h"
-#include "gui/StatusPanelController.h"
 #include "gui/WindowFixture.h"
 #include "shntool/SHNtoolTab.h"
 
@@ -20,13 +17,10 @@
 #include <QFontInfo>
 #include <QLineEdit>
 #include <QPlainTextEdit>
-#include <QProgressBar>
 #include <QPushButton>
 #include <QSpinBox>
 #include <QTest>
 #include <QThread>
-#include <QToolBar>
-#include <QTreeWidget>
 
 namespace kruv::test {
 
@@ -77,25 +71,6 @@ TEST_F(DialogsTest, PreferencesAreStoredAtOnce)
     find<QComboBox>(&panes, "incomingSurroundOrder")->setCurrentIndex(2);
     EXPECT_EQ(preferences.string(u"incomingSurroundOrder"_s),
               find<QComboBox>(&panes, "incomingSurroundOrder")->itemText(2));
-}
-
-TEST_F(DialogsTest, PreferencesShowOnePaneAtATime)
-{
-    PreferencesController panes(preferences, nullptr);
-    panes.show();
-    const QList<QAction *> actions = find<QToolBar>(&panes, "PrefsToolbar")->actions();
-    ASSERT_EQ(actions.size(), 3);
-    for (QAction *action : actions) {
-        action->trigger();
-        for (const QAction *each : actions) {
-            EXPECT_EQ(panes.findChild<QWidget *>(each->text())->isVisible(), each == action);
-        }
-    }
-    auto *tools = find<QTreeWidget>(&panes, "tools");
-    ASSERT_TRUE(waitUntil([tools] { return tools->topLevelItemCount() > 0; }));
-    EXPECT_EQ(tools->topLevelItemCount(), static_cast<int>(ToolCatalog::all().size()));
-    EXPECT_EQ(tools->topLevelItem(0)->text(0), u"flac"_s);
-    EXPECT_NE(tools->topLevelItem(0)->text(1), QString());
 }
 
 TEST_F(DialogsTest, ResultsCanBeFoundCopiedAndSaved)
@@ -209,37 +184,6 @@ TEST_F(DialogsTest, TrackNamesAreTypedTrimmedAndUndone)
     EXPECT_EQ(tab.names(), QStringList());
     tab.trackNameWindow().inputOK();
     EXPECT_EQ(tab.names(), (QStringList{u"01 One"_s, u"02\u00a0Two!"_s}));
-}
-
-TEST_F(DialogsTest, TextFieldsFollowTheirModelBothWays)
-{
-    TextControl control;
-    QWidget parent;
-    auto *field = new QLineEdit(&parent);
-    Bindings::bind(control, field);
-    control.setText(u"from the model"_s);
-    EXPECT_EQ(field->text(), u"from the model"_s);
-    field->setText(u"typed"_s);
-    EXPECT_EQ(control.text(), u"typed"_s);
-    field->setCursorPosition(2);
-    control.setEnabled(false);
-    EXPECT_FALSE(field->isEnabled());
-    EXPECT_EQ(field->cursorPosition(), 2);
-}
-
-TEST_F(DialogsTest, ProgressPanelShowsItsValue)
-{
-    StatusPanelController progress;
-    auto *bar = progress.findChild<QProgressBar *>();
-    progress.setDeterminate(0, 10);
-    progress.setProgress(3);
-    progress.incrementProgress(2);
-    EXPECT_EQ(bar->value(), 5);
-    progress.setInDeterminate();
-    progress.startAnimation();
-    EXPECT_EQ(bar->maximum(), 0);
-    progress.stopAnimation();
-    EXPECT_EQ(bar->maximum(), 10);
 }
 
 } // namespace kruv::test

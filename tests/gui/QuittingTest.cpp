@@ -70,4 +70,16 @@ TEST_F(QuittingTest, CountsTheJobsAndWaitsForTheirTools)
     EXPECT_TRUE(running->cancelled());
 }
 
+TEST_F(QuittingTest, EndsWithoutAskingWhereNobodyCanAnswer)
+{
+    const QString marker = folder.file(u"started"_s);
+    addTask(std::make_shared<KruvAsyncNSTask>(&queue(), fakeTool(), QStringList{u"stay"_s, marker}));
+    ASSERT_TRUE(waitUntil([&] { return QFile::exists(marker); }));
+    QSignalSpy ended(window.get(), &MainWindow::readyToEnd);
+    withNextDialog([&](QWidget *) { window->quitWithoutAsking(); });
+    window->quit();
+    EXPECT_TRUE(waitUntil([&] { return ended.count() == 1; }));
+    EXPECT_EQ(queue().taskCount(), 0);
+}
+
 } // namespace kruv::test

@@ -55,15 +55,6 @@ protected:
     }
 };
 
-TEST_F(StatusPanelTest, ALargeFontMovesARowsPartsApart)
-{
-    QFont font = QApplication::font();
-    font.setPixelSize(30);
-    const auto large = StatusQueueCell::layout(QRect(0, 0, 400, 100), font);
-    EXPECT_FALSE(large.textField.intersects(large.progressIndicator));
-    EXPECT_FALSE(large.progressIndicator.intersects(large.topTextField));
-}
-
 TEST_F(StatusPanelTest, DrawsProgressAndOutcome)
 {
     const auto running = submit("running.wav");

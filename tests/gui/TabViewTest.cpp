@@ -3,7 +3,6 @@
 
 // The working tabs: files in, options, the command, and files out.
 
-#include "checksums/ChecksumTab.h"
 #include "gui/WindowFixture.h"
 #include "lossless/EncodeTab.h"
 #include "support/Audio.h"
@@ -27,7 +26,6 @@ namespace {
 const QString decode = u"decode"_s;
 const QString encode = u"encode"_s;
 const QString checksum = u"checksum"_s;
-const QString about = u"about"_s;
 
 QStringList rowsOf(const QTreeView *view)
 {
@@ -108,15 +106,6 @@ TEST_F(TabViewTest, TakesDroppedFoldersAndSaysOnceWhatItSkipped)
     EXPECT_EQ(fileList(encode)->model()->rowCount(), 0);
     EXPECT_FALSE(find<QPushButton>(page(encode), "command")->isEnabled());
     EXPECT_FALSE(fileList(encode)->isVisible());
-}
-
-TEST_F(TabViewTest, DropsOnTheAboutTabGoWhereTheyFit)
-{
-    window->selectTab(about);
-    drop(about, {folder.write(u"a.flac"_s, "x"), folder.write(u"b.wav"_s, "x")});
-    EXPECT_EQ(rowsOf(fileList(decode)), QStringList{u"a.flac"_s});
-    EXPECT_EQ(rowsOf(fileList(encode)), QStringList{u"b.wav"_s});
-    EXPECT_EQ(controller.selectedTabViewItem(), 1);
 }
 
 TEST_F(TabViewTest, DeletesRowsByKeyAndByExtension)
@@ -216,44 +205,6 @@ TEST_F(TabViewTest, EncodesWhatTheCommandLineEncodes)
     for (const QString &name : outputs.filter(u".flac"_s)) {
         EXPECT_EQ(readFile(byWindow + u'/' + name), readFile(byCommand + u'/' + name)) << name.toStdString();
     }
-}
-
-TEST_F(TabViewTest, AsksBeforeItReplacesOrDeletes)
-{
-    const QString wav = folder.file(u"a.wav"_s);
-    writeWav(wav);
-    const QString existing = folder.write(u"a.flac"_s, "precious");
-    drop(encode, {wav});
-    toggle(encode, "sourceEncodeButton");
-    answerQuestion(u"No"_s);
-    click(encode, "command");
-    toggle(encode, "deleteOriginalsButton");
-    answerQuestion(u"No"_s);
-    click(encode, "command");
-
-    ASSERT_EQ(questions.size(), 2U);
-    EXPECT_EQ(questions[0].title, u"One of the output files already exists and will be overwritten.  "
-                                  "Are you sure you want to continue?"_s);
-    EXPECT_EQ(questions[0].defaultButton, u"No"_s);
-    EXPECT_EQ(questions[1].title,
-              u"You have chosen to delete the original files.  Are you sure you want to continue?"_s);
-    EXPECT_EQ(questions[1].defaultButton, u"Yes"_s);
-    EXPECT_EQ(rowsOf(fileList(encode)), QStringList{u"a.wav"_s});
-    EXPECT_EQ(queue().taskCount(), 0);
-    EXPECT_EQ(readFile(existing), "precious");
-}
-
-TEST_F(TabViewTest, NamesTheChecksumCommandByWhatItDoes)
-{
-    window->selectTab(checksum);
-    auto *command = find<QPushButton>(page(checksum), "command");
-    auto *kinds = find<QWidget>(page(checksum), "Kind of checksum file");
-    EXPECT_EQ(command->text().remove(u'&'), u"Verify"_s);
-    EXPECT_TRUE(kinds->isHidden());
-    const QString create = controller.checksumTab().commandOptions().titles()[1];
-    toggle(checksum, qPrintable(u"Command "_s + create));
-    EXPECT_EQ(command->text().remove(u'&'), u"Create list"_s);
-    EXPECT_FALSE(kinds->isHidden());
 }
 
 } // namespace kruv::test

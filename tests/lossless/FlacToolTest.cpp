@@ -104,27 +104,6 @@ TEST(FlacOutput, ReadsTheProgressOfAnEncode)
     EXPECT_FALSE(odd.contains(50.0)) << "the name was read as progress";
 }
 
-TEST(FlacOutput, ReadsSinglePiecesOfAnEncode)
-{
-    struct Case
-    {
-        QStringView piece;
-        double percentage;
-        QStringView text;
-        QStringView ratio;
-    };
-    for (const Case &each :
-         {Case{u"name.wav: 42% complete, ratio=0.581", 42, u"42", u"ratio=0.581"},
-          Case{u"42.5% complete, ratio=0.5", 42.5, u"42.5", u"ratio=0.5"}, Case{u"7% complete", 7, u"7", u""},
-          Case{u"7% complete, ratio=0.51112% complete, ratio=0.5", 7, u"7", u"ratio=0.511"},
-          Case{u"50% off.wav:", -1, u"", u""}, Case{u"", -1, u"", u""}}) {
-        const auto progress = FlacOutput::encodeProgress(each.piece, u"50% off.wav");
-        EXPECT_EQ(progress.percentage, each.percentage) << each.piece.toString().toStdString();
-        EXPECT_EQ(progress.percentageText, each.text.toString());
-        EXPECT_EQ(progress.ratioText, each.ratio.toString());
-    }
-}
-
 TEST(FlacOutput, ReadsTheProgressOfADecode)
 {
     const auto reader = [](const QString &name) {
@@ -177,31 +156,6 @@ TEST(FlacOutput, CondensesTheReportOfATest)
     EXPECT_TRUE(bad.startsWith(u"bad.flac: testing, 34.000000% complete\nbad.flac: *** Got error code"_s))
         << bad.toStdString();
     EXPECT_FALSE(bad.contains(u": ok"_s));
-}
-
-TEST(FlacOutput, ReadsSinglePiecesOfATest)
-{
-    struct Case
-    {
-        QStringView piece;
-        std::optional<double> percentage;
-        QStringView lines;
-    };
-    for (const Case &each :
-         {Case{u"x.flac: testing, 37% complete", 37.0,
-               u"x.flac: testing, 0.000000% complete\nx.flac: testing, 37.000000% complete\n"},
-          Case{u"testing, 37% complete\b\btesting, 40% complete", -1.0,
-               u"x.flac: testing, 37% complete\b\btesting, 40% complete\n"},
-          Case{u"x.flac: testing, 98% complete\b\bok", 100.0,
-               u"x.flac: testing, 0.000000% complete\nx.flac: testing, 100% complete\nx.flac: ok\n"},
-          Case{u"ok", std::nullopt, u"x.flac: testing, 100% complete\nx.flac: ok\n"},
-          Case{u"ERROR while decoding", std::nullopt, u"x.flac: ERROR while decoding\n"}}) {
-        const auto report = FlacOutput::verifyReport(each.piece, u"x.flac"_s);
-        EXPECT_EQ(report.lines, each.lines.toString());
-        EXPECT_EQ(report.percentage, each.percentage) << each.piece.toString().toStdString();
-    }
-    EXPECT_EQ(FlacOutput::verifyReport(u"50% off.flac:", u"50% off.flac"_s).percentage, std::nullopt);
-    EXPECT_EQ(FlacOutput::condensed(u"a\nb\n"_s, u"% complete"), u"\na\nb\n"_s);
 }
 
 } // namespace kruv::test

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Kruv developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "platform/ColorScheme.h"
 #include "platform/DesktopNotifier.h"
 #include "platform/LauncherBadge.h"
 #include "platform/PrivateBus.h"
@@ -24,7 +25,7 @@ class FakeDesktop : public QObject, protected QDBusContext
 {
     Q_OBJECT
 public:
-    enum Manner { Answers, Refuses, AnswersLater };
+    enum Manner { Answers, AnswersLater };
     Manner manner = Answers;
     QList<QDBusMessage> calls;
 
@@ -41,9 +42,6 @@ protected:
     uint take()
     {
         calls.append(message());
-        if (manner == Refuses) {
-            sendErrorReply(QDBusError::AccessDenied, QStringLiteral("no"));
-        }
         if (manner == AnswersLater) {
             setDelayedReply(true);
         }
@@ -72,6 +70,18 @@ class FakeScreenSaver : public FakeDesktop
 public Q_SLOTS:
     uint Inhibit(const QString &, const QString &) { return take(); }
     void UnInhibit(uint) { calls.append(message()); }
+};
+
+class FakePortal : public QObject
+{
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.portal.Settings")
+public Q_SLOTS:
+    QDBusVariant Read(const QString &space, const QString &key)
+    {
+        const bool known = space == u"org.freedesktop.appearance" && key == u"color-scheme";
+        return QDBusVariant(QVariant::fromValue(QDBusVariant(known ? 1U : 7U)));
+    }
 };
 
 class FakeLauncher : public QObject
@@ -147,17 +157,6 @@ TEST_F(DesktopServicesTest, NotifiesWhileTheServiceIsThere)
     EXPECT_TRUE(waitUntil([&] { return !notifier.notify(QStringLiteral("late")); }));
 }
 
-TEST_F(DesktopServicesTest, TellsOfARefusedNotification)
-{
-    const auto service = serveNotifications();
-    service->manner = FakeDesktop::Refuses;
-    DesktopNotifier notifier(m_bus.ours());
-    int refused = 0;
-    QObject::connect(&notifier, &DesktopNotifier::refused, &notifier, [&] { ++refused; });
-    ASSERT_TRUE(waitUntil([&] { return notifier.notify(QStringLiteral("Done")); }));
-    EXPECT_TRUE(waitUntil([&] { return refused == 1; }));
-}
-
 TEST_F(DesktopServicesTest, InhibitsUntilReleased)
 {
     const auto service = serveScreenSaver();
@@ -187,18 +186,33 @@ TEST_F(DesktopServicesTest, GivesBackAnAssertionReleasedBeforeTheAnswer)
     EXPECT_EQ(service->calls[1].arguments(), QVariantList({5U}));
 }
 
-TEST_F(DesktopServicesTest, GivesNothingBackThatWasRefused)
+TEST_F(DesktopServicesTest, FollowsTheDesktopIntoTheDarkAndBack)
 {
-    const auto service = serveScreenSaver();
-    service->manner = FakeDesktop::Refuses;
-    SleepInhibitor inhibitor(m_bus.ours());
-    const std::uint32_t refused = assertOnce(inhibitor);
-    ASSERT_TRUE(waitUntil([&] { return service->calls.size() == 1; }));
-    inhibitor.releaseAssertion(refused);
-    service->manner = FakeDesktop::Answers;
-    inhibitor.releaseAssertion(assertOnce(inhibitor));
-    ASSERT_TRUE(waitUntil([&] { return service->calls.size() == 3; }));
-    EXPECT_EQ(service->methods().join(u' '), QStringLiteral("Inhibit Inhibit UnInhibit"));
+    auto portal = std::make_unique<FakePortal>();
+    QDBusConnection theirs = m_bus.theirs();
+    ASSERT_TRUE(theirs.registerObject(QStringLiteral("/org/freedesktop/portal/desktop"), portal.get(),
+                                      QDBusConnection::ExportAllContents));
+    ASSERT_TRUE(theirs.registerService(QStringLiteral("org.freedesktop.portal.Desktop")));
+    ColorScheme scheme(m_bus.ours());
+    QList<bool> told;
+    QObject::connect(&scheme, &ColorScheme::darkWanted, &scheme, [&](bool dark) { told.append(dark); });
+    ASSERT_TRUE(waitUntil([&] { return told.size() == 1; }));
+    const auto changed = [&theirs](const char *key) {
+        QDBusMessage signal = QDBusMessage::createSignal(QStringLiteral("/org/freedesktop/portal/desktop"),
+                                                         QStringLiteral("org.freedesktop.portal.Settings"),
+                                                         QStringLiteral("SettingChanged"));
+        signal << QStringLiteral("org.freedesktop.appearance") << QString::fromLatin1(key)
+               << QVariant::fromValue(QDBusVariant(2U));
+        theirs.send(signal);
+    };
+    // The bus may learn only after the answer that the signal is wanted.
+    ASSERT_TRUE(waitUntil([&] {
+        changed("accent-color");
+        changed("color-scheme");
+        return told.size() > 1;
+    }));
+    EXPECT_TRUE(told[0]);
+    EXPECT_FALSE(told[1]);
 }
 
 TEST_F(DesktopServicesTest, SendsGatheredBadgesAndClearsTheLast)

@@ -2,12 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "platform/MainThread.h"
-#include "platform/Resources.h"
-#include "support/EnvironmentVariable.h"
 #include "support/QtPrinters.h"
 #include "support/Wait.h"
 
-#include <QDir>
 #include <QThread>
 
 #include <algorithm>
@@ -19,17 +16,6 @@
 
 using namespace kruv;
 using namespace kruv::test;
-
-TEST(MainThread, PostedWorkRunsLaterAndInOrder)
-{
-    std::vector<int> order;
-    for (const int number : {1, 2, 3}) {
-        MainThread::post([&order, number] { order.push_back(number); });
-    }
-    EXPECT_TRUE(order.empty()) << "never at once, even on the main thread";
-    serveEvents();
-    EXPECT_EQ(order, (std::vector<int>{1, 2, 3}));
-}
 
 TEST(MainThread, ServesManyThreadsEachInItsOwnOrder)
 {
@@ -82,19 +68,4 @@ TEST(MainThread, ThrowsWhereItWasAskedToRun)
     EXPECT_TRUE(waitUntil([&] { return finished.load(); }));
     thread.join();
     EXPECT_TRUE(caught);
-}
-
-TEST(Resources, AreWhereTheEnvironmentSays)
-{
-    {
-        const EnvironmentVariable resources("KRUV_RESOURCES", "/opt/kruv tools//x/..");
-        EXPECT_EQ(resourcesFolder(), QStringLiteral("/opt/kruv tools"));
-        EXPECT_EQ(toolPath(QStringLiteral("flac")), QStringLiteral("/opt/kruv tools/flac"));
-    }
-    {
-        const EnvironmentVariable resources("KRUV_RESOURCES", "here");
-        EXPECT_EQ(resourcesFolder(), QDir::currentPath() + QStringLiteral("/here"));
-    }
-    const EnvironmentVariable resources("KRUV_RESOURCES", std::nullopt);
-    EXPECT_TRUE(QDir::isAbsolutePath(resourcesFolder()));
 }

@@ -9,7 +9,6 @@
 #include <QBuffer>
 
 #include <gtest/gtest.h>
-#include <stdexcept>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -17,38 +16,6 @@ namespace kruv {
 namespace {
 
 using test::picture;
-
-TEST(TagsObject, EqualityKeepsAbsentAndEmptyApart)
-{
-    TagsObject a;
-    TagsObject b;
-    EXPECT_TRUE(a.isEqual(&a));
-    EXPECT_TRUE(a.isEqual(&b));
-    EXPECT_FALSE(a.isEqual(nullptr));
-    EXPECT_TRUE(a.titleText().isNull());
-
-    a.setTitleText(u""_s);
-    EXPECT_FALSE(a.isEqual(&b));
-    b.setTitleText(u""_s);
-    EXPECT_TRUE(a.isEqual(&b));
-    b.setTitleText(u" "_s);
-    EXPECT_FALSE(a.isEqual(&b));
-}
-
-TEST(TagsObject, EveryTextButTheEncoderTakesPartInEquality)
-{
-    for (std::size_t field = 0; field < tagFieldCount; ++field) {
-        TagsObject a;
-        TagsObject b;
-        a.setText(static_cast<TagField>(field), u"x"_s);
-        b.setText(static_cast<TagField>(field), u"X"_s);
-        EXPECT_EQ(a.isEqual(&b), static_cast<TagField>(field) == TagField::EncoderSettings) << field;
-    }
-    TagsObject a;
-    TagsObject b;
-    a.setCustomTagsDictionary({{u"MOOD"_s, u"calm"_s}});
-    EXPECT_TRUE(a.isEqual(&b));
-}
 
 TEST(TagsObject, PicturesAreComparedAsImages)
 {
@@ -65,16 +32,6 @@ TEST(TagsObject, PicturesAreComparedAsImages)
     EXPECT_FALSE(broken.isEqual(&encoded));
     encoded.setAlbumArt(picture(Qt::blue));
     EXPECT_FALSE(decoded.isEqual(&encoded));
-}
-
-TEST(BitmapData, RefusesNoImage)
-{
-    try {
-        getBitmapDataForImage({}, "PNG");
-        FAIL() << "no exception";
-    } catch (const std::invalid_argument &failure) {
-        EXPECT_STREQ(failure.what(), "Invalid parameter not satisfying: nil != image");
-    }
 }
 
 TEST(KruvCustomTagsPanel, RowsBecomeATrimmedMap)

@@ -37,28 +37,6 @@ TEST(KruvTaskResults, JoinsTheTextsInSetOrder)
     EXPECT_EQ(results.results(), u"head\nnew\nc\n"_s);
 }
 
-TEST(KruvTaskResults, AJobOfItsOwnIsASetOfOne)
-{
-    Engine engine;
-    const auto job = std::make_shared<FakeJob>(&engine.queue, u"alone"_s);
-    EXPECT_EQ(job->results()->taskCount(), 1U);
-    EXPECT_FALSE(job->results()->taskSetDone());
-    engine.queue.addTask(job);
-    job->succeed();
-    EXPECT_TRUE(job->results()->taskSetDone());
-}
-
-TEST(KruvTaskResults, AddingAJobTwiceDoesNotKeepTheSetOpen)
-{
-    Engine engine;
-    const Jobs jobs = makeSet(engine.queue, 1);
-    jobs[0]->results()->addTaskInSet(*jobs[0]);
-    EXPECT_EQ(jobs[0]->results()->taskCount(), 1U);
-    engine.queue.addTask(jobs[0]);
-    jobs[0]->succeed();
-    EXPECT_TRUE(jobs[0]->results()->taskSetDone());
-}
-
 TEST(KruvTaskResults, FloodsAreCutAndSaySo)
 {
     Engine engine;
@@ -159,17 +137,4 @@ TEST(ResultsWindow, OpensOnlyWhenEveryJobOfTheSetKeptItsText)
         }
         EXPECT_EQ(engine.userInterface.resultsWindows, tested.windows);
     }
-}
-
-TEST(ResultsWindow, IsCalledOutputWithoutATitleAndOpensForEachSet)
-{
-    Engine engine;
-    const auto first = std::make_shared<FakeJob>(&engine.queue, QString(), nullptr, FakeJob::Kind::Report);
-    const auto second = std::make_shared<FakeJob>(&engine.queue, u"two"_s, nullptr, FakeJob::Kind::Report);
-    engine.queue.addTask(first);
-    engine.queue.addTask(second);
-    first->succeed();
-    second->succeed();
-    EXPECT_EQ(engine.userInterface.resultsWindows,
-              (std::vector<Window>{{u"\n"_s, u"Output"_s}, {u"\n"_s, u"two"_s}}));
 }

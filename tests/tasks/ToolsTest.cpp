@@ -15,7 +15,6 @@
 #include <QFile>
 
 #include <gtest/gtest.h>
-#include <optional>
 #include <stdexcept>
 
 using namespace Qt::Literals::StringLiterals;
@@ -30,24 +29,6 @@ QString hex(const QByteArray &bytes)
 }
 
 } // namespace
-
-TEST(ToolEnvironment, PutsTheResourcesBehindTheInheritedPath)
-{
-    const EnvironmentVariable resources("KRUV_RESOURCES", "/opt/kruv tools");
-    const std::pair<std::optional<QByteArray>, QString> cases[] = {
-        {"/usr/bin:/bin", u"/usr/bin:/bin:/opt/kruv tools"_s},
-        {"", u":/opt/kruv tools"_s},
-        {std::nullopt, u":/opt/kruv tools"_s},
-    };
-    for (const auto &[inherited, expected] : cases) {
-        const EnvironmentVariable path("PATH", inherited);
-        QProcessEnvironment environment = ToolEnvironment::base();
-        EXPECT_EQ(environment.value(u"PATH"_s), expected);
-        ToolEnvironment::appendToPath(environment, u"/more"_s);
-        EXPECT_EQ(environment.value(u"PATH"_s), expected + u":/more"_s);
-        EXPECT_EQ(ToolEnvironment::base().value(u"PATH"_s), expected) << "jobs don't share changes";
-    }
-}
 
 TEST(DirectTool, SkipsOnlyAnAdapterThatWouldChangeNothing)
 {
@@ -70,39 +51,6 @@ TEST(DirectTool, SkipsOnlyAnAdapterThatWouldChangeNothing)
     EXPECT_EQ(directProgram(real, files), real) << "no adapter";
 }
 
-TEST(ToolEnvironment, GivesToolsAUtf8CharacterTypeAndNothingElse)
-{
-    struct Case
-    {
-        std::optional<QByteArray> all, characterType, language;
-        QString expectedAll, expectedCharacterType;
-    };
-    const QString utf8 = u"C.UTF-8"_s;
-    const Case cases[] = {
-        {std::nullopt, std::nullopt, std::nullopt, {}, utf8},
-        {std::nullopt, std::nullopt, "de_DE.UTF-8", {}, {}},
-        {std::nullopt, std::nullopt, "de_DE.utf8", {}, {}},
-        {std::nullopt, std::nullopt, "de_DE", {}, utf8},
-        {std::nullopt, "C", "de_DE.UTF-8", {}, utf8},
-        {std::nullopt, "pl_PL.UTF-8", "C", {}, u"pl_PL.UTF-8"_s},
-        {"C", "pl_PL.UTF-8", std::nullopt, utf8, u"pl_PL.UTF-8"_s},
-        {"pl_PL.UTF-8", "C", std::nullopt, u"pl_PL.UTF-8"_s, u"C"_s},
-    };
-    int number = 0;
-    for (const Case &tested : cases) {
-        SCOPED_TRACE(++number);
-        // The environment is made anew when PATH changes.
-        const EnvironmentVariable path("PATH", QByteArray("/bin:/") + QByteArray::number(number));
-        const EnvironmentVariable all("LC_ALL", tested.all);
-        const EnvironmentVariable characterType("LC_CTYPE", tested.characterType);
-        const EnvironmentVariable language("LANG", tested.language);
-        const QProcessEnvironment environment = ToolEnvironment::base();
-        EXPECT_EQ(environment.value(u"LC_ALL"_s), tested.expectedAll);
-        EXPECT_EQ(environment.value(u"LC_CTYPE"_s), tested.expectedCharacterType);
-        EXPECT_EQ(environment.value(u"LANG"_s).toUtf8(), tested.language.value_or(QByteArray()));
-    }
-}
-
 TEST(NSTaskWrapperSync, KeepsAllThatTheToolPrinted)
 {
     const TemporaryFolder folder;
@@ -123,18 +71,6 @@ TEST(NSTaskWrapperSync, KeepsAllThatTheToolPrinted)
     NSTaskWrapperSync missing(folder.file(u"flac"_s), {});
     missing.runTask();
     EXPECT_TRUE(missing.output().contains(u"apt-get install flac"_s));
-}
-
-TEST(ToolCatalog, SaysWhatIsMissingAndWhatBringsIt)
-{
-    const TemporaryFolder folder;
-    const QString odd = folder.file(u"100%1 \"lame\""_s);
-    EXPECT_TRUE(ToolCatalog::missingToolMessage(odd).contains(odd));
-    EXPECT_TRUE(ToolCatalog::missingToolMessage(u"/x/cdda2wav"_s).contains(u"\"icedax\""_s));
-    EXPECT_NO_THROW(ToolCatalog::requireLaunchable(fakeTool()));
-    EXPECT_THROW(ToolCatalog::requireLaunchable(odd), std::runtime_error);
-    EXPECT_THROW(ToolCatalog::requireLaunchable(folder.path()), std::runtime_error);
-    EXPECT_THROW(ToolCatalog::requireLaunchable(QString()), std::runtime_error);
 }
 
 TEST(ToolCatalog, FindsToolsAndTheirVersions)

@@ -114,14 +114,12 @@ void OutputFile::openTemporary()
     if (exists && ::access(m_finalPath.c_str(), W_OK) != 0) {
         fail("write");
     }
-    std::string path = folderOf(m_finalPath) + ".kruv-XXXXXX";
-    m_descriptor = ::mkostemp(path.data(), O_CLOEXEC);
+    m_temporaryPath = folderOf(m_finalPath) + ".kruv-XXXXXX";
+    m_descriptor = TemporaryFiles::create(m_temporaryPath);
     if (m_descriptor < 0) {
         fail("create");
     }
-    m_temporaryPath = std::move(path);
-    TemporaryFiles::remember(m_temporaryPath);
-    // mkostemp() makes a private file; the finished one has the rights a plain open() would give or had
+    // So far the file is private; the finished one has the rights a plain open() would give or had
     // given. File systems without rights refuse this, which does no harm.
     [[maybe_unused]] const int ignored =
         ::fchmod(m_descriptor, exists ? status.st_mode & 07777 : defaultMode());

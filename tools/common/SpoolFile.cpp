@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "common/SpoolFile.h"
 
+#include "common/TemporaryFiles.h"
 #include "common/ToolError.h"
 
 #include <cerrno>
@@ -50,11 +51,12 @@ void SpoolFile::openFile()
     }
     // Not every file system knows nameless files.
     std::string path = m_folder + "/.kruv-spool-XXXXXX";
-    m_descriptor = ::mkostemp(path.data(), O_CLOEXEC);
+    m_descriptor = TemporaryFiles::create(path);
     if (m_descriptor < 0) {
         fail("create");
     }
     ::unlink(path.c_str());
+    TemporaryFiles::forget(path);
 }
 
 void SpoolFile::spill()

@@ -7,6 +7,8 @@
 #include <array>
 #include <atomic>
 #include <csignal>
+#include <cstdlib>
+#include <fcntl.h>
 #include <unistd.h>
 
 namespace kruv::tools {
@@ -28,9 +30,11 @@ extern "C" void removeAndDie(int signalNumber)
     std::raise(signalNumber);
 }
 
+constexpr std::array endingSignals{SIGTERM, SIGINT, SIGHUP};
+
 void installHandlers()
 {
-    for (const int signalNumber : {SIGTERM, SIGINT, SIGHUP}) {
+    for (const int signalNumber : endingSignals) {
         struct sigaction present = {};
         ::sigaction(signalNumber, nullptr, &present);
         if (present.sa_handler == SIG_IGN) {
@@ -42,7 +46,46 @@ void installHandlers()
     }
 }
 
+/// Holds back the ending signals: they arrive when it goes.
+class SignalsHeldBack
+{
+public:
+    SignalsHeldBack()
+    {
+        sigset_t held;
+        sigemptyset(&held);
+        for (const int signalNumber : endingSignals) {
+            sigaddset(&held, signalNumber);
+        }
+        ::pthread_sigmask(SIG_BLOCK, &held, &m_before);
+    }
+    ~SignalsHeldBack() { ::pthread_sigmask(SIG_SETMASK, &m_before, nullptr); }
+    SignalsHeldBack(const SignalsHeldBack &) = delete;
+    SignalsHeldBack &operator=(const SignalsHeldBack &) = delete;
+
+private:
+    sigset_t m_before;
+};
+
 } // namespace
+
+int TemporaryFiles::create(std::string &path)
+{
+    // A signal between the two steps would leave the file behind.
+    const SignalsHeldBack heldBack;
+    const int descriptor = ::mkostemp(path.data(), O_CLOEXEC);
+    if (descriptor < 0) {
+        return -1;
+    }
+    try {
+        remember(path);
+    } catch (const ToolError &) {
+        ::close(descriptor);
+        ::unlink(path.c_str());
+        throw;
+    }
+    return descriptor;
+}
 
 void TemporaryFiles::remember(const std::string &path)
 {

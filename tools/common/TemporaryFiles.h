@@ -11,10 +11,14 @@ namespace kruv::tools {
 class TemporaryFiles
 {
 public:
-    /// path must stay alive and unchanged until forget(). Throws ToolError when more than 64 are open at a
-    /// time.
-    static void remember(const std::string &path);
+    /// Makes a private file whose name ends in six random characters where path ends in XXXXXX, which it
+    /// fills in; path must then stay alive and unchanged until forget(). Returns the descriptor, or -1 with
+    /// errno set. Throws ToolError when more than 64 are open at a time.
+    static int create(std::string &path);
     static void forget(const std::string &path);
+
+private:
+    static void remember(const std::string &path);
 };
 
 } // namespace kruv::tools

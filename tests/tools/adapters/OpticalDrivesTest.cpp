@@ -71,26 +71,4 @@ TEST(OpticalDrives, AreNumberedWithinTheirKind)
     EXPECT_EQ(providerOfDrive(drives, "sr9"), "");
 }
 
-TEST(OpticalDrives, AnUnknownKindCountsAllDrives)
-{
-    FakeMachine machine;
-    machine.add("sr0", "11:0", "E:ID_CDROM_DVD=1\n");
-    expectMappings(machine.drives(), {{"IOCompactDiscServices", "/dev/sr0"},
-                                      {"IOBDServices", "/dev/sr0"},
-                                      {"", "/dev/sr0"},
-                                      {"IOCompactDiscServices/2", ""}});
-    expectMappings({}, {{"IOCompactDiscServices", ""}, {"", ""}});
-}
-
-TEST(OpticalDrives, ProviderNamesAreRecognisedWhole)
-{
-    for (const char *name : {"IOCompactDiscServices", "IODVDServices/2", "IOBDServices/6"}) {
-        EXPECT_TRUE(isProviderName(name)) << name;
-    }
-    for (const char *name : {"", "/dev/sr0", "IODVDServices/", "IODVDServices/0", "IODVDServices/2x",
-                             "IODVDServicesX", "IOBDServices/99999999999999999999", "xIOBDServices"}) {
-        EXPECT_FALSE(isProviderName(name)) << name;
-    }
-}
-
 } // namespace kruv::adapters

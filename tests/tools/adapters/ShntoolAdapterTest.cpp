@@ -23,12 +23,7 @@ Arguments words(const std::string &line)
 
 ShntoolPlan planOf(const std::string &line)
 {
-    const auto kindOf = [](const std::string &path) {
-        const bool deep = path.find("24") != std::string::npos && !path.ends_with(".flac");
-        return path.ends_with(".wv") ? SourceKind::WavPack
-               : deep                ? SourceKind::ExtensibleWav
-                                     : SourceKind::Direct;
-    };
+    const auto kindOf = [](const std::string &) { return SourceKind::Direct; };
     return planShntool(words(line), {[](const std::string &) { return false; }, kindOf, "H"});
 }
 
@@ -117,32 +112,6 @@ TEST(ShntoolAdapter, ConvWithAnExactNameWritesThereOnly)
     EXPECT_EQ(plan.arguments, toolLine("conv", "-O|never|-o|cust ext=mp3 lame -m j - %f|-d|/d|--|/s/a.aif"));
 
     EXPECT_NE(planOf("conv|-o|wav|-n|/t/x.wav|/s/a.shn|/s/b.shn").error, "");
-}
-
-TEST(ShntoolAdapter, KnowsWhatTheToolMayCallAnOutput)
-{
-    const auto plan = planOf("trim|-d|/d|-o|flac|-O|never|/s/X.WAV");
-    ASSERT_EQ(plan.outputs.size(), 1U);
-    EXPECT_EQ(plan.outputs[0].possibleNames[0], "X.WAV-trimmed.flac");
-    EXPECT_EQ(plan.outputs[0].possibleNames[1], "X-trimmed.flac");
-    EXPECT_FALSE(plan.oneResult);
-    EXPECT_TRUE(planOf("fix|-o|wav|/s/a.wav").oneResult);
-}
-
-TEST(ShntoolAdapter, StandsInForSourcesTheToolRefuses)
-{
-    // Header modes need no decoding of a WAV; a WavPack file always does.
-    auto plan = planOf("len|/s/a.wav|/s/24.wav|/s/b.wv");
-    ASSERT_EQ(plan.standIns.size(), 2U);
-    EXPECT_EQ(plan.arguments[plan.standIns[0].argument], "/s/24.wav");
-    EXPECT_TRUE(plan.standIns[0].headerOnly);
-    EXPECT_EQ(plan.standIns[1].source, "/s/b.wv");
-    EXPECT_FALSE(plan.standIns[1].headerOnly);
-    EXPECT_FALSE(plan.runsAlone());
-
-    plan = planOf("hash|-m|24.wav");
-    ASSERT_EQ(plan.standIns.size(), 1U);
-    EXPECT_FALSE(plan.standIns[0].headerOnly);
 }
 
 } // namespace kruv::adapters

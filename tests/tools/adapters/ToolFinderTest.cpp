@@ -18,12 +18,12 @@ namespace fs = std::filesystem;
 class ToolFinderTest : public testing::Test
 {
 protected:
-    std::string program(const std::string &name, fs::perms rights = fs::perms::owner_all)
+    std::string program(const std::string &name)
     {
         const auto path = m_folder.path() + "/" + name;
         fs::create_directories(fs::path(path).parent_path());
         std::ofstream(path) << "#!/bin/sh\n";
-        fs::permissions(path, rights);
+        fs::permissions(path, fs::perms::owner_all);
         return path;
     }
 
@@ -54,25 +54,6 @@ TEST_F(ToolFinderTest, PassesOverEveryResourcesFolder)
     const ToolFinder finder(
         folder("home") + ":" + folder("one") + "::" + folder("other") + ":" + folder("usr"), folder("one"));
     EXPECT_EQ(finder.find("flac"), real);
-}
-
-TEST_F(ToolFinderTest, TakesOnlyProgramsAndKnowsEquivalents)
-{
-    program("a/mkisofs", fs::perms::owner_read);
-    fs::create_directories(folder("b/mkisofs"));
-    link("gone", "c/mkisofs");
-    const auto path = folder("a") + ":" + folder("b") + ":" + folder("c") + ":" + folder("d");
-    EXPECT_EQ(ToolFinder(path, folder("own")).find("mkisofs"), "");
-    const auto equivalent = program("d/genisoimage");
-    EXPECT_EQ(ToolFinder(path, folder("own")).find("mkisofs"), equivalent);
-}
-
-TEST_F(ToolFinderTest, FindsOurOwnCodersLast)
-{
-    const auto own = program("own/mac");
-    EXPECT_EQ(ToolFinder(folder("usr"), folder("own")).find("mac"), own);
-    const auto installed = program("usr/mac");
-    EXPECT_EQ(ToolFinder(folder("usr"), folder("own")).find("mac"), installed);
 }
 
 TEST_F(ToolFinderTest, ChildrenNeverSearchTheWorkingFolder)

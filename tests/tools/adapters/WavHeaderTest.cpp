@@ -20,8 +20,6 @@ std::string u32(unsigned value)
     return u16(value & 0xFFFF) + u16(value >> 16);
 }
 
-const std::string pcmGuid("\x01\x00\x00\x00\x00\x00\x10\x00\x80\x00\x00\xAA\x00\x38\x9B\x71", 16);
-
 std::string header(unsigned tag, unsigned channels, const std::string &extension, unsigned riffSize,
                    const std::string &before = {})
 {
@@ -29,11 +27,6 @@ std::string header(unsigned tag, unsigned channels, const std::string &extension
                         u16(channels * 3) + u16(24) + extension;
     return "RIFF" + u32(riffSize) + "WAVE" + before + "fmt " + u32(static_cast<unsigned>(format.size())) +
            format + "data" + u32(1800);
-}
-
-std::string extension(unsigned mask, const std::string &guid)
-{
-    return u16(22) + u16(24) + u32(mask) + guid;
 }
 
 } // namespace
@@ -51,37 +44,6 @@ TEST(WavHeader, FindsTheChunksBehindOthers)
     EXPECT_FALSE(WavHeader::parse("RIFF" + u32(50) + "WAVE" + "data" + u32(8) + "audio"));
     EXPECT_FALSE(
         WavHeader::parse("RIFF" + u32(50) + "WAVE" + "fmt " + u32(0xFFFFFFFF) + std::string(64, 'x')));
-}
-
-TEST(WavHeader, OnlyTheTagChangesOnTheWayToThePlainForm)
-{
-    const auto bytes = header(0xFFFE, 6, extension(0x60F, pcmGuid), 2000);
-    EXPECT_TRUE(isExtensiblePcm(bytes));
-    auto expected = bytes;
-    expected.replace(20, 2, u16(1));
-    EXPECT_EQ(plainHeader(bytes), expected);
-
-    auto floatGuid = pcmGuid;
-    floatGuid[0] = 3;
-    for (const auto &untouched : {header(0xFFFE, 2, extension(3, floatGuid), 9), header(1, 2, "", 9),
-                                  header(3, 2, "", 9), std::string("FORM")}) {
-        EXPECT_EQ(plainHeader(untouched), untouched);
-    }
-}
-
-TEST(WavHeader, ManyChannelsGetTheirSpeakers)
-{
-    EXPECT_EQ(extensibleHeader(header(1, 6, "", 2000)), header(0xFFFE, 6, extension(0x3F, pcmGuid), 2024));
-    EXPECT_EQ(extensibleHeader(header(1, 3, "", 0xFFFFFFFF)),
-              header(0xFFFE, 3, extension(0x7, pcmGuid), 0xFFFFFFFF))
-        << "the size of a stream stays unknown";
-    // What the plain form left behind the tag is replaced, not kept twice.
-    EXPECT_EQ(extensibleHeader(header(1, 4, extension(0x603, pcmGuid), 2000)),
-              header(0xFFFE, 4, extension(0x33, pcmGuid), 2000));
-    for (const auto &untouched :
-         {header(1, 2, "", 9), header(0xFFFE, 6, extension(0x60F, pcmGuid), 9), std::string("x")}) {
-        EXPECT_EQ(extensibleHeader(untouched), untouched);
-    }
 }
 
 } // namespace kruv::adapters

@@ -63,41 +63,6 @@ TEST(PackWriter, WritesTheKnownStartOfAnAob)
         EXPECT_EQ(written.packs[i].time, times[i]) << i;
 }
 
-TEST(PackWriter, FillsPacksAsFullAsTheFormatAllows)
-{
-    struct Filling
-    {
-        std::size_t audio;
-        unsigned headerBytes;
-        std::size_t padding;
-        bool operator==(const Filling &) const = default;
-    };
-    struct Case
-    {
-        unsigned bits;
-        unsigned channels;
-        Filling first;
-        Filling other;
-    };
-    const Case cases[] = {
-        {16, 1, {1984, 11, 0}, {2000, 16, 0}},  {16, 2, {1984, 11, 0}, {2000, 16, 0}},
-        {16, 3, {1980, 15, 0}, {2004, 12, 0}},  {16, 6, {1968, 10, 17}, {1992, 10, 14}},
-        {24, 1, {1980, 15, 0}, {2004, 12, 0}},  {24, 2, {1980, 15, 0}, {2004, 12, 0}},
-        {24, 3, {1980, 15, 0}, {1998, 10, 8}},  {24, 4, {1968, 10, 17}, {1992, 10, 14}},
-        {24, 5, {1980, 15, 0}, {1980, 10, 26}}, {24, 6, {1980, 15, 0}, {1980, 10, 26}},
-    };
-    for (const Case &c : cases) {
-        Bytes source;
-        const Written written = write(lpcmFormat(48000, c.bits, c.channels, 0), {5000}, source);
-        const auto filling = [&](std::size_t pack) {
-            const ReadPack &read = written.packs[pack];
-            return Filling{read.audio.size(), read.headerBytes, read.padding};
-        };
-        EXPECT_TRUE(filling(0) == c.first && filling(2) == c.other)
-            << c.bits << " bit, " << c.channels << " channels";
-    }
-}
-
 // Every sample, every clock and every pointer, over track borders and tracks of unusual lengths.
 TEST(PackWriter, KeepsAudioAndClocks)
 {

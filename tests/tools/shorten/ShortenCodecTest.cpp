@@ -6,10 +6,8 @@
 #include "common/ToolError.h"
 #include "shorten/BitWriter.h"
 #include "shorten/Decoder.h"
-#include "shorten/Differences.h"
 #include "shorten/WavEncoder.h"
 
-#include <cstdlib>
 #include <gtest/gtest.h>
 #include <random>
 
@@ -189,24 +187,6 @@ TEST(ShortenCodec, DecodesTheOtherSampleTypes)
         bits.putUnsigned(4, width::function);
         bits.finish();
         EXPECT_EQ(decoded(sink.take()), expected) << "type " << type;
-    }
-}
-
-TEST(ShortenCodec, SumsDifferencesOfLongLoudBlocks)
-{
-    std::vector<std::int32_t> samples(3 + largestBlock);
-    for (std::size_t i = 3; i < samples.size(); ++i) {
-        samples[i] = i % 2 ? 32767 : -32768;
-    }
-    const auto sums = differenceSums(samples.data() + 3, largestBlock, 0);
-    std::vector<std::int32_t> residuals(largestBlock);
-    for (unsigned order = 0; order < 4; ++order) {
-        differences(samples.data() + 3, order, 0, residuals);
-        std::uint64_t sum = 0;
-        for (const std::int32_t residual : residuals) {
-            sum += static_cast<std::uint64_t>(std::abs(std::int64_t(residual)));
-        }
-        EXPECT_EQ(sums[order], sum) << "order " << order;
     }
 }
 
