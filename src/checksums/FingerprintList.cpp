@@ -4,9 +4,9 @@
 #include "checksums/FingerprintList.h"
 
 #include "checksums/FlacFingerprint.h"
-#include "checksums/InParallel.h"
 #include "checksums/ListText.h"
 #include "platform/Resources.h"
+#include "tasks/InParallel.h"
 #include "tasks/TaskPool.h"
 #include "tasks/TextFile.h"
 #include "tasks/ToolCatalog.h"

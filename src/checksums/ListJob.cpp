@@ -3,8 +3,8 @@
 
 #include "checksums/ListJob.h"
 
-#include "checksums/InParallel.h"
 #include "platform/MainThread.h"
+#include "tasks/InParallel.h"
 #include "tasks/TaskCompletionSink.h"
 #include "tasks/TextFile.h"
 

@@ -6,8 +6,8 @@
 #include "app/PathNames.h"
 #include "app/Preferences.h"
 #include "app/UserInterface.h"
-#include "checksums/InParallel.h"
 #include "platform/UnmountedDisc.h"
+#include "tasks/InParallel.h"
 #include "tasks/KruvTaskQueue.h"
 #include "util/CDExtractSCSIProviderHelper.h"
 #include "util/DVDAuthorTask.h"
@@ -108,7 +108,7 @@ void UtilTab::findFormatInfo()
         return;
     }
     m_scanning = true;
-    const std::size_t threads = threadsForOneJob(host().preferences());
+    const std::size_t threads = threadsForOneJob(host().taskQueue().maxThreads());
     m_work.start([this, files, threads](const std::stop_token &stop) {
         std::vector<AudioFormatObject> found(static_cast<std::size_t>(files.size()));
         inParallel(

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Kruv developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "checksums/InParallel.h"
+#include "tasks/InParallel.h"
 
 #include <algorithm>
 #include <atomic>
