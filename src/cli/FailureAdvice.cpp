@@ -55,7 +55,7 @@ constexpr QStringView noise[] = {
     u"NOTE: --keep-foreign-metadata",
 };
 
-/// What flac prints besides: its banner, progress, states, and the backspaces between updates. The results
+/// What the tools print besides: banners, progress, states, and the backspaces between updates. The results
 /// hold the tool's pieces one behind the other, so these stand for the line breaks that are gone.
 const QRegularExpression &chatter()
 {
@@ -64,14 +64,20 @@ const QRegularExpression &chatter()
                        "|(testing, )?\\d+(\\.\\d+)?% complete(, ratio=\\d+\\.\\d{3})?"
                        "|(init_status|init status|state) = FLAC__[A-Z_]*[A-Z](?![a-z])"
                        "|[^\\n]*WARNING: skipping unknown chunk[^)]*\\)"
+                       "|W(V|AV)(UN)?PACK [^\\n]*\\s*Copyright[^\\n]*|(creating|restoring) [^\\n\\r]*?,(?=\\s)"
+                       "|\\s\\d+% done\\.\\.\\.|Percent Progress: \\d+"
+                       "|(Compressing \\([a-z ]+\\)|Decompressing)\\.\\.\\."
+                       "|Progress: [\\d.]+% \\([^)]*\\)"
+                       "|Converting( \\[[^\\n]*?\\] (\\([\\d:.]+\\) (--> (\\[[^\\n]*?\\] ?:?)?)?)?)?"
                        "|\\x{08}+"));
     return expression;
 }
 
 bool isNoise(QStringView line)
 {
+    static const QRegularExpression progress(QStringLiteral("^((\\d{1,3}%\\s*)*(OK|ERROR)?|.*:\\s*done)$"));
     const bool loneName = line.endsWith(u':') && !line.contains(u": ");
-    return line.isEmpty() || loneName ||
+    return line.isEmpty() || loneName || progress.match(line).hasMatch() ||
            std::ranges::any_of(noise, [line](QStringView words) { return line.startsWith(words); });
 }
 
