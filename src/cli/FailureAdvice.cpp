@@ -40,12 +40,15 @@ constexpr Hint hints[] = {
     {u"END_OF_STREAM events", "The source ends too early: it is damaged or was not copied whole."},
     {u"decoded number of samples", "The source ends too early: it is damaged or was not copied whole."},
     {u"MD5 signature mismatch", "The audio is not what was encoded: the file is damaged."},
+    {u"FLAC__STREAM_DECODER_ABORTED", "Check that the output folder's disk has space left."},
     {u"FLAC__STREAM_DECODER", "The source is damaged or is not a FLAC file."},
     {u"not a WAVE file", "The file is not the kind of audio that its name says."},
     {u"unsupported number of channels", "flac can't take this number of channels from this kind of file."},
     {u"'data' chunk has size of 0", "The source holds no audio."},
     {u"'SSND' chunk has size <= 8", "The source holds no audio."},
     {u"unsupported format type", "The source holds a kind of audio that this format can't take."},
+    {u"error while transferring",
+     "Check that the source is whole and the output folder's disk has space left."},
     {u"unknown file type", "The file is not the kind of audio that its name says."},
 };
 
@@ -59,17 +62,18 @@ constexpr QStringView noise[] = {
 /// hold the tool's pieces one behind the other, so these stand for the line breaks that are gone.
 const QRegularExpression &chatter()
 {
-    static const QRegularExpression expression(
-        QStringLiteral("flac \\d\\S*\\s*Copyright[\\s\\S]*?Type `flac' for details\\."
-                       "|(testing, )?\\d+(\\.\\d+)?% complete(, ratio=\\d+\\.\\d{3})?"
-                       "|(init_status|init status|state) = FLAC__[A-Z_]*[A-Z](?![a-z])"
-                       "|[^\\n]*WARNING: skipping unknown chunk[^)]*\\)"
-                       "|W(V|AV)(UN)?PACK [^\\n]*\\s*Copyright[^\\n]*|(creating|restoring) [^\\n\\r]*?,(?=\\s)"
-                       "|\\s\\d+% done\\.\\.\\.|Percent Progress: \\d+"
-                       "|(Compressing \\([a-z ]+\\)|Decompressing)\\.\\.\\."
-                       "|Progress: [\\d.]+% \\([^)]*\\)"
-                       "|Converting( \\[[^\\n]*?\\] (\\([\\d:.]+\\) (--> (\\[[^\\n]*?\\] ?:?)?)?)?)?"
-                       "|\\x{08}+"));
+    static const QRegularExpression expression(QStringLiteral(
+        "flac \\d\\S*\\s*Copyright[\\s\\S]*?Type `flac' for details\\."
+        "|(testing, )?\\d+(\\.\\d+)?% complete(, ratio=\\d+\\.\\d{3})?"
+        "|(init_status|init status|state) = FLAC__[A-Z_]*[A-Z](?![a-z])"
+        "|[^\\n]*WARNING: skipping unknown chunk[^)]*\\)"
+        "|W(V|AV)(UN)?PACK [^\\n]*\\s*Copyright[^\\n]*|(creating|restoring) [^\\n\\r]*?,(?=\\s)"
+        "|\\d+% done\\.\\.\\.|(created|restored) [^\\n\\r]* in [\\d.]+ secs \\([^)]*\\)|Percent Progress: "
+        "\\d+"
+        "|(Compressing \\([a-z ]+\\)|Decompressing)\\.\\.\\."
+        "|Progress: [\\d.]+% \\([^)]*\\)"
+        "|Converting( \\[[^\\n]*?\\] (\\([\\d:.]+\\) (--> (\\[[^\\n]*?\\] ?:?)?)?)?)?"
+        "|\\x{08}+"));
     return expression;
 }
 
