@@ -106,6 +106,7 @@ constexpr QStringView chatterPatterns[] = {
 /// gone.
 const QRegularExpression &chatter()
 {
+<<<<<<< HEAD
     static const QRegularExpression expression = [] {
         QStringList patterns;
         for (const QStringView pattern : chatterPatterns) {
@@ -113,6 +114,20 @@ const QRegularExpression &chatter()
         }
         return QRegularExpression(patterns.join(u'|'));
     }();
+=======
+    static const QRegularExpression expression(QStringLiteral(
+        "flac \\d\\S*\\s*Copyright[\\s\\S]*?Type `flac' for details\\."
+        "|(testing, )?\\d+(\\.\\d+)?% complete(, ratio=\\d+\\.\\d{3})?"
+        "|(init_status|init status|state) = FLAC__[A-Z_]*[A-Z](?![a-z])"
+        "|[^\\n]*WARNING: skipping unknown chunk[^)]*\\)"
+        "|W(V|AV)(UN)?PACK [^\\n]*\\s*Copyright[^\\n]*|(creating|restoring) [^\\n\\r]*?,(?=\\s)"
+        "|\\d+% done\\.\\.\\.|(created|restored) [^\\n\\r]* in [\\d.]+ secs \\([^)]*\\)|Percent Progress: "
+        "\\d+"
+        "|(Compressing \\([a-z ]+\\)|Decompressing)\\.\\.\\."
+        "|Progress: [\\d.]+% \\([^)]*\\)"
+        "|Converting( \\[[^\\n]*?\\] (\\([\\d:.]+\\) (--> (\\[[^\\n]*?\\] ?:?)?)?)?)?"
+        "|\\x{08}+"));
+>>>>>>> staged
     return expression;
 }
 
