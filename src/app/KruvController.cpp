@@ -97,10 +97,13 @@ bool KruvController::isValidFile(const QString &tabLabel, const QString &path) c
     if (fileType.isEmpty() || listHas(tabLabel, fileType)) {
         return !fileType.isEmpty();
     }
-    const bool takesPcm = listHas(tabLabel, QStringLiteral("WAV")) ||
-                          listHas(tabLabel, QStringLiteral("AIF")) ||
-                          listHas(tabLabel, QStringLiteral("AIFF"));
-    return takesPcm && CoreAudioHelper::isAiffOrWav(path);
+    // Whatever the name says: what the file holds is one of the tab's types.
+    const bool takesWav = listHas(tabLabel, QStringLiteral("WAV"));
+    const bool takesAiff =
+        listHas(tabLabel, QStringLiteral("AIF")) || listHas(tabLabel, QStringLiteral("AIFF"));
+    return takesWav && takesAiff
+               ? CoreAudioHelper::isAiffOrWav(path)
+               : (takesWav && CoreAudioHelper::isWav(path)) || (takesAiff && CoreAudioHelper::isAiff(path));
 }
 
 KruvController::Intake KruvController::getFiles(const QStringList &paths, const std::stop_token &stop)

@@ -127,6 +127,10 @@ void CodecFileWriter::chooseAac()
     if (!takeOwnLayout(*m_encoder, channels)) {
         av_channel_layout_default(&m_encoder->ch_layout, channels);
     }
+    if (channels == 3) {
+        // By default the third would be an LFE, which the encoder cuts to its lowest tones.
+        setChannelLayout(AV_CH_LAYOUT_SURROUND);
+    }
     m_encoder->sample_fmt = codec->sample_fmts[0];
 }
 
@@ -174,6 +178,11 @@ void CodecFileWriter::openContainer(bool empty)
     stream->time_base = m_encoder->time_base;
     avcodec_parameters_from_context(stream->codecpar, m_encoder.get());
     AVDictionary *options = nullptr;
+    // Lengths to the frame; milliseconds otherwise.
+    av_dict_set_int(&options, "movie_timescale", m_encoder->sample_rate, 0);
+    if (m_format.formatType == FormatType::AppleLossless) {
+        av_dict_set(&options, "use_editlist", "0", 0); // nothing to leave out
+    }
     if (empty) {
         // A track without samples is left out otherwise.
         av_dict_set(&options, "movflags", "empty_moov", 0);

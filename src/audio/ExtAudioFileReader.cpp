@@ -26,7 +26,7 @@ Kind kindOf(std::string_view start)
     if (first == "RIFF" || first == "RF64" || first == "FORM") {
         return Kind::Pcm;
     }
-    if (first == "riff" || first == "BW64" || first == "caff") {
+    if (first == "BW64") {
         return Kind::Codec;
     }
     constexpr std::array<std::string_view, 6> boxes{"ftyp", "moov", "mdat", "free", "skip", "wide"};
@@ -61,7 +61,7 @@ std::unique_ptr<ExtAudioFileReader> ExtAudioFileReader::open(const QString &path
         break;
     }
     throw AudioError(QStringLiteral("ExtAudioFileOpenURL failed typ?"),
-                     QStringLiteral("This is no WAV, AIFF, CAF or MPEG-4 file."));
+                     QStringLiteral("This is no WAV, AIFF or MPEG-4 file."));
 }
 
 void ExtAudioFileReader::setClientFormat(const AudioStreamFormat &format)

@@ -16,7 +16,9 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <fileref.h>
 #include <gtest/gtest.h>
+#include <tag.h>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -98,9 +100,9 @@ TEST_F(LossyConversion, KeepsLengthTagsAndPicture)
 
     EXPECT_EQ(encode(u"Opus"_s, {source}), QString());
     EXPECT_EQ(decodedFrames(base + u".opus"_s), frames * 48'000 / 44'100 + 1);
-    const auto opusTags = probedTags(base + u".opus"_s);
-    EXPECT_EQ(opusTags.value(u"title"_s), original->titleText());
-    EXPECT_EQ(opusTags.value(u"artist"_s), original->artistText());
+    const TagLib::FileRef opus(QFile::encodeName(base + u".opus"_s).constData());
+    EXPECT_EQ(QString::fromUtf8(opus.tag()->title().toCString(true)), original->titleText());
+    EXPECT_EQ(QString::fromUtf8(opus.tag()->artist().toCString(true)), original->artistText());
 
     tab.aacMatrix().select(3);
     EXPECT_EQ(encode(u"AAC"_s, {source}), QString());
