@@ -50,10 +50,10 @@ constexpr Hint hints[] = {
     {u"the source is damaged", "The source ends too early: it is damaged or was not copied whole."},
     {u"Error writing mp3 output", "Free some space on the output folder's disk and try again."},
     {u"child encoder process", "The encoder stopped: check that the output folder's disk has space left."},
-    {u"error while transferring",
-     "The source is damaged or was not copied whole, or the output folder's disk is full."},
     {u"write failed", "Free some space on the output folder's disk and try again."},
     {u"there is no HE-AAC of", "Choose a bit rate that suits this source."},
+    {u"error while transferring",
+     "Check that the source is whole and the output folder's disk has space left."},
     {u"unknown file type", "The file is not the kind of audio that its name says."},
 };
 
@@ -63,30 +63,37 @@ constexpr QStringView noise[] = {
     u"NOTE: --keep-foreign-metadata",
 };
 
-/// What flac prints besides: its banner, progress, states, and the backspaces between updates. The results
+/// What the tools print besides: banners, progress, states, and the backspaces between updates. The results
 /// hold the tool's pieces one behind the other, so these stand for the line breaks that are gone.
 const QRegularExpression &chatter()
 {
-    static const QRegularExpression expression(
-        QStringLiteral("flac \\d\\S*\\s*Copyright[\\s\\S]*?Type `flac' for details\\."
-                       "|(testing, )?\\d+(\\.\\d+)?% complete(, ratio=\\d+\\.\\d{3})?"
-                       "|(init_status|init status|state) = FLAC__[A-Z_]*[A-Z](?![a-z])"
-                       "|[^\\n]*WARNING: skipping unknown chunk[^)]*\\)"
-                       // lame: its header, and the progress and histogram that it draws over and over.
-                       "|LAME \\d[\\s\\S]*?(qval=\\d+|\\(q=[\\d.]+\\))|[^\\n]*\\x{1B}\\[[AK]"
-                       "|\\r +Frame [^\\n]*|\\s*\\d+/ *\\d* +\\( *\\d+%\\)\\|[^\\n]*"
-                       // opusenc and opusdec: their headers with the tags, and their progress.
-                       "|opusenc\\n--[\\s\\S]*?Preskip: \\d+|Decoding to \\d+ "
-                       "Hz[^\\n]*(\\n[^\\n]*=[^\\n]*|\\nEncoded with[^\\n]*)*"
-                       "|\\r *\\[[-\\\\|/]\\] [^\\r\\n]*|\\rDecoding complete\\. *"
-                       "|\\x{08}+"));
+    static const QRegularExpression expression(QStringLiteral(
+        "flac \\d\\S*\\s*Copyright[\\s\\S]*?Type `flac' for details\\."
+        "|(testing, )?\\d+(\\.\\d+)?% complete(, ratio=\\d+\\.\\d{3})?"
+        "|(init_status|init status|state) = FLAC__[A-Z_]*[A-Z](?![a-z])"
+        "|[^\\n]*WARNING: skipping unknown chunk[^)]*\\)"
+        "|W(V|AV)(UN)?PACK [^\\n]*\\s*Copyright[^\\n]*|(creating|restoring) [^\\n\\r]*?,(?=\\s)"
+        "|\\d+% done\\.\\.\\.|(created|restored) [^\\n\\r]* in [\\d.]+ secs \\([^)]*\\)|Percent Progress: "
+        "\\d+"
+        "|(Compressing \\([a-z ]+\\)|Decompressing)\\.\\.\\."
+        "|Progress: [\\d.]+% \\([^)]*\\)"
+        "|Converting( \\[[^\\n]*?\\] (\\([\\d:.]+\\) (--> (\\[[^\\n]*?\\] ?:?)?)?)?)?"
+        // lame: its header, and the progress and histogram that it draws over and over.
+        "|LAME \\d[\\s\\S]*?(qval=\\d+|\\(q=[\\d.]+\\))|[^\\n]*\\x{1B}\\[[AK]"
+        "|\\r +Frame [^\\n]*|\\s*\\d+/ *\\d* +\\( *\\d+%\\)\\|[^\\n]*"
+        // opusenc and opusdec: their headers with the tags, and their progress.
+        "|opusenc\\n--[\\s\\S]*?Preskip: \\d+"
+        "|Decoding to \\d+ Hz[^\\n]*(\\n[^\\n]*=[^\\n]*|\\nEncoded with[^\\n]*)*"
+        "|\\r *\\[[-\\\\|/]\\] [^\\r\\n]*|\\rDecoding complete\\. *"
+        "|\\x{08}+"));
     return expression;
 }
 
 bool isNoise(QStringView line)
 {
+    static const QRegularExpression progress(QStringLiteral("^((\\d{1,3}%\\s*)*(OK|ERROR)?|.*:\\s*done)$"));
     const bool loneName = line.endsWith(u':') && !line.contains(u": ");
-    return line.isEmpty() || loneName ||
+    return line.isEmpty() || loneName || progress.match(line).hasMatch() ||
            std::ranges::any_of(noise, [line](QStringView words) { return line.startsWith(words); });
 }
 

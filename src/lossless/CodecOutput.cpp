@@ -12,12 +12,6 @@ namespace {
 
 constexpr QChar escape(0x1B);
 
-QString withoutName(QStringView piece, QStringView name)
-{
-    QString text = piece.toString();
-    return name.isEmpty() ? text : text.remove(name.toString());
-}
-
 void setPercentage(Piece &result, double percentage)
 {
     result.percentage = percentage;
@@ -50,9 +44,11 @@ Piece wavpack(QStringView piece, QStringView name)
         }
         setPercentage(result, ToolOutput::leadingNumber(number));
     }
-    const QString ownText = withoutName(piece, name);
-    result.outputExists = ownText.contains(u"overwrite") && ownText.contains(u"(yes/no/all)?");
-    result.failed = result.outputExists || ownText.contains(u"couldn't read all samples");
+    constexpr QStringView question = u"(yes/no/all)?";
+    constexpr QStringView shortInput = u"couldn't read all samples";
+    result.outputExists =
+        piece.contains(u"overwrite") && piece.contains(question) && !name.contains(question);
+    result.failed = result.outputExists || (piece.contains(shortInput) && !name.contains(shortInput));
     result.results = piece.toString();
     return result;
 }

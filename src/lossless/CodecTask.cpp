@@ -25,6 +25,7 @@ bool CodecTask::runStep(const ToolStep &step, const CodecCommandLine::Request &r
     m_outputIsForeign = QFile::exists(request.output);
     const bool done = runTool(toolPath(QString::fromLatin1(step.tool)), step.arguments(request),
                               [&](const QString &text) { take(step, step.read(text, name)); });
+    appendResults(QStringLiteral("\n")); // what follows is another tool's
     if (!done && step.writesInPlace && !m_outputIsForeign) {
         QFile::remove(request.output);
     }

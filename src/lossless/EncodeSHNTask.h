@@ -18,6 +18,13 @@ public:
     {
         setResults(std::move(results));
     }
+
+protected:
+    QString encoderLimits() const override
+    {
+        return QStringLiteral(
+            "Shorten holds 8 or 16 bits a sample; other audio, or a full disk, stops its encoder.\n");
+    }
 };
 
 } // namespace kruv

@@ -252,6 +252,9 @@ std::shared_ptr<KruvTask> EncodeTab::encodeFLAC(const QString &fileName, const Q
     if (type == u"WV") {
         return std::make_shared<EncodeWavpackToFlacTask>(queue, fileName, outputPath, level, verify, results);
     }
+    if (type == u"TTA") {
+        return nullptr; // flac would take it for raw samples
+    }
     const FlacCommandLine::EncodeRequest request{
         .source = fileName,
         .output = PathNames::outputPath(outputPath, fileName, QStringLiteral("flac")),

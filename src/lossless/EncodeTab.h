@@ -39,7 +39,7 @@ public:
     /// True when any of `inputFiles` is among `outputFiles`.
     static bool isFileClash(const QStringList &inputFiles, const QStringList &outputFiles);
 
-    /// The job that makes FLAC of one source: which one, its type decides.
+    /// The job that makes FLAC of one source: which one, its type decides. Null for TTA.
     std::shared_ptr<KruvTask> encodeFLAC(const QString &fileName, const QString &outputPath,
                                          const std::shared_ptr<KruvTaskResults> &results, bool overwrite);
     std::shared_ptr<KruvTask> encodeSHN(const QString &fileName, const QString &outputPath,

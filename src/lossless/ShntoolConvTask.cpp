@@ -54,12 +54,16 @@ void ShntoolConvTask::processTaskOutput(const QString &text)
     setTextFieldString(title());
     publish(&KruvTask::setCombinedStatus);
     appendResults(piece.results);
+    m_encoderFailed = m_encoderFailed || text.contains(u"child encoder process");
 }
 
 void ShntoolConvTask::cleanup()
 {
     if (!error() && !cancelled()) {
         copyTags();
+    }
+    if (error() && m_encoderFailed) {
+        appendResults(encoderLimits());
     }
     if (!OutputWatch::isSameFile(m_fileName, m_outFile)) {
         OriginalFile::deleteAfterSuccess(*this, m_fileName, m_output);

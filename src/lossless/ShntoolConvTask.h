@@ -27,6 +27,8 @@ protected:
     void cleanup() override;
     /// Runs before the source may be deleted. What it throws fails the job.
     virtual void copyTags() {}
+    /// Why the encoder may have refused the audio. shntool keeps the encoder's own words to itself.
+    virtual QString encoderLimits() const { return {}; }
 
 private:
     const QString m_fileName;
@@ -34,6 +36,7 @@ private:
     const QString m_progress;
     const CodecOutput::Reader m_read;
     OutputWatch m_output;
+    bool m_encoderFailed = false;
 };
 
 } // namespace kruv

@@ -17,6 +17,7 @@
 
 #include <exception>
 #include <stdexcept>
+#include <unistd.h>
 
 namespace kruv {
 
@@ -43,6 +44,18 @@ private:
     bool m_asked = false;
     QDeadlineTimer m_patience;
 };
+
+/// Takes the tool out of the terminal's hands. It has nobody to ask: a question is a failure here. And some
+/// tools end at Ctrl-C even where it was ignored for them, which would pass for a failure.
+void detachFromTerminal(QProcess &process)
+{
+    process.setInputChannelMode(QProcess::ManagedInputChannel);
+    process.setStandardInputFile(QProcess::nullDevice());
+    process.setChildProcessModifier([inherited = process.childProcessModifier()] {
+        inherited();
+        setpgid(0, 0);
+    });
+}
 
 } // namespace
 
@@ -113,6 +126,7 @@ bool StagedTask::runTool(const QString &launchPath, const QStringList &arguments
         process.setWorkingDirectory(folder);
     }
     ToolEnvironment::prepare(process);
+    detachFromTerminal(process);
     process.start(directProgram(launchPath, arguments), arguments, QIODevice::ReadOnly);
     if (!process.waitForStarted(-1)) {
         throw std::runtime_error(
