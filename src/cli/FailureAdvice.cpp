@@ -48,6 +48,7 @@ constexpr Hint hints[] = {
     {u"decoded number of samples", "The source ends too early: it is damaged or was not copied whole."},
     {u"MD5 signature mismatch", "The audio is not what was encoded: the file is damaged."},
     {u"FLAC__STREAM_DECODER_ABORTED", "Check that the output folder's disk has space left."},
+    {u"FLAC__STREAM_DECODER_ABORTED", "Check that the output folder's disk has space left."},
     {u"FLAC__STREAM_DECODER", "The source is damaged or is not a FLAC file."},
     {u"not a WAVE file", "The file is not the kind of audio that its name says."},
     {u"unsupported number of channels", "flac can't take this number of channels from this kind of file."},
@@ -58,7 +59,7 @@ constexpr Hint hints[] = {
     {u"Error writing mp3 output", "Free some space on the output folder's disk and try again."},
     {u"child encoder process", "The encoder stopped: check that the output folder's disk has space left."},
     {u"error while transferring",
-     "The source is damaged or was not copied whole, or the output folder's disk is full."},
+     "Check that the source is whole and the output folder's disk has space left."},
     {u"write failed", "Free some space on the output folder's disk and try again."},
     {u"there is no HE-AAC of", "Choose a bit rate that suits this source."},
     {u"unknown file type", "The file is not the kind of audio that its name says."},
@@ -81,7 +82,8 @@ constexpr QStringView chatterPatterns[] = {
     // wavpack and wvunpack
     u"W(V|AV)(UN)?PACK [^\\n]*\\s*Copyright[^\\n]*",
     u"(creating|restoring) [^\\n\\r]*?,(?=\\s)",
-    u"\\s\\d+% done\\.\\.\\.",
+    u"\\d+% done\\.\\.\\.",
+    u"(created|restored) [^\\n\\r]* in [\\d.]+ secs \\([^)]*\\)",
     // ttaenc and mac
     u"Percent Progress: \\d+",
     u"(Compressing \\([a-z ]+\\)|Decompressing)\\.\\.\\.",
@@ -106,7 +108,6 @@ constexpr QStringView chatterPatterns[] = {
 /// gone.
 const QRegularExpression &chatter()
 {
-<<<<<<< HEAD
     static const QRegularExpression expression = [] {
         QStringList patterns;
         for (const QStringView pattern : chatterPatterns) {
@@ -114,20 +115,6 @@ const QRegularExpression &chatter()
         }
         return QRegularExpression(patterns.join(u'|'));
     }();
-=======
-    static const QRegularExpression expression(QStringLiteral(
-        "flac \\d\\S*\\s*Copyright[\\s\\S]*?Type `flac' for details\\."
-        "|(testing, )?\\d+(\\.\\d+)?% complete(, ratio=\\d+\\.\\d{3})?"
-        "|(init_status|init status|state) = FLAC__[A-Z_]*[A-Z](?![a-z])"
-        "|[^\\n]*WARNING: skipping unknown chunk[^)]*\\)"
-        "|W(V|AV)(UN)?PACK [^\\n]*\\s*Copyright[^\\n]*|(creating|restoring) [^\\n\\r]*?,(?=\\s)"
-        "|\\d+% done\\.\\.\\.|(created|restored) [^\\n\\r]* in [\\d.]+ secs \\([^)]*\\)|Percent Progress: "
-        "\\d+"
-        "|(Compressing \\([a-z ]+\\)|Decompressing)\\.\\.\\."
-        "|Progress: [\\d.]+% \\([^)]*\\)"
-        "|Converting( \\[[^\\n]*?\\] (\\([\\d:.]+\\) (--> (\\[[^\\n]*?\\] ?:?)?)?)?)?"
-        "|\\x{08}+"));
->>>>>>> staged
     return expression;
 }
 

@@ -54,7 +54,9 @@ std::optional<double> aacplusenc(QStringView piece)
 
 std::optional<double> opusenc(QStringView piece)
 {
-    return piece.contains(u"realtime") ? lastPercentage(piece) : std::nullopt;
+    const qsizetype drawing = piece.lastIndexOf(u"] "); // a bar that turns: [|] [/] [-]
+    const QStringView update = drawing < 0 ? QStringView() : piece.sliced(drawing);
+    return lastPercentage(update.left(update.indexOf(u'%') + 1));
 }
 
 std::optional<double> shntool(QStringView piece)

@@ -1,0 +1,179 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "lossy/LossyTab.h"
+
+#include "support/Audio.h"
+#include "support/EnvironmentVariable.h"
+#include "support/QtPrinters.h"
+#include "support/Session.h"
+
+#include <QFile>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace kruv::test {
+
+namespace {
+
+const QString chooseAnother =
+    u"One of the output files already exists and will be overwritten.  Select a different output directory?"_s;
+
+struct LossyTabTest : testing::Test
+{
+    Session session;
+    LossyTab &tab = session.controller.lossyTab();
+    ScriptedUserInterface &person = session.person;
+
+    /// Names of the controls that are shown; a control that is hidden must be disabled, and the other way
+    /// round.
+    QString shown()
+    {
+        const std::pair<const char *, Control *> controls[] = {
+            {"mp3", &tab.mp3Matrix()},
+            {"aac", &tab.aacMatrix()},
+            {"opus", &tab.opusMatrix()},
+            {"rate", &tab.comboBox()},
+            {"slider", &tab.slider()},
+            {"stepper", &tab.stepper()},
+            {"frame", &tab.opusFrameSizeCombo()},
+        };
+        QStringList names;
+        for (const auto &[name, control] : controls) {
+            EXPECT_EQ(control->isHidden(), !control->isEnabled()) << name;
+            if (!control->isHidden()) {
+                names.append(QString::fromLatin1(name));
+            }
+        }
+        EXPECT_EQ(tab.bitrateTextField().isHidden(), tab.comboBox().isHidden());
+        return names.join(u' ');
+    }
+};
+
+} // namespace
+
+TEST_F(LossyTabTest, ShowsWhatBelongsToFormatAndMode)
+{
+    EXPECT_EQ(tab.opusFrameSizeLevel(), 20.0);
+    const struct
+    {
+        int format;
+        ChoiceControl &modes;
+        QStringList shown; // by mode
+    } rows[] = {
+        {0, tab.mp3Matrix(), {u"mp3 rate"_s, u"mp3 rate"_s, u"mp3 slider"_s}},
+        {1, tab.aacMatrix(), {u"aac rate"_s, u"aac rate"_s, u"aac rate"_s, u"aac stepper"_s}},
+        {2, tab.aacMatrix(), {u"rate"_s, u"rate"_s, u"rate"_s, u"rate"_s}},
+        {3, tab.opusMatrix(), {u"opus rate frame"_s, u"opus rate frame"_s, u"opus rate frame"_s}},
+    };
+    for (const auto &row : rows) {
+        tab.outputFormatMatrix().select(row.format);
+        for (int mode = 0; mode < row.shown.size(); ++mode) {
+            row.modes.select(mode);
+            EXPECT_EQ(shown(), row.shown[mode]) << row.format << " " << mode;
+            EXPECT_EQ(tab.comboBox().items().first(), row.format == 2 ? u"24"_s : u"96"_s);
+        }
+    }
+}
+
+TEST_F(LossyTabTest, CorrectsBitRatesAndRemembersValues)
+{
+    const struct
+    {
+        QString typed;
+        int format;
+        QString becomes;
+    } rows[] = {{u"48"_s, 0, u"256"_s}, {u"320"_s, 2, u"60"_s}, {u"61"_s, 2, u"60"_s},
+                {u"60"_s, 2, u"60"_s},  {u"79"_s, 3, u"256"_s}, {u"80"_s, 3, u"80"_s},
+                {u""_s, 2, u"60"_s},    {u"999"_s, 1, u"999"_s}};
+    for (const auto &row : rows) {
+        tab.outputFormatMatrix().select(row.format == 1 ? 0 : 1);
+        tab.comboBox().setText(row.typed);
+        tab.outputFormatMatrix().select(row.format);
+        EXPECT_EQ(tab.comboBox().text(), row.becomes) << row.format;
+    }
+    for (const auto &[typed, becomes] :
+         {std::pair{u"127"_s, u"127"_s}, {u"128"_s, u"127"_s}, {u"5x"_s, u"127"_s}, {u"0"_s, u"0"_s}}) {
+        tab.stepperTextField().setText(typed);
+        EXPECT_EQ(tab.stepperTextField().text(), becomes);
+        EXPECT_EQ(tab.stepperLevel(), becomes.toInt());
+    }
+    tab.slider().setValue(9);
+    tab.opusFrameSizeCombo().select(0);
+    tab.outputFormatMatrix().select(2);
+    tab.comboBox().setText(u"32"_s);
+    KruvController again(session.preferences, person, nullptr);
+    LossyTab &next = again.lossyTab();
+    EXPECT_EQ(next.outputFormatMatrix().selectedTitle(), u"HE-AAC"_s);
+    EXPECT_EQ(next.comboLevel(), 32);
+    EXPECT_EQ(next.sliderLevel(), 9);
+    EXPECT_EQ(next.stepperTextField().text(), u"0"_s);
+    EXPECT_EQ(next.opusFrameSizeLevel(), 2.5);
+}
+
+TEST_F(LossyTabTest, AsksBeforeM4aFilesAreReplaced)
+{
+    const QString source = session.folder.write(u"music/a.wav"_s, "x");
+    const QString there = session.folder.write(u"music/a.m4a"_s, "kept");
+    tab.outputFormatMatrix().select(1);
+    tab.addFiles({source});
+    person.textAnswers = {session.music};
+    tab.executeCommand();
+    tab.sourceEncodeButton().setOn(true);
+    person.buttonAnswers = {0};
+    tab.executeCommand();
+    EXPECT_EQ(person.alerts,
+              (std::vector<ScriptedUserInterface::Alert>{{chooseAnother, QString(), u"OK"_s}}));
+    ASSERT_EQ(person.questions.size(), 1U);
+    EXPECT_EQ(person.questions[0].buttons, (QStringList{u"No"_s, u"Yes"_s}));
+    EXPECT_EQ(tab.fileList().count(), 1);
+    person.buttonAnswers = {1};
+    tab.executeCommand();
+    EXPECT_TRUE(session.runToEnd());
+    EXPECT_TRUE(tab.fileList().isEmpty());
+    EXPECT_TRUE(session.ended.at(0).error) << "a WAV file that is none";
+    EXPECT_EQ(readFile(there), "kept");
+}
+
+// Each tool is a script that writes its arguments down.
+TEST_F(LossyTabTest, BuildsJobsOfWhatWasChosen)
+{
+    const QString resources = session.folder.makeFolder(u"resources"_s);
+    const QString log = session.folder.file(u"log"_s);
+    for (const char *tool : {"lame", "opusenc"}) {
+        const QString path = session.folder.write(u"resources/"_s + QLatin1StringView(tool),
+                                                  "#!/bin/sh\n(IFS='|'; echo \"$*\") >>" + log.toUtf8());
+        QFile::setPermissions(path, QFile::ReadOwner | QFile::ExeOwner);
+    }
+    const EnvironmentVariable variable("KRUV_RESOURCES", resources.toUtf8());
+    KruvController other(session.preferences, person, nullptr);
+    LossyTab &tools = other.lossyTab();
+    session.preferences.setValue(u"lameStereoOption"_s, 0);
+    session.preferences.setValue(u"lameQValue"_s, 2);
+    writeWav(session.music + u"/a.wav"_s, {.frames = 100});
+    const auto encode = [&](const QString &format, ChoiceControl &modes, int mode) {
+        tools.outputFormatMatrix().selectTitle(format);
+        modes.select(mode);
+        tools.addFiles({session.music + u"/a.wav"_s});
+        tools.sourceEncodeButton().setOn(true);
+        tools.executeCommand();
+        EXPECT_TRUE(waitUntil([&] { return other.taskQueue().taskCount() == 0; }));
+        TaskPool::drain();
+        const QString line = QString::fromUtf8(readFile(log)).remove(session.music).trimmed();
+        QFile::remove(log);
+        return line;
+    };
+    tools.slider().setValue(7);
+    tools.comboBox().setText(u"128"_s);
+    EXPECT_EQ(encode(u"LAME MP3"_s, tools.mp3Matrix(), 2), u"--brief|-m|s|-q|2|-V|7|/a.wav|/a.mp3"_s);
+    tools.opusFrameSizeCombo().select(5);
+    EXPECT_EQ(encode(u"Opus"_s, tools.opusMatrix(), 1),
+              u"--cvbr|--bitrate|128|--framesize|60|/a.wav|/a.opus"_s);
+    tools.outputFormatMatrix().selectTitle(u"HE-AAC"_s);
+    EXPECT_TRUE(tools.missingToolText().text().contains(u"apt-get install libfdk-aac-dev"));
+    EXPECT_FALSE(tools.missingToolText().isHidden());
+}
+
+} // namespace kruv::test
