@@ -17,17 +17,29 @@ function __kruv_checksum_first
     test (count $words) -eq 2; and test "$words[2]" = checksum
 end
 
+function __kruv_util_first
+    set -l words (commandline -opc)
+    test (count $words) -eq 2; and test "$words[2]" = util
+end
+
 complete -c kruv -n __kruv_first -l help -s h -d 'Print help'
 complete -c kruv -n __kruv_first -l version -d 'Print the version'
-complete -c kruv -n __kruv_first -l tab -x -a 'decode encode checksum about' -d 'Open the window on this tab'
+complete -c kruv -n __kruv_first -l tab -x -a 'decode encode checksum util about' -d 'Open the window on this tab'
 complete -c kruv -n __kruv_first -a encode -d 'Make FLAC of WAV and AIFF files, tags included'
 complete -c kruv -n __kruv_first -a decode -d 'Make WAV or AIFF of FLAC files'
 complete -c kruv -n __kruv_first -a verify -d 'Test audio files with their own codec, and verify checksum lists'
 complete -c kruv -n __kruv_first -a checksum -d 'Create or verify MD5, fingerprint and shntool lists'
+complete -c kruv -n __kruv_first -a util -d 'Rename, add replay gain, convert sample rates, extract discs, make DVD-Audio images'
 complete -c kruv -n __kruv_first -a tools -d 'List the external tools'
 complete -c kruv -n __kruv_first -a demo -d 'Make a short album, encode it, verify it, and show what was done'
 complete -c kruv -n __kruv_checksum_first -x -a create -d 'Write a checksum list over audio files'
 complete -c kruv -n __kruv_checksum_first -x -a verify -d 'Verify checksum lists'
+complete -c kruv -n __kruv_util_first -x -a rename -d 'Give files one prefix and their number, where they are, all or none'
+complete -c kruv -n __kruv_util_first -x -a replay-gain -d 'Add replay gain to FLAC files, album gain a folder, or remove it'
+complete -c kruv -n __kruv_util_first -x -a resample -d 'Convert WAV and AIFF files to another sample rate'
+complete -c kruv -n __kruv_util_first -x -a de-emphasis -d 'Take the pre-emphasis of some early discs out of WAV and AIFF files'
+complete -c kruv -n __kruv_util_first -x -a dvd-audio -d 'Make a DVD-Audio image of files of one format'
+complete -c kruv -n __kruv_util_first -x -a extract-cd -d 'Extract tracks of an audio disc to WAV files, with a log'
 
 complete -c kruv -n '__kruv_in encode' -s h -l help -d 'Print this help message and exit'
 complete -c kruv -n '__kruv_in encode' -s j -l jobs -x -d 'Jobs at once (default: the preference, 2 at first)'
@@ -80,6 +92,56 @@ complete -c kruv -n '__kruv_in checksum verify' -s j -l jobs -x -d 'Jobs at once
 complete -c kruv -n '__kruv_in checksum verify' -s q -l quiet -d 'Say nothing but errors and results'
 complete -c kruv -n '__kruv_in checksum verify' -l json -d 'One JSON object a line on standard output'
 complete -c kruv -n '__kruv_in checksum verify' -l no-color -d 'No colours (the same as setting NO_COLOR)'
+
+complete -c kruv -n '__kruv_in util rename' -s h -l help -d 'Print this help message and exit'
+complete -c kruv -n '__kruv_in util rename' -s j -l jobs -x -d 'Jobs at once (default: the preference, 2 at first)'
+complete -c kruv -n '__kruv_in util rename' -s q -l quiet -d 'Say nothing but errors and results'
+complete -c kruv -n '__kruv_in util rename' -l json -d 'One JSON object a line on standard output'
+complete -c kruv -n '__kruv_in util rename' -l no-color -d 'No colours (the same as setting NO_COLOR)'
+complete -c kruv -n '__kruv_in util rename' -l prefix -x -d 'What the new names start with'
+
+complete -c kruv -n '__kruv_in util replay-gain' -s h -l help -d 'Print this help message and exit'
+complete -c kruv -n '__kruv_in util replay-gain' -s j -l jobs -x -d 'Jobs at once (default: the preference, 2 at first)'
+complete -c kruv -n '__kruv_in util replay-gain' -s q -l quiet -d 'Say nothing but errors and results'
+complete -c kruv -n '__kruv_in util replay-gain' -l json -d 'One JSON object a line on standard output'
+complete -c kruv -n '__kruv_in util replay-gain' -l no-color -d 'No colours (the same as setting NO_COLOR)'
+complete -c kruv -n '__kruv_in util replay-gain' -l remove -d 'Take the replay gain out'
+
+complete -c kruv -n '__kruv_in util resample' -s h -l help -d 'Print this help message and exit'
+complete -c kruv -n '__kruv_in util resample' -s j -l jobs -x -d 'Jobs at once (default: the preference, 2 at first)'
+complete -c kruv -n '__kruv_in util resample' -s q -l quiet -d 'Say nothing but errors and results'
+complete -c kruv -n '__kruv_in util resample' -l json -d 'One JSON object a line on standard output'
+complete -c kruv -n '__kruv_in util resample' -l no-color -d 'No colours (the same as setting NO_COLOR)'
+complete -c kruv -n '__kruv_in util resample' -l rate -x -a '44.1 48 88.2 96 176.4 192' -d 'Sample rate in kHz: 44.1, 48, 88.2, 96, 176.4 or 192'
+complete -c kruv -n '__kruv_in util resample' -s o -l output -x -a '(__fish_complete_directories)' -d 'Folder that the output goes into'
+complete -c kruv -n '__kruv_in util resample' -l overwrite -d 'Replace outputs that are there already'
+
+complete -c kruv -n '__kruv_in util de-emphasis' -s h -l help -d 'Print this help message and exit'
+complete -c kruv -n '__kruv_in util de-emphasis' -s j -l jobs -x -d 'Jobs at once (default: the preference, 2 at first)'
+complete -c kruv -n '__kruv_in util de-emphasis' -s q -l quiet -d 'Say nothing but errors and results'
+complete -c kruv -n '__kruv_in util de-emphasis' -l json -d 'One JSON object a line on standard output'
+complete -c kruv -n '__kruv_in util de-emphasis' -l no-color -d 'No colours (the same as setting NO_COLOR)'
+complete -c kruv -n '__kruv_in util de-emphasis' -s o -l output -x -a '(__fish_complete_directories)' -d 'Folder that the output goes into'
+complete -c kruv -n '__kruv_in util de-emphasis' -l overwrite -d 'Replace outputs that are there already'
+
+complete -c kruv -n '__kruv_in util dvd-audio' -s h -l help -d 'Print this help message and exit'
+complete -c kruv -n '__kruv_in util dvd-audio' -s j -l jobs -x -d 'Jobs at once (default: the preference, 2 at first)'
+complete -c kruv -n '__kruv_in util dvd-audio' -s q -l quiet -d 'Say nothing but errors and results'
+complete -c kruv -n '__kruv_in util dvd-audio' -l json -d 'One JSON object a line on standard output'
+complete -c kruv -n '__kruv_in util dvd-audio' -l no-color -d 'No colours (the same as setting NO_COLOR)'
+complete -c kruv -n '__kruv_in util dvd-audio' -s o -l output -x -a '(__fish_complete_directories)' -d 'Folder that the output goes into'
+complete -c kruv -n '__kruv_in util dvd-audio' -l overwrite -d 'Replace outputs that are there already'
+
+complete -c kruv -n '__kruv_in util extract-cd' -s h -l help -d 'Print this help message and exit'
+complete -c kruv -n '__kruv_in util extract-cd' -s j -l jobs -x -d 'Jobs at once (default: the preference, 2 at first)'
+complete -c kruv -n '__kruv_in util extract-cd' -s q -l quiet -d 'Say nothing but errors and results'
+complete -c kruv -n '__kruv_in util extract-cd' -l json -d 'One JSON object a line on standard output'
+complete -c kruv -n '__kruv_in util extract-cd' -l no-color -d 'No colours (the same as setting NO_COLOR)'
+complete -c kruv -n '__kruv_in util extract-cd' -s o -l output -x -a '(__fish_complete_directories)' -d 'Folder that the output goes into'
+complete -c kruv -n '__kruv_in util extract-cd' -l overwrite -d 'Replace outputs that are there already'
+complete -c kruv -n '__kruv_in util extract-cd' -l device -r -d 'Drive, where no track files are named: /dev/sr0'
+complete -c kruv -n '__kruv_in util extract-cd' -l tracks -x -d 'First and last track (default: all)'
+complete -c kruv -n '__kruv_in util extract-cd' -l one-file -d 'All tracks into one file, audio.wav'
 
 complete -c kruv -n '__kruv_in tools' -s h -l help -d 'Print this help message and exit'
 complete -c kruv -n '__kruv_in tools' -l json -d 'One JSON object a line'
