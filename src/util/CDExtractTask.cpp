@@ -131,7 +131,7 @@ void CDExtractTask::rename(const QString &toolName, int track)
     }
     const QString target = PathNames::outputPath(m_request.outputFolder, file, QStringLiteral("wav"));
     if (target != source && !QFile::rename(source, target)) {
-        appendResults(QStringLiteral("%1 keeps its name: it could not be renamed to %2.\n")
+        appendResults(QStringLiteral("\n%1 keeps its name: it could not be renamed to %2.")
                           .arg(source, PathNames::lastPathComponent(target)));
     }
 }

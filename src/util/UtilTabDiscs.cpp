@@ -83,20 +83,20 @@ void UtilTab::extractCd()
     if (!folder) {
         return;
     }
+    const QString volume = PathNames::folderOf(fileNames().constFirst());
+    const QString bsdName = m_access.arbitration->discIdForVolumePath(volume);
+    CDExtractTask::Request request;
     try {
-        const QString volume = PathNames::folderOf(fileNames().constFirst());
-        const QString bsdName = m_access.arbitration->discIdForVolumePath(volume);
-        const auto request = cdRequest(*folder, bsdName);
-        if (!confirmOverwrite(CDExtractTask::outputs(request))) {
-            return;
-        }
-        auto disc =
-            bsdName.isEmpty() ? nullptr : std::make_unique<UnmountedDisc>(m_access.arbitration, bsdName);
-        host().taskQueue().addTask(std::make_shared<CDExtractTask>(
-            &host().taskQueue(), tool(QStringLiteral("cdda2wav")), request, std::move(disc)));
+        request = cdRequest(*folder, bsdName);
     } catch (const std::runtime_error &problem) {
-        showError(QStringLiteral("Error %1").arg(QString::fromUtf8(problem.what())));
+        return showError(QStringLiteral("Error %1").arg(QString::fromUtf8(problem.what())));
     }
+    if (!confirmOverwrite(CDExtractTask::outputs(request))) {
+        return;
+    }
+    auto disc = bsdName.isEmpty() ? nullptr : std::make_unique<UnmountedDisc>(m_access.arbitration, bsdName);
+    host().taskQueue().addTask(std::make_shared<CDExtractTask>(
+        &host().taskQueue(), tool(QStringLiteral("cdda2wav")), std::move(request), std::move(disc)));
 }
 
 void UtilTab::findFormatInfo()
