@@ -10,7 +10,7 @@ _kruv()
         case $word in
         -*) mapfile -t COMPREPLY < <(compgen -W "--help --version --tab" -- "$word") ;;
         *)
-            mapfile -t COMPREPLY < <(compgen -W "encode decode verify checksum tools demo" -- "$word")
+            mapfile -t COMPREPLY < <(compgen -W "encode decode verify checksum shntool tools demo" -- "$word")
             ((${#COMPREPLY[@]})) || compopt -o default
             ;;
         esac
@@ -22,13 +22,21 @@ _kruv()
             return
         fi
         command="checksum ${COMP_WORDS[2]}"
+    elif [[ $command == shntool ]]; then
+        if ((COMP_CWORD == 2)); then
+            mapfile -t COMPREPLY < <(compgen -W "len info cmp trim split join cue pad strip --help" -- "$word")
+            return
+        fi
+        command="shntool ${COMP_WORDS[2]}"
     fi
     case $command:$before in
-    --tab:--tab) mapfile -t COMPREPLY < <(compgen -W "decode encode checksum about" -- "$word") && return ;;
+    --tab:--tab) mapfile -t COMPREPLY < <(compgen -W "decode encode checksum shntool about" -- "$word") && return ;;
     encode:--to) mapfile -t COMPREPLY < <(compgen -W "flac" -- "$word") && return ;;
     decode:--to) mapfile -t COMPREPLY < <(compgen -W "wav aiff" -- "$word") && return ;;
     "checksum create":-k|"checksum create":--kind) mapfile -t COMPREPLY < <(compgen -W "md5 ffp st5" -- "$word") && return ;;
-    *:--output | encode:-o | decode:-o)
+    shntool\ *:--to) mapfile -t COMPREPLY < <(compgen -W "shn flac aiff wav" -- "$word") && return ;;
+    shntool\ *:--length) mapfile -t COMPREPLY < <(compgen -W "normal fileset disc" -- "$word") && return ;;
+    *:--output | encode:-o | decode:-o | shntool\ *:-o)
         compopt -o filenames
         mapfile -t COMPREPLY < <(compgen -d -- "$word")
         return
@@ -50,6 +58,33 @@ _kruv()
         ;;
     "checksum verify")
         options="--help --jobs --quiet --json --no-color"
+        ;;
+    "shntool len")
+        options="--help --jobs --quiet --json --no-color --length --names"
+        ;;
+    "shntool info")
+        options="--help --jobs --quiet --json --no-color"
+        ;;
+    "shntool cmp")
+        options="--help --jobs --quiet --json --no-color"
+        ;;
+    "shntool trim")
+        options="--help --jobs --quiet --json --no-color --to --output --beside-source --delete-originals --yes"
+        ;;
+    "shntool split")
+        options="--help --jobs --quiet --json --no-color --to --output --beside-source --points"
+        ;;
+    "shntool join")
+        options="--help --jobs --quiet --json --no-color --to --output --beside-source --delete-originals --yes --save --overwrite"
+        ;;
+    "shntool cue")
+        options="--help --jobs --quiet --json --no-color --save --overwrite"
+        ;;
+    "shntool pad")
+        options="--help --jobs --quiet --json --no-color --to --output --beside-source --delete-originals --yes"
+        ;;
+    "shntool strip")
+        options="--help --jobs --quiet --json --no-color --to --output --beside-source --delete-originals --yes"
         ;;
     tools)
         options="--help --json"

@@ -29,6 +29,8 @@ constexpr Hint hints[] = {
     {u"differs among these files", "Only files of the same format can be joined; convert them first."},
     {u"could not open output file",
      "A file of that name is there already, or the folder can't be written to. Nothing is replaced."},
+    {u"error while transferring",
+     "Check that the output folder's disk has space left, and that the source is whole."},
     {u"could not open split point file", "Check that the file is there and may be read."},
     {u"value not in bytes, m:ss", "The points are to be a cue sheet, or times like 3:05.32, one a line."},
     {u"No space left", "Free some space on the output folder's disk and try again."},

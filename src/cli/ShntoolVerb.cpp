@@ -84,6 +84,7 @@ void ShntoolVerb::declareFlags()
             ->required()
             ->type_name("FORMAT");
         has(Deletes) ? declareOutputFlags() : declareFolderFlags();
+        app().get_option("--beside-source")->description("Write the output next to the first file");
     }
     if (has(Lengths)) {
         app()

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "shntool/SHNToolOutput.h"
 #include "tasks/KruvAsyncNSTaskFileOutputRedirection.h"
 
 namespace kruv {
@@ -22,6 +23,12 @@ public:
     }
 
 protected:
+    void processTaskOutput(const QString &text) override { m_output += text; }
+    void willEnd() override
+    {
+        const SHNToolOutput::Parts parts = SHNToolOutput::takeApart(m_output);
+        appendResults(error() && !parts.messages.isEmpty() ? parts.messages : parts.report);
+    }
     void cleanup() override
     {
         if (!error() && !cancelled()) {
@@ -30,6 +37,9 @@ protected:
             results()->setHasResults(false);
         }
     }
+
+private:
+    QString m_output;
 };
 
 } // namespace kruv

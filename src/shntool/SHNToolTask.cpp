@@ -58,7 +58,11 @@ void SHNToolTask::showPercentage(const QString &line)
 
 void SHNToolTask::willEnd()
 {
-    appendResults(m_output.text());
+    const QString output = m_output.text();
+    appendResults(output);
+    if (!m_failureMark.isEmpty() && !cancelled() && output.contains(m_failureMark)) {
+        setError(true);
+    }
 }
 
 } // namespace kruv

@@ -32,6 +32,9 @@ public:
     /// Sets the title and the lower line, which is the title where none is given.
     void setTitles(const QString &title, const QString &lowerLine = {});
 
+    /// What the tool says where it calls a run a success that a person takes for none.
+    void setFailureMark(const QString &text) { m_failureMark = text; }
+
     void startTask() override;
 
 protected:
@@ -42,6 +45,7 @@ private:
     void showPercentage(const QString &line);
 
     const SHNToolProgress m_progress;
+    QString m_failureMark;
     TerminalText m_output;
 };
 

@@ -197,21 +197,25 @@ void SHNtoolTab::showLengthsByDisc(const QStringList &entered)
     host().taskQueue().addTasks(jobs);
 }
 
-void SHNtoolTab::queueReport(const QString &command, const QString &title, const QString &lowerLine)
+std::shared_ptr<SHNToolTask> SHNtoolTab::makeReport(const QString &command) const
 {
-    auto job = std::make_shared<SHNToolTask>(&host().taskQueue(), tool(), QStringList{command} + fileNames());
-    job->setTitles(title, lowerLine);
-    host().taskQueue().addTask(job);
+    return std::make_shared<SHNToolTask>(&host().taskQueue(), tool(), QStringList{command} + fileNames());
 }
 
 void SHNtoolTab::handleSHNtoolInfo()
 {
-    queueReport(QStringLiteral("info"), QStringLiteral("Running SHNTool Info"), {});
+    const auto job = makeReport(QStringLiteral("info"));
+    job->setTitles(QStringLiteral("Running SHNTool Info"));
+    host().taskQueue().addTask(job);
 }
 
 void SHNtoolTab::handleSHNtoolCompare()
 {
-    queueReport(QStringLiteral("cmp"), QStringLiteral("shntool compare"), QStringLiteral("Comparing"));
+    const auto job = makeReport(QStringLiteral("cmp"));
+    job->setTitles(QStringLiteral("shntool compare"), QStringLiteral("Comparing"));
+    // A file that is the beginning of the other one is not the same.
+    job->setFailureMark(QStringLiteral("WAVE data size differs between these files"));
+    host().taskQueue().addTask(job);
 }
 
 template <class Job> void SHNtoolTab::convertEach(bool besideSource, bool deleteOriginals)

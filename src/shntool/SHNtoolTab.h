@@ -65,7 +65,7 @@ private:
     void trackNamesEntered(const QStringList &names);
     void showLengths(SHNToolLenTask::LenType type, const QStringList &names);
     void showLengthsByDisc(const QStringList &names);
-    void queueReport(const QString &command, const QString &title, const QString &lowerLine);
+    std::shared_ptr<SHNToolTask> makeReport(const QString &command) const;
     template <class Job> void convertEach(bool besideSource, bool deleteOriginals);
     std::optional<QString> outputFolder(bool besideSource);
     QString outputFormat() const { return m_outputFormatMatrix.selectedTitle().toLower(); }

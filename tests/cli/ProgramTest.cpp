@@ -315,6 +315,32 @@ TEST_F(Program, ColourIsForTerminalsThatWantIt)
     EXPECT_FALSE(encode({u"--beside-source"_s, u"bad.wav"_s}).err.contains("\x1b"));
 }
 
+TEST_F(Program, ShntoolCommandsTakeTheirFiles)
+{
+    const QStringList shntool{u"shntool"_s};
+    wav(u"-all.wav"_s, 3 * 44100);
+    wav(u"other.wav"_s);
+    folder.write(u"points.txt"_s, "0:01\n0:02\n");
+    folder.write(u"names.txt"_s, "One\nTwo\n");
+    const Outcome split =
+        run(shntool + QStringList{u"split"_s, u"--to"_s, u"wav"_s, u"--points"_s, u"../points.txt"_s, u"-o"_s,
+                                  u"."_s, u"--"_s, u"-all.wav"_s});
+    EXPECT_EQ(split.status, 0) << split.err.constData();
+    const QStringList tracks = files(u"split*"_s);
+    EXPECT_EQ(tracks.size(), 3);
+    const Outcome lengths = run(shntool + QStringList{u"len"_s, u"--names"_s, u"../names.txt"_s} + tracks);
+    EXPECT_TRUE(lengths.out.startsWith("01. One                00:01.00\n02. Two "))
+        << lengths.out.constData();
+    EXPECT_EQ(
+        run(shntool + QStringList{u"join"_s, u"--to"_s, u"wav"_s, u"-s"_s, u"back.wav"_s} + tracks).status,
+        0);
+    EXPECT_EQ(run(shntool + QStringList{u"cmp"_s, u"--"_s, u"back.wav"_s, u"-all.wav"_s}).status, 0);
+    EXPECT_EQ(run(shntool + QStringList{u"cmp"_s, u"back.wav"_s, u"other.wav"_s}).status, 1);
+    EXPECT_EQ(run(shntool + QStringList{u"len"_s, u"--length"_s, u"tall"_s, u"back.wav"_s}).status, 2);
+    EXPECT_EQ(run(shntool + QStringList{u"trim"_s, u"--to"_s, u"wav"_s, u"back.wav"_s}).status, 2);
+    EXPECT_EQ(run(shntool + QStringList{u"cue"_s, u"-s"_s, u"back.wav"_s, u"other.wav"_s}).status, 2);
+}
+
 TEST_F(Program, DemoAndToolsWork)
 {
     const Outcome demo = run({u"demo"_s, folder.file(u"demo album"_s)});

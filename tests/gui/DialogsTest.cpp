@@ -9,6 +9,7 @@
 #include "gui/PreferencesController.h"
 #include "gui/StatusPanelController.h"
 #include "gui/WindowFixture.h"
+#include "shntool/SHNtoolTab.h"
 
 #include <QAction>
 #include <QApplication>
@@ -68,6 +69,11 @@ TEST_F(DialogsTest, PreferencesAreStoredAtOnce)
     auto *extension = find<QLineEdit>(&panes, "ffpExtension");
     extension->setText(u"ffp"_s);
     EXPECT_EQ(preferences.string(u"ffpExtension"_s), u"ffp"_s);
+    auto *preview = find<QLabel>(&panes, "currentFormat");
+    EXPECT_EQ(preview->text(), u"01. FileName 01:00:00"_s);
+    find<QLineEdit>(&panes, "shnlenTrackListingFormat")->setText(u"%name (%time)"_s);
+    EXPECT_EQ(preview->text(), u"FileName (01:00:00)"_s);
+    EXPECT_EQ(preferences.string(u"shntoolNamesFormat"_s), u"%name (%time)"_s);
     find<QComboBox>(&panes, "incomingSurroundOrder")->setCurrentIndex(2);
     EXPECT_EQ(preferences.string(u"incomingSurroundOrder"_s),
               find<QComboBox>(&panes, "incomingSurroundOrder")->itemText(2));
@@ -166,6 +172,43 @@ TEST_F(DialogsTest, PromptsReturnWhatWasEnteredOrNothing)
         qobject_cast<QDialog *>(dialog)->accept();
     });
     EXPECT_EQ(userInterface.editCustomTags(rows)[7].second, u"wild"_s);
+}
+
+TEST_F(DialogsTest, TrackNamesAreTypedTrimmedAndUndone)
+{
+    SHNtoolTab &tab = controller.shntoolTab();
+    tab.showNamesWindow();
+    auto *names = find<QDialog>(window.get(), "TrackNameInputWindow");
+    auto *text = find<QPlainTextEdit>(names, "names");
+    auto *trim = find<QPushButton>(names, "trim");
+    auto *undo = find<QPushButton>(names, "undo");
+    EXPECT_TRUE(names->isVisible());
+    QTest::keyClicks(text, u"01 One"_s);
+    QTest::keyClick(text, Qt::Key_Return);
+    QTest::keyClicks(text, u"02\u00a0Two"_s);
+    EXPECT_FALSE(trim->isEnabled());
+    text->selectAll();
+    withNextDialog([](QWidget *dialog) {
+        dialog->findChild<QSpinBox *>(u"numberField"_s)->setValue(3);
+        qobject_cast<QDialog *>(dialog)->accept();
+    });
+    trim->click();
+    EXPECT_EQ(tab.trackNameWindow().namesText(), u"One\nTwo"_s);
+    EXPECT_EQ(text->textCursor().selectedText().size(), 7);
+    EXPECT_EQ(undo->text(), u"&Undo Trim Text"_s);
+    undo->click();
+    EXPECT_EQ(tab.trackNameWindow().namesText(), u"01 One\n02\u00a0Two"_s);
+    EXPECT_EQ(undo->text(), u"&Undo"_s);
+    text->redo();
+    EXPECT_EQ(undo->text(), u"&Undo Trim Text"_s);
+    undo->click();
+    QTest::keyClicks(text, u"!"_s);
+    EXPECT_EQ(undo->text(), u"&Undo"_s);
+    QTest::keyClick(names, Qt::Key_Escape);
+    EXPECT_FALSE(names->isVisible());
+    EXPECT_EQ(tab.names(), QStringList());
+    tab.trackNameWindow().inputOK();
+    EXPECT_EQ(tab.names(), (QStringList{u"01 One"_s, u"02\u00a0Two!"_s}));
 }
 
 TEST_F(DialogsTest, TextFieldsFollowTheirModelBothWays)

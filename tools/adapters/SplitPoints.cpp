@@ -98,11 +98,10 @@ std::optional<std::size_t> lowByteOfUtf16(std::string_view text)
 
 std::string narrowed(std::string_view text, std::size_t lowByte)
 {
-    constexpr char highestAscii = 0x7F;
     std::string narrow;
     for (std::size_t at = 0; at + 1 < text.size(); at += 2) {
         const char low = text[at + lowByte];
-        const bool ascii = text[at + 1 - lowByte] == 0 && low >= 0 && low <= highestAscii;
+        const bool ascii = text[at + 1 - lowByte] == 0 && low > 0;
         const bool mark = at == 0 && (text.starts_with("\xFF\xFE") || text.starts_with("\xFE\xFF"));
         narrow += mark ? std::string() : std::string(1, ascii ? low : '?');
     }

@@ -33,4 +33,24 @@ TEST(SplitPoints, WhatIsNoPointIsLeftToTheTool)
     }
 }
 
+TEST(SplitPoints, SheetsOfAnyMakeBecomePlain)
+{
+    const std::string plain = "TITLE \"?\"\r\nINDEX 01 00:01:00\n";
+    const auto wide = [&plain](bool bigEndian, const std::string &mark) {
+        std::string text = mark;
+        for (const char each : plain) {
+            const bool title = each == '?';
+            text += bigEndian ? std::string{title ? '\x65' : '\0', title ? '\xE5' : each}
+                              : std::string{title ? '\xE5' : each, title ? '\x65' : '\0'};
+        }
+        return text;
+    };
+    for (const auto &text :
+         {plain, wide(false, "\xFF\xFE"), wide(true, "\xFE\xFF"), wide(false, ""), wide(true, "")}) {
+        EXPECT_EQ(plainSplitPoints(text), plain);
+    }
+    EXPECT_EQ(plainSplitPoints("0:01\r0:02\r"), "0:01\n0:02\n");
+    EXPECT_EQ(plainSplitPoints(""), "");
+}
+
 } // namespace kruv::adapters
