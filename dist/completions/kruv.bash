@@ -10,7 +10,7 @@ _kruv()
         case $word in
         -*) mapfile -t COMPREPLY < <(compgen -W "--help --version --tab" -- "$word") ;;
         *)
-            mapfile -t COMPREPLY < <(compgen -W "encode decode verify checksum shntool tools demo" -- "$word")
+            mapfile -t COMPREPLY < <(compgen -W "encode decode verify checksum shntool tags tools demo" -- "$word")
             ((${#COMPREPLY[@]})) || compopt -o default
             ;;
         esac
@@ -28,9 +28,15 @@ _kruv()
             return
         fi
         command="shntool ${COMP_WORDS[2]}"
+    elif [[ $command == tags ]]; then
+        if ((COMP_CWORD == 2)); then
+            mapfile -t COMPREPLY < <(compgen -W "show set names cue --help" -- "$word")
+            return
+        fi
+        command="tags ${COMP_WORDS[2]}"
     fi
     case $command:$before in
-    --tab:--tab) mapfile -t COMPREPLY < <(compgen -W "decode encode checksum shntool about" -- "$word") && return ;;
+    --tab:--tab) mapfile -t COMPREPLY < <(compgen -W "decode encode checksum shntool Tags about" -- "$word") && return ;;
     encode:--to) mapfile -t COMPREPLY < <(compgen -W "flac" -- "$word") && return ;;
     decode:--to) mapfile -t COMPREPLY < <(compgen -W "wav aiff" -- "$word") && return ;;
     "checksum create":-k|"checksum create":--kind) mapfile -t COMPREPLY < <(compgen -W "md5 ffp st5" -- "$word") && return ;;
@@ -85,6 +91,18 @@ _kruv()
         ;;
     "shntool strip")
         options="--help --jobs --quiet --json --no-color --to --output --beside-source --delete-originals --yes"
+        ;;
+    "tags show")
+        options="--help --jobs --quiet --json --no-color"
+        ;;
+    "tags set")
+        options="--help --jobs --quiet --json --no-color --title --artist --album-artist --album --year --month --day --genre --composer --comment --track --track-total --disc --disc-total --custom --art --write-empty"
+        ;;
+    "tags names")
+        options="--help --jobs --quiet --json --no-color"
+        ;;
+    "tags cue")
+        options="--help --jobs --quiet --json --no-color"
         ;;
     tools)
         options="--help --json"

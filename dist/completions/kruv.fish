@@ -17,6 +17,11 @@ function __kruv_checksum_first
     test (count $words) -eq 2; and test "$words[2]" = checksum
 end
 
+function __kruv_tags_first
+    set -l words (commandline -opc)
+    test (count $words) -eq 2; and test "$words[2]" = tags
+end
+
 function __kruv_shntool_first
     set -l words (commandline -opc)
     test (count $words) -eq 2; and test "$words[2]" = shntool
@@ -24,12 +29,13 @@ end
 
 complete -c kruv -n __kruv_first -l help -s h -d 'Print help'
 complete -c kruv -n __kruv_first -l version -d 'Print the version'
-complete -c kruv -n __kruv_first -l tab -x -a 'decode encode checksum shntool about' -d 'Open the window on this tab'
+complete -c kruv -n __kruv_first -l tab -x -a 'decode encode checksum shntool Tags about' -d 'Open the window on this tab'
 complete -c kruv -n __kruv_first -a encode -d 'Make FLAC of WAV and AIFF files, tags included'
 complete -c kruv -n __kruv_first -a decode -d 'Make WAV or AIFF of FLAC files'
 complete -c kruv -n __kruv_first -a verify -d 'Test audio files with their own codec, and verify checksum lists'
 complete -c kruv -n __kruv_first -a checksum -d 'Create or verify MD5, fingerprint and shntool lists'
 complete -c kruv -n __kruv_first -a shntool -d 'Measure, compare, split, join and mend files'
+complete -c kruv -n __kruv_first -a tags -d 'Show and write tags'
 complete -c kruv -n __kruv_first -a tools -d 'List the external tools'
 complete -c kruv -n __kruv_first -a demo -d 'Make a short album, encode it, verify it, and show what was done'
 complete -c kruv -n __kruv_checksum_first -x -a create -d 'Write a checksum list over audio files'
@@ -43,6 +49,10 @@ complete -c kruv -n __kruv_shntool_first -x -a join -d 'Join files into one'
 complete -c kruv -n __kruv_shntool_first -x -a cue -d 'Write a cue sheet for files as though they were joined'
 complete -c kruv -n __kruv_shntool_first -x -a pad -d 'Lengthen files to whole CD sectors with silence'
 complete -c kruv -n __kruv_shntool_first -x -a strip -d 'Take extra chunks and odd headers out of files'
+complete -c kruv -n __kruv_tags_first -x -a show -d 'Show the tags of files'
+complete -c kruv -n __kruv_tags_first -x -a set -d 'Change the named tags of files; the others stay as they are'
+complete -c kruv -n __kruv_tags_first -x -a names -d 'Write titles and track numbers from a track list'
+complete -c kruv -n __kruv_tags_first -x -a cue -d 'Write album, artist, titles and track numbers from a cue sheet'
 
 complete -c kruv -n '__kruv_in encode' -s h -l help -d 'Print this help message and exit'
 complete -c kruv -n '__kruv_in encode' -s j -l jobs -x -d 'Jobs at once (default: the preference, 2 at first)'
@@ -179,6 +189,47 @@ complete -c kruv -n '__kruv_in shntool strip' -s o -l output -x -a '(__fish_comp
 complete -c kruv -n '__kruv_in shntool strip' -l beside-source -d 'Write the output next to the first file'
 complete -c kruv -n '__kruv_in shntool strip' -l delete-originals -d 'Delete each source once its output is written and its job succeeded'
 complete -c kruv -n '__kruv_in shntool strip' -s y -l yes -d 'Say yes to the question whether originals may be deleted'
+
+complete -c kruv -n '__kruv_in tags show' -s h -l help -d 'Print this help message and exit'
+complete -c kruv -n '__kruv_in tags show' -s j -l jobs -x -d 'Jobs at once (default: the preference, 2 at first)'
+complete -c kruv -n '__kruv_in tags show' -s q -l quiet -d 'Say nothing but errors and results'
+complete -c kruv -n '__kruv_in tags show' -l json -d 'One JSON object a line on standard output'
+complete -c kruv -n '__kruv_in tags show' -l no-color -d 'No colours (the same as setting NO_COLOR)'
+
+complete -c kruv -n '__kruv_in tags set' -s h -l help -d 'Print this help message and exit'
+complete -c kruv -n '__kruv_in tags set' -s j -l jobs -x -d 'Jobs at once (default: the preference, 2 at first)'
+complete -c kruv -n '__kruv_in tags set' -s q -l quiet -d 'Say nothing but errors and results'
+complete -c kruv -n '__kruv_in tags set' -l json -d 'One JSON object a line on standard output'
+complete -c kruv -n '__kruv_in tags set' -l no-color -d 'No colours (the same as setting NO_COLOR)'
+complete -c kruv -n '__kruv_in tags set' -l title -x -d 'Title'
+complete -c kruv -n '__kruv_in tags set' -l artist -x -d 'Artist'
+complete -c kruv -n '__kruv_in tags set' -l album-artist -x -d 'Artist of the whole album'
+complete -c kruv -n '__kruv_in tags set' -l album -x -d 'Album'
+complete -c kruv -n '__kruv_in tags set' -l year -x -d 'Year, four digits'
+complete -c kruv -n '__kruv_in tags set' -l month -x -d 'Month, 1 to 12; counts together with a day'
+complete -c kruv -n '__kruv_in tags set' -l day -x -d 'Day, 1 to 31'
+complete -c kruv -n '__kruv_in tags set' -l genre -x -d 'Genre'
+complete -c kruv -n '__kruv_in tags set' -l composer -x -d 'Composer'
+complete -c kruv -n '__kruv_in tags set' -l comment -x -d 'Comment'
+complete -c kruv -n '__kruv_in tags set' -l track -x -d 'Track number'
+complete -c kruv -n '__kruv_in tags set' -l track-total -x -d 'Number of tracks'
+complete -c kruv -n '__kruv_in tags set' -l disc -x -d 'Disc number'
+complete -c kruv -n '__kruv_in tags set' -l disc-total -x -d 'Number of discs'
+complete -c kruv -n '__kruv_in tags set' -l custom -x -d 'A tag of any name, in FLAC files; may be given several times'
+complete -c kruv -n '__kruv_in tags set' -l art -r -d 'Picture that becomes the cover, beside pictures that are there'
+complete -c kruv -n '__kruv_in tags set' -l write-empty -d 'Empty texts clear their tag; tags and pictures that Kruv doesn\'t show go too'
+
+complete -c kruv -n '__kruv_in tags names' -s h -l help -d 'Print this help message and exit'
+complete -c kruv -n '__kruv_in tags names' -s j -l jobs -x -d 'Jobs at once (default: the preference, 2 at first)'
+complete -c kruv -n '__kruv_in tags names' -s q -l quiet -d 'Say nothing but errors and results'
+complete -c kruv -n '__kruv_in tags names' -l json -d 'One JSON object a line on standard output'
+complete -c kruv -n '__kruv_in tags names' -l no-color -d 'No colours (the same as setting NO_COLOR)'
+
+complete -c kruv -n '__kruv_in tags cue' -s h -l help -d 'Print this help message and exit'
+complete -c kruv -n '__kruv_in tags cue' -s j -l jobs -x -d 'Jobs at once (default: the preference, 2 at first)'
+complete -c kruv -n '__kruv_in tags cue' -s q -l quiet -d 'Say nothing but errors and results'
+complete -c kruv -n '__kruv_in tags cue' -l json -d 'One JSON object a line on standard output'
+complete -c kruv -n '__kruv_in tags cue' -l no-color -d 'No colours (the same as setting NO_COLOR)'
 
 complete -c kruv -n '__kruv_in tools' -s h -l help -d 'Print this help message and exit'
 complete -c kruv -n '__kruv_in tools' -l json -d 'One JSON object a line'
