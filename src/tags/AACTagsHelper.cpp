@@ -17,7 +17,9 @@
 #include <QStorageInfo>
 
 #include <mp4file.h>
+#include <optional>
 #include <stdexcept>
+#include <tbytevectorstream.h>
 #include <tfilestream.h>
 
 namespace kruv {
@@ -26,19 +28,50 @@ namespace {
 
 Q_LOGGING_CATEGORY(mp4Log, "kruv.tags.mp4", QtWarningMsg)
 
-/// Brings the items that were saved into `savedStream` into the file itself, compactly, in one step: a new
-/// file beside the old one takes its place. False, with the file as it was, when that can't be done.
-bool writeCompactly(const QString &path, StagedFileStream &savedStream, const Mp4WrittenItems &written)
+using Store = void (Mp4File::*)();
+
+/// The index that the tag library makes of the file's items and the record, in a scratch file of its own that
+/// has no media: with media the library would also go through every chunk.
+bool writeItems(Mp4Atom &moov, const TagsObject &record, bool writeEmptyTags)
+{
+    Mp4Atom scratchIndex = Mp4Atom::container("moov");
+    if (const Mp4Atom *metadata = moov.find({"udta", "meta"})) {
+        scratchIndex.add(Mp4Atom::container("udta")).add(*metadata);
+    }
+    const QByteArray bytes = scratchIndex.toBytes();
+    TagLib::ByteVectorStream scratch({bytes.constData(), static_cast<unsigned int>(bytes.size())});
+    constexpr bool readProperties = false;
+    TagLib::MP4::File file(&scratch, readProperties);
+    const auto written = file.isValid() ? writeMp4Tag(*file.tag(), record, writeEmptyTags) : std::nullopt;
+    if (!written || !file.save()) {
+        return false;
+    }
+    mergeMp4Items(moov, Mp4File(scratch).moov(), *written);
+    return true;
+}
+
+/// Writes the record into the file's index and that into the stream, which isn't committed. False, with the
+/// stream unchanged, when that can't be done.
+bool stage(StagedFileStream &stream, const TagsObject &record, bool writeEmptyTags, Store store)
 {
     try {
-        StagedFileStream stream(path);
         Mp4File file(stream);
-        Mp4File saved(savedStream);
-        mergeMp4Items(file.moov(), saved.moov(), written);
-        file.optimize();
-        return stream.commitToNewFile();
+        if (!writeItems(file.moov(), record, writeEmptyTags)) {
+            return false;
+        }
+        (file.*store)();
+        return true;
     } catch (const Mp4Error &error) {
-        qCInfo(mp4Log, "%s: %s", qUtf8Printable(path), error.what());
+        qCInfo(mp4Log, "%s: %s", stream.name(), error.what());
+        return false;
+    }
+}
+
+bool isMp4(StagedFileStream &stream)
+{
+    try {
+        return stream.isOpen() && Mp4File(stream).moov().isContainer;
+    } catch (const Mp4Error &) {
         return false;
     }
 }
@@ -79,21 +112,17 @@ bool AACTagsHelper::writeTagsForFile(const QString &path, const TagsObject &reco
     if (!info.exists() || !info.isWritable()) {
         return false;
     }
-    StagedFileStream stream(path);
-    constexpr bool readProperties = false;
-    TagLib::MP4::File file(&stream, readProperties);
-    if (!stream.isOpen() || !file.isValid()) {
+    StagedFileStream compact(path);
+    if (!isMp4(compact)) {
         throw std::runtime_error("Unable to open the output file for tagging.");
     }
-    const auto written = writeMp4Tag(*file.tag(), record, writeEmptyTags);
-    if (!written || !file.save()) {
-        return false;
-    }
-    if (writeCompactly(path, stream, *written)) {
+    // In one step: a new file beside the old one takes its place.
+    if (stage(compact, record, writeEmptyTags, &Mp4File::optimize) && compact.commitToNewFile()) {
         return true;
     }
     qCWarning(mp4Log, "Unable to optimize %s file", qUtf8Printable(path));
-    return stream.commit();
+    StagedFileStream stream(path);
+    return stage(stream, record, writeEmptyTags, &Mp4File::storeIndex) && stream.commit();
 }
 
 void AACTagsHelper::setBlankTags(TagsObject &record) const

@@ -67,8 +67,10 @@ void Mp4File::findRanges()
         const bool whole =
             header.read(read(position, std::min(longestHeader, rest))) && header.length <= rest;
         const bool isNamed = whole || header.name == "mdat";
-        const qint64 length = whole && header.length != 0 ? header.length : rest;
-        m_ranges.push_back({isNamed ? header.name : QByteArray(), position, length, 0, true, {}});
+        const bool isOpenEnded = !whole || header.length == 0;
+        const qint64 length = isOpenEnded ? rest : header.length;
+        m_ranges.push_back(
+            {isNamed ? header.name : QByteArray(), position, length, 0, true, isOpenEnded, {}});
         position = m_ranges.back().end();
         if (m_ranges.size() > mostRanges) {
             throw Mp4Error("too many atoms");
@@ -207,6 +209,34 @@ void Mp4File::optimize()
     moveChunks();
     moveFragments();
     editStream();
+}
+
+void Mp4File::storeIndex()
+{
+    constexpr qint64 headerLength = 8;
+    const QByteArray bytes = m_moov.toBytes();
+    const Range &old = m_ranges[m_moovIndex];
+    const auto start = static_cast<unsigned long>(old.start);
+    const bool freeFollows =
+        m_moovIndex + 1 < m_ranges.size() && Mp4Atom::isFreeSpace(m_ranges[m_moovIndex + 1].name);
+    const qint64 room = old.length + (freeFollows ? m_ranges[m_moovIndex + 1].length : 0);
+    const qint64 rest = room - bytes.size();
+    if (m_moovIndex + 1 == m_ranges.size() || rest == 0) {
+        m_stream.insert(toByteVector(bytes), start, static_cast<unsigned long>(room));
+    } else if (rest >= headerLength && rest <= std::numeric_limits<qint32>::max()) {
+        QByteArray freeSpace(4, '\0');
+        qToBigEndian(static_cast<quint32>(rest), freeSpace.data());
+        m_stream.insert(toByteVector(bytes + freeSpace + "free"), start,
+                        static_cast<unsigned long>(bytes.size() + headerLength));
+    } else {
+        const bool isFragmented = std::any_of(m_ranges.begin(), m_ranges.end(),
+                                              [](const Range &range) { return isFragmentPart(range.name); });
+        if (isFragmented || m_ranges.back().isOpenEnded) {
+            throw Mp4Error("no place for the index");
+        }
+        m_stream.insert("free", start + 4, 4);
+        m_stream.insert(toByteVector(bytes), static_cast<unsigned long>(m_stream.length()), 0);
+    }
 }
 
 /// From the end, so that the places still to be edited stay where they are.

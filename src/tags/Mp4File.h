@@ -20,13 +20,18 @@ public:
     /// `stream` must live on. Throws Mp4Error when there isn't just one index that can be read.
     explicit Mp4File(TagLib::IOStream &stream);
 
-    /// The index, to be read or changed before optimize().
+    /// The index, to be read or changed before it is stored by one of the two below; only one may be called.
     Mp4Atom &moov() { return m_moov; }
 
-    /// Edits the stream into the compact file; to be called once. Throws Mp4Error, with the stream unchanged,
-    /// where that could break the file: references that can't be followed (to free space, to another file),
-    /// or an index that would be out of step.
+    /// Edits the stream into the compact file. Throws Mp4Error, with the stream unchanged, where that could
+    /// break the file: references that can't be followed (to free space, to another file), or an index that
+    /// would be out of step.
     void optimize();
+
+    /// Edits the stream so that it has the changed index and nothing else moves: where the old one was and
+    /// the free space after it, if that will do, else at the end. Throws Mp4Error, with the stream unchanged,
+    /// where neither can be.
+    void storeIndex();
 
 private:
     /// A top-level atom; the last one may be cut off, or anything else that can't be read.
@@ -37,6 +42,8 @@ private:
         qint64 length = 0;
         qint64 newStart = 0;
         bool isKept = true;
+        /// Its size isn't written in it, or not rightly.
+        bool isOpenEnded = false;
         /// Bytes in place of those there are, of the same length.
         QByteArray patched;
         qint64 end() const { return start + length; }
