@@ -9,6 +9,7 @@
 #include "gui/GuiUserInterface.h"
 #include "gui/MainWindow.h"
 #include "lossless/EncodeTab.h"
+#include "tags/TagsTab.h"
 #include "tasks/TaskPool.h"
 
 #include <QApplication>
@@ -17,6 +18,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTimer>
+#include <QTreeView>
 
 #include <algorithm>
 #include <cstdio>
@@ -64,6 +66,47 @@ void makeFiles(const QString &folder, int count)
     }
 }
 
+/// FLAC files of metadata alone: an album each, and a cover.
+void makeTaggedFiles(const QString &folder, int count)
+{
+    const auto block = [](char type, const QByteArray &content) {
+        const auto size = static_cast<quint32>(content.size());
+        return QByteArray(1, type) + static_cast<char>(size >> 16U) + static_cast<char>(size >> 8U) +
+               static_cast<char>(size) + content;
+    };
+    QDir().mkpath(folder);
+    for (int number = 0; number < count; ++number) {
+        const QByteArray album = "ALBUM=" + QByteArray::number(number / 20);
+        const QByteArray cover(40000, static_cast<char>(number / 20));
+        QFile file(QStringLiteral("%1/%2.flac").arg(folder).arg(number));
+        file.open(QIODevice::WriteOnly);
+        file.write("fLaC" + block(0, QByteArray(34, '\1')) +
+                   block(4, QByteArray(4, '\0') + QByteArray("\1\0\0\0", 4) +
+                                static_cast<char>(album.size()) + QByteArray(3, '\0') + album) +
+                   block('\x86', QByteArray(28, '\0') + QByteArray("\0\0\x9C\x40", 4) + cover));
+    }
+}
+
+void selectTagged(kruv::KruvController &controller, kruv::MainWindow &window, Heartbeat &heartbeat,
+                  const QString &folder)
+{
+    constexpr int taggedFiles = 2000;
+    makeTaggedFiles(folder, taggedFiles);
+    kruv::TagsTab &tab = controller.tagsTab();
+    window.selectTab(tab.label());
+    tab.addFiles({folder});
+    heartbeat.report("2,000 tagged files", [&] { return tab.fileList().count() == taggedFiles; });
+    auto *list = window.findChild<QWidget *>(tab.label())->findChild<QTreeView *>();
+    QTimer::singleShot(0, &tab, [list] { list->selectAll(); });
+    heartbeat.report("all of them selected and read", [&] { return tab.filesRead() == taggedFiles; });
+    QTimer::singleShot(0, &tab, [&tab, list] {
+        list->clearSelection();
+        list->selectAll();
+        tab.tableViewSelectionDidChange({1});
+    });
+    heartbeat.report("selected, and one of them instead", [&] { return tab.filesRead() == 1; });
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -81,11 +124,12 @@ int main(int argc, char **argv)
     kruv::KruvController controller(preferences, userInterface, nullptr);
     controller.setIntakeInBackground(true);
     kruv::MainWindow window(controller, userInterface);
-    window.selectTab(QStringLiteral("encode"));
     window.show();
-    kruv::EncodeTab &tab = controller.encodeTab();
-
     Heartbeat heartbeat;
+    selectTagged(controller, window, heartbeat, folder.filePath(QStringLiteral("tagged")));
+
+    window.selectTab(QStringLiteral("encode"));
+    kruv::EncodeTab &tab = controller.encodeTab();
     QTimer::singleShot(0, &tab, [&] { tab.addFiles({folder.filePath(QStringLiteral("many"))}); });
     heartbeat.report("20,000 files into an empty list", [&] { return tab.fileList().count() == manyFiles; });
     QTimer::singleShot(0, &tab, [&] { tab.addFiles({folder.filePath(QStringLiteral("jobs"))}); });

@@ -68,6 +68,6 @@ if(KRUV_GUI)
   string(APPEND CPACK_DEBIAN_PACKAGE_DEPENDS ", qt6-qpa-plugins, hicolor-icon-theme")
 endif()
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS
-  "shntool, wavpack, lame, opus-tools, sox, icedax, genisoimage, atomicparsley")
+  "shntool, wavpack, lame, opus-tools, sox, icedax, genisoimage, atomicparsley, qt6-image-formats-plugins")
 set(CPACK_DEBIAN_PACKAGE_SUGGESTS "qt6-wayland")
 include(CPack)

@@ -15,7 +15,9 @@
 #include "tags/TagsTab.h"
 
 #include <QCheckBox>
+#include <QEvent>
 #include <QGridLayout>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QLocale>
@@ -30,7 +32,7 @@ namespace kruv {
 
 namespace {
 
-constexpr int narrowestForm = 410; // device-independent pixels
+constexpr int narrowestForm = 432; // device-independent pixels
 constexpr int widestForm = 640;
 constexpr int gap = 8;
 
@@ -69,7 +71,25 @@ TagsTabView::TagsTabView(TagsTab &tab, const QStringList &kinds, QWidget *parent
     connect(&tab.autoName(), &Control::changed, this, &TagsTabView::showState);
     connect(&tab.albumArtImageView(), &Control::changed, this, &TagsTabView::showPicture);
     new TrackNameInputWindow(tab.trackNamesWindow(), this);
+    takeTone();
     showState();
+}
+
+void TagsTabView::takeTone()
+{
+    QPalette own;
+    own.setColor(QPalette::PlaceholderText, QuietLabel::tone(QGuiApplication::palette()));
+    for (QLineEdit *box : std::as_const(m_fields)) {
+        box->setPalette(own);
+    }
+}
+
+void TagsTabView::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::ApplicationPaletteChange) {
+        takeTone();
+    }
+    TabView::changeEvent(event);
 }
 
 QLayout *TagsTabView::makeState()
@@ -369,7 +389,7 @@ void TagsTabView::showField(TagField field, QLineEdit *box) const
         return;
     }
     static const QHash<TagField, QString> usual{
-        {TagField::Year, tr("year")}, {TagField::Month, tr("month")}, {TagField::Day, tr("day")}};
+        {TagField::Year, tr("yyyy")}, {TagField::Month, tr("mm")}, {TagField::Day, tr("dd")}};
     static const QSet<TagField> narrow{TagField::TrackTotal, TagField::Disc,  TagField::DiscTotal,
                                        TagField::Year,       TagField::Month, TagField::Day};
     const QString differing = narrow.contains(field) ? QStringLiteral("…") : tr("several values");

@@ -36,6 +36,7 @@ public:
 protected:
     QString reasonToWait() const override;
     void resizeEvent(QResizeEvent *event) override;
+    void changeEvent(QEvent *event) override;
 
 private:
     QLayout *makeState();
@@ -50,6 +51,8 @@ private:
     QLayout *makeDate();
     QPushButton *makeButton(const QString &text, const QString &objectName);
     void orderTabs();
+    /// Desktops give dark palettes in which hints are written in black.
+    void takeTone();
     void showState();
     void showPicture();
     void showField(TagField field, QLineEdit *box) const;
