@@ -123,7 +123,6 @@ TEST_F(Program, WrongUsageIsOneHelpfulLine)
           Case{{u"encode"_s, u"--to"_s, u"flac"_s}, "paths"},
           Case{{u"encode"_s, u"--beside-source"_s, a}, "--to"},
           Case{{u"encode"_s, u"--to"_s, u"mp9"_s, u"--beside-source"_s, a}, "it can be flac"},
-          Case{{u"encode"_s, u"--to"_s, u"shn"_s, u"--beside-source"_s, a}, "can't make SHN yet"},
           Case{{u"encode"_s, u"--to"_s, u"flac"_s, u"--level"_s, u"9"_s, a}, "0 to 8"},
           Case{{u"encode"_s, u"--to"_s, u"flac"_s, u"--jobs"_s, u"0"_s, a}, "--jobs"},
           Case{{u"encode"_s, u"--to"_s, u"flac"_s, a}, "--beside-source"},
