@@ -33,6 +33,7 @@ constexpr Hint hints[] = {
     {u"differs among these files", "Only files of the same format can be joined; convert them first."},
     {u"could not open split point file", "Check that the file is there and may be read."},
     {u"value not in bytes, m:ss", "The points are to be a cue sheet, or times like 3:05.32, one a line."},
+    {u"Argument list too long", "These are too many files for one run of the tool: take fewer at a time."},
     {u"No space left", "Free some space on the output folder's disk and try again."},
     {u"can't open input file", "Check that the file is there and may be read."},
     {u"Permission denied", "Check that the output folder may be written to."},

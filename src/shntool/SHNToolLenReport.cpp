@@ -8,6 +8,8 @@
 #include "shntool/SHNToolOutput.h"
 #include "shntool/SHNtoolOutputNamingFormatParser.h"
 
+#include <QHash>
+
 namespace kruv {
 
 namespace {
@@ -71,12 +73,15 @@ QString SHNToolLenReport::byFileSet(const FileSet &set, const SHNtoolOutputNamin
 {
     const bool isDisc = !set.discNumber.isEmpty();
     QString text = isDisc ? QStringLiteral("Disc %1\n\n").arg(set.discNumber) : QString();
+    QHash<QString, qsizetype> places;
+    for (qsizetype place = 0; place < set.files.size(); ++place) {
+        places.insert(set.files[place], place);
+    }
     for (std::size_t index = 0; index < m_tracks.size(); ++index) {
         const Track &track = m_tracks[index];
         const QString number = QStringLiteral("%1").arg(index + 1, 2, 10, QLatin1Char('0'));
         // The tool leaves files out that it can't read; the others keep their names.
-        const qsizetype place = set.files.indexOf(track.path);
-        const qsizetype nameAt = place < 0 ? static_cast<qsizetype>(index) : place;
+        const qsizetype nameAt = places.value(track.path, static_cast<qsizetype>(index));
         const QString name = onOneLine(nameAt < set.names.size() ? set.names[nameAt]
                                                                  : PathNames::lastPathComponent(track.path));
         text += set.names.isEmpty()

@@ -3,6 +3,7 @@
 
 #include "TextReplacer.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace kruv::adapters {
@@ -11,6 +12,7 @@ TextReplacer::TextReplacer(std::vector<Replacement> replacements)
     : m_replacements(std::move(replacements))
 {
     std::erase_if(m_replacements, [](const auto &each) { return each.text.empty(); });
+    std::ranges::sort(m_replacements, {}, &Replacement::text);
 }
 
 std::string TextReplacer::feed(std::string_view piece)
@@ -24,23 +26,36 @@ std::string TextReplacer::flush()
     return replaceHeld(true);
 }
 
+std::pair<const Replacement *, bool> TextReplacer::longestAt(std::string_view rest) const
+{
+    const Replacement *match = nullptr;
+    auto first = m_replacements.begin();
+    auto last = m_replacements.end();
+    // Narrows the sorted texts to those that go on like the stream.
+    for (std::size_t length = 0; first != last; ++length) {
+        while (first != last && first->text.size() == length) {
+            match = &*first++;
+        }
+        if (length == rest.size()) {
+            return {match, first != last};
+        }
+        const auto range = std::ranges::equal_range(
+            first, last, static_cast<unsigned char>(rest[length]), {},
+            [length](const Replacement &each) { return static_cast<unsigned char>(each.text[length]); });
+        first = range.begin();
+        last = range.end();
+    }
+    return {match, false};
+}
+
 std::string TextReplacer::replaceHeld(bool atEnd)
 {
     std::string ready;
     std::size_t at = 0;
     while (at < m_held.size()) {
-        const std::string_view rest = std::string_view(m_held).substr(at);
-        const Replacement *match = nullptr;
-        bool undecided = false;
-        for (const auto &each : m_replacements) {
-            if (rest.starts_with(each.text)) {
-                match = match && match->text.size() >= each.text.size() ? match : &each;
-            } else if (std::string_view(each.text).starts_with(rest)) {
-                undecided = !atEnd; // a longer piece may complete it
-            }
-        }
-        if (undecided) {
-            break;
+        const auto [match, undecided] = longestAt(std::string_view(m_held).substr(at));
+        if (undecided && !atEnd) {
+            break; // a longer piece may complete it
         }
         ready += match ? match->substitute : std::string(1, m_held[at]);
         at += match ? match->text.size() : 1;

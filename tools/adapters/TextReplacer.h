@@ -4,6 +4,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace kruv::adapters {
@@ -30,8 +31,11 @@ public:
 
 private:
     std::string replaceHeld(bool atEnd);
+    /// The longest text that `rest` begins with, or null; and whether a longer one may, once more of the
+    /// stream is there.
+    std::pair<const Replacement *, bool> longestAt(std::string_view rest) const;
 
-    std::vector<Replacement> m_replacements;
+    std::vector<Replacement> m_replacements; // sorted by text: a run over a collection has thousands
     std::string m_held;
 };
 
