@@ -84,6 +84,7 @@ private:
     BackgroundWork::Outcome readRows(const QStringList &files, const std::stop_token &stop);
     void showRead(qsizetype done);
     void endReading(const TagsObject &record, AlbumArtControl::Shown picture);
+    void fillFromSheet(const TagsObject &tags);
     void trackNamesEntered(const QStringList &names, NameSource source);
     Command makeCommand();
     static Offer findPicture(const QStringList &files);
@@ -99,6 +100,7 @@ private:
     CueSheetTagImporter m_cueSheetTagImporter;
     QStringList m_names;
     std::shared_ptr<const TagsObject> m_previousTagsObject;
+    std::shared_ptr<const TagsObject> m_sheetTags; // of a cue sheet, until the files are read
     QStringList m_selectedFiles;
     std::bitset<tagFieldCount> m_differing;
     bool m_picturesDiffer = false;
