@@ -54,6 +54,7 @@ KruvController::KruvController(Preferences &preferences, UserInterface &userInte
     : m_preferences(preferences)
     , m_userInterface(userInterface)
     , m_taskQueue(preferences, userInterface, power)
+    , m_trackNameInputController(userInterface)
     , m_extensionMap(makeExtensionMap())
     , m_decodeTab(std::make_unique<DecodeTab>(*this))
     , m_encodeTab(std::make_unique<EncodeTab>(*this))

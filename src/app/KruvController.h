@@ -6,6 +6,7 @@
 #include "app/BackgroundWork.h"
 #include "app/BaseTab.h"
 #include "app/TabHost.h"
+#include "tags/TrackNameInputController.h"
 #include "tasks/KruvTaskQueue.h"
 
 #include <QHash>
@@ -41,6 +42,7 @@ public:
     KruvTaskQueue &taskQueue() override { return m_taskQueue; }
     Preferences &preferences() override { return m_preferences; }
     UserInterface &userInterface() override { return m_userInterface; }
+    TrackNameInputController &trackNameInputController() override { return m_trackNameInputController; }
     bool isValidFile(const QString &tabLabel, const QString &path) const override;
 
     DecodeTab &decodeTab() { return *m_decodeTab; }
@@ -94,6 +96,7 @@ private:
     Preferences &m_preferences;
     UserInterface &m_userInterface;
     KruvTaskQueue m_taskQueue;
+    TrackNameInputController m_trackNameInputController;
     QHash<QString, QStringList> m_extensionMap;
     std::unique_ptr<DecodeTab> m_decodeTab;
     std::unique_ptr<EncodeTab> m_encodeTab;

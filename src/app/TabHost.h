@@ -9,6 +9,7 @@ namespace kruv {
 
 class KruvTaskQueue;
 class Preferences;
+class TrackNameInputController;
 class UserInterface;
 
 /// What a tab asks of the application around it. Main thread, but for isValidFile().
@@ -20,6 +21,8 @@ public:
     virtual KruvTaskQueue &taskQueue() = 0;
     virtual Preferences &preferences() = 0;
     virtual UserInterface &userInterface() = 0;
+    /// The one window for track names; every tab that works with names listens to it.
+    virtual TrackNameInputController &trackNameInputController() = 0;
 
     /// Whether the tab with this label takes the file, judged by its extension and, for some, its content.
     /// Any thread.

@@ -11,6 +11,7 @@
 #include "gui/TabView.h"
 #include "gui/TabViews.h"
 #include "gui/TagsTabView.h"
+#include "gui/TrackNameInputWindow.h"
 #include "gui/WindowPlace.h"
 #include "platform/MainThread.h"
 
@@ -41,6 +42,7 @@ MainWindow::MainWindow(KruvController &controller, GuiUserInterface &userInterfa
     resize(firstSize);
     makeTabs();
     makeMenus();
+    new TrackNameInputWindow(m_controller.trackNameInputController(), this);
     userInterface.attach(this, controller.taskQueue());
     restoreState();
 }

@@ -8,7 +8,6 @@
 #include "gui/Follow.h"
 #include "gui/OptionColumn.h"
 #include "gui/QuietLabel.h"
-#include "gui/TrackNameInputWindow.h"
 #include "shntool/SHNtoolTab.h"
 
 #include <QHBoxLayout>
@@ -94,7 +93,6 @@ void ShntoolTabView::addLengthOptions(SHNtoolTab &tab, QStackedWidget *pages)
     connect(names, &QPushButton::clicked, &tab, &SHNtoolTab::showNamesWindow);
     follow(tab.namesButton(), names, [] {});
     Bindings::bind(tab.namesText(), entered);
-    new TrackNameInputWindow(tab.trackNameWindow(), this);
 }
 
 void ShntoolTabView::addOutputOptions(SHNtoolTab &tab, QStackedWidget *pages)

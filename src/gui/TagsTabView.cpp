@@ -10,7 +10,6 @@
 #include "gui/KruvDragAndDropImageView.h"
 #include "gui/OptionColumn.h"
 #include "gui/QuietLabel.h"
-#include "gui/TrackNameInputWindow.h"
 #include "tags/TagFormats.h"
 #include "tags/TagsTab.h"
 
@@ -70,7 +69,6 @@ TagsTabView::TagsTabView(TagsTab &tab, const QStringList &kinds, QWidget *parent
     connect(&tab, &TagsTab::selectionChanged, this, &TagsTabView::showState);
     connect(&tab.autoName(), &Control::changed, this, &TagsTabView::showState);
     connect(&tab.albumArtImageView(), &Control::changed, this, &TagsTabView::showPicture);
-    new TrackNameInputWindow(tab.trackNamesWindow(), this);
     takeTone();
     showState();
 }
@@ -101,6 +99,7 @@ QLayout *TagsTabView::makeState()
     });
     m_count = new QuietLabel({}, m_form);
     m_count->setObjectName(QStringLiteral("selectionCount"));
+    m_count->setTextFormat(Qt::PlainText);
     m_progress = new QProgressBar(m_form);
     m_progress->setObjectName(QStringLiteral("readingProgress"));
     m_progress->setAccessibleName(tr("Files whose tags are read"));
@@ -396,32 +395,39 @@ void TagsTabView::showField(TagField field, QLineEdit *box) const
     box->setPlaceholderText(m_tab.differs(field) ? differing : usual.value(field));
 }
 
-void TagsTabView::showState()
+void TagsTabView::showSelection()
 {
+    constexpr int roomForName = 280; // device-independent pixels
     const qsizetype count = m_tab.selectedFiles().size();
-    const bool reading = m_tab.isReading();
-    for (auto field = m_fields.cbegin(); field != m_fields.cend(); ++field) {
-        showField(field.key(), field.value());
-    }
+    const qsizetype read = m_tab.filesRead();
     const QLocale locale;
     if (count == 0) {
         m_count->setText(tr("Select files to see and change their tags"));
-    } else if (reading && m_tab.filesRead() > 0) {
-        m_count->setText(
-            tr("reading %1 of %2…").arg(locale.toString(m_tab.filesRead()), locale.toString(count)));
+    } else if (m_tab.isReading() && read > 0) {
+        m_count->setText(tr("reading %1 of %2…").arg(locale.toString(read), locale.toString(count)));
+    } else if (count == 1) {
+        const QString name = PathNames::lastPathComponent(m_tab.selectedFiles().constFirst());
+        m_count->setText(fontMetrics().elidedText(name, Qt::ElideMiddle, roomForName));
     } else {
-        m_count->setText(count == 1 ? PathNames::lastPathComponent(m_tab.selectedFiles().constFirst())
-                                    : tr("%1 files").arg(locale.toString(count)));
+        m_count->setText(tr("%1 files").arg(locale.toString(count)));
     }
     m_progress->setRange(0, static_cast<int>(std::max<qsizetype>(count, 1)));
-    m_progress->setValue(static_cast<int>(m_tab.filesRead()));
-    m_progress->setVisible(reading && m_tab.filesRead() > 0);
+    m_progress->setValue(static_cast<int>(read));
+    m_progress->setVisible(m_tab.isReading() && read > 0);
     const bool generic = std::ranges::any_of(m_tab.selectedFiles(), [](const QString &file) {
         return !TagFormats::holdsPicture(PathNames::fileType(file));
     });
     m_limits->setText(generic ? tr("APE, WV and TTA files keep title, artist, album, year, track, genre and "
                                    "comment only.")
                               : QString());
+}
+
+void TagsTabView::showState()
+{
+    showSelection();
+    for (auto field = m_fields.cbegin(); field != m_fields.cend(); ++field) {
+        showField(field.key(), field.value());
+    }
     const qsizetype names = m_tab.names().size();
     m_trackNames->setText(names > 0 ? tr("Track &Names (%1)…").arg(names) : tr("Track &Names…"));
     int custom = 0;

@@ -54,6 +54,7 @@ private:
     /// Desktops give dark palettes in which hints are written in black.
     void takeTone();
     void showState();
+    void showSelection();
     void showPicture();
     void showField(TagField field, QLineEdit *box) const;
     void selectAllWhereNone();

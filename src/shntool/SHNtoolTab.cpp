@@ -66,7 +66,6 @@ SHNtoolTab::SHNtoolTab(TabHost &host)
                       QStringLiteral("show len by disc*")})
     , m_outputFormatMatrix(
           {QStringLiteral("SHN"), QStringLiteral("FLAC"), QStringLiteral("AIFF"), QStringLiteral("WAV")}, 2)
-    , m_trackNameWindow(host.userInterface())
 {
     m_outputFormatText.setText(QStringLiteral("Output format"));
     m_shntoolCommandMatrix.tieTo(host.preferences(), QStringLiteral("shntoolCommandOption"));
@@ -74,8 +73,8 @@ SHNtoolTab::SHNtoolTab(TabHost &host)
     m_outputFormatMatrix.tieTo(host.preferences(), QStringLiteral("shntoolOutputFormat"));
     connect(&m_shntoolCommandMatrix, &Control::changed, this, &SHNtoolTab::displayRelevantOptions);
     connect(&m_shnLenMatrix, &Control::changed, this, &SHNtoolTab::displayRelevantOptions);
-    connect(&m_trackNameWindow, &TrackNameInputController::kruvTrackNamesEnteredNotification, this,
-            &SHNtoolTab::trackNamesEntered);
+    connect(&host.trackNameInputController(), &TrackNameInputController::kruvTrackNamesEnteredNotification,
+            this, &SHNtoolTab::trackNamesEntered);
     SHNtoolTab::displayRelevantOptions();
 }
 

@@ -35,8 +35,8 @@ public:
     LabelControl &namesText() { return m_namesText; }
 
     const QStringList &names() const { return m_names; }
-    TrackNameInputController &trackNameWindow() { return m_trackNameWindow; }
-    void showNamesWindow() { m_trackNameWindow.show(); }
+    TrackNameInputController &trackNameWindow() const { return host().trackNameInputController(); }
+    void showNamesWindow() const { trackNameWindow().show(); }
 
     void displayRelevantOptions() override;
     void executeCommand() override;
@@ -79,7 +79,6 @@ private:
     ToggleControl m_deleteOriginalsButton;
     Control m_namesButton;
     LabelControl m_namesText;
-    TrackNameInputController m_trackNameWindow;
     QStringList m_names;
 };
 

@@ -6,6 +6,7 @@
 #include <QFile>
 
 #include <algorithm>
+#include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -47,10 +48,11 @@ long ReadOnlyFileStream::readAt(long offset, char *bytes, long count) const
     while (done < count) {
         const ssize_t got =
             pread(m_descriptor, bytes + done, static_cast<std::size_t>(count - done), offset + done);
-        if (got <= 0) {
+        if (got > 0) {
+            done += got;
+        } else if (got == 0 || errno != EINTR) {
             break;
         }
-        done += got;
     }
     return done;
 }

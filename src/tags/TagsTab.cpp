@@ -36,7 +36,7 @@ QString onlyPictureIn(const QString &folder)
 {
     QString found;
     const QDir directory(folder);
-    const QStringList names = directory.entryList(QDir::Files | QDir::Hidden, QDir::Unsorted);
+    const QStringList names = directory.entryList(QDir::Files, QDir::Unsorted);
     for (const QString &name : names) {
         if (!pictureTypes().contains(PathNames::fileType(name))) {
             continue;
@@ -77,10 +77,9 @@ struct TagsTab::Offer
 TagsTab::TagsTab(TabHost &host)
     : BaseTab(QStringLiteral("Tags"), host)
     , m_customTagsPanel(host.userInterface())
-    , m_trackNamesWindow(host.userInterface())
     , m_cueSheetTagImporter(host.userInterface())
 {
-    connect(&m_trackNamesWindow, &TrackNameInputController::kruvTrackNamesEnteredNotification, this,
+    connect(&trackNamesWindow(), &TrackNameInputController::kruvTrackNamesEnteredNotification, this,
             [this](const QStringList &names) { trackNamesEntered(names, NameSource::Window); });
     connect(&m_cueSheetTagImporter, &CueSheetTagImporter::kruvTrackNamesEnteredNotification, this,
             [this](const QStringList &names) { trackNamesEntered(names, NameSource::CueSheet); });
@@ -95,6 +94,7 @@ void TagsTab::tableViewSelectionDidChange(const QList<int> &rows)
     m_pictureWork.abandon();
     m_reading = false;
     m_filesRead = 0;
+    m_sheetTags.reset();
     m_differing.reset();
     m_picturesDiffer = false;
     clearFields();
@@ -189,6 +189,9 @@ void TagsTab::endReading(const TagsObject &record, AlbumArtControl::Shown pictur
     fillTexts(record);
     albumArtImageView().show(std::move(picture));
     m_reading = false;
+    if (const auto tags = std::exchange(m_sheetTags, nullptr)) {
+        fillFromSheet(*tags);
+    }
     showRead(m_selectedFiles.size());
 }
 
@@ -244,11 +247,17 @@ void TagsTab::chooseAlbumArt(const QString &path)
 void TagsTab::loadTagsFromCueSheet()
 {
     const auto tags = m_cueSheetTagImporter.loadTagsFromCueSheet();
-    if (!tags) {
-        return;
+    if (tags && m_reading) {
+        m_sheetTags = tags; // what is read must not come on top
+    } else if (tags) {
+        fillFromSheet(*tags);
     }
+}
+
+void TagsTab::fillFromSheet(const TagsObject &tags)
+{
     for (const TagField field : {TagField::Album, TagField::Artist}) {
-        if (const QString value = tags->text(field); !value.isNull()) {
+        if (const QString value = tags.text(field); !value.isNull()) {
             text(field).setText(value);
         }
     }
@@ -262,9 +271,10 @@ void TagsTab::trackNamesEntered(const QStringList &names, NameSource source)
     m_names = names;
     m_autoName.setOn(true);
     if (source == NameSource::CueSheet) {
-        m_trackNamesWindow.setNames(names);
-        m_trackNamesWindow.show();
+        trackNamesWindow().setNames(names);
+        trackNamesWindow().show();
     }
+    Q_EMIT selectionChanged();
 }
 
 TagsTab::Command TagsTab::makeCommand()

@@ -26,7 +26,7 @@ public:
 
     LabelControl &multipleSelectionsLabel() { return m_multipleSelectionsLabel; }
     KruvCustomTagsPanel &customTagsPanel() { return m_customTagsPanel; }
-    TrackNameInputController &trackNamesWindow() { return m_trackNamesWindow; }
+    TrackNameInputController &trackNamesWindow() const { return host().trackNameInputController(); }
     ToggleControl &autoName() { return m_autoName; }
     ToggleControl &writeEmptyTags() { return m_writeEmptyTags; }
     Control &usePreviousTagsButton() { return m_usePreviousTagsButton; }
@@ -84,6 +84,7 @@ private:
     BackgroundWork::Outcome readRows(const QStringList &files, const std::stop_token &stop);
     void showRead(qsizetype done);
     void endReading(const TagsObject &record, AlbumArtControl::Shown picture);
+    void fillFromSheet(const TagsObject &tags);
     void trackNamesEntered(const QStringList &names, NameSource source);
     Command makeCommand();
     static Offer findPicture(const QStringList &files);
@@ -95,10 +96,10 @@ private:
     ToggleControl m_writeEmptyTags;
     Control m_usePreviousTagsButton;
     KruvCustomTagsPanel m_customTagsPanel;
-    TrackNameInputController m_trackNamesWindow;
     CueSheetTagImporter m_cueSheetTagImporter;
     QStringList m_names;
     std::shared_ptr<const TagsObject> m_previousTagsObject;
+    std::shared_ptr<const TagsObject> m_sheetTags; // of a cue sheet, until the files are read
     QStringList m_selectedFiles;
     std::bitset<tagFieldCount> m_differing;
     bool m_picturesDiffer = false;
