@@ -3,6 +3,7 @@
 
 #include "PcmPipe.h"
 
+#include "AiffStore.h"
 #include "ChildProcess.h"
 #include "File.h"
 #include "StandIn.h"
@@ -220,6 +221,9 @@ int runPcmPipe(const Arguments &arguments, const ToolFinder &finder)
     }
     if (arguments.size() == 2 && arguments[0] == "store") {
         return store(arguments[1]);
+    }
+    if (arguments.size() == 2 && arguments[0] == "store-aiff") {
+        return storeAiff(readHeader(STDIN_FILENO), STDIN_FILENO, arguments[1]) ? EXIT_SUCCESS : EXIT_FAILURE;
     }
     complain(programName,
              "this program stands in the resources folder under the names of the tools it adapts");

@@ -15,6 +15,7 @@ namespace kruv::adapters {
 /// where the
 ///   channels need one.
 /// - `store FILE`: standard input into FILE, with the same header.
+/// - `store-aiff FILE`: standard input into FILE as AIFF.
 /// Returns the exit status; where another program finishes the work it does not return.
 int runPcmPipe(const Arguments &arguments, const ToolFinder &finder);
 

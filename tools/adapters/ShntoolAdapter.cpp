@@ -27,7 +27,8 @@ std::string outputExtension(const std::string &encoder)
 
 // The encoder description that does what `encoder` asks for:
 // - "cust ext=wav wvunpack %f -" names a decoder as the encoder; its sense is a plain output of that format.
-// - FLAC and WAV outputs of more than two channels need the extensible header that shntool does not write.
+// - WAV, FLAC and AIFF go through ours. FLAC and WAV outputs of more than two channels need the extensible
+// header that shntool does not write.
 std::string adaptedEncoder(std::string encoder, const std::string &helper)
 {
     const auto extension = outputExtension(encoder);
@@ -36,6 +37,10 @@ std::string adaptedEncoder(std::string encoder, const std::string &helper)
     }
     if (encoder == "wav") {
         return "cust ext=wav " + helper + " store %f";
+    }
+    if (encoder == "aiff") {
+        // shntool itself calls sox, which ends with success on a full disk.
+        return "cust ext=aiff " + helper + " store-aiff %f";
     }
     if (encoder == "flac") {
         return "flac ext=flac " + helper + " encode flac -s -o %f -";

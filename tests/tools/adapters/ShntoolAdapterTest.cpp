@@ -55,7 +55,7 @@ TEST(ShntoolAdapter, CompletesEveryLine)
          "-O|never|-o|cust ext=flac H encode flac -8  -V  -o %f -|-d|/d|--|/s/A.APE", "A.flac"},
         // A decoder named as the encoder stands for the format
         {"conv", "-o|cust ext=aiff wvunpack %f -|-O|never|-d|/d|/s/x.shn",
-         "-o|aiff|-O|never|-d|/d|--|/s/x.shn", "x.aiff"},
+         "-o|cust ext=aiff H store-aiff %f|-O|never|-d|/d|--|/s/x.shn", "x.aiff"},
         // fix: an encoder in separate words, no "-fixed", the given order
         {"fix", "-O|never|-k|-d|/d|-o|cust|ext=flac|{|flac|-s|-8|-o|%f|-|}|/s/02.wav|/s/01.aif",
          "-O|never|-k|-o|cust ext=flac H encode flac -s -8 -o %f -|-z||-r|none|-d|/d|--|/s/02.wav|/s/01.aif",
@@ -65,7 +65,8 @@ TEST(ShntoolAdapter, CompletesEveryLine)
         {"join", "-o|flac|-n|-d|/d|-O|never|/s/2.wav|/s/1.wav",
          "-o|flac ext=flac H encode flac -s -o %f -|-n|-O|never|-r|none|-d|/d|--|/s/2.wav|/s/1.wav",
          "joined.flac"},
-        {"trim", "-d|/d|-o|aiff|-O|never|/s/a.b.aif|/s/c", "-o|aiff|-O|never|-d|/d|--|/s/a.b.aif|/s/c",
+        {"trim", "-d|/d|-o|aiff|-O|never|/s/a.b.aif|/s/c",
+         "-o|cust ext=aiff H store-aiff %f|-O|never|-d|/d|--|/s/a.b.aif|/s/c",
          "a.b-trimmed.aiff|c-trimmed.aiff"},
         {"pad", "-d|/d|-o|shn|-O|never|/s/a.wav", "-o|shn|-O|never|-d|/d|--|/s/a.wav", "a-padded.shn"},
         {"strip", "-d|/d|-o|shn|-O|never|/s/a.WAV", "-o|shn|-O|never|-d|/d|--|/s/a.WAV", "a-stripped.shn"},

@@ -88,6 +88,20 @@ TEST_F(ShntoolRunTest, ConvertsEveryDepthAndChannelCountFromEveryContainer)
     }
 }
 
+TEST_F(ShntoolRunTest, AnAiffThatCannotBeWrittenWholeIsAFailure)
+{
+    const auto wav = makeSource("a.wav", m_cd);
+    const auto cut = makeSource("cut.wav", m_cd);
+    std::filesystem::resize_file(cut, std::filesystem::file_size(cut) - 1);
+    const auto program = std::string(getenv("KRUV_RESOURCES")) + "/kruv-adapters";
+    const auto store = [&](const std::string &input, const std::string &target) {
+        return runTool("/bin/sh -c", {R"("$0" store-aiff "$2" < "$1")", program, input, target}).status;
+    };
+    EXPECT_EQ(store(wav, output("a.aiff")), 0);
+    EXPECT_NE(store(wav, "/dev/full"), 0);
+    EXPECT_NE(store(cut, output("cut.aiff")), 0);
+}
+
 TEST_F(ShntoolRunTest, ReportsAndHashesAgreeOverContainers)
 {
     const auto audio = TestAudio::noise(11025, 6, 24);
