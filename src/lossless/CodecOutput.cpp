@@ -18,6 +18,12 @@ void setPercentage(Piece &result, double percentage)
     result.percentageText = QString::number(percentage, 'f', 6);
 }
 
+/// The encoders end with status 0 where a file has less audio than its header states.
+bool tellsOfShortInput(QStringView piece, QStringView words, QStringView name)
+{
+    return piece.contains(words) && !name.contains(words);
+}
+
 void readShntoolPercentage(Piece &result, QStringView text)
 {
     if (const qsizetype percent = text.indexOf(u'%'); percent >= 0) {
@@ -45,15 +51,14 @@ Piece wavpack(QStringView piece, QStringView name)
         setPercentage(result, ToolOutput::leadingNumber(number));
     }
     constexpr QStringView question = u"(yes/no/all)?";
-    constexpr QStringView shortInput = u"couldn't read all samples";
     result.outputExists =
         piece.contains(u"overwrite") && piece.contains(question) && !name.contains(question);
-    result.failed = result.outputExists || (piece.contains(shortInput) && !name.contains(shortInput));
+    result.failed = result.outputExists || tellsOfShortInput(piece, u"couldn't read all samples", name);
     result.results = piece.toString();
     return result;
 }
 
-Piece ttaenc(QStringView piece, QStringView)
+Piece ttaenc(QStringView piece, QStringView name)
 {
     const QStringView text = ToolOutput::withoutBackspaces(piece);
     constexpr QStringView marker = u"Percent Progress: ";
@@ -61,11 +66,12 @@ Piece ttaenc(QStringView piece, QStringView)
     if (const qsizetype at = text.lastIndexOf(marker); at >= 0) {
         setPercentage(result, ToolOutput::leadingNumber(text.sliced(at + marker.size())));
     }
+    result.failed = tellsOfShortInput(text, u"has less audio than its header states", name);
     result.results = text.toString().repeated(2);
     return result;
 }
 
-Piece mac(QStringView piece, QStringView)
+Piece mac(QStringView piece, QStringView name)
 {
     constexpr QStringView progress = u"Progress: ";
     Piece result;
@@ -82,7 +88,8 @@ Piece mac(QStringView piece, QStringView)
             result.detail = update.sliced(seconds + 2).toString();
         }
     }
-    result.failed = piece.contains(u"Error: 10") || piece.contains(u"Error: 2000");
+    result.failed = piece.contains(u"Error: 10") || piece.contains(u"Error: 2000") ||
+                    tellsOfShortInput(piece, u"the input ends before the audio", name);
     result.results = piece.toString();
     return result;
 }

@@ -9,6 +9,8 @@
 #include "tasks/OriginalFile.h"
 #include "tasks/ToolOutput.h"
 
+#include <QFile>
+
 namespace kruv {
 
 EncodeFlacTask::EncodeFlacTask(const QString &fileName, TaskCompletionSink *queue, const QString &launchPath,
@@ -25,6 +27,7 @@ EncodeFlacTask::EncodeFlacTask(const QString &fileName, TaskCompletionSink *queu
 void EncodeFlacTask::startTask()
 {
     m_output = OutputWatch(outputPath());
+    m_mayReplace = arguments().contains(QStringLiteral("-f"));
     m_overItself = m_fileName == outputPath() || OutputWatch::isSameFile(m_fileName, outputPath());
     KruvAsyncNSTask::startTask();
 }
@@ -61,6 +64,11 @@ void EncodeFlacTask::copyAiffTags()
 
 void EncodeFlacTask::cleanup()
 {
+    if ((error() || cancelled()) && m_output.written() && !m_overItself &&
+        (m_mayReplace || !m_output.existedBefore())) {
+        QFile::remove(outputPath()); // half a file that looks whole
+        return;
+    }
     const QString sourceType = PathNames::fileType(m_fileName);
     const bool sourceIsAiff = sourceType == u"AIFF" || sourceType == u"AIF";
     // A file that was there before and that a failed run never touched keeps its own tags.

@@ -30,6 +30,7 @@ private:
 
     QString m_fileName;
     OutputWatch m_output;
+    bool m_mayReplace = false;
     bool m_overItself = false;
     bool m_sourceIsShort = false;
     double m_lastPercentageDisplayed = 0.0;

@@ -20,9 +20,9 @@ constexpr ToolStep wavpackDecoder{"wvunpack", Line::wvunpackToTemporary, Output:
                                   "Decoding From Wavpack %1%"};
 
 constexpr ToolStep wavpack{"wavpack", Line::wavpack, Output::wavpack, "Encoding to Wavpack: %1%", true};
-constexpr ToolStep ttaenc{"ttaenc", Line::ttaenc, Output::ttaenc, "Encoding to TTA: %1%"};
+constexpr ToolStep ttaenc{"ttaenc", Line::ttaenc, Output::ttaenc, "Encoding to TTA: %1%", true};
 constexpr ToolStep mac{"mac", Line::macCompress, Output::mac,
-                       "Encoding to Monkey's Audio: %1%   %2 seconds remaining"};
+                       "Encoding to Monkey's Audio: %1%   %2 seconds remaining", true};
 constexpr ToolStep flac{"flac", Line::flacEncode, Output::flacEncode, "Encoding to Flac: %1% %2", true};
 
 constexpr WavSource usualSources[] = {

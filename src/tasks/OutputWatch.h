@@ -21,6 +21,8 @@ public:
 
     /// True when the file exists, is not empty, and is not the one that was there when the watch began.
     bool written() const;
+    /// True when a file was there when the watch began.
+    bool existedBefore() const { return m_before.has_value(); }
 
     /// Has the file system bring the file and its name to the disk, so that a power cut can't take them back.
     /// False when it reports an error. Blocks.
