@@ -8,10 +8,10 @@
 #include "checksums/FileHash.h"
 #include "checksums/FlacFingerprint.h"
 #include "checksums/ListText.h"
+#include "lossless/TagCopy.h"
 #include "platform/MainThread.h"
 #include "platform/Resources.h"
 #include "regex/Regex.h"
-#include "tags/TagLibTagsHelper.h"
 #include "tasks/OriginalFile.h"
 #include "tasks/TaskCompletionSink.h"
 #include "tasks/TextFile.h"
@@ -154,27 +154,16 @@ void FixTask::copyTags()
     }
     for (std::size_t index = 0; index < m_outputs.size() && !cancelled(); ++index) {
         const QString &source = m_fileNames[static_cast<qsizetype>(index)];
-        if (!m_outputs[index].written() || !isOneOf(source, "AIFF AIF FLAC")) {
+        if (!m_outputs[index].written() || !isOneOf(source, "AIFF AIF FLAC WV TTA")) {
             continue;
         }
         showStatus(QStringLiteral("Writing tags"));
         try {
-            copyTags(source, fixedFile(source));
+            TagCopy::write(fixedFile(source), *TagCopy::read(source));
         } catch (const std::exception &failure) {
+            m_sourceOfLostTags = source;
             qCWarning(fixLog, "Exception trying to tag fixed files: %s", failure.what());
         }
-    }
-}
-
-void FixTask::copyTags(const QString &source, const QString &output) const
-{
-    const TagLibTagsHelper helper;
-    const auto tags =
-        isOneOf(source, "FLAC") ? helper.tagsForFlacFile(source) : helper.tagsForAIFFFile(source);
-    const bool written = m_outputFormat == u"flac" ? helper.writeTagsForFLACFile(output, *tags, false)
-                                                   : helper.writeTagsForAIFFFile(output, *tags);
-    if (!written) {
-        qCWarning(fixLog, "The tags of %s could not be written", qUtf8Printable(output));
     }
 }
 
@@ -266,6 +255,10 @@ void FixTask::writeList(const QString &listName, const QString &text)
 void FixTask::deleteOriginals()
 {
     if (!deleteOriginal() || !mayGoOn()) {
+        return;
+    }
+    if (!m_sourceOfLostTags.isEmpty()) {
+        OriginalFile::keep(*this, m_sourceOfLostTags, QStringLiteral("its tags could not be copied"));
         return;
     }
     for (std::size_t index = 0; index < m_outputs.size(); ++index) {

@@ -44,7 +44,6 @@ private:
     void processTaskOutput(const QString &piece);
     void showCurrentFile(QStringView piece);
     void copyTags();
-    void copyTags(const QString &source, const QString &output) const;
     void writeChecksums();
     void handleMD5();
     void doMd5Call(const QString &listName, const QStringList &files);
@@ -67,6 +66,8 @@ private:
     /// The tool's words from the latest "Fixing [" on, until the name is whole.
     QString m_currentLine;
     QString m_totalOutput;
+    /// Empty while all tags could be copied.
+    QString m_sourceOfLostTags;
 };
 
 } // namespace kruv
