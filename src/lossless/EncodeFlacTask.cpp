@@ -64,8 +64,7 @@ void EncodeFlacTask::copyAiffTags()
 
 void EncodeFlacTask::cleanup()
 {
-    if ((error() || cancelled()) && m_output.written() && !m_overItself &&
-        (m_mayReplace || !m_output.existedBefore())) {
+    if (error() && m_output.written() && !m_overItself && (m_mayReplace || !m_output.existedBefore())) {
         QFile::remove(outputPath()); // half a file that looks whole
         return;
     }
