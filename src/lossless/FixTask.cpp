@@ -95,6 +95,7 @@ void FixTask::doStartTask()
         m_outputs.emplace_back(fixedFile(file));
     }
     doFixCall();
+    checkOutputs();
     if (!cancelled()) {
         copyTags();
         writeChecksums();
@@ -109,6 +110,20 @@ void FixTask::doFixCall()
         toolPath(QStringLiteral("shntool")),
         fixArguments(m_fileNames, m_outputFormat, m_outputPath, m_flacLevel),
         [this](const QString &piece) { processTaskOutput(piece); }, PathNames::folderOf(m_fileNames.at(0)));
+}
+
+/// The tool ends with success also where an encoder failed behind its back, as on a full disk.
+void FixTask::checkOutputs()
+{
+    const bool encoderFailed = m_totalOutput.contains(u"child encoder process");
+    for (std::size_t index = 0; index < m_outputs.size() && mayGoOn(); ++index) {
+        if (encoderFailed || !m_outputs[index].written()) {
+            fail(QStringLiteral("The fixed files are not complete: %1.\n")
+                     .arg(encoderFailed ? QStringLiteral("an encoder failed")
+                                        : fixedFile(m_fileNames[static_cast<qsizetype>(index)]) +
+                                              QStringLiteral(" is missing")));
+        }
+    }
 }
 
 void FixTask::processTaskOutput(const QString &piece)

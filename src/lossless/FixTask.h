@@ -41,6 +41,7 @@ protected:
 
 private:
     void doFixCall();
+    void checkOutputs();
     void processTaskOutput(const QString &piece);
     void showCurrentFile(QStringView piece);
     void copyTags();

@@ -59,6 +59,9 @@ void ShntoolConvTask::processTaskOutput(const QString &text)
 
 void ShntoolConvTask::cleanup()
 {
+    if (m_encoderFailed && !cancelled()) {
+        setError(true); // whatever the tool's own status
+    }
     if (!error() && !cancelled()) {
         copyTags();
     }
