@@ -5,9 +5,11 @@
 
 #include "File.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <csignal>
+#include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
 #include <poll.h>
@@ -66,6 +68,9 @@ struct Relay
     File source;
     int target;
     TextReplacer replacer;
+    std::string failureWords;
+    bool *saidItFailed;
+    std::string recent = {};
 
     // False at the end of the stream; `broken` is set when nobody reads the target any more.
     bool passOn(bool &broken)
@@ -77,10 +82,20 @@ struct Relay
         }
         const auto text =
             count > 0 ? replacer.feed({buffer.data(), static_cast<std::size_t>(count)}) : replacer.flush();
+        lookForFailure(text);
         if (!broken && !writeAll(target, text)) {
             broken = errno == EPIPE;
         }
         return count > 0;
+    }
+
+    // The words may come in two pieces.
+    void lookForFailure(const std::string &text)
+    {
+        recent += text;
+        *saidItFailed =
+            *saidItFailed || (!failureWords.empty() && recent.find(failureWords) != std::string::npos);
+        recent.erase(0, recent.size() - std::min(recent.size(), failureWords.size()));
     }
 };
 
@@ -185,6 +200,9 @@ bool ChildProcess::run()
         relayOutput(output[0], errors[0]);
     }
     awaitChild();
+    if (m_saidItFailed && m_exitStatus == EXIT_SUCCESS) {
+        m_exitStatus = EXIT_FAILURE;
+    }
     return true;
 }
 
@@ -201,12 +219,16 @@ void ChildProcess::startChild(int outputPipe, int errorPipe) const
     _exit(execute(m_command));
 }
 
-void ChildProcess::relayOutput(int outputEnd, int errorEnd) const
+void ChildProcess::relayOutput(int outputEnd, int errorEnd)
 {
     std::vector<Relay> relays;
-    relays.push_back({File(outputEnd), STDOUT_FILENO, TextReplacer(m_command.replacements)});
+    const auto add = [&](int source, int target) {
+        relays.push_back({File(source), target, TextReplacer(m_command.replacements), m_command.failureWords,
+                          &m_saidItFailed});
+    };
+    add(outputEnd, STDOUT_FILENO);
     if (errorEnd >= 0) {
-        relays.push_back({File(errorEnd), STDERR_FILENO, TextReplacer(m_command.replacements)});
+        add(errorEnd, STDERR_FILENO);
     }
     // Ends with the tool, not with the last holder of the pipe: a helper it left behind must not hold us up.
     const File ending(static_cast<int>(syscall(SYS_pidfd_open, m_child, 0)));

@@ -15,6 +15,7 @@ struct ChildCommand
     Arguments arguments;
     std::string workingFolder;             // empty: as it is
     std::vector<Replacement> replacements; // in what it prints; none: its output goes its own way
+    std::string failureWords = {};         // printed, they make status 0 a 1; only with replacements
 };
 
 /// Replaces this process by `program`. Returns only on failure, with the exit status to end with (126 or
@@ -49,13 +50,14 @@ public:
 
 private:
     void startChild(int outputPipe, int errorPipe) const;
-    void relayOutput(int outputEnd, int errorEnd) const;
+    void relayOutput(int outputEnd, int errorEnd);
     void awaitChild();
 
     ChildCommand m_command;
     int m_child = -1;
     int m_exitStatus = 0;
     int m_signal = 0;
+    bool m_saidItFailed = false;
 };
 
 /// Ends this process by `signal`, or with status 128 + signal should that not be possible.

@@ -251,6 +251,7 @@ int runShntool(const std::string &name, const Arguments &arguments, const ToolFi
         return EXIT_FAILURE;
     }
     ChildCommand command{finder.find("shntool"), name, plan.arguments, {}, {}};
+    command.failureWords = "]: warning: child encoder process "; // the tool goes on without that output
     setenv("PATH", finder.childSearchPath().c_str(), 1);
     // Without a place for its outputs the tool can only fail; it says so itself.
     if (plan.runsAlone() || (plan.folderArgument != 0 && !isFolder(plan.folder))) {
