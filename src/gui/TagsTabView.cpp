@@ -70,7 +70,8 @@ TagsTabView::TagsTabView(TagsTab &tab, const QStringList &kinds, QWidget *parent
     connect(&tab, &TagsTab::selectionChanged, this, &TagsTabView::showState);
     connect(&tab.autoName(), &Control::changed, this, &TagsTabView::showState);
     connect(&tab.albumArtImageView(), &Control::changed, this, &TagsTabView::showPicture);
-    new TrackNameInputWindow(tab.trackNamesWindow(), this);
+    auto *names = new TrackNameInputWindow(tab.trackNamesWindow(), this);
+    names->setObjectName(QStringLiteral("trackNamesWindow"));
     takeTone();
     showState();
 }
