@@ -40,6 +40,7 @@ constexpr Hint hints[] = {
     {u"END_OF_STREAM events", "The source ends too early: it is damaged or was not copied whole."},
     {u"decoded number of samples", "The source ends too early: it is damaged or was not copied whole."},
     {u"MD5 signature mismatch", "The audio is not what was encoded: the file is damaged."},
+    {u"FLAC__STREAM_DECODER_ERROR_STATUS", "The source is damaged or is not a FLAC file."},
     {u"FLAC__STREAM_DECODER_ABORTED", "Check that the output folder's disk has space left."},
     {u"FLAC__STREAM_DECODER", "The source is damaged or is not a FLAC file."},
     {u"not a WAVE file", "The file is not the kind of audio that its name says."},
