@@ -25,7 +25,8 @@ _kruv()
     fi
     case $command:$before in
     --tab:--tab) mapfile -t COMPREPLY < <(compgen -W "decode encode checksum lossy about" -- "$word") && return ;;
-    encode:--to) mapfile -t COMPREPLY < <(compgen -W "flac" -- "$word") && return ;;
+    encode:--to) mapfile -t COMPREPLY < <(compgen -W "flac shn wv tta ape m4a" -- "$word") && return ;;
+    encode:--wavpack-mode) mapfile -t COMPREPLY < <(compgen -W "fast high" -- "$word") && return ;;
     decode:--to) mapfile -t COMPREPLY < <(compgen -W "wav aiff" -- "$word") && return ;;
     lossy:--to) mapfile -t COMPREPLY < <(compgen -W "mp3 aac he-aac opus" -- "$word") && return ;;
     lossy:--mode) mapfile -t COMPREPLY < <(compgen -W "cbr abr vbr vbr-constrained" -- "$word") && return ;;
@@ -40,7 +41,7 @@ _kruv()
     esac
     case $command in
     encode)
-        options="--help --jobs --quiet --json --no-color --output --beside-source --delete-originals --yes --to --level --lax --verify --keep-foreign-metadata --fingerprints --overwrite"
+        options="--help --jobs --quiet --json --no-color --output --beside-source --delete-originals --yes --to --level --lax --verify --keep-foreign-metadata --fingerprints --md5 --wavpack-mode --overwrite"
         ;;
     decode)
         options="--help --jobs --quiet --json --no-color --output --beside-source --delete-originals --yes --to --through-errors --keep-foreign-metadata"

@@ -24,7 +24,7 @@ DecodeVerb::DecodeVerb(CLI::App &parent)
                    "Go on where a FLAC file is damaged; its original is then kept");
     app().add_flag("--keep-foreign-metadata", m_keepForeignMetadata,
                    "Put back the chunks that encoding with the same flag kept");
-    app().footer("Outputs that are there already: those of FLAC, Shorten and WavPack files stay.\n"
+    app().footer("Outputs that are there already are never replaced.\n"
                  "Example: decode a folder into another\n"
                  "  kruv decode --to wav --output /tmp/wavs ~/Concert");
 }

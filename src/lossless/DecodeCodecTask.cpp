@@ -5,8 +5,6 @@
 
 #include "tasks/TemporaryFile.h"
 
-#include <QFile>
-
 namespace kruv {
 
 namespace {
@@ -42,10 +40,11 @@ void DecodeCodecTask::doStartTask()
 {
     watchOutput();
     showStatus(QString::fromUtf8(m_recipe.firstStatus));
-    const bool decoderReplaces = m_toAiff || !m_recipe.decoder.writesInPlace;
-    if (decoderReplaces && QFile::exists(outFile())) {
-        fail(QStringLiteral("The output %1 already exists and was left as it is.").arg(outFile()));
-    } else if (m_toAiff) {
+    const bool decoderAsks = !m_toAiff && m_recipe.decoder.writesInPlace;
+    if (!decoderAsks && !outputIsFree()) {
+        return;
+    }
+    if (m_toAiff) {
         decodeThroughWav();
     } else {
         runStep(m_recipe.decoder, {.input = fileName(), .output = outFile()});

@@ -21,6 +21,9 @@ void PcmConversionTask::doStartTask()
 {
     const OutputWatch output(m_outFile);
     showStatus(firstStatus());
+    if (!outputIsFree()) {
+        return;
+    }
     EncodeCoreAudioSync conversion(*this, fileName(), m_outFile, FormatType::LinearPcm,
                                    toAiff() ? FileType::Aiff : FileType::Wave);
     if (conversion.doEncodeCall()) {

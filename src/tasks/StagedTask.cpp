@@ -12,6 +12,7 @@
 #include "tasks/ToolEnvironment.h"
 
 #include <QDeadlineTimer>
+#include <QFileInfo>
 #include <QProcess>
 #include <QStringDecoder>
 
@@ -173,6 +174,15 @@ void StagedTask::showProgress(const QString &status, double percentage)
         setProgressIndicatorValue(percentage);
         publish(&KruvTask::updateStatus);
     }
+}
+
+bool StagedTask::outputIsFree()
+{
+    if (QFileInfo::exists(outputPath())) {
+        fail(QStringLiteral("The output %1 already exists and was left as it is.").arg(outputPath()));
+        return false;
+    }
+    return true;
 }
 
 void StagedTask::deleteSource(const OutputWatch &output)
