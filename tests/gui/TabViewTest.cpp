@@ -6,14 +6,18 @@
 #include "checksums/ChecksumTab.h"
 #include "gui/WindowFixture.h"
 #include "lossless/EncodeTab.h"
+#include "lossy/LossyTab.h"
 #include "support/Audio.h"
 #include "tasks/KruvTask.h"
 
 #include <QAbstractButton>
+#include <QComboBox>
+#include <QLineEdit>
 #include <QMenu>
 #include <QProcess>
 #include <QPushButton>
 #include <QSlider>
+#include <QSpinBox>
 #include <QStackedWidget>
 #include <QTabWidget>
 #include <QTest>
@@ -253,6 +257,29 @@ TEST_F(TabViewTest, NamesTheChecksumCommandByWhatItDoes)
     toggle(checksum, qPrintable(u"Command "_s + create));
     EXPECT_EQ(command->text().remove(u'&'), u"Create list"_s);
     EXPECT_FALSE(kinds->isHidden());
+}
+
+TEST_F(TabViewTest, ShowsTheLossyOptionsOfTheFormatAndCorrectsWhatIsTyped)
+{
+    const QString lossy = u"lossy"_s;
+    window->selectTab(lossy);
+    auto *rate = find<QComboBox>(find<QStackedWidget>(page(lossy), "formatPages")->widget(0), "comboBox");
+    toggle(lossy, "MP3 mode VBR");
+    EXPECT_FALSE(rate->isVisible());
+    EXPECT_TRUE(find<QSlider>(page(lossy), "slider")->isVisible());
+    toggle(lossy, "MP3 mode CBR");
+    EXPECT_TRUE(rate->isVisible());
+    rate->lineEdit()->selectAll();
+    QTest::keyClicks(rate, u"79\r"_s);
+    EXPECT_EQ(controller.lossyTab().comboLevel(), 256);
+    toggle(lossy, "Format HE-AAC");
+    EXPECT_EQ(rate->currentText() + rate->itemText(0), u"6024"_s);
+    toggle(lossy, "Format AAC");
+    toggle(lossy, "AAC mode VBR");
+    auto *stepper = find<QSpinBox>(page(lossy), "stepper");
+    stepper->selectAll();
+    QTest::keyClicks(stepper, u"128"_s);
+    EXPECT_EQ(controller.lossyTab().stepperLevel(), 12) << "the digit that would make it 128 is refused";
 }
 
 } // namespace kruv::test
