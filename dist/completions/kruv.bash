@@ -31,7 +31,8 @@ _kruv()
     fi
     case $command:$before in
     --tab:--tab) mapfile -t COMPREPLY < <(compgen -W "decode encode checksum util about" -- "$word") && return ;;
-    encode:--to) mapfile -t COMPREPLY < <(compgen -W "flac" -- "$word") && return ;;
+    encode:--to) mapfile -t COMPREPLY < <(compgen -W "flac shn wv tta ape m4a" -- "$word") && return ;;
+    encode:--wavpack-mode) mapfile -t COMPREPLY < <(compgen -W "fast high" -- "$word") && return ;;
     decode:--to) mapfile -t COMPREPLY < <(compgen -W "wav aiff" -- "$word") && return ;;
     "checksum create":-k|"checksum create":--kind) mapfile -t COMPREPLY < <(compgen -W "md5 ffp st5" -- "$word") && return ;;
     "util resample":--rate) mapfile -t COMPREPLY < <(compgen -W "44.1 48 88.2 96 176.4 192" -- "$word") && return ;;
@@ -45,7 +46,7 @@ _kruv()
     esac
     case $command in
     encode)
-        options="--help --jobs --quiet --json --no-color --output --beside-source --delete-originals --yes --to --level --lax --verify --keep-foreign-metadata --fingerprints --overwrite"
+        options="--help --jobs --quiet --json --no-color --output --beside-source --delete-originals --yes --to --level --lax --verify --keep-foreign-metadata --fingerprints --md5 --wavpack-mode --overwrite"
         ;;
     decode)
         options="--help --jobs --quiet --json --no-color --output --beside-source --delete-originals --yes --to --through-errors --keep-foreign-metadata"

@@ -62,27 +62,17 @@ ChoiceControl::ChoiceControl(const QStringList &titles, int columns, QObject *pa
 
 void ChoiceControl::select(int index)
 {
-    const int selected = isAvailable(index) ? index : -1;
+    const int selected = index >= 0 && index < m_titles.size() ? index : -1;
     if (m_selected != selected) {
         m_selected = selected;
         valueChanged();
     }
 }
 
-void ChoiceControl::setAvailable(int index, bool available)
-{
-    if (available) {
-        m_unavailable.remove(index);
-    } else {
-        m_unavailable.insert(index);
-    }
-    Q_EMIT changed();
-}
-
 bool ChoiceControl::selectTitle(const QString &title)
 {
     const auto index = static_cast<int>(m_titles.indexOf(title));
-    if (!isAvailable(index)) {
+    if (index < 0) {
         return false;
     }
     select(index);

@@ -4,7 +4,6 @@
 #pragma once
 
 #include <QObject>
-#include <QSet>
 #include <QString>
 #include <QStringList>
 #include <QVariant>
@@ -81,14 +80,8 @@ public:
     int selectedColumn() const { return m_selected < 0 ? -1 : m_selected % m_columns; }
     /// Empty when nothing is selected.
     QString selectedTitle() const { return m_titles.value(m_selected); }
-    /// An index outside the grid, or of a title that isn't available, selects nothing.
+    /// An index outside the grid selects nothing.
     void select(int index);
-    /// Titles that can't be chosen here stay in the grid, so that indices keep their meaning.
-    void setAvailable(int index, bool available);
-    bool isAvailable(int index) const
-    {
-        return index >= 0 && index < m_titles.size() && !m_unavailable.contains(index);
-    }
     bool selectTitle(const QString &title);
 
 protected:
@@ -97,7 +90,6 @@ protected:
 
 private:
     QStringList m_titles;
-    QSet<int> m_unavailable;
     int m_columns;
     int m_selected = 0;
 };

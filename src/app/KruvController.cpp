@@ -6,6 +6,7 @@
 #include "app/FolderWalk.h"
 #include "app/PathNames.h"
 #include "app/UserInterface.h"
+#include "audio/CoreAudioHelper.h"
 #include "checksums/ChecksumTab.h"
 #include "lossless/DecodeTab.h"
 #include "lossless/EncodeTab.h"
@@ -21,6 +22,8 @@ const QString aboutLabel = QStringLiteral("about");
 const QString checksumLabel = QStringLiteral("checksum");
 const QString decodeLabel = QStringLiteral("decode");
 const QString encodeLabel = QStringLiteral("encode");
+const QString lossyLabel = QStringLiteral("lossy");
+const QString m4a = QStringLiteral("M4A");
 
 QStringList types(const char *list)
 {
@@ -36,7 +39,7 @@ QHash<QString, QStringList> makeExtensionMap()
         {checksumLabel, types("WAV AIFF AIF FLAC SHN MD5 FFP TXT APE WV TTA ST5")},
         {QStringLiteral("shntool"), types("FLAC SHN WAV AIF AIFF TTA WV APE")},
         {QStringLiteral("fix SBE"), types("FLAC SHN WAV AIF AIFF WV TTA")},
-        {QStringLiteral("lossy"), types("FLAC SHN WAV AIFF AIF WV TTA")},
+        {lossyLabel, types("FLAC SHN WAV AIFF AIF WV TTA")},
         {QStringLiteral("Tags"), types("FLAC M4A MP3 WV APE TTA AIF AIFF")},
     };
 }
@@ -88,7 +91,19 @@ bool KruvController::isValidFile(const QString &tabLabel, const QString &path) c
         return true;
     }
     const QString fileType = PathNames::fileType(path);
-    return !fileType.isEmpty() && listHas(tabLabel, fileType);
+    if (fileType == m4a && (tabLabel == lossyLabel || tabLabel == encodeLabel)) {
+        return CoreAudioHelper::isAppleLossless(path);
+    }
+    if (fileType.isEmpty() || listHas(tabLabel, fileType)) {
+        return !fileType.isEmpty();
+    }
+    // Whatever the name says: what the file holds is one of the tab's types.
+    const bool takesWav = listHas(tabLabel, QStringLiteral("WAV"));
+    const bool takesAiff =
+        listHas(tabLabel, QStringLiteral("AIF")) || listHas(tabLabel, QStringLiteral("AIFF"));
+    return takesWav && takesAiff
+               ? CoreAudioHelper::isAiffOrWav(path)
+               : (takesWav && CoreAudioHelper::isWav(path)) || (takesAiff && CoreAudioHelper::isAiff(path));
 }
 
 KruvController::Intake KruvController::getFiles(const QStringList &paths, const std::stop_token &stop)
@@ -109,8 +124,9 @@ KruvController::Intake KruvController::getFiles(const QStringList &paths, const 
 
 bool KruvController::passesPreFilter(const QString &tabLabel, const QString &path) const
 {
-    return tabLabel == checksumLabel || !m_extensionMap.contains(tabLabel) ||
-           listHas(tabLabel, PathNames::fileType(path));
+    const QString fileType = PathNames::fileType(path);
+    return tabLabel == checksumLabel || !m_extensionMap.contains(tabLabel) || listHas(tabLabel, fileType) ||
+           (tabLabel == encodeLabel && fileType == m4a && CoreAudioHelper::isAppleLossless(path));
 }
 
 void KruvController::setIntakeInBackground(bool inBackground)

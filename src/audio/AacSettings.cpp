@@ -38,10 +38,11 @@ struct QualityPoint
     double scale;   // the encoder's own
 };
 
-// The encoder's scale at the rates that people know the 0 to 127 by, for stereo at 44.1 kHz: about 64, 96,
-// 128, 192, 256 and 320 kbit/s. Between two points the scale is read off the line.
+// The encoder's scale where it gives the rates that people know 0 to 127 by, measured on plucked strings, on
+// pink noise and on both together, in stereo at 44.1 kHz: about 40, 90, 125, 190, 255 and 320 kbit/s. Between
+// two points the scale is read off the line.
 constexpr std::array<QualityPoint, 6> nativeScale{
-    {{0, 0.25}, {45, 0.5}, {64, 0.8}, {91, 1.3}, {109, 1.9}, {127, 2.6}}};
+    {{0, 0.25}, {45, 0.7}, {64, 1.0}, {91, 1.3}, {109, 1.7}, {127, 2.1}}};
 
 double scaleOf(double quality)
 {

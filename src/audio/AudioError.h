@@ -17,9 +17,6 @@ public:
         : std::runtime_error((why.isEmpty() ? step : step + u'\n' + why).toStdString())
     {
     }
-
-    /// Step and cause, a line each.
-    QString reason() const { return QString::fromUtf8(what()); }
 };
 
 } // namespace kruv

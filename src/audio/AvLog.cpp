@@ -35,6 +35,7 @@ void install()
 {
     static std::once_flag once;
     std::call_once(once, [] { av_log_set_callback(keepErrors); });
+    lastError.clear();
 }
 
 QString takeLastError(int code)

@@ -8,7 +8,7 @@
 /// FFmpeg's messages: kept off standard error, the last one of each thread held for our own.
 namespace kruv::AvLog {
 
-/// Takes FFmpeg's messages over for the process; cheap to call again.
+/// Takes FFmpeg's messages over for the process, and forgets what this thread has held. Cheap to call again.
 void install();
 
 /// The last error that FFmpeg reported on this thread, a space and its cause; then forgets it. `code` is what

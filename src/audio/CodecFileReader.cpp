@@ -15,13 +15,23 @@ namespace kruv {
 namespace {
 
 // Containers of audio only. Playlists and the like, which name further files, are none of our inputs.
-constexpr const char *containers = "wav,w64,aiff,mov,caf";
+constexpr const char *containers = "wav,aiff,mov";
 
 // Of the decoder configuration of Apple Lossless, the box's head included.
 constexpr int cookieSize = 36;
+constexpr int cookiePacketFrames = 12;
 constexpr int cookieDepth = 17;
 constexpr int cookieChannels = 21;
 constexpr int cookieRate = 32;
+
+// More is no length of audio, but damage.
+constexpr std::int64_t longestAudio = std::int64_t{1} << 47; // frames
+
+std::uint32_t number(const std::uint8_t *bytes)
+{
+    return static_cast<std::uint32_t>(bytes[0]) << 24 | static_cast<std::uint32_t>(bytes[1]) << 16 |
+           static_cast<std::uint32_t>(bytes[2]) << 8 | bytes[3];
+}
 
 int refuseFurtherFiles(AVFormatContext *, AVIOContext **, const char *, int, AVDictionary **)
 {
@@ -146,6 +156,9 @@ void CodecFileReader::describe()
         const AVRational frame = {1, static_cast<int>(m_dataFormat.sampleRate)};
         m_lengthInFrames = av_rescale_q(m_stream->duration, m_stream->time_base, frame);
     }
+    if (m_lengthInFrames > longestAudio) {
+        cannotOpen("dta?", QStringLiteral("The length of the audio makes no sense."));
+    }
 }
 
 void CodecFileReader::describeAppleLossless()
@@ -159,12 +172,10 @@ void CodecFileReader::describeAppleLossless()
     m_dataFormat.bitsPerChannel = depth;
     m_dataFormat.formatFlags = depth == 16 ? 1 : depth == 20 ? 2 : depth == 24 ? 3 : depth == 32 ? 4 : 0;
     m_dataFormat.channels = cookie[cookieChannels];
-    m_dataFormat.sampleRate = static_cast<std::uint32_t>(cookie[cookieRate]) << 24 |
-                              static_cast<std::uint32_t>(cookie[cookieRate + 1]) << 16 |
-                              static_cast<std::uint32_t>(cookie[cookieRate + 2]) << 8 |
-                              cookie[cookieRate + 3];
-    if (m_dataFormat.channels == 4) {
-        m_dataFormat.channelMask = 0; // the codec has one name for all layouts of four
+    m_dataFormat.sampleRate = number(cookie + cookieRate);
+    m_packetFrames = number(cookie + cookiePacketFrames);
+    if (m_dataFormat.channels == 4 || m_dataFormat.channels == 8) {
+        m_dataFormat.channelMask = 0; // the codec has one name for all layouts of so many
     }
 }
 
@@ -183,7 +194,7 @@ std::size_t CodecFileReader::read(std::span<std::uint8_t> buffer)
         filled -= std::min(filled, static_cast<std::size_t>(surplus) * frameSize);
         m_framesRead = m_lengthInFrames;
     }
-    if (filled < buffer.size() && m_framesRead < m_lengthInFrames && !lossy) {
+    if (filled < buffer.size() && hasLostAudio()) {
         cannotRead(QStringLiteral("The audio ends after %1 of %2 frames.")
                        .arg(QString::number(m_framesRead), QString::number(m_lengthInFrames)));
     }
@@ -240,10 +251,23 @@ bool CodecFileReader::nextPacket()
             if ((m_packet->flags & AV_PKT_FLAG_CORRUPT) != 0) {
                 cannotRead(QStringLiteral("The file ends in the middle of its audio."));
             }
+            ++m_packetsRead;
             return true;
         }
         av_packet_unref(m_packet.get());
     }
+}
+
+/// At the end of the packets.
+bool CodecFileReader::hasLostAudio() const
+{
+    const std::int64_t missing = m_lengthInFrames - m_framesRead;
+    if (isAppleLossless()) {
+        // Some writers count the last packet as a whole one.
+        return missing >= std::max<std::int64_t>(m_packetFrames, 1) ||
+               (missing > 0 && m_packetsRead < avformat_index_get_entries_count(m_stream));
+    }
+    return missing > 0 && av_get_exact_bits_per_sample(m_codecId) >= 8;
 }
 
 void CodecFileReader::openConverter(const AVFrame &frame)

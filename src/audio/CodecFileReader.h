@@ -11,8 +11,8 @@
 
 namespace kruv {
 
-/// What FFmpeg's demuxers and decoders read: MPEG-4 audio, and WAV, W64, AIFF-C and CAF files that hold
-/// something else than plain integer PCM.
+/// What FFmpeg's demuxers and decoders read: MPEG-4 audio, and WAV and AIFF-C files that hold something else
+/// than plain integer PCM.
 class CodecFileReader : public ExtAudioFileReader
 {
 public:
@@ -32,6 +32,7 @@ private:
     void append(const AVFrame &frame);
     void openConverter(const AVFrame &frame);
     void noteClipping(const AVFrame &frame);
+    bool hasLostAudio() const;
     std::size_t take(std::span<std::uint8_t> buffer);
     bool isAppleLossless() const { return m_dataFormat.formatType == FormatType::AppleLossless; }
 
@@ -47,6 +48,8 @@ private:
     std::vector<std::uint8_t> m_pending;   // in the client format
     std::size_t m_taken = 0;               // of m_pending, in bytes
     std::int64_t m_framesRead = 0;
+    std::int64_t m_packetsRead = 0;
+    std::int64_t m_packetFrames = 0; // of Apple Lossless
     bool m_clipped = false;
 };
 

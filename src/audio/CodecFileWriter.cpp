@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 extern "C" {
 #include <libavutil/channel_layout.h>
@@ -19,6 +20,10 @@ namespace kruv {
 namespace {
 
 constexpr int fifoFrames = 8192; // to start with; it grows
+
+// Below this FFmpeg's Apple Lossless encoder writes beyond the space it gave itself, several channels at
+// least, and ends the whole process. It does not where it leaves the samples uncompressed.
+constexpr int fewestCompressibleFrames = 16;
 
 [[noreturn]] void cannotHold(const QString &why)
 {
@@ -122,6 +127,10 @@ void CodecFileWriter::chooseAac()
     if (!takeOwnLayout(*m_encoder, channels)) {
         av_channel_layout_default(&m_encoder->ch_layout, channels);
     }
+    if (channels == 3) {
+        // By default the third would be an LFE, which the encoder cuts to its lowest tones.
+        setChannelLayout(AV_CH_LAYOUT_SURROUND);
+    }
     m_encoder->sample_fmt = codec->sample_fmts[0];
 }
 
@@ -169,6 +178,11 @@ void CodecFileWriter::openContainer(bool empty)
     stream->time_base = m_encoder->time_base;
     avcodec_parameters_from_context(stream->codecpar, m_encoder.get());
     AVDictionary *options = nullptr;
+    // Lengths to the frame; milliseconds otherwise.
+    av_dict_set_int(&options, "movie_timescale", m_encoder->sample_rate, 0);
+    if (m_format.formatType == FormatType::AppleLossless) {
+        av_dict_set(&options, "use_editlist", "0", 0); // nothing to leave out
+    }
     if (empty) {
         // A track without samples is left out otherwise.
         av_dict_set(&options, "movflags", "empty_moov", 0);
@@ -255,6 +269,20 @@ void CodecFileWriter::convert(const std::uint8_t *frames, int count)
     }
 }
 
+void CodecFileWriter::stopCompressing()
+{
+    AvPointer<AVCodecContext> plain(avcodec_alloc_context3(m_encoder->codec));
+    plain->sample_rate = m_encoder->sample_rate;
+    plain->sample_fmt = m_encoder->sample_fmt;
+    plain->bits_per_raw_sample = m_encoder->bits_per_raw_sample;
+    plain->time_base = m_encoder->time_base;
+    plain->flags = m_encoder->flags;
+    plain->compression_level = 0;
+    av_channel_layout_copy(&plain->ch_layout, &m_encoder->ch_layout);
+    m_encoder = std::move(plain); // the codec looks at each packet by itself: nothing is left in the old one
+    openEncoder();
+}
+
 void CodecFileWriter::encodeFifo(bool all)
 {
     const int packetFrames = m_encoder->frame_size;
@@ -262,6 +290,9 @@ void CodecFileWriter::encodeFifo(bool all)
         const int waiting = av_audio_fifo_size(m_fifo.get());
         if (waiting == 0 || (waiting < packetFrames && !all)) {
             return;
+        }
+        if (waiting < fewestCompressibleFrames && m_format.formatType == FormatType::AppleLossless) {
+            stopCompressing();
         }
         m_frame->format = m_encoder->sample_fmt;
         m_frame->sample_rate = m_encoder->sample_rate;

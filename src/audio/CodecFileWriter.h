@@ -33,6 +33,7 @@ private:
     void openConverter();
     const std::uint8_t *widened(std::span<const std::uint8_t> frames);
     void convert(const std::uint8_t *frames, int count);
+    void stopCompressing();
     void encodeFifo(bool all);
     void encode(AVFrame *frame);
     [[noreturn]] void cannotWrite(int code);

@@ -55,7 +55,7 @@ bool CoreAudioHelper::isAIFC(const QString &path)
         return file.read(start) == static_cast<std::int64_t>(start.size()) &&
                std::memcmp(start.data(), "FORM", 4) == 0 && std::memcmp(start.data() + 8, "AIFC", 4) == 0;
     } catch (const AudioError &failure) {
-        qCWarning(audioLog, "exception: %s", failure.what());
+        qCInfo(audioLog, "exception: %s", failure.what());
         return false;
     }
 }

@@ -13,6 +13,7 @@
 #include <QFileInfo>
 #include <QLoggingCategory>
 
+#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -71,11 +72,11 @@ bool EncodeCoreAudioSync::doEncodeCall()
         return !m_task.cancelled();
     } catch (const std::exception &failure) {
         const QString reason = QString::fromUtf8(failure.what());
-        qCWarning(audioLog, "Exception %s", qUtf8Printable(reason));
+        qCInfo(audioLog, "Exception %s", qUtf8Printable(reason));
         if (m_created && !m_task.cancelled() && QFileInfo(m_outFile).isFile()) {
             QFile::remove(m_outFile); // half a file that looks whole
         }
-        m_task.setError(true);
+        m_task.setError(!m_task.cancelled() || m_task.error());
         m_task.results()->setResults(
             QStringLiteral("Error encoding %1 to %2:\n%3").arg(m_fileName, formatStringValue(), reason),
             m_task);
@@ -103,7 +104,7 @@ void EncodeCoreAudioSync::convert()
     }
     const std::uint32_t layout = surroundLayout(format.channels);
     if (m_formatType != FormatType::LinearPcm && layout != 0 && !output->setChannelLayout(layout)) {
-        qCWarning(audioLog, "AudioConverterSetProperty kAudioConverterOutputChannelLayout failure");
+        qCInfo(audioLog, "AudioConverterSetProperty kAudioConverterOutputChannelLayout failure");
     }
     copyFrames(*input, *output);
     output->finish();
@@ -112,7 +113,7 @@ void EncodeCoreAudioSync::convert()
 void EncodeCoreAudioSync::copyFrames(ExtAudioFileReader &input, ExtAudioFileWriter &output)
 {
     const std::uint32_t frameSize = input.dataFormat().clientFormat().bytesPerFrame;
-    std::vector<std::uint8_t> buffer(bufferBytes / frameSize * frameSize);
+    std::vector<std::uint8_t> buffer(std::max<std::size_t>(bufferBytes / frameSize, 1) * frameSize);
     m_lastShown = 0.0;
     for (std::int64_t pass = 1; !m_task.cancelled(); ++pass) {
         const std::size_t bytes = input.read(buffer);

@@ -22,7 +22,7 @@ public:
     ExtAudioFileReader(const ExtAudioFileReader &) = delete;
     ExtAudioFileReader &operator=(const ExtAudioFileReader &) = delete;
 
-    /// Opens WAV, RF64, W64, AIFF, AIFF-C, CAF and MPEG-4 files, known by their content.
+    /// Opens WAV, RF64, AIFF, AIFF-C and MPEG-4 files, known by their content.
     static std::unique_ptr<ExtAudioFileReader> open(const QString &path);
 
     const AudioStreamFormat &dataFormat() const { return m_dataFormat; }

@@ -53,7 +53,7 @@ FileDescriptor FileDescriptor::openForReading(const QString &path)
 FileDescriptor FileDescriptor::create(const QString &path)
 {
     FileDescriptor file(
-        open(QFile::encodeName(path).constData(), O_RDWR | O_CREAT | O_TRUNC | O_CLOEXEC, 0666));
+        open(QFile::encodeName(path).constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666));
     if (file.m_descriptor < 0) {
         cannot("ExtAudioFileCreateWithURL", errno);
     }

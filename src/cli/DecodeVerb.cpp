@@ -11,12 +11,13 @@
 namespace kruv {
 
 DecodeVerb::DecodeVerb(CLI::App &parent)
-    : TabVerb(parent, "decode", "Make WAV or AIFF of FLAC files")
+    : TabVerb(parent, "decode", "Make WAV or AIFF of lossless files")
 {
     declareCommonFlags();
     declareOutputFlags();
     app()
-        .add_option("--to", m_format, "Format to make: wav or aiff (AIFF takes the tags over)")
+        .add_option("--to", m_format,
+                    "Format to make: wav or aiff (AIFF takes the tags of FLAC and Apple Lossless over)")
         ->required()
         ->type_name("FORMAT");
     app().add_flag("--through-errors", m_throughErrors,

@@ -19,7 +19,10 @@ protected:
     void runCommands(KruvController &controller, QueueRun &queueRun, const QStringList &paths) override;
 
 private:
-    void setControls(EncodeTab &tab) const;
+    void declareFormatFlags();
+    void checkFlags(const QString &format);
+    void setLevel(EncodeTab &tab, const QString &format) const;
+    void setControls(EncodeTab &tab);
 
     std::string m_format;
     int m_level = -1;
@@ -27,6 +30,8 @@ private:
     bool m_verify = false;
     bool m_keepForeignMetadata = false;
     bool m_fingerprints = false;
+    bool m_md5 = false;
+    std::string m_wavpackMode;
 };
 
 } // namespace kruv

@@ -22,6 +22,10 @@ struct Hint
 constexpr Hint hints[] = {
     {u"already exists, use -f",
      "Move the existing file away, choose another output folder, or allow overwriting."},
+    {u"(yes/no/all)?", "Move the existing file away or choose another output folder."},
+    {u"already exists and was left", "Move the existing file away or choose another output folder."},
+    {u"could not open output file",
+     "Move an existing file away, or check that the output folder may be written to."},
     {u"No space left", "Free some space on the output folder's disk and try again."},
     {u"can't open input file", "Check that the file is there and may be read."},
     {u"Permission denied", "Check that the output folder may be written to."},
@@ -36,12 +40,15 @@ constexpr Hint hints[] = {
     {u"END_OF_STREAM events", "The source ends too early: it is damaged or was not copied whole."},
     {u"decoded number of samples", "The source ends too early: it is damaged or was not copied whole."},
     {u"MD5 signature mismatch", "The audio is not what was encoded: the file is damaged."},
+    {u"FLAC__STREAM_DECODER_ABORTED", "Check that the output folder's disk has space left."},
     {u"FLAC__STREAM_DECODER", "The source is damaged or is not a FLAC file."},
     {u"not a WAVE file", "The file is not the kind of audio that its name says."},
     {u"unsupported number of channels", "flac can't take this number of channels from this kind of file."},
     {u"'data' chunk has size of 0", "The source holds no audio."},
     {u"'SSND' chunk has size <= 8", "The source holds no audio."},
     {u"unsupported format type", "The source holds a kind of audio that this format can't take."},
+    {u"error while transferring",
+     "Check that the source is whole and the output folder's disk has space left."},
     {u"unknown file type", "The file is not the kind of audio that its name says."},
 };
 
@@ -51,23 +58,30 @@ constexpr QStringView noise[] = {
     u"NOTE: --keep-foreign-metadata",
 };
 
-/// What flac prints besides: its banner, progress, states, and the backspaces between updates. The results
+/// What the tools print besides: banners, progress, states, and the backspaces between updates. The results
 /// hold the tool's pieces one behind the other, so these stand for the line breaks that are gone.
 const QRegularExpression &chatter()
 {
-    static const QRegularExpression expression(
-        QStringLiteral("flac \\d\\S*\\s*Copyright[\\s\\S]*?Type `flac' for details\\."
-                       "|(testing, )?\\d+(\\.\\d+)?% complete(, ratio=\\d+\\.\\d{3})?"
-                       "|(init_status|init status|state) = FLAC__[A-Z_]*[A-Z](?![a-z])"
-                       "|[^\\n]*WARNING: skipping unknown chunk[^)]*\\)"
-                       "|\\x{08}+"));
+    static const QRegularExpression expression(QStringLiteral(
+        "flac \\d\\S*\\s*Copyright[\\s\\S]*?Type `flac' for details\\."
+        "|(testing, )?\\d+(\\.\\d+)?% complete(, ratio=\\d+\\.\\d{3})?"
+        "|(init_status|init status|state) = FLAC__[A-Z_]*[A-Z](?![a-z])"
+        "|[^\\n]*WARNING: skipping unknown chunk[^)]*\\)"
+        "|W(V|AV)(UN)?PACK [^\\n]*\\s*Copyright[^\\n]*|(creating|restoring) [^\\n\\r]*?,(?=\\s)"
+        "|\\d+% done\\.\\.\\.|(created|restored) [^\\n\\r]* in [\\d.]+ secs \\([^)]*\\)|Percent Progress: "
+        "\\d+"
+        "|(Compressing \\([a-z ]+\\)|Decompressing)\\.\\.\\."
+        "|Progress: [\\d.]+% \\([^)]*\\)"
+        "|Converting( \\[[^\\n]*?\\] (\\([\\d:.]+\\) (--> (\\[[^\\n]*?\\] ?:?)?)?)?)?"
+        "|\\x{08}+"));
     return expression;
 }
 
 bool isNoise(QStringView line)
 {
+    static const QRegularExpression progress(QStringLiteral("^((\\d{1,3}%\\s*)*(OK|ERROR)?|.*:\\s*done)$"));
     const bool loneName = line.endsWith(u':') && !line.contains(u": ");
-    return line.isEmpty() || loneName ||
+    return line.isEmpty() || loneName || progress.match(line).hasMatch() ||
            std::ranges::any_of(noise, [line](QStringView words) { return line.startsWith(words); });
 }
 

@@ -16,9 +16,14 @@ namespace {
 
 constexpr std::array signals{SIGINT, SIGTERM, SIGHUP};
 std::array<int, 2> pipeEnds{-1, -1};
+pid_t owner = 0;
 
 void onSignal(int)
 {
+    // Ctrl-C also reaches a child that is about to become a tool. It is the same key press, not a second one.
+    if (getpid() != owner) {
+        return;
+    }
     const char byte = 0;
     [[maybe_unused]] const ssize_t written = write(pipeEnds[1], &byte, 1);
 }
@@ -31,6 +36,7 @@ SignalWatcher::SignalWatcher(QObject *parent)
     if (pipe2(pipeEnds.data(), O_CLOEXEC | O_NONBLOCK) != 0) {
         return;
     }
+    owner = getpid();
     m_descriptor = pipeEnds[0];
     auto *notifier = new QSocketNotifier(m_descriptor, QSocketNotifier::Read, this);
     connect(notifier, &QSocketNotifier::activated, this, &SignalWatcher::drain);

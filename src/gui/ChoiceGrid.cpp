@@ -41,11 +41,7 @@ ChoiceGrid::ChoiceGrid(ChoiceControl &control, const QString &name, QWidget *par
 void ChoiceGrid::showSelection()
 {
     for (int index = 0; index < m_buttons.size(); ++index) {
-        QRadioButton *button = m_buttons[index];
-        const bool available = m_control.isAvailable(index);
-        button->setChecked(index == m_control.selectedIndex());
-        button->setEnabled(available);
-        button->setToolTip(available ? QString() : tr("This version can't make %1 yet").arg(button->text()));
+        m_buttons[index]->setChecked(index == m_control.selectedIndex());
     }
 }
 

@@ -6,7 +6,14 @@
 #include "app/PathNames.h"
 #include "app/Preferences.h"
 #include "app/UserInterface.h"
+#include "lossless/AiffToWavAndViceVersaTask.h"
+#include "lossless/CodecCommandLine.h"
+#include "lossless/DecodeALACTask.h"
+#include "lossless/DecodeAPETask.h"
 #include "lossless/DecodeFlacTask.h"
+#include "lossless/DecodeSHNTask.h"
+#include "lossless/DecodeTTATask.h"
+#include "lossless/DecodeWavpackTask.h"
 #include "lossless/FlacCommandLine.h"
 #include "lossless/OutputPlan.h"
 #include "tasks/KruvTaskQueue.h"
@@ -36,9 +43,25 @@ struct DecodeTab::SourceRow
                                       const QString &format);
 };
 
+template <class Job>
+std::shared_ptr<KruvTask> DecodeTab::make(DecodeTab &tab, const QString &fileName, const QString &folder,
+                                          const QString &format)
+{
+    return std::make_shared<Job>(&tab.host().taskQueue(), fileName, folder, format);
+}
+
 const DecodeTab::SourceRow DecodeTab::sourceRows[] = {
     {u"FLAC", [](DecodeTab &tab, const QString &fileName, const QString &folder,
                  const QString &format) { return tab.decodeFlac(fileName, folder, format); }},
+    {u"SHN", [](DecodeTab &tab, const QString &fileName, const QString &folder,
+                const QString &format) { return tab.decodeSHN(fileName, folder, format); }},
+    {u"WV", make<DecodeWavpackTask>},
+    {u"TTA", make<DecodeTTATask>},
+    {u"APE", make<DecodeAPETask>},
+    {u"M4A", make<DecodeALACTask>},
+    {u"WAV", make<AiffToWavAndViceVersaTask>},
+    {u"AIFF", make<AiffToWavAndViceVersaTask>},
+    {u"AIF", make<AiffToWavAndViceVersaTask>},
 };
 
 DecodeTab::DecodeTab(TabHost &host)
@@ -150,6 +173,26 @@ std::shared_ptr<KruvTask> DecodeTab::decodeFlac(const QString &fileName, const Q
     return std::make_shared<DecodeFlacTask>(fileName, &host().taskQueue(),
                                             pathToCommandLineTools() + QStringLiteral("/flac"),
                                             FlacCommandLine::decode(request));
+}
+
+std::shared_ptr<KruvTask> DecodeTab::decodeSHN(const QString &fileName, const QString &outputPath,
+                                               const QString &format)
+{
+    return shntoolJob(outputExtension(format), outputPath, fileName);
+}
+
+std::shared_ptr<KruvTask> DecodeTab::decodeWavpack(const QString &fileName, const QString &outputPath,
+                                                   const QString &format)
+{
+    return shntoolJob(CodecCommandLine::wvunpackEncoder(outputExtension(format)), outputPath, fileName);
+}
+
+std::shared_ptr<KruvTask> DecodeTab::shntoolJob(const QString &encoder, const QString &folder,
+                                                const QString &fileName)
+{
+    return std::make_shared<DecodeSHNTask>(&host().taskQueue(),
+                                           pathToCommandLineTools() + QStringLiteral("/shntool"),
+                                           CodecCommandLine::shntoolConvert(encoder, folder, fileName));
 }
 
 } // namespace kruv

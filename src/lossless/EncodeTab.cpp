@@ -7,7 +7,18 @@
 #include "app/Preferences.h"
 #include "app/UserInterface.h"
 #include "checksums/CreateFFPTask.h"
+#include "checksums/CreateMD5Task.h"
+#include "lossless/CodecCommandLine.h"
+#include "lossless/EncodeALACTask.h"
+#include "lossless/EncodeALACToAPETask.h"
+#include "lossless/EncodeALACToFlacTask.h"
+#include "lossless/EncodeApeTask.h"
 #include "lossless/EncodeFlacTask.h"
+#include "lossless/EncodeSHNTask.h"
+#include "lossless/EncodeSHNToFlacTask.h"
+#include "lossless/EncodeTTATask.h"
+#include "lossless/EncodeWavpackTask.h"
+#include "lossless/EncodeWavpackToFlacTask.h"
 #include "lossless/FlacCommandLine.h"
 #include "tasks/KruvTaskQueue.h"
 
@@ -47,6 +58,26 @@ const EncodeTab::FormatRow EncodeTab::formatRows[] = {
      [](EncodeTab &tab, const OutputPlan::Entry &entry, const Command &command) {
          return tab.encodeFLAC(entry.source, entry.folder, command.results, command.overwrite);
      }},
+    {u"SHN", true,
+     [](EncodeTab &tab, const OutputPlan::Entry &entry, const Command &command) {
+         return tab.encodeSHN(entry.source, entry.folder, command.results);
+     }},
+    {u"WV", false,
+     [](EncodeTab &tab, const OutputPlan::Entry &entry, const Command &) {
+         return tab.encodeWavpack(entry.source, entry.folder);
+     }},
+    {u"TTA", false,
+     [](EncodeTab &tab, const OutputPlan::Entry &entry, const Command &) {
+         return tab.encodeTTA(entry.source, entry.folder);
+     }},
+    {u"APE", false,
+     [](EncodeTab &tab, const OutputPlan::Entry &entry, const Command &) {
+         return tab.encodeAPE(entry.source, entry.folder);
+     }},
+    {u"M4A", false,
+     [](EncodeTab &tab, const OutputPlan::Entry &entry, const Command &) -> std::shared_ptr<KruvTask> {
+         return std::make_shared<EncodeALACTask>(&tab.host().taskQueue(), entry.source, entry.folder);
+     }},
 };
 
 EncodeTab::EncodeTab(TabHost &host)
@@ -58,12 +89,6 @@ EncodeTab::EncodeTab(TabHost &host)
     , m_apeSlider(apeFastest, apeSlowest, apeNormal, apeFastest)
     , m_wavepackFormatMatrix({QStringLiteral("Fast"), QStringLiteral("High")}, 2)
 {
-    for (int index = 0; index < m_outputFormatMatrix.titles().size(); ++index) {
-        const QString &format = m_outputFormatMatrix.titles()[index];
-        const bool known =
-            std::ranges::any_of(formatRows, [&](const FormatRow &row) { return row.format == format; });
-        m_outputFormatMatrix.setAvailable(index, known);
-    }
     Preferences &preferences = host.preferences();
     m_outputFormatMatrix.tieTo(preferences, QStringLiteral("encodeOutputFormat"));
     m_sourceEncodeButton.tieTo(preferences, QStringLiteral("encodeToSourceDirectory"));
@@ -166,12 +191,23 @@ bool EncodeTab::confirmFlacOverwrite(const OutputPlan &plan, bool &overwrite)
 
 void EncodeTab::addFollowUp(const QString &format, const OutputPlan &plan, KruvTaskResults &results)
 {
-    if (format == flac && m_generateFFPButton.isOn()) {
+    if (format == u"SHN" && m_generateMD5Button.isOn()) {
+        results.setTaskAfterSetDone(
+            std::make_shared<CreateMD5Task>(&host().taskQueue(), plan.outputs(), md5FileFor(plan)));
+    } else if (format == flac && m_generateFFPButton.isOn()) {
         const QString name =
             QStringLiteral("fingerprint.") + host().preferences().string(QStringLiteral("ffpExtension"));
         results.setTaskAfterSetDone(
             std::make_shared<CreateFFPTask>(&host().taskQueue(), plan.outputsByFolder(), name));
     }
+}
+
+QString EncodeTab::md5FileFor(const OutputPlan &plan) const
+{
+    const QString &folder = plan.entries().front().folder;
+    const bool namedAsFolder = host().preferences().boolean(QStringLiteral("checksumFileUsesOutputDirName"));
+    const QString name = namedAsFolder ? PathNames::lastPathComponent(folder) : QStringLiteral("md5sum");
+    return folder + u'/' + name + QStringLiteral(".md5");
 }
 
 void EncodeTab::queueJobs(const FormatRow &row, const OutputPlan &plan, bool overwrite)
@@ -200,23 +236,65 @@ std::shared_ptr<KruvTask> EncodeTab::encodeFLAC(const QString &fileName, const Q
                                                 const std::shared_ptr<KruvTaskResults> &results,
                                                 bool overwrite)
 {
-    static const QStringList direct{QStringLiteral("WAV"), QStringLiteral("AIFF"), QStringLiteral("AIF"),
-                                    flac};
-    if (!direct.contains(PathNames::fileType(fileName))) {
-        return nullptr;
+    KruvTaskQueue *queue = &host().taskQueue();
+    const QString type = PathNames::fileType(fileName);
+    const int level = m_flacSlider.value();
+    const bool verify = m_flacVerifyButton.isOn();
+    if (type == u"SHN" || type == u"APE") {
+        return std::make_shared<EncodeSHNToFlacTask>(
+            queue, tool(QStringLiteral("shntool")),
+            CodecCommandLine::shntoolToFlac(level, m_flacLaxButton.isOn(), verify, outputPath, fileName),
+            type, results);
+    }
+    if (type == u"M4A") {
+        return std::make_shared<EncodeALACToFlacTask>(queue, fileName, outputPath, level, verify, results);
+    }
+    if (type == u"WV") {
+        return std::make_shared<EncodeWavpackToFlacTask>(queue, fileName, outputPath, level, verify, results);
+    }
+    if (type == u"TTA") {
+        return nullptr; // flac would take it for raw samples
     }
     const FlacCommandLine::EncodeRequest request{
         .source = fileName,
         .output = PathNames::outputPath(outputPath, fileName, QStringLiteral("flac")),
-        .level = m_flacSlider.value(),
+        .level = level,
         .lax = m_flacLaxButton.isOn(),
         .keepForeignMetadata = m_flacKeepForeignMetadataButton.isOn(),
-        .verify = m_flacVerifyButton.isOn(),
+        .verify = verify,
         .overwrite = overwrite,
     };
-    return std::make_shared<EncodeFlacTask>(fileName, &host().taskQueue(),
-                                            pathToCommandLineTools() + QStringLiteral("/flac"),
+    return std::make_shared<EncodeFlacTask>(fileName, queue, tool(flac.toLower()),
                                             FlacCommandLine::encode(request), results);
+}
+
+std::shared_ptr<KruvTask> EncodeTab::encodeSHN(const QString &fileName, const QString &outputPath,
+                                               const std::shared_ptr<KruvTaskResults> &results)
+{
+    return std::make_shared<EncodeSHNTask>(
+        &host().taskQueue(), tool(QStringLiteral("shntool")),
+        CodecCommandLine::shntoolConvert(QStringLiteral("shn"), outputPath, fileName), results);
+}
+
+std::shared_ptr<KruvTask> EncodeTab::encodeWavpack(const QString &fileName, const QString &outputPath)
+{
+    const QString level =
+        m_wavepackFormatMatrix.selectedIndex() == 0 ? QStringLiteral("-f") : QStringLiteral("-h");
+    return std::make_shared<EncodeWavpackTask>(&host().taskQueue(), fileName, level, outputPath);
+}
+
+std::shared_ptr<KruvTask> EncodeTab::encodeTTA(const QString &fileName, const QString &outputPath)
+{
+    return std::make_shared<EncodeTTATask>(&host().taskQueue(), fileName, outputPath);
+}
+
+std::shared_ptr<KruvTask> EncodeTab::encodeAPE(const QString &fileName, const QString &outputPath)
+{
+    const QString level = QString::number(m_apeSlider.value());
+    if (PathNames::fileType(fileName) == u"M4A") {
+        return std::make_shared<EncodeALACToAPETask>(&host().taskQueue(), fileName, outputPath, level);
+    }
+    return std::make_shared<EncodeApeTask>(&host().taskQueue(), fileName, level, outputPath);
 }
 
 } // namespace kruv

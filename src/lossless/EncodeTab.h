@@ -39,9 +39,12 @@ public:
     /// True when any of `inputFiles` is among `outputFiles`.
     static bool isFileClash(const QStringList &inputFiles, const QStringList &outputFiles);
 
-    /// The job that makes FLAC of one source, or null where none does.
+    /// The job that makes FLAC of one source: which one, its type decides. Null for TTA.
     std::shared_ptr<KruvTask> encodeFLAC(const QString &fileName, const QString &outputPath,
                                          const std::shared_ptr<KruvTaskResults> &results, bool overwrite);
+    std::shared_ptr<KruvTask> encodeSHN(const QString &fileName, const QString &outputPath,
+                                        const std::shared_ptr<KruvTaskResults> &results);
+    std::shared_ptr<KruvTask> encodeTTA(const QString &fileName, const QString &outputPath);
 
 private:
     struct Command;
@@ -52,6 +55,10 @@ private:
     bool confirmFlacOverwrite(const OutputPlan &plan, bool &overwrite);
     void refuseClash(const QString &text);
     void addFollowUp(const QString &format, const OutputPlan &plan, KruvTaskResults &results);
+    QString md5FileFor(const OutputPlan &plan) const;
+    std::shared_ptr<KruvTask> encodeWavpack(const QString &fileName, const QString &outputPath);
+    std::shared_ptr<KruvTask> encodeAPE(const QString &fileName, const QString &outputPath);
+    QString tool(const QString &name) const { return pathToCommandLineTools() + u'/' + name; }
     void queueJobs(const FormatRow &row, const OutputPlan &plan, bool overwrite);
 
     ChoiceControl m_outputFormatMatrix;

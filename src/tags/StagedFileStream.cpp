@@ -229,6 +229,9 @@ bool StagedFileStream::commitInPlace()
 
 bool StagedFileStream::commitToNewFile()
 {
+    if (!isOpen()) {
+        return false;
+    }
     const QFileInfo original(m_file);
     // A short name of its own: one made from the file's name may be longer than a name can be.
     QTemporaryFile target(QFileInfo(original.canonicalFilePath()).absolutePath() +

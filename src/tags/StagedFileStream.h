@@ -29,6 +29,9 @@ public:
     /// as it was.
     bool commit();
 
+    /// Always makes a new file, so that one who is interrupted at any moment has the old file or the new one.
+    bool commitToNewFile();
+
     TagLib::FileName name() const override { return m_encodedPath.constData(); }
     TagLib::ByteVector readBlock(unsigned long length) override;
     void writeBlock(const TagLib::ByteVector &data) override;
@@ -60,7 +63,6 @@ private:
     void replace(long start, long length, QByteArray data);
     bool audioStaysInPlace() const;
     bool commitInPlace();
-    bool commitToNewFile();
     bool copyPiece(const Piece &piece, QIODevice &target);
     std::vector<Patch> patches() const;
 

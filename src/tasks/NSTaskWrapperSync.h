@@ -18,6 +18,10 @@ public:
 
     void appendToPATH(const QString &folder);
     void setDirectory(const QString &folder) { m_currentDirectoryPath = folder; }
+    void setEnvironmentVariable(const QString &name, const QString &value)
+    {
+        m_environment.insert(name, value);
+    }
     const QProcessEnvironment &environment() const { return m_environment; }
 
     /// Blocks until the tool has ended. A tool that can't be launched leaves output() saying so.

@@ -12,11 +12,13 @@
 #include "tasks/ToolEnvironment.h"
 
 #include <QDeadlineTimer>
+#include <QFileInfo>
 #include <QProcess>
 #include <QStringDecoder>
 
 #include <exception>
 #include <stdexcept>
+#include <unistd.h>
 
 namespace kruv {
 
@@ -43,6 +45,18 @@ private:
     bool m_asked = false;
     QDeadlineTimer m_patience;
 };
+
+/// Takes the tool out of the terminal's hands. It has nobody to ask: a question is a failure here. And some
+/// tools end at Ctrl-C even where it was ignored for them, which would pass for a failure.
+void detachFromTerminal(QProcess &process)
+{
+    process.setInputChannelMode(QProcess::ManagedInputChannel);
+    process.setStandardInputFile(QProcess::nullDevice());
+    process.setChildProcessModifier([inherited = process.childProcessModifier()] {
+        inherited();
+        setpgid(0, 0);
+    });
+}
 
 } // namespace
 
@@ -113,6 +127,7 @@ bool StagedTask::runTool(const QString &launchPath, const QStringList &arguments
         process.setWorkingDirectory(folder);
     }
     ToolEnvironment::prepare(process);
+    detachFromTerminal(process);
     process.start(directProgram(launchPath, arguments), arguments, QIODevice::ReadOnly);
     if (!process.waitForStarted(-1)) {
         throw std::runtime_error(
@@ -159,6 +174,15 @@ void StagedTask::showProgress(const QString &status, double percentage)
         setProgressIndicatorValue(percentage);
         publish(&KruvTask::updateStatus);
     }
+}
+
+bool StagedTask::outputIsFree()
+{
+    if (QFileInfo::exists(outputPath())) {
+        fail(QStringLiteral("The output %1 already exists and was left as it is.").arg(outputPath()));
+        return false;
+    }
+    return true;
 }
 
 void StagedTask::deleteSource(const OutputWatch &output)

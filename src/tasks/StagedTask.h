@@ -56,6 +56,8 @@ protected:
     void showProgress(const QString &status, double percentage);
     void restartProgress() { m_lastPercentageDisplayed = 0.0; }
 
+    /// For conversions that must not replace a file: false, with the job failed, where the output exists.
+    bool outputIsFree();
     /// The last step of a conversion: deletes the source where that was asked for, the job may go on and
     /// `output` was written. A source that is its own output stays.
     void deleteSource(const OutputWatch &output);

@@ -4,6 +4,7 @@
 #include "app/PathNames.h"
 #include "lossless/DecodeTab.h"
 #include "lossless/EncodeTab.h"
+#include "lossless/TagCopy.h"
 #include "platform/Resources.h"
 #include "support/Audio.h"
 #include "support/QtPrinters.h"
@@ -11,6 +12,7 @@
 #include "tags/TagLibTagsHelper.h"
 #include "tags/TagsObject.h"
 
+#include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
 #include <QProcess>
@@ -34,6 +36,11 @@ protected:
         tab.sourceEncodeButton().setOn(true);
         tab.addFiles(paths);
         run(tab);
+    }
+    void encode(const QStringList &paths, const QString &format)
+    {
+        ASSERT_TRUE(session.controller.encodeTab().outputFormatMatrix().selectTitle(format));
+        encode(paths);
     }
     /// Into the folder "out".
     void decode(const QStringList &paths, const QString &format)
@@ -311,13 +318,133 @@ TEST_F(Conversion, FlacOverItselfStays)
 
 TEST_F(Conversion, ADecodeNeverReplacesAFile)
 {
-    const QString flac = flacOf(u"a"_s);
+    writeAiff(music(u"a.aiff"_s), {.frames = 3000});
+    for (const QString &format : {u"FLAC"_s, u"SHN"_s, u"WV"_s, u"TTA"_s, u"APE"_s, u"M4A"_s}) {
+        encode({music(u"a.aiff"_s)}, format);
+    }
     writeFile(out + u"/a.wav"_s, "precious");
     deleteOriginals();
-    decode({flac}, u"WAV"_s);
-    EXPECT_TRUE(failures().contains(u"already exists"_s));
-    EXPECT_EQ(readFile(out + u"/a.wav"_s), QByteArray("precious"));
-    EXPECT_TRUE(QFile::exists(flac));
+    for (const QString &source : entries(session.music)) {
+        decode({music(source)}, u"WAV"_s);
+        EXPECT_NE(failures(), QString()) << source.toStdString();
+        EXPECT_TRUE(QFile::exists(music(source)));
+        EXPECT_EQ(readFile(out + u"/a.wav"_s), QByteArray("precious"));
+    }
+}
+
+TEST_F(Conversion, EveryFormatIsMadeAndDecoded)
+{
+    const AudioShape shapes[] = {{.bitsPerSample = 16, .frames = 4097},
+                                 {.bitsPerSample = 24, .frames = 4097}};
+    const QStringList formats{u"SHN"_s, u"WV"_s, u"TTA"_s, u"APE"_s, u"M4A"_s, u"FLAC"_s};
+    TagsObject tags;
+    tags.setTitleText(u"Gl\u00fcck 50%"_s);
+    tags.setAlbumArt(QImage(8, 6, QImage::Format_RGB32));
+    for (const AudioShape &shape : shapes) {
+        const Audio audio = makeAudio(shape);
+        for (const QString &format : formats.mid(shape.bitsPerSample == 16 ? 0 : 1)) {
+            SCOPED_TRACE(format.toStdString());
+            writeAiff(music(u"a.aif"_s), shape);
+            ASSERT_TRUE(TagLibTagsHelper().writeTagsForAIFFFile(music(u"a.aif"_s), tags));
+            encode({music(u"a.aif"_s)}, format);
+            EXPECT_EQ(failures(), QString());
+            const QString encoded = music(u"a."_s + format.toLower());
+            EXPECT_EQ(entries(session.music).size(), 2) << "only source and output";
+            const auto carried = TagCopy::read(encoded);
+            EXPECT_EQ(carried->titleText(), format == u"SHN" ? QString() : tags.titleText());
+            EXPECT_EQ(!carried->albumArt().isNull(), format == u"M4A" || format == u"FLAC");
+
+            decode({encoded}, u"AIFF"_s);
+            EXPECT_EQ(failures(), QString());
+            EXPECT_TRUE(readAiff(out + u"/a.aiff"_s) == audio);
+            deleteOriginals();
+            decode({encoded}, u"WAV"_s);
+            EXPECT_EQ(failures(), QString());
+            EXPECT_TRUE(readWav(out + u"/a.wav"_s) == audio);
+            EXPECT_EQ(entries(session.music), QStringList{u"a.aif"_s})
+                << "the original goes when its job is done";
+            EXPECT_EQ(entries(out).size(), 2);
+            session.controller.encodeTab().deleteOriginalsButton().setOn(false);
+            session.controller.decodeTab().deleteOriginalsButton().setOn(false);
+            QFile::remove(out + u"/a.wav"_s);
+            QFile::remove(out + u"/a.aiff"_s);
+        }
+    }
+}
+
+TEST_F(Conversion, FormatsBecomeOneAnotherWithTheirTags)
+{
+    const QString title = u"\u6b4c"_s;
+    const std::pair<QString, QString> ways[] = {
+        {u"M4A"_s, u"FLAC"_s}, {u"M4A"_s, u"WV"_s},   {u"M4A"_s, u"TTA"_s},  {u"M4A"_s, u"APE"_s},
+        {u"WV"_s, u"FLAC"_s},  {u"APE"_s, u"FLAC"_s}, {u"SHN"_s, u"FLAC"_s}, {u"WV"_s, u"M4A"_s},
+        {u"APE"_s, u"M4A"_s},  {u"SHN"_s, u"M4A"_s},  {u"FLAC"_s, u"M4A"_s}, {u"FLAC"_s, u"WV"_s}};
+    for (const auto &[from, to] : ways) {
+        SCOPED_TRACE((from + u" to "_s + to).toStdString());
+        writeWav(music(u"a.wav"_s), {.frames = 3000});
+        encode({music(u"a.wav"_s)}, from);
+        QFile::remove(music(u"a.wav"_s));
+        const QString source = music(u"a."_s + from.toLower());
+        const QString output = music(u"a."_s + to.toLower());
+        const bool tagged = from != u"SHN";
+        if (tagged) {
+            TagsObject tags;
+            tags.setTitleText(title);
+            TagCopy::write(source, tags);
+        }
+        encode({source}, to);
+        EXPECT_EQ(failures(), QString());
+        EXPECT_EQ(entries(session.music).size(), 2);
+        EXPECT_EQ(TagCopy::read(output)->titleText(), tagged ? title : QString());
+        decode({output}, u"WAV"_s);
+        EXPECT_TRUE(readWav(out + u"/a.wav"_s) == makeAudio({.frames = 3000}));
+        for (const QString &file : {source, output, out + u"/a.wav"_s}) {
+            EXPECT_TRUE(QFile::remove(file));
+        }
+    }
+}
+
+TEST_F(Conversion, WhatAFormatCantHoldStaysAsItWas)
+{
+    writeWav(music(u"wide.wav"_s), {.bitsPerSample = 24, .frames = 3000});
+    writeWav(music(u"surround.wav"_s), {.channels = 6, .frames = 3000});
+    writeFile(music(u"other.ape"_s), "not audio");
+    writeFile(music(u"junk.wv"_s), "not audio");
+    writeWav(music(u"taken.wav"_s), {.frames = 3000});
+    writeFile(music(u"taken.wv"_s), "precious");
+    writeFile(music(u"taken.shn"_s), "precious");
+    const QStringList before = entries(session.music);
+    deleteOriginals();
+    const std::tuple<QString, QString, QString> cases[] = {
+        {u"wide.wav"_s, u"SHN"_s, u"Shorten holds 8 or 16 bits"_s},
+        {u"surround.wav"_s, u"APE"_s, u"only one or two channels"_s},
+        {u"other.ape"_s, u"WV"_s, u"Unknown file extension APE"_s},
+        {u"junk.wv"_s, u"FLAC"_s, u"not compatible with this"_s},
+        {u"taken.wav"_s, u"WV"_s, u"overwrite"_s},
+        {u"taken.wav"_s, u"SHN"_s, u"could not open output file"_s},
+    };
+    for (const auto &[source, format, reason] : cases) {
+        encode({music(source)}, format);
+        EXPECT_TRUE(failures().contains(reason)) << source.toStdString() << failures().toStdString();
+        EXPECT_EQ(entries(session.music), before);
+    }
+    EXPECT_EQ(readFile(music(u"taken.wv"_s)) + readFile(music(u"taken.shn"_s)),
+              QByteArray("preciousprecious"));
+}
+
+TEST_F(Conversion, ShortenFilesGetTheirMd5List)
+{
+    writeWav(music(u"a.wav"_s), {.frames = 1000});
+    writeWav(music(u"b.wav"_s), {.frames = 1000, .seed = 2});
+    session.controller.encodeTab().generateMD5Button().setOn(true);
+    session.preferences.setValue(u"checksumFileUsesOutputDirName"_s, true);
+    encode({session.music}, u"SHN"_s);
+    EXPECT_EQ(failures(), QString());
+    const QByteArray list = readFile(music(u"music.md5"_s));
+    for (const QString &name : {u"a.shn"_s, u"b.shn"_s}) {
+        const auto digest = QCryptographicHash::hash(readFile(music(name)), QCryptographicHash::Md5).toHex();
+        EXPECT_TRUE(list.contains(digest + " *" + name.toUtf8())) << list.constData();
+    }
 }
 
 } // namespace kruv::test

@@ -126,7 +126,8 @@ TEST_F(TabRules, NoQuestionWhereThePersonDoesNotWantOne)
 TEST_F(TabRules, AnEncodeBuildsAJobAFileInListOrder)
 {
     EncodeTab &tab = application->encodeTab();
-    tab.addFiles({file(u"10.wav"_s), file(u"2.AIF"_s), file(u"x.shn"_s), file(u"-y.flac"_s)});
+    tab.addFiles(
+        {file(u"10.wav"_s), file(u"2.AIF"_s), file(u"x.shn"_s), file(u"-y.flac"_s), file(u"z.tta"_s)});
     tab.flacSlider().setValue(8);
     tab.flacVerifyButton().setOn(true);
     tab.flacKeepForeignMetadataButton().setOn(true);
@@ -136,9 +137,11 @@ TEST_F(TabRules, AnEncodeBuildsAJobAFileInListOrder)
     const QString line = u"-8|--keep-foreign-metadata|-V|%1/music/%2|-o|%1/out/%3.flac"_s;
     const QString root = session.folder.path();
     EXPECT_EQ(jobs(), (QStringList{line.arg(root, u"-y.flac"_s, u"-y"_s), line.arg(root, u"2.AIF"_s, u"2"_s),
-                                   line.arg(root, u"10.wav"_s, u"10"_s)}));
+                                   line.arg(root, u"10.wav"_s, u"10"_s),
+                                   u"conv|-P|pct|-O|never|-d|%1/out|-o|cust ext=flac flac -8  -V  -o %f -|"
+                                   u"%1/music/x.shn"_s.arg(root)}));
     ASSERT_EQ(person.alerts.size(), 1U) << "a file that nothing converts is named";
-    EXPECT_EQ(person.alerts[0].text, root + u"/music/x.shn"_s);
+    EXPECT_EQ(person.alerts[0].text, root + u"/music/z.tta"_s);
 }
 
 TEST_F(TabRules, ADecodeBuildsAJobAFile)
@@ -226,17 +229,19 @@ TEST_F(TabRules, OptionsFollowTheFormatAndTheList)
     struct Row
     {
         Control &control;
-        bool forFlac;
+        QString format;
     };
-    for (const Row &row : {Row{tab.flacVerifyButton(), true}, Row{tab.flacLaxButton(), true},
-                           Row{tab.flacSlider(), true}, Row{tab.flacKeepForeignMetadataButton(), true},
-                           Row{tab.generateFFPButton(), true}, Row{tab.generateMD5Button(), false},
-                           Row{tab.apeSlider(), false}, Row{tab.wavepackFormatMatrix(), false}}) {
-        tab.outputFormatMatrix().selectTitle(u"FLAC"_s);
-        EXPECT_EQ(row.control.isEnabled(), row.forFlac);
-        tab.outputFormatMatrix().select(-1);
-        EXPECT_FALSE(row.control.isEnabled());
+    for (const Row &row :
+         {Row{tab.flacVerifyButton(), u"FLAC"_s}, Row{tab.flacLaxButton(), u"FLAC"_s},
+          Row{tab.flacSlider(), u"FLAC"_s}, Row{tab.flacKeepForeignMetadataButton(), u"FLAC"_s},
+          Row{tab.generateFFPButton(), u"FLAC"_s}, Row{tab.generateMD5Button(), u"SHN"_s},
+          Row{tab.apeSlider(), u"APE"_s}, Row{tab.wavepackFormatMatrix(), u"WV"_s}}) {
+        for (const QString &format : tab.outputFormatMatrix().titles()) {
+            ASSERT_TRUE(tab.outputFormatMatrix().selectTitle(format));
+            EXPECT_EQ(row.control.isEnabled(), row.format == format) << format.toStdString();
+        }
     }
+    tab.outputFormatMatrix().selectTitle(u"FLAC"_s);
     tab.flacVerifyButton().setOn(true);
     EXPECT_EQ(session.preferences.integer(u"flacVerifyButton"_s), 1);
 
