@@ -67,7 +67,7 @@ if(KRUV_GUI)
 endif()
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS
   "shntool, wavpack, lame, opus-tools, sox, icedax, genisoimage, atomicparsley")
-set(CPACK_DEBIAN_PACKAGE_SUGGESTS "qt6-wayland")
+set(CPACK_DEBIAN_PACKAGE_SUGGESTS "qt6-wayland, libglib2.0-bin, udisks2")
 include(CPack)
 
 if(KRUV_TESTS)
