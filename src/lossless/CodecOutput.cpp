@@ -44,10 +44,9 @@ Piece wavpack(QStringView piece, QStringView name)
         }
         setPercentage(result, ToolOutput::leadingNumber(number));
     }
-    constexpr QStringView question = u"(yes/no/all)?";
+    // The slashes of the question can't be in a name.
+    result.outputExists = piece.contains(u"overwrite") && piece.contains(u"(yes/no/all)?");
     constexpr QStringView shortInput = u"couldn't read all samples";
-    result.outputExists =
-        piece.contains(u"overwrite") && piece.contains(question) && !name.contains(question);
     result.failed = result.outputExists || (piece.contains(shortInput) && !name.contains(shortInput));
     result.results = piece.toString();
     return result;
