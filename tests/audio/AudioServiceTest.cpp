@@ -210,4 +210,25 @@ TEST_F(AudioService, AacComesDownToTheRatesOfPlayers)
     EXPECT_TRUE(convert(file(u"s.wav"_s), file(u"x.m4a"_s), FormatType::Aac).contains(u"352800 Hz"_s));
 }
 
+TEST_F(AudioService, AacHoldsRatesAndFollowsQuality)
+{
+    constexpr qint64 seconds = 4;
+    writeWav(file(u"s.wav"_s), {.frames = seconds * 44'100, .signal = Signal::Sine});
+    const auto kilobits = [&](std::uint32_t mode, std::uint32_t bitrate, std::uint32_t quality) {
+        const auto task = std::make_shared<KruvTask>(nullptr);
+        EncodeCoreAudioSync conversion(*task, file(u"s.wav"_s), file(u"o.m4a"_s), FormatType::Aac,
+                                       FileType::M4af);
+        conversion.setMode(mode);
+        conversion.setBitrate(bitrate);
+        conversion.setQuality(quality);
+        EXPECT_TRUE(conversion.doEncodeCall());
+        return readFile(file(u"o.m4a"_s)).size() * 8 / seconds / 1000;
+    };
+    for (const std::uint32_t mode : {0U, 1U, 2U}) {
+        EXPECT_NEAR(static_cast<double>(kilobits(mode, 96'000, 0)), 96.0, 12.0) << mode;
+    }
+    EXPECT_LT(kilobits(3, 0, 1), kilobits(3, 0, 64));
+    EXPECT_LT(kilobits(3, 0, 64), kilobits(3, 0, 127));
+}
+
 } // namespace kruv::test
