@@ -12,7 +12,7 @@ trap 'rm -rf "$work"' EXIT
 count=5000
 
 make_files() {
-    ffmpeg -v error -f lavfi -i "sine=duration=1" -ac 2 "$work/tone.wav"
+    ffmpeg -v error -f lavfi -i "sine=duration=1" -ac 2 -bitexact "$work/tone.wav"
     ffmpeg -v error -f lavfi -i "testsrc=size=300x300" -frames:v 1 "$work/cover.png"
     flac -s "$work/tone.wav" -o "$work/one.flac" --picture="$work/cover.png" -T TITLE="A title of some length" \
         -T ARTIST="Some Artist" -T ALBUM="The Album" -T ALBUMARTIST="Various" -T DATE=2004-05-06 -T TRACKNUMBER=3 \

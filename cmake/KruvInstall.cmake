@@ -69,5 +69,5 @@ if(KRUV_GUI)
 endif()
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS
   "shntool, wavpack, lame, opus-tools, sox, icedax, genisoimage, atomicparsley, qt6-image-formats-plugins")
-set(CPACK_DEBIAN_PACKAGE_SUGGESTS "qt6-wayland")
+set(CPACK_DEBIAN_PACKAGE_SUGGESTS "qt6-wayland, libglib2.0-bin, udisks2")
 include(CPack)

@@ -14,6 +14,11 @@ namespace kruv {
 
 namespace {
 
+// Of any format, in kbit/s.
+constexpr int lowestBitRate = 8;
+constexpr int highestBitRate = 512;
+constexpr int highestQuality = 127;
+
 /// "vbr-constrained" is the tab's "VBR Constrained".
 QString asFlag(const QString &title)
 {
@@ -44,8 +49,8 @@ struct LossyVerb::Format
 const LossyVerb::Format LossyVerb::formats[] = {
     {"mp3", u"LAME MP3", &LossyTab::mp3Matrix, &LossyTab::slider, 80, 320},
     {"aac", u"AAC", &LossyTab::aacMatrix, &LossyTab::stepper, 80, 320},
-    {"he-aac", u"HE-AAC", nullptr, nullptr, 8, 60},
-    {"opus", u"Opus", &LossyTab::opusMatrix, nullptr, 80, 512},
+    {"he-aac", u"HE-AAC", nullptr, nullptr, lowestBitRate, 60},
+    {"opus", u"Opus", &LossyTab::opusMatrix, nullptr, 80, highestBitRate},
 };
 
 LossyVerb::LossyVerb(CLI::App &parent)
@@ -53,20 +58,19 @@ LossyVerb::LossyVerb(CLI::App &parent)
 {
     declareCommonFlags();
     declareOutputFlags();
-    app()
-        .add_option("--to", m_format, "Format to make: mp3, aac, he-aac or opus")
-        ->required()
-        ->type_name("FORMAT");
+    app().add_option("--to", m_format, "Format to make")->required()->type_name("mp3|aac|he-aac|opus");
     app()
         .add_option("--mode", m_mode,
-                    "cbr (when not given), abr (mp3, aac), vbr, or vbr-constrained (aac, opus)")
-        ->type_name("MODE");
+                    "Rate mode: cbr when not given; abr is for mp3 and aac, vbr-constrained for aac and opus")
+        ->type_name("cbr|abr|vbr|vbr-constrained");
     app()
         .add_option("--bitrate", m_bitRate, "Bit rate in kbit/s; 160 when not given, 60 for he-aac")
+        ->check(CLI::Range(lowestBitRate, highestBitRate))
         ->type_name("N");
     app()
         .add_option("--quality", m_quality,
                     "Quality in mode vbr: of mp3 0 (best) to 9, 3 when not given; of aac 0 to 127 (best), 88")
+        ->check(CLI::Range(0, highestQuality))
         ->type_name("N");
     app()
         .add_option("--frame-size", m_frameSize, "Opus frame size in ms; 20 when not given")

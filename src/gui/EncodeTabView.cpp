@@ -40,7 +40,7 @@ void addNote(QVBoxLayout *group, const QString &text)
 } // namespace
 
 EncodeTabView::EncodeTabView(EncodeTab &tab, const QStringList &kinds, QWidget *parent)
-    : TabView(tab, kinds, parent)
+    : TabView(tab, QStringList(kinds) << QStringLiteral("M4A"), parent) // of Apple Lossless
 {
     QVBoxLayout *format = options().addGroup(tr("Format"));
     format->addWidget(

@@ -77,6 +77,7 @@ void addMp3Quality(QVBoxLayout *group, LossyTab &tab)
     auto *caption = new QLabel(parent);
     Bindings::bind(tab.zeroNineTextField(), caption);
     caption->setBuddy(slider->slider());
+    slider->slider()->setAccessibleName(caption->text());
     auto *ends = new QHBoxLayout;
     for (LabelControl *end : {&tab.largerTextField(), &tab.smallerTextField()}) {
         auto *label = new QuietLabel({}, parent);

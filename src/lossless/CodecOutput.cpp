@@ -50,9 +50,8 @@ Piece wavpack(QStringView piece, QStringView name)
         }
         setPercentage(result, ToolOutput::leadingNumber(number));
     }
-    constexpr QStringView question = u"(yes/no/all)?";
-    result.outputExists =
-        piece.contains(u"overwrite") && piece.contains(question) && !name.contains(question);
+    // The slashes of the question can't be in a name.
+    result.outputExists = piece.contains(u"overwrite") && piece.contains(u"(yes/no/all)?");
     result.failed = result.outputExists || tellsOfShortInput(piece, u"couldn't read all samples", name);
     result.results = piece.toString();
     return result;

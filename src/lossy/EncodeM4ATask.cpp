@@ -5,6 +5,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QScopeGuard>
 
 #include <cerrno>
 #include <cstdio>
@@ -33,8 +34,9 @@ void EncodeM4ATask::doStartTask()
         fail(QStringLiteral("The output file %1 already exists.\n").arg(outFile()));
         return;
     }
+    // The job may live on in the status table; what didn't take the source's place must not.
+    const auto removal = qScopeGuard([this] { m_replacement.reset(); });
     LossyTask::doStartTask();
-    m_replacement.reset();
 }
 
 void EncodeM4ATask::finish()

@@ -60,7 +60,8 @@ void LossyTask::keepSourceOfShortOutput()
     constexpr double tolerance = 0.25; // seconds; the formats' frames are shorter by far
     const double sourceTime = statedFormat(fileName()).time();
     const double outputTime = statedFormat(writtenFile()).time();
-    if (outputTime + tolerance < sourceTime) {
+    const bool nothingIsKnown = sourceTime == 0.0 && outputTime == 0.0;
+    if (nothingIsKnown || outputTime + tolerance < sourceTime) {
         OriginalFile::keep(*this, fileName(),
                            QStringLiteral("its output is shorter (%1 s) than it says to be (%2 s)")
                                .arg(outputTime, 0, 'f', 2)

@@ -79,7 +79,14 @@ CDExtractTask::~CDExtractTask() = default;
 void CDExtractTask::startTask()
 {
     KruvAsyncNSTask::startTask();
-    showStatus(trackName());
+    showTrack();
+}
+
+void CDExtractTask::showTrack()
+{
+    setTextFieldString(QStringLiteral("%1: %2").arg(title(), trackName()));
+    setTopTextFieldString(trackName());
+    publish(&KruvTask::setCombinedStatus);
 }
 
 void CDExtractTask::showStatus(const QString &status)
@@ -110,15 +117,14 @@ void CDExtractTask::processTaskOutput(const QString &text)
     appendResults(CdOutput::stripPercent(text));
     for (const QString &percentage : CdOutput::percentages(text)) {
         setTopTextFieldString(QStringLiteral("Extracting CD Track: %1%").arg(percentage));
-        setTextFieldString(trackName());
         setProgressIndicatorValue(ToolOutput::leadingNumber(percentage));
-        publish(&KruvTask::setCombinedStatus);
+        publish(&KruvTask::updateStatus);
     }
     const int ended = m_trackEnds.count(text);
     if (ended > 0) {
         m_tracksDone += ended;
         m_currentFileIndex = std::min(m_tracksDone, m_range.last - m_range.first);
-        showStatus(trackName());
+        showTrack();
     }
 }
 

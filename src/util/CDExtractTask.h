@@ -50,6 +50,7 @@ protected:
 
 private:
     QString trackName() const;
+    void showTrack();
     void showStatus(const QString &status);
     QString fileNameFor(int track) const;
     void renameTracks();

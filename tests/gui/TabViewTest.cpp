@@ -5,10 +5,13 @@
 
 #include "gui/WindowFixture.h"
 #include "lossless/EncodeTab.h"
+#include "lossy/LossyTab.h"
 #include "support/Audio.h"
 #include "tasks/KruvTask.h"
 
 #include <QAbstractButton>
+#include <QComboBox>
+#include <QLineEdit>
 #include <QMenu>
 #include <QProcess>
 #include <QPushButton>
@@ -204,6 +207,22 @@ TEST_F(TabViewTest, EncodesWhatTheCommandLineEncodes)
     for (const QString &name : outputs.filter(u".flac"_s)) {
         EXPECT_EQ(readFile(byWindow + u'/' + name), readFile(byCommand + u'/' + name)) << name.toStdString();
     }
+}
+
+TEST_F(TabViewTest, ShowsTheLossyOptionsOfTheFormatAndCorrectsWhatIsTyped)
+{
+    const QString lossy = u"lossy"_s;
+    window->selectTab(lossy);
+    auto *rate = find<QComboBox>(find<QStackedWidget>(page(lossy), "formatPages")->widget(0), "comboBox");
+    toggle(lossy, "MP3 mode VBR");
+    EXPECT_FALSE(rate->isVisible());
+    toggle(lossy, "MP3 mode CBR");
+    EXPECT_TRUE(rate->isVisible());
+    rate->lineEdit()->selectAll();
+    QTest::keyClicks(rate, u"79\r"_s);
+    EXPECT_EQ(controller.lossyTab().comboLevel(), 256);
+    toggle(lossy, "Format HE-AAC");
+    EXPECT_EQ(rate->currentText() + rate->itemText(0), u"6024"_s);
 }
 
 } // namespace kruv::test

@@ -21,38 +21,28 @@ namespace {
 class StagedJob : public StagedTask
 {
 public:
-    StagedJob(TaskCompletionSink *queue, QList<QStringList> runs, const QString &tool = fakeTool())
-        : StagedTask(queue, u"/music/a.wav"_s)
+    StagedJob(Engine &engine, QList<QStringList> runs, const QString &tool = fakeTool())
+        : StagedTask(&engine.queue, u"/music/a.wav"_s)
         , m_runs(std::move(runs))
         , m_tool(tool)
     {
     }
 
     int steps = 0;
-    QString printed;
 
 protected:
     void doStartTask() override
     {
-        for (const QStringList &arguments : m_runs) {
-            const bool goesOn = runTool(m_tool, arguments, [this](const QString &piece) { take(piece); });
-            EXPECT_EQ(goesOn, !error() && !cancelled());
-            if (!goesOn) {
-                return;
-            }
+        const auto read = [this](const QString &piece) {
+            appendResults(piece);
+            setError(error() || piece.contains(u"FATAL"));
+        };
+        while (steps < m_runs.size() && runTool(m_tool, m_runs[steps], read)) {
             ++steps;
         }
     }
 
 private:
-    void take(const QString &piece)
-    {
-        printed += piece;
-        appendResults(piece);
-        showProgress(u"Working: %1"_s.arg(printed), static_cast<double>(printed.size()));
-        setError(error() || piece.contains(u"FATAL"));
-    }
-
     const QList<QStringList> m_runs;
     const QString m_tool;
 };
@@ -70,51 +60,46 @@ TEST(StagedTask, ToolsRunOneAfterTheOtherUntilOneFails)
     {
         QList<QStringList> runs;
         int steps;
-        QString results;
+        QString says;
+        QString tool = fakeTool();
     };
     const QStringList good = prints(u"0"_s, "well ");
+    // Only a tool that is ended at its first word gets through all these in time.
+    const QStringList endless = prints(u"0"_s, "FATAL") + QStringList(10'000, u"2e"_s);
     const Case cases[] = {
-        {{good, good}, 2, u"well well \n"_s},
-        {{good, prints(u"3"_s, "no space"), good}, 1, u"well no space\n"_s},
-        {{prints(u"3"_s, ""), good}, 0, u"fake_tool ended with status 3 and said nothing.\n\n"_s},
-        {{{u"die"_s, u"9"_s}, good}, 0, u"fake_tool was ended by signal 9 (Killed).\n\n"_s},
+        {{good, good}, 2, u"well well "_s},
+        {{good, prints(u"3"_s, "no space"), good}, 1, u"well no space"_s},
+        {{prints(u"3"_s, ""), good}, 0, u"fake_tool ended with status 3 and said nothing."_s},
+        {{{u"die"_s, u"9"_s}, good}, 0, u"fake_tool was ended by signal 9 (Killed)."_s},
+        {{endless, good}, 0, u"FATAL"_s},
+        {{good}, 0, u"sudo apt-get install wavpack"_s, u"/nowhere/wavpack"_s},
     };
     for (const Case &tested : cases) {
-        SCOPED_TRACE(tested.results.toStdString());
+        SCOPED_TRACE(tested.says.toStdString());
         Engine engine;
-        const auto job = std::make_shared<StagedJob>(&engine.queue, tested.runs);
+        const auto job = std::make_shared<StagedJob>(engine, tested.runs, tested.tool);
         engine.queue.addTask(job);
         ASSERT_TRUE(engine.runToEnd());
         const bool fails = tested.steps < tested.runs.size();
         EXPECT_EQ(job->error(), fails);
         EXPECT_EQ(job->results()->hasResults(), fails);
         EXPECT_EQ(job->steps, tested.steps);
-        EXPECT_EQ(job->results()->results(), tested.results);
+        EXPECT_TRUE(job->results()->results().contains(tested.says))
+            << job->results()->results().toStdString();
     }
-}
-
-TEST(StagedTask, AMissingToolFailsTheJobAndNamesIt)
-{
-    Engine engine;
-    const auto job =
-        std::make_shared<StagedJob>(&engine.queue, QList<QStringList>{{}}, u"/nowhere/wavpack"_s);
-    engine.queue.addTask(job);
-    ASSERT_TRUE(engine.runToEnd());
-    EXPECT_TRUE(job->error());
-    EXPECT_TRUE(job->results()->results().contains(u"sudo apt-get install wavpack"_s));
 }
 
 TEST(StagedTask, AToolThatNobodyWantsAnyMoreIsEnded)
 {
-    // None of these ends by itself: one hangs in silence, one floods its pipe, one waits for something.
-    for (const QString &mode : {u"stay"_s, u"chatter"_s, u"wait"_s}) {
+    // None of these ends by itself: one hangs in silence, one floods its pipe.
+    for (const QString &mode : {u"stay"_s, u"chatter"_s}) {
         SCOPED_TRACE(mode.toStdString());
         Engine engine;
         int ends = 0;
         QObject::connect(&engine.queue, &KruvTaskQueue::taskEnded, &engine.queue, [&ends] { ++ends; });
         const QString marker = engine.folder.file(mode);
         const auto job = std::make_shared<StagedJob>(
-            &engine.queue, QList<QStringList>{{mode, marker, engine.folder.file(u"never"_s)}, {u"show"_s}});
+            engine, QList<QStringList>{{mode, marker, engine.folder.file(u"never"_s)}, {u"show"_s}});
         engine.queue.addTask(job);
         ASSERT_TRUE(waitUntil([&] { return QFile::exists(marker); }));
         job->cancelTask();
@@ -122,22 +107,6 @@ TEST(StagedTask, AToolThatNobodyWantsAnyMoreIsEnded)
         ASSERT_TRUE(engine.runToEnd());
         EXPECT_TRUE(job->cancelled() && !job->error() && job->isDone());
         EXPECT_EQ(job->steps, 0);
-        EXPECT_EQ(job->textField().text, u"Canceled"_s);
         EXPECT_EQ(ends, 1);
     }
-}
-
-TEST(StagedTask, AFailureSeenInTheOutputEndsTheTool)
-{
-    Engine engine;
-    QStringList arguments = prints(u"0"_s, "FATAL");
-    for (int i = 0; i < 10'000; ++i) {
-        arguments << u"2e"_s; // minutes of dots
-    }
-    const auto job = std::make_shared<StagedJob>(&engine.queue, QList<QStringList>{arguments, {u"show"_s}});
-    engine.queue.addTask(job);
-    ASSERT_TRUE(engine.runToEnd());
-    EXPECT_TRUE(job->error());
-    EXPECT_EQ(job->steps, 0);
-    EXPECT_LT(job->printed.size(), 100);
 }
