@@ -79,19 +79,15 @@ void ShntoolVerb::declareFlags()
 {
     const auto has = [this](Flags flag) { return (m_mode.flags & flag) != 0; };
     if (has(Makes)) {
-        app()
-            .add_option("--to", m_format, "Format to make: shn, flac, aiff or wav")
-            ->required()
-            ->type_name("FORMAT");
+        app().add_option("--to", m_format, "Format to make")->required()->type_name("shn|flac|aiff|wav");
         has(Deletes) ? declareOutputFlags() : declarePlaceFlags();
         app().get_option("--beside-source")->description("Write the output next to the first file");
     }
     if (has(Lengths)) {
         app()
-            .add_option(
-                "--length", m_length,
-                "normal (the tool's table), fileset (numbered tracks) or disc (the same, a list a disc)")
-            ->type_name("LAYOUT");
+            .add_option("--length", m_length,
+                        "The tool's table, numbered tracks, or the same with a list a disc")
+            ->type_name("normal|fileset|disc");
         app()
             .add_option("--names", m_names, "Track names: a numbered list, or one a line")
             ->type_name("FILE");

@@ -17,14 +17,15 @@ constexpr long blockHeaderSize = 4;
 constexpr long longestBlock = 0xFFFFFF;
 constexpr unsigned lastBlockFlag = 0x80;
 constexpr unsigned paddingType = 1;
+constexpr unsigned commentType = 4;
 
-TagLib::ByteVector readAt(StagedFileStream &stream, long offset, unsigned long length)
+TagLib::ByteVector readAt(TagLib::IOStream &stream, long offset, unsigned long length)
 {
     stream.seek(offset, TagLib::IOStream::Beginning);
     return stream.readBlock(length);
 }
 
-long markerOffset(StagedFileStream &stream)
+long markerOffset(TagLib::IOStream &stream)
 {
     const TagLib::ByteVector start = readAt(stream, 0, TagLib::ID3v2::Header::size());
     if (!start.startsWith(TagLib::ID3v2::Header::fileIdentifier())) {
@@ -35,13 +36,14 @@ long markerOffset(StagedFileStream &stream)
 
 } // namespace
 
-std::optional<FlacMetadata> findFlacMetadata(StagedFileStream &stream)
+std::optional<FlacMetadata> findFlacMetadata(TagLib::IOStream &stream)
 {
     long offset = markerOffset(stream);
     if (readAt(stream, offset, 4) != "fLaC") {
         return std::nullopt;
     }
     offset += 4;
+    FlacMetadata metadata;
     while (true) {
         const TagLib::ByteVector header = readAt(stream, offset, blockHeaderSize);
         if (header.size() < blockHeaderSize) {
@@ -49,8 +51,16 @@ std::optional<FlacMetadata> findFlacMetadata(StagedFileStream &stream)
         }
         const auto first = static_cast<unsigned char>(header[0]);
         const long next = offset + blockHeaderSize + static_cast<long>(header.toUInt(1U, 3U, true));
+        const unsigned type = first & ~lastBlockFlag;
+        if (type == commentType && metadata.comments == 0) {
+            metadata.comments = offset + blockHeaderSize;
+            metadata.commentsLength = next - metadata.comments;
+        }
         if ((first & lastBlockFlag) != 0) {
-            return FlacMetadata{next, offset, (first & ~lastBlockFlag) == paddingType};
+            metadata.end = next;
+            metadata.lastBlock = offset;
+            metadata.endsWithPadding = type == paddingType;
+            return metadata;
         }
         offset = next;
     }

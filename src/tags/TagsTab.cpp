@@ -269,10 +269,13 @@ void TagsTab::trackNamesEntered(const QStringList &names, NameSource source)
         return;
     }
     m_names = names;
-    m_autoName.setOn(true);
+    // Names entered for a listing must not end up in tags unasked.
+    if (source == NameSource::CueSheet || trackNamesWindow().asker() == this) {
+        m_autoName.setOn(true);
+    }
     if (source == NameSource::CueSheet) {
         trackNamesWindow().setNames(names);
-        trackNamesWindow().show();
+        showNamesWindow();
     }
     Q_EMIT selectionChanged();
 }

@@ -27,6 +27,7 @@ public:
     LabelControl &multipleSelectionsLabel() { return m_multipleSelectionsLabel; }
     KruvCustomTagsPanel &customTagsPanel() { return m_customTagsPanel; }
     TrackNameInputController &trackNamesWindow() const { return host().trackNameInputController(); }
+    void showNamesWindow() const { trackNamesWindow().show(this); }
     ToggleControl &autoName() { return m_autoName; }
     ToggleControl &writeEmptyTags() { return m_writeEmptyTags; }
     Control &usePreviousTagsButton() { return m_usePreviousTagsButton; }

@@ -166,6 +166,10 @@ TEST_F(TagsTabRules, NamesGoToTheSelectedFilesInOrder)
     EXPECT_EQ(text(folder.file(u"10.flac"_s), TagField::Artist), u"Bänd"_s);
 
     tab.trackNamesWindow().setInputTextString(u"only\n\none\n"_s);
+    tab.trackNamesWindow().show(nullptr);
+    tab.trackNamesWindow().inputOK();
+    EXPECT_FALSE(tab.autoName().isOn()) << "names that another tab asked for";
+    tab.showNamesWindow();
     tab.trackNamesWindow().inputOK();
     session.ended.clear();
     write();
