@@ -30,7 +30,8 @@ against() { # NAME COMMAND-OF-THE-RIVAL FROM FORMAT FLAG...
 
 against "WAV to MP3, CBR" "lame --brief -m j -q 3 -b 160 {}.wav $work/out/{}.mp3" wav mp3
 against "WAV to MP3, VBR" "lame --brief -m j -q 3 -V 3 {}.wav $work/out/{}.mp3" wav mp3 --mode vbr
-against "FLAC to MP3, CBR" "flac -d -s -c {}.flac | lame --brief -m j -q 3 -b 160 - $work/out/{}.mp3" flac mp3
+through_shntool="shntool conv -O never -o 'cust ext=mp3 lame -m j -q 3 -b 160 - %f' -d $work/out {}.flac"
+against "FLAC to MP3, CBR" "$through_shntool" flac mp3
 against "WAV to Opus, VBR" "opusenc --vbr --bitrate 160 --framesize 20 {}.wav $work/out/{}.opus" wav opus --mode vbr
 if [ -x "$build/resources/aacplusenc" ]; then
     against "WAV to HE-AAC" "$build/resources/aacplusenc {}.wav $work/out/{}.m4a 48" wav he-aac --bitrate 48

@@ -35,10 +35,7 @@ EncodeVerb::EncodeVerb(CLI::App &parent)
 {
     declareCommonFlags();
     declareOutputFlags();
-    app()
-        .add_option("--to", m_format, "Format to make: " + formatNames.toStdString())
-        ->required()
-        ->type_name("FORMAT");
+    app().add_option("--to", m_format, "Format to make")->required()->type_name("flac|shn|wv|tta|ape|m4a");
     declareFormatFlags();
     app().add_flag("--overwrite", overwriteFlag(), "Replace FLAC files that are there already");
     app().footer("Outputs that are there already: shn and wv never replace them, flac asks for --overwrite,\n"
@@ -64,9 +61,9 @@ void EncodeVerb::declareFormatFlags()
                    "Write a list of FLAC fingerprints beside the outputs afterwards");
     app().add_flag("--md5", m_md5, "Write an MD5 list of the Shorten files afterwards");
     app()
-        .add_option("--wavpack-mode", m_wavpackMode, "WavPack compression: fast or high; fast when not given")
-        ->check(CLI::IsMember({"fast", "high"}))
-        ->type_name("MODE");
+        .add_option("--wavpack-mode", m_wavpackMode, "WavPack compression; fast when not given")
+        ->check(CLI::IsMember({"fast", "high"}).description(""))
+        ->type_name("fast|high");
 }
 
 void EncodeVerb::checkFlags(const QString &format)

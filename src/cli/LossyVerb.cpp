@@ -58,14 +58,11 @@ LossyVerb::LossyVerb(CLI::App &parent)
 {
     declareCommonFlags();
     declareOutputFlags();
-    app()
-        .add_option("--to", m_format, "Format to make: mp3, aac, he-aac or opus")
-        ->required()
-        ->type_name("FORMAT");
+    app().add_option("--to", m_format, "Format to make")->required()->type_name("mp3|aac|he-aac|opus");
     app()
         .add_option("--mode", m_mode,
-                    "cbr (when not given), abr (mp3, aac), vbr, or vbr-constrained (aac, opus)")
-        ->type_name("MODE");
+                    "Rate mode: cbr when not given; abr is for mp3 and aac, vbr-constrained for aac and opus")
+        ->type_name("cbr|abr|vbr|vbr-constrained");
     app()
         .add_option("--bitrate", m_bitRate, "Bit rate in kbit/s; 160 when not given, 60 for he-aac")
         ->check(CLI::Range(lowestBitRate, highestBitRate))

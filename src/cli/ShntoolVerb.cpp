@@ -85,8 +85,9 @@ void ShntoolVerb::declareFlags()
     }
     if (has(Lengths)) {
         app()
-            .add_option("--length", m_length,
-                        "The tool's table, numbered tracks, or the same with a list a disc")
+            .add_option(
+                "--length", m_length,
+                "normal (the tool's table), fileset (numbered tracks) or disc (the same, a list a disc)")
             ->type_name("normal|fileset|disc");
         app()
             .add_option("--names", m_names, "Track names: a numbered list, or one a line")

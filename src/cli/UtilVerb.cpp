@@ -85,9 +85,9 @@ void UtilVerb::declareOwnFlags()
         app().add_flag("--remove", m_remove, "Take the replay gain out");
     } else if (m_command == UtilTab::SampleRateConversion) {
         app()
-            .add_option("--rate", m_rate, "Sample rate in kHz: 44.1, 48, 88.2, 96, 176.4 or 192")
+            .add_option("--rate", m_rate, "Sample rate in kHz")
             ->required()
-            ->type_name("KHZ");
+            ->type_name("44.1|48|88.2|96|176.4|192");
     }
 }
 
