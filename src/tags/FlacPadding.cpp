@@ -34,36 +34,56 @@ long markerOffset(TagLib::IOStream &stream)
     return static_cast<long>(TagLib::ID3v2::Header(start).completeTagSize());
 }
 
+struct Block
+{
+    long offset;
+    long next;
+    unsigned type;
+    bool isLast;
+};
+
+std::optional<Block> blockAt(TagLib::IOStream &stream, long offset)
+{
+    const TagLib::ByteVector header = readAt(stream, offset, blockHeaderSize);
+    if (header.size() < blockHeaderSize) {
+        return std::nullopt;
+    }
+    const auto first = static_cast<unsigned char>(header[0]);
+    return Block{offset, offset + blockHeaderSize + static_cast<long>(header.toUInt(1U, 3U, true)),
+                 first & ~lastBlockFlag, (first & lastBlockFlag) != 0};
+}
+
+std::optional<Block> firstBlock(TagLib::IOStream &stream)
+{
+    const long offset = markerOffset(stream);
+    return readAt(stream, offset, 4) == "fLaC" ? blockAt(stream, offset + 4) : std::nullopt;
+}
+
 } // namespace
 
 std::optional<FlacMetadata> findFlacMetadata(TagLib::IOStream &stream)
 {
-    long offset = markerOffset(stream);
-    if (readAt(stream, offset, 4) != "fLaC") {
+    std::optional<Block> block = firstBlock(stream);
+    while (block && !block->isLast) {
+        block = blockAt(stream, block->next);
+    }
+    if (!block) {
         return std::nullopt;
     }
-    offset += 4;
-    FlacMetadata metadata;
-    while (true) {
-        const TagLib::ByteVector header = readAt(stream, offset, blockHeaderSize);
-        if (header.size() < blockHeaderSize) {
-            return std::nullopt;
-        }
-        const auto first = static_cast<unsigned char>(header[0]);
-        const long next = offset + blockHeaderSize + static_cast<long>(header.toUInt(1U, 3U, true));
-        const unsigned type = first & ~lastBlockFlag;
-        if (type == commentType && metadata.comments == 0) {
-            metadata.comments = offset + blockHeaderSize;
-            metadata.commentsLength = next - metadata.comments;
-        }
-        if ((first & lastBlockFlag) != 0) {
-            metadata.end = next;
-            metadata.lastBlock = offset;
-            metadata.endsWithPadding = type == paddingType;
-            return metadata;
-        }
-        offset = next;
+    return FlacMetadata{block->next, block->offset, block->type == paddingType};
+}
+
+TagLib::ByteVector readFlacComments(TagLib::IOStream &stream)
+{
+    std::optional<Block> block = firstBlock(stream);
+    while (block && block->type != commentType) {
+        block = block->isLast ? std::nullopt : blockAt(stream, block->next);
     }
+    if (!block) {
+        return {};
+    }
+    const long content = block->offset + blockHeaderSize;
+    return readAt(stream, content, static_cast<unsigned long>(block->next - content));
 }
 
 void restoreFlacPadding(StagedFileStream &stream, long audioOffset)

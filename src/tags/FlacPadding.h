@@ -4,6 +4,7 @@
 #pragma once
 
 #include <optional>
+#include <tbytevector.h>
 #include <tiostream.h>
 
 namespace kruv {
@@ -16,13 +17,14 @@ struct FlacMetadata
     long end = 0;       ///< where the audio begins
     long lastBlock = 0; ///< header of the last block
     bool endsWithPadding = false;
-    long comments = 0; ///< content of the Vorbis comment block
-    long commentsLength = 0;
 };
 
 /// Nothing when the file has no "fLaC" marker (after an ID3v2 tag, where there is one) or ends within the
 /// chain.
 std::optional<FlacMetadata> findFlacMetadata(TagLib::IOStream &stream);
+
+/// Content of the Vorbis comment block, as it stands in the file; empty without one.
+TagLib::ByteVector readFlacComments(TagLib::IOStream &stream);
 
 /// The library cuts back the padding of short files. This gives the padding at the end of the chain the size
 /// that lets the audio begin at `audioOffset` again, where that is possible: so room that someone left for

@@ -182,12 +182,7 @@ void writeCustomTags(XiphComment &comment, const TagsObject::CustomTags &tags)
 
 void takeLatin1Fields(TagLib::IOStream &stream, XiphComment &comment)
 {
-    const auto metadata = findFlacMetadata(stream);
-    if (!metadata || metadata->commentsLength == 0) {
-        return;
-    }
-    stream.seek(metadata->comments);
-    const TagLib::ByteVector block = stream.readBlock(static_cast<unsigned long>(metadata->commentsLength));
+    const TagLib::ByteVector block = readFlacComments(stream);
     QByteArrayView rest(block.data(), static_cast<qsizetype>(block.size()));
     takeText(rest); // the vendor's
     for (std::uint32_t count = takeLength(rest); count > 0 && !rest.isEmpty(); --count) {
