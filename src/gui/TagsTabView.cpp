@@ -292,7 +292,7 @@ QLayout *TagsTabView::makeOptions()
     Bindings::bind(m_tab.autoName(), m_autoName);
     m_trackNames = makeButton({}, QStringLiteral("trackNames"));
     m_trackNames->setToolTip(tr("Type, paste or load the names of the tracks (Ctrl+N)"));
-    connect(m_trackNames, &QPushButton::clicked, &m_tab.trackNamesWindow(), &TrackNameInputController::show);
+    connect(m_trackNames, &QPushButton::clicked, &m_tab, &TagsTab::showNamesWindow);
     m_writeEmptyTags = new QCheckBox(tr("Write empty fields"), m_form);
     m_writeEmptyTags->setObjectName(QStringLiteral("writeEmptyTags"));
     m_writeEmptyTags->setToolTip(tr(
@@ -342,7 +342,7 @@ void TagsTabView::fillMenu(QMenu *menu, const std::function<void()> &comeForward
     });
     add(tr("Track &Names…"), Qt::CTRL | Qt::Key_N, [this] {
         selectAllWhereNone();
-        m_tab.trackNamesWindow().show();
+        m_tab.showNamesWindow();
     });
     add(tr("&Custom Tags…"), Qt::CTRL | Qt::Key_K, [this] { m_tab.editCustomTags(); });
     add(tr("Use Previ&ous Tags"), Qt::CTRL | Qt::Key_R, [this] { m_tab.usePreviousTags(); });

@@ -165,7 +165,8 @@ void SHNtoolTab::showLengths(SHNToolLenTask::LenType type, const QStringList &na
 void SHNtoolTab::showLengthsByDisc(const QStringList &entered)
 {
     const auto before = [collator = FileList::collator()](const QString &one, const QString &other) {
-        return collator.compare(one, other) < 0;
+        const int order = collator.compare(one, other);
+        return order != 0 ? order < 0 : one < other; // "2" and "02" are two discs
     };
     std::map<QString, QStringList, decltype(before)> discs(before);
     for (const QString &file : fileNames()) {

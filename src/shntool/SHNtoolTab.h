@@ -36,7 +36,7 @@ public:
 
     const QStringList &names() const { return m_names; }
     TrackNameInputController &trackNameWindow() const { return host().trackNameInputController(); }
-    void showNamesWindow() const { trackNameWindow().show(); }
+    void showNamesWindow() const { trackNameWindow().show(this); }
 
     void displayRelevantOptions() override;
     void executeCommand() override;

@@ -17,14 +17,15 @@ constexpr long blockHeaderSize = 4;
 constexpr long longestBlock = 0xFFFFFF;
 constexpr unsigned lastBlockFlag = 0x80;
 constexpr unsigned paddingType = 1;
+constexpr unsigned commentType = 4;
 
-TagLib::ByteVector readAt(StagedFileStream &stream, long offset, unsigned long length)
+TagLib::ByteVector readAt(TagLib::IOStream &stream, long offset, unsigned long length)
 {
     stream.seek(offset, TagLib::IOStream::Beginning);
     return stream.readBlock(length);
 }
 
-long markerOffset(StagedFileStream &stream)
+long markerOffset(TagLib::IOStream &stream)
 {
     const TagLib::ByteVector start = readAt(stream, 0, TagLib::ID3v2::Header::size());
     if (!start.startsWith(TagLib::ID3v2::Header::fileIdentifier())) {
@@ -33,27 +34,56 @@ long markerOffset(StagedFileStream &stream)
     return static_cast<long>(TagLib::ID3v2::Header(start).completeTagSize());
 }
 
-} // namespace
-
-std::optional<FlacMetadata> findFlacMetadata(StagedFileStream &stream)
+struct Block
 {
-    long offset = markerOffset(stream);
-    if (readAt(stream, offset, 4) != "fLaC") {
+    long offset;
+    long next;
+    unsigned type;
+    bool isLast;
+};
+
+std::optional<Block> blockAt(TagLib::IOStream &stream, long offset)
+{
+    const TagLib::ByteVector header = readAt(stream, offset, blockHeaderSize);
+    if (header.size() < blockHeaderSize) {
         return std::nullopt;
     }
-    offset += 4;
-    while (true) {
-        const TagLib::ByteVector header = readAt(stream, offset, blockHeaderSize);
-        if (header.size() < blockHeaderSize) {
-            return std::nullopt;
-        }
-        const auto first = static_cast<unsigned char>(header[0]);
-        const long next = offset + blockHeaderSize + static_cast<long>(header.toUInt(1U, 3U, true));
-        if ((first & lastBlockFlag) != 0) {
-            return FlacMetadata{next, offset, (first & ~lastBlockFlag) == paddingType};
-        }
-        offset = next;
+    const auto first = static_cast<unsigned char>(header[0]);
+    return Block{offset, offset + blockHeaderSize + static_cast<long>(header.toUInt(1U, 3U, true)),
+                 first & ~lastBlockFlag, (first & lastBlockFlag) != 0};
+}
+
+std::optional<Block> firstBlock(TagLib::IOStream &stream)
+{
+    const long offset = markerOffset(stream);
+    return readAt(stream, offset, 4) == "fLaC" ? blockAt(stream, offset + 4) : std::nullopt;
+}
+
+} // namespace
+
+std::optional<FlacMetadata> findFlacMetadata(TagLib::IOStream &stream)
+{
+    std::optional<Block> block = firstBlock(stream);
+    while (block && !block->isLast) {
+        block = blockAt(stream, block->next);
     }
+    if (!block) {
+        return std::nullopt;
+    }
+    return FlacMetadata{block->next, block->offset, block->type == paddingType};
+}
+
+TagLib::ByteVector readFlacComments(TagLib::IOStream &stream)
+{
+    std::optional<Block> block = firstBlock(stream);
+    while (block && block->type != commentType) {
+        block = block->isLast ? std::nullopt : blockAt(stream, block->next);
+    }
+    if (!block) {
+        return {};
+    }
+    const long content = block->offset + blockHeaderSize;
+    return readAt(stream, content, static_cast<unsigned long>(block->next - content));
 }
 
 void restoreFlacPadding(StagedFileStream &stream, long audioOffset)

@@ -4,6 +4,8 @@
 #pragma once
 
 #include <optional>
+#include <tbytevector.h>
+#include <tiostream.h>
 
 namespace kruv {
 
@@ -19,7 +21,10 @@ struct FlacMetadata
 
 /// Nothing when the file has no "fLaC" marker (after an ID3v2 tag, where there is one) or ends within the
 /// chain.
-std::optional<FlacMetadata> findFlacMetadata(StagedFileStream &stream);
+std::optional<FlacMetadata> findFlacMetadata(TagLib::IOStream &stream);
+
+/// Content of the Vorbis comment block, as it stands in the file; empty without one.
+TagLib::ByteVector readFlacComments(TagLib::IOStream &stream);
 
 /// The library cuts back the padding of short files. This gives the padding at the end of the chain the size
 /// that lets the audio begin at `audioOffset` again, where that is possible: so room that someone left for

@@ -48,6 +48,16 @@ template <typename File> File openTagged(TagLib::IOStream &stream)
     }
 }
 
+/// What the library leaves out of a file that it opened.
+template <typename File> void complete(File &file, TagLib::IOStream &stream)
+{
+    if constexpr (std::is_same_v<File, TagLib::FLAC::File>) {
+        if (file.isValid() && file.hasXiphComment()) {
+            takeLatin1Fields(stream, *file.xiphComment());
+        }
+    }
+}
+
 /// `read(file, record)` is called when the library can open the file.
 template <typename File, typename Read>
 TagLibTagsHelper::Record readTags(const TagLibTagsHelper &helper, const QString &path, Read read)
@@ -60,6 +70,7 @@ TagLibTagsHelper::Record readTags(const TagLibTagsHelper &helper, const QString 
     }
     File file = openTagged<File>(stream);
     if (file.isValid()) {
+        complete(file, stream);
         read(file, *record);
     }
     return record;
@@ -90,6 +101,7 @@ template <typename File, typename Edit> bool writeTags(const QString &path, Edit
     if (!stream.isOpen() || !isSound(file, stream)) {
         throw std::runtime_error("Unable to open the output file for tagging.");
     }
+    complete(file, stream);
     return edit(file, stream) && stream.commit();
 }
 

@@ -15,6 +15,7 @@
 #include <QLoggingCategory>
 
 #include <algorithm>
+#include <initializer_list>
 #include <utility>
 
 namespace kruv {
@@ -96,6 +97,7 @@ void TagsTab::tableViewSelectionDidChange(const QList<int> &rows)
     m_filesRead = 0;
     m_sheetTags.reset();
     m_differing.reset();
+    m_sharedTags.reset();
     m_picturesDiffer = false;
     clearFields();
     m_customTagsPanel.clearTags();
@@ -173,6 +175,7 @@ BackgroundWork::Outcome TagsTab::readRows(const QStringList &files, const std::s
         common.record->setTitleText(QStringLiteral(""));
         common.record->setTrackText(QStringLiteral(""));
         m_differing = common.differing;
+        m_sharedTags = common.record;
         m_picturesDiffer = common.picturesDiffer;
         endReading(*common.record, picture);
     };
@@ -269,12 +272,29 @@ void TagsTab::trackNamesEntered(const QStringList &names, NameSource source)
         return;
     }
     m_names = names;
-    m_autoName.setOn(true);
+    // Names entered for a listing must not end up in tags unasked.
+    if (source == NameSource::CueSheet || trackNamesWindow().asker() == this) {
+        m_autoName.setOn(true);
+    }
     if (source == NameSource::CueSheet) {
         trackNamesWindow().setNames(names);
-        trackNamesWindow().show();
+        showNamesWindow();
     }
     Q_EMIT selectionChanged();
+}
+
+void TagsTab::leaveOutSharedParts(TagsObject &record)
+{
+    const auto leaveOut = [&](TagField whole, std::initializer_list<TagField> parts) {
+        const auto isLost = [this](TagField part) { return differs(part) && text(part).text().isEmpty(); };
+        if (record.text(whole) == m_sharedTags->text(whole) && std::ranges::any_of(parts, isLost)) {
+            record.setText(whole, {});
+        }
+    };
+    if (m_sharedTags) {
+        leaveOut(TagField::Year, {TagField::Month, TagField::Day});
+        leaveOut(TagField::Disc, {TagField::DiscTotal});
+    }
 }
 
 TagsTab::Command TagsTab::makeCommand()
@@ -290,6 +310,9 @@ TagsTab::Command TagsTab::makeCommand()
         if (count > 1) {
             record->setTitleText(named ? m_names.value(k) : QString());
             record->setTrackText(named ? QString::number(k + 1) : QString());
+        }
+        if (!command.writeEmptyTags) {
+            leaveOutSharedParts(*record);
         }
         record->setCustomTagsDictionary(m_customTagsPanel.customTagDictionary());
         command.records.push_back(std::move(record));

@@ -27,6 +27,7 @@ public:
     LabelControl &multipleSelectionsLabel() { return m_multipleSelectionsLabel; }
     KruvCustomTagsPanel &customTagsPanel() { return m_customTagsPanel; }
     TrackNameInputController &trackNamesWindow() const { return host().trackNameInputController(); }
+    void showNamesWindow() const { trackNamesWindow().show(this); }
     ToggleControl &autoName() { return m_autoName; }
     ToggleControl &writeEmptyTags() { return m_writeEmptyTags; }
     Control &usePreviousTagsButton() { return m_usePreviousTagsButton; }
@@ -39,8 +40,7 @@ public:
     /// The selected rows of the list, in any order.
     void tableViewSelectionDidChange(const QList<int> &rows);
     const QStringList &selectedFiles() const { return m_selectedFiles; }
-    /// Whether the selected files' tags are still being read, or a command looks for a picture to offer;
-    /// nothing can be written then.
+    /// Whether tags are still being read, or a command looks for a picture to offer; nothing is written then.
     bool isBusy() const { return m_reading || m_offering; }
     /// Whether the selected files' tags are still being read, and how many are.
     bool isReading() const { return m_reading; }
@@ -87,6 +87,8 @@ private:
     void fillFromSheet(const TagsObject &tags);
     void trackNamesEntered(const QStringList &names, NameSource source);
     Command makeCommand();
+    /// Dates and numbers with totals are written whole: files of one year would lose their several days.
+    void leaveOutSharedParts(TagsObject &record);
     static Offer findPicture(const QStringList &files);
     void offerPicture(Command &command, const Offer &offer);
     void carryOut(const Command &command);
@@ -99,7 +101,8 @@ private:
     CueSheetTagImporter m_cueSheetTagImporter;
     QStringList m_names;
     std::shared_ptr<const TagsObject> m_previousTagsObject;
-    std::shared_ptr<const TagsObject> m_sheetTags; // of a cue sheet, until the files are read
+    std::shared_ptr<const TagsObject> m_sheetTags;  // of a cue sheet, until the files are read
+    std::shared_ptr<const TagsObject> m_sharedTags; // of several selected files, as they were read
     QStringList m_selectedFiles;
     std::bitset<tagFieldCount> m_differing;
     bool m_picturesDiffer = false;

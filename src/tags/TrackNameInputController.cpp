@@ -31,8 +31,9 @@ TrackNameInputController::TrackNameInputController(UserInterface &userInterface,
 {
 }
 
-void TrackNameInputController::show()
+void TrackNameInputController::show(const QObject *asker)
 {
+    m_asker = asker;
     setShown(true);
 }
 

@@ -14,8 +14,8 @@ namespace kruv {
 class UserInterface;
 
 /// The entry of track names, one a line: typed, pasted or loaded from a track list. Holds no widgets: the
-/// window that shows it follows its signals and tells it what the person typed and selected. A tab that takes
-/// names owns one. Main thread only.
+/// window that shows it follows its signals and tells it what the person typed and selected. One serves all
+/// tabs that take names. Main thread only.
 class TrackNameInputController : public QObject
 {
     Q_OBJECT
@@ -28,7 +28,10 @@ public:
 
     /// Whether the window shows. show() on one that shows already brings it to the front.
     bool isShown() const { return m_shown; }
-    void show();
+    /// `asker` is the tab whose names the person is to enter.
+    void show(const QObject *asker);
+    /// The tab that showed the window last, or null. Only to be compared.
+    const QObject *asker() const { return m_asker; }
 
     /// The text as it stands in the window; its lines end with "\n" only.
     const QString &namesText() const { return m_text; }
@@ -73,6 +76,7 @@ private:
 
     UserInterface &m_userInterface;
     bool m_shown = false;
+    const QObject *m_asker = nullptr;
     QString m_text;
     qsizetype m_selectionStart = 0;
     qsizetype m_selectionLength = 0;

@@ -24,14 +24,15 @@ QHash<QString, std::shared_ptr<std::atomic<bool>>> &lastWriters()
     return writers;
 }
 
-/// Why a file may be refused; empty where it isn't plain.
+/// Why a file may have been refused.
 QString refusal(const QString &path)
 {
     const QFileInfo info(path);
     if (!info.exists()) {
         return QStringLiteral("The file is not there any more.");
     }
-    return info.isWritable() ? QString() : QStringLiteral("The file may not be written to.");
+    return info.isWritable() ? QStringLiteral("Its disk may be full, or a picture or text too large for it.")
+                             : QStringLiteral("The file may not be written to.");
 }
 
 } // namespace

@@ -4,12 +4,15 @@
 #include "tags/XiphTags.h"
 
 #include "app/Version.h"
+#include "tags/FlacPadding.h"
 #include "tags/TagText.h"
 
 #include <QLoggingCategory>
+#include <QtEndian>
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <exception>
 #include <flacpicture.h>
 #include <memory>
@@ -31,6 +34,9 @@ struct FieldKey
     const char *key;
 };
 
+constexpr const char *commentKey = "COMMENT";
+constexpr const char *descriptionKey = "DESCRIPTION";
+
 /// In the order of writing. The comment has two keys.
 constexpr std::array fieldKeys{
     FieldKey{TagField::Title, "TITLE"},
@@ -41,8 +47,8 @@ constexpr std::array fieldKeys{
     FieldKey{TagField::DiscTotal, "DISCTOTAL"},
     FieldKey{TagField::Track, "TRACKNUMBER"},
     FieldKey{TagField::TrackTotal, "TRACKTOTAL"},
-    FieldKey{TagField::Comment, "COMMENT"},
-    FieldKey{TagField::Comment, "DESCRIPTION"},
+    FieldKey{TagField::Comment, commentKey},
+    FieldKey{TagField::Comment, descriptionKey},
     FieldKey{TagField::Genre, "GENRE"},
     FieldKey{TagField::Composer, "COMPOSER"},
 };
@@ -52,6 +58,26 @@ constexpr const char *encoderKey = "ENCODER";
 constexpr unsigned int longestBlock = 0xFFFFFF;
 /// A picture block's own fields, beside the picture's bytes.
 constexpr unsigned int pictureFieldsSize = 64;
+
+/// A length in a comment block: 32 bits, the least byte first. Nothing is left where it ends too early.
+std::uint32_t takeLength(QByteArrayView &rest)
+{
+    if (rest.size() < static_cast<qsizetype>(sizeof(std::uint32_t))) {
+        rest = {};
+        return 0;
+    }
+    const auto length = qFromLittleEndian<std::uint32_t>(rest.data());
+    rest = rest.sliced(sizeof(std::uint32_t));
+    return length;
+}
+
+QByteArrayView takeText(QByteArrayView &rest)
+{
+    const std::uint32_t length = takeLength(rest);
+    const QByteArrayView text = rest.first(std::min<qsizetype>(length, rest.size()));
+    rest = rest.sliced(text.size());
+    return text;
+}
 
 bool isKnown(const String &key)
 {
@@ -72,6 +98,14 @@ void writeField(XiphComment &comment, const String &key, const QString &text)
     if (text.isEmpty() || joinedValues(comment, key) != text) {
         comment.addField(key, toTagLibString(text), true);
     }
+}
+
+/// Where the comment's two fields differ, only the description is shown. A record that goes back with it
+/// leaves the other one alone.
+bool isCommentApart(const XiphComment &comment, const FieldKey &row, const QString &text)
+{
+    return row.key == commentKey && comment.contains(commentKey) &&
+           joinedValues(comment, descriptionKey) == text;
 }
 
 void clearExceptEncoder(TagLib::FLAC::File &file, XiphComment &comment)
@@ -131,7 +165,10 @@ void writeCustomTags(XiphComment &comment, const TagsObject::CustomTags &tags)
         qCInfo(xiphLog, "setting custom tag: %s %s", qUtf8Printable(tag.key()), qUtf8Printable(tag.value()));
         try {
             const String key = toTagLibString(tag.key());
-            writeField(comment, key, tag.value());
+            // The editor trims what it shows; that alone is no change.
+            if (joinedValues(comment, key).trimmed() != tag.value()) {
+                writeField(comment, key, tag.value());
+            }
             if (!comment.contains(key)) {
                 throw std::invalid_argument("not a field name");
             }
@@ -142,6 +179,21 @@ void writeCustomTags(XiphComment &comment, const TagsObject::CustomTags &tags)
 }
 
 } // namespace
+
+void takeLatin1Fields(TagLib::IOStream &stream, XiphComment &comment)
+{
+    const TagLib::ByteVector block = readFlacComments(stream);
+    QByteArrayView rest(block.data(), static_cast<qsizetype>(block.size()));
+    takeText(rest); // the vendor's
+    for (std::uint32_t count = takeLength(rest); count > 0 && !rest.isEmpty(); --count) {
+        const QByteArrayView field = takeText(rest);
+        const qsizetype sign = field.indexOf('=');
+        if (sign > 0 && !field.isValidUtf8()) {
+            comment.addField(toTagLibString(QString::fromLatin1(field.first(sign))),
+                             toTagLibString(QString::fromLatin1(field.sliced(sign + 1))), false);
+        }
+    }
+}
 
 void readXiph(TagLib::FLAC::File &file, TagsObject &record)
 {
@@ -176,7 +228,7 @@ bool writeXiph(TagLib::FLAC::File &file, const TagsObject &record, bool writeEmp
     }
     for (const FieldKey &row : fieldKeys) {
         const QString text = record.text(row.field);
-        if (isToBeWritten(text, writeEmptyTags)) {
+        if (isToBeWritten(text, writeEmptyTags) && !isCommentApart(comment, row, text)) {
             writeField(comment, row.key, text);
         }
     }

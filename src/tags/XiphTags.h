@@ -9,6 +9,10 @@
 
 namespace kruv {
 
+/// Adds the fields whose text isn't UTF-8, which the library leaves out and would drop on saving. They are
+/// taken for Latin-1, in which some programs wrote them.
+void takeLatin1Fields(TagLib::IOStream &stream, TagLib::Ogg::XiphComment &comment);
+
 /// Vorbis comment fields and picture blocks of a FLAC file.
 void readXiph(TagLib::FLAC::File &file, TagsObject &record);
 

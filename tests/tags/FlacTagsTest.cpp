@@ -94,10 +94,12 @@ TEST_F(FlacTags, WritesEveryField)
 
 TEST_F(FlacTags, WhatOthersWroteStays)
 {
-    for (const char *field : {"replaygain_track_gain=-3.21 dB", "ARTIST=One", "ARTIST=Two", "DATE=2004-05",
-                              "COMMENT=c", "DESCRIPTION=d", "ENCODER=other", "TOTALTRACKS=9"}) {
+    for (const char *field :
+         {"replaygain_track_gain=-3.21 dB", "ARTIST=One", "ARTIST=Two", "DATE=2004-05", "COMMENT=c",
+          "DESCRIPTION=d", "ENCODER=other", "TOTALTRACKS=9", "LYRICS=la\n", "MOOD=gr~n"}) {
         setTag(QString::fromLatin1(field));
     }
+    test::writeFile(path, readFile(path).replace("gr~n", "gr\xFCn")); // Latin-1, which has no place there
     const QString cover = folder.file(u"cover.png"_s);
     ASSERT_TRUE(test::picture(Qt::green).save(cover));
     metaflac({u"--import-picture-from=3||front||"_s + cover, path});
@@ -118,11 +120,14 @@ TEST_F(FlacTags, WhatOthersWroteStays)
 
     record->setAlbumArt({});
     record->setTitleText(u"New"_s);
+    record->setCustomTagsDictionary({{u"LYRICS"_s, u"la"_s}}); // as the editor trims it
     ASSERT_TRUE(helper.writeTagsForFLACFile(path, *record, false));
     const QStringList written = fields(path);
-    for (const char *field : {"TITLE=New", "ARTIST=One", "ARTIST=Two", "DATE=2004-05", "TOTALTRACKS=9"}) {
+    for (const char *field : {"TITLE=New", "ARTIST=One", "ARTIST=Two", "DATE=2004-05", "TOTALTRACKS=9",
+                              "COMMENT=c", "DESCRIPTION=d", "LYRICS=la", "MOOD=gr\xFCn"}) {
         EXPECT_EQ(written.count(QString::fromLatin1(field)), 1) << field;
     }
+    EXPECT_EQ(helper.tagsForFlacFile(path)->customTagsDictionary().value(u"LYRICS"_s), u"la\n"_s);
     const auto foreign = [](const QString &block) {
         return !block.startsWith(u"VORBIS_COMMENT") && !block.startsWith(u"PADDING");
     };

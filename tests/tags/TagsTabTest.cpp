@@ -108,6 +108,13 @@ TEST_F(TagsTabRules, SeveralFilesShowWhatTheyShareAndKeepTheRest)
         << "a picture that is there already must not be added again";
     EXPECT_EQ(decodedDigest(files[1]), audio);
 
+    tag(files[2], {{TagField::Year, u"2004"_s}, {TagField::Month, u"05"_s}, {TagField::Day, u"07"_s}});
+    selectAll();
+    EXPECT_EQ(tab.yearText().text() + tab.dayText().text(), u"2004"_s);
+    tab.genreText().setText(u"Rock"_s);
+    write();
+    EXPECT_EQ(text(files[2], TagField::Genre) + text(files[2], TagField::Day), u"Rock07"_s);
+
     // An AIFF file among several is read as what it isn't, so that nothing is shared.
     const QString aiff = folder.audio(u"aiff"_s, u"0.aiff"_s);
     tag(aiff, {{TagField::Album, u"Same"_s}});
@@ -166,6 +173,10 @@ TEST_F(TagsTabRules, NamesGoToTheSelectedFilesInOrder)
     EXPECT_EQ(text(folder.file(u"10.flac"_s), TagField::Artist), u"Bänd"_s);
 
     tab.trackNamesWindow().setInputTextString(u"only\n\none\n"_s);
+    tab.trackNamesWindow().show(nullptr);
+    tab.trackNamesWindow().inputOK();
+    EXPECT_FALSE(tab.autoName().isOn()) << "names that another tab asked for";
+    tab.showNamesWindow();
     tab.trackNamesWindow().inputOK();
     session.ended.clear();
     write();
