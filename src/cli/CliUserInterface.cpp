@@ -101,10 +101,11 @@ std::optional<QString> CliUserInterface::savePath(const QString &, const QString
     return path;
 }
 
-std::optional<QString> CliUserInterface::enterText(const QString &title, const QString &, const QString &)
+std::optional<QString> CliUserInterface::enterText(const QString &title, const QString &prompt,
+                                                   const QString &)
 {
     if (m_options.text.empty()) {
-        throw UsageError(title);
+        throw UsageError(QStringLiteral("%1: %2").arg(title, prompt));
     }
     return QString::fromStdString(m_options.text);
 }

@@ -74,7 +74,7 @@ LossyVerb::LossyVerb(CLI::App &parent)
         ->type_name("N");
     app()
         .add_option("--frame-size", m_frameSize, "Opus frame size in ms; 20 when not given")
-        ->type_name("MS");
+        ->type_name("2.5|5|10|20|40|60");
     app().add_flag("--overwrite", overwriteFlag(), "Replace .m4a files next to their sources");
     app().footer("Example: a folder of FLAC files as MP3 at a variable bit rate\n"
                  "  kruv lossy --to mp3 --mode vbr --quality 2 --output ~/Player ~/Concert");

@@ -102,7 +102,7 @@ void addAacQuality(QVBoxLayout *group, LossyTab &tab)
 } // namespace
 
 LossyTabView::LossyTabView(LossyTab &tab, const QStringList &kinds, QWidget *parent)
-    : TabView(tab, kinds, parent)
+    : TabView(tab, QStringList(kinds) << QStringLiteral("M4A"), parent) // of Apple Lossless
 {
     QVBoxLayout *format = options().addGroup(tr("Format"));
     format->addWidget(

@@ -9,6 +9,7 @@
 #include "tags/AACTagsHelper.h"
 #include "tasks/OriginalFile.h"
 
+#include <QFile>
 #include <QLoggingCategory>
 
 #include <algorithm>
@@ -77,7 +78,9 @@ void EncodeAACTask::encode(const QString &input)
         constexpr std::uint32_t bitsPerKilobit = 1000;
         converter.setBitrate(number * bitsPerKilobit);
     }
-    converter.doEncodeCall();
+    if (!converter.doEncodeCall() && cancelled()) {
+        QFile::remove(writtenFile()); // it plays, and looks whole
+    }
 }
 
 std::shared_ptr<TagsObject> EncodeAACTask::sourceTags()

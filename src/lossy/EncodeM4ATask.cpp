@@ -28,13 +28,11 @@ QString EncodeM4ATask::description() const
 
 void EncodeM4ATask::doStartTask()
 {
-    if (outFile() == fileName() || OutputWatch::isSameFile(outFile(), fileName())) {
+    m_replacesSource = outFile() == fileName() || OutputWatch::isSameFile(outFile(), fileName());
+    if (m_replacesSource || (m_overwriteM4a && QFile::exists(outFile()))) {
         m_replacement.emplace(folder(), QStringLiteral("m4a"));
-    } else if (QFile::exists(outFile()) && !m_overwriteM4a) {
-        fail(QStringLiteral("The output file %1 already exists.\n").arg(outFile()));
-        return;
     }
-    // The job may live on in the status table; what didn't take the source's place must not.
+    // The job may live on in the status table; what didn't take the old file's place must not.
     const auto removal = qScopeGuard([this] { m_replacement.reset(); });
     LossyTask::doStartTask();
 }
@@ -43,20 +41,20 @@ void EncodeM4ATask::finish()
 {
     LossyTask::finish();
     if (m_replacement && mayGoOn()) {
-        replaceSource();
+        takePlace();
     }
 }
 
-void EncodeM4ATask::replaceSource()
+void EncodeM4ATask::takePlace()
 {
     const QString written = m_replacement->path();
-    QFile::setPermissions(written, QFile::permissions(fileName()));
+    QFile::setPermissions(written, QFile::permissions(outFile()));
     if (QFileInfo(written).size() == 0 || !OutputWatch(written).reachedDisk()) {
-        fail(QStringLiteral("%1 was kept: what should take its place is not complete.\n").arg(fileName()));
+        fail(QStringLiteral("%1 was kept: what should take its place is not complete.\n").arg(outFile()));
     } else if (std::rename(QFile::encodeName(written).constData(),
                            QFile::encodeName(outFile()).constData()) != 0) {
         fail(QStringLiteral("%1 was kept: %2 could not take its place: %3\n")
-                 .arg(fileName(), written, QString::fromLocal8Bit(std::strerror(errno))));
+                 .arg(outFile(), written, QString::fromLocal8Bit(std::strerror(errno))));
     }
 }
 

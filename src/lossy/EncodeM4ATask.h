@@ -10,8 +10,9 @@
 
 namespace kruv {
 
-/// What the two jobs that make .m4a files share: the output of an Apple Lossless song.m4a beside itself is
-/// made under a temporary name and takes the source's place when it is complete.
+/// What the two jobs that make .m4a files share: an output that is there already, be it the source itself (an
+/// Apple Lossless song.m4a beside itself), is made under a temporary name and takes the place of the old file
+/// when it is complete.
 class EncodeM4ATask : public LossyTask
 {
 protected:
@@ -25,14 +26,17 @@ protected:
     std::int32_t level() const { return m_level; }
     QString writtenFile() const override { return m_replacement ? m_replacement->path() : outFile(); }
 
+    bool losesSource() const override { return m_replacesSource || LossyTask::losesSource(); }
+
     void doStartTask() override;
     void finish() override;
 
 private:
-    void replaceSource();
+    void takePlace();
 
     const std::int32_t m_level;
     const bool m_overwriteM4a;
+    bool m_replacesSource = false;
     std::optional<TemporaryFile> m_replacement;
 };
 

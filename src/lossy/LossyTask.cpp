@@ -28,6 +28,10 @@ void LossyTask::doStartTask()
     if (!deletesSourceType()) {
         setDeleteOriginal(false);
     }
+    if (writtenFile() == outFile() && QFile::exists(outFile())) {
+        fail(QStringLiteral("The output file %1 already exists.\n").arg(outFile()));
+        return;
+    }
     // The encoders take any bytes for samples.
     if (m_fileType == u"WAV" && CoreAudioHelper::getFormatInfo(fileName()).sampleRate == 0) {
         fail(QStringLiteral("%1 is not a WAV file, or holds a kind of audio that can't be read.")
@@ -81,9 +85,8 @@ std::shared_ptr<TagsObject> LossyTask::readTags(std::initializer_list<TaggedSour
 
 void LossyTask::runEncoder(const char *tool, const QStringList &arguments, const OutputReader &read)
 {
-    const bool wasThere = QFile::exists(outFile());
-    if (!runTool(toolPath(QString::fromLatin1(tool)), arguments, read) && !wasThere) {
-        QFile::remove(outFile());
+    if (!runTool(toolPath(QString::fromLatin1(tool)), arguments, read)) {
+        QFile::remove(writtenFile());
     }
 }
 

@@ -24,17 +24,17 @@ protected:
 
     /// The source's file type.
     const QString &fileType() const { return m_fileType; }
-    /// The file that is written: the output, or what will take the place of the source.
+    /// The file that is written: the output, or what will take the place of a file that is there.
     virtual QString writtenFile() const { return outFile(); }
     /// Whether the source goes when the job succeeds.
-    bool losesSource() const { return deleteOriginal() || writtenFile() != outFile(); }
+    virtual bool losesSource() const { return deleteOriginal(); }
     /// Whether an original of this type is deleted where that was asked for.
     virtual bool deletesSourceType() const;
 
     /// The tags of a source of the given types, with the status line shown meanwhile; null for other types.
     std::shared_ptr<TagsObject> readTags(std::initializer_list<TaggedSource> sources);
-    /// Runs an encoder of the resources folder that writes outFile(). What a failed run leaves is removed,
-    /// unless the file was there before.
+    /// Runs an encoder of the resources folder that writes writtenFile(). What a failed run leaves is
+    /// removed.
     void runEncoder(const char *tool, const QStringList &arguments, const OutputReader &read);
 
 private:

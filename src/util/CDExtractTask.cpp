@@ -10,7 +10,9 @@
 #include "tasks/TextFile.h"
 #include "tasks/ToolOutput.h"
 
+#include <QDateTime>
 #include <QFile>
+#include <QFileInfo>
 
 #include <algorithm>
 
@@ -142,6 +144,13 @@ void CDExtractTask::rename(const QString &toolName, int track)
     }
 }
 
+bool CDExtractTask::isNewer(const QString &one, const QString &other) const
+{
+    const QFileInfo first(m_request.outputFolder + u'/' + one);
+    const QFileInfo second(m_request.outputFolder + u'/' + other);
+    return first.exists() && (!second.exists() || first.lastModified() >= second.lastModified());
+}
+
 void CDExtractTask::renameTracks()
 {
     // The track at which the tool failed or was ended is not whole: it keeps the tool's name.
@@ -149,7 +158,7 @@ void CDExtractTask::renameTracks()
     const int last = allDone ? m_range.last : std::min(m_range.last, m_range.first + m_tracksDone - 1);
     const bool oneOnly = m_range.last == m_range.first;
     // Tools number a single file as well when they are asked for one file a track.
-    if (oneOnly && last == m_range.last && QFile::exists(m_request.outputFolder + u'/' + oneFile)) {
+    if (oneOnly && last == m_range.last && isNewer(oneFile, toolName(m_range.first))) {
         return rename(oneFile, m_range.first);
     }
     for (int track = m_range.first; track <= last && !m_request.oneTrack; ++track) {

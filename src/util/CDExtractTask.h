@@ -53,6 +53,8 @@ private:
     void showTrack();
     void showStatus(const QString &status);
     QString fileNameFor(int track) const;
+    /// Whether the first of two outputs is there, and not one that was there before the second was written.
+    bool isNewer(const QString &one, const QString &other) const;
     void renameTracks();
     void rename(const QString &toolName, int track);
     void writeLog();

@@ -10,6 +10,7 @@
 #include "tasks/OutputWatch.h"
 #include "util/FormatSummary.h"
 
+#include <QFile>
 #include <QLoggingCategory>
 
 #include <cmath>
@@ -68,6 +69,10 @@ void SoxTask::writeTags(const TagsObject &tags)
 void SoxTask::doStartTask()
 {
     showStatus(m_recipe.status);
+    if (OutputWatch::isSameFile(fileName(), outputPath())) {
+        fail(QStringLiteral("%1 leads to the source, which would be written over.").arg(outputPath()));
+        return;
+    }
     const auto tags = readTags();
     const OutputWatch output(outputPath());
     const QStringList arguments{QStringLiteral("-S"), fileName(), outputPath()};
@@ -76,6 +81,9 @@ void SoxTask::doStartTask()
     qCInfo(soxLog, "done %s", qUtf8Printable(fileName()));
     if (mayGoOn()) {
         checkLength();
+    }
+    if (!mayGoOn() && output.written()) {
+        QFile::remove(outputPath()); // it plays, and looks whole
     }
     if (mayGoOn() && tags && output.written()) {
         writeTags(*tags);
@@ -105,7 +113,8 @@ void SoxTask::processTaskOutput(const QString &piece)
 void SoxTask::checkLength()
 {
     if (!m_messages.shortEnd().isEmpty()) {
-        fail(QStringLiteral("%1 is not complete: %2").arg(outputPath(), m_messages.shortEnd()));
+        fail(QStringLiteral("%1 was removed; it was not complete: %2")
+                 .arg(outputPath(), m_messages.shortEnd()));
         return;
     }
     constexpr double rounding = 2.0; // frames
@@ -115,7 +124,7 @@ void SoxTask::checkLength()
                                                     : static_cast<double>(source.totalSamples);
     const double missing = std::abs(expected - static_cast<double>(output.totalSamples));
     if (source.totalSamples > 0 && missing > rounding) {
-        fail(QStringLiteral("%1 is not complete: it has %2 frames in place of %3.")
+        fail(QStringLiteral("%1 was removed; it was not complete: it had %2 frames in place of %3.")
                  .arg(outputPath())
                  .arg(output.totalSamples)
                  .arg(expected, 0, 'f', 0));

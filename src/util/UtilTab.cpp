@@ -178,11 +178,13 @@ void UtilTab::replayGain()
 
 void UtilTab::convertSampleRate()
 {
-    constexpr qsizetype unitLength = 4; // " kHz"
+    constexpr qsizetype unitLength = 4;    // " kHz"
+    constexpr double highestRate = 1000.0; // kHz; what is above was meant in Hz
     const QString rate =
         m_sampleRateCombo.text().chopped(std::min(unitLength, m_sampleRateCombo.text().size()));
     bool isNumber = false;
-    if (rate.toDouble(&isNumber) <= 0 || !isNumber) {
+    const double number = rate.toDouble(&isNumber);
+    if (!isNumber || !(number > 0 && number <= highestRate)) {
         return showError(QStringLiteral("\"%1\" is no sample rate").arg(m_sampleRateCombo.text()));
     }
     runSox(SoxSampleRateConversionTask::suffix(),

@@ -136,6 +136,37 @@ TEST_F(LossyConversion, ReplacesASongByItselfOnlyWithAWholeOne)
     EXPECT_EQ(QFileInfo(song).permission(QFile::ReadGroup), true);
 }
 
+TEST_F(LossyConversion, KeepsOutputsThatAreThereUntilNewOnesAreWhole)
+{
+    deleteOriginals();
+    writeWav(music(u"a.wav"_s), {.frames = frames});
+    writeWav(music(u"b.mp3"_s), {.frames = frames}); // its name lies, and is that of its output
+    const QByteArray sound = readFile(music(u"a.wav"_s));
+    for (const char *output : {"a.mp3", "a.opus", "a.m4a"}) {
+        writeFile(music(QString::fromLatin1(output)), "a person's own");
+    }
+    const QString resources = session.folder.makeFolder(u"resources"_s);
+    const QString tool = session.folder.file(u"resources/aacplusenc"_s);
+    writeFile(tool, "#!/bin/sh\necho half >\"$2\"; exit 1");
+    QFile::setPermissions(tool, QFile::ReadOwner | QFile::ExeOwner);
+    EXPECT_NE(encode(u"LAME MP3"_s, {music(u"a.wav"_s), music(u"b.mp3"_s)}), QString());
+    EXPECT_NE(encode(u"Opus"_s, {music(u"a.wav"_s)}), QString());
+    {
+        const EnvironmentVariable variable("KRUV_RESOURCES", resources.toUtf8());
+        session.person.buttonAnswers = {1};
+        EXPECT_NE(encode(u"HE-AAC"_s, {music(u"a.wav"_s)}), QString());
+    }
+    for (const char *output : {"a.mp3", "a.opus", "a.m4a"}) {
+        EXPECT_EQ(readFile(music(QString::fromLatin1(output))), "a person's own");
+    }
+    EXPECT_EQ(readFile(music(u"a.wav"_s)), sound);
+    EXPECT_EQ(readFile(music(u"b.mp3"_s)), sound);
+    session.person.buttonAnswers = {1};
+    EXPECT_EQ(encode(u"AAC"_s, {music(u"a.wav"_s)}), QString());
+    EXPECT_EQ(decodedFrames(music(u"a.m4a"_s)) / 1024, (frames + 1023) / 1024);
+    EXPECT_EQ(names(), (QStringList{u"a.m4a"_s, u"a.mp3"_s, u"a.opus"_s, u"b.mp3"_s}));
+}
+
 TEST_F(LossyConversion, DeletesOnlyOriginalsThatWereEncodedWhole)
 {
     deleteOriginals();

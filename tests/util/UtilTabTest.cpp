@@ -142,6 +142,7 @@ TEST_F(Utilities, ConvertsSampleRatesAndKeepsTags)
     EXPECT_FALSE(session.ended[0].error) << session.ended[0].text.toStdString();
     EXPECT_EQ(session.ended[0].text, u"50%: In.aiff  - Done\n\n\n"_s);
     EXPECT_TRUE(session.ended[1].error && session.ended[1].text.contains(u"Premature EOF"_s));
+    EXPECT_FALSE(QFile::exists(out + u"/short-converted.wav"_s)) << "it looks whole";
     const QString converted = out + u"/50%: In-converted.aiff"_s;
     const auto format = formatSummary(converted);
     EXPECT_EQ(format.sampleRate, 96000);
@@ -154,6 +155,16 @@ TEST_F(Utilities, ConvertsSampleRatesAndKeepsTags)
     session.person.buttonAnswers = {0};
     run(UtilTab::DeEmphasis, {file(u"whole.wav"_s)}, out);
     EXPECT_EQ(session.ended.size(), 4U) << "overwritten against the person's word";
+    QFile::remove(out + u"/whole-deemph.wav"_s);
+    QFile::link(file(u"whole.wav"_s), out + u"/whole-deemph.wav"_s);
+    const QByteArray source = readFile(file(u"whole.wav"_s));
+    session.person.buttonAnswers = {1};
+    run(UtilTab::DeEmphasis, {file(u"whole.wav"_s)}, out);
+    EXPECT_TRUE(session.ended.at(4).error);
+    EXPECT_EQ(readFile(file(u"whole.wav"_s)), source);
+    tab.sampleRateCombo().setText(u"44100 kHz"_s);
+    run(UtilTab::SampleRateConversion, {file(u"whole.wav"_s)}, out);
+    EXPECT_EQ(alertText(), u"\"44100 kHz\" is no sample rate"_s);
     run(UtilTab::DeEmphasis, {file(u"none.flac"_s)}, out);
     EXPECT_EQ(alertText(), u"No Wav/Aiff files in file list"_s);
 }
