@@ -18,12 +18,8 @@ DecodeTabView::DecodeTabView(DecodeTab &tab, const QStringList &kinds, QWidget *
     format->addWidget(
         new ChoiceGrid(tab.outputFormatMatrix(), QStringLiteral("Format"), format->parentWidget()));
 
-    QVBoxLayout *output = options().addGroup(tr("Output"));
-    OptionColumn::addToggle(output, tab.sourceDecodeButton(), tr("&Next to the source files"),
-                            QStringLiteral("sourceDecodeButton"), tr("Otherwise one folder is asked for"));
-    OptionColumn::addToggle(output, tab.deleteOriginalsButton(), tr("Delete &original files"),
-                            QStringLiteral("deleteOriginalsButton"),
-                            tr("Each once its output is written and its job succeeded"));
+    options().addOutputGroup(tab.sourceDecodeButton(), QStringLiteral("sourceDecodeButton"),
+                             tab.deleteOriginalsButton());
 
     QVBoxLayout *flac = options().addGroup(tab.flacOptionsLabel());
     OptionColumn::addToggle(flac, tab.decodeFlacThroughErrors(), tr("Decode through e&rrors"),

@@ -4,33 +4,18 @@
 #include "gui/EncodeTabView.h"
 
 #include "gui/ChoiceGrid.h"
-#include "gui/LevelSlider.h"
 #include "gui/OptionColumn.h"
 #include "gui/QuietLabel.h"
 #include "lossless/EncodeTab.h"
 
-#include <QHBoxLayout>
-#include <QLabel>
-#include <QSlider>
 #include <QStackedWidget>
+#include <QVBoxLayout>
 
 #include <algorithm>
 
 namespace kruv {
 
 namespace {
-
-void addLevel(QVBoxLayout *group, NumberControl &control, const QString &name,
-              const LevelSlider::ValueText &valueText)
-{
-    auto *row = new QHBoxLayout;
-    auto *label = new QLabel(QObject::tr("&Level"), group->parentWidget());
-    auto *slider = new LevelSlider(control, name, valueText, group->parentWidget());
-    label->setBuddy(slider->slider());
-    row->addWidget(label);
-    row->addWidget(slider, 1);
-    group->addLayout(row);
-}
 
 void addNote(QVBoxLayout *group, const QString &text)
 {
@@ -46,12 +31,8 @@ EncodeTabView::EncodeTabView(EncodeTab &tab, const QStringList &kinds, QWidget *
     format->addWidget(
         new ChoiceGrid(tab.outputFormatMatrix(), QStringLiteral("Format"), format->parentWidget()));
     addFormatPages(tab);
-    QVBoxLayout *output = options().addGroup(tr("Output"));
-    OptionColumn::addToggle(output, tab.sourceEncodeButton(), tr("&Next to the source files"),
-                            QStringLiteral("sourceEncodeButton"), tr("Otherwise one folder is asked for"));
-    OptionColumn::addToggle(output, tab.deleteOriginalsButton(), tr("Delete &original files"),
-                            QStringLiteral("deleteOriginalsButton"),
-                            tr("Each once its output is written and its job succeeded"));
+    options().addOutputGroup(tab.sourceEncodeButton(), QStringLiteral("sourceEncodeButton"),
+                             tab.deleteOriginalsButton());
     setCommand(tr("&Encode"));
 }
 
@@ -67,8 +48,8 @@ void EncodeTabView::addFormatPages(EncodeTab &tab)
         new ChoiceGrid(tab.wavepackFormatMatrix(), QStringLiteral("WavPack mode"), wavpack->parentWidget()));
     addFlacPage(tab, pages);
     addNote(options().addPage(pages, tr("TTA")), tr("TTA has no options"));
-    addLevel(options().addPage(pages, tr("APE")), tab.apeSlider(), QStringLiteral("apeSlider"),
-             [](int level) { return QString::number(level); });
+    OptionColumn::addLevel(options().addPage(pages, tr("APE")), tab.apeSlider(), tr("&Level"),
+                           QStringLiteral("apeSlider"));
     addNote(options().addPage(pages, tr("M4A")), tr("Apple Lossless has no options"));
 
     const auto showPage = [pages, &tab] {
@@ -81,8 +62,7 @@ void EncodeTabView::addFormatPages(EncodeTab &tab)
 void EncodeTabView::addFlacPage(EncodeTab &tab, QStackedWidget *pages)
 {
     QVBoxLayout *flac = options().addPage(pages, tr("FLAC"));
-    addLevel(flac, tab.flacSlider(), QStringLiteral("flacSlider"),
-             [](int level) { return QString::number(level); });
+    OptionColumn::addLevel(flac, tab.flacSlider(), tr("&Level"), QStringLiteral("flacSlider"));
     OptionColumn::addToggle(flac, tab.flacVerifyButton(), tr("Verif&y"), QStringLiteral("flacVerifyButton"),
                             tr("Decode what was encoded and compare it on the way"));
     OptionColumn::addToggle(flac, tab.flacLaxButton(), tr("La&x"), QStringLiteral("flacLaxButton"),

@@ -4,13 +4,12 @@
 #include "gui/FixTabView.h"
 
 #include "gui/ChoiceGrid.h"
-#include "gui/LevelSlider.h"
+#include "gui/Follow.h"
 #include "gui/OptionColumn.h"
+#include "gui/QuietLabel.h"
 #include "lossless/FixTab.h"
 
-#include <QHBoxLayout>
-#include <QLabel>
-#include <QSlider>
+#include <QVBoxLayout>
 
 namespace kruv {
 
@@ -20,18 +19,12 @@ FixTabView::FixTabView(FixTab &tab, const QStringList &kinds, QWidget *parent)
     QVBoxLayout *format = options().addGroup(tr("Format"));
     format->addWidget(
         new ChoiceGrid(tab.outputFormatMatrix(), QStringLiteral("Format"), format->parentWidget()));
-    auto *level = new QHBoxLayout;
-    auto *label = new QLabel(tr("FLAC &level"), format->parentWidget());
-    auto *slider = new LevelSlider(
-        tab.flacLevelSlider(), QStringLiteral("flacLevelSlider"),
-        [](int value) { return QString::number(value); }, format->parentWidget());
-    label->setBuddy(slider->slider());
-    level->addWidget(label);
-    level->addWidget(slider, 1);
-    format->addLayout(level);
+    OptionColumn::addLevel(format, tab.flacLevelSlider(), tr("FLAC &level"),
+                           QStringLiteral("flacLevelSlider"));
 
     QVBoxLayout *lists = options().addGroup(tab.md5Label());
     lists->addWidget(new ChoiceGrid(tab.shnMd5Option(), QStringLiteral("MD5 files"), lists->parentWidget()));
+    follow(tab.shnMd5Option(), OptionColumn::addDiscNote(lists), [] {});
     OptionColumn::addToggle(lists, tab.flacFingerprintButton(), tr("Fingerprint f&ile"),
                             QStringLiteral("flacFingerprintButton"),
                             tr("Write a list of FLAC fingerprints beside the outputs"));

@@ -108,12 +108,8 @@ LossyTabView::LossyTabView(LossyTab &tab, const QStringList &kinds, QWidget *par
     format->addWidget(
         new ChoiceGrid(tab.outputFormatMatrix(), QStringLiteral("Format"), format->parentWidget()));
     addFormatPages(tab);
-    QVBoxLayout *output = options().addGroup(tr("Output"));
-    OptionColumn::addToggle(output, tab.sourceEncodeButton(), tr("&Next to the source files"),
-                            QStringLiteral("sourceEncodeButton"), tr("Otherwise one folder is asked for"));
-    OptionColumn::addToggle(output, tab.deleteOriginalsButton(), tr("Delete &original files"),
-                            QStringLiteral("deleteOriginalsButton"),
-                            tr("Each once its output is written and its job succeeded"));
+    QVBoxLayout *output = options().addOutputGroup(
+        tab.sourceEncodeButton(), QStringLiteral("sourceEncodeButton"), tab.deleteOriginalsButton());
     auto *missing = new QuietLabel({}, this);
     missing->setObjectName(QStringLiteral("missingToolText"));
     missing->setWordWrap(true);

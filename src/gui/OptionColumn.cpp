@@ -4,9 +4,13 @@
 #include "gui/OptionColumn.h"
 
 #include "gui/Bindings.h"
+#include "gui/LevelSlider.h"
+#include "gui/QuietLabel.h"
 
 #include <QCheckBox>
+#include <QHBoxLayout>
 #include <QLabel>
+#include <QSlider>
 #include <QStackedWidget>
 #include <QStyle>
 #include <QVBoxLayout>
@@ -121,6 +125,39 @@ QCheckBox *OptionColumn::addToggle(QVBoxLayout *group, ToggleControl &control, c
     group->addWidget(box);
     Bindings::bind(control, box);
     return box;
+}
+
+void OptionColumn::addLevel(QVBoxLayout *group, NumberControl &control, const QString &text,
+                            const QString &objectName)
+{
+    auto *row = new QHBoxLayout;
+    auto *label = new QLabel(text, group->parentWidget());
+    auto *slider = new LevelSlider(
+        control, objectName, [](int level) { return QString::number(level); }, group->parentWidget());
+    label->setBuddy(slider->slider());
+    row->addWidget(label);
+    row->addWidget(slider, 1);
+    group->addLayout(row);
+}
+
+QuietLabel *OptionColumn::addDiscNote(QVBoxLayout *group)
+{
+    auto *note = new QuietLabel(tr("* The number between d and t in the names: d2t05.flac is of disc 2"),
+                                group->parentWidget());
+    note->setWordWrap(true);
+    group->addWidget(note);
+    return note;
+}
+
+QVBoxLayout *OptionColumn::addOutputGroup(ToggleControl &beside, const QString &besideName,
+                                          ToggleControl &deletes)
+{
+    QVBoxLayout *output = addGroup(tr("Output"));
+    addToggle(output, beside, tr("&Next to the source files"), besideName,
+              tr("Otherwise one folder is asked for"));
+    addToggle(output, deletes, tr("Delete &original files"), QStringLiteral("deleteOriginalsButton"),
+              tr("Each once its output is written and its job succeeded"));
+    return output;
 }
 
 } // namespace kruv

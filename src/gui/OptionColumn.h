@@ -13,6 +13,8 @@ class QVBoxLayout;
 namespace kruv {
 
 class LabelControl;
+class NumberControl;
+class QuietLabel;
 class ToggleControl;
 
 /// The options beside a tab's list: titled groups in one column of fixed width, which scrolls where the
@@ -33,6 +35,15 @@ public:
     /// Adds a page with a group and returns the layout of what belongs to it.
     QVBoxLayout *addPage(QStackedWidget *pages, const QString &title);
 
+    /// Adds where the outputs go and whether originals are deleted; `beside` has the object name
+    /// `besideName`.
+    QVBoxLayout *addOutputGroup(ToggleControl &beside, const QString &besideName, ToggleControl &deletes);
+
+    /// Adds a labelled slider tied to `control`, with that object name; its value stands beside it.
+    static void addLevel(QVBoxLayout *group, NumberControl &control, const QString &text,
+                         const QString &objectName);
+    /// Adds what the asterisk of choices "by disc*" stands for.
+    static QuietLabel *addDiscNote(QVBoxLayout *group);
     /// Adds a check box tied to `control`, with that object name.
     static QCheckBox *addToggle(QVBoxLayout *group, ToggleControl &control, const QString &text,
                                 const QString &objectName, const QString &toolTip = {});

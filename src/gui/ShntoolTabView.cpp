@@ -77,10 +77,7 @@ void ShntoolTabView::addLengthOptions(SHNtoolTab &tab, QStackedWidget *pages)
     QVBoxLayout *lengths = options().addPage(pages, tr("Lengths"));
     lengths->addWidget(
         new ChoiceGrid(tab.shnLenMatrix(), QStringLiteral("Lengths"), lengths->parentWidget()));
-    auto *discs = new QuietLabel(tr("* The number between d and t in the names: d2t05.flac is of disc 2"),
-                                 lengths->parentWidget());
-    discs->setWordWrap(true);
-    lengths->addWidget(discs);
+    OptionColumn::addDiscNote(lengths);
     auto *names = new QPushButton(tr("Track na&mes…"), lengths->parentWidget());
     names->setObjectName(QStringLiteral("namesButton"));
     names->setToolTip(tr("Without names, the tracks go by their file names"));
