@@ -7,6 +7,8 @@
 
 #include <QFileInfo>
 
+#include <algorithm>
+
 namespace kruv {
 
 namespace {
@@ -60,20 +62,31 @@ QHash<QString, QStringList> OutputPlan::outputsByFolder() const
 
 std::optional<QString> OutputPlan::collision() const
 {
+    constexpr qsizetype mostNamed = 5;
     QHash<QString, QString> sourceOfOutput;
     RealFolders realFolders;
+    QStringList collisions;
     for (const Entry &entry : m_entries) {
         // A folder may be in the list twice, once through a link.
         const QString output =
             realFolders.of(entry.folder) + u'/' + PathNames::lastPathComponent(entry.output);
         const auto earlier = sourceOfOutput.constFind(output);
         if (earlier != sourceOfOutput.constEnd()) {
-            return QStringLiteral("%1\nand\n%2\nwould both be written to\n%3")
-                .arg(*earlier, entry.source, entry.output);
+            collisions.append(QStringLiteral("%1\nand\n%2\nwould both be written to\n%3")
+                                  .arg(*earlier, entry.source, entry.output));
+            continue;
         }
         sourceOfOutput.insert(output, entry.source);
     }
-    return std::nullopt;
+    if (collisions.isEmpty()) {
+        return std::nullopt;
+    }
+    const qsizetype unnamed = collisions.size() - mostNamed;
+    QString text = collisions.first(std::min(collisions.size(), mostNamed)).join(QStringLiteral("\n\n"));
+    if (unnamed > 0) {
+        text += QStringLiteral("\n\nand %1 more").arg(unnamed);
+    }
+    return text;
 }
 
 } // namespace kruv

@@ -30,7 +30,8 @@ public:
     QStringList outputs() const;
     /// Outputs grouped by their folder, in list order.
     QHash<QString, QStringList> outputsByFolder() const;
-    /// Names two sources that would give the same output, where there are such: writing both would lose one.
+    /// Names the sources that would give the same output, the first few, where there are such: writing both
+    /// would lose one.
     std::optional<QString> collision() const;
 
 private:
