@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Kruv developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "platform/PrivateBus.h"
 #include "support/Audio.h"
 #include "support/EnvironmentVariable.h"
 #include "support/QtPrinters.h"
@@ -9,8 +8,6 @@
 #include "util/CDExtractSCSIProviderHelper.h"
 #include "util/UtilTab.h"
 
-#include <QDBusMessage>
-#include <QDBusVirtualObject>
 #include <QDir>
 #include <QFile>
 
@@ -204,47 +201,6 @@ TEST_F(CdExtraction, NamesDrivesAndDiscs)
     session.preferences.setValue(u"cdProviderText"_s, u"IOBDServices/6"_s);
     EXPECT_TRUE(CDExtractSCSIProviderHelper::isKnownProvider(u"IOBDServices/6"_s));
     EXPECT_FALSE(CDExtractSCSIProviderHelper::isKnownProvider(u"IOBDServices/7"_s));
-}
-
-namespace {
-
-/// The disks' service of the desktop: notes what is asked of it, and refuses when told to.
-class Disks : public QDBusVirtualObject
-{
-public:
-    QString introspect(const QString &) const override { return {}; }
-    bool handleMessage(const QDBusMessage &message, const QDBusConnection &bus) override
-    {
-        calls << message.path().section(u'/', -1) + u' ' + message.member();
-        return bus.send(refuses ? message.createErrorReply(QDBusError::AccessDenied, u"busy"_s)
-                                : message.createReply());
-    }
-    QStringList calls;
-    bool refuses = false;
-};
-
-} // namespace
-
-TEST_F(CdExtraction, TakesMountedDiscsOffThroughTheDisksService)
-{
-    PrivateBus bus;
-    ASSERT_TRUE(bus.runs());
-    Disks disks;
-    ASSERT_TRUE(bus.theirs().registerService(u"org.freedesktop.UDisks2"_s));
-    bus.theirs().registerVirtualObject(u"/org"_s, &disks, QDBusConnection::SubPath);
-    QDir(platform.root).mkpath(u"proc/self"_s);
-    writeFile(platform.root + u"/proc/self/mountinfo"_s, "1 1 11:1 / /media/D ro - iso9660 /dev/sr1 ro\n");
-    platform.systemBus = [&bus] { return bus.ours(); };
-    {
-        DiscArbitration arbitration(platform);
-        EXPECT_TRUE(arbitration.unMountDisc(u"sr1"_s));
-        arbitration.mountDisc(u"sr1"_s); // is over when the arbitration goes
-        EXPECT_TRUE(arbitration.unMountDisc(u"sr0"_s)) << "nothing of it is mounted";
-        arbitration.mountDisc(u"sr0"_s);
-        disks.refuses = true;
-        EXPECT_FALSE(arbitration.unMountDisc(u"sr1"_s));
-    }
-    EXPECT_EQ(disks.calls, (QStringList{u"sr1 Unmount"_s, u"sr1 Mount"_s, u"sr1 Unmount"_s}));
 }
 
 } // namespace kruv::test
