@@ -230,4 +230,13 @@ bool BaseTab::confirmDeletion(bool deleteOriginals)
     return answer == 0;
 }
 
+bool BaseTab::askToOverwrite(const QString &detail)
+{
+    const int answer = m_host.userInterface().ask(
+        QStringLiteral("One of the output files already exists and will be overwritten.  Are you sure you "
+                       "want to continue?"),
+        detail, {no, yes}, 0);
+    return answer == 1;
+}
+
 } // namespace kruv

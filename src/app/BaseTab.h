@@ -32,6 +32,7 @@ public:
     virtual QAbstractItemModel &tableModel() { return m_fileList; }
     QStringList fileNames() const { return m_fileList.paths(); }
     const QString &pathToCommandLineTools() const { return m_pathToCommandLineTools; }
+    QString tool(const QString &name) const { return m_pathToCommandLineTools + u'/' + name; }
 
     /// Whether folders are walked on the background pool, so that adding returns at once (the window), or on
     /// the spot, so that it is done when it returns.
@@ -88,6 +89,8 @@ protected:
     /// Asks before originals are deleted, where the person wants to be asked. True when the command may go
     /// on.
     bool confirmDeletion(bool deleteOriginals);
+    /// Asks whether outputs that are there already may be replaced; `detail` names them, or is empty.
+    bool askToOverwrite(const QString &detail);
     /// Tells the person which of the command's files nothing here converts to `format`.
     void reportWithoutJob(const QStringList &files, const QString &format);
     /// The person's button text where an alert has only one.

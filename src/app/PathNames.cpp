@@ -56,4 +56,9 @@ QString outputPath(const QString &folder, const QString &source, const QString &
     return folder + separator + nameWithoutExtension(source) + u'.' + newExtension;
 }
 
+QString disc(const QString &path)
+{
+    return path.section(u'd', -1).section(u't', 0, 0);
+}
+
 } // namespace kruv::PathNames

@@ -20,5 +20,8 @@ QString fileType(const QString &path);
 QString nameWithoutExtension(const QString &path);
 /// `folder` joined with the name of `source`, its extension replaced.
 QString outputPath(const QString &folder, const QString &source, const QString &newExtension);
+/// What stands between the last "d" of a path and the "t" behind it: the disc of "x d2t05.flac" is "2". The
+/// whole path where it has neither.
+QString disc(const QString &path);
 
 } // namespace kruv::PathNames

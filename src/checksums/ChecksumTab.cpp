@@ -146,9 +146,7 @@ std::optional<QString> ChecksumTab::placeOfList(const QStringList &files, bool s
 {
     if (sourceSave && areAllSameDirectory(files)) {
         const QString folder = PathNames::folderOf(files.value(0));
-        const bool afterFolder =
-            host().preferences().boolean(QStringLiteral("checksumFileUsesOutputDirName"));
-        return ListText::joined(folder, ListText::fileName(folder, afterFolder, plainName, extension));
+        return ListText::pathIn(folder, host().preferences(), plainName, extension);
     }
     const QString title = QStringLiteral("Save %1 as...").arg(extension);
     return openSavePanel(title, title, plainName + u'.' + extension);
@@ -182,9 +180,7 @@ bool ChecksumTab::createFFP(const QStringList &flacFiles)
     const QString plainName = QStringLiteral("fingerprint");
     std::optional<QString> place;
     if (m_sourceSaveButton.isOn()) {
-        const QString folder = PathNames::folderOf(flacFiles.at(0));
-        const bool afterFolder = preferences.boolean(QStringLiteral("checksumFileUsesOutputDirName"));
-        place = ListText::joined(folder, ListText::fileName(folder, afterFolder, plainName, extension));
+        place = ListText::pathIn(PathNames::folderOf(flacFiles.at(0)), preferences, plainName, extension);
     } else {
         place = openSavePanel(QStringLiteral("Save fingerprint as..."),
                               QStringLiteral("Save fingerprint as..."), plainName + u'.' + extension);

@@ -67,7 +67,6 @@ private:
     bool createFFP(const QStringList &flacFiles);
     std::optional<QString> placeOfList(const QStringList &files, bool sourceSave, const QString &plainName,
                                        const QString &extension);
-    QString tool(const QString &name) const { return pathToCommandLineTools() + u'/' + name; }
 
     ChoiceControl m_commandOptions;
     ChoiceControl m_createChecksumOptions;

@@ -4,6 +4,7 @@
 #include "checksums/ListText.h"
 
 #include "app/PathNames.h"
+#include "app/Preferences.h"
 #include "app/Version.h"
 #include "tasks/TextEncoding.h"
 
@@ -97,6 +98,13 @@ QString joined(const QString &folder, const QString &name)
         rest = rest.sliced(1);
     }
     return (folder.endsWith(u'/') ? folder : folder + u'/') + rest.toString();
+}
+
+QString pathIn(const QString &folder, const Preferences &preferences, const QString &plainName,
+               const QString &extension)
+{
+    const bool afterFolder = preferences.boolean(QStringLiteral("checksumFileUsesOutputDirName"));
+    return joined(folder, fileName(folder, afterFolder, plainName, extension));
 }
 
 QList<Line> lines(const QByteArray &list)

@@ -9,6 +9,10 @@
 
 #include <optional>
 
+namespace kruv {
+class Preferences;
+}
+
 /// The text of checksum lists, written and read.
 namespace kruv::ListText {
 
@@ -33,6 +37,10 @@ QString nameInMd5List(const QString &file, const QString &listFolder, bool inOne
 
 /// `name` below `folder`; slashes that the name begins with are dropped.
 QString joined(const QString &folder, const QString &name);
+
+/// Where a list over `folder` is saved: as fileName() has it, after the folder if `preferences` say so.
+QString pathIn(const QString &folder, const Preferences &preferences, const QString &plainName,
+               const QString &extension);
 
 /// One line of a list, in text and as the bytes it was read from.
 struct Line

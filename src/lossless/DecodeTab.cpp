@@ -67,7 +67,7 @@ const DecodeTab::SourceRow DecodeTab::sourceRows[] = {
 };
 
 DecodeTab::DecodeTab(TabHost &host)
-    : BaseTab(QStringLiteral("decode"), host)
+    : ConversionTab(QStringLiteral("decode"), host)
     , m_outputFormatMatrix({QStringLiteral("WAV"), aiff}, 2)
 {
     m_sourceDecodeButton.tieTo(host.preferences(), QStringLiteral("decodeToSourceDirectory"));
@@ -109,31 +109,11 @@ void DecodeTab::executeCommand()
     if (!confirmDeletion(m_deleteOriginalsButton.isOn())) {
         return;
     }
-    QString chosenFolder;
-    if (!m_sourceDecodeButton.isOn()) {
-        const auto chosen = chooseOutputFolder();
-        if (!chosen) {
-            return;
-        }
-        chosenFolder = *chosen;
-    }
-    if (!outputsCollide(chosenFolder, format)) {
-        queueJobs(chosenFolder, format);
+    const auto folder = chooseOutputFolderUnless(m_sourceDecodeButton);
+    if (folder && !outputsCollide(OutputPlan(fileNames(), *folder, outputExtension(format)), clashTitle())) {
+        queueJobs(*folder, format);
         clearFiles();
     }
-}
-
-bool DecodeTab::outputsCollide(const QString &chosenFolder, const QString &format)
-{
-    const auto collision = OutputPlan(fileNames(), chosenFolder, outputExtension(format)).collision();
-    if (collision) {
-        host().userInterface().alert(
-            QStringLiteral(
-                "One of the output files already exists and will be overwritten.  Select a different "
-                "output directory and try again"),
-            *collision, acknowledgeButton());
-    }
-    return collision.has_value();
 }
 
 void DecodeTab::queueJobs(const QString &chosenFolder, const QString &format)
@@ -172,8 +152,7 @@ std::shared_ptr<KruvTask> DecodeTab::decodeFlac(const QString &fileName, const Q
         .throughErrors = m_decodeFlacThroughErrors.isOn(),
         .toAiff = format == aiff,
     };
-    return std::make_shared<DecodeFlacTask>(fileName, &host().taskQueue(),
-                                            pathToCommandLineTools() + QStringLiteral("/flac"),
+    return std::make_shared<DecodeFlacTask>(fileName, &host().taskQueue(), tool(QStringLiteral("flac")),
                                             FlacCommandLine::decode(request));
 }
 
@@ -192,8 +171,7 @@ std::shared_ptr<KruvTask> DecodeTab::decodeWavpack(const QString &fileName, cons
 std::shared_ptr<KruvTask> DecodeTab::shntoolJob(const QString &encoder, const QString &folder,
                                                 const QString &fileName)
 {
-    return std::make_shared<DecodeSHNTask>(&host().taskQueue(),
-                                           pathToCommandLineTools() + QStringLiteral("/shntool"),
+    return std::make_shared<DecodeSHNTask>(&host().taskQueue(), tool(QStringLiteral("shntool")),
                                            CodecCommandLine::shntoolConvert(encoder, folder, fileName));
 }
 

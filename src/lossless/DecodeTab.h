@@ -3,8 +3,7 @@
 
 #pragma once
 
-#include "app/BaseTab.h"
-#include "app/Controls.h"
+#include "lossless/ConversionTab.h"
 
 #include <memory>
 
@@ -13,7 +12,7 @@ namespace kruv {
 class KruvTask;
 
 /// The decode tab: every listed file becomes one job that makes WAV or AIFF of it.
-class DecodeTab : public BaseTab
+class DecodeTab : public ConversionTab
 {
     Q_OBJECT
 public:
@@ -53,7 +52,6 @@ private:
                                          const QString &fileName);
     std::shared_ptr<KruvTask> jobFor(const QString &fileName, const QString &folder, const QString &format);
     void queueJobs(const QString &chosenFolder, const QString &format);
-    bool outputsCollide(const QString &chosenFolder, const QString &format);
 
     ChoiceControl m_outputFormatMatrix;
     ToggleControl m_sourceDecodeButton;

@@ -8,6 +8,7 @@
 #include "app/UserInterface.h"
 #include "checksums/CreateFFPTask.h"
 #include "checksums/CreateMD5Task.h"
+#include "checksums/ListText.h"
 #include "lossless/CodecCommandLine.h"
 #include "lossless/EncodeALACTask.h"
 #include "lossless/EncodeALACToAPETask.h"
@@ -81,7 +82,7 @@ const EncodeTab::FormatRow EncodeTab::formatRows[] = {
 };
 
 EncodeTab::EncodeTab(TabHost &host)
-    : BaseTab(QStringLiteral("encode"), host)
+    : ConversionTab(QStringLiteral("encode"), host)
     , m_outputFormatMatrix({QStringLiteral("SHN"), QStringLiteral("WV"), flac, QStringLiteral("TTA"),
                             QStringLiteral("APE"), QStringLiteral("M4A")},
                            2)
@@ -114,13 +115,6 @@ void EncodeTab::displayRelevantOptions()
     m_wavepackFormatMatrix.setEnabled(format == u"WV");
 }
 
-bool EncodeTab::isFileClash(const QStringList &inputFiles, const QStringList &outputFiles)
-{
-    const QSet<QString> outputs(outputFiles.begin(), outputFiles.end());
-    return std::ranges::any_of(inputFiles,
-                               [&outputs](const QString &input) { return outputs.contains(input); });
-}
-
 void EncodeTab::executeCommand()
 {
     const QString format = m_outputFormatMatrix.selectedTitle();
@@ -130,15 +124,11 @@ void EncodeTab::executeCommand()
         !confirmDeletion(m_deleteOriginalsButton.isOn())) {
         return;
     }
-    QString chosenFolder;
-    if (!m_sourceEncodeButton.isOn()) {
-        const auto chosen = chooseOutputFolder();
-        if (!chosen) {
-            return;
-        }
-        chosenFolder = *chosen;
+    const auto folder = chooseOutputFolderUnless(m_sourceEncodeButton);
+    if (!folder) {
+        return;
     }
-    const OutputPlan plan(fileNames(), chosenFolder, format.toLower());
+    const OutputPlan plan(fileNames(), *folder, format.toLower());
     bool overwrite = false;
     if (mayWriteOutputs(format, plan, overwrite)) {
         queueJobs(*row, plan, overwrite);
@@ -148,45 +138,21 @@ void EncodeTab::executeCommand()
 
 bool EncodeTab::mayWriteOutputs(const QString &format, const OutputPlan &plan, bool &overwrite)
 {
-    if (const auto collision = plan.collision()) {
-        refuseClash(*collision);
+    if (outputsCollide(plan, clashTitle())) {
         return false;
     }
     if (format == flac) {
-        return confirmFlacOverwrite(plan, overwrite);
+        if (!replacesFiles(plan, flac)) {
+            return true;
+        }
+        overwrite = askToOverwrite({});
+        return overwrite;
     }
     if (isFileClash(fileNames(), plan.outputs())) {
-        refuseClash({});
+        host().userInterface().alert(clashTitle(), QString(), acknowledgeButton());
         return false;
     }
     return true;
-}
-
-void EncodeTab::refuseClash(const QString &text)
-{
-    host().userInterface().alert(
-        QStringLiteral(
-            "One of the output files already exists and will be overwritten.  Select a different output "
-            "directory and try again"),
-        text, acknowledgeButton());
-}
-
-bool EncodeTab::confirmFlacOverwrite(const OutputPlan &plan, bool &overwrite)
-{
-    const auto byFolder = plan.outputsByFolder();
-    const bool clash = std::ranges::any_of(byFolder.asKeyValueRange(), [](const auto &group) {
-        return isFileClash(getFilesFromOutputDirectory(group.first, flac), group.second);
-    });
-    if (!clash) {
-        return true;
-    }
-    const int answer = host().userInterface().ask(
-        QStringLiteral(
-            "One of the output files already exists and will be overwritten.  Are you sure you want to "
-            "continue?"),
-        QString(), {QStringLiteral("No"), QStringLiteral("Yes")}, 0);
-    overwrite = answer == 1;
-    return overwrite;
 }
 
 void EncodeTab::addFollowUp(const QString &format, const OutputPlan &plan, KruvTaskResults &results)
@@ -204,10 +170,8 @@ void EncodeTab::addFollowUp(const QString &format, const OutputPlan &plan, KruvT
 
 QString EncodeTab::md5FileFor(const OutputPlan &plan) const
 {
-    const QString &folder = plan.entries().front().folder;
-    const bool namedAsFolder = host().preferences().boolean(QStringLiteral("checksumFileUsesOutputDirName"));
-    const QString name = namedAsFolder ? PathNames::lastPathComponent(folder) : QStringLiteral("md5sum");
-    return folder + u'/' + name + QStringLiteral(".md5");
+    return ListText::pathIn(plan.entries().front().folder, host().preferences(), QStringLiteral("md5sum"),
+                            QStringLiteral("md5"));
 }
 
 void EncodeTab::queueJobs(const FormatRow &row, const OutputPlan &plan, bool overwrite)

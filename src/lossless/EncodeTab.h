@@ -3,8 +3,7 @@
 
 #pragma once
 
-#include "app/BaseTab.h"
-#include "app/Controls.h"
+#include "lossless/ConversionTab.h"
 #include "lossless/OutputPlan.h"
 
 #include <memory>
@@ -15,7 +14,7 @@ class KruvTask;
 class KruvTaskResults;
 
 /// The encode tab: every listed file becomes one job of the chosen lossless format.
-class EncodeTab : public BaseTab
+class EncodeTab : public ConversionTab
 {
     Q_OBJECT
 public:
@@ -36,9 +35,6 @@ public:
     void displayRelevantOptions() override;
     void executeCommand() override;
 
-    /// True when any of `inputFiles` is among `outputFiles`.
-    static bool isFileClash(const QStringList &inputFiles, const QStringList &outputFiles);
-
     /// The job that makes FLAC of one source: which one, its type decides. Null for TTA.
     std::shared_ptr<KruvTask> encodeFLAC(const QString &fileName, const QString &outputPath,
                                          const std::shared_ptr<KruvTaskResults> &results, bool overwrite);
@@ -52,13 +48,10 @@ private:
     static const FormatRow formatRows[];
 
     bool mayWriteOutputs(const QString &format, const OutputPlan &plan, bool &overwrite);
-    bool confirmFlacOverwrite(const OutputPlan &plan, bool &overwrite);
-    void refuseClash(const QString &text);
     void addFollowUp(const QString &format, const OutputPlan &plan, KruvTaskResults &results);
     QString md5FileFor(const OutputPlan &plan) const;
     std::shared_ptr<KruvTask> encodeWavpack(const QString &fileName, const QString &outputPath);
     std::shared_ptr<KruvTask> encodeAPE(const QString &fileName, const QString &outputPath);
-    QString tool(const QString &name) const { return pathToCommandLineTools() + u'/' + name; }
     void queueJobs(const FormatRow &row, const OutputPlan &plan, bool overwrite);
 
     ChoiceControl m_outputFormatMatrix;

@@ -20,7 +20,7 @@ constexpr int usualLevel = 5;
 } // namespace
 
 FixTab::FixTab(TabHost &host)
-    : BaseTab(QStringLiteral("fix SBE"), host)
+    : ConversionTab(QStringLiteral("fix SBE"), host)
     , m_outputFormatMatrix(
           {QStringLiteral("SHN"), QStringLiteral("FLAC"), QStringLiteral("WAV"), QStringLiteral("AIFF")}, 2)
     , m_flacLevelSlider(0, flacLevels, usualLevel)
@@ -54,7 +54,8 @@ void FixTab::executeCommand()
         return;
     }
     const auto folder = chooseOutputFolder();
-    if (!folder || !outputsAreApart(format, *folder)) {
+    if (!folder || outputsCollide(OutputPlan(fileNames(), *folder, format),
+                                  QStringLiteral("Two of the files would give the same output"))) {
         return;
     }
     const bool writesFingerprints = m_flacFingerprintButton.isOn() && format == u"flac";
@@ -68,16 +69,6 @@ void FixTab::executeCommand()
                                   });
     job->setDeleteOriginal(m_deleteOriginalsButton.isOn());
     host().taskQueue().addTask(std::move(job));
-}
-
-bool FixTab::outputsAreApart(const QString &format, const QString &folder)
-{
-    const auto collision = OutputPlan(fileNames(), folder, format).collision();
-    if (collision) {
-        host().userInterface().alert(QStringLiteral("Two of the files would give the same output"),
-                                     *collision, acknowledgeButton());
-    }
-    return !collision;
 }
 
 } // namespace kruv

@@ -3,14 +3,13 @@
 
 #pragma once
 
-#include "app/BaseTab.h"
-#include "app/Controls.h"
+#include "lossless/ConversionTab.h"
 
 namespace kruv {
 
 /// The fix tab: moves the audio of the listed tracks so that each but the last ends on a CD sector boundary,
 /// all in one job.
-class FixTab : public BaseTab
+class FixTab : public ConversionTab
 {
     Q_OBJECT
 public:
@@ -27,9 +26,6 @@ public:
     void executeCommand() override;
 
 private:
-    /// False, with the reason told, where two of the files would give one output.
-    bool outputsAreApart(const QString &format, const QString &folder);
-
     ChoiceControl m_outputFormatMatrix;
     NumberControl m_flacLevelSlider;
     ChoiceControl m_shnMd5Option;

@@ -80,7 +80,7 @@ QStringList FixTask::fixArguments(const QStringList &fileNames, const QString &o
 
 QString FixTask::disc(const QString &path)
 {
-    const QString disc = path.section(u'd', -1).section(u't', 0, 0);
+    const QString disc = PathNames::disc(path);
     return disc.contains(u'/') ? QString() : disc;
 }
 
@@ -184,50 +184,49 @@ void FixTask::copyTags()
 
 void FixTask::writeChecksums()
 {
-    if (existingOutputs().isEmpty()) {
+    const QStringList files = existingOutputs();
+    if (files.isEmpty()) {
         return;
     }
     if (m_outputFormat == u"shn") {
         showStatus(QStringLiteral("Creating MD5"));
-        handleMD5();
+        handleMD5(files);
     } else if (m_outputFormat == u"flac" && m_md5Option == fingerprints) {
         showStatus(QStringLiteral("Creating FFP"));
-        doCreateFFP();
+        doCreateFFP(files);
     }
 }
 
-void FixTask::handleMD5()
+void FixTask::handleMD5(const QStringList &files)
 {
-    const QStringList files = existingOutputs();
     if (m_md5Option == oneList) {
-        const bool afterFolder =
-            queue()->preferences().boolean(QStringLiteral("checksumFileUsesOutputDirName"));
-        doMd5Call(
-            ListText::fileName(m_outputPath, afterFolder, QStringLiteral("md5sum"), QStringLiteral("md5")),
-            files);
+        doMd5Call(ListText::pathIn(m_outputPath, queue()->preferences(), QStringLiteral("md5sum"),
+                                   QStringLiteral("md5")),
+                  files);
     } else if (m_md5Option == listByDisc) {
         QMap<QString, QStringList> discs;
         for (const QString &file : files) {
             discs[disc(file)].append(file);
         }
         for (const auto &[number, filesOfDisc] : discs.asKeyValueRange()) {
-            doMd5Call(QStringLiteral("Disc%1.md5").arg(number), filesOfDisc);
+            doMd5Call(ListText::joined(m_outputPath, QStringLiteral("Disc%1.md5").arg(number)), filesOfDisc);
         }
     }
 }
 
-void FixTask::doMd5Call(const QString &listName, const QStringList &files)
+void FixTask::doMd5Call(const QString &list, const QStringList &files)
 {
     QString text = ListText::md5Header();
+    restartProgress();
     for (qsizetype index = 0; index < files.size() && !cancelled(); ++index) {
         const QString name = PathNames::lastPathComponent(files[index]);
         setTextFieldString(name);
+        publish(&KruvTask::setTextFieldValue);
         const auto hash = FileHash::hashOfFileAtPath(
             QFile::encodeName(files[index]), FileHash::Algorithm::MD5, [&](double share) {
                 constexpr double percent = 100.0;
-                setProgressIndicatorValue(percent * (static_cast<double>(index) + share) /
-                                          static_cast<double>(files.size()));
-                publish(&KruvTask::updateStatus);
+                showProgress(QStringLiteral("Creating MD5"), percent * (static_cast<double>(index) + share) /
+                                                                 static_cast<double>(files.size()));
                 return !cancelled();
             });
         if (hash.problem == FileHash::Problem::None) {
@@ -236,13 +235,12 @@ void FixTask::doMd5Call(const QString &listName, const QStringList &files)
             fail(QStringLiteral("%1 is not in the list: %2\n").arg(files[index], hash.message));
         }
     }
-    writeList(listName, text);
+    writeList(list, text);
 }
 
-void FixTask::doCreateFFP()
+void FixTask::doCreateFFP(const QStringList &files)
 {
     QString text = ListText::ffpHeader();
-    const QStringList files = existingOutputs();
     for (const QString &file : files) {
         if (cancelled()) {
             return;
@@ -252,15 +250,13 @@ void FixTask::doCreateFFP()
         }
     }
     const Preferences &preferences = queue()->preferences();
-    const bool afterFolder = preferences.boolean(QStringLiteral("checksumFileUsesOutputDirName"));
-    writeList(ListText::fileName(m_outputPath, afterFolder, QStringLiteral("fingerprint"),
-                                 preferences.string(QStringLiteral("ffpExtension"))),
+    writeList(ListText::pathIn(m_outputPath, preferences, QStringLiteral("fingerprint"),
+                               preferences.string(QStringLiteral("ffpExtension"))),
               text);
 }
 
-void FixTask::writeList(const QString &listName, const QString &text)
+void FixTask::writeList(const QString &path, const QString &text)
 {
-    const QString path = ListText::joined(m_outputPath, listName);
     if (!cancelled() && !TextFile::write(path, text)) {
         fail(QStringLiteral("The list %1 could not be written.\n").arg(path));
     }

@@ -46,10 +46,10 @@ private:
     void showCurrentFile(QStringView piece);
     void copyTags();
     void writeChecksums();
-    void handleMD5();
-    void doMd5Call(const QString &listName, const QStringList &files);
-    void doCreateFFP();
-    void writeList(const QString &listName, const QString &text);
+    void handleMD5(const QStringList &files);
+    void doMd5Call(const QString &list, const QStringList &files);
+    void doCreateFFP(const QStringList &files);
+    void writeList(const QString &path, const QString &text);
     void deleteOriginals();
     /// What the tool made of `source`, or was to make.
     QString fixedFile(const QString &source) const;

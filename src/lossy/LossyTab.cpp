@@ -86,7 +86,7 @@ const LossyTab::FormatRow LossyTab::formatRows[] = {
 };
 
 LossyTab::LossyTab(TabHost &host)
-    : BaseTab(QStringLiteral("lossy"), host)
+    : ConversionTab(QStringLiteral("lossy"), host)
     , m_outputFormatMatrix({mp3, aac, heAac, opus}, 2)
     , m_mp3Matrix({cbr, abr, vbr})
     , m_aacMatrix({cbr, abr, vbrConstrained, vbr})
@@ -194,18 +194,11 @@ void LossyTab::showMissingTool()
     const FormatRow *row = chosenFormat();
     QString message;
     if (row && !row->tool.isEmpty()) {
-        const QString path = pathToCommandLineTools() + u'/' + row->tool.toString();
+        const QString path = tool(row->tool.toString());
         message = ToolCatalog::isLaunchable(path) ? QString() : ToolCatalog::missingToolMessage(path);
     }
     m_missingToolText.setText(message);
     m_missingToolText.setHidden(message.isEmpty());
-}
-
-bool LossyTab::isFileClash(const QStringList &inputFiles, const QStringList &outputFiles)
-{
-    const QSet<QString> outputs(outputFiles.begin(), outputFiles.end());
-    return std::ranges::any_of(inputFiles,
-                               [&outputs](const QString &input) { return outputs.contains(input); });
 }
 
 void LossyTab::executeCommand()
@@ -215,17 +208,13 @@ void LossyTab::executeCommand()
     if (fileList().isEmpty() || !row || !confirmDeletion(m_deleteOriginalsButton.isOn())) {
         return;
     }
-    QString chosenFolder;
-    if (!m_sourceEncodeButton.isOn()) {
-        const auto chosen = chooseOutputFolder();
-        if (!chosen) {
-            return;
-        }
-        chosenFolder = *chosen;
+    const auto folder = chooseOutputFolderUnless(m_sourceEncodeButton);
+    if (!folder) {
+        return;
     }
-    const OutputPlan plan(fileNames(), chosenFolder, row->extension.toString());
+    const OutputPlan plan(fileNames(), *folder, row->extension.toString());
     bool overwrite = false;
-    if (mayWriteOutputs(*row, plan, !chosenFolder.isEmpty(), overwrite)) {
+    if (mayWriteOutputs(*row, plan, !folder->isEmpty(), overwrite)) {
         queueJobs(*row, plan, overwrite);
         clearFiles();
     }
@@ -237,28 +226,17 @@ bool LossyTab::mayWriteOutputs(const FormatRow &row, const OutputPlan &plan, boo
     const QString chooseAnother = QStringLiteral(
         "One of the output files already exists and will be overwritten.  Select a different output "
         "directory?");
-    if (const auto collision = plan.collision()) {
-        host().userInterface().alert(chooseAnother, *collision, acknowledgeButton());
+    if (outputsCollide(plan, chooseAnother)) {
         return false;
     }
-    const auto byFolder = plan.outputsByFolder();
-    const bool clash =
-        row.guardsOutputs && std::ranges::any_of(byFolder.asKeyValueRange(), [&row](const auto &group) {
-            return isFileClash(getFilesFromOutputDirectory(group.first, row.extension.toString().toUpper()),
-                               group.second);
-        });
-    if (!clash) {
+    if (!row.guardsOutputs || !replacesFiles(plan, row.extension.toString())) {
         return true;
     }
     if (inChosenFolder) {
         host().userInterface().alert(chooseAnother, QString(), acknowledgeButton());
         return false;
     }
-    const int answer = host().userInterface().ask(
-        QStringLiteral("One of the output files already exists and will be overwritten.  Are you sure you "
-                       "want to continue?"),
-        QString(), {QStringLiteral("No"), QStringLiteral("Yes")}, 0);
-    overwrite = answer == 1;
+    overwrite = askToOverwrite({});
     return overwrite;
 }
 

@@ -3,9 +3,8 @@
 
 #pragma once
 
-#include "app/BaseTab.h"
 #include "app/ComboControl.h"
-#include "app/Controls.h"
+#include "lossless/ConversionTab.h"
 
 #include <memory>
 
@@ -15,7 +14,7 @@ class KruvTask;
 class OutputPlan;
 
 /// The lossy tab: every listed file becomes one job that makes MP3, AAC, HE-AAC or Opus of it.
-class LossyTab : public BaseTab
+class LossyTab : public ConversionTab
 {
     Q_OBJECT
 public:
@@ -53,9 +52,6 @@ public:
 
     void displayRelevantOptions() override;
     void executeCommand() override;
-
-    /// True when any of `inputFiles` is among `outputFiles`.
-    static bool isFileClash(const QStringList &inputFiles, const QStringList &outputFiles);
 
 private:
     using Job = std::shared_ptr<KruvTask>;

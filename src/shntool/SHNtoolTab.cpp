@@ -136,11 +136,6 @@ int SHNtoolTab::getMaxTrackNamesLength(const QStringList &names)
     return static_cast<int>(longest);
 }
 
-QString SHNtoolTab::discKey(const QString &path)
-{
-    return path.split(u'd').constLast().split(u't').constFirst();
-}
-
 void SHNtoolTab::handleSHNtoolLen()
 {
     const auto type = static_cast<SHNToolLenTask::LenType>(m_shnLenMatrix.selectedIndex());
@@ -170,7 +165,7 @@ void SHNtoolTab::showLengthsByDisc(const QStringList &entered)
     };
     std::map<QString, QStringList, decltype(before)> discs(before);
     for (const QString &file : fileNames()) {
-        discs[discKey(file)].append(file);
+        discs[PathNames::disc(file)].append(file);
     }
     QStringList inOrder;
     for (const auto &[key, files] : discs) {

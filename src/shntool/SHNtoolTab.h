@@ -58,8 +58,6 @@ public:
     /// Names for that many files: those entered, then file names.
     static QStringList trackNames(const QStringList &entered, const QStringList &files);
     static int getMaxTrackNamesLength(const QStringList &names);
-    /// What tells the discs of a set apart in their files' paths: "2" in "set1d2t05.shn".
-    static QString discKey(const QString &path);
 
 private:
     void trackNamesEntered(const QStringList &names);
@@ -69,7 +67,7 @@ private:
     template <class Job> void convertEach(bool besideSource, bool deleteOriginals);
     std::optional<QString> outputFolder(bool besideSource);
     QString outputFormat() const { return m_outputFormatMatrix.selectedTitle().toLower(); }
-    QString tool() const { return pathToCommandLineTools() + QStringLiteral("/shntool"); }
+    QString tool() const { return BaseTab::tool(QStringLiteral("shntool")); }
 
     ChoiceControl m_shntoolCommandMatrix;
     ChoiceControl m_shnLenMatrix;

@@ -5,7 +5,7 @@
 
 #include "app/PathNames.h"
 #include "platform/Resources.h"
-#include "tags/TagLibTagsHelper.h"
+#include "tags/TagFormats.h"
 #include "tags/TagsObject.h"
 #include "tasks/OutputWatch.h"
 #include "util/FormatSummary.h"
@@ -49,19 +49,13 @@ std::shared_ptr<TagsObject> SoxTask::readTags()
     if (!m_recipe.taggedTypes.contains(type)) {
         return nullptr;
     }
-    const bool isFlac = type == u"FLAC";
-    showStatus(isFlac ? QStringLiteral("Copying FLAC Tags") : QStringLiteral("Copying Aiff Tags"));
-    const TagLibTagsHelper helper;
-    return isFlac ? helper.tagsForFlacFile(fileName()) : helper.tagsForAIFFFile(fileName());
+    showStatus(type == u"FLAC" ? QStringLiteral("Copying FLAC Tags") : QStringLiteral("Copying Aiff Tags"));
+    return TagFormats::read(fileName());
 }
 
 void SoxTask::writeTags(const TagsObject &tags)
 {
-    const TagLibTagsHelper helper;
-    const bool written = PathNames::fileType(fileName()) == u"FLAC"
-                             ? helper.writeTagsForFLACFile(outputPath(), tags, false)
-                             : helper.writeTagsForAIFFFile(outputPath(), tags);
-    if (!written) {
+    if (!TagFormats::write(PathNames::fileType(fileName()), outputPath(), tags, false)) {
         fail(QStringLiteral("The tags of %1 could not be written to %2.").arg(fileName(), outputPath()));
     }
 }

@@ -247,12 +247,7 @@ bool UtilTab::confirmOverwrite(const QStringList &outputs)
         return true;
     }
     taken.sort();
-    const int answer = host().userInterface().ask(
-        QStringLiteral(
-            "One of the output files already exists and will be overwritten.  Are you sure you want to "
-            "continue?"),
-        taken.mid(0, shown).join(u'\n'), {no, yes}, 0);
-    return answer == 1;
+    return askToOverwrite(taken.mid(0, shown).join(u'\n'));
 }
 
 } // namespace kruv

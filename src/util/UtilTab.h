@@ -90,7 +90,6 @@ private:
     void showError(const QString &message);
     /// Asks before any of the files that are there is written over. True when the command may go on.
     bool confirmOverwrite(const QStringList &outputs);
-    QString tool(const QString &name) const { return pathToCommandLineTools() + u'/' + name; }
 
     CdAccess m_access;
     FormatTable m_table;
