@@ -1,21 +1,20 @@
 // SPDX-FileCopyrightText: 2026 The Kruv developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-// Takes the files below the given folder into the encode tab's list, as a drop does, and prints how long that took and the
-// peak memory. bench/intake.sh compares it with find and a natural sort.
+// Takes the files below the given folder into the encode tab's list, as a drop does, and prints how long that
+// took and the peak memory. bench/intake.sh compares it with find and a natural sort.
 
-#include "app/FileList.h"
-#include "app/KruvController.h"
-#include "app/Preferences.h"
+#include "base/Preferences.h"
 #include "cli/CliUserInterface.h"
-#include "lossless/EncodeTab.h"
+#include "tabs/EncodeTab.h"
+#include "tabs/FileList.h"
+#include "tabs/KruvController.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QTemporaryDir>
 
 #include <cstdio>
-
 #include <sys/resource.h>
 
 int main(int argc, char **argv)

@@ -5,7 +5,7 @@
 // many seconds that took. The bare loop fetches the same things: every text and the bytes of the first
 // picture. usage: kruv_bench_tags engine|bare FOLDER
 
-#include "tags/TagFormats.h"
+#include "formats/TagFormats.h"
 
 #include <QByteArray>
 #include <QDir>

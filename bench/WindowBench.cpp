@@ -4,13 +4,13 @@
 // How long the window keeps a person waiting: the longest time between two beats of a timer that is due every
 // millisecond, while many files come in and many jobs are made. Prints milliseconds; offscreen will do.
 
-#include "app/KruvController.h"
-#include "app/Preferences.h"
+#include "base/Preferences.h"
+#include "base/TaskPool.h"
 #include "gui/GuiUserInterface.h"
 #include "gui/MainWindow.h"
-#include "lossless/EncodeTab.h"
-#include "tags/TagsTab.h"
-#include "tasks/TaskPool.h"
+#include "tabs/EncodeTab.h"
+#include "tabs/KruvController.h"
+#include "tabs/TagsTab.h"
 
 #include <QApplication>
 #include <QDir>

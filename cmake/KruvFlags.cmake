@@ -18,7 +18,31 @@ target_compile_definitions(kruv_flags INTERFACE
   QT_NO_FOREACH
   QT_NO_KEYWORDS
   QT_STRICT_ITERATORS
-  QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+  QT_DISABLE_DEPRECATED_BEFORE=0x060400
+  KRUV_VERSION="${PROJECT_VERSION}")
+
+# Half of the time of a build is reading the same headers again.
+option(KRUV_PCH "Precompile the headers that most files include" ON)
+# Programs and libraries are built with the same code model, so that they can share precompiled headers.
+set(CMAKE_CXX_COMPILE_OPTIONS_PIE -fPIC)
+
+# kruv_precompiled(<target>): lets a target of Qt code use the shared precompiled header, made by the first one.
+function(kruv_precompiled target)
+  if(NOT KRUV_PCH)
+    return()
+  endif()
+  if(NOT TARGET kruv_headers)
+    file(WRITE ${CMAKE_BINARY_DIR}/kruv_headers.cpp "")
+    add_library(kruv_headers STATIC ${CMAKE_BINARY_DIR}/kruv_headers.cpp)
+    target_link_libraries(kruv_headers PRIVATE kruv_flags Qt6::Core)
+    target_precompile_headers(kruv_headers PRIVATE
+      <QCoreApplication> <QDir> <QFile> <QFileInfo> <QHash> <QMap> <QObject> <QProcess> <QProcessEnvironment>
+      <QSet> <QString> <QStringList> <QVariant>
+      <algorithm> <array> <atomic> <functional> <map> <memory> <mutex> <optional> <span> <stdexcept> <string>
+      <vector>)
+  endif()
+  target_precompile_headers(${target} REUSE_FROM kruv_headers)
+endfunction()
 
 if(KRUV_SANITIZE)
   add_compile_options(-fsanitize=${KRUV_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)

@@ -4,11 +4,11 @@
 // Readers of what people write about tracks. The first byte picks the reader: (p)attern of a listing, (c)ue
 // sheet of a split, (n)ames of tracks, (l)engths as the tool prints them, (s)plit points.
 #include "SplitPoints.h"
+#include "base/TextEncoding.h"
 #include "shntool/SHNToolLenReport.h"
 #include "shntool/SHNtoolOutputNamingFormatParser.h"
 #include "shntool/SplitTitles.h"
 #include "tags/TrackNameText.h"
-#include "tasks/TextEncoding.h"
 
 #include <cstdint>
 #include <cstdlib>

@@ -3,7 +3,7 @@
 
 #include "checksums/CreateFFPTask.h"
 
-#include "app/Preferences.h"
+#include "base/Preferences.h"
 #include "checksums/FingerprintList.h"
 #include "checksums/FlacFingerprint.h"
 #include "checksums/ListText.h"

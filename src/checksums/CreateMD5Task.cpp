@@ -3,7 +3,7 @@
 
 #include "checksums/CreateMD5Task.h"
 
-#include "app/PathNames.h"
+#include "base/PathNames.h"
 #include "checksums/FileHash.h"
 #include "checksums/ListText.h"
 

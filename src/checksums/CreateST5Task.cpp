@@ -3,10 +3,10 @@
 
 #include "checksums/CreateST5Task.h"
 
-#include "app/PathNames.h"
+#include "base/PathNames.h"
+#include "base/TextFile.h"
 #include "checksums/ListText.h"
 #include "checksums/ShntoolHash.h"
-#include "tasks/TextFile.h"
 
 #include <exception>
 #include <stdexcept>

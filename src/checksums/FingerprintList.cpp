@@ -3,12 +3,12 @@
 
 #include "checksums/FingerprintList.h"
 
+#include "base/InParallel.h"
+#include "base/TaskPool.h"
+#include "base/TextFile.h"
 #include "checksums/FlacFingerprint.h"
 #include "checksums/ListText.h"
 #include "platform/Resources.h"
-#include "tasks/InParallel.h"
-#include "tasks/TaskPool.h"
-#include "tasks/TextFile.h"
 #include "tasks/ToolCatalog.h"
 
 #include <QEventLoop>

@@ -3,7 +3,7 @@
 
 #include "checksums/FlacFingerprint.h"
 
-#include "app/PathNames.h"
+#include "base/PathNames.h"
 #include "platform/Resources.h"
 #include "tasks/NSTaskWrapperSync.h"
 

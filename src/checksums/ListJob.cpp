@@ -3,10 +3,10 @@
 
 #include "checksums/ListJob.h"
 
+#include "base/InParallel.h"
+#include "base/TextFile.h"
 #include "platform/MainThread.h"
-#include "tasks/InParallel.h"
 #include "tasks/TaskCompletionSink.h"
-#include "tasks/TextFile.h"
 
 #include <algorithm>
 #include <chrono>

@@ -3,10 +3,10 @@
 
 #include "checksums/ListText.h"
 
-#include "app/PathNames.h"
-#include "app/Preferences.h"
-#include "app/Version.h"
-#include "tasks/TextEncoding.h"
+#include "base/PathNames.h"
+#include "base/Preferences.h"
+#include "base/TextEncoding.h"
+#include "base/Version.h"
 
 #include <QDateTime>
 #include <QStringConverter>

@@ -3,11 +3,11 @@
 
 #include "checksums/VerifyFFPTask.h"
 
-#include "app/PathNames.h"
+#include "base/PathNames.h"
 #include "checksums/FlacFingerprint.h"
 #include "checksums/ListTool.h"
-#include "lossless/TerminalText.h"
 #include "platform/Resources.h"
+#include "tasks/TerminalText.h"
 #include "tasks/ToolCatalog.h"
 #include "tasks/ToolOutput.h"
 

@@ -3,7 +3,7 @@
 
 #include "checksums/VerifyListTask.h"
 
-#include "app/PathNames.h"
+#include "base/PathNames.h"
 
 #include <QFile>
 #include <QFileInfo>

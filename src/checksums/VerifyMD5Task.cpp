@@ -3,7 +3,7 @@
 
 #include "checksums/VerifyMD5Task.h"
 
-#include "app/PathNames.h"
+#include "base/PathNames.h"
 
 #include <QFile>
 

@@ -3,11 +3,11 @@
 
 #include "checksums/VerifyST5Task.h"
 
-#include "app/PathNames.h"
+#include "base/PathNames.h"
 #include "checksums/ListTool.h"
 #include "checksums/ShntoolHash.h"
-#include "lossless/TerminalText.h"
 #include "platform/Resources.h"
+#include "tasks/TerminalText.h"
 #include "tasks/ToolCatalog.h"
 
 #include <QFileInfo>

@@ -3,12 +3,12 @@
 
 #include "cli/ChecksumCreateVerb.h"
 
-#include "app/KruvController.h"
-#include "checksums/ChecksumTab.h"
 #include "cli/Console.h"
 #include "cli/JsonReporter.h"
 #include "cli/QueueRun.h"
 #include "cli/UsageError.h"
+#include "tabs/ChecksumTab.h"
+#include "tabs/KruvController.h"
 
 #include <QJsonObject>
 

@@ -3,10 +3,10 @@
 
 #include "cli/DecodeVerb.h"
 
-#include "app/KruvController.h"
 #include "cli/QueueRun.h"
 #include "cli/UsageError.h"
-#include "lossless/DecodeTab.h"
+#include "tabs/DecodeTab.h"
+#include "tabs/KruvController.h"
 
 namespace kruv {
 

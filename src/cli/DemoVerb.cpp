@@ -3,9 +3,7 @@
 
 #include "cli/DemoVerb.h"
 
-#include "app/KruvController.h"
-#include "app/Preferences.h"
-#include "checksums/ChecksumTab.h"
+#include "base/Preferences.h"
 #include "cli/CliUserInterface.h"
 #include "cli/Console.h"
 #include "cli/DemoAlbum.h"
@@ -13,7 +11,9 @@
 #include "cli/QueueRun.h"
 #include "cli/TextReporter.h"
 #include "cli/UsageError.h"
-#include "lossless/EncodeTab.h"
+#include "tabs/ChecksumTab.h"
+#include "tabs/EncodeTab.h"
+#include "tabs/KruvController.h"
 
 #include <QDir>
 #include <QTemporaryDir>

@@ -3,10 +3,10 @@
 
 #include "cli/EncodeVerb.h"
 
-#include "app/KruvController.h"
 #include "cli/QueueRun.h"
 #include "cli/UsageError.h"
-#include "lossless/EncodeTab.h"
+#include "tabs/EncodeTab.h"
+#include "tabs/KruvController.h"
 
 namespace kruv {
 

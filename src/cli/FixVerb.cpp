@@ -3,10 +3,10 @@
 
 #include "cli/FixVerb.h"
 
-#include "app/KruvController.h"
 #include "cli/QueueRun.h"
 #include "cli/UsageError.h"
-#include "lossless/FixTab.h"
+#include "tabs/FixTab.h"
+#include "tabs/KruvController.h"
 
 #include <algorithm>
 #include <iterator>

@@ -3,10 +3,10 @@
 
 #include "cli/LossyVerb.h"
 
-#include "app/KruvController.h"
 #include "cli/QueueRun.h"
 #include "cli/UsageError.h"
-#include "lossy/LossyTab.h"
+#include "tabs/KruvController.h"
+#include "tabs/LossyTab.h"
 
 #include <algorithm>
 

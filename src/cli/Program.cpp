@@ -3,7 +3,7 @@
 
 #include "cli/Program.h"
 
-#include "app/Version.h"
+#include "base/Version.h"
 #include "cli/Commands.h"
 #include "cli/Console.h"
 #include "cli/ExitStatus.h"

@@ -3,6 +3,7 @@
 
 #include "cli/QueueRun.h"
 
+#include "base/TaskPool.h"
 #include "cli/CliUserInterface.h"
 #include "cli/Console.h"
 #include "cli/ExitStatus.h"
@@ -10,7 +11,6 @@
 #include "platform/SignalWatcher.h"
 #include "tasks/KruvTask.h"
 #include "tasks/KruvTaskQueue.h"
-#include "tasks/TaskPool.h"
 
 #include <QStringList>
 

@@ -3,12 +3,12 @@
 
 #include "cli/ShntoolVerb.h"
 
-#include "app/KruvController.h"
+#include "base/TextFile.h"
 #include "cli/QueueRun.h"
 #include "cli/UsageError.h"
-#include "shntool/SHNtoolTab.h"
+#include "tabs/KruvController.h"
+#include "tabs/SHNtoolTab.h"
 #include "tags/TrackNameText.h"
-#include "tasks/TextFile.h"
 
 #include <algorithm>
 #include <array>

@@ -3,14 +3,14 @@
 
 #include "cli/TabVerb.h"
 
-#include "app/BaseTab.h"
-#include "app/KruvController.h"
 #include "cli/Console.h"
 #include "cli/ExitStatus.h"
 #include "cli/JsonReporter.h"
 #include "cli/QueueRun.h"
 #include "cli/TextReporter.h"
 #include "cli/UsageError.h"
+#include "tabs/BaseTab.h"
+#include "tabs/KruvController.h"
 
 #include <QDir>
 #include <QFileInfo>

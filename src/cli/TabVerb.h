@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "app/Preferences.h"
+#include "base/Preferences.h"
 #include "cli/CliUserInterface.h"
 #include "cli/CommonOptions.h"
 #include "cli/Verb.h"

@@ -3,15 +3,15 @@
 
 #include "cli/TagsSetVerb.h"
 
-#include "app/KruvController.h"
-#include "app/PathNames.h"
+#include "base/PathNames.h"
 #include "cli/Console.h"
 #include "cli/QueueRun.h"
 #include "cli/TagsFlags.h"
 #include "cli/UsageError.h"
-#include "tags/AlbumArtControl.h"
-#include "tags/TagFormats.h"
-#include "tags/TagsTab.h"
+#include "formats/TagFormats.h"
+#include "tabs/AlbumArtControl.h"
+#include "tabs/KruvController.h"
+#include "tabs/TagsTab.h"
 
 #include <QSet>
 

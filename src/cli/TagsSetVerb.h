@@ -4,7 +4,7 @@
 #pragma once
 
 #include "cli/TabVerb.h"
-#include "tags/ChangeTagsTask.h"
+#include "util/ChangeTagsTask.h"
 
 #include <array>
 

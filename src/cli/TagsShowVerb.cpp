@@ -3,13 +3,13 @@
 
 #include "cli/TagsShowVerb.h"
 
-#include "app/KruvController.h"
 #include "cli/Console.h"
 #include "cli/JsonReporter.h"
 #include "cli/QueueRun.h"
 #include "cli/TagsFlags.h"
-#include "tags/TagFormats.h"
-#include "tags/TagsTab.h"
+#include "formats/TagFormats.h"
+#include "tabs/KruvController.h"
+#include "tabs/TagsTab.h"
 
 #include <QFile>
 #include <QJsonObject>

@@ -3,14 +3,14 @@
 
 #include "cli/TagsTracksVerb.h"
 
-#include "app/KruvController.h"
+#include "base/TextFile.h"
 #include "cli/Console.h"
 #include "cli/QueueRun.h"
 #include "cli/UsageError.h"
-#include "tags/CueSheetTagImporter.h"
-#include "tags/TagsTab.h"
+#include "tabs/CueSheetTagImporter.h"
+#include "tabs/KruvController.h"
+#include "tabs/TagsTab.h"
 #include "tags/TrackNameText.h"
-#include "tasks/TextFile.h"
 
 namespace kruv {
 

@@ -3,7 +3,7 @@
 
 #include "cli/TextReporter.h"
 
-#include "app/PathNames.h"
+#include "base/PathNames.h"
 #include "cli/Console.h"
 #include "cli/FailureAdvice.h"
 #include "tasks/KruvTask.h"

@@ -3,10 +3,10 @@
 
 #include "cli/UtilExtractCdVerb.h"
 
-#include "app/KruvController.h"
 #include "cli/QueueRun.h"
 #include "cli/UsageError.h"
-#include "util/UtilTab.h"
+#include "tabs/KruvController.h"
+#include "tabs/UtilTab.h"
 
 #include <QEventLoop>
 #include <QFileInfo>

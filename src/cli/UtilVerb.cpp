@@ -3,10 +3,10 @@
 
 #include "cli/UtilVerb.h"
 
-#include "app/KruvController.h"
 #include "cli/Console.h"
 #include "cli/JsonReporter.h"
 #include "cli/QueueRun.h"
+#include "tabs/KruvController.h"
 
 #include <QJsonObject>
 

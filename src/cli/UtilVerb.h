@@ -4,7 +4,7 @@
 #pragma once
 
 #include "cli/TabVerb.h"
-#include "util/UtilTab.h"
+#include "tabs/UtilTab.h"
 
 namespace kruv {
 

@@ -3,11 +3,11 @@
 
 #include "cli/VerifyVerb.h"
 
-#include "app/KruvController.h"
-#include "checksums/ChecksumTab.h"
 #include "cli/QueueRun.h"
 #include "cli/UsageError.h"
 #include "cli/VerificationTally.h"
+#include "tabs/ChecksumTab.h"
+#include "tabs/KruvController.h"
 
 namespace kruv {
 

@@ -3,9 +3,9 @@
 
 #include "gui/AboutView.h"
 
-#include "app/KruvController.h"
-#include "app/Version.h"
+#include "base/Version.h"
 #include "gui/QuietLabel.h"
+#include "tabs/KruvController.h"
 
 #include <QGuiApplication>
 #include <QIcon>

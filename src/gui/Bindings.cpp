@@ -3,9 +3,9 @@
 
 #include "gui/Bindings.h"
 
-#include "app/ComboControl.h"
-#include "app/Controls.h"
 #include "gui/Follow.h"
+#include "tabs/ComboControl.h"
+#include "tabs/Controls.h"
 
 #include <QCheckBox>
 #include <QComboBox>

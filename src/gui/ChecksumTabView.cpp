@@ -3,9 +3,9 @@
 
 #include "gui/ChecksumTabView.h"
 
-#include "checksums/ChecksumTab.h"
 #include "gui/ChoiceGrid.h"
 #include "gui/OptionColumn.h"
+#include "tabs/ChecksumTab.h"
 
 #include <QVBoxLayout>
 

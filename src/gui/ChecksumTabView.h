@@ -3,8 +3,8 @@
 
 #pragma once
 
-#include "app/Controls.h"
 #include "gui/TabView.h"
+#include "tabs/Controls.h"
 
 namespace kruv {
 

@@ -3,8 +3,8 @@
 
 #include "gui/ChoiceGrid.h"
 
-#include "app/Controls.h"
 #include "gui/Follow.h"
+#include "tabs/Controls.h"
 
 #include <QGridLayout>
 #include <QRadioButton>

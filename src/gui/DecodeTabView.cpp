@@ -5,7 +5,7 @@
 
 #include "gui/ChoiceGrid.h"
 #include "gui/OptionColumn.h"
-#include "lossless/DecodeTab.h"
+#include "tabs/DecodeTab.h"
 
 #include <QVBoxLayout>
 

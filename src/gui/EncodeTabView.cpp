@@ -6,7 +6,7 @@
 #include "gui/ChoiceGrid.h"
 #include "gui/OptionColumn.h"
 #include "gui/QuietLabel.h"
-#include "lossless/EncodeTab.h"
+#include "tabs/EncodeTab.h"
 
 #include <QStackedWidget>
 #include <QVBoxLayout>

@@ -3,7 +3,7 @@
 
 #include "gui/FileListSummary.h"
 
-#include "app/BaseTab.h"
+#include "tabs/BaseTab.h"
 
 #include <QFileInfo>
 #include <QLocale>

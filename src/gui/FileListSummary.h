@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "app/BackgroundWork.h"
+#include "base/BackgroundWork.h"
 
 #include <QLabel>
 #include <QTimer>

@@ -3,10 +3,10 @@
 
 #include "gui/FileListView.h"
 
-#include "app/BaseTab.h"
 #include "gui/Glyphs.h"
 #include "gui/NameWidth.h"
 #include "gui/QuietLabel.h"
+#include "tabs/BaseTab.h"
 
 #include <QAction>
 #include <QEvent>

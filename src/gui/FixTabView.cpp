@@ -7,7 +7,7 @@
 #include "gui/Follow.h"
 #include "gui/OptionColumn.h"
 #include "gui/QuietLabel.h"
-#include "lossless/FixTab.h"
+#include "tabs/FixTab.h"
 
 #include <QVBoxLayout>
 

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "app/Controls.h"
+#include "tabs/Controls.h"
 
 #include <QWidget>
 

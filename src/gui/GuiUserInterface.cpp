@@ -3,7 +3,7 @@
 
 #include "gui/GuiUserInterface.h"
 
-#include "app/Preferences.h"
+#include "base/Preferences.h"
 #include "gui/CustomTagsPanel.h"
 #include "gui/KruvStringGetterPanel.h"
 #include "gui/KruvTrimCharsPanel.h"

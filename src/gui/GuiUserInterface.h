@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "app/UserInterface.h"
+#include "base/UserInterface.h"
 
 #include <QObject>
 #include <QPoint>

@@ -3,8 +3,8 @@
 
 #pragma once
 
-#include "app/Controls.h"
-#include "app/TrimCharsObject.h"
+#include "base/TrimCharsObject.h"
+#include "tabs/Controls.h"
 
 #include <QDialog>
 

@@ -3,8 +3,8 @@
 
 #include "gui/LevelSlider.h"
 
-#include "app/Controls.h"
 #include "gui/Follow.h"
+#include "tabs/Controls.h"
 
 #include <QHBoxLayout>
 #include <QLabel>

@@ -8,7 +8,7 @@
 #include "gui/LevelSlider.h"
 #include "gui/OptionColumn.h"
 #include "gui/QuietLabel.h"
-#include "lossy/LossyTab.h"
+#include "tabs/LossyTab.h"
 
 #include <QComboBox>
 #include <QHBoxLayout>

@@ -3,8 +3,7 @@
 
 #include "gui/MainWindow.h"
 
-#include "app/KruvController.h"
-#include "app/Preferences.h"
+#include "base/Preferences.h"
 #include "gui/GuiUserInterface.h"
 #include "gui/StatusPanel.h"
 #include "gui/StatusPanelController.h"
@@ -14,6 +13,7 @@
 #include "gui/TrackNameInputWindow.h"
 #include "gui/WindowPlace.h"
 #include "platform/MainThread.h"
+#include "tabs/KruvController.h"
 
 #include <QCloseEvent>
 #include <QMenuBar>

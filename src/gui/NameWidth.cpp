@@ -3,8 +3,8 @@
 
 #include "gui/NameWidth.h"
 
-#include "app/FileList.h"
-#include "app/PathNames.h"
+#include "base/PathNames.h"
+#include "tabs/FileList.h"
 
 #include <QFontMetrics>
 #include <QHash>

@@ -3,7 +3,7 @@
 
 #include "gui/PreferencesController.h"
 
-#include "app/Preferences.h"
+#include "base/Preferences.h"
 #include "gui/Bindings.h"
 #include "gui/ChoiceGrid.h"
 #include "gui/Glyphs.h"

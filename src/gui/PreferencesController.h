@@ -3,8 +3,8 @@
 
 #pragma once
 
-#include "app/BackgroundWork.h"
-#include "app/Controls.h"
+#include "base/BackgroundWork.h"
+#include "tabs/Controls.h"
 #include "tasks/ToolCatalog.h"
 
 #include <QWidget>

@@ -8,7 +8,7 @@
 #include "gui/Follow.h"
 #include "gui/OptionColumn.h"
 #include "gui/QuietLabel.h"
-#include "shntool/SHNtoolTab.h"
+#include "tabs/SHNtoolTab.h"
 
 #include <QHBoxLayout>
 #include <QPushButton>

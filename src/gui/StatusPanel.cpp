@@ -3,7 +3,7 @@
 
 #include "gui/StatusPanel.h"
 
-#include "app/Preferences.h"
+#include "base/Preferences.h"
 #include "gui/QueueProgress.h"
 #include "gui/StatusQueueCell.h"
 #include "gui/WindowPlace.h"

@@ -3,11 +3,11 @@
 
 #include "gui/TabView.h"
 
-#include "app/BaseTab.h"
 #include "gui/FileListSummary.h"
 #include "gui/FileListView.h"
 #include "gui/Glyphs.h"
 #include "gui/OptionColumn.h"
+#include "tabs/BaseTab.h"
 
 #include <QHBoxLayout>
 #include <QPushButton>

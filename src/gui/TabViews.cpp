@@ -3,7 +3,6 @@
 
 #include "gui/TabViews.h"
 
-#include "app/KruvController.h"
 #include "gui/AboutView.h"
 #include "gui/ChecksumTabView.h"
 #include "gui/DecodeTabView.h"
@@ -13,6 +12,7 @@
 #include "gui/ShntoolTabView.h"
 #include "gui/TagsTabView.h"
 #include "gui/UtilTabView.h"
+#include "tabs/KruvController.h"
 
 #include <algorithm>
 #include <iterator>

@@ -3,15 +3,15 @@
 
 #include "gui/TagsTabView.h"
 
-#include "app/PathNames.h"
+#include "base/PathNames.h"
+#include "formats/TagFormats.h"
 #include "gui/Bindings.h"
 #include "gui/FileListView.h"
 #include "gui/Follow.h"
 #include "gui/KruvDragAndDropImageView.h"
 #include "gui/OptionColumn.h"
 #include "gui/QuietLabel.h"
-#include "tags/TagFormats.h"
-#include "tags/TagsTab.h"
+#include "tabs/TagsTab.h"
 
 #include <QCheckBox>
 #include <QEvent>

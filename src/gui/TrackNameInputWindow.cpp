@@ -4,7 +4,7 @@
 #include "gui/TrackNameInputWindow.h"
 
 #include "gui/QuietLabel.h"
-#include "tags/TrackNameInputController.h"
+#include "tabs/TrackNameInputController.h"
 
 #include <QDialogButtonBox>
 #include <QHBoxLayout>

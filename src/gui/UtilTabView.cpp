@@ -8,7 +8,7 @@
 #include "gui/Follow.h"
 #include "gui/OptionColumn.h"
 #include "gui/QuietLabel.h"
-#include "util/UtilTab.h"
+#include "tabs/UtilTab.h"
 
 #include <QComboBox>
 #include <QFormLayout>

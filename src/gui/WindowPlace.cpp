@@ -3,7 +3,7 @@
 
 #include "gui/WindowPlace.h"
 
-#include "app/Preferences.h"
+#include "base/Preferences.h"
 
 #include <QWidget>
 

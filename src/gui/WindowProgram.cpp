@@ -3,8 +3,8 @@
 
 #include "gui/WindowProgram.h"
 
-#include "app/KruvController.h"
-#include "app/Preferences.h"
+#include "base/Preferences.h"
+#include "base/TaskPool.h"
 #include "gui/DarkPalette.h"
 #include "gui/FileDrop.h"
 #include "gui/GuiUserInterface.h"
@@ -13,7 +13,7 @@
 #include "platform/DesktopId.h"
 #include "platform/SignalWatcher.h"
 #include "platform/SleepInhibitor.h"
-#include "tasks/TaskPool.h"
+#include "tabs/KruvController.h"
 
 #include <QApplication>
 #include <QIcon>

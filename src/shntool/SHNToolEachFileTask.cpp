@@ -3,7 +3,7 @@
 
 #include "shntool/SHNToolEachFileTask.h"
 
-#include "app/PathNames.h"
+#include "base/PathNames.h"
 #include "shntool/SHNToolArguments.h"
 #include "tasks/OriginalFile.h"
 

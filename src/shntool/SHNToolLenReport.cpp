@@ -3,7 +3,7 @@
 
 #include "shntool/SHNToolLenReport.h"
 
-#include "app/PathNames.h"
+#include "base/PathNames.h"
 #include "regex/Regex.h"
 #include "shntool/SHNToolOutput.h"
 #include "shntool/SHNtoolOutputNamingFormatParser.h"

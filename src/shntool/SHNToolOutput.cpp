@@ -3,7 +3,7 @@
 
 #include "shntool/SHNToolOutput.h"
 
-#include "app/PathNames.h"
+#include "base/PathNames.h"
 #include "regex/Regex.h"
 
 namespace kruv::SHNToolOutput {

@@ -3,7 +3,7 @@
 
 #include "shntool/SHNToolSplitTask.h"
 
-#include "app/PathNames.h"
+#include "base/PathNames.h"
 #include "shntool/FileMove.h"
 #include "shntool/SHNToolArguments.h"
 

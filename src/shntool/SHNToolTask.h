@@ -3,8 +3,8 @@
 
 #pragma once
 
-#include "lossless/TerminalText.h"
 #include "tasks/KruvAsyncNSTask.h"
+#include "tasks/TerminalText.h"
 
 namespace kruv {
 

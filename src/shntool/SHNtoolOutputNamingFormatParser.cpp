@@ -3,7 +3,7 @@
 
 #include "shntool/SHNtoolOutputNamingFormatParser.h"
 
-#include "app/Preferences.h"
+#include "base/Preferences.h"
 
 #include <algorithm>
 #include <array>

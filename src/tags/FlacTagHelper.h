@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "tags/AudioFormatObject.h"
+#include "audio/AudioFormatObject.h"
 
 #include <QString>
 #include <QStringList>

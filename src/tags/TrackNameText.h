@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "app/TrimCharsObject.h"
+#include "base/TrimCharsObject.h"
 
 #include <QString>
 #include <QStringList>

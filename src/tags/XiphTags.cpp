@@ -3,7 +3,7 @@
 
 #include "tags/XiphTags.h"
 
-#include "app/Version.h"
+#include "base/Version.h"
 #include "tags/FlacPadding.h"
 #include "tags/TagText.h"
 

@@ -3,9 +3,9 @@
 
 #include "tasks/KruvAsyncNSTask.h"
 
+#include "base/TaskPool.h"
 #include "platform/MainThread.h"
 #include "tasks/DirectTool.h"
-#include "tasks/TaskPool.h"
 #include "tasks/ToolCatalog.h"
 #include "tasks/ToolEnvironment.h"
 

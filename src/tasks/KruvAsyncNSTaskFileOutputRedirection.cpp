@@ -3,7 +3,7 @@
 
 #include "tasks/KruvAsyncNSTaskFileOutputRedirection.h"
 
-#include "tasks/TextFile.h"
+#include "base/TextFile.h"
 
 namespace kruv {
 

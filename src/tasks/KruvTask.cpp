@@ -3,9 +3,9 @@
 
 #include "tasks/KruvTask.h"
 
+#include "base/TaskPool.h"
 #include "platform/MainThread.h"
 #include "tasks/TaskCompletionSink.h"
-#include "tasks/TaskPool.h"
 
 #include <QLoggingCategory>
 

@@ -3,8 +3,8 @@
 
 #include "tasks/KruvTaskQueue.h"
 
-#include "app/Preferences.h"
-#include "app/UserInterface.h"
+#include "base/Preferences.h"
+#include "base/UserInterface.h"
 #include "platform/PowerManager.h"
 #include "tasks/KruvTask.h"
 

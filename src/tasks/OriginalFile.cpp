@@ -3,7 +3,7 @@
 
 #include "tasks/OriginalFile.h"
 
-#include "app/Util.h"
+#include "base/Util.h"
 #include "tasks/KruvTask.h"
 #include "tasks/OutputWatch.h"
 #include "tasks/TaskCompletionSink.h"

@@ -3,7 +3,7 @@
 
 #include "tasks/OutputWatch.h"
 
-#include "app/PathNames.h"
+#include "base/PathNames.h"
 
 #include <QFile>
 

@@ -3,7 +3,7 @@
 
 #include "tasks/StagedTask.h"
 
-#include "app/PathNames.h"
+#include "base/PathNames.h"
 #include "platform/MainThread.h"
 #include "tasks/DirectTool.h"
 #include "tasks/OriginalFile.h"

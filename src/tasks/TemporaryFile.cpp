@@ -3,7 +3,7 @@
 
 #include "tasks/TemporaryFile.h"
 
-#include "app/Util.h"
+#include "base/Util.h"
 
 #include <QFile>
 

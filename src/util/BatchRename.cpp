@@ -3,7 +3,7 @@
 
 #include "util/BatchRename.h"
 
-#include "app/PathNames.h"
+#include "base/PathNames.h"
 
 #include <QFile>
 #include <QFileInfo>

@@ -3,11 +3,11 @@
 
 #include "util/CDExtractTask.h"
 
-#include "app/PathNames.h"
-#include "app/Version.h"
+#include "base/PathNames.h"
+#include "base/TextFile.h"
+#include "base/Version.h"
 #include "platform/MainThread.h"
 #include "platform/UnmountedDisc.h"
-#include "tasks/TextFile.h"
 #include "tasks/ToolOutput.h"
 
 #include <QDateTime>

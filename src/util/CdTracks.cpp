@@ -3,7 +3,7 @@
 
 #include "util/CdTracks.h"
 
-#include "app/PathNames.h"
+#include "base/PathNames.h"
 
 #include <QFile>
 

@@ -3,7 +3,7 @@
 
 #include "util/DVDAuthorTask.h"
 
-#include "app/PathNames.h"
+#include "base/PathNames.h"
 #include "platform/Resources.h"
 #include "tasks/OutputWatch.h"
 #include "tasks/ToolOutput.h"

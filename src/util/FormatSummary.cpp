@@ -3,8 +3,8 @@
 
 #include "util/FormatSummary.h"
 
-#include "app/PathNames.h"
 #include "audio/CoreAudioHelper.h"
+#include "base/PathNames.h"
 #include "tags/FlacTagHelper.h"
 
 #include <QLocale>

@@ -3,7 +3,7 @@
 
 #include "util/ReplayGainTask.h"
 
-#include "app/PathNames.h"
+#include "base/PathNames.h"
 
 namespace kruv {
 

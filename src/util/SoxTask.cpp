@@ -3,9 +3,9 @@
 
 #include "util/SoxTask.h"
 
-#include "app/PathNames.h"
+#include "base/PathNames.h"
+#include "formats/TagFormats.h"
 #include "platform/Resources.h"
-#include "tags/TagFormats.h"
 #include "tags/TagsObject.h"
 #include "tasks/OutputWatch.h"
 #include "util/FormatSummary.h"

@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The Kruv developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "lossless/DecodeTab.h"
 #include "support/Audio.h"
 #include "support/QtPrinters.h"
 #include "support/Session.h"
 #include "support/TaggedAudio.h"
+#include "tabs/DecodeTab.h"
 #include "tags/AACTagsHelper.h"
 #include "tags/TagLibTagsHelper.h"
 #include "tags/TagsObject.h"

@@ -3,8 +3,8 @@
 
 #include "checksums/TabRun.h"
 
+#include "base/TaskPool.h"
 #include "support/Wait.h"
-#include "tasks/TaskPool.h"
 
 #include <QProcess>
 

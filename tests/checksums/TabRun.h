@@ -3,11 +3,11 @@
 
 #pragma once
 
-#include "app/KruvController.h"
-#include "app/Preferences.h"
-#include "checksums/ChecksumTab.h"
+#include "base/Preferences.h"
 #include "support/Files.h"
 #include "support/ScriptedUserInterface.h"
+#include "tabs/ChecksumTab.h"
+#include "tabs/KruvController.h"
 
 namespace kruv::test {
 

@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "checksums/ShntoolHash.h"
-#include "lossless/TerminalText.h"
-#include "lossless/VerifyOutput.h"
+#include "formats/VerifyOutput.h"
 #include "support/QtPrinters.h"
+#include "tasks/TerminalText.h"
 
 #include <gtest/gtest.h>
 

@@ -6,7 +6,7 @@
 #include "gui/OutputWindowController.h"
 #include "gui/PreferencesController.h"
 #include "gui/WindowFixture.h"
-#include "shntool/SHNtoolTab.h"
+#include "tabs/SHNtoolTab.h"
 
 #include <QAction>
 #include <QApplication>

@@ -4,9 +4,9 @@
 // The working tabs: files in, options, the command, and files out.
 
 #include "gui/WindowFixture.h"
-#include "lossless/EncodeTab.h"
-#include "lossy/LossyTab.h"
 #include "support/Audio.h"
+#include "tabs/EncodeTab.h"
+#include "tabs/LossyTab.h"
 #include "tasks/KruvTask.h"
 
 #include <QAbstractButton>

@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "WindowFixture.h"
+#include "formats/TagFormats.h"
 #include "gui/KruvDragAndDropImageView.h"
-#include "tags/TagFormats.h"
-#include "tags/TagsTab.h"
+#include "tabs/TagsTab.h"
 
 #include <QDragEnterEvent>
 #include <QLineEdit>

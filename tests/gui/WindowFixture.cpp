@@ -3,7 +3,7 @@
 
 #include "gui/WindowFixture.h"
 
-#include "tasks/TaskPool.h"
+#include "base/TaskPool.h"
 
 #include <QAbstractButton>
 #include <QApplication>

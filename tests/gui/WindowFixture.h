@@ -3,14 +3,14 @@
 
 #pragma once
 
-#include "app/KruvController.h"
-#include "app/Preferences.h"
+#include "base/Preferences.h"
 #include "gui/GuiUserInterface.h"
 #include "gui/MainWindow.h"
 #include "gui/StatusPanel.h"
 #include "support/Files.h"
 #include "support/QtPrinters.h"
 #include "support/Wait.h"
+#include "tabs/KruvController.h"
 
 #include <QFileDialog>
 #include <QLabel>

@@ -3,13 +3,13 @@
 
 // Readers and writers of texts about tracks, without a tool.
 
+#include "base/TextEncoding.h"
 #include "shntool/SHNToolLenReport.h"
 #include "shntool/SHNToolOutput.h"
 #include "shntool/SHNtoolOutputNamingFormatParser.h"
 #include "shntool/SplitTitles.h"
 #include "support/QtPrinters.h"
 #include "tags/TrackNameText.h"
-#include "tasks/TextEncoding.h"
 
 #include <QStringEncoder>
 

@@ -3,9 +3,9 @@
 
 #include "support/Engine.h"
 
+#include "base/TaskPool.h"
 #include "support/Wait.h"
 #include "tasks/KruvTask.h"
-#include "tasks/TaskPool.h"
 
 using namespace Qt::Literals::StringLiterals;
 

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "app/Preferences.h"
+#include "base/Preferences.h"
 #include "platform/PowerManager.h"
 #include "support/Files.h"
 #include "support/ScriptedUserInterface.h"

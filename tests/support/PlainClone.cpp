@@ -3,8 +3,8 @@
 
 // Part of thread sanitizer builds only. QProcess starts its children by a clone() that borrows the parent's
 // memory until exec, as vfork() does. The sanitizer's own version of clone() takes the child for a forked one
-// and clears what it knows of locks and threads, in memory that is still the parent's: from then on it reports
-// races where locks are held. This one goes straight to the C library.
+// and clears what it knows of locks and threads, in memory that is still the parent's: from then on it
+// reports races where locks are held. This one goes straight to the C library.
 
 extern "C" int __clone(int (*function)(void *), void *stack, int flags, void *argument, ...);
 

@@ -3,13 +3,13 @@
 
 #pragma once
 
-#include "app/KruvController.h"
-#include "app/Preferences.h"
+#include "base/Preferences.h"
+#include "base/TaskPool.h"
 #include "support/Files.h"
 #include "support/ScriptedUserInterface.h"
 #include "support/Wait.h"
+#include "tabs/KruvController.h"
 #include "tasks/KruvAsyncNSTask.h"
-#include "tasks/TaskPool.h"
 
 #include <vector>
 

@@ -3,8 +3,8 @@
 
 #include "support/ScriptedUserInterface.h"
 #include "support/TaggedAudio.h"
+#include "tabs/KruvCustomTagsPanel.h"
 #include "tags/BitmapData.h"
-#include "tags/KruvCustomTagsPanel.h"
 
 #include <QBuffer>
 

@@ -3,10 +3,10 @@
 
 #include "tasks/KruvTask.h"
 
+#include "base/TaskPool.h"
 #include "support/QtPrinters.h"
 #include "support/Wait.h"
 #include "tasks/FakeJob.h"
-#include "tasks/TaskPool.h"
 
 #include <atomic>
 #include <functional>

@@ -5,8 +5,8 @@
 #include "support/EnvironmentVariable.h"
 #include "support/QtPrinters.h"
 #include "support/Session.h"
+#include "tabs/UtilTab.h"
 #include "util/CDExtractSCSIProviderHelper.h"
-#include "util/UtilTab.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,0 +1,95 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "base/FolderWalk.h"
+
+#include "base/PathNames.h"
+
+#include <QFile>
+
+#include <dirent.h>
+#include <memory>
+#include <set>
+#include <string_view>
+#include <sys/stat.h>
+#include <utility>
+
+namespace kruv {
+
+namespace {
+
+bool isPassedOver(QStringView name)
+{
+    return name == u".DS_Store" || name == u".TOC.plist";
+}
+
+bool isFolder(const QByteArray &path)
+{
+    struct stat status = {};
+    return stat(path.constData(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+} // namespace
+
+class FolderWalk::Visited
+{
+public:
+    /// False when this real folder was seen before.
+    bool enter(int descriptor)
+    {
+        struct stat status = {};
+        return fstat(descriptor, &status) == 0 && m_seen.emplace(status.st_dev, status.st_ino).second;
+    }
+
+private:
+    std::set<std::pair<dev_t, ino_t>> m_seen;
+};
+
+void FolderWalk::walk(const QString &path, const Visitor &visit)
+{
+    const QByteArray bytes = QFile::encodeName(path);
+    if (!isFolder(bytes)) {
+        if (!isPassedOver(PathNames::lastPathComponent(path))) {
+            visit(path);
+        }
+        return;
+    }
+    m_visited = std::make_shared<Visited>();
+    walkFolder(bytes.endsWith('/') && bytes.size() > 1 ? bytes.chopped(1) : bytes, visit);
+}
+
+void FolderWalk::walkFolder(const QByteArray &folder, const Visitor &visit)
+{
+    const std::unique_ptr<DIR, int (*)(DIR *)> stream(opendir(folder.constData()), closedir);
+    if (!stream || !m_visited->enter(dirfd(stream.get()))) {
+        return;
+    }
+    const dirent *entry = nullptr;
+    while (!m_stop.stop_requested() && (entry = readdir(stream.get())) != nullptr) {
+        const std::string_view name(entry->d_name);
+        if (name != "." && name != "..") {
+            visitEntry(folder, entry->d_name, entry->d_type, visit);
+        }
+    }
+}
+
+void FolderWalk::visitEntry(const QByteArray &folder, const char *name, unsigned char type,
+                            const Visitor &visit)
+{
+    const QByteArray path = folder == "/" ? folder + name : folder + '/' + name;
+    const QString text = QFile::decodeName(path);
+    if (text.contains(QChar::ReplacementCharacter) && QFile::encodeName(text) != path) {
+        m_undecodableNames.append(text);
+        return;
+    }
+    const bool mayBeFolderLink = type == DT_LNK || type == DT_UNKNOWN;
+    if (type == DT_DIR || (mayBeFolderLink && isFolder(path))) {
+        walkFolder(path, visit);
+    } else if (type == DT_FIFO || type == DT_SOCK || type == DT_CHR || type == DT_BLK) {
+        return; // opening one could wait for ever
+    } else if (!isPassedOver(QFile::decodeName(name))) {
+        visit(text);
+    }
+}
+
+} // namespace kruv

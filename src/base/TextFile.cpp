@@ -1,0 +1,45 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "base/TextFile.h"
+
+#include "base/TextEncoding.h"
+
+#include <QFile>
+#include <QLoggingCategory>
+#include <QSaveFile>
+
+namespace kruv::TextFile {
+
+namespace {
+
+Q_LOGGING_CATEGORY(textLog, "kruv.text", QtWarningMsg)
+
+constexpr qint64 mostBytes = 16 * 1024 * 1024;
+
+} // namespace
+
+bool write(const QString &path, const QString &text)
+{
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly)) {
+        return false;
+    }
+    const QByteArray bytes = text.toUtf8();
+    return file.write(bytes) == bytes.size() && file.commit();
+}
+
+std::optional<QString> read(const QString &path)
+{
+    QFile file(path);
+    const bool readable = file.open(QIODevice::ReadOnly);
+    const QByteArray bytes = readable ? file.read(mostBytes + 1) : QByteArray();
+    if (!readable || file.error() != QFileDevice::NoError || bytes.size() > mostBytes) {
+        qCInfo(textLog, "Could not open file...%s %s", qUtf8Printable(path),
+               qUtf8Printable(readable ? QStringLiteral("not a text") : file.errorString()));
+        return std::nullopt;
+    }
+    return TextEncoding::text(bytes);
+}
+
+} // namespace kruv::TextFile

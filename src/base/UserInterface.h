@@ -1,0 +1,63 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "base/TrimCharsObject.h"
+
+#include <QImage>
+#include <QString>
+#include <QStringList>
+
+#include <array>
+#include <optional>
+#include <utility>
+
+namespace kruv {
+
+/// The one seam through which the engine speaks to a person. All calls arrive on the main thread; the asking
+/// ones return when the person has answered. The window, the command line and the tests each have their own.
+class UserInterface
+{
+public:
+    /// Eight rows of tag name and value.
+    using CustomTagRows = std::array<std::pair<QString, QString>, 8>;
+
+    virtual ~UserInterface() = default;
+
+    /// Returns the index of the pressed button; `defaultButton` is the one that Return presses.
+    virtual int ask(const QString &title, const QString &text, const QStringList &buttons,
+                    int defaultButton) = 0;
+    /// The same with a picture beside the question, where pictures can be shown.
+    virtual int askBesidePicture(const QString &title, const QString &text, const QStringList &buttons,
+                                 int defaultButton, const QImage & /*picture*/)
+    {
+        return ask(title, text, buttons, defaultButton);
+    }
+    virtual void alert(const QString &title, const QString &text, const QString &button) = 0;
+
+    // Nothing is returned when the person cancels.
+    virtual std::optional<QString> chooseFolder(const QString &title) = 0;
+    virtual QStringList chooseFiles(const QString &title, const QString &prompt) = 0;
+    /// One file; `types` are extensions in lower case.
+    virtual std::optional<QString> chooseFile(const QString &title, const QStringList &types) = 0;
+    virtual std::optional<QString> savePath(const QString &message, const QString &title,
+                                            const QString &proposedName) = 0;
+    virtual std::optional<QString> enterText(const QString &title, const QString &message,
+                                             const QString &initialText) = 0;
+    virtual std::optional<TrimCharsObject> trimCharacters() = 0;
+    virtual CustomTagRows editCustomTags(const CustomTagRows &rows) = 0;
+
+    virtual void showStatusPanel() = 0;
+    virtual void closeStatusPanel() = 0;
+    virtual void scrollStatusPanelTo(int row) = 0;
+    virtual void openResultsWindow(const QString &text, const QString &title) = 0;
+
+    /// Count shown on the application's icon; 0 removes it.
+    virtual void setBadge(int count) = 0;
+    /// False where the desktop has no notifications.
+    virtual bool notify(const QString &title) = 0;
+    virtual void requestAttention() = 0;
+};
+
+} // namespace kruv

@@ -1,0 +1,94 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "base/Util.h"
+
+#include "base/Preferences.h"
+#include "platform/SessionId.h"
+#include "platform/Trash.h"
+
+#include <QDir>
+#include <QFile>
+
+#include <cerrno>
+#include <cstring>
+#include <stdexcept>
+#include <unistd.h>
+
+namespace kruv::Util {
+
+namespace {
+
+void require(bool condition, const char *text)
+{
+    if (!condition) {
+        throw std::invalid_argument(std::string("Invalid parameter not satisfying: ") + text);
+    }
+}
+
+QString nameTemplate(const QString &folder, const QString &extension)
+{
+    const QString directory = folder.isEmpty() ? QDir::tempPath() : folder;
+    require(!directory.isEmpty(), "nil != directory");
+    require(!extension.isEmpty(), "nil != extension");
+    return QStringLiteral("%1/%2-%3-XXXXXXXX.%4")
+        .arg(directory, QStringLiteral("Kruv"),
+             QStringLiteral("%1").arg(sessionId(), 8, 16, QLatin1Char('0')), extension);
+}
+
+[[noreturn]] void failWithErrno(const char *what)
+{
+    throw std::runtime_error(std::string(what) + std::strerror(errno));
+}
+
+} // namespace
+
+QString generateTempFileName(const QString &folder, const QString &extension)
+{
+    QByteArray path = QFile::encodeName(nameTemplate(folder, extension));
+    constexpr int randomCharacters = 8;
+    constexpr int longestPath = 1023;
+    const auto suffixLength = static_cast<int>(QFile::encodeName(extension).size()) + 1;
+    if (path.size() > longestPath) {
+        errno = ENAMETOOLONG;
+        failWithErrno("Unable to create a temporary file: ");
+    }
+    // mkstemps() fills in six characters; the two before them get theirs from the process, so that all eight
+    // vary.
+    char *const firstRandom = path.data() + path.size() - suffixLength - randomCharacters;
+    constexpr char digits[] = "abcdefghijklmnopqrstuvwxyz0123456789";
+    firstRandom[0] = digits[static_cast<unsigned>(getpid()) % 36U];
+    firstRandom[1] = digits[static_cast<unsigned>(getpid()) / 36U % 36U];
+    const int descriptor = mkstemps(path.data(), suffixLength);
+    if (descriptor < 0) {
+        failWithErrno("Unable to create a temporary file: ");
+    }
+    if (close(descriptor) != 0) {
+        failWithErrno("Unable to close the temporary file: ");
+    }
+    return QFile::decodeName(path);
+}
+
+QString generateTempFileName2(const QString &folder, const QString &extension)
+{
+    return nameTemplate(folder, extension);
+}
+
+bool deleteFile(const QString &path, const Preferences &preferences)
+{
+    const bool toTrash = preferences.integer(QStringLiteral("trashOrDelete")) != 0;
+    const bool done = toTrash ? moveToTrash(path) : QFile::remove(path);
+    return done || !QFile::exists(path);
+}
+
+bool kruvStartsWith(const QString &string, const QString &text)
+{
+    return !text.isEmpty() && string.startsWith(text);
+}
+
+bool kruvEndsWith(const QString &string, const QString &text)
+{
+    return !text.isEmpty() && string.endsWith(text);
+}
+
+} // namespace kruv::Util

@@ -1,0 +1,234 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "tabs/ChecksumTab.h"
+
+#include "base/PathNames.h"
+#include "base/Preferences.h"
+#include "base/UserInterface.h"
+#include "checksums/CreateMD5Task.h"
+#include "checksums/CreateST5Task.h"
+#include "checksums/FingerprintList.h"
+#include "checksums/ListText.h"
+#include "checksums/VerifyApeTask.h"
+#include "checksums/VerifyFFPTask.h"
+#include "checksums/VerifyFlacTask.h"
+#include "checksums/VerifyMD5Task.h"
+#include "checksums/VerifyST5Task.h"
+#include "checksums/VerifyTTATask.h"
+#include "checksums/VerifyWavepackTask.h"
+#include "tasks/KruvTaskQueue.h"
+
+namespace kruv {
+
+ChecksumTab::ChecksumTab(TabHost &host)
+    : BaseTab(QStringLiteral("checksum"), host)
+    , m_commandOptions({QStringLiteral("Verify audio files"), QStringLiteral("Create checksum file"),
+                        QStringLiteral("Verify checksum files")})
+    , m_createChecksumOptions({QStringLiteral("MD5"), QStringLiteral("ST5"), QStringLiteral("FFP")}, 3)
+{
+    connect(&m_commandOptions, &Control::changed, this, &ChecksumTab::displayRelevantOptions);
+    ChecksumTab::displayRelevantOptions();
+}
+
+void ChecksumTab::displayRelevantOptions()
+{
+    const bool creates = m_commandOptions.selectedRow() == CreateList;
+    m_createChecksumOptions.setEnabled(creates);
+    m_createChecksumOptions.setHidden(!creates);
+    m_sourceSaveButton.setEnabled(creates);
+    m_sourceSaveButton.setHidden(!creates);
+}
+
+void ChecksumTab::executeCommand()
+{
+    if (fileList().isEmpty() || m_writingFingerprints) {
+        return;
+    }
+    switch (m_commandOptions.selectedRow()) {
+    case VerifyAudio:
+        queueReports(audioVerifier);
+        break;
+    case CreateList:
+        if (!createList()) {
+            return;
+        }
+        break;
+    case VerifyLists:
+        queueReports(listVerifier);
+        break;
+    default:
+        return;
+    }
+    clearFiles();
+}
+
+void ChecksumTab::queueReports(JobMaker (*makerFor)(const QString &file))
+{
+    const auto results = std::make_shared<KruvTaskResults>();
+    std::vector<std::shared_ptr<KruvTask>> jobs;
+    for (const QString &file : fileNames()) {
+        if (const JobMaker maker = makerFor(file)) {
+            jobs.push_back((this->*maker)(file, results));
+            results->addTaskInSet(*jobs.back());
+        }
+    }
+    host().taskQueue().addTasks(jobs);
+}
+
+ChecksumTab::JobMaker ChecksumTab::audioVerifier(const QString &file)
+{
+    static const QHash<QString, JobMaker> makers{
+        {QStringLiteral("FLAC"), &ChecksumTab::verifyFlac},
+        {QStringLiteral("APE"), &ChecksumTab::verifyAPE},
+        {QStringLiteral("WV"), &ChecksumTab::verifyWavepack},
+        {QStringLiteral("TTA"), &ChecksumTab::verifyTTA},
+    };
+    return makers.value(PathNames::fileType(file), nullptr);
+}
+
+template <class Job>
+std::shared_ptr<KruvTask> ChecksumTab::verifyList(const QString &file,
+                                                  const std::shared_ptr<KruvTaskResults> &results)
+{
+    return std::make_shared<Job>(&host().taskQueue(), file, results);
+}
+
+ChecksumTab::JobMaker ChecksumTab::listVerifier(const QString &file)
+{
+    static const QHash<QString, JobMaker> makers{
+        {QStringLiteral("MD5"), &ChecksumTab::verifyList<VerifyMD5Task>},
+        {QStringLiteral("ST5"), &ChecksumTab::verifyList<VerifyST5Task>},
+        {QStringLiteral("FFP"), &ChecksumTab::verifyList<VerifyFFPTask>},
+    };
+    // album.ffp.txt is a fingerprint list that a plain editor opens.
+    const bool isText = PathNames::fileType(file) == u"TXT";
+    const QString inner = isText ? PathNames::fileType(PathNames::nameWithoutExtension(file)) : QString();
+    if (isText && inner != u"FFP") {
+        return nullptr;
+    }
+    return makers.value(isText ? inner : PathNames::fileType(file), nullptr);
+}
+
+QStringList ChecksumTab::filesOfTypes(const QStringList &types)
+{
+    QStringList files = fileNames();
+    files.removeIf([&types](const QString &file) { return !types.contains(PathNames::fileType(file)); });
+    return files;
+}
+
+bool ChecksumTab::createList()
+{
+    static const QStringList flac{QStringLiteral("FLAC")};
+    static const QStringList audio = QStringLiteral("FLAC WAV AIFF AIF SHN APE WV TTA").split(u' ');
+    const QString kind = m_createChecksumOptions.selectedTitle();
+    const QStringList files = filesOfTypes(kind == u"FFP" ? flac : audio);
+    if (files.isEmpty()) {
+        return true;
+    }
+    if (kind == u"FFP") {
+        return createFFP(files);
+    }
+    const bool sourceSave = m_sourceSaveButton.isOn();
+    if (auto job = kind == u"MD5" ? createMD5(files, sourceSave) : createST5(files, sourceSave)) {
+        host().taskQueue().addTask(std::move(job));
+    }
+    return true;
+}
+
+bool ChecksumTab::areAllSameDirectory(const QStringList &files)
+{
+    return CreateMD5Task::areAllSameDirectory(files);
+}
+
+std::optional<QString> ChecksumTab::placeOfList(const QStringList &files, bool sourceSave,
+                                                const QString &plainName, const QString &extension)
+{
+    if (sourceSave && areAllSameDirectory(files)) {
+        const QString folder = PathNames::folderOf(files.value(0));
+        return ListText::pathIn(folder, host().preferences(), plainName, extension);
+    }
+    const QString title = QStringLiteral("Save %1 as...").arg(extension);
+    return openSavePanel(title, title, plainName + u'.' + extension);
+}
+
+std::shared_ptr<KruvTask> ChecksumTab::createMD5(const QStringList &files, bool sourceSave)
+{
+    const auto place = placeOfList(files, sourceSave, QStringLiteral("md5sum"), QStringLiteral("md5"));
+    if (!place) {
+        return nullptr;
+    }
+    auto job = std::make_shared<CreateMD5Task>(&host().taskQueue(), files, *place);
+    job->setTitle(QStringLiteral("Creating MD5"));
+    return job;
+}
+
+std::shared_ptr<KruvTask> ChecksumTab::createST5(const QStringList &files, bool sourceSave)
+{
+    const auto place = placeOfList(files, sourceSave, QStringLiteral("checksum"), QStringLiteral("st5"));
+    if (!place) {
+        return nullptr;
+    }
+    return std::make_shared<CreateST5Task>(&host().taskQueue(), tool(QStringLiteral("shntool")), files,
+                                           *place);
+}
+
+bool ChecksumTab::createFFP(const QStringList &flacFiles)
+{
+    const Preferences &preferences = host().preferences();
+    const QString extension = preferences.string(QStringLiteral("ffpExtension"));
+    const QString plainName = QStringLiteral("fingerprint");
+    std::optional<QString> place;
+    if (m_sourceSaveButton.isOn()) {
+        place = ListText::pathIn(PathNames::folderOf(flacFiles.at(0)), preferences, plainName, extension);
+    } else {
+        place = openSavePanel(QStringLiteral("Save fingerprint as..."),
+                              QStringLiteral("Save fingerprint as..."), plainName + u'.' + extension);
+    }
+    if (!place) {
+        return false;
+    }
+    m_writingFingerprints = true;
+    const QStringList problems =
+        FingerprintList::writeAtOnce(flacFiles, *place, host().taskQueue().maxThreads());
+    m_writingFingerprints = false;
+    Q_EMIT fingerprintsWritten(*place, problems.isEmpty());
+    if (!problems.isEmpty()) {
+        host().userInterface().alert(QStringLiteral("The fingerprint list is not complete."),
+                                     problems.join(u'\n'), acknowledgeButton());
+    }
+    return true;
+}
+
+std::shared_ptr<KruvTask> ChecksumTab::verifyFlac(const QString &file,
+                                                  const std::shared_ptr<KruvTaskResults> &results)
+{
+    auto job = std::make_shared<VerifyFlacTask>(results, &host().taskQueue(), tool(QStringLiteral("flac")),
+                                                QStringList{QStringLiteral("-t"), file});
+    job->setTitle(QStringLiteral("Verify FLAC"));
+    return job;
+}
+
+std::shared_ptr<KruvTask> ChecksumTab::verifyAPE(const QString &file,
+                                                 const std::shared_ptr<KruvTaskResults> &results)
+{
+    return std::make_shared<VerifyApeTask>(results, &host().taskQueue(), tool(QStringLiteral("mac")),
+                                           QStringList{QStringLiteral("-v"), file});
+}
+
+std::shared_ptr<KruvTask> ChecksumTab::verifyWavepack(const QString &file,
+                                                      const std::shared_ptr<KruvTaskResults> &results)
+{
+    return std::make_shared<VerifyWavepackTask>(results, &host().taskQueue(),
+                                                tool(QStringLiteral("wvunpack")),
+                                                QStringList{QStringLiteral("-v"), file});
+}
+
+std::shared_ptr<KruvTask> ChecksumTab::verifyTTA(const QString &file,
+                                                 const std::shared_ptr<KruvTaskResults> &results)
+{
+    return std::make_shared<VerifyTTATask>(results, &host().taskQueue(), tool(QStringLiteral("ttaenc")),
+                                           QStringList{QStringLiteral("-t"), file});
+}
+
+} // namespace kruv

@@ -1,0 +1,134 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "tabs/Controls.h"
+
+#include "base/Preferences.h"
+
+#include <algorithm>
+
+namespace kruv {
+
+void Control::setEnabled(bool enabled)
+{
+    if (m_enabled != enabled) {
+        m_enabled = enabled;
+        Q_EMIT changed();
+    }
+}
+
+void Control::setHidden(bool hidden)
+{
+    if (m_hidden != hidden) {
+        m_hidden = hidden;
+        Q_EMIT changed();
+    }
+}
+
+void Control::tieTo(Preferences &preferences, const QString &key)
+{
+    loadValue(preferences, key);
+    m_preferences = &preferences;
+    m_key = key;
+}
+
+void Control::valueChanged()
+{
+    if (m_preferences) {
+        m_preferences->setValue(m_key, storedValue());
+    }
+    Q_EMIT changed();
+}
+
+void ToggleControl::setOn(bool on)
+{
+    if (m_on != on) {
+        m_on = on;
+        valueChanged();
+    }
+}
+
+void ToggleControl::loadValue(Preferences &preferences, const QString &key)
+{
+    setOn(preferences.boolean(key));
+}
+
+ChoiceControl::ChoiceControl(const QStringList &titles, int columns, QObject *parent)
+    : Control(parent)
+    , m_titles(titles)
+    , m_columns(columns)
+{
+}
+
+void ChoiceControl::select(int index)
+{
+    const int selected = index >= 0 && index < m_titles.size() ? index : -1;
+    if (m_selected != selected) {
+        m_selected = selected;
+        valueChanged();
+    }
+}
+
+bool ChoiceControl::selectTitle(const QString &title)
+{
+    const auto index = static_cast<int>(m_titles.indexOf(title));
+    if (index < 0) {
+        return false;
+    }
+    select(index);
+    return true;
+}
+
+void ChoiceControl::loadValue(Preferences &preferences, const QString &key)
+{
+    if (const int stored = preferences.integer(key); stored >= 0 && stored < m_titles.size()) {
+        select(stored);
+    }
+}
+
+NumberControl::NumberControl(int minimum, int maximum, int value, int step, QObject *parent)
+    : Control(parent)
+    , m_minimum(minimum)
+    , m_maximum(maximum)
+    , m_step(step)
+    , m_value(value)
+{
+}
+
+void NumberControl::setValue(int value)
+{
+    const int inRange = std::clamp(value, m_minimum, m_maximum);
+    const int clamped = inRange - (inRange - m_minimum) % m_step;
+    if (m_value != clamped) {
+        m_value = clamped;
+        valueChanged();
+    }
+}
+
+void NumberControl::loadValue(Preferences &preferences, const QString &key)
+{
+    setValue(preferences.integer(key));
+}
+
+void TextControl::setText(const QString &text)
+{
+    if (m_text != text) {
+        m_text = text;
+        valueChanged();
+    }
+}
+
+void TextControl::loadValue(Preferences &preferences, const QString &key)
+{
+    setText(preferences.string(key));
+}
+
+void LabelControl::setText(const QString &text)
+{
+    if (m_text != text) {
+        m_text = text;
+        valueChanged();
+    }
+}
+
+} // namespace kruv

@@ -1,0 +1,37 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "tabs/BaseTab.h"
+#include "tabs/Controls.h"
+
+namespace kruv {
+
+class OutputPlan;
+
+/// What the tabs share that turn each listed file into one output: where the outputs go, and which files are
+/// in their way.
+class ConversionTab : public BaseTab
+{
+    Q_OBJECT
+public:
+    using BaseTab::BaseTab;
+
+    /// True when any of `inputFiles` is among `outputFiles`.
+    static bool isFileClash(const QStringList &inputFiles, const QStringList &outputFiles);
+
+protected:
+    /// The folder that the person chose, or an empty text where outputs go beside their sources; nothing when
+    /// the person cancelled.
+    std::optional<QString> chooseOutputFolderUnless(const ToggleControl &besideSources);
+    /// True, with `title` told, where two sources would give one output.
+    bool outputsCollide(const OutputPlan &plan, const QString &title);
+    /// Whether any output of that extension is there already.
+    static bool replacesFiles(const OutputPlan &plan, const QString &extension);
+
+    /// What a person is told whose outputs are in each other's way.
+    static QString clashTitle();
+};
+
+} // namespace kruv

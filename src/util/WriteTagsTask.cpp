@@ -1,0 +1,117 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "util/WriteTagsTask.h"
+
+#include "base/PathNames.h"
+#include "formats/TagFormats.h"
+#include "platform/MainThread.h"
+
+#include <QFileInfo>
+#include <QHash>
+
+#include <exception>
+#include <utility>
+
+namespace kruv {
+
+namespace {
+
+/// The last job started for each file that is being written. Main thread only.
+QHash<QString, std::shared_ptr<std::atomic<bool>>> &lastWriters()
+{
+    static QHash<QString, std::shared_ptr<std::atomic<bool>>> writers;
+    return writers;
+}
+
+/// Why a file may have been refused.
+QString refusal(const QString &path)
+{
+    const QFileInfo info(path);
+    if (!info.exists()) {
+        return QStringLiteral("The file is not there any more.");
+    }
+    return info.isWritable() ? QStringLiteral("Its disk may be full, or a picture or text too large for it.")
+                             : QStringLiteral("The file may not be written to.");
+}
+
+} // namespace
+
+WriteTagsTask::WriteTagsTask(TaskCompletionSink *queue, const QString &fileName, const QString &type,
+                             std::shared_ptr<const TagsObject> tags, bool writeEmptyTags)
+    : KruvTask(queue)
+    , m_fileName(fileName)
+    , m_type(type)
+    , m_tags(std::move(tags))
+    , m_writeEmptyTags(writeEmptyTags)
+    , m_written(std::make_shared<std::atomic<bool>>(false))
+{
+    results()->setHasResults(false);
+    setTitle(PathNames::lastPathComponent(fileName));
+    setTextFieldString(title());
+    publish(&KruvTask::setTextFieldValue);
+}
+
+void WriteTagsTask::startTask()
+{
+    KruvTask::startTask();
+    Written &last = lastWriters()[m_fileName];
+    m_before = std::exchange(last, m_written);
+    runInBackground([this] {
+        doStartTask();
+        *m_written = true;
+        m_written->notify_all();
+        stopTask();
+    });
+}
+
+void WriteTagsTask::doStartTask()
+{
+    if (m_before) {
+        m_before->wait(false);
+    }
+    if (cancelled() || !TagFormats::isWritten(m_type)) {
+        return;
+    }
+    setTopTextFieldString(QStringLiteral("Writing %1 tags").arg(m_type));
+    publish(&KruvTask::setTopTextFieldValue);
+    try {
+        write();
+    } catch (const std::exception &failure) {
+        failToWrite(QString::fromUtf8(failure.what()));
+    }
+}
+
+void WriteTagsTask::write()
+{
+    const auto record = tags();
+    if (!TagFormats::write(m_type, m_fileName, *record, m_writeEmptyTags)) {
+        failToWrite(refusal(m_fileName));
+    }
+}
+
+void WriteTagsTask::failToWrite(const QString &reason)
+{
+    // A set of thousands is worth showing when one of them failed.
+    results()->setHasResults(true);
+    fail(QStringLiteral("Error writing tags to file:\n%1").arg(m_fileName) +
+         (reason.isEmpty() ? QString() : u'\n' + reason));
+}
+
+void WriteTagsTask::stopTask()
+{
+    // In one go on the main thread: jobs of a set that end at nearly the same time must not each find the set
+    // done and show its results.
+    MainThread::run([this] {
+        if (*m_written && lastWriters().value(m_fileName) == m_written) {
+            lastWriters().remove(m_fileName);
+        }
+        if (isDone() && results()->taskSetDone()) {
+            results()->setHasResults(false);
+        }
+        KruvTask::stopTask();
+        notifyQueue();
+    });
+}
+
+} // namespace kruv

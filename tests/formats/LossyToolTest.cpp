@@ -1,0 +1,59 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "formats/LossyCommandLine.h"
+#include "formats/LossyOutput.h"
+#include "support/Files.h"
+#include "support/QtPrinters.h"
+
+#include <gtest/gtest.h>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace kruv::test {
+
+namespace {
+
+/// The percentages that a reader sees in a recorded run, in whole numbers.
+QList<int> percentages(const QString &recording, std::optional<double> (*read)(QStringView))
+{
+    QList<int> seen;
+    const QByteArray file = readFile(u"%1/%2.txt"_s.arg(QStringLiteral(KRUV_TEST_DATA), recording));
+    for (QByteArray line : file.split('\n').mid(1)) {
+        line.replace("\\b", "\b").replace("\\n", "\n").replace("\\r", "\r").replace("\\e", "\x1b");
+        if (const auto percentage = read(QString::fromUtf8(line))) {
+            seen.append(static_cast<int>(*percentage));
+        }
+    }
+    return seen;
+}
+
+} // namespace
+
+TEST(LossyCommandLine, PassesEveryChoiceToTheEncoders)
+{
+    using namespace LossyCommandLine;
+    EXPECT_EQ(
+        shntoolToLame({u"ABR"_s, 192, false, 2}, u"/a.shn"_s, u"/o"_s, u"/o/a.mp3"_s).join(u'|'),
+        u"conv|-P|pct|-O|never|-o|cust ext=mp3 lame -m s -q 2 --abr 192 - %f|-d|/o|-n|/o/a.mp3|/a.shn"_s);
+    EXPECT_EQ(opusenc({u"CBR"_s, 96, 2.5, u"T"_s, u"-x"_s}, u"/a.wav"_s, u"/a.opus"_s).join(u'|'),
+              u"--hard-cbr|--bitrate|96|--framesize|2.5|--title|T|--artist|-x|/a.wav|/a.opus"_s);
+}
+
+// A late reader gets several updates in one piece.
+TEST(LossyOutput, ReadsTheNewestProgressOfEveryEncoder)
+{
+    using Seen = QList<int>;
+    EXPECT_EQ(percentages(u"lame-3.100/cbr-joined"_s, LossyOutput::lame),
+              Seen({0, 7, 13, 20, 33, 39, 46, 52, 59, 72, 78, 85, 91, 100}));
+    EXPECT_EQ(percentages(u"shntool-3.0.10/conv-mp3-joined"_s, LossyOutput::shntool),
+              Seen({0, 14, 29, 48, 63, 78, 92, 100}));
+    EXPECT_EQ(percentages(u"aacplusenc-1.0/joined"_s, LossyOutput::aacplusenc),
+              Seen({0, 8, 17, 27, 38, 48, 60, 71, 85, 99, 100}));
+    EXPECT_EQ(percentages(u"opus-tools-0.2/opusenc-joined"_s, LossyOutput::opusenc),
+              Seen({0, 5, 10, 15, 20, 27, 32, 38, 43, 49, 55, 61, 67, 72, 78, 85, 91, 97}));
+    EXPECT_EQ(LossyOutput::lame(u"( 1%)|"), std::nullopt) << "too near the start";
+    EXPECT_EQ(LossyOutput::shntool(u"Converting [50%.wav] (0:40.00) --> [./z.mp3] : "), std::nullopt);
+}
+
+} // namespace kruv::test
