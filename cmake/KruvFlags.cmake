@@ -26,35 +26,28 @@ option(KRUV_PCH "Precompile the headers that most files include" ON)
 # Programs and libraries are built with the same code model, so that they can share precompiled headers.
 set(CMAKE_CXX_COMPILE_OPTIONS_PIE -fPIC)
 
-# kruv_precompiled(<target>): lets a target of Qt code use the shared precompiled header, made by the first one.
+# kruv_precompiled(<target>): lets a target of Qt code use the shared precompiled header.
 function(kruv_precompiled target)
-  if(NOT KRUV_PCH)
-    return()
+  if(KRUV_PCH)
+    kruv_shared_headers(kruv_headers LIBS Qt6::Core HEADERS ${KRUV_COMMON_HEADERS})
+    target_precompile_headers(${target} REUSE_FROM kruv_headers)
   endif()
-  if(NOT TARGET kruv_headers)
-    file(WRITE ${CMAKE_BINARY_DIR}/kruv_headers.cpp "")
-    add_library(kruv_headers STATIC ${CMAKE_BINARY_DIR}/kruv_headers.cpp)
-    target_link_libraries(kruv_headers PRIVATE kruv_flags Qt6::Core)
-    target_precompile_headers(kruv_headers PRIVATE
-      <QCoreApplication> <QDir> <QFile> <QFileInfo> <QHash> <QMap> <QObject> <QProcess> <QProcessEnvironment>
-      <QSet> <QString> <QStringList> <QVariant>
-      <algorithm> <array> <atomic> <functional> <map> <memory> <mutex> <optional> <span> <stdexcept> <string>
-      <vector>)
-  endif()
-  target_precompile_headers(${target} REUSE_FROM kruv_headers)
 endfunction()
 
-if(KRUV_SANITIZE)
-  add_compile_options(-fsanitize=${KRUV_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
-  add_link_options(-fsanitize=${KRUV_SANITIZE})
-endif()
+set(KRUV_COMMON_HEADERS
+  <QCoreApplication> <QDir> <QFile> <QFileInfo> <QHash> <QMap> <QObject> <QProcess> <QProcessEnvironment> <QSet> <QString>
+  <QStringList> <QVariant>
+  <algorithm> <array> <atomic> <functional> <map> <memory> <mutex> <optional> <span> <stdexcept> <string> <vector>)
 
-set(CMAKE_CXX_EXTENSIONS OFF)
-set(CMAKE_POSITION_INDEPENDENT_CODE ON)
-set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
-if(NOT CMAKE_BUILD_TYPE)
-  set(CMAKE_BUILD_TYPE RelWithDebInfo)
-endif()
-
-# The resources folder: every external tool by its given name (see ARCHITECTURE.md).
-set(KRUV_RESOURCES_DIR ${CMAKE_BINARY_DIR}/resources)
+# kruv_shared_headers(<name> LIBS <target>... HEADERS <header>...): the library that holds a precompiled header.
+function(kruv_shared_headers name)
+  if(TARGET ${name})
+    return()
+  endif()
+  cmake_parse_arguments(ARG "" "" "LIBS;HEADERS" ${ARGN})
+  file(TOUCH ${CMAKE_BINARY_DIR}/${name}.cpp)
+  add_library(${name} STATIC ${CMAKE_BINARY_DIR}/${name}.cpp)
+  set_target_properties(${name} PROPERTIES AUTOMOC OFF)
+  target_link_libraries(${name} PRIVATE kruv_flags ${ARG_LIBS})
+  target_precompile_headers(${name} PRIVATE ${ARG_HEADERS})
+endfunction()

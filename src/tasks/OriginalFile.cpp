@@ -6,6 +6,7 @@
 #include "base/Util.h"
 #include "tasks/KruvTask.h"
 #include "tasks/OutputWatch.h"
+#include "tasks/StagedOutputs.h"
 #include "tasks/TaskCompletionSink.h"
 
 namespace kruv::OriginalFile {
@@ -19,6 +20,18 @@ void deleteAfterSuccess(KruvTask &task, const QString &source, const OutputWatch
         keep(task, source, QStringLiteral("its output is missing, empty or was not written by this job"));
     } else if (!output.reachedDisk()) {
         keep(task, source, QStringLiteral("its output could not be brought to the disk for good"));
+    } else if (!Util::deleteFile(source, task.queue()->preferences())) {
+        keep(task, source, QStringLiteral("it could not be deleted; its output is complete"));
+    }
+}
+
+void deleteAfterCommit(KruvTask &task, const QString &source, const StagedOutputs &outputs)
+{
+    if (!task.deleteOriginal() || task.error() || task.cancelled() || !task.queue()) {
+        return;
+    }
+    if (outputs.committed().isEmpty() || !outputs.isDurable()) {
+        keep(task, source, QStringLiteral("its output is missing, empty or not safely on the disk"));
     } else if (!Util::deleteFile(source, task.queue()->preferences())) {
         keep(task, source, QStringLiteral("it could not be deleted; its output is complete"));
     }

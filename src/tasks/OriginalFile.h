@@ -9,6 +9,7 @@ namespace kruv {
 
 class KruvTask;
 class OutputWatch;
+class StagedOutputs;
 
 namespace OriginalFile {
 
@@ -16,6 +17,9 @@ namespace OriginalFile {
 /// cancelled. When the output turns out to be missing, empty or older than the job, the source stays and the
 /// job fails, saying so.
 void deleteAfterSuccess(KruvTask &task, const QString &source, const OutputWatch &output);
+
+/// The same for a job whose outputs were committed and brought to the disk.
+void deleteAfterCommit(KruvTask &task, const QString &source, const StagedOutputs &outputs);
 
 /// Keeps the source of a job that was asked to delete it, fails the job and says why.
 void keep(KruvTask &task, const QString &source, const QString &reason);

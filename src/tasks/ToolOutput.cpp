@@ -29,6 +29,11 @@ QStringView withoutLeadingName(QStringView piece, QStringView name)
     return piece;
 }
 
+bool says(QStringView piece, QStringView words, QStringView name)
+{
+    return piece.contains(words) && !name.contains(words);
+}
+
 double leadingNumber(QStringView text)
 {
     text = text.trimmed();

@@ -15,6 +15,8 @@ QStringView withoutBackspaces(QStringView piece);
 QStringView cleaned(QStringView piece);
 /// Less a leading "<name>:", so that a "%" or ": " in a file's name is not taken for the tool's own.
 QStringView withoutLeadingName(QStringView piece, QStringView name);
+/// Whether the piece holds `words` that are the tool's own, not those of the file's name.
+bool says(QStringView piece, QStringView words, QStringView name);
 /// The number the text begins with (blanks before it allowed), 0 where there is none. Never depends on the
 /// locale.
 double leadingNumber(QStringView text);

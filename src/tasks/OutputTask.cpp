@@ -1,0 +1,94 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "tasks/OutputTask.h"
+
+#include "tasks/OriginalFile.h"
+
+#include <QCoreApplication>
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace kruv {
+
+namespace {
+
+[[noreturn]] void refuse(const char *text, const QString &path)
+{
+    throw std::runtime_error(QCoreApplication::translate("OutputTask", text).arg(path).toStdString());
+}
+
+} // namespace
+
+void OutputTask::doStartTask()
+{
+    const std::vector<FileStamp> stamps = stampSources();
+    StagedOutputs outputs(m_mayReplace ? FileCommit::Existing::Replace : FileCommit::Existing::Keep);
+    make(outputs);
+    if (mayGoOn()) {
+        dress(outputs);
+    }
+    if (!mayGoOn()) {
+        return;
+    }
+    requireUnchanged(stamps);
+    outputs.commit(deleteOriginal());
+    committed(outputs);
+    if (mayGoOn()) {
+        releaseOriginals(outputs);
+    }
+    if (!m_flaw.isEmpty() && !cancelled()) {
+        setError(true);
+    }
+}
+
+std::vector<FileStamp> OutputTask::stampSources() const
+{
+    std::vector<FileStamp> stamps;
+    for (const QString &source : sources()) {
+        const auto stamp = FileStamp::of(source);
+        if (!stamp) {
+            refuse("%1 is missing or is no file that can be read.", source);
+        }
+        stamps.push_back(*stamp);
+    }
+    return stamps;
+}
+
+void OutputTask::requireUnchanged(const std::vector<FileStamp> &stamps) const
+{
+    const QStringList files = sources();
+    for (std::size_t index = 0; index < stamps.size(); ++index) {
+        const QString &source = files[static_cast<qsizetype>(index)];
+        if (FileStamp::of(source) != stamps[index]) {
+            refuse("%1 was changed or removed while it was read. Nothing was made of it; try again.", source);
+        }
+    }
+}
+
+void OutputTask::failAfterwards(const QString &reason)
+{
+    if (m_flaw.isEmpty()) {
+        m_flaw = reason;
+    }
+}
+
+void OutputTask::releaseOriginals(const StagedOutputs &outputs)
+{
+    const QStringList &made = outputs.committed();
+    for (const QString &source : deleteOriginal() ? sources() : QStringList()) {
+        const bool isOutput = std::ranges::any_of(
+            made, [&source](const QString &output) { return FileStamp::isSameFile(source, output); });
+        if (isOutput || !isOriginal(source)) {
+            continue;
+        }
+        if (!m_flaw.isEmpty()) {
+            OriginalFile::keep(*this, source, m_flaw);
+            return;
+        }
+        OriginalFile::deleteAfterCommit(*this, source, outputs);
+    }
+}
+
+} // namespace kruv

@@ -1,0 +1,54 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "tasks/FileStamp.h"
+#include "tasks/StagedOutputs.h"
+#include "tasks/StagedTask.h"
+
+#include <vector>
+
+namespace kruv {
+
+/// A job that makes files. This is the one road that outputs walk: the sources are stamped, the outputs made
+/// in a staging folder and dressed there, the sources looked at again, the outputs given their names, and
+/// last of all the originals may go. A job that fails or is cancelled on the way leaves nothing under a final
+/// name.
+class OutputTask : public StagedTask
+{
+public:
+    /// What there is under an output's name is replaced when the new file is complete; else it stays and the
+    /// job fails. Before the start.
+    void setMayReplace(bool mayReplace) { m_mayReplace = mayReplace; }
+
+protected:
+    using StagedTask::StagedTask;
+
+    /// The files that the outputs are made from.
+    virtual QStringList sources() const { return {fileName()}; }
+    /// Announces the outputs and makes them.
+    virtual void make(StagedOutputs &outputs) = 0;
+    /// Completes what was made: tags, pictures, marks.
+    virtual void dress(StagedOutputs &) {}
+    /// Runs when the outputs have their names, before originals go.
+    virtual void committed(const StagedOutputs &) {}
+    /// Whether this source goes where originals are to be deleted.
+    virtual bool isOriginal(const QString &) const { return true; }
+
+    /// For outputs that are made, but lack something: the job goes on and commits them, then it fails, and
+    /// its originals stay for this reason, a clause. What a person should know was said by then. The first
+    /// reason counts.
+    void failAfterwards(const QString &reason);
+
+private:
+    void doStartTask() final;
+    std::vector<FileStamp> stampSources() const;
+    void requireUnchanged(const std::vector<FileStamp> &stamps) const;
+    void releaseOriginals(const StagedOutputs &outputs);
+
+    bool m_mayReplace = false;
+    QString m_flaw;
+};
+
+} // namespace kruv

@@ -1,0 +1,165 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "tasks/StagedOutputs.h"
+
+#include "base/PathNames.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QFileInfo>
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace kruv {
+
+namespace {
+
+QString tr(const char *text)
+{
+    return QCoreApplication::translate("StagedOutputs", text);
+}
+
+[[noreturn]] void fail(const QString &text)
+{
+    throw std::runtime_error(text.toStdString());
+}
+
+/// A link that leads nowhere has its name as well.
+bool isTaken(const QString &path)
+{
+    const QFileInfo info(path);
+    return info.exists() || info.isSymLink();
+}
+
+[[noreturn]] void failAsTaken(const QString &path)
+{
+    fail(tr("The output %1 already exists and was left as it is.").arg(path));
+}
+
+} // namespace
+
+StagedOutputs::StagedOutputs(FileCommit::Existing existing)
+    : m_existing(existing)
+{
+}
+
+QString StagedOutputs::add(const QString &path)
+{
+    return add(path, PathNames::lastPathComponent(path));
+}
+
+QString StagedOutputs::add(const QString &path, const QString &stagedName)
+{
+    if (m_existing == FileCommit::Existing::Keep && isTaken(path)) {
+        failAsTaken(path);
+    }
+    if (QFileInfo(path).isDir()) {
+        fail(tr("The output %1 can't be written: there is a folder of that name.").arg(path));
+    }
+    m_outputs.push_back({path, staging(PathNames::folderOf(path)).pathFor(stagedName)});
+    return m_outputs.back().staged;
+}
+
+StagingFolder &StagedOutputs::staging(const QString &folder)
+{
+    std::unique_ptr<StagingFolder> &made = m_folders[folder];
+    if (!made) {
+        made = std::make_unique<StagingFolder>(folder);
+    }
+    return *made;
+}
+
+QString StagedOutputs::stagingFor(const QString &folder)
+{
+    return staging(folder).path();
+}
+
+QString StagedOutputs::scratch(const QString &folder, const QString &extension)
+{
+    return staging(folder).scratch(extension);
+}
+
+const StagedOutputs::Output *StagedOutputs::find(const QString &path) const
+{
+    const auto found = std::ranges::find(m_outputs, path, &Output::path);
+    return found == m_outputs.end() ? nullptr : &*found;
+}
+
+QString StagedOutputs::stagedPath(const QString &path) const
+{
+    const Output *output = find(path);
+    return output ? output->staged : QString();
+}
+
+bool StagedOutputs::wasMade(const QString &path) const
+{
+    const QFileInfo info(stagedPath(path));
+    return info.isFile() && info.size() > 0;
+}
+
+QStringList StagedOutputs::made() const
+{
+    QStringList paths;
+    for (const Output &output : m_outputs) {
+        if (wasMade(output.path)) {
+            paths.append(output.path);
+        }
+    }
+    return paths;
+}
+
+void StagedOutputs::commit(bool durable)
+{
+    const QStringList ready = made();
+    for (const QString &path : durable ? ready : QStringList()) {
+        if (const QString problem = FileCommit::toDisk(stagedPath(path)); !problem.isEmpty()) {
+            fail(tr("%1 could not be brought to the disk: %2.").arg(path, problem));
+        }
+    }
+    for (const QString &path : ready) {
+        commitOne(*find(path));
+    }
+    if (!durable) {
+        return;
+    }
+    for (const auto &[folder, staging] : m_folders) {
+        FileCommit::toDisk(folder); // some file systems can't; what counts is the file
+        FileCommit::toDisk(staging->path());
+    }
+    for (const QString &path : ready) {
+        FileCommit::toDisk(path); // FAT loses a file whose entry reaches the disk before its clusters
+    }
+    m_durable = true;
+}
+
+void StagedOutputs::commitOne(const Output &output)
+{
+    if (m_existing == FileCommit::Existing::Replace && isTaken(output.path)) {
+        QFile::setPermissions(output.staged,
+                              QFile::permissions(output.path)); // where the file system has them
+    }
+    if (const auto problem = FileCommit::commit(output.staged, output.path, m_existing)) {
+        takeBack();
+        if (problem->nameIsTaken) {
+            failAsTaken(output.path);
+        }
+        fail(tr("%1 could not get its name: %2.").arg(output.path, problem->text));
+    }
+    m_committed.append(output.path);
+}
+
+/// Those that took the place of another file stay: that one is gone.
+void StagedOutputs::takeBack()
+{
+    if (m_existing == FileCommit::Existing::Replace) {
+        return;
+    }
+    for (const QString &path : std::as_const(m_committed)) {
+        FileCommit::commit(path, stagedPath(path), FileCommit::Existing::Keep);
+    }
+    m_committed.clear();
+}
+
+} // namespace kruv

@@ -1,0 +1,70 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "tasks/FileCommit.h"
+#include "tasks/StagingFolder.h"
+
+#include <QStringList>
+
+#include <map>
+#include <memory>
+#include <vector>
+
+namespace kruv {
+
+/// The outputs of one job on their way: each is made in a staging folder beside its final place and gets its
+/// final name when all are complete. Until then nothing of the job can be seen, and what is not committed
+/// vanishes with the object. Any thread, one at a time; throws std::runtime_error in words for a person.
+class StagedOutputs
+{
+public:
+    /// What the rule for existing files is, for all outputs alike.
+    explicit StagedOutputs(FileCommit::Existing existing);
+
+    /// Announces an output and returns where it is to be made: under its final name, in a staging folder.
+    /// Throws when there is a file of that name that is not to be replaced, or when nothing can be written
+    /// there.
+    QString add(const QString &path);
+    /// The same for an output that the tool names differently while it makes it.
+    QString add(const QString &path, const QString &stagedName);
+
+    /// Where the output is made that was announced as `path`.
+    QString stagedPath(const QString &path) const;
+    /// The folder that outputs for `folder` are made in.
+    QString stagingFor(const QString &folder);
+    /// A place for audio between two steps, in that folder. Nothing is created.
+    QString scratch(const QString &folder, const QString &extension);
+
+    /// The announced outputs that were made and are not empty.
+    QStringList made() const;
+    bool wasMade(const QString &path) const;
+
+    /// Gives every output that was made its final name, or none. `durable`: bring them to the disk before and
+    /// after, so that a power cut can't take them back; needed before an original goes.
+    void commit(bool durable);
+    /// Final paths of what was committed.
+    const QStringList &committed() const { return m_committed; }
+    /// Whether they were brought to the disk.
+    bool isDurable() const { return m_durable; }
+
+private:
+    struct Output
+    {
+        QString path;
+        QString staged;
+    };
+    StagingFolder &staging(const QString &folder);
+    const Output *find(const QString &path) const;
+    void commitOne(const Output &output);
+    void takeBack();
+
+    const FileCommit::Existing m_existing;
+    std::map<QString, std::unique_ptr<StagingFolder>> m_folders;
+    std::vector<Output> m_outputs;
+    QStringList m_committed;
+    bool m_durable = false;
+};
+
+} // namespace kruv

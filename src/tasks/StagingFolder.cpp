@@ -1,0 +1,126 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "tasks/StagingFolder.h"
+
+#include "tasks/StagingLock.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QRandomGenerator>
+#include <QSet>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <mutex>
+#include <stdexcept>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace kruv {
+
+namespace {
+
+constexpr QStringView prefix = u".kruv-";
+constexpr qsizetype letters = 8;
+
+QString randomName()
+{
+    QString name = prefix.toString();
+    for (qsizetype i = 0; i < letters; ++i) {
+        name += QChar(u'a' + static_cast<char16_t>(QRandomGenerator::global()->bounded(26)));
+    }
+    return name;
+}
+
+[[noreturn]] void cannotWrite(const QString &folder, int error)
+{
+    throw std::runtime_error(
+        QCoreApplication::translate("StagingFolder", "Nothing can be written in the output folder %1: %2.")
+            .arg(folder, QString::fromLocal8Bit(std::strerror(error)))
+            .toStdString());
+}
+
+/// Looking once is enough: what this process leaves behind it removes by itself.
+bool isFirstVisit(const QString &folder)
+{
+    static std::mutex lock;
+    static QSet<QString> visited;
+    const std::lock_guard guard(lock);
+    const bool isNew = !visited.contains(folder);
+    visited.insert(folder);
+    return isNew;
+}
+
+} // namespace
+
+StagingFolder::StagingFolder(const QString &folder)
+{
+    if (isFirstVisit(folder)) {
+        sweep(folder);
+    }
+    // A full volume says of some file systems' new folders that they are there already.
+    constexpr int tries = 5;
+    int error = EEXIST;
+    for (int attempt = 0; attempt < tries && error == EEXIST; ++attempt) {
+        m_path = (folder.endsWith(u'/') ? folder : folder + u'/') + randomName();
+        error = mkdir(QFile::encodeName(m_path).constData(), 0777) == 0 ? 0 : errno;
+    }
+    if (error != 0) {
+        cannotWrite(folder, error);
+    }
+    lock();
+}
+
+void StagingFolder::lock()
+{
+    m_lock = open(QFile::encodeName(pathFor(StagingLock::fileName())).constData(),
+                  O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    const QByteArray owner = StagingLock::thisProcess();
+    if (m_lock < 0 || flock(m_lock, LOCK_EX | LOCK_NB) != 0 ||
+        write(m_lock, owner.constData(), static_cast<std::size_t>(owner.size())) != owner.size()) {
+        const int error = errno;
+        if (m_lock >= 0) {
+            close(m_lock);
+        }
+        QDir(m_path).removeRecursively();
+        cannotWrite(m_path.section(u'/', 0, -2), error);
+    }
+}
+
+StagingFolder::~StagingFolder()
+{
+    // Some file systems keep a name for a file that is still open, and the folder would stay.
+    QFile::remove(pathFor(StagingLock::fileName()));
+    close(m_lock);
+    QDir(m_path).removeRecursively();
+}
+
+QString StagingFolder::scratch(const QString &extension)
+{
+    return pathFor(QStringLiteral("scratch-%1.%2").arg(QString::number(++m_scratchFiles), extension));
+}
+
+bool StagingFolder::isName(QStringView name)
+{
+    const auto isLetter = [](QChar character) { return character >= u'a' && character <= u'z'; };
+    return name.size() == prefix.size() + letters && name.startsWith(prefix) &&
+           std::ranges::all_of(name.sliced(prefix.size()), isLetter);
+}
+
+void StagingFolder::sweep(const QString &folder)
+{
+    const QStringList names = QDir(folder).entryList({prefix.toString() + u'*'}, QDir::Dirs | QDir::Hidden);
+    for (const QString &name : names) {
+        const QString path = folder + u'/' + name;
+        if (isName(name) && StagingLock::isStale(path)) {
+            QDir(path).removeRecursively();
+        }
+    }
+}
+
+} // namespace kruv

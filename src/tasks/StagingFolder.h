@@ -1,0 +1,42 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <QString>
+
+namespace kruv {
+
+/// A hidden folder in which a job makes its outputs, inside the folder that they will lie in and so on the
+/// same file system. A lock that dies with the process marks it as in use; those of dead processes are swept.
+/// It goes with the object, and what was not moved out of it goes too. Any thread.
+class StagingFolder
+{
+public:
+    /// Makes a new one inside `folder`. Throws std::runtime_error, in words for a person, when nothing can be
+    /// written there.
+    explicit StagingFolder(const QString &folder);
+    ~StagingFolder();
+    StagingFolder(const StagingFolder &) = delete;
+    StagingFolder &operator=(const StagingFolder &) = delete;
+
+    const QString &path() const { return m_path; }
+    /// Where a file of that name is made. Nothing is created.
+    QString pathFor(const QString &name) const { return m_path + u'/' + name; }
+    /// A place for audio on its way from one step to the next; no two are alike. Nothing is created.
+    QString scratch(const QString &extension);
+
+    /// Whether a folder of that name is one of these, in use or left behind.
+    static bool isName(QStringView name);
+    /// Removes what processes that are gone left behind in `folder`.
+    static void sweep(const QString &folder);
+
+private:
+    void lock();
+
+    QString m_path;
+    int m_lock = -1;
+    int m_scratchFiles = 0;
+};
+
+} // namespace kruv

@@ -1,0 +1,112 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "tasks/StagingLock.h"
+
+#include <QDir>
+#include <QFile>
+#include <QList>
+#include <QSysInfo>
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <sys/vfs.h>
+#include <unistd.h>
+
+namespace kruv::StagingLock {
+
+namespace {
+
+constexpr qint64 day = 24 * 60 * 60;
+// Locks of other hosts can't be seen on every file system: long enough for any job.
+constexpr qint64 longestJob = 7 * day;
+
+QByteArray contentOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QByteArray bootId()
+{
+    return contentOf(QStringLiteral("/proc/sys/kernel/random/boot_id")).trimmed();
+}
+
+/// Of a process, in ticks since the system's start; empty when there is no such process. A number that is
+/// given again has another one.
+QByteArray startOf(const QByteArray &process)
+{
+    const QByteArray status = contentOf(QStringLiteral("/proc/%1/stat").arg(QLatin1StringView(process)));
+    constexpr qsizetype startField = 19; // of those behind the name, which stands in parentheses
+    return status.mid(status.lastIndexOf(')') + 2).split(' ').value(startField);
+}
+
+bool isVfat(const QString &folder)
+{
+    constexpr long vfat = 0x4D44;
+    struct statfs volume = {};
+    return statfs(QFile::encodeName(folder).constData(), &volume) == 0 && volume.f_type == vfat;
+}
+
+/// Seconds between the last change of `path` and that of a file made beside it now. The clock is the file
+/// system's: that of a server may be another than ours. 0 where it can't be told.
+qint64 ageOf(const QString &path)
+{
+    struct stat then = {};
+    struct stat now = {};
+    if (stat(QFile::encodeName(path).constData(), &then) != 0) { // before the probe changes a folder's time
+        return 0;
+    }
+    const QByteArray probe = QFile::encodeName(path.section(u'/', 0, -2) + QStringLiteral("/probe"));
+    const int file = open(probe.constData(), O_WRONLY | O_CREAT | O_CLOEXEC, 0666);
+    const bool known = file >= 0 && fstat(file, &now) == 0;
+    if (file >= 0) {
+        close(file);
+        unlink(probe.constData());
+    }
+    return known ? now.st_mtim.tv_sec - then.st_mtim.tv_sec : 0;
+}
+
+bool isGone(const QString &stagingFolder, const QString &lock)
+{
+    const QList<QByteArray> owner = contentOf(lock).trimmed().split('\n');
+    constexpr qsizetype parts = 4;
+    if (owner.size() != parts || owner[0] != QSysInfo::machineHostName().toUtf8()) {
+        return ageOf(lock) > longestJob;
+    }
+    if (owner[1] != bootId()) {
+        // After a crash files of FAT may share their clusters until the volume was checked.
+        return !isVfat(stagingFolder);
+    }
+    return startOf(owner[2]) != owner[3];
+}
+
+} // namespace
+
+QString fileName()
+{
+    return QStringLiteral("lock");
+}
+
+QByteArray thisProcess()
+{
+    static const QByteArray boot = bootId();
+    const QByteArray process = QByteArray::number(getpid());
+    return QSysInfo::machineHostName().toUtf8() + '\n' + boot + '\n' + process + '\n' + startOf(process) +
+           '\n';
+}
+
+bool isStale(const QString &stagingFolder)
+{
+    const QString path = stagingFolder + u'/' + fileName();
+    const int lock = open(QFile::encodeName(path).constData(), O_RDWR | O_CLOEXEC);
+    if (lock < 0) {
+        return !QFile::exists(path) && ageOf(stagingFolder + u'/') > day;
+    }
+    const bool stale = flock(lock, LOCK_EX | LOCK_NB) == 0 && isGone(stagingFolder, path);
+    close(lock);
+    return stale;
+}
+
+} // namespace kruv::StagingLock
