@@ -51,3 +51,16 @@ function(kruv_shared_headers name)
   target_link_libraries(${name} PRIVATE kruv_flags ${ARG_LIBS})
   target_precompile_headers(${name} PRIVATE ${ARG_HEADERS})
 endfunction()
+
+if(KRUV_SANITIZE)
+  add_compile_options(-fsanitize=${KRUV_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+  add_link_options(-fsanitize=${KRUV_SANITIZE})
+endif()
+
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+if(NOT CMAKE_BUILD_TYPE)
+  set(CMAKE_BUILD_TYPE RelWithDebInfo)
+endif()
+
+# The resources folder: every external tool by its given name (see ARCHITECTURE.md).
+set(KRUV_RESOURCES_DIR ${CMAKE_BINARY_DIR}/resources)
