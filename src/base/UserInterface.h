@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "base/ExistingFiles.h"
 #include "base/TrimCharsObject.h"
 
 #include <QImage>
@@ -34,6 +35,8 @@ public:
     {
         return ask(title, text, buttons, defaultButton);
     }
+    /// Nothing where the command is not to go on. `existing` are the outputs whose names are taken.
+    virtual std::optional<ExistingFiles> askAboutExisting(const QStringList &existing);
     virtual void alert(const QString &title, const QString &text, const QString &button) = 0;
 
     // Nothing is returned when the person cancels.

@@ -6,6 +6,7 @@
 #include "cli/Console.h"
 #include "cli/UsageError.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 
@@ -47,6 +48,30 @@ int CliUserInterface::ask(const QString &title, const QString &, const QStringLi
             QStringLiteral("%1 Add %2 to say yes.").arg(title, QLatin1StringView(answer.flagName)));
     }
     throw UsageError(title);
+}
+
+std::optional<ExistingFiles> CliUserInterface::askAboutExisting(const QStringList &existing)
+{
+    if (m_options.overwrite) {
+        return ExistingFiles::Replace;
+    }
+    if (m_options.skipExisting) {
+        return ExistingFiles::Skip;
+    }
+    if (m_options.keepBoth) {
+        return ExistingFiles::KeepBoth;
+    }
+    QString names = Console::printable(existing.constFirst());
+    if (existing.size() > 1) {
+        names = QCoreApplication::translate("CliUserInterface", "%1 (and %n more)", nullptr,
+                                            static_cast<int>(existing.size()) - 1)
+                    .arg(names);
+    }
+    throw UsageError(QCoreApplication::translate(
+                         "CliUserInterface",
+                         "%1: exists already. Add --overwrite to replace what is there, --skip-existing to "
+                         "leave it as it is, or --keep-both to give the new ones a number.")
+                         .arg(names));
 }
 
 void CliUserInterface::alert(const QString &title, const QString &text, const QString &)

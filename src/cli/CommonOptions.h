@@ -24,6 +24,8 @@ struct CommonOptions
     bool besideSource = false;
     bool deleteOriginals = false;
     bool overwrite = false;
+    bool skipExisting = false;
+    bool keepBoth = false;
     bool yes = false;
     /// A command that works on DVD-Audio reads the formats of its files.
     bool readFormats = true;

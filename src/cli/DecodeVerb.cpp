@@ -15,6 +15,7 @@ DecodeVerb::DecodeVerb(CLI::App &parent)
 {
     declareCommonFlags();
     declareOutputFlags();
+    declareExistingFlags();
     app()
         .add_option("--to", m_format, "Format to make (AIFF takes the tags of FLAC and Apple Lossless over)")
         ->required()
@@ -23,8 +24,7 @@ DecodeVerb::DecodeVerb(CLI::App &parent)
                    "Go on where a FLAC file is damaged; its original is then kept");
     app().add_flag("--keep-foreign-metadata", m_keepForeignMetadata,
                    "Put back the chunks that encoding with the same flag kept");
-    app().footer("Outputs that are there already are never replaced.\n"
-                 "Example: decode a folder into another\n"
+    app().footer("Example: decode a folder into another\n"
                  "  kruv decode --to wav --output /tmp/wavs ~/Concert");
 }
 

@@ -3,11 +3,10 @@
 
 #pragma once
 
+#include "cli/FormatFlags.h"
 #include "cli/TabVerb.h"
 
 namespace kruv {
-
-class EncodeTab;
 
 /// `kruv encode`: the encode tab.
 class EncodeVerb : public TabVerb
@@ -19,19 +18,7 @@ protected:
     void runCommands(KruvController &controller, QueueRun &queueRun, const QStringList &paths) override;
 
 private:
-    void declareFormatFlags();
-    void checkFlags(const QString &format);
-    void setLevel(EncodeTab &tab, const QString &format) const;
-    void setControls(EncodeTab &tab);
-
-    std::string m_format;
-    int m_level = -1;
-    bool m_lax = false;
-    bool m_verify = false;
-    bool m_keepForeignMetadata = false;
-    bool m_fingerprints = false;
-    bool m_md5 = false;
-    std::string m_wavpackMode;
+    FormatFlags m_flags;
 };
 
 } // namespace kruv

@@ -26,6 +26,8 @@ constexpr Hint hints[] = {
     {u"already exists and was left", "Move the existing file away or choose another output folder."},
     {u"could not open output file",
      "Move an existing file away, or check that the output folder may be written to."},
+    {u"Nothing can be written in the output folder",
+     "Check that the output folder exists, may be written to, and has space left."},
     {u"already sector-aligned", "Files that need nothing are left as they are, without an output."},
     {u"no silence to trim", "Files that need nothing are left as they are, without an output."},
     {u"already has a canonical header", "Files that need nothing are left as they are, without an output."},

@@ -3,11 +3,10 @@
 
 #pragma once
 
+#include "cli/FormatFlags.h"
 #include "cli/TabVerb.h"
 
 namespace kruv {
-
-class LossyTab;
 
 /// `kruv lossy`: the lossy tab.
 class LossyVerb : public TabVerb
@@ -19,18 +18,7 @@ protected:
     void runCommands(KruvController &controller, QueueRun &queueRun, const QStringList &paths) override;
 
 private:
-    struct Format;
-    static const Format formats[];
-
-    const Format &chosenFormat() const;
-    void selectMode(LossyTab &tab, const Format &format) const;
-    void setRate(LossyTab &tab, const Format &format) const;
-
-    std::string m_format;
-    std::string m_mode;
-    int m_bitRate = -1;
-    int m_quality = -1;
-    std::string m_frameSize;
+    FormatFlags m_flags;
 };
 
 } // namespace kruv

@@ -68,6 +68,18 @@ void TabVerb::declareOutputFlags()
     declareDeletionFlags();
 }
 
+void TabVerb::declareExistingFlags()
+{
+    CLI::Option *overwrite = app().add_flag("--overwrite", m_options.overwrite,
+                                            "Replace outputs that are there, once the new ones are whole");
+    CLI::Option *skip =
+        app().add_flag("--skip-existing", m_options.skipExisting, "Leave outputs that are there as they are");
+    CLI::Option *both = app().add_flag("--keep-both", m_options.keepBoth,
+                                       "Give new outputs a number where their name is taken");
+    overwrite->excludes(skip)->excludes(both);
+    skip->excludes(both);
+}
+
 void TabVerb::declareOutputFolder()
 {
     declareFolderFlag();

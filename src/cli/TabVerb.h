@@ -39,6 +39,8 @@ protected:
     void declareDeletionFlags();
     /// Place and deletion.
     void declareOutputFlags();
+    /// What becomes of outputs that are there already.
+    void declareExistingFlags();
     /// For commands that always write into one folder.
     void declareOutputFolder();
 

@@ -9,7 +9,8 @@
 #include "checksums/FileHash.h"
 #include "checksums/FlacFingerprint.h"
 #include "checksums/ListText.h"
-#include "convert/TagCopy.h"
+#include "formats/Formats.h"
+#include "formats/TagCopy.h"
 #include "platform/MainThread.h"
 #include "platform/Resources.h"
 #include "regex/Regex.h"
@@ -174,7 +175,8 @@ void FixTask::copyTags()
         }
         showStatus(QStringLiteral("Writing tags"));
         try {
-            TagCopy::write(fixedFile(source), *TagCopy::read(source));
+            TagCopy::copy(*Formats::ofType(PathNames::fileType(source)), source,
+                          *Formats::ofType(m_outputFormat.toUpper()), fixedFile(source));
         } catch (const std::exception &failure) {
             m_sourceOfLostTags = source;
             qCWarning(fixLog, "Exception trying to tag fixed files: %s", failure.what());

@@ -4,7 +4,8 @@
 #include "formats/TagFormats.h"
 
 #include "base/PathNames.h"
-#include "tags/AACTagsHelper.h"
+#include "formats/Formats.h"
+#include "tags/TagAccess.h"
 #include "tags/TagLibTagsHelper.h"
 
 #include <QLoggingCategory>
@@ -12,7 +13,6 @@
 #include <algorithm>
 #include <array>
 #include <exception>
-#include <iterator>
 
 namespace kruv::TagFormats {
 
@@ -20,76 +20,24 @@ namespace {
 
 Q_LOGGING_CATEGORY(tagFormatLog, "kruv.tags.formats", QtWarningMsg)
 
-using Reader = Record (TagLibTagsHelper::*)(const QString &) const;
-using Writer = bool (TagLibTagsHelper::*)(const QString &, const TagsObject &, bool) const;
-
-template <Reader reader> Record readWith(const QString &path)
+const TagAccess *accessOf(const QString &type)
 {
-    return (TagLibTagsHelper().*reader)(path);
-}
-
-template <Writer writer> bool writeWith(const QString &path, const TagsObject &record, bool writeEmptyTags)
-{
-    return (TagLibTagsHelper().*writer)(path, record, writeEmptyTags);
-}
-
-Record readMp4(const QString &path)
-{
-    return AACTagsHelper().tagsForFile(path);
-}
-
-bool writeMp4(const QString &path, const TagsObject &record, bool writeEmptyTags)
-{
-    constexpr bool encoding = false;
-    return AACTagsHelper().writeTagsForFile(path, record, writeEmptyTags, encoding);
-}
-
-bool writeAiff(const QString &path, const TagsObject &record, bool /*writeEmptyTags*/)
-{
-    return TagLibTagsHelper().writeTagsForAIFFFile(path, record);
-}
-
-struct Format
-{
-    QStringView type;
-    Record (*read)(const QString &path);
-    bool (*write)(const QString &path, const TagsObject &record, bool writeEmptyTags);
-    bool isCompared = true;
-    /// Only what the tag library's generic tag has.
-    bool isGeneric = false;
-};
-
-using Helper = TagLibTagsHelper;
-constexpr Format formats[] = {
-    {u"FLAC", readWith<&Helper::tagsForFlacFile>, writeWith<&Helper::writeTagsForFLACFile>},
-    {u"MP3", readWith<&Helper::tagsForMP3File>, writeWith<&Helper::writeTagsForMP3File>},
-    {u"APE", readWith<&Helper::tagsForAPEFile>, writeWith<&Helper::writeTagsForAPEFile>, true, true},
-    {u"WV", readWith<&Helper::tagsForWavpackFile>, writeWith<&Helper::writeTagsForWavpackFile>, true, true},
-    {u"TTA", readWith<&Helper::tagsForTTAFile>, writeWith<&Helper::writeTagsForTTAFile>, true, true},
-    {u"M4A", readMp4, writeMp4},
-    {u"AIFF", readWith<&Helper::tagsForAIFFFile>, writeAiff, false},
-    {u"AIF", readWith<&Helper::tagsForAIFFFile>, writeAiff, false},
-};
-
-const Format *formatOf(const QString &type)
-{
-    const auto *found =
-        std::ranges::find_if(formats, [&type](const Format &row) { return row.type == type; });
-    return found == std::end(formats) ? nullptr : found;
+    const Format *format = Formats::ofType(type);
+    return format ? format->tags : nullptr;
 }
 
 } // namespace
 
 Record read(const QString &path)
 {
-    const Format *format = formatOf(PathNames::fileType(path));
-    return format ? format->read(path) : readMp4(path);
+    const TagAccess *access = accessOf(PathNames::fileType(path));
+    return (access ? *access : TagAccesses::mp4).read(path);
 }
 
 Record readForComparison(const QString &path)
 {
-    const Format *format = formatOf(PathNames::fileType(path));
-    return format && format->isCompared ? format->read(path) : readMp4(path);
+    const TagAccess *access = accessOf(PathNames::fileType(path));
+    return (access && access->isCompared ? *access : TagAccesses::mp4).read(path);
 }
 
 Record readOrBlank(Record (*read)(const QString &path), const QString &path)
@@ -108,29 +56,30 @@ bool holds(const QString &type, TagField field)
 {
     constexpr std::array generic{TagField::Title, TagField::Artist, TagField::Album, TagField::Comment,
                                  TagField::Genre, TagField::Year,   TagField::Track};
-    const Format *format = formatOf(type);
-    return format && (!format->isGeneric || std::ranges::count(generic, field) > 0);
+    const TagAccess *access = accessOf(type);
+    return access && (!access->isGeneric || std::ranges::count(generic, field) > 0);
 }
 
 bool holdsPicture(const QString &type)
 {
-    const Format *format = formatOf(type);
-    return format && !format->isGeneric;
+    const TagAccess *access = accessOf(type);
+    return access && !access->isGeneric;
 }
 
 bool holdsCustomTags(const QString &type)
 {
-    return type == u"FLAC";
+    const TagAccess *access = accessOf(type);
+    return access && access->holdsCustomTags;
 }
 
 bool isWritten(const QString &type)
 {
-    return formatOf(type) != nullptr;
+    return accessOf(type) != nullptr;
 }
 
 bool write(const QString &type, const QString &path, const TagsObject &record, bool writeEmptyTags)
 {
-    return formatOf(type)->write(path, record, writeEmptyTags);
+    return accessOf(type)->write(path, record, writeEmptyTags);
 }
 
 } // namespace kruv::TagFormats

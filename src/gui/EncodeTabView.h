@@ -5,8 +5,6 @@
 
 #include "gui/TabView.h"
 
-class QStackedWidget;
-
 namespace kruv {
 
 class EncodeTab;
@@ -16,10 +14,6 @@ class EncodeTabView : public TabView
     Q_OBJECT
 public:
     EncodeTabView(EncodeTab &tab, const QStringList &kinds, QWidget *parent);
-
-private:
-    void addFormatPages(EncodeTab &tab);
-    void addFlacPage(EncodeTab &tab, QStackedWidget *pages);
 };
 
 } // namespace kruv

@@ -14,9 +14,6 @@ class LossyTabView : public TabView
     Q_OBJECT
 public:
     LossyTabView(LossyTab &tab, const QStringList &kinds, QWidget *parent);
-
-private:
-    void addFormatPages(LossyTab &tab);
 };
 
 } // namespace kruv

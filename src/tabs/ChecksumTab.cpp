@@ -10,13 +10,11 @@
 #include "checksums/CreateST5Task.h"
 #include "checksums/FingerprintList.h"
 #include "checksums/ListText.h"
-#include "checksums/VerifyApeTask.h"
 #include "checksums/VerifyFFPTask.h"
-#include "checksums/VerifyFlacTask.h"
 #include "checksums/VerifyMD5Task.h"
 #include "checksums/VerifyST5Task.h"
-#include "checksums/VerifyTTATask.h"
-#include "checksums/VerifyWavepackTask.h"
+#include "formats/Formats.h"
+#include "formats/Records.h"
 #include "tasks/KruvTaskQueue.h"
 
 namespace kruv {
@@ -78,13 +76,14 @@ void ChecksumTab::queueReports(JobMaker (*makerFor)(const QString &file))
 
 ChecksumTab::JobMaker ChecksumTab::audioVerifier(const QString &file)
 {
-    static const QHash<QString, JobMaker> makers{
-        {QStringLiteral("FLAC"), &ChecksumTab::verifyFlac},
-        {QStringLiteral("APE"), &ChecksumTab::verifyAPE},
-        {QStringLiteral("WV"), &ChecksumTab::verifyWavepack},
-        {QStringLiteral("TTA"), &ChecksumTab::verifyTTA},
-    };
-    return makers.value(PathNames::fileType(file), nullptr);
+    const Format *format = Formats::ofType(PathNames::fileType(file));
+    return format && format->test ? &ChecksumTab::verifyAudio : nullptr;
+}
+
+std::shared_ptr<KruvTask> ChecksumTab::verifyAudio(const QString &file,
+                                                   const std::shared_ptr<KruvTaskResults> &results)
+{
+    return Formats::ofType(PathNames::fileType(file))->test(&host().taskQueue(), file, results);
 }
 
 template <class Job>
@@ -119,8 +118,8 @@ QStringList ChecksumTab::filesOfTypes(const QStringList &types)
 
 bool ChecksumTab::createList()
 {
-    static const QStringList flac{QStringLiteral("FLAC")};
-    static const QStringList audio = QStringLiteral("FLAC WAV AIFF AIF SHN APE WV TTA").split(u' ');
+    const QStringList flac{flacFormat.types.front().toString()};
+    const QStringList audio = Formats::typesFor(&TakenBy::checksum);
     const QString kind = m_createChecksumOptions.selectedTitle();
     const QStringList files = filesOfTypes(kind == u"FFP" ? flac : audio);
     if (files.isEmpty()) {
@@ -198,37 +197,6 @@ bool ChecksumTab::createFFP(const QStringList &flacFiles)
                                      problems.join(u'\n'), acknowledgeButton());
     }
     return true;
-}
-
-std::shared_ptr<KruvTask> ChecksumTab::verifyFlac(const QString &file,
-                                                  const std::shared_ptr<KruvTaskResults> &results)
-{
-    auto job = std::make_shared<VerifyFlacTask>(results, &host().taskQueue(), tool(QStringLiteral("flac")),
-                                                QStringList{QStringLiteral("-t"), file});
-    job->setTitle(QStringLiteral("Verify FLAC"));
-    return job;
-}
-
-std::shared_ptr<KruvTask> ChecksumTab::verifyAPE(const QString &file,
-                                                 const std::shared_ptr<KruvTaskResults> &results)
-{
-    return std::make_shared<VerifyApeTask>(results, &host().taskQueue(), tool(QStringLiteral("mac")),
-                                           QStringList{QStringLiteral("-v"), file});
-}
-
-std::shared_ptr<KruvTask> ChecksumTab::verifyWavepack(const QString &file,
-                                                      const std::shared_ptr<KruvTaskResults> &results)
-{
-    return std::make_shared<VerifyWavepackTask>(results, &host().taskQueue(),
-                                                tool(QStringLiteral("wvunpack")),
-                                                QStringList{QStringLiteral("-v"), file});
-}
-
-std::shared_ptr<KruvTask> ChecksumTab::verifyTTA(const QString &file,
-                                                 const std::shared_ptr<KruvTaskResults> &results)
-{
-    return std::make_shared<VerifyTTATask>(results, &host().taskQueue(), tool(QStringLiteral("ttaenc")),
-                                           QStringList{QStringLiteral("-t"), file});
 }
 
 } // namespace kruv

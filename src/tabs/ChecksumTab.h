@@ -32,12 +32,8 @@ public:
     void displayRelevantOptions() override;
     void executeCommand() override;
 
-    std::shared_ptr<KruvTask> verifyFlac(const QString &file,
-                                         const std::shared_ptr<KruvTaskResults> &results);
-    std::shared_ptr<KruvTask> verifyAPE(const QString &file, const std::shared_ptr<KruvTaskResults> &results);
-    std::shared_ptr<KruvTask> verifyWavepack(const QString &file,
-                                             const std::shared_ptr<KruvTaskResults> &results);
-    std::shared_ptr<KruvTask> verifyTTA(const QString &file, const std::shared_ptr<KruvTaskResults> &results);
+    std::shared_ptr<KruvTask> verifyAudio(const QString &file,
+                                          const std::shared_ptr<KruvTaskResults> &results);
     /// Null when the person cancels the save dialog. `sourceSave`: next to the files, where all lie in one
     /// folder, without asking.
     std::shared_ptr<KruvTask> createMD5(const QStringList &files, bool sourceSave);

@@ -4,7 +4,6 @@
 #include "tabs/ConversionTab.h"
 
 #include "base/UserInterface.h"
-#include "tabs/OutputPlan.h"
 
 #include <QSet>
 
@@ -33,12 +32,25 @@ bool ConversionTab::outputsCollide(const OutputPlan &plan, const QString &title)
     return collision.has_value();
 }
 
-bool ConversionTab::replacesFiles(const OutputPlan &plan, const QString &extension)
+std::optional<OutputPlan> ConversionTab::planOutputs(const ToggleControl &besideSources,
+                                                     const QString &extension, const QString &clash)
 {
-    const auto byFolder = plan.outputsByFolder();
-    return std::ranges::any_of(byFolder.asKeyValueRange(), [&extension](const auto &group) {
-        return isFileClash(getFilesFromOutputDirectory(group.first, extension), group.second);
-    });
+    const auto folder = chooseOutputFolderUnless(besideSources);
+    if (!folder) {
+        return std::nullopt;
+    }
+    OutputPlan plan(fileNames(), *folder, extension);
+    if (outputsCollide(plan, clash)) {
+        return std::nullopt;
+    }
+    if (const QStringList existing = plan.existing(); !existing.isEmpty()) {
+        const auto choice = host().userInterface().askAboutExisting(existing);
+        if (!choice) {
+            return std::nullopt;
+        }
+        plan.settleExisting(*choice);
+    }
+    return plan;
 }
 
 QString ConversionTab::clashTitle()

@@ -3,12 +3,16 @@
 
 #pragma once
 
+#include "formats/ConversionRequest.h"
 #include "tabs/BaseTab.h"
 #include "tabs/Controls.h"
+#include "tabs/OutputPlan.h"
+
+#include <memory>
 
 namespace kruv {
 
-class OutputPlan;
+class KruvTask;
 
 /// What the tabs share that turn each listed file into one output: where the outputs go, and which files are
 /// in their way.
@@ -27,8 +31,10 @@ protected:
     std::optional<QString> chooseOutputFolderUnless(const ToggleControl &besideSources);
     /// True, with `title` told, where two sources would give one output.
     bool outputsCollide(const OutputPlan &plan, const QString &title);
-    /// Whether any output of that extension is there already.
-    static bool replacesFiles(const OutputPlan &plan, const QString &extension);
+    /// Where the outputs of the listed files go: asks for a folder, and about those whose names are taken.
+    /// Nothing when the command is not to go on.
+    std::optional<OutputPlan> planOutputs(const ToggleControl &besideSources, const QString &extension,
+                                          const QString &clash);
 
     /// What a person is told whose outputs are in each other's way.
     static QString clashTitle();

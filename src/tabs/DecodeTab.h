@@ -9,8 +9,6 @@
 
 namespace kruv {
 
-class KruvTask;
-
 /// The decode tab: every listed file becomes one job that makes WAV or AIFF of it.
 class DecodeTab : public ConversionTab
 {
@@ -30,28 +28,11 @@ public:
     /// Shows or hides the options that only FLAC files have.
     void showFLacOptions(bool show);
 
-    std::shared_ptr<KruvTask> decodeFlac(const QString &fileName, const QString &outputPath,
-                                         const QString &format);
-    std::shared_ptr<KruvTask> decodeSHN(const QString &fileName, const QString &outputPath,
-                                        const QString &format);
-    /// By way of shntool. The command takes wvunpack itself.
-    std::shared_ptr<KruvTask> decodeWavpack(const QString &fileName, const QString &outputPath,
-                                            const QString &format);
-
 protected:
     void filesAdded() override;
 
 private:
-    struct SourceRow;
-    template <class Job>
-    static std::shared_ptr<KruvTask> make(DecodeTab &tab, const QString &fileName, const QString &folder,
-                                          const QString &format);
-    static const SourceRow sourceRows[];
-
-    std::shared_ptr<KruvTask> shntoolJob(const QString &encoder, const QString &folder,
-                                         const QString &fileName);
-    std::shared_ptr<KruvTask> jobFor(const QString &fileName, const QString &folder, const QString &format);
-    void queueJobs(const QString &chosenFolder, const QString &format);
+    void queueJobs(const OutputPlan &plan);
 
     ChoiceControl m_outputFormatMatrix;
     ToggleControl m_sourceDecodeButton;

@@ -4,13 +4,12 @@
 #pragma once
 
 #include "tabs/ConversionTab.h"
-#include "tabs/OutputPlan.h"
+#include "tabs/FormatControls.h"
 
 #include <memory>
 
 namespace kruv {
 
-class KruvTask;
 class KruvTaskResults;
 
 /// The encode tab: every listed file becomes one job of the chosen lossless format.
@@ -23,48 +22,33 @@ public:
     ChoiceControl &outputFormatMatrix() { return m_outputFormatMatrix; }
     ToggleControl &sourceEncodeButton() { return m_sourceEncodeButton; }
     ToggleControl &deleteOriginalsButton() { return m_deleteOriginalsButton; }
-    ToggleControl &generateMD5Button() { return m_generateMD5Button; }
-    NumberControl &flacSlider() { return m_flacSlider; }
-    ToggleControl &flacLaxButton() { return m_flacLaxButton; }
-    ToggleControl &flacVerifyButton() { return m_flacVerifyButton; }
-    ToggleControl &flacKeepForeignMetadataButton() { return m_flacKeepForeignMetadataButton; }
-    ToggleControl &generateFFPButton() { return m_generateFFPButton; }
-    NumberControl &apeSlider() { return m_apeSlider; }
-    ChoiceControl &wavepackFormatMatrix() { return m_wavepackFormatMatrix; }
+    ToggleControl &generateMD5Button() const;
+    NumberControl &flacSlider() const;
+    ToggleControl &flacLaxButton() const;
+    ToggleControl &flacVerifyButton() const;
+    ToggleControl &flacKeepForeignMetadataButton() const;
+    ToggleControl &generateFFPButton() const;
+    NumberControl &apeSlider() const;
+    ChoiceControl &wavepackFormatMatrix() const;
+
+    /// In the order of the choice.
+    const QList<const Format *> &formats() const { return m_formats; }
+    /// Null where none is chosen.
+    const Format *chosenFormat() const { return m_formats.value(m_outputFormatMatrix.selectedIndex()); }
+    const FormatControls &formatControls() const { return m_controls; }
 
     void displayRelevantOptions() override;
     void executeCommand() override;
 
-    /// The job that makes FLAC of one source: which one, its type decides. Null for TTA.
-    std::shared_ptr<KruvTask> encodeFLAC(const QString &fileName, const QString &outputPath,
-                                         const std::shared_ptr<KruvTaskResults> &results, bool overwrite);
-    std::shared_ptr<KruvTask> encodeSHN(const QString &fileName, const QString &outputPath,
-                                        const std::shared_ptr<KruvTaskResults> &results);
-    std::shared_ptr<KruvTask> encodeTTA(const QString &fileName, const QString &outputPath);
-
 private:
-    struct Command;
-    struct FormatRow;
-    static const FormatRow formatRows[];
+    std::shared_ptr<KruvTask> listAfter(const Format &format, const OutputPlan &plan);
+    void queueJobs(const Format &format, const OutputPlan &plan);
 
-    bool mayWriteOutputs(const QString &format, const OutputPlan &plan, bool &overwrite);
-    void addFollowUp(const QString &format, const OutputPlan &plan, KruvTaskResults &results);
-    QString md5FileFor(const OutputPlan &plan) const;
-    std::shared_ptr<KruvTask> encodeWavpack(const QString &fileName, const QString &outputPath);
-    std::shared_ptr<KruvTask> encodeAPE(const QString &fileName, const QString &outputPath);
-    void queueJobs(const FormatRow &row, const OutputPlan &plan, bool overwrite);
-
+    const QList<const Format *> m_formats;
     ChoiceControl m_outputFormatMatrix;
+    FormatControls m_controls;
     ToggleControl m_sourceEncodeButton;
     ToggleControl m_deleteOriginalsButton;
-    ToggleControl m_generateMD5Button;
-    NumberControl m_flacSlider;
-    ToggleControl m_flacLaxButton;
-    ToggleControl m_flacVerifyButton;
-    ToggleControl m_flacKeepForeignMetadataButton;
-    ToggleControl m_generateFFPButton;
-    NumberControl m_apeSlider;
-    ChoiceControl m_wavepackFormatMatrix;
 };
 
 } // namespace kruv

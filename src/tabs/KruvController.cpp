@@ -7,6 +7,8 @@
 #include "base/FolderWalk.h"
 #include "base/PathNames.h"
 #include "base/UserInterface.h"
+#include "formats/Formats.h"
+#include "formats/Records.h"
 #include "tabs/ChecksumTab.h"
 #include "tabs/DecodeTab.h"
 #include "tabs/EncodeTab.h"
@@ -27,24 +29,25 @@ const QString checksumLabel = QStringLiteral("checksum");
 const QString decodeLabel = QStringLiteral("decode");
 const QString encodeLabel = QStringLiteral("encode");
 const QString lossyLabel = QStringLiteral("lossy");
-const QString m4a = QStringLiteral("M4A");
 
-QStringList types(const char *list)
+bool isMpeg4(const QString &fileType)
 {
-    return QString::fromLatin1(list).split(u' ');
+    return Formats::ofType(fileType) == &appleLosslessFormat;
 }
 
 /// Tab label to the file types it takes.
 QHash<QString, QStringList> makeExtensionMap()
 {
+    const QStringList lists{QStringLiteral("MD5"), QStringLiteral("FFP"), QStringLiteral("TXT"),
+                            QStringLiteral("ST5")};
     return {
-        {decodeLabel, types("FLAC SHN WV M4A TTA APE WAV AIFF AIF OPUS")},
-        {encodeLabel, types("WAV AIF AIFF FLAC SHN WV TTA APE")},
-        {checksumLabel, types("WAV AIFF AIF FLAC SHN MD5 FFP TXT APE WV TTA ST5")},
-        {QStringLiteral("shntool"), types("FLAC SHN WAV AIF AIFF TTA WV APE")},
-        {QStringLiteral("fix SBE"), types("FLAC SHN WAV AIF AIFF WV TTA")},
-        {lossyLabel, types("FLAC SHN WAV AIFF AIF WV TTA")},
-        {QStringLiteral("Tags"), types("FLAC M4A MP3 WV APE TTA AIF AIFF")},
+        {decodeLabel, Formats::typesFor(&TakenBy::decode)},
+        {encodeLabel, Formats::typesFor(&TakenBy::encode)},
+        {checksumLabel, Formats::typesFor(&TakenBy::checksum) + lists},
+        {QStringLiteral("shntool"), Formats::typesFor(&TakenBy::shntool)},
+        {QStringLiteral("fix SBE"), Formats::typesFor(&TakenBy::fix)},
+        {lossyLabel, Formats::typesFor(&TakenBy::lossy)},
+        {QStringLiteral("Tags"), Formats::typesFor(&TakenBy::tags)},
     };
 }
 
@@ -104,16 +107,15 @@ bool KruvController::isValidFile(const QString &tabLabel, const QString &path) c
         return true;
     }
     const QString fileType = PathNames::fileType(path);
-    if (fileType == m4a && (tabLabel == lossyLabel || tabLabel == encodeLabel)) {
+    if (isMpeg4(fileType) && (tabLabel == lossyLabel || tabLabel == encodeLabel)) {
         return CoreAudioHelper::isAppleLossless(path);
     }
     if (fileType.isEmpty() || listHas(tabLabel, fileType)) {
         return !fileType.isEmpty();
     }
     // Whatever the name says: what the file holds is one of the tab's types.
-    const bool takesWav = listHas(tabLabel, QStringLiteral("WAV"));
-    const bool takesAiff =
-        listHas(tabLabel, QStringLiteral("AIF")) || listHas(tabLabel, QStringLiteral("AIFF"));
+    const bool takesWav = listHas(tabLabel, wavFormat.types.front().toString());
+    const bool takesAiff = listHas(tabLabel, aiffFormat.types.front().toString());
     return takesWav && takesAiff
                ? CoreAudioHelper::isAiffOrWav(path)
                : (takesWav && CoreAudioHelper::isWav(path)) || (takesAiff && CoreAudioHelper::isAiff(path));
@@ -139,7 +141,7 @@ bool KruvController::passesPreFilter(const QString &tabLabel, const QString &pat
 {
     const QString fileType = PathNames::fileType(path);
     return tabLabel == checksumLabel || !m_extensionMap.contains(tabLabel) || listHas(tabLabel, fileType) ||
-           (tabLabel == encodeLabel && fileType == m4a && CoreAudioHelper::isAppleLossless(path));
+           (tabLabel == encodeLabel && isMpeg4(fileType) && CoreAudioHelper::isAppleLossless(path));
 }
 
 void KruvController::setIntakeInBackground(bool inBackground)
@@ -184,8 +186,9 @@ void KruvController::hand(const Intake &intake, const QString &label)
 
 QString KruvController::labelForRoute(const QString &fileType) const
 {
-    static const QStringList decodedFirst = types("FLAC SHN WV TTA M4A APE");
-    if (decodedFirst.contains(fileType)) {
+    // Coded files are decoded first; what is plain PCM can be encoded.
+    const Format *format = Formats::ofType(fileType);
+    if (format && format->recipe && !format->isLossy()) {
         return decodeLabel;
     }
     for (const QString &label : {encodeLabel, decodeLabel, checksumLabel}) {

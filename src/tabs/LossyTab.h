@@ -3,17 +3,14 @@
 
 #pragma once
 
-#include "tabs/ComboControl.h"
 #include "tabs/ConversionTab.h"
+#include "tabs/FormatControls.h"
 
 #include <memory>
 
 namespace kruv {
 
-class KruvTask;
-class OutputPlan;
-
-/// The lossy tab: every listed file becomes one job that makes MP3, AAC, HE-AAC or Opus of it.
+/// The lossy tab: every listed file becomes one job of the chosen lossy format.
 class LossyTab : public ConversionTab
 {
     Q_OBJECT
@@ -21,19 +18,19 @@ public:
     explicit LossyTab(TabHost &host);
 
     ChoiceControl &outputFormatMatrix() { return m_outputFormatMatrix; }
-    ChoiceControl &mp3Matrix() { return m_mp3Matrix; }
-    ChoiceControl &aacMatrix() { return m_aacMatrix; }
-    ChoiceControl &opusMatrix() { return m_opusMatrix; }
+    ChoiceControl &mp3Matrix() const;
+    ChoiceControl &aacMatrix() const;
+    ChoiceControl &opusMatrix() const;
     /// MP3 quality at variable rate, 0 (best) to 9.
-    NumberControl &slider() { return m_slider; }
+    NumberControl &slider() const;
     /// AAC quality at variable rate, 0 to 127 (best).
-    NumberControl &stepper() { return m_stepper; }
+    NumberControl &stepper() const;
     /// The stepper's value as a text that can be typed over.
     TextControl &stepperTextField() { return m_stepperTextField; }
     /// Bit rate in kbit/s.
-    ComboControl &comboBox() { return m_comboBox; }
+    ComboControl &comboBox() const;
     /// Frame size in milliseconds.
-    ChoiceControl &opusFrameSizeCombo() { return m_opusFrameSizeCombo; }
+    ChoiceControl &opusFrameSizeCombo() const;
     LabelControl &bitrateTextField() { return m_bitrateTextField; }
     LabelControl &frameSizeTextField() { return m_frameSizeTextField; }
     LabelControl &zeroNineTextField() { return m_zeroNineTextField; }
@@ -45,8 +42,14 @@ public:
     ToggleControl &sourceEncodeButton() { return m_sourceEncodeButton; }
     ToggleControl &deleteOriginalsButton() { return m_deleteOriginalsButton; }
 
-    int sliderLevel() const { return m_slider.value(); }
-    int stepperLevel() const { return m_stepper.value(); }
+    /// In the order of the choice.
+    const QList<const Format *> &formats() const { return m_formats; }
+    /// Null where none is chosen.
+    const Format *chosenFormat() const { return m_formats.value(m_outputFormatMatrix.selectedIndex()); }
+    const FormatControls &formatControls() const { return m_controls; }
+
+    int sliderLevel() const { return slider().value(); }
+    int stepperLevel() const { return stepper().value(); }
     int comboLevel() const;
     double opusFrameSizeLevel() const;
 
@@ -54,32 +57,16 @@ public:
     void executeCommand() override;
 
 private:
-    using Job = std::shared_ptr<KruvTask>;
-    struct FormatRow;
-    static const FormatRow formatRows[];
-
-    const FormatRow *chosenFormat() const;
-    void tieToPreferences();
+    void connectControls();
     void controlTextDidChange();
     void stepperAction();
-    void showBitrate(bool show);
     void showMissingTool();
-    bool mayWriteOutputs(const FormatRow &row, const OutputPlan &plan, bool inChosenFolder, bool &overwrite);
-    Job makeMp3Job(const QString &fileName, const QString &folder, bool overwrite);
-    Job makeAacJob(const QString &fileName, const QString &folder, bool overwrite);
-    Job makeHeAacJob(const QString &fileName, const QString &folder, bool overwrite);
-    Job makeOpusJob(const QString &fileName, const QString &folder, bool overwrite);
-    void queueJobs(const FormatRow &row, const OutputPlan &plan, bool overwrite);
+    void queueJobs(const Format &format, const OutputPlan &plan);
 
+    const QList<const Format *> m_formats;
     ChoiceControl m_outputFormatMatrix;
-    ChoiceControl m_mp3Matrix;
-    ChoiceControl m_aacMatrix;
-    ChoiceControl m_opusMatrix;
-    NumberControl m_slider;
-    NumberControl m_stepper;
+    FormatControls m_controls;
     TextControl m_stepperTextField;
-    ComboControl m_comboBox;
-    ChoiceControl m_opusFrameSizeCombo;
     LabelControl m_bitrateTextField;
     LabelControl m_frameSizeTextField;
     LabelControl m_zeroNineTextField;

@@ -6,6 +6,7 @@
 #include "base/PathNames.h"
 
 #include <QFileInfo>
+#include <QSet>
 
 #include <algorithm>
 
@@ -31,6 +32,26 @@ private:
     QHash<QString, QString> m_names;
 };
 
+/// A link that leads nowhere has its name as well.
+bool isTaken(const QString &path)
+{
+    const QFileInfo info(path);
+    return info.exists() || info.isSymLink();
+}
+
+/// "song (2).flac" for "song.flac", or the first number that is free.
+QString numbered(const QString &path, const QSet<QString> &planned)
+{
+    const QString base = PathNames::folderOf(path) + u'/' + PathNames::nameWithoutExtension(path);
+    for (int number = 2;; ++number) {
+        const QString name =
+            QStringLiteral("%1 (%2).%3").arg(base, QString::number(number), PathNames::extension(path));
+        if (!isTaken(name) && !planned.contains(name)) {
+            return name;
+        }
+    }
+}
+
 } // namespace
 
 OutputPlan::OutputPlan(const QStringList &sources, const QString &chosenFolder, const QString &extension)
@@ -38,7 +59,7 @@ OutputPlan::OutputPlan(const QStringList &sources, const QString &chosenFolder, 
     m_entries.reserve(static_cast<std::size_t>(sources.size()));
     for (const QString &source : sources) {
         const QString folder = chosenFolder.isEmpty() ? PathNames::folderOf(source) : chosenFolder;
-        m_entries.push_back({source, folder, PathNames::outputPath(folder, source, extension)});
+        m_entries.push_back({source, folder, PathNames::outputPath(folder, source, extension), false});
     }
 }
 
@@ -58,6 +79,38 @@ QHash<QString, QStringList> OutputPlan::outputsByFolder() const
         grouped[entry.folder].append(entry.output);
     }
     return grouped;
+}
+
+QStringList OutputPlan::existing() const
+{
+    QStringList taken;
+    for (const Entry &entry : m_entries) {
+        if (isTaken(entry.output)) {
+            taken.append(entry.output);
+        }
+    }
+    return taken;
+}
+
+void OutputPlan::settleExisting(ExistingFiles choice)
+{
+    if (choice == ExistingFiles::Skip) {
+        std::erase_if(m_entries, [](const Entry &entry) { return isTaken(entry.output); });
+        return;
+    }
+    const QStringList all = outputs();
+    QSet<QString> planned(all.begin(), all.end());
+    for (Entry &entry : m_entries) {
+        if (!isTaken(entry.output)) {
+            continue;
+        }
+        if (choice == ExistingFiles::Replace) {
+            entry.mayReplace = true;
+        } else {
+            entry.output = numbered(entry.output, planned);
+            planned.insert(entry.output);
+        }
+    }
 }
 
 std::optional<QString> OutputPlan::collision() const

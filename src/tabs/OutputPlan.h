@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "base/ExistingFiles.h"
+
 #include <QHash>
 #include <QString>
 #include <QStringList>
@@ -21,6 +23,8 @@ public:
         QString source;
         QString folder;
         QString output;
+        /// What lies there already is replaced.
+        bool mayReplace = false;
     };
 
     /// `chosenFolder` empty means beside each source.
@@ -33,6 +37,10 @@ public:
     /// Names the sources that would give the same output, the first few, where there are such: writing both
     /// would lose one.
     std::optional<QString> collision() const;
+    /// The outputs whose names are taken, in list order.
+    QStringList existing() const;
+    /// What becomes of those.
+    void settleExisting(ExistingFiles choice);
 
 private:
     std::vector<Entry> m_entries;

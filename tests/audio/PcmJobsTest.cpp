@@ -48,10 +48,9 @@ TEST(PcmJobs, DecodeConvertAndKeepWhatWouldBeLost)
     const auto record = fullRecord();
     ASSERT_TRUE(AACTagsHelper().writeTagsForFile(music(u"a.m4a"_s), *record, false, false));
 
+    session.person.buttonAnswers = {1};
     decode({music(u"a.wav"_s)}, u"WAV"_s);
-    ASSERT_EQ(session.ended.size(), 1U);
-    EXPECT_TRUE(session.ended[0].error) << "a file is not converted onto itself";
-    EXPECT_EQ(readFile(music(u"a.wav"_s)), wavBytes(audio));
+    EXPECT_EQ(readFile(music(u"a.wav"_s)), wavBytes(audio)) << "a file that takes its own place stays";
 
     decode({music(u"a.m4a"_s)}, u"AIFF"_s);
     ASSERT_EQ(session.ended.size(), 1U);

@@ -122,7 +122,7 @@ TEST_F(Program, WrongUsageIsOneHelpfulLine)
          {Case{{u"checksum"_s}, "subcommand"}, Case{{u"frob"_s}, "frob"},
           Case{{u"encode"_s, u"--to"_s, u"flac"_s}, "paths"},
           Case{{u"encode"_s, u"--beside-source"_s, a}, "--to"},
-          Case{{u"encode"_s, u"--to"_s, u"mp9"_s, u"--beside-source"_s, a}, "it can be flac"},
+          Case{{u"encode"_s, u"--to"_s, u"mp9"_s, u"--beside-source"_s, a}, "it can be shn, wv, flac"},
           Case{{u"encode"_s, u"--to"_s, u"shn"_s, u"--verify"_s, a}, "--verify is not for --to shn"},
           Case{{u"encode"_s, u"--to"_s, u"flac"_s, u"--level"_s, u"9"_s, a}, "0 to 8"},
           Case{{u"encode"_s, u"--to"_s, u"ape"_s, u"--level"_s, u"1500"_s, a},

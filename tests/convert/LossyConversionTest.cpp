@@ -149,8 +149,12 @@ TEST_F(LossyConversion, KeepsOutputsThatAreThereUntilNewOnesAreWhole)
     const QString tool = session.folder.file(u"resources/aacplusenc"_s);
     writeFile(tool, "#!/bin/sh\necho half >\"$2\"; exit 1");
     QFile::setPermissions(tool, QFile::ReadOwner | QFile::ExeOwner);
-    EXPECT_NE(encode(u"LAME MP3"_s, {music(u"a.wav"_s), music(u"b.mp3"_s)}), QString());
-    EXPECT_NE(encode(u"Opus"_s, {music(u"a.wav"_s)}), QString());
+    constexpr int skip = 0;
+    for (const QString &format : {u"LAME MP3"_s, u"Opus"_s}) {
+        session.person.buttonAnswers = {skip};
+        EXPECT_EQ(encode(format, {music(u"a.wav"_s)}), QString());
+        EXPECT_TRUE(session.ended.empty());
+    }
     {
         const EnvironmentVariable variable("KRUV_RESOURCES", resources.toUtf8());
         session.person.buttonAnswers = {1};

@@ -54,17 +54,15 @@ template <typename Reader> QList<double> percentages(const QString &recording, R
 
 TEST(FlacCommandLine, EncodesWithEveryCombinationOfOptions)
 {
-    for (int bits = 0; bits < 16; ++bits) {
+    for (int bits = 0; bits < 8; ++bits) {
         const bool lax = bits & 1;
         const bool keep = bits & 2;
         const bool verify = bits & 4;
-        const bool overwrite = bits & 8;
-        const QStringList arguments = FlacCommandLine::encode(
-            {u"/m/-a b.wav"_s, u"/o/-a b.flac"_s, bits % 9, lax, keep, verify, overwrite});
-        const QString expected = (lax ? u"--lax"_s : u"-%1"_s.arg(bits % 9)) +
+        const QStringList arguments =
+            FlacCommandLine::encode({u"/m/-a b.wav"_s, u"/o/-a b.flac"_s, bits, lax, keep, verify});
+        const QString expected = (lax ? u"--lax"_s : u"-%1"_s.arg(bits)) +
                                  (keep ? u"|--keep-foreign-metadata"_s : QString()) +
-                                 (verify ? u"|-V"_s : QString()) + (overwrite ? u"|-f"_s : QString()) +
-                                 u"|/m/-a b.wav|-o|/o/-a b.flac"_s;
+                                 (verify ? u"|-V"_s : QString()) + u"|/m/-a b.wav|-o|/o/-a b.flac"_s;
         EXPECT_EQ(arguments.join(u'|'), expected);
     }
 }
@@ -80,7 +78,6 @@ TEST(FlacCommandLine, DecodesWithEveryCombinationOfOptions)
                                  u"|/m/a.flac|-o|/o/a.wav"_s;
         EXPECT_EQ(arguments.join(u'|'), expected);
     }
-    EXPECT_EQ(FlacCommandLine::verify(u"/m/a.flac"_s).join(u'|'), u"-t|/m/a.flac"_s);
 }
 
 TEST(FlacOutput, ReadsTheProgressOfAnEncode)

@@ -1,8 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The Kruv developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "formats/LossyCommandLine.h"
 #include "formats/LossyOutput.h"
+#include "formats/mp3/Mp3Tool.h"
+#include "formats/opus/OpusTool.h"
 #include "support/Files.h"
 #include "support/QtPrinters.h"
 
@@ -30,13 +31,21 @@ QList<int> percentages(const QString &recording, std::optional<double> (*read)(Q
 
 } // namespace
 
-TEST(LossyCommandLine, PassesEveryChoiceToTheEncoders)
+TEST(LossyTools, PassesEveryChoiceToTheEncoders)
 {
-    using namespace LossyCommandLine;
+    ToolRequest request{.input = u"/a.shn"_s, .output = u"/o/a.mp3"_s};
+    request.options.set(Mp3Tool::mode, 1);
+    request.options.set(Mp3Tool::bitRate, 192);
     EXPECT_EQ(
-        shntoolToLame({u"ABR"_s, 192, false, 2}, u"/a.shn"_s, u"/o"_s, u"/o/a.mp3"_s).join(u'|'),
+        Mp3Tool::encodeByShntool(request, {.jointStereo = false, .qValue = 2}).join(u'|'),
         u"conv|-P|pct|-O|never|-o|cust ext=mp3 lame -m s -q 2 --abr 192 - %f|-d|/o|-n|/o/a.mp3|/a.shn"_s);
-    EXPECT_EQ(opusenc({u"CBR"_s, 96, 2.5, u"T"_s, u"-x"_s}, u"/a.wav"_s, u"/a.opus"_s).join(u'|'),
+    request.options.set(Mp3Tool::mode, 2);
+    EXPECT_EQ(Mp3Tool::encode(request, {.jointStereo = true, .qValue = 0}).join(u'|'),
+              u"--brief|-m|j|-q|0|-V|3|/a.shn|/o/a.mp3"_s);
+    ToolRequest opus{.input = u"/a.wav"_s, .output = u"/a.opus"_s};
+    opus.options.set(OpusTool::bitRate, 96);
+    opus.options.set(OpusTool::frameSize, 0);
+    EXPECT_EQ(OpusTool::encode(opus, u"T"_s, u"-x"_s).join(u'|'),
               u"--hard-cbr|--bitrate|96|--framesize|2.5|--title|T|--artist|-x|/a.wav|/a.opus"_s);
 }
 

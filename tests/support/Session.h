@@ -19,6 +19,7 @@ namespace kruv::test {
 struct Ended
 {
     QStringList arguments; // of its tool, where it has one
+    QString input;
     bool error = false;
     bool cancelled = false;
     bool deleteOriginal = false;
@@ -34,8 +35,8 @@ public:
     {
         QObject::connect(&controller.taskQueue(), &KruvTaskQueue::taskEnded, [this](KruvTask &task) {
             const auto *tool = dynamic_cast<KruvAsyncNSTask *>(&task);
-            ended.push_back({tool ? tool->arguments() : QStringList(), task.error(), task.cancelled(),
-                             task.deleteOriginal(), task.results()->results(task)});
+            ended.push_back({tool ? tool->arguments() : QStringList(), task.inputPath(), task.error(),
+                             task.cancelled(), task.deleteOriginal(), task.results()->results(task)});
         });
     }
     ~Session()

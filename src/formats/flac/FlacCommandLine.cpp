@@ -20,10 +20,40 @@ QStringList encode(const EncodeRequest &request)
     if (request.verify) {
         arguments << QStringLiteral("-V");
     }
-    if (request.overwrite) {
-        arguments << QStringLiteral("-f");
+    return arguments << request.source << QStringLiteral("-o") << request.output;
+}
+
+QStringList encodeTemporary(const EncodeRequest &request)
+{
+    constexpr int toolsOwnLevel = 5;
+    QStringList arguments;
+    if (request.lax) {
+        arguments << QStringLiteral("--lax");
+    } else if (request.level != toolsOwnLevel) {
+        arguments << QStringLiteral("-%1").arg(request.level);
+    }
+    if (request.verify) {
+        arguments << QStringLiteral("-V");
     }
     return arguments << request.source << QStringLiteral("-o") << request.output;
+}
+
+QStringList encodeByShntool(const EncodeRequest &request, const QString &folder)
+{
+    const QString encoder =
+        request.lax ? QStringLiteral("cust ext=flac flac --lax -o %f -")
+                    : QStringLiteral("cust ext=flac flac -") + QString::number(request.level) + u' ' +
+                          (request.verify ? QStringLiteral(" -V ") : QString()) + QStringLiteral(" -o %f -");
+    return {QStringLiteral("conv"),
+            QStringLiteral("-P"),
+            QStringLiteral("pct"),
+            QStringLiteral("-O"),
+            QStringLiteral("never"),
+            QStringLiteral("-d"),
+            folder,
+            QStringLiteral("-o"),
+            encoder,
+            request.source};
 }
 
 QStringList decode(const DecodeRequest &request)
@@ -41,9 +71,9 @@ QStringList decode(const DecodeRequest &request)
     return arguments << request.source << QStringLiteral("-o") << request.output;
 }
 
-QStringList verify(const QString &file)
+QStringList decodeToTemporary(const QString &source, const QString &wav)
 {
-    return {QStringLiteral("-t"), file};
+    return {QStringLiteral("-d"), source, QStringLiteral("-o"), wav, QStringLiteral("-f")};
 }
 
 } // namespace kruv::FlacCommandLine

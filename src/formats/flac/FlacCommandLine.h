@@ -18,7 +18,6 @@ struct EncodeRequest
     bool lax = false;
     bool keepForeignMetadata = false;
     bool verify = false;
-    bool overwrite = false;
 };
 
 struct DecodeRequest
@@ -31,7 +30,13 @@ struct DecodeRequest
 };
 
 QStringList encode(const EncodeRequest &request);
+/// Of a temporary WAV: options that are as the tool has them by itself are not passed on.
+QStringList encodeTemporary(const EncodeRequest &request);
+/// shntool's conversion into `folder`, with flac as its encoder. In lax mode neither level nor verify is
+/// passed on.
+QStringList encodeByShntool(const EncodeRequest &request, const QString &folder);
 QStringList decode(const DecodeRequest &request);
-QStringList verify(const QString &file);
+/// Replaces a WAV that is there.
+QStringList decodeToTemporary(const QString &source, const QString &wav);
 
 } // namespace kruv::FlacCommandLine

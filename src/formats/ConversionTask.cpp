@@ -1,0 +1,118 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "formats/ConversionTask.h"
+
+#include "audio/EncodeCoreAudioSync.h"
+#include "base/PathNames.h"
+#include "formats/AudioLimitsCheck.h"
+#include "formats/Formats.h"
+#include "formats/Records.h"
+#include "platform/Resources.h"
+
+#include <QFile>
+
+#include <stdexcept>
+
+namespace kruv {
+
+ConversionTask::ConversionTask(TaskCompletionSink *queue, const ConversionRequest &request)
+    : OutputTask(queue, request.source)
+    , m_request(request)
+{
+    setMayReplace(request.mayReplace);
+    if (request.results) {
+        setResults(request.results);
+    }
+}
+
+void ConversionTask::make(StagedOutputs &outputs)
+{
+    m_outputs = &outputs;
+    identifySource();
+    m_staged = outputs.add(m_request.output);
+    makeOutput();
+    if (mayGoOn() && !outputs.wasMade(m_request.output)) {
+        fail(tr("%1 was not written, whatever the tool said.").arg(m_request.output));
+    }
+}
+
+void ConversionTask::identifySource()
+{
+    m_sourceFormat = Formats::identify(fileName());
+    if (!m_sourceFormat || !m_sourceFormat->decode) {
+        throw std::runtime_error(tr("%1 holds no audio of a kind that can be read, whatever its name says.")
+                                     .arg(fileName())
+                                     .toStdString());
+    }
+    if (target()) {
+        AudioLimitsCheck::require(*target(), fileName());
+    }
+}
+
+bool ConversionTask::makesAiff() const
+{
+    return Formats::ofType(PathNames::fileType(m_request.output)) == &aiffFormat;
+}
+
+QString ConversionTask::scratchWav()
+{
+    return m_outputs->scratch(PathNames::folderOf(m_request.output), QStringLiteral("wav"));
+}
+
+bool ConversionTask::runStep(const ToolStep &step, const ToolRequest &request)
+{
+    return run(step.tool, step.arguments(request), step.read, QString::fromUtf8(step.progress));
+}
+
+bool ConversionTask::run(const char *tool, const QStringList &arguments, ToolReader read,
+                         const QString &progress)
+{
+    constexpr qsizetype enough = 64 * 1024;
+    m_toolWords.clear();
+    const bool done = runTool(toolPath(QString::fromLatin1(tool)), arguments, [&](const QString &text) {
+        if (m_toolWords.size() < enough) {
+            m_toolWords += text;
+        }
+        take(read(text, title()), progress);
+    });
+    appendResults(QStringLiteral("\n")); // what follows is another tool's
+    return done;
+}
+
+void ConversionTask::take(const ToolPiece &piece, const QString &progress)
+{
+    if (piece.percentage) {
+        showProgress(piece.detail.isEmpty() && !progress.contains(u"%2")
+                         ? progress.arg(piece.percentageText)
+                         : progress.arg(piece.percentageText, piece.detail),
+                     *piece.percentage);
+    }
+    appendResults(piece.results);
+    if (piece.failed && !cancelled()) {
+        setError(true);
+    }
+}
+
+bool ConversionTask::runShntool(const QStringList &arguments, ToolReader read, const QString &progress)
+{
+    const bool done = run("shntool", arguments, read, progress);
+    const QString made = PathNames::outputPath(PathNames::folderOf(m_staged), arguments.constLast(),
+                                               PathNames::extension(m_staged));
+    return done && (made == m_staged || QFile::rename(made, m_staged));
+}
+
+bool ConversionTask::convert(const QString &input, const QString &output, FormatType formatType,
+                             FileType fileType)
+{
+    return mayGoOn() && EncodeCoreAudioSync(*this, input, output, formatType, fileType).doEncodeCall() &&
+           mayGoOn();
+}
+
+bool ConversionTask::makeWav(const QString &wav, const ToolStep *step)
+{
+    return step ? runStep(*step, {.input = fileName(), .output = wav})
+                : convert(fileName(), wav, FormatType::LinearPcm, FileType::Wave);
+}
+
+} // namespace kruv

@@ -1,0 +1,68 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "audio/AudioStreamFormat.h"
+#include "formats/ConversionRequest.h"
+#include "formats/ToolStep.h"
+#include "tasks/OutputTask.h"
+
+#include <QCoreApplication>
+
+namespace kruv {
+
+struct Format;
+
+/// Makes one file of another. The source is taken for what its content is, and refused where the target can't
+/// hold its audio, before any tool starts. The steps are runs of tools or conversions in this process.
+class ConversionTask : public OutputTask
+{
+    Q_DECLARE_TR_FUNCTIONS(kruv::ConversionTask)
+public:
+    ConversionTask(TaskCompletionSink *queue, const ConversionRequest &request);
+
+    QString outputPath() const override { return m_request.output; }
+
+protected:
+    void make(StagedOutputs &outputs) final;
+    /// Makes staged() of the source.
+    virtual void makeOutput() = 0;
+    /// What the output can hold; null for what has no limits of interest.
+    virtual const Format *target() const { return nullptr; }
+
+    const OptionValues &chosen() const { return m_request.options; }
+    /// Of the source's content. From makeOutput() on.
+    const Format &sourceFormat() const { return *m_sourceFormat; }
+    /// Where the output is made.
+    const QString &staged() const { return m_staged; }
+    /// Of a job that decodes: whether it makes AIFF, and not WAV.
+    bool makesAiff() const;
+    /// A place for a temporary WAV. Nothing is created.
+    QString scratchWav();
+
+    /// Runs a tool; `progress` is the status line, with %1 for the percentage and %2 for what goes with it.
+    /// Returns whether the job may go on.
+    bool run(const char *tool, const QStringList &arguments, ToolReader read, const QString &progress);
+    bool runStep(const ToolStep &step, const ToolRequest &request);
+    /// Runs a conversion of shntool's that writes into the folder of staged(), under the source's name.
+    bool runShntool(const QStringList &arguments, ToolReader read, const QString &progress);
+    /// What the latest tool printed, the first part of it, however the reads cut it.
+    const QString &toolWords() const { return m_toolWords; }
+    /// Converts in this process. Returns whether the job may go on.
+    bool convert(const QString &input, const QString &output, FormatType formatType, FileType fileType);
+    /// Makes a WAV of the source: by `step`, or where that is null in this process.
+    bool makeWav(const QString &wav, const ToolStep *step);
+
+private:
+    void identifySource();
+    void take(const ToolPiece &piece, const QString &progress);
+
+    const ConversionRequest m_request;
+    const Format *m_sourceFormat = nullptr;
+    StagedOutputs *m_outputs = nullptr;
+    QString m_staged;
+    QString m_toolWords;
+};
+
+} // namespace kruv

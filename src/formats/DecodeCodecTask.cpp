@@ -1,0 +1,30 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "formats/DecodeCodecTask.h"
+
+namespace kruv {
+
+DecodeCodecTask::DecodeCodecTask(TaskCompletionSink *queue, const ConversionRequest &request,
+                                 const DecodeRecipe &recipe)
+    : ConversionTask(queue, request)
+    , m_recipe(recipe)
+{
+}
+
+void DecodeCodecTask::makeOutput()
+{
+    showStatus(QString::fromUtf8(m_recipe.firstStatus));
+    if (!makesAiff()) {
+        runStep(m_recipe.decoder, {.input = fileName(), .output = staged()});
+        return;
+    }
+    const QString wav = scratchWav();
+    ToolStep decoder = m_recipe.decoder;
+    decoder.arguments = m_recipe.argumentsForAiff;
+    if (runStep(decoder, {.input = fileName(), .output = wav})) {
+        convert(wav, staged(), FormatType::LinearPcm, FileType::Aiff);
+    }
+}
+
+} // namespace kruv

@@ -1,0 +1,47 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "formats/LossySources.h"
+
+#include "formats/Records.h"
+#include "formats/ShntoolConversion.h"
+#include "formats/flac/FlacTool.h"
+
+namespace kruv::LossySources {
+
+namespace {
+
+// shntool reads WavPack and TTA like Shorten.
+const ToolStep shntool{"shntool", ShntoolConversion::decode, ShntoolConversion::read, "Decoding to WAV: %1%"};
+// Opus spells WAV differently.
+const ToolStep shntoolForOpus{"shntool", ShntoolConversion::decode, ShntoolConversion::read,
+                              "Decoding to Wav: %1%"};
+
+constexpr const char *fromAlac = "Decoding ALAC to Wav";
+constexpr const char *fromFlac = "Decoding FLAC to Wav";
+constexpr const char *fromShorten = "Decoding SHN to Wav";
+constexpr const char *fromWavpack = "Decoding Wavepack to Wav";
+constexpr const char *fromTta = "Decoding TTA to Wav";
+
+const SourceRule forAac[] = {
+    {&appleLosslessFormat, fromAlac, nullptr, "Copying Apple Lossless Tags"},
+    {&flacFormat, fromFlac, &FlacTool::toWavInCapitals, "Copying FLAC Tags"},
+    {&shortenFormat, fromShorten, &shntool},
+    {&wavpackFormat, fromWavpack, &shntool},
+    {&ttaFormat, fromTta, &shntool},
+};
+const SourceRule forOpus[] = {
+    {&appleLosslessFormat, fromAlac, nullptr, "Copying M4A Tags"},
+    {&flacFormat, fromFlac, nullptr, "Copying FLAC Tags"},
+    {&shortenFormat, fromShorten, &shntoolForOpus},
+    {&wavpackFormat, fromWavpack, &shntoolForOpus},
+    {&ttaFormat, fromTta, &shntoolForOpus},
+    {&aiffFormat, nullptr, nullptr},
+};
+
+} // namespace
+
+constinit const std::span<const SourceRule> aac = forAac;
+constinit const std::span<const SourceRule> opus = forOpus;
+
+} // namespace kruv::LossySources

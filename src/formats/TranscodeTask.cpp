@@ -1,0 +1,98 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "formats/TranscodeTask.h"
+
+#include "formats/Records.h"
+#include "formats/TagCopy.h"
+#include "formats/wav/PlainWav.h"
+
+#include <QLoggingCategory>
+
+#include <algorithm>
+#include <exception>
+
+namespace kruv {
+
+namespace {
+Q_LOGGING_CATEGORY(transcodeLog, "kruv.formats", QtWarningMsg)
+}
+
+TranscodeTask::TranscodeTask(TaskCompletionSink *queue, const ConversionRequest &request,
+                             const Format &target)
+    : ConversionTask(queue, request)
+    , m_target(target)
+{
+}
+
+const SourceRule *TranscodeTask::rule() const
+{
+    const auto found = std::ranges::find(m_target.recipe->rules, &sourceFormat(), &SourceRule::source);
+    return found == m_target.recipe->rules.end() ? nullptr : &*found;
+}
+
+bool TranscodeTask::readsItself() const
+{
+    const TranscodeRecipe &recipe = *m_target.recipe;
+    if (&sourceFormat() == &wavFormat) {
+        return isPlainWav(fileName());
+    }
+    return recipe.readsAnything ? !rule() : std::ranges::count(recipe.readsItself, &sourceFormat()) > 0;
+}
+
+void TranscodeTask::makeOutput()
+{
+    showStatus(QString::fromUtf8(m_target.recipe->firstStatus));
+    if (readsItself()) {
+        encode(fileName());
+        return;
+    }
+    const SourceRule *special = rule();
+    if (!special) {
+        showStatus(tr("Decoding %1 to Wav").arg(sourceFormat().label));
+    } else if (special->status) {
+        showStatus(QString::fromUtf8(special->status));
+    }
+    const QString wav = scratchWav();
+    if (makeWav(wav, special && special->toWav ? special->toWav : sourceFormat().toWav)) {
+        encode(wav);
+    }
+}
+
+void TranscodeTask::encode(const QString &input)
+{
+    runStep(m_target.recipe->encoder, {.input = input, .output = staged(), .options = chosen()});
+}
+
+void TranscodeTask::dress(StagedOutputs &)
+{
+    copyTags();
+}
+
+void TranscodeTask::copyTags()
+{
+    if (!sourceFormat().tags || !m_target.tags) {
+        return;
+    }
+    const SourceRule *special = rule();
+    showStatus(special && special->tagStatus ? QString::fromUtf8(special->tagStatus)
+                                             : tr("Copying %1 Tags").arg(sourceFormat().label));
+    try {
+        TagCopy::copy(sourceFormat(), fileName(), m_target, staged());
+    } catch (const std::exception &failure) {
+        tagsNotCopied(QString::fromUtf8(failure.what()));
+    }
+}
+
+void TranscodeTask::tagsNotCopied(const QString &reason)
+{
+    qCInfo(transcodeLog, "Error writing tags for %s: %s", qUtf8Printable(outputPath()),
+           qUtf8Printable(reason));
+    appendResults(tr("Error writing tags to file %1:\n%2\n").arg(outputPath(), reason));
+    if (FileStamp::isSameFile(fileName(), outputPath())) {
+        fail(tr("%1 was kept: what should take its place has no tags.").arg(fileName()));
+    }
+    failAfterwards(tr("its tags could not be copied"));
+}
+
+} // namespace kruv

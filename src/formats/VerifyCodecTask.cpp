@@ -1,0 +1,57 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "formats/VerifyCodecTask.h"
+
+#include "base/PathNames.h"
+#include "formats/VerifyOutput.h"
+
+namespace kruv {
+
+VerifyCodecTask::VerifyCodecTask(std::shared_ptr<KruvTaskResults> results, TaskCompletionSink *queue,
+                                 const QString &launchPath, const QStringList &arguments)
+    : KruvAsyncNSTask(queue, launchPath, arguments)
+    , m_fileName(PathNames::lastPathComponent(arguments.at(1)))
+{
+    setTitle(m_fileName);
+    setTextFieldString(title());
+    publish(&KruvTask::setTextFieldValue);
+    setResults(std::move(results));
+}
+
+void VerifyCodecTask::startTask()
+{
+    setTopTextFieldString(QStringLiteral("Verifying"));
+    publish(&KruvTask::setTopTextFieldValue);
+    KruvAsyncNSTask::startTask();
+}
+
+void VerifyCodecTask::processTaskOutput(const QString &text)
+{
+    m_output.append(text);
+    if (const auto percent = progressIn(m_output.currentLine())) {
+        setTopTextFieldString(QStringLiteral("Verifying: %1%").arg(*percent, 0, 'f', 6));
+        setProgressIndicatorValue(*percent);
+        publish(&KruvTask::updateStatus);
+    }
+}
+
+void VerifyCodecTask::cleanup()
+{
+    QString text = report(m_output.text());
+    if (cancelled()) {
+        text += QStringLiteral("%1 canceled\n").arg(m_fileName);
+    } else if (!error()) {
+        text += QStringLiteral("%1: ok\n").arg(m_fileName);
+    } else if (text.isEmpty()) {
+        text += QStringLiteral("%1: failed\n").arg(m_fileName);
+    }
+    appendResults(text);
+}
+
+QString VerifyCodecTask::report(const QString &text) const
+{
+    return VerifyOutput::namedLines(text, m_fileName);
+}
+
+} // namespace kruv

@@ -1,0 +1,61 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "audio/CoreAudioHelper.h"
+#include "formats/JobMakers.h"
+#include "formats/Records.h"
+#include "formats/ShntoolConversion.h"
+#include "formats/alac/DecodeALACTask.h"
+#include "formats/alac/EncodeALACTask.h"
+#include "formats/flac/FlacTool.h"
+#include "formats/monkeysaudio/MacTool.h"
+#include "formats/wavpack/WavpackTool.h"
+#include "tags/TagAccess.h"
+
+namespace kruv {
+
+namespace {
+
+constexpr QStringView types[] = {u"M4A"};
+constexpr const char *mediaTypes[] = {"audio/mp4", "audio/x-m4a"};
+constexpr int bits[] = {16, 24};
+constexpr AudioLimits limits{bits, 8, 1, 384'000};
+
+// The decoders as this encoder uses them: it spells WAV in capitals.
+const ToolStep shntoolToWav{"shntool", ShntoolConversion::decode, ShntoolConversion::read,
+                            "Decoding to WAV: %1%"};
+const ToolStep wvunpackToWav{"wvunpack", WavpackTool::decodeToTemporary, WavpackTool::read,
+                             "Decoding to WAV: %1%"};
+const SourceRule rules[] = {
+    {&shortenFormat, "Decoding SHN to Wav", &shntoolToWav},
+    {&flacFormat, "Decoding FLAC to Wav", &FlacTool::toWavInCapitals, "Copying FLAC Tags"},
+    {&monkeysAudioFormat, "Decoding APE to Wav", nullptr, "Copying APE Tags"},
+    {&wavpackFormat, "Decoding Wavepack to Wav", &wvunpackToWav, "Copying Wavpack Tags"},
+    {&ttaFormat, "Decoding TTA to Wav", nullptr, "Copying TTA Tags"},
+};
+const TranscodeRecipe recipe{
+    .firstStatus = "Encoding to Apple Lossless", .rules = rules, .readsAnything = true};
+
+bool isAppleLossless(const FileStart &start)
+{
+    return start.bytes.mid(4, 4) == "ftyp" && CoreAudioHelper::isAppleLossless(start.path);
+}
+
+} // namespace
+
+/// Apple Lossless in MPEG-4 files, in this process.
+const Format appleLosslessFormat{
+    .id = "m4a",
+    .label = u"M4A",
+    .types = types,
+    .mediaTypes = mediaTypes,
+    .takenBy = {.decode = true, .tags = true},
+    .isContent = isAppleLossless,
+    .limits = &limits,
+    .encode = makeConversionTask<EncodeALACTask>,
+    .decode = makeConversionTask<DecodeALACTask>,
+    .recipe = &recipe,
+    .tags = &TagAccesses::mp4,
+};
+
+} // namespace kruv

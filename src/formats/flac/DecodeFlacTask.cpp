@@ -1,0 +1,38 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "formats/flac/DecodeFlacTask.h"
+
+#include "formats/Records.h"
+#include "formats/TagCopy.h"
+#include "formats/flac/FlacOutput.h"
+#include "formats/flac/FlacTool.h"
+
+#include <exception>
+
+namespace kruv {
+
+void DecodeFlacTask::makeOutput()
+{
+    runStep(FlacTool::decode, {.input = fileName(), .output = staged(), .options = chosen()});
+    // Where it goes on through errors, the tool's status is that of success.
+    if (mayGoOn() && FlacOutput::reportsDamage(toolWords(), title())) {
+        failAfterwards(tr("it is damaged and was decoded through errors"));
+    }
+}
+
+void DecodeFlacTask::dress(StagedOutputs &)
+{
+    if (!makesAiff()) {
+        return;
+    }
+    showStatus(QStringLiteral("Copying Flac Tags"));
+    try {
+        TagCopy::copy(sourceFormat(), fileName(), aiffFormat, staged());
+    } catch (const std::exception &) {
+        appendResults(tr("The tags of %1 could not be written to %2.\n").arg(fileName(), outputPath()));
+        failAfterwards(tr("its tags could not be copied"));
+    }
+}
+
+} // namespace kruv

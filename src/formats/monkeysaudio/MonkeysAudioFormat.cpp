@@ -1,0 +1,63 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "formats/DecodeCodecTask.h"
+#include "formats/JobMakers.h"
+#include "formats/Records.h"
+#include "formats/UsualSources.h"
+#include "formats/monkeysaudio/MacTool.h"
+#include "formats/monkeysaudio/VerifyApeTask.h"
+#include "tags/TagAccess.h"
+
+namespace kruv {
+
+namespace {
+
+constexpr QStringView types[] = {u"APE"};
+constexpr const char *mediaTypes[] = {"audio/x-ape"};
+constexpr int bits[] = {8, 16, 24};
+constexpr AudioLimits limits{bits, 2, 1, 999'999};
+constexpr const FormatOption *options[] = {&MacTool::level};
+
+const TranscodeRecipe recipe{
+    .firstStatus = "Encoding to Monkey's Audio",
+    .encoder = {"mac", MacTool::compress, MacTool::read,
+                "Encoding to Monkey's Audio: %1%   %2 seconds remaining"},
+    .rules = usualSources,
+};
+const ToolStep toWav{"mac", MacTool::extract, MacTool::read, "Decoding to WAV: %1%   %2 seconds remaining"};
+const DecodeRecipe decoding{
+    "Decoding From Monkey's Audio",
+    {"mac", MacTool::extract, MacTool::read, "Decoding from Monkey's Audio: %1%   %2 seconds remaining"},
+    MacTool::extract,
+};
+
+} // namespace
+
+/// Monkey's Audio, by our own mac.
+const Format monkeysAudioFormat{
+    .id = "ape",
+    .label = u"APE",
+    .types = types,
+    .mediaTypes = mediaTypes,
+    .takenBy =
+        {.decode = true, .encode = true, .checksum = true, .shntool = true, .lossy = true, .tags = true},
+    .isContent = [](const FileStart &start) { return start.bytes.startsWith("MAC "); },
+    .limits = &limits,
+    .options = options,
+    .encode = makeTranscodeTask<&monkeysAudioFormat>,
+    .decode = [](TaskCompletionSink *queue,
+                 const ConversionRequest &request) -> std::shared_ptr<ConversionTask> {
+        return std::make_shared<DecodeCodecTask>(queue, request, decoding);
+    },
+    .encoderTool = "mac",
+    .recipe = &recipe,
+    .toWav = &toWav,
+    .test =
+        [](TaskCompletionSink *queue, const QString &file, std::shared_ptr<KruvTaskResults> results) {
+            return makeTestTask<VerifyApeTask>("mac", "-v", queue, file, std::move(results));
+        },
+    .tags = &TagAccesses::monkeysAudio,
+};
+
+} // namespace kruv

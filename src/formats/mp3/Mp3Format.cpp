@@ -1,0 +1,58 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "formats/JobMakers.h"
+#include "formats/Records.h"
+#include "formats/mp3/EncodeMP3Task.h"
+#include "formats/mp3/Mp3Tool.h"
+#include "tags/TagAccess.h"
+
+namespace kruv {
+
+namespace {
+
+constexpr QStringView types[] = {u"MP3"};
+constexpr const char *mediaTypes[] = {"audio/mpeg"};
+constexpr AudioLimits limits{{}, 2, 1, 999'999};
+constexpr const FormatOption *options[] = {&Mp3Tool::mode, &Mp3Tool::bitRate, &Mp3Tool::quality};
+
+const SourceRule rules[] = {
+    {&appleLosslessFormat, "Decoding ALAC to Wav", nullptr, "Copying M4A Tags"},
+    {&aiffFormat, "24 bit Aiff - translating", nullptr, "Copying Aiff Tags"},
+};
+// What shntool reads by itself.
+constexpr const Format *readsItself[] = {&flacFormat, &shortenFormat,      &wavpackFormat,
+                                         &ttaFormat,  &monkeysAudioFormat, &aiffFormat};
+const TranscodeRecipe recipe{
+    .firstStatus = "Encoding to LAME MP3", .rules = rules, .readsItself = readsItself};
+
+/// A frame header of MPEG audio, layer III: https://www.iso.org/standard/22412.html
+bool isMp3(const FileStart &start)
+{
+    if (start.bytes.size() < 4) {
+        return false;
+    }
+    const auto at = [&start](qsizetype index) { return static_cast<unsigned char>(start.bytes[index]); };
+    return at(0) == 0xFF && (at(1) & 0xE6) == 0xE2 && (at(2) & 0xF0) != 0xF0 && (at(2) & 0x0C) != 0x0C;
+}
+
+} // namespace
+
+/// MP3, by lame.
+const Format mp3Format{
+    .id = "mp3",
+    .label = u"LAME MP3",
+    .types = types,
+    .mediaTypes = mediaTypes,
+    .kind = FormatKind::Lossy,
+    .takenBy = {.tags = true},
+    .isContent = isMp3,
+    .limits = &limits,
+    .options = options,
+    .encode = makeConversionTask<EncodeMP3Task>,
+    .encoderTool = "lame",
+    .recipe = &recipe,
+    .tags = &TagAccesses::mp3,
+};
+
+} // namespace kruv

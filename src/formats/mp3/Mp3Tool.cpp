@@ -1,0 +1,135 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "formats/mp3/Mp3Tool.h"
+
+#include "base/PathNames.h"
+#include "formats/LossyOutput.h"
+#include "formats/RateOptions.h"
+#include "tasks/ToolOutput.h"
+
+namespace kruv::Mp3Tool {
+
+namespace {
+
+using Kind = FormatOption::Kind;
+
+constexpr OptionChoice modes[] = {RateOptions::cbr, RateOptions::abr, RateOptions::vbr};
+
+/// lame's option for the rate mode, with its dashes.
+QString modeOption(const QString &chosen)
+{
+    if (chosen == u"abr") {
+        return QStringLiteral("--abr");
+    }
+    return chosen == u"cbr" ? QStringLiteral("-b") : QStringLiteral("-V");
+}
+
+QString level(const OptionValues &options)
+{
+    return QString::number(options.number(options.choice(mode) == u"vbr" ? quality : bitRate));
+}
+
+QString stereoWord(const Tuning &tuning)
+{
+    return tuning.jointStereo ? QStringLiteral("j") : QStringLiteral("s");
+}
+
+ToolPiece pieceWith(std::optional<double> percentage)
+{
+    ToolPiece piece;
+    if (percentage) {
+        piece.percentage = percentage;
+        piece.percentageText = QString::number(*percentage, 'f', 6);
+    }
+    return piece;
+}
+
+} // namespace
+
+const FormatOption mode{.id = "mode",
+                        .kind = Kind::Choice,
+                        .label = QT_TRANSLATE_NOOP("FormatOption", "Mode"),
+                        .help = QT_TRANSLATE_NOOP("FormatOption", "Rate mode; cbr when not given"),
+                        .choices = modes,
+                        .controlName = "mp3Matrix"};
+const FormatOption bitRate{.id = "bitrate",
+                           .kind = Kind::Rate,
+                           .label = QT_TRANSLATE_NOOP("FormatOption", "Bit rate, kbit/s"),
+                           .help =
+                               QT_TRANSLATE_NOOP("FormatOption", "Bit rate in kbit/s; 160 when not given"),
+                           .standard = 160,
+                           .minimum = 80,
+                           .maximum = 320,
+                           .correction = 256,
+                           .choices = RateOptions::usualRates,
+                           .preferenceKey = "lossyComboLevel",
+                           .controlName = "comboBox",
+                           .dependsOn = &mode,
+                           .onlyFor = "cbr abr"};
+const FormatOption quality{
+    .id = "quality",
+    .kind = Kind::Number,
+    .label = QT_TRANSLATE_NOOP("FormatOption", "Quality, 0 to 9"),
+    .help = QT_TRANSLATE_NOOP("FormatOption", "Quality in mode vbr, 0 (best) to 9, 3 when not given"),
+    .standard = 3,
+    .maximum = 9,
+    .preferenceKey = "lossySliderLevel",
+    .controlName = "slider",
+    .dependsOn = &mode,
+    .onlyFor = "vbr"};
+
+QStringList encode(const ToolRequest &request, const Tuning &tuning)
+{
+    return {QStringLiteral("--brief"),
+            QStringLiteral("-m"),
+            stereoWord(tuning),
+            QStringLiteral("-q"),
+            QString::number(tuning.qValue),
+            modeOption(request.options.choice(mode)),
+            level(request.options),
+            request.input,
+            request.output};
+}
+
+QStringList encodeByShntool(const ToolRequest &request, const Tuning &tuning)
+{
+    const QString encoder = QStringLiteral("cust ext=mp3 lame -m %1 -q %2 %3 %4 - %f")
+                                .arg(stereoWord(tuning), QString::number(tuning.qValue),
+                                     modeOption(request.options.choice(mode)), level(request.options));
+    return {QStringLiteral("conv"),
+            QStringLiteral("-P"),
+            QStringLiteral("pct"),
+            QStringLiteral("-O"),
+            QStringLiteral("never"),
+            QStringLiteral("-o"),
+            encoder,
+            QStringLiteral("-d"),
+            PathNames::folderOf(request.output),
+            QStringLiteral("-n"),
+            request.output,
+            request.input};
+}
+
+ToolPiece read(QStringView piece, QStringView)
+{
+    ToolPiece result = pieceWith(LossyOutput::lame(piece));
+    result.results = ToolOutput::withoutBackspaces(piece).toString();
+    return result;
+}
+
+ToolPiece readShntool(QStringView piece, QStringView)
+{
+    const QStringView text = ToolOutput::withoutBackspaces(piece);
+    ToolPiece result = pieceWith(LossyOutput::shntool(text));
+    if (text.contains(u"Converting")) {
+        result.results += text.left(text.indexOf(u": "));
+    }
+    if (text.contains(u"ERROR") || text.contains(u"OK")) {
+        result.results += text;
+    }
+    result.failed = text.contains(u"child encoder process");
+    return result;
+}
+
+} // namespace kruv::Mp3Tool

@@ -1,0 +1,43 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "formats/JobMakers.h"
+#include "formats/LossySources.h"
+#include "formats/Records.h"
+#include "formats/opus/DecodeOpusTask.h"
+#include "formats/opus/EncodeOpusTask.h"
+#include "formats/opus/OpusTool.h"
+
+namespace kruv {
+
+namespace {
+
+constexpr QStringView types[] = {u"OPUS"};
+constexpr const char *mediaTypes[] = {"audio/ogg", "audio/x-opus+ogg"};
+constexpr AudioLimits limits{{}, 8, 1, 999'999};
+constexpr const FormatOption *options[] = {&OpusTool::mode, &OpusTool::bitRate, &OpusTool::frameSize};
+const TranscodeRecipe recipe{.firstStatus = "Encoding to Opus", .rules = LossySources::opus};
+
+} // namespace
+
+/// Opus in Ogg, by opusenc and opusdec.
+const Format opusFormat{
+    .id = "opus",
+    .label = u"Opus",
+    .types = types,
+    .mediaTypes = mediaTypes,
+    .kind = FormatKind::Lossy,
+    .takenBy = {.decode = true},
+    .isContent =
+        [](const FileStart &start) {
+            return start.bytes.startsWith("OggS") && start.bytes.contains("OpusHead");
+        },
+    .limits = &limits,
+    .options = options,
+    .encode = makeConversionTask<EncodeOpusTask>,
+    .decode = makeConversionTask<DecodeOpusTask>,
+    .encoderTool = "opusenc",
+    .recipe = &recipe,
+};
+
+} // namespace kruv

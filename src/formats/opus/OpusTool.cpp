@@ -1,0 +1,74 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "formats/opus/OpusTool.h"
+
+#include "formats/LossyOutput.h"
+#include "formats/RateOptions.h"
+#include "tasks/ToolOutput.h"
+
+namespace kruv::OpusTool {
+
+namespace {
+
+using Kind = FormatOption::Kind;
+
+constexpr OptionChoice modes[] = {RateOptions::cbr, RateOptions::vbrConstrained, RateOptions::vbr};
+constexpr OptionChoice frameSizes[] = {{"2.5", "2.5"}, {"5", "5"},   {"10", "10"},
+                                       {"20", "20"},   {"40", "40"}, {"60", "60"}};
+constexpr const char *modeFlags[] = {"--hard-cbr", "--cvbr", "--vbr"};
+
+} // namespace
+
+const FormatOption mode{.id = "mode",
+                        .kind = Kind::Choice,
+                        .label = QT_TRANSLATE_NOOP("FormatOption", "Mode"),
+                        .help = QT_TRANSLATE_NOOP("FormatOption", "Rate mode; cbr when not given"),
+                        .choices = modes,
+                        .controlName = "opusMatrix"};
+const FormatOption bitRate{.id = "bitrate",
+                           .kind = Kind::Rate,
+                           .label = QT_TRANSLATE_NOOP("FormatOption", "Bit rate, kbit/s"),
+                           .help =
+                               QT_TRANSLATE_NOOP("FormatOption", "Bit rate in kbit/s; 160 when not given"),
+                           .standard = 160,
+                           .minimum = 80,
+                           .maximum = 512,
+                           .correction = 256,
+                           .choices = RateOptions::usualRates,
+                           .preferenceKey = "lossyComboLevel",
+                           .controlName = "comboBox"};
+const FormatOption frameSize{
+    .id = "frame-size",
+    .kind = Kind::Choice,
+    .label = QT_TRANSLATE_NOOP("FormatOption", "Frame size, ms"),
+    .help = QT_TRANSLATE_NOOP("FormatOption", "Opus frame size in ms; 20 when not given"),
+    .standard = 3,
+    .choices = frameSizes,
+    .preferenceKey = "opusFrameSizeIndex",
+    .controlName = "opusFrameSizeCombo"};
+
+QStringList encode(const ToolRequest &request, const QString &title, const QString &artist)
+{
+    const OptionValues &options = request.options;
+    QStringList arguments{QString::fromLatin1(modeFlags[options.number(mode)]), QStringLiteral("--bitrate"),
+                          QString::number(options.number(bitRate)), QStringLiteral("--framesize"),
+                          options.choice(frameSize)};
+    if (!title.isEmpty()) {
+        arguments << QStringLiteral("--title") << title;
+    }
+    if (!artist.isEmpty()) {
+        arguments << QStringLiteral("--artist") << artist;
+    }
+    return arguments << request.input << request.output;
+}
+
+ToolPiece read(QStringView piece, QStringView)
+{
+    ToolPiece result;
+    result.percentage = LossyOutput::opusenc(piece);
+    result.results = ToolOutput::withoutBackspaces(piece).toString();
+    return result;
+}
+
+} // namespace kruv::OpusTool

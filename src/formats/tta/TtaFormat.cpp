@@ -1,0 +1,65 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "formats/DecodeCodecTask.h"
+#include "formats/JobMakers.h"
+#include "formats/Records.h"
+#include "formats/UsualSources.h"
+#include "formats/tta/TtaTool.h"
+#include "formats/tta/VerifyTTATask.h"
+#include "tags/TagAccess.h"
+
+namespace kruv {
+
+namespace {
+
+constexpr QStringView types[] = {u"TTA"};
+constexpr const char *mediaTypes[] = {"audio/x-tta"};
+constexpr int bits[] = {8, 16, 24};
+constexpr AudioLimits limits{bits, 8, 1, 999'999};
+
+const TranscodeRecipe recipe{
+    .firstStatus = "Encoding to TTA",
+    .encoder = {"ttaenc", TtaTool::convert, TtaTool::read, "Encoding to TTA: %1%"},
+    .rules = usualSources,
+};
+const ToolStep toWav{"ttaenc", TtaTool::convert, TtaTool::read, "Decoding to Wav: %1%"};
+const DecodeRecipe decoding{
+    "Decoding from TTA",
+    {"ttaenc", TtaTool::convert, TtaTool::read, "Decoding From TTA: %1%"},
+    TtaTool::convert,
+};
+
+} // namespace
+
+/// TTA, by our own ttaenc.
+const Format ttaFormat{
+    .id = "tta",
+    .label = u"TTA",
+    .types = types,
+    .mediaTypes = mediaTypes,
+    .takenBy = {.decode = true,
+               .encode = true,
+               .checksum = true,
+               .shntool = true,
+               .fix = true,
+               .lossy = true,
+               .tags = true},
+    .isContent = [](const FileStart &start) { return start.bytes.startsWith("TTA1"); },
+    .limits = &limits,
+    .encode = makeTranscodeTask<&ttaFormat>,
+    .decode = [](TaskCompletionSink *queue,
+                 const ConversionRequest &request) -> std::shared_ptr<ConversionTask> {
+        return std::make_shared<DecodeCodecTask>(queue, request, decoding);
+    },
+    .encoderTool = "ttaenc",
+    .recipe = &recipe,
+    .toWav = &toWav,
+    .test =
+        [](TaskCompletionSink *queue, const QString &file, std::shared_ptr<KruvTaskResults> results) {
+            return makeTestTask<VerifyTTATask>("ttaenc", "-t", queue, file, std::move(results));
+        },
+    .tags = &TagAccesses::tta,
+};
+
+} // namespace kruv

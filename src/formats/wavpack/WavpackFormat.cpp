@@ -1,0 +1,69 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "formats/DecodeCodecTask.h"
+#include "formats/FormatOption.h"
+#include "formats/JobMakers.h"
+#include "formats/Records.h"
+#include "formats/UsualSources.h"
+#include "formats/wavpack/VerifyWavepackTask.h"
+#include "formats/wavpack/WavpackTool.h"
+#include "tags/TagAccess.h"
+
+namespace kruv {
+
+namespace {
+
+constexpr QStringView types[] = {u"WV"};
+constexpr const char *mediaTypes[] = {"audio/x-wavpack"};
+constexpr int bits[] = {8, 16, 24, 32};
+constexpr AudioLimits limits{bits, 256, 1, 384'000};
+constexpr const FormatOption *options[] = {&WavpackTool::mode};
+
+const TranscodeRecipe recipe{
+    .firstStatus = "Encoding Wavpack",
+    .encoder = {"wavpack", WavpackTool::encode, WavpackTool::read, "Encoding to Wavpack: %1%"},
+    .rules = usualSources,
+};
+const ToolStep toWav{"wvunpack", WavpackTool::decodeToTemporary, WavpackTool::read,
+                     "Decoding From Wavpack %1%"};
+const DecodeRecipe decoding{
+    "Decoding From Wavpack",
+    {"wvunpack", WavpackTool::decode, WavpackTool::read, "Deoding From Wavpack: %1%"},
+    WavpackTool::decodeForAiff,
+};
+
+} // namespace
+
+const Format wavpackFormat{
+    .id = "wv",
+    .label = u"WV",
+    .types = types,
+    .mediaTypes = mediaTypes,
+    .kind = FormatKind::LosslessWithLossyMode,
+    .takenBy = {.decode = true,
+               .encode = true,
+               .checksum = true,
+               .shntool = true,
+               .fix = true,
+               .lossy = true,
+               .tags = true},
+    .isContent = [](const FileStart &start) { return start.bytes.startsWith("wvpk"); },
+    .limits = &limits,
+    .options = options,
+    .encode = makeTranscodeTask<&wavpackFormat>,
+    .decode = [](TaskCompletionSink *queue,
+                 const ConversionRequest &request) -> std::shared_ptr<ConversionTask> {
+        return std::make_shared<DecodeCodecTask>(queue, request, decoding);
+    },
+    .encoderTool = "wavpack",
+    .recipe = &recipe,
+    .toWav = &toWav,
+    .test =
+        [](TaskCompletionSink *queue, const QString &file, std::shared_ptr<KruvTaskResults> results) {
+            return makeTestTask<VerifyWavepackTask>("wvunpack", "-v", queue, file, std::move(results));
+        },
+    .tags = &TagAccesses::wavpack,
+};
+
+} // namespace kruv

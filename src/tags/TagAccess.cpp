@@ -1,0 +1,57 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "tags/TagAccess.h"
+
+#include "tags/AACTagsHelper.h"
+#include "tags/TagLibTagsHelper.h"
+
+namespace kruv::TagAccesses {
+
+namespace {
+
+using Helper = TagLibTagsHelper;
+using Record = std::shared_ptr<TagsObject>;
+using Reader = Record (Helper::*)(const QString &) const;
+using Writer = bool (Helper::*)(const QString &, const TagsObject &, bool) const;
+
+template <Reader reader> Record readWith(const QString &path)
+{
+    return (Helper().*reader)(path);
+}
+
+template <Writer writer> bool writeWith(const QString &path, const TagsObject &record, bool writeEmptyTags)
+{
+    return (Helper().*writer)(path, record, writeEmptyTags);
+}
+
+Record readMp4(const QString &path)
+{
+    return AACTagsHelper().tagsForFile(path);
+}
+
+bool writeMp4(const QString &path, const TagsObject &record, bool writeEmptyTags)
+{
+    constexpr bool encoding = false;
+    return AACTagsHelper().writeTagsForFile(path, record, writeEmptyTags, encoding);
+}
+
+bool writeAiff(const QString &path, const TagsObject &record, bool /*writeEmptyTags*/)
+{
+    return Helper().writeTagsForAIFFFile(path, record);
+}
+
+} // namespace
+
+const TagAccess flac{readWith<&Helper::tagsForFlacFile>, writeWith<&Helper::writeTagsForFLACFile>, true,
+                     false, true};
+const TagAccess mp3{readWith<&Helper::tagsForMP3File>, writeWith<&Helper::writeTagsForMP3File>};
+const TagAccess monkeysAudio{readWith<&Helper::tagsForAPEFile>, writeWith<&Helper::writeTagsForAPEFile>, true,
+                             true};
+const TagAccess wavpack{readWith<&Helper::tagsForWavpackFile>, writeWith<&Helper::writeTagsForWavpackFile>,
+                        true, true};
+const TagAccess tta{readWith<&Helper::tagsForTTAFile>, writeWith<&Helper::writeTagsForTTAFile>, true, true};
+const TagAccess mp4{readMp4, writeMp4};
+const TagAccess aiff{readWith<&Helper::tagsForAIFFFile>, writeAiff, false};
+
+} // namespace kruv::TagAccesses
