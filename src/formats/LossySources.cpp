@@ -5,7 +5,6 @@
 
 #include "formats/Records.h"
 #include "formats/ShntoolConversion.h"
-#include "formats/flac/FlacTool.h"
 
 namespace kruv::LossySources {
 
@@ -25,7 +24,7 @@ constexpr const char *fromTta = "Decoding TTA to Wav";
 
 const SourceRule forAac[] = {
     {&appleLosslessFormat, fromAlac, nullptr, "Copying Apple Lossless Tags"},
-    {&flacFormat, fromFlac, &FlacTool::toWavInCapitals, "Copying FLAC Tags"},
+    {&flacFormat, fromFlac, nullptr, "Copying FLAC Tags", "Decoding to WAV: %1%"},
     {&shortenFormat, fromShorten, &shntool},
     {&wavpackFormat, fromWavpack, &shntool},
     {&ttaFormat, fromTta, &shntool},

@@ -3,9 +3,9 @@
 
 #include "formats/TranscodeTask.h"
 
+#include "formats/PlainWav.h"
 #include "formats/Records.h"
 #include "formats/TagCopy.h"
-#include "formats/wav/PlainWav.h"
 
 #include <QLoggingCategory>
 
@@ -54,7 +54,12 @@ void TranscodeTask::makeOutput()
         showStatus(QString::fromUtf8(special->status));
     }
     const QString wav = scratchWav();
-    if (makeWav(wav, special && special->toWav ? special->toWav : sourceFormat().toWav)) {
+    const ToolStep *step = special && special->toWav ? special->toWav : sourceFormat().toWav;
+    ToolStep spelled = step ? *step : ToolStep();
+    if (special && special->progress) {
+        spelled.progress = special->progress;
+    }
+    if (makeWav(wav, step ? &spelled : nullptr)) {
         encode(wav);
     }
 }

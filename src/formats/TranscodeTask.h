@@ -20,6 +20,8 @@ struct SourceRule
     const ToolStep *toWav = nullptr;
     /// Status line while its tags are copied.
     const char *tagStatus = nullptr;
+    /// Status line of the tool that makes the WAV, where it is another than the tool's usual one.
+    const char *progress = nullptr;
 };
 
 /// What is peculiar to a format that files are encoded to.

@@ -7,7 +7,6 @@
 #include "formats/ShntoolConversion.h"
 #include "formats/alac/DecodeALACTask.h"
 #include "formats/alac/EncodeALACTask.h"
-#include "formats/flac/FlacTool.h"
 #include "formats/monkeysaudio/MacTool.h"
 #include "formats/wavpack/WavpackTool.h"
 #include "tags/TagAccess.h"
@@ -28,7 +27,7 @@ const ToolStep wvunpackToWav{"wvunpack", WavpackTool::decodeToTemporary, Wavpack
                              "Decoding to WAV: %1%"};
 const SourceRule rules[] = {
     {&shortenFormat, "Decoding SHN to Wav", &shntoolToWav},
-    {&flacFormat, "Decoding FLAC to Wav", &FlacTool::toWavInCapitals, "Copying FLAC Tags"},
+    {&flacFormat, "Decoding FLAC to Wav", nullptr, "Copying FLAC Tags", "Decoding to WAV: %1%"},
     {&monkeysAudioFormat, "Decoding APE to Wav", nullptr, "Copying APE Tags"},
     {&wavpackFormat, "Decoding Wavepack to Wav", &wvunpackToWav, "Copying Wavpack Tags"},
     {&ttaFormat, "Decoding TTA to Wav", nullptr, "Copying TTA Tags"},

@@ -83,6 +83,5 @@ const ToolStep encodeTemporary{
     readEncode, "Encoding to Flac: %1% %2"};
 const ToolStep decode{"flac", decodeArguments, readDecode, "Decoding Flac: %1%"};
 const ToolStep toWav{"flac", temporaryArguments, readToWav, "Decoding to Wav: %1%"};
-const ToolStep toWavInCapitals{"flac", temporaryArguments, readToWav, "Decoding to WAV: %1%"};
 
 } // namespace kruv::FlacTool

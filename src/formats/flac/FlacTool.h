@@ -18,7 +18,5 @@ extern const ToolStep encodeTemporary;
 extern const ToolStep decode;
 /// Decodes into a temporary WAV.
 extern const ToolStep toWav;
-/// The same; some jobs spell WAV in capitals.
-extern const ToolStep toWavInCapitals;
 
 } // namespace kruv::FlacTool

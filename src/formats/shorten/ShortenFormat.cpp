@@ -39,7 +39,8 @@ const Format shortenFormat{
     .label = u"SHN",
     .types = types,
     .mediaTypes = mediaTypes,
-    .takenBy = {.decode = true, .encode = true, .checksum = true, .shntool = true, .fix = true, .lossy = true},
+    .takenBy =
+        {.decode = true, .encode = true, .checksum = true, .shntool = true, .fix = true, .lossy = true},
     .isContent = [](const FileStart &start) { return start.bytes.startsWith("ajkg"); },
     .limits = &limits,
     .options = options,

@@ -26,7 +26,8 @@ const Format wavFormat{
     .label = u"WAV",
     .types = types,
     .mediaTypes = mediaTypes,
-    .takenBy = {.decode = true, .encode = true, .checksum = true, .shntool = true, .fix = true, .lossy = true},
+    .takenBy =
+        {.decode = true, .encode = true, .checksum = true, .shntool = true, .fix = true, .lossy = true},
     .isContent = isWav,
     .decode = makeConversionTask<AiffToWavAndViceVersaTask>,
 };

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Kruv developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "formats/wav/PlainWav.h"
+#include "formats/PlainWav.h"
 
 #include "audio/FileDescriptor.h"
 #include "common/InputStream.h"
