@@ -67,7 +67,8 @@ if(KRUV_GUI)
   # Without it the window finds no display: the library that needs it only recommends it.
   string(APPEND CPACK_DEBIAN_PACKAGE_DEPENDS ", qt6-qpa-plugins, hicolor-icon-theme")
 endif()
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS
-  "shntool, wavpack, lame, opus-tools, sox, icedax, genisoimage, atomicparsley, qt6-image-formats-plugins")
+set(recommended ${KRUV_TOOL_PACKAGES} qt6-image-formats-plugins)
+list(REMOVE_ITEM recommended flac)
+list(JOIN recommended ", " CPACK_DEBIAN_PACKAGE_RECOMMENDS)
 set(CPACK_DEBIAN_PACKAGE_SUGGESTS "qt6-wayland, libglib2.0-bin, udisks2")
 include(CPack)

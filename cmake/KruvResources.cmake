@@ -7,8 +7,7 @@
 #
 # The file is included by the build, and run as a script (cmake -P) with FOLDER set, at build and at install time.
 
-set(KRUV_LINKED_TOOLS metaflac lame opusenc opusdec wavpack AtomicParsley sox)
-set(KRUV_ADAPTED_TOOLS shntool wvunpack mkisofs cdda2wav flac)
+include(${CMAKE_CURRENT_LIST_DIR}/KruvTools.cmake)
 
 function(kruv_fill_resources folder)
   file(MAKE_DIRECTORY ${folder})

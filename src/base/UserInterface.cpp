@@ -14,21 +14,36 @@ QString tr(const char *text, int count = -1)
     return QCoreApplication::translate("UserInterface", text, nullptr, count);
 }
 
+/// The first few of a list that may be long, a line each.
+QString firstOf(const QStringList &names)
+{
+    constexpr qsizetype mostNamed = 10;
+    const auto unnamed = static_cast<int>(names.size() - mostNamed);
+    return names.mid(0, mostNamed).join(u'\n') +
+           (unnamed > 0 ? u'\n' + tr("and %n more", unnamed) : QString());
+}
+
 } // namespace
 
 std::optional<ExistingFiles> UserInterface::askAboutExisting(const QStringList &existing)
 {
-    constexpr qsizetype mostNamed = 10;
-    QString names = existing.mid(0, mostNamed).join(u'\n');
-    if (existing.size() > mostNamed) {
-        names += u'\n' + tr("and %n more", static_cast<int>(existing.size() - mostNamed));
-    }
     constexpr ExistingFiles answers[] = {ExistingFiles::Skip, ExistingFiles::Replace,
                                          ExistingFiles::KeepBoth};
-    const int answer = ask(tr("%n output(s) exist already", static_cast<int>(existing.size())), names,
-                           {tr("Skip existing"), tr("Replace"), tr("Keep both"), tr("Cancel")}, 0);
+    const int answer =
+        ask(tr("%n output(s) exist already", static_cast<int>(existing.size())), firstOf(existing),
+            {tr("Skip existing"), tr("Replace"), tr("Keep both"), tr("Cancel")}, 0);
     const bool goesOn = answer >= 0 && answer < static_cast<int>(std::size(answers));
     return goesOn ? std::optional(answers[answer]) : std::nullopt;
+}
+
+bool UserInterface::askAboutLossy(const QStringList &files)
+{
+    const int answer =
+        ask(tr("%n file(s) are lossy. A lossless format makes them larger, but brings nothing back. Encode "
+               "them all the same?",
+               static_cast<int>(files.size())),
+            firstOf(files), {tr("No"), tr("Yes")}, 0);
+    return answer == 1;
 }
 
 } // namespace kruv

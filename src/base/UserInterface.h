@@ -37,6 +37,8 @@ public:
     }
     /// Nothing where the command is not to go on. `existing` are the outputs whose names are taken.
     virtual std::optional<ExistingFiles> askAboutExisting(const QStringList &existing);
+    /// Whether these lossy files are to become lossless ones, which are larger and sound the same.
+    virtual bool askAboutLossy(const QStringList &files);
     virtual void alert(const QString &title, const QString &text, const QString &button) = 0;
 
     // Nothing is returned when the person cancels.

@@ -74,6 +74,18 @@ std::optional<ExistingFiles> CliUserInterface::askAboutExisting(const QStringLis
                          .arg(names));
 }
 
+bool CliUserInterface::askAboutLossy(const QStringList &files)
+{
+    if (m_options.fromLossy) {
+        return true;
+    }
+    throw UsageError(
+        QCoreApplication::translate("CliUserInterface",
+                                    "%1 is lossy: a lossless format makes it larger, but brings nothing "
+                                    "back. Add --from-lossy to encode such files all the same.")
+            .arg(Console::printable(files.constFirst())));
+}
+
 void CliUserInterface::alert(const QString &title, const QString &text, const QString &)
 {
     ++m_alerts;

@@ -21,6 +21,7 @@ public:
     int ask(const QString &title, const QString &text, const QStringList &buttons,
             int defaultButton) override;
     std::optional<ExistingFiles> askAboutExisting(const QStringList &existing) override;
+    bool askAboutLossy(const QStringList &files) override;
     void alert(const QString &title, const QString &text, const QString &button) override;
     std::optional<QString> chooseFolder(const QString &title) override;
     QStringList chooseFiles(const QString &title, const QString &prompt) override;

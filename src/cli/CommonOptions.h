@@ -27,6 +27,8 @@ struct CommonOptions
     bool skipExisting = false;
     bool keepBoth = false;
     bool yes = false;
+    /// Lossy files may become lossless ones.
+    bool fromLossy = false;
     /// A command that works on DVD-Audio reads the formats of its files.
     bool readFormats = true;
     /// Jobs at once; 0 means the preference.

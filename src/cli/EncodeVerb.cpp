@@ -17,6 +17,7 @@ EncodeVerb::EncodeVerb(CLI::App &parent)
     declareCommonFlags();
     declareOutputFlags();
     declareExistingFlags();
+    app().add_flag("--from-lossy", fromLossyFlag(), "Make lossless files of lossy ones, too");
     app().footer("Example: a folder of WAV files, verified, two at a time, next to their sources\n"
                  "  kruv encode --to flac --level 8 --verify --beside-source ~/Concert");
 }

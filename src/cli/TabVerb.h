@@ -47,6 +47,7 @@ protected:
     const CommonOptions &options() const { return m_options; }
     bool &overwriteFlag() { return m_options.overwrite; }
     bool &besideSourceFlag() { return m_options.besideSource; }
+    bool &fromLossyFlag() { return m_options.fromLossy; }
     std::string &saveFlag() { return m_options.save; }
     /// The file that `flag` names and the engine asks for.
     std::string &sideFileFlag(const char *flag)

@@ -85,13 +85,24 @@ void EncodeTab::displayRelevantOptions()
 void EncodeTab::executeCommand()
 {
     const Format *format = chosenFormat();
-    if (fileList().isEmpty() || !format || !confirmDeletion(m_deleteOriginalsButton.isOn())) {
+    if (fileList().isEmpty() || !format || !mayEncodeLossy() ||
+        !confirmDeletion(m_deleteOriginalsButton.isOn())) {
         return;
     }
     if (const auto plan = planOutputs(m_sourceEncodeButton, format->extension(), clashTitle())) {
         queueJobs(*format, *plan);
         clearFiles();
     }
+}
+
+bool EncodeTab::mayEncodeLossy()
+{
+    QStringList lossy = fileNames();
+    lossy.removeIf([](const QString &file) {
+        const Format *format = Formats::identify(file);
+        return !format || !format->isLossy();
+    });
+    return lossy.isEmpty() || host().userInterface().askAboutLossy(lossy);
 }
 
 std::shared_ptr<KruvTask> EncodeTab::listAfter(const Format &format, const OutputPlan &plan)

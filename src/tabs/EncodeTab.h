@@ -41,6 +41,8 @@ public:
     void executeCommand() override;
 
 private:
+    /// Asks about lossy files in the list. True when the command may go on.
+    bool mayEncodeLossy();
     std::shared_ptr<KruvTask> listAfter(const Format &format, const OutputPlan &plan);
     void queueJobs(const Format &format, const OutputPlan &plan);
 

@@ -21,23 +21,7 @@ namespace kruv::ToolCatalog {
 namespace {
 
 constexpr ToolInfo tools[] = {
-    {"flac", "flac", "FLAC encoding, decoding and verifying", "--version"},
-    {"metaflac", "flac", "FLAC dates, fingerprints and replay gain", "--version"},
-    {"shntool", "shntool", "Shorten, shntool operations, ST5 lists, sector boundaries", "-v"},
-    {"wavpack", "wavpack", "WavPack encoding", "--version"},
-    {"wvunpack", "wavpack", "WavPack decoding and verifying", "--version"},
-    {"shorten", nullptr, "Shorten encoding and decoding", "-v"},
-    {"ttaenc", nullptr, "TTA encoding, decoding and verifying", "-v"},
-    {"mac", nullptr, "Monkey's Audio encoding, decoding and verifying", nullptr},
-    {"lame", "lame", "MP3 encoding", "--version"},
-    {"opusenc", "opus-tools", "Opus encoding", "--version"},
-    {"opusdec", "opus-tools", "Opus decoding", "--version"},
-    {"aacplusenc", nullptr, "HE-AAC encoding", "--version", "libfdk-aac-dev"},
-    {"AtomicParsley", "atomicparsley", "the gapless mark of AAC files", "--version"},
-    {"sox", "sox", "sample-rate conversion and de-emphasis", "--version"},
-    {"cdda2wav", "icedax", "CD extraction", "-version"},
-    {"dvda", nullptr, "DVD-Audio authoring", "--version"},
-    {"mkisofs", "genisoimage", "DVD-Audio images", "-version"},
+#include "ToolTable.inc"
 };
 
 const ToolInfo *infoFor(const QString &name)
