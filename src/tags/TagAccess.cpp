@@ -53,5 +53,9 @@ const TagAccess wavpack{readWith<&Helper::tagsForWavpackFile>, writeWith<&Helper
 const TagAccess tta{readWith<&Helper::tagsForTTAFile>, writeWith<&Helper::writeTagsForTTAFile>, true, true};
 const TagAccess mp4{readMp4, writeMp4};
 const TagAccess aiff{readWith<&Helper::tagsForAIFFFile>, writeAiff, false};
+const TagAccess vorbis{readWith<&Helper::tagsForVorbisFile>, writeWith<&Helper::writeTagsForVorbisFile>, true,
+                       false, true};
+const TagAccess opus{readWith<&Helper::tagsForOpusFile>, writeWith<&Helper::writeTagsForOpusFile>, true,
+                     false, true};
 
 } // namespace kruv::TagAccesses

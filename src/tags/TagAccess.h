@@ -35,6 +35,8 @@ extern const TagAccess wavpack;
 extern const TagAccess tta;
 extern const TagAccess mp4;
 extern const TagAccess aiff;
+extern const TagAccess vorbis;
+extern const TagAccess opus;
 
 } // namespace TagAccesses
 } // namespace kruv

@@ -25,9 +25,11 @@
 #include <flacfile.h>
 #include <id3v2framefactory.h>
 #include <mpegfile.h>
+#include <opusfile.h>
 #include <stdexcept>
 #include <trueaudiofile.h>
 #include <type_traits>
+#include <vorbisfile.h>
 #include <wavpackfile.h>
 
 namespace kruv {
@@ -123,6 +125,20 @@ bool writeGenericTags(const QString &path, const TagsObject &record, bool writeE
     });
 }
 
+template <typename File>
+TagLibTagsHelper::Record readOggTags(const TagLibTagsHelper &helper, const QString &path)
+{
+    return readTags<File>(helper, path,
+                          [](File &file, TagsObject &record) { readOggXiph(*file.tag(), record); });
+}
+
+template <typename File> bool writeOggTags(const QString &path, const TagsObject &record, bool writeEmptyTags)
+{
+    return writeTags<File>(path, [&](File &file, StagedFileStream &) {
+        return writeOggXiph(*file.tag(), record, writeEmptyTags) && file.save();
+    });
+}
+
 } // namespace
 
 TagLibTagsHelper::Record TagLibTagsHelper::tagsForMP3File(const QString &path) const
@@ -158,6 +174,28 @@ TagLibTagsHelper::Record TagLibTagsHelper::tagsForWavpackFile(const QString &pat
 TagLibTagsHelper::Record TagLibTagsHelper::tagsForTTAFile(const QString &path) const
 {
     return readGenericTags<TagLib::TrueAudio::File>(*this, path);
+}
+
+TagLibTagsHelper::Record TagLibTagsHelper::tagsForVorbisFile(const QString &path) const
+{
+    return readOggTags<TagLib::Ogg::Vorbis::File>(*this, path);
+}
+
+TagLibTagsHelper::Record TagLibTagsHelper::tagsForOpusFile(const QString &path) const
+{
+    return readOggTags<TagLib::Ogg::Opus::File>(*this, path);
+}
+
+bool TagLibTagsHelper::writeTagsForVorbisFile(const QString &path, const TagsObject &record,
+                                              bool writeEmptyTags) const
+{
+    return writeOggTags<TagLib::Ogg::Vorbis::File>(path, record, writeEmptyTags);
+}
+
+bool TagLibTagsHelper::writeTagsForOpusFile(const QString &path, const TagsObject &record,
+                                            bool writeEmptyTags) const
+{
+    return writeOggTags<TagLib::Ogg::Opus::File>(path, record, writeEmptyTags);
 }
 
 bool TagLibTagsHelper::writeTagsForMP3File(const QString &path, const TagsObject &record,

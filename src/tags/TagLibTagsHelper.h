@@ -38,6 +38,8 @@ public:
     Record tagsForAPEFile(const QString &path) const;
     Record tagsForWavpackFile(const QString &path) const;
     Record tagsForTTAFile(const QString &path) const;
+    Record tagsForVorbisFile(const QString &path) const;
+    Record tagsForOpusFile(const QString &path) const;
 
     /// With `writeEmptyTags` every tag of the file, of any kind, goes first.
     bool writeTagsForMP3File(const QString &path, const TagsObject &record, bool writeEmptyTags) const;
@@ -48,6 +50,8 @@ public:
     bool writeTagsForAPEFile(const QString &path, const TagsObject &record, bool writeEmptyTags) const;
     bool writeTagsForWavpackFile(const QString &path, const TagsObject &record, bool writeEmptyTags) const;
     bool writeTagsForTTAFile(const QString &path, const TagsObject &record, bool writeEmptyTags) const;
+    bool writeTagsForVorbisFile(const QString &path, const TagsObject &record, bool writeEmptyTags) const;
+    bool writeTagsForOpusFile(const QString &path, const TagsObject &record, bool writeEmptyTags) const;
 
     /// Makes every text of the record empty (not absent) and its picture absent.
     void setBlankTags(TagsObject &record) const;

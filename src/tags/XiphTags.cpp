@@ -108,7 +108,7 @@ bool isCommentApart(const XiphComment &comment, const FieldKey &row, const QStri
            joinedValues(comment, descriptionKey) == text;
 }
 
-void clearExceptEncoder(TagLib::FLAC::File &file, XiphComment &comment)
+void clearExceptEncoder(XiphComment &comment)
 {
     const TagLib::Ogg::FieldListMap fields = comment.fieldListMap();
     for (const auto &[key, values] : fields) {
@@ -117,25 +117,25 @@ void clearExceptEncoder(TagLib::FLAC::File &file, XiphComment &comment)
         }
     }
     comment.removeAllPictures();
-    file.removePictures();
 }
 
-/// Those very bytes, as when a record goes back into the file it came from.
-bool holdsPicture(TagLib::FLAC::File &file, const AlbumArt &art)
+/// Those very bytes, as when a record goes back into the file it came from. A FLAC file has its pictures in
+/// blocks, an Ogg file in its comment.
+template <typename Holder> bool holdsPicture(Holder &holder, const AlbumArt &art)
 {
     const QByteArray &bytes = art.encoded();
-    const auto pictures = file.pictureList();
+    const auto pictures = holder.pictureList();
     return std::any_of(pictures.begin(), pictures.end(), [&bytes](const TagLib::FLAC::Picture *picture) {
         const TagLib::ByteVector held = picture->data();
         return QByteArrayView(held.data(), static_cast<qsizetype>(held.size())) == bytes;
     });
 }
 
-bool addPicture(TagLib::FLAC::File &file, const TagsObject &record)
+template <typename Holder> bool addPicture(Holder &holder, const TagsObject &record)
 {
     constexpr qsizetype mostBytes = longestBlock - pictureFieldsSize;
     const auto art = record.picture();
-    if (!art || holdsPicture(file, *art) || art->png().bytes.isEmpty()) {
+    if (!art || holdsPicture(holder, *art) || art->png().bytes.isEmpty()) {
         return true;
     }
     const AlbumArt::Png &png = art->png();
@@ -152,7 +152,7 @@ bool addPicture(TagLib::FLAC::File &file, const TagsObject &record)
     picture->setHeight(png.height);
     picture->setColorDepth(png.bitsPerPixel);
     picture->setData(TagLib::ByteVector(bytes.constData(), static_cast<unsigned int>(bytes.size())));
-    file.addPicture(picture.release());
+    holder.addPicture(picture.release());
     return true;
 }
 
@@ -178,6 +178,49 @@ void writeCustomTags(XiphComment &comment, const TagsObject::CustomTags &tags)
     }
 }
 
+void readFields(const XiphComment &comment, TagsObject &record)
+{
+    for (const FieldKey &row : fieldKeys) {
+        const QString text = joinedValues(comment, row.key);
+        if (!text.isNull()) {
+            record.setText(row.field, text);
+        }
+    }
+    readDate(joinedValues(comment, dateKey), record);
+    TagsObject::CustomTags customTags;
+    for (const auto &[key, values] : comment.fieldListMap()) {
+        if (!isKnown(key)) {
+            customTags.insert(fromTagLibString(key), fromTagLibString(values.toString(" ")));
+        }
+    }
+    record.setCustomTagsDictionary(customTags);
+}
+
+template <typename Holder> void readPicture(Holder &holder, TagsObject &record)
+{
+    const auto pictures = holder.pictureList();
+    if (!pictures.isEmpty()) {
+        const TagLib::ByteVector bytes = pictures.front()->data();
+        record.setEncodedAlbumArt({bytes.data(), static_cast<qsizetype>(bytes.size())});
+    }
+}
+
+void writeTexts(XiphComment &comment, const TagsObject &record, bool writeEmptyTags)
+{
+    for (const FieldKey &row : fieldKeys) {
+        const QString text = record.text(row.field);
+        if (isToBeWritten(text, writeEmptyTags) && !isCommentApart(comment, row, text)) {
+            writeField(comment, row.key, text);
+        }
+    }
+}
+
+/// What the DATE field is to be.
+QString dateOf(const XiphComment &comment, const TagsObject &record)
+{
+    return record.yearText().isEmpty() ? joinedValues(comment, dateKey) : joinedDate(record);
+}
+
 } // namespace
 
 void takeLatin1Fields(TagLib::IOStream &stream, XiphComment &comment)
@@ -198,50 +241,48 @@ void takeLatin1Fields(TagLib::IOStream &stream, XiphComment &comment)
 void readXiph(TagLib::FLAC::File &file, TagsObject &record)
 {
     if (const XiphComment *comment = file.hasXiphComment() ? file.xiphComment() : nullptr) {
-        for (const FieldKey &row : fieldKeys) {
-            const QString text = joinedValues(*comment, row.key);
-            if (!text.isNull()) {
-                record.setText(row.field, text);
-            }
-        }
-        readDate(joinedValues(*comment, dateKey), record);
-        TagsObject::CustomTags customTags;
-        for (const auto &[key, values] : comment->fieldListMap()) {
-            if (!isKnown(key)) {
-                customTags.insert(fromTagLibString(key), fromTagLibString(values.toString(" ")));
-            }
-        }
-        record.setCustomTagsDictionary(customTags);
+        readFields(*comment, record);
     }
-    const auto pictures = file.pictureList();
-    if (!pictures.isEmpty()) {
-        const TagLib::ByteVector bytes = pictures.front()->data();
-        record.setEncodedAlbumArt({bytes.data(), static_cast<qsizetype>(bytes.size())});
-    }
+    readPicture(file, record);
+}
+
+void readOggXiph(XiphComment &comment, TagsObject &record)
+{
+    readFields(comment, record);
+    readPicture(comment, record);
 }
 
 bool writeXiph(TagLib::FLAC::File &file, const TagsObject &record, bool writeEmptyTags, QString &date)
 {
     XiphComment &comment = *file.xiphComment(true);
     if (writeEmptyTags) {
-        clearExceptEncoder(file, comment);
+        clearExceptEncoder(comment);
+        file.removePictures();
     }
-    for (const FieldKey &row : fieldKeys) {
-        const QString text = record.text(row.field);
-        if (isToBeWritten(text, writeEmptyTags) && !isCommentApart(comment, row, text)) {
-            writeField(comment, row.key, text);
-        }
-    }
+    writeTexts(comment, record, writeEmptyTags);
     if (!addPicture(file, record)) {
         return false;
     }
     comment.addField(encoderKey, toTagLibString(QStringLiteral("Kruv %1").arg(shortVersion())), true);
     writeCustomTags(comment, record.customTagsDictionary());
-    date = record.yearText().isEmpty() ? joinedValues(comment, dateKey) : joinedDate(record);
+    date = dateOf(comment, record);
     // metaflac sets the date once this is saved. With the field here already it finds room for it in place,
     // and never has to rewrite the file.
     writeField(comment, dateKey, date);
     return comment.render(false).size() <= longestBlock;
+}
+
+bool writeOggXiph(XiphComment &comment, const TagsObject &record, bool writeEmptyTags)
+{
+    if (writeEmptyTags) {
+        clearExceptEncoder(comment);
+    }
+    writeTexts(comment, record, writeEmptyTags);
+    writeCustomTags(comment, record.customTagsDictionary());
+    if (const QString date = dateOf(comment, record); !date.isEmpty()) {
+        writeField(comment, dateKey, date);
+    }
+    return addPicture(comment, record);
 }
 
 } // namespace kruv

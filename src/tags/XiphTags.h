@@ -6,6 +6,7 @@
 #include "tags/TagsObject.h"
 
 #include <flacfile.h>
+#include <xiphcomment.h>
 
 namespace kruv {
 
@@ -19,5 +20,9 @@ void readXiph(TagLib::FLAC::File &file, TagsObject &record);
 /// False when the tags don't fit into FLAC metadata blocks (16 MiB each). Sets `date` to what the file's DATE
 /// field is to be.
 bool writeXiph(TagLib::FLAC::File &file, const TagsObject &record, bool writeEmptyTags, QString &date);
+
+/// The same for the comment of an Ogg file, which holds its pictures too and has no limit of its own.
+void readOggXiph(TagLib::Ogg::XiphComment &comment, TagsObject &record);
+bool writeOggXiph(TagLib::Ogg::XiphComment &comment, const TagsObject &record, bool writeEmptyTags);
 
 } // namespace kruv

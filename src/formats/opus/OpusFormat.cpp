@@ -7,6 +7,7 @@
 #include "formats/opus/DecodeOpusTask.h"
 #include "formats/opus/EncodeOpusTask.h"
 #include "formats/opus/OpusTool.h"
+#include "tags/TagAccess.h"
 
 namespace kruv {
 
@@ -27,7 +28,7 @@ const Format opusFormat{
     .types = types,
     .mediaTypes = mediaTypes,
     .kind = FormatKind::Lossy,
-    .takenBy = {.decode = true},
+    .takenBy = {.decode = true, .tags = true},
     .isContent =
         [](const FileStart &start) {
             return start.bytes.startsWith("OggS") && start.bytes.contains("OpusHead");
@@ -38,6 +39,7 @@ const Format opusFormat{
     .decode = makeConversionTask<DecodeOpusTask>,
     .encoderTool = "opusenc",
     .recipe = &recipe,
+    .tags = &TagAccesses::opus,
 };
 
 } // namespace kruv
