@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "formats/TranscodeTask.h"
+#include "formats/LossyTask.h"
 #include "platform/Resources.h"
 
 #include <memory>
@@ -15,6 +15,12 @@ template <const Format *target>
 std::shared_ptr<ConversionTask> makeTranscodeTask(TaskCompletionSink *queue, const ConversionRequest &request)
 {
     return std::make_shared<TranscodeTask>(queue, request, *target);
+}
+
+template <const Format *target>
+std::shared_ptr<ConversionTask> makeLossyTask(TaskCompletionSink *queue, const ConversionRequest &request)
+{
+    return std::make_shared<LossyTask>(queue, request, *target);
 }
 
 template <class Job>

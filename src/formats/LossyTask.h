@@ -12,9 +12,10 @@ namespace kruv {
 class LossyTask : public TranscodeTask
 {
     Q_DECLARE_TR_FUNCTIONS(kruv::LossyTask)
-protected:
+public:
     using TranscodeTask::TranscodeTask;
 
+protected:
     void makeOutput() override;
     void dress(StagedOutputs &outputs) override;
 
