@@ -5,6 +5,7 @@
 
 #include "base/PathNames.h"
 #include "tags/AACTagsHelper.h"
+#include "tags/FlacTagHelper.h"
 #include "tags/TagLibTagsHelper.h"
 
 #include <QLoggingCategory>
@@ -131,6 +132,13 @@ bool isWritten(const QString &type)
 bool write(const QString &type, const QString &path, const TagsObject &record, bool writeEmptyTags)
 {
     return formatOf(type)->write(path, record, writeEmptyTags);
+}
+
+void removePadding(const QString &type, const QString &path)
+{
+    if (type == u"FLAC") {
+        FlacTagHelper().removePadding(path);
+    }
 }
 
 } // namespace kruv::TagFormats
