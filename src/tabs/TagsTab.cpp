@@ -4,6 +4,7 @@
 #include "tabs/TagsTab.h"
 
 #include "base/PathNames.h"
+#include "base/Preferences.h"
 #include "base/UserInterface.h"
 #include "formats/TagFormats.h"
 #include "platform/MainThread.h"
