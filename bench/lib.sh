@@ -1,7 +1,9 @@
+# shellcheck shell=bash
 # SPDX-FileCopyrightText: 2026 The Kruv developers
 # SPDX-License-Identifier: GPL-3.0-or-later
 # Shared by the benchmarks: sourced, not run.
 
+# shellcheck disable=SC2034 # for those that source it
 top=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 
 # seconds COMMAND...: wall time of one run, output thrown away.

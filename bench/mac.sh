@@ -1,12 +1,13 @@
-#!/bin/sh
+#!/usr/bin/env bash
 # SPDX-FileCopyrightText: 2026 The Kruv developers
 # SPDX-License-Identifier: GPL-3.0-or-later
-#
 # Speed and size of the Monkey's Audio coder on one processor and the same audio.
 # Rivals: ffmpeg's decoder (decode, at most 1.0), our own decoder (encode, at most 1.3), flac -8 (size).
-# Usage: mac.sh BUILD_DIR [WAV]; without a WAV, half a minute of plucked chords in a room is made with sox.
-set -eu
-build=${1:?usage: mac.sh BUILD_DIR [WAV]}
+# Without a WAV, half a minute of plucked chords in a room is made with sox. Needs hyperfine.
+# usage: bench/mac.sh [BUILD-FOLDER] [WAV]
+set -euo pipefail
+. "$(dirname "$0")/lib.sh"
+build=${1:-$top/build} wav=${2:-}
 mac=$(realpath "$build/resources/mac")
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
@@ -36,8 +37,8 @@ cpu_time() {
     awk -F, 'NR == 2 { print $5 + $6 }' "$folder/times.csv"
 }
 
-if [ $# -gt 1 ]; then
-    cp "$2" "$folder/music.wav"
+if [ -n "$wav" ]; then
+    cp "$wav" "$folder/music.wav"
 else
     make_music "$folder/music.wav"
 fi

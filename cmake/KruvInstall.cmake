@@ -5,15 +5,10 @@
 
 set(dist ${CMAKE_CURRENT_SOURCE_DIR}/dist)
 
-foreach(tool IN ITEMS aacplusenc dvda mac shorten ttaenc)
-  if(TARGET ${tool})
-    install(TARGETS ${tool} DESTINATION ${CMAKE_INSTALL_LIBEXECDIR}/kruv)
-  endif()
-endforeach()
-
 if(KRUV_GUI)
   install(FILES ${dist}/org.kruv.Kruv.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
-  install(FILES ${dist}/org.kruv.Kruv.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
+  configure_file(${dist}/org.kruv.Kruv.metainfo.xml.in org.kruv.Kruv.metainfo.xml @ONLY)
+  install(FILES ${CMAKE_CURRENT_BINARY_DIR}/org.kruv.Kruv.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
   install(FILES ${dist}/org.kruv.Kruv.mime.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/mime/packages
           RENAME org.kruv.Kruv.xml)
   set(icons ${CMAKE_INSTALL_DATADIR}/icons/hicolor)
@@ -24,16 +19,26 @@ if(KRUV_GUI)
   endforeach()
 endif()
 
-# The page is packed as distributions want it; `man` reads either.
+# The page and the changelog are packed as distributions want them; `man` reads either.
 find_program(KRUV_GZIP gzip REQUIRED)
+# These two are the writer's to fill.
+set(SYNOPSIS "@SYNOPSIS@")
+set(COMMANDS "@COMMANDS@")
+configure_file(${dist}/kruv.1.in kruv.1.in @ONLY)
+set(page_frame ${CMAKE_CURRENT_BINARY_DIR}/kruv.1.in)
 set(page ${CMAKE_CURRENT_BINARY_DIR}/kruv.1.gz)
 set(plain_page ${CMAKE_CURRENT_BINARY_DIR}/kruv.1)
 add_custom_command(OUTPUT ${page}
-  COMMAND kruv_manual_writer ${dist}/kruv.1.in > ${plain_page}
+  COMMAND kruv_manual_writer ${page_frame} > ${plain_page}
   COMMAND ${KRUV_GZIP} -9nc ${plain_page} > ${page}
-  DEPENDS ${dist}/kruv.1.in kruv_manual_writer
+  DEPENDS ${page_frame} kruv_manual_writer
   VERBATIM)
-add_custom_target(kruv_manual ALL DEPENDS ${page})
+set(changelog ${CMAKE_CURRENT_BINARY_DIR}/changelog.gz)
+add_custom_command(OUTPUT ${changelog}
+  COMMAND ${KRUV_GZIP} -9nc ${dist}/changelog > ${changelog}
+  DEPENDS ${dist}/changelog
+  VERBATIM)
+add_custom_target(kruv_documents ALL DEPENDS ${page} ${changelog})
 install(FILES ${page} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 
 set(completions ${dist}/completions)
@@ -42,12 +47,12 @@ install(FILES ${completions}/_kruv DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/vend
 install(FILES ${completions}/kruv.fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
 
 install(FILES README.md DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/kruv)
-install(FILES ${dist}/copyright DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/kruv)
+install(FILES ${dist}/copyright ${changelog} DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/kruv)
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME kruv)
 set(CPACK_PACKAGE_VENDOR "The Kruv developers")
-set(CPACK_PACKAGE_CONTACT "The Kruv developers <kruv@localhost>")
+set(CPACK_PACKAGE_CONTACT "${KRUV_MAINTAINER}")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "convert, verify and keep collections of lossless audio")
 set(CPACK_PACKAGE_DESCRIPTION
   "Kruv turns lists of audio files into jobs, runs the codec tools that do the

@@ -1,9 +1,14 @@
+# shellcheck shell=bash
 # SPDX-FileCopyrightText: 2026 The Kruv developers
 # SPDX-License-Identifier: GPL-3.0-or-later
 # Shared by run, test and .ci/run: what is missing gets installed, then configured and built. Sourced, not run.
 
 top=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 build=$top/build
+
+# ccache finds what another tree of this machine compiled, precompiled headers included.
+export CCACHE_BASEDIR=${CCACHE_BASEDIR:-$top} CCACHE_NOHASHDIR=${CCACHE_NOHASHDIR:-1}
+export CCACHE_SLOPPINESS=${CCACHE_SLOPPINESS:-pch_defines,time_macros,include_file_mtime,include_file_ctime}
 
 say() { printf '%s\n' "kruv: $*" >&2; }
 
@@ -18,6 +23,11 @@ as_root() {
     fi
 }
 
+# install_packages NAME...
+install_packages() {
+    as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "$@" </dev/null >/dev/null
+}
+
 # ensure_packages GROUP...: installs the packages of these groups that are missing.
 ensure_packages() {
     local wanted stamp missing
@@ -30,8 +40,7 @@ ensure_packages() {
         say "installing packages: $(tr '\n' ' ' <<<"$missing")"
         as_root env DEBIAN_FRONTEND=noninteractive apt-get update -qq </dev/null
         # shellcheck disable=SC2086 # one word a package
-        as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends $missing \
-            </dev/null >/dev/null
+        install_packages $missing
     fi
     mkdir -p "$build"
     touch "$stamp"

@@ -38,7 +38,6 @@ const std::vector<RegisteredDefault> &registeredDefaults()
         {"lossyStepperLevel", 88, Kind::Control},
         {"lossyComboLevel", 160, Kind::Control},
         {"opusFrameSizeIndex", 3, Kind::Control},
-        {"SUScheduledCheckInterval", 604800, Kind::Setting},
         {"trashOrDelete", 0, Kind::Setting},
         {"lameStereoOption", 1, Kind::Setting},
         {"lameQValue", 3, Kind::Setting},
@@ -52,7 +51,6 @@ const std::vector<RegisteredDefault> &registeredDefaults()
         {"encodeToSourceDirectory", 0, Kind::Control},
         {"decodeToSourceDirectory", 0, Kind::Control},
         {"encodeLossyToSourceDirectory", 0, Kind::Control},
-        {"incomingSurroundOrder", QStringLiteral("L R C LFE LS RS (STANDARD)"), Kind::Setting},
         {"noPaddingFlacTags", false, Kind::Setting},
         {"cdProviderText", QString(), Kind::Setting},
     };

@@ -24,6 +24,16 @@ QJsonObject asJson(const FoundTool &tool)
             {QStringLiteral("package"), QLatin1StringView(tool.info.package ? tool.info.package : "")}};
 }
 
+QString remedyFor(const ToolInfo &info)
+{
+    if (info.package) {
+        return QStringLiteral("install the package %1").arg(QLatin1StringView(info.package));
+    }
+    return info.builtWith ? QStringLiteral("built with Kruv where the package %1 is installed")
+                                .arg(QLatin1StringView(info.builtWith))
+                          : QStringLiteral("belongs to Kruv: build or install it again");
+}
+
 QString asLine(const FoundTool &tool)
 {
     const QString name = QStringLiteral("%1").arg(QLatin1StringView(tool.info.name), -14);
@@ -32,11 +42,8 @@ QString asLine(const FoundTool &tool)
                           .arg(tool.version.isEmpty() ? QStringLiteral("-") : tool.version, -12)
                           .arg(tool.path);
     }
-    const QString remedy =
-        tool.info.package ? QStringLiteral("install the package %1").arg(QLatin1StringView(tool.info.package))
-                          : QStringLiteral("built with Kruv where its libraries are installed");
     return name + QStringLiteral("missing       needed for %1 (%2)\n")
-                      .arg(QLatin1StringView(tool.info.functions), remedy);
+                      .arg(QLatin1StringView(tool.info.functions), remedyFor(tool.info));
 }
 
 } // namespace

@@ -82,4 +82,12 @@ bool write(const QString &type, const QString &path, const TagsObject &record, b
     return accessOf(type)->write(path, record, writeEmptyTags);
 }
 
+void removePadding(const QString &type, const QString &path)
+{
+    const TagAccess *access = accessOf(type);
+    if (access && access->removePadding) {
+        access->removePadding(path);
+    }
+}
+
 } // namespace kruv::TagFormats

@@ -32,5 +32,7 @@ bool isWritten(const QString &type);
 /// See TagLibTagsHelper and AACTagsHelper: false and exceptions are theirs, and the file is then as it was.
 /// Not for the main thread.
 bool write(const QString &type, const QString &path, const TagsObject &record, bool writeEmptyTags);
+/// Takes out the room that files of some types keep for later tags. Not for the main thread.
+void removePadding(const QString &type, const QString &path);
 
 } // namespace kruv::TagFormats

@@ -57,29 +57,6 @@ void addToggle(QFormLayout *form, const QString &label, ToggleControl &control, 
     form->addRow(label, box);
 }
 
-QComboBox *addEditableChoice(QFormLayout *form, const QString &label, TextControl &control,
-                             const QStringList &proposals, const QString &objectName)
-{
-    auto *box = new QComboBox(form->parentWidget());
-    box->setObjectName(objectName);
-    box->setEditable(true);
-    box->addItems(proposals);
-    Bindings::bind(control, box->lineEdit());
-    form->addRow(label, box);
-    return box;
-}
-
-/// Channel orders that multichannel files come in, named after where they are usual.
-QStringList surroundOrders()
-{
-    return {
-        QStringLiteral("L R C LFE LS RS (STANDARD)"),
-        QStringLiteral("L C R LS RS LFE (FILM)"),
-        QStringLiteral("C L R LS RS LFE (AAC)"),
-        QStringLiteral("L R LS RS C LFE (DTS)"),
-    };
-}
-
 /// The texts that name an optical drive: the first of each kind, then the second to the sixth.
 QStringList cdProviders()
 {
@@ -135,7 +112,6 @@ void PreferencesController::tieControls()
     m_noPaddingFlac.tieTo(m_preferences, QStringLiteral("noPaddingFlacTags"));
     m_lameStereoOption.tieTo(m_preferences, QStringLiteral("lameStereoOption"));
     m_lameQValue.tieTo(m_preferences, QStringLiteral("lameQValue"));
-    m_incomingSurroundOrder.tieTo(m_preferences, QStringLiteral("incomingSurroundOrder"));
     m_cdProviderText.tieTo(m_preferences, QStringLiteral("cdProviderText"));
     connect(&m_maxThreads, &Control::changed, this, &PreferencesController::maxThreadsChanged);
 }
@@ -239,12 +215,13 @@ void PreferencesController::fillMetadata(QWidget *pane)
 void PreferencesController::fillAdvanced(QWidget *pane)
 {
     QFormLayout *form = makeForm(pane);
-    addEditableChoice(form, tr("Incoming &surround order:"), m_incomingSurroundOrder, surroundOrders(),
-                      QStringLiteral("incomingSurroundOrder"));
-    addEditableChoice(form, tr("&CD provider:"), m_cdProviderText, QStringList{QString()} + cdProviders(),
-                      QStringLiteral("cdProviderText"))
-        ->lineEdit()
-        ->setPlaceholderText(tr("Found by itself"));
+    auto *provider = new QComboBox(pane);
+    provider->setObjectName(QStringLiteral("cdProviderText"));
+    provider->setEditable(true);
+    provider->addItems(QStringList{QString()} + cdProviders());
+    provider->lineEdit()->setPlaceholderText(tr("Found by itself"));
+    Bindings::bind(m_cdProviderText, provider->lineEdit());
+    form->addRow(tr("&CD provider:"), provider);
     m_tools = new QTreeWidget(pane);
     m_tools->setObjectName(QStringLiteral("tools"));
     m_tools->setAccessibleName(tr("Tools"));

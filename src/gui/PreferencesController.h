@@ -55,7 +55,6 @@ private:
     ToggleControl m_noPaddingFlac;
     ChoiceControl m_lameStereoOption;
     NumberControl m_lameQValue;
-    TextControl m_incomingSurroundOrder;
     TextControl m_cdProviderText;
 
     QToolBar *m_toolbar;

@@ -4,6 +4,7 @@
 #include "tabs/TagsTab.h"
 
 #include "base/PathNames.h"
+#include "base/Preferences.h"
 #include "base/UserInterface.h"
 #include "formats/TagFormats.h"
 #include "platform/MainThread.h"
@@ -387,10 +388,12 @@ void TagsTab::carryOut(const Command &command)
     for (qsizetype k = 0; k < command.files.size(); ++k) {
         const QString &file = command.files[k];
         const auto &record = command.records[static_cast<std::size_t>(k)];
-        jobs.push_back(std::make_shared<WriteTagsTask>(&host().taskQueue(), file, PathNames::fileType(file),
-                                                       record, command.writeEmptyTags));
-        jobs.back()->setResults(results);
-        results->addTaskInSet(*jobs.back());
+        const auto job = std::make_shared<WriteTagsTask>(&host().taskQueue(), file, PathNames::fileType(file),
+                                                         record, command.writeEmptyTags);
+        job->setWithoutPadding(withoutPadding());
+        job->setResults(results);
+        results->addTaskInSet(*job);
+        jobs.push_back(job);
         m_previousTagsObject = record;
     }
     m_usePreviousTagsButton.setEnabled(true);
@@ -398,13 +401,20 @@ void TagsTab::carryOut(const Command &command)
     m_autoName.setOn(false);
 }
 
+bool TagsTab::withoutPadding()
+{
+    return host().preferences().boolean(QStringLiteral("noPaddingFlacTags"));
+}
+
 void TagsTab::queueChanges(const QStringList &files, bool writeEmpty,
                            const std::function<TagChanges(qsizetype)> &changesOf)
 {
     std::vector<std::shared_ptr<KruvTask>> jobs;
     for (qsizetype k = 0; k < files.size(); ++k) {
-        jobs.push_back(std::make_shared<ChangeTagsTask>(
-            &host().taskQueue(), files[k], PathNames::fileType(files[k]), changesOf(k), writeEmpty));
+        const auto job = std::make_shared<ChangeTagsTask>(
+            &host().taskQueue(), files[k], PathNames::fileType(files[k]), changesOf(k), writeEmpty);
+        job->setWithoutPadding(withoutPadding());
+        jobs.push_back(job);
     }
     host().taskQueue().addTasks(jobs);
 }

@@ -92,6 +92,7 @@ private:
     static Offer findPicture(const QStringList &files);
     void offerPicture(Command &command, const Offer &offer);
     void carryOut(const Command &command);
+    bool withoutPadding();
 
     LabelControl m_multipleSelectionsLabel;
     ToggleControl m_autoName;

@@ -4,6 +4,7 @@
 #include "tags/TagAccess.h"
 
 #include "tags/AACTagsHelper.h"
+#include "tags/FlacTagHelper.h"
 #include "tags/TagLibTagsHelper.h"
 
 namespace kruv::TagAccesses {
@@ -39,6 +40,11 @@ bool writeMp4(const QString &path, const TagsObject &record, bool writeEmptyTags
 bool writeAiff(const QString &path, const TagsObject &record, bool /*writeEmptyTags*/)
 {
     return Helper().writeTagsForAIFFFile(path, record);
+}
+
+void removeFlacPadding(const QString &path)
+{
+    FlacTagHelper().removePadding(path);
 }
 
 } // namespace

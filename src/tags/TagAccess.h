@@ -24,6 +24,8 @@ struct TagAccess
     bool isGeneric = false;
     /// Tags under any name.
     bool holdsCustomTags = false;
+    /// Takes out the room that is kept for later tags; null where a file has none.
+    void (*removePadding)(const QString &path) = nullptr;
 };
 
 namespace TagAccesses {

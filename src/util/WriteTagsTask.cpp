@@ -87,6 +87,8 @@ void WriteTagsTask::write()
     const auto record = tags();
     if (!TagFormats::write(m_type, m_fileName, *record, m_writeEmptyTags)) {
         failToWrite(refusal(m_fileName));
+    } else if (m_withoutPadding) {
+        TagFormats::removePadding(m_type, m_fileName);
     }
 }
 

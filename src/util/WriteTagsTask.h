@@ -20,6 +20,9 @@ public:
     WriteTagsTask(TaskCompletionSink *queue, const QString &fileName, const QString &type,
                   std::shared_ptr<const TagsObject> tags, bool writeEmptyTags);
 
+    /// The file keeps no room for later tags, where its type knows such. Before the start.
+    void setWithoutPadding(bool withoutPadding) { m_withoutPadding = withoutPadding; }
+
     void startTask() override;
     /// Ends the job and tells the queue, also when it is called a second time because the work of a cancelled
     /// job has come to its end.
@@ -44,6 +47,7 @@ private:
     const QString m_type;
     const std::shared_ptr<const TagsObject> m_tags;
     const bool m_writeEmptyTags;
+    bool m_withoutPadding = false;
     const Written m_written;
     Written m_before; // of the job that writes this file before
 };

@@ -12,7 +12,6 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QClipboard>
-#include <QComboBox>
 #include <QDialog>
 #include <QFontInfo>
 #include <QLineEdit>
@@ -68,9 +67,6 @@ TEST_F(DialogsTest, PreferencesAreStoredAtOnce)
     find<QLineEdit>(&panes, "shnlenTrackListingFormat")->setText(u"%name (%time)"_s);
     EXPECT_EQ(preview->text(), u"FileName (01:00:00)"_s);
     EXPECT_EQ(preferences.string(u"shntoolNamesFormat"_s), u"%name (%time)"_s);
-    find<QComboBox>(&panes, "incomingSurroundOrder")->setCurrentIndex(2);
-    EXPECT_EQ(preferences.string(u"incomingSurroundOrder"_s),
-              find<QComboBox>(&panes, "incomingSurroundOrder")->itemText(2));
 }
 
 TEST_F(DialogsTest, ResultsCanBeFoundCopiedAndSaved)

@@ -8,6 +8,8 @@
 #include "support/Session.h"
 #include "support/TaggedAudio.h"
 #include "tags/BitmapData.h"
+#include "tags/FlacPadding.h"
+#include "tags/StagedFileStream.h"
 #include "util/ChangeTagsTask.h"
 
 #include <QFile>
@@ -243,6 +245,28 @@ TEST_F(TagsTabRules, JobsForOneFileWriteInTheirOrder)
     }
     ASSERT_TRUE(session.runToEnd());
     EXPECT_EQ(text(files[0], TagField::Comment), u"7"_s);
+}
+
+TEST_F(TagsTabRules, LeavesNoPaddingWhereThePreferenceSaysSo)
+{
+    const QStringList files = listFiles(u"flac"_s, 2);
+    const auto endsWithPadding = [](const QString &file) {
+        StagedFileStream stream(file);
+        return findFlacMetadata(stream).value().endsWithPadding;
+    };
+    ASSERT_TRUE(endsWithPadding(files[0]));
+    session.controller.preferences().setValue(u"noPaddingFlacTags"_s, true);
+    tab.tableViewSelectionDidChange({0});
+    tab.commentText().setText(u"short"_s);
+    write();
+    tab.queueChanges({files[1]}, false, [](qsizetype) {
+        return TagChanges{{{TagField::Comment, u"short"_s}}, {}, nullptr};
+    });
+    ASSERT_TRUE(session.runToEnd());
+    for (const QString &file : files) {
+        EXPECT_FALSE(endsWithPadding(file));
+        EXPECT_EQ(text(file, TagField::Comment), u"short"_s);
+    }
 }
 
 TEST_F(TagsTabRules, ReadsInTheBackgroundAndForgetsWhatIsNoLongerSelected)

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Kruv developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "base/Version.h"
 #include "support/EnvironmentVariable.h"
 #include "support/TaggedAudio.h"
 #include "tags/FlacTagHelper.h"
@@ -73,7 +74,7 @@ TEST_F(FlacTags, WritesEveryField)
         u"DESCRIPTION="_s + record->commentText(),
         u"GENRE=Rock"_s,
         u"COMPOSER="_s + record->composerText(),
-        u"ENCODER=Kruv 1.0.0"_s,
+        u"ENCODER=Kruv "_s + shortVersion(),
         u"MOOD=100% = calm"_s,
         u"DATE=2004-05-06"_s,
     };
@@ -147,7 +148,7 @@ TEST_F(FlacTags, WriteEmptyClearsAllButTheEncoder)
     TagsObject blank;
     helper.setBlankTags(blank);
     ASSERT_TRUE(helper.writeTagsForFLACFile(path, blank, true));
-    EXPECT_EQ(fields(path), (QStringList{u"ENCODER=Kruv 1.0.0"_s, u"DATE="_s}));
+    EXPECT_EQ(fields(path), (QStringList{u"ENCODER=Kruv "_s + shortVersion(), u"DATE="_s}));
     EXPECT_TRUE(blocks(path).filter(u"PICTURE"_s).isEmpty());
 }
 
