@@ -49,8 +49,10 @@ void removeFlacPadding(const QString &path)
 
 } // namespace
 
-const TagAccess flac{readWith<&Helper::tagsForFlacFile>, writeWith<&Helper::writeTagsForFLACFile>, true,
-                     false, true};
+const TagAccess flac{.read = readWith<&Helper::tagsForFlacFile>,
+                     .write = writeWith<&Helper::writeTagsForFLACFile>,
+                     .holdsCustomTags = true,
+                     .removePadding = removeFlacPadding};
 const TagAccess mp3{readWith<&Helper::tagsForMP3File>, writeWith<&Helper::writeTagsForMP3File>};
 const TagAccess monkeysAudio{readWith<&Helper::tagsForAPEFile>, writeWith<&Helper::writeTagsForAPEFile>, true,
                              true};
