@@ -6,8 +6,18 @@
 set(dist ${CMAKE_CURRENT_SOURCE_DIR}/dist)
 
 if(KRUV_GUI)
-  install(FILES ${dist}/org.kruv.Kruv.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
-  configure_file(${dist}/org.kruv.Kruv.metainfo.xml.in org.kruv.Kruv.metainfo.xml @ONLY)
+  # What the program takes, its own records tell.
+  set(MEDIA_TYPES "@MEDIA_TYPES@")
+  foreach(document IN ITEMS desktop metainfo.xml)
+    set(name org.kruv.Kruv.${document})
+    configure_file(${dist}/${name}.in ${name}.in @ONLY)
+    add_custom_command(OUTPUT ${CMAKE_CURRENT_BINARY_DIR}/${name}
+      COMMAND kruv_document_writer ${CMAKE_CURRENT_BINARY_DIR}/${name}.in > ${CMAKE_CURRENT_BINARY_DIR}/${name}
+      DEPENDS ${CMAKE_CURRENT_BINARY_DIR}/${name}.in kruv_document_writer
+      VERBATIM)
+    list(APPEND documents ${CMAKE_CURRENT_BINARY_DIR}/${name})
+  endforeach()
+  install(FILES ${CMAKE_CURRENT_BINARY_DIR}/org.kruv.Kruv.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
   install(FILES ${CMAKE_CURRENT_BINARY_DIR}/org.kruv.Kruv.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
   install(FILES ${dist}/org.kruv.Kruv.mime.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/mime/packages
           RENAME org.kruv.Kruv.xml)
@@ -29,16 +39,16 @@ set(page_frame ${CMAKE_CURRENT_BINARY_DIR}/kruv.1.in)
 set(page ${CMAKE_CURRENT_BINARY_DIR}/kruv.1.gz)
 set(plain_page ${CMAKE_CURRENT_BINARY_DIR}/kruv.1)
 add_custom_command(OUTPUT ${page}
-  COMMAND kruv_manual_writer ${page_frame} > ${plain_page}
+  COMMAND kruv_document_writer ${page_frame} > ${plain_page}
   COMMAND ${KRUV_GZIP} -9nc ${plain_page} > ${page}
-  DEPENDS ${page_frame} kruv_manual_writer
+  DEPENDS ${page_frame} kruv_document_writer
   VERBATIM)
 set(changelog ${CMAKE_CURRENT_BINARY_DIR}/changelog.gz)
 add_custom_command(OUTPUT ${changelog}
   COMMAND ${KRUV_GZIP} -9nc ${dist}/changelog > ${changelog}
   DEPENDS ${dist}/changelog
   VERBATIM)
-add_custom_target(kruv_documents ALL DEPENDS ${page} ${changelog})
+add_custom_target(kruv_documents ALL DEPENDS ${page} ${changelog} ${documents})
 install(FILES ${page} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 
 set(completions ${dist}/completions)
