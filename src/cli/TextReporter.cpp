@@ -5,7 +5,7 @@
 
 #include "base/PathNames.h"
 #include "cli/Console.h"
-#include "cli/FailureAdvice.h"
+#include "formats/FailureAdvice.h"
 #include "tasks/KruvTask.h"
 
 #include <QTimer>

@@ -22,6 +22,7 @@ struct ConversionRequest;
 struct FormatOption;
 struct TagAccess;
 struct ToolStep;
+struct ToolWords;
 struct TranscodeRecipe;
 
 /// What making a file of a format does to the sound.
@@ -101,6 +102,8 @@ struct Format
                                       std::shared_ptr<KruvTaskResults> results) = nullptr;
     /// Null where files have no tags.
     const TagAccess *tags = nullptr;
+    /// What is known of its tools' words, or null.
+    const ToolWords *words = nullptr;
 
     QString extension() const { return types.front().toString().toLower(); }
     bool isLossy() const { return kind == FormatKind::Lossy; }

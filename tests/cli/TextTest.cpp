@@ -3,7 +3,7 @@
 
 #include "cli/Commands.h"
 #include "cli/Console.h"
-#include "cli/FailureAdvice.h"
+#include "formats/FailureAdvice.h"
 #include "support/Files.h"
 #include "support/QtPrinters.h"
 #include "tasks/ToolOutput.h"

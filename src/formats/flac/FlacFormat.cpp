@@ -3,6 +3,7 @@
 
 #include "formats/JobMakers.h"
 #include "formats/Records.h"
+#include "formats/ToolWords.h"
 #include "formats/flac/DecodeFlacTask.h"
 #include "formats/flac/EncodeFlacTask.h"
 #include "formats/flac/FlacOptions.h"
@@ -28,6 +29,31 @@ const SourceRule rules[] = {
     {&aiffFormat, nullptr, nullptr, "Writing Flac Tags"},
 };
 const TranscodeRecipe recipe{.firstStatus = "Encoding to Flac", .encoder = FlacTool::encode, .rules = rules};
+
+constexpr FailureHint hints[] = {
+    {u"already exists, use -f",
+     "Move the existing file away, choose another output folder, or allow overwriting."},
+    {u"decoded number of samples", "The source ends too early: it is damaged or was not copied whole."},
+    {u"unexpected EOF", "The source ends too early: it is damaged or was not copied whole."},
+    {u"END_OF_STREAM events", "The source ends too early: it is damaged or was not copied whole."},
+    {u"MD5 signature mismatch", "The audio is not what was encoded: the file is damaged."},
+    {u"FLAC__STREAM_DECODER_ERROR", "The source is damaged or is not a FLAC file."},
+    {u"FLAC__STREAM_DECODER_ABORTED", "Check that the output folder's disk has space left."},
+    {u"FLAC__STREAM_DECODER", "The source is damaged or is not a FLAC file."},
+    {u"not a WAVE file", "The file is not the kind of audio that its name says."},
+    {u"unsupported number of channels", "flac can't take this number of channels from this kind of file."},
+    {u"'data' chunk has size of 0", "The source holds no audio."},
+    {u"'SSND' chunk has size <= 8", "The source holds no audio."},
+    {u"unsupported format type", "The source holds a kind of audio that this format can't take."},
+    {u"partial sample", "The source ends too early: it is damaged or was not copied whole."},
+};
+constexpr QStringView chatter[] = {
+    u"flac \\d\\S*\\s*Copyright[\\s\\S]*?Type `flac' for details\\.",
+    u"(testing, )?\\d+(\\.\\d+)?% complete(, ratio=\\d+\\.\\d{3})?",
+    u"(init_status|init status|state) = FLAC__[A-Z_]*[A-Z](?![a-z])",
+    u"[^\\n]*WARNING: skipping unknown chunk[^)]*\\)",
+};
+constexpr ToolWords words{hints, chatter};
 
 } // namespace
 
@@ -59,6 +85,7 @@ const Format flacFormat{
             return job;
         },
     .tags = &TagAccesses::flac,
+    .words = &words,
 };
 
 } // namespace kruv

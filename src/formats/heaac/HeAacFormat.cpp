@@ -5,6 +5,7 @@
 #include "formats/LossySources.h"
 #include "formats/RateOptions.h"
 #include "formats/Records.h"
+#include "formats/ToolWords.h"
 #include "formats/heaac/EncodeHEAACTask.h"
 #include "formats/heaac/HeAacOptions.h"
 
@@ -20,6 +21,11 @@ constexpr OptionChoice rates[] = {{"24", "24"}, {"32", "32"}, {"48", "48"}, {"60
 constexpr const Format *readsItself[] = {&aiffFormat};
 const TranscodeRecipe recipe{
     .firstStatus = "Encoding to HE-AAC", .rules = LossySources::aac, .readsItself = readsItself};
+
+constexpr FailureHint hints[] = {
+    {u"there is no HE-AAC of", "Choose a bit rate that suits this source."},
+};
+constexpr ToolWords words{hints, {}};
 
 } // namespace
 
@@ -49,6 +55,7 @@ const Format heAacFormat{
     .encode = makeConversionTask<EncodeHEAACTask>,
     .encoderTool = "aacplusenc",
     .recipe = &recipe,
+    .words = &words,
 };
 
 } // namespace kruv

@@ -4,6 +4,7 @@
 #include "formats/DecodeCodecTask.h"
 #include "formats/JobMakers.h"
 #include "formats/Records.h"
+#include "formats/ToolWords.h"
 #include "formats/UsualSources.h"
 #include "formats/monkeysaudio/MacTool.h"
 #include "formats/monkeysaudio/VerifyApeTask.h"
@@ -32,6 +33,12 @@ const DecodeRecipe decoding{
     MacTool::extract,
 };
 
+constexpr QStringView chatter[] = {
+    u"(Compressing \\([a-z ]+\\)|Decompressing)\\.\\.\\.",
+    u"Progress: [\\d.]+% \\([^)]*\\)",
+};
+constexpr ToolWords words{{}, chatter};
+
 } // namespace
 
 /// Monkey's Audio, by our own mac.
@@ -58,6 +65,7 @@ const Format monkeysAudioFormat{
             return makeTestTask<VerifyApeTask>("mac", "-v", queue, file, std::move(results));
         },
     .tags = &TagAccesses::monkeysAudio,
+    .words = &words,
 };
 
 } // namespace kruv

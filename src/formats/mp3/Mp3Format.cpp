@@ -3,6 +3,7 @@
 
 #include "formats/JobMakers.h"
 #include "formats/Records.h"
+#include "formats/ToolWords.h"
 #include "formats/mp3/EncodeMP3Task.h"
 #include "formats/mp3/Mp3Tool.h"
 #include "tags/TagAccess.h"
@@ -36,6 +37,17 @@ bool isMp3(const FileStart &start)
     return at(0) == 0xFF && (at(1) & 0xE6) == 0xE2 && (at(2) & 0xF0) != 0xF0 && (at(2) & 0x0C) != 0x0C;
 }
 
+constexpr FailureHint hints[] = {
+    {u"Error writing mp3 output", "Free some space on the output folder's disk and try again."},
+};
+constexpr QStringView chatter[] = {
+    u"LAME \\d[\\s\\S]*?(qval=\\d+|\\(q=[\\d.]+\\))",
+    u"[^\\n]*\\x{1B}\\[[AK]",
+    u"\\r +Frame [^\\n]*",
+    u"\\s*\\d+/ *\\d* +\\( *\\d+%\\)\\|[^\\n]*",
+};
+constexpr ToolWords words{hints, chatter};
+
 } // namespace
 
 /// MP3, by lame.
@@ -53,6 +65,7 @@ const Format mp3Format{
     .encoderTool = "lame",
     .recipe = &recipe,
     .tags = &TagAccesses::mp3,
+    .words = &words,
 };
 
 } // namespace kruv

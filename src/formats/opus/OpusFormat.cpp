@@ -4,6 +4,7 @@
 #include "formats/JobMakers.h"
 #include "formats/LossySources.h"
 #include "formats/Records.h"
+#include "formats/ToolWords.h"
 #include "formats/opus/DecodeOpusTask.h"
 #include "formats/opus/EncodeOpusTask.h"
 #include "formats/opus/OpusTool.h"
@@ -18,6 +19,14 @@ constexpr const char *mediaTypes[] = {"audio/ogg", "audio/x-opus+ogg"};
 constexpr AudioLimits limits{{}, 8, 1, 999'999};
 constexpr const FormatOption *options[] = {&OpusTool::mode, &OpusTool::bitRate, &OpusTool::frameSize};
 const TranscodeRecipe recipe{.firstStatus = "Encoding to Opus", .rules = LossySources::opus};
+
+constexpr QStringView chatter[] = {
+    u"opusenc\\n--[\\s\\S]*?Preskip: \\d+",
+    u"Decoding to \\d+ Hz[^\\n]*(\\n[^\\n]*=[^\\n]*|\\nEncoded with[^\\n]*)*",
+    u"\\r *\\[[-\\\\|/]\\] [^\\r\\n]*",
+    u"\\rDecoding complete\\. *",
+};
+constexpr ToolWords words{{}, chatter};
 
 } // namespace
 
@@ -40,6 +49,7 @@ const Format opusFormat{
     .encoderTool = "opusenc",
     .recipe = &recipe,
     .tags = &TagAccesses::opus,
+    .words = &words,
 };
 
 } // namespace kruv

@@ -4,6 +4,7 @@
 #include "formats/DecodeCodecTask.h"
 #include "formats/JobMakers.h"
 #include "formats/Records.h"
+#include "formats/ToolWords.h"
 #include "formats/UsualSources.h"
 #include "formats/tta/TtaTool.h"
 #include "formats/tta/VerifyTTATask.h"
@@ -29,6 +30,12 @@ const DecodeRecipe decoding{
     {"ttaenc", TtaTool::convert, TtaTool::read, "Decoding From TTA: %1%"},
     TtaTool::convert,
 };
+
+constexpr QStringView chatter[] = {
+    u"Percent Progress: \\d+",
+    u"(Compressing \\([a-z ]+\\)|Decompressing)\\.\\.\\.",
+};
+constexpr ToolWords words{{}, chatter};
 
 } // namespace
 
@@ -60,6 +67,7 @@ const Format ttaFormat{
             return makeTestTask<VerifyTTATask>("ttaenc", "-t", queue, file, std::move(results));
         },
     .tags = &TagAccesses::tta,
+    .words = &words,
 };
 
 } // namespace kruv

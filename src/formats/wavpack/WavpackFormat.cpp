@@ -5,6 +5,7 @@
 #include "formats/FormatOption.h"
 #include "formats/JobMakers.h"
 #include "formats/Records.h"
+#include "formats/ToolWords.h"
 #include "formats/UsualSources.h"
 #include "formats/wavpack/VerifyWavepackTask.h"
 #include "formats/wavpack/WavpackTool.h"
@@ -32,6 +33,14 @@ const DecodeRecipe decoding{
     {"wvunpack", WavpackTool::decode, WavpackTool::read, "Deoding From Wavpack: %1%"},
     WavpackTool::decodeForAiff,
 };
+
+constexpr QStringView chatter[] = {
+    u"W(V|AV)(UN)?PACK [^\\n]*\\s*Copyright[^\\n]*",
+    u"(creating|restoring) [^\\n\\r]*?,(?=\\s)",
+    u"\\d+% done\\.\\.\\.",
+    u"(created|restored) [^\\n\\r]* in [\\d.]+ secs \\([^)]*\\)",
+};
+constexpr ToolWords words{{}, chatter};
 
 } // namespace
 
@@ -64,6 +73,7 @@ const Format wavpackFormat{
             return makeTestTask<VerifyWavepackTask>("wvunpack", "-v", queue, file, std::move(results));
         },
     .tags = &TagAccesses::wavpack,
+    .words = &words,
 };
 
 } // namespace kruv
