@@ -43,7 +43,9 @@ public:
 
     // Nothing is returned when the person cancels.
     virtual std::optional<QString> chooseFolder(const QString &title) = 0;
-    virtual QStringList chooseFiles(const QString &title, const QString &prompt) = 0;
+    /// `types` are extensions in upper case, those that are of use; none for any.
+    virtual QStringList chooseFiles(const QString &title, const QString &prompt,
+                                    const QStringList &types) = 0;
     /// One file; `types` are extensions in lower case.
     virtual std::optional<QString> chooseFile(const QString &title, const QStringList &types) = 0;
     virtual std::optional<QString> savePath(const QString &message, const QString &title,

@@ -110,7 +110,7 @@ std::optional<QString> CliUserInterface::chooseFolder(const QString &)
     return QDir::cleanPath(QDir().absoluteFilePath(QString::fromStdString(m_options.output)));
 }
 
-QStringList CliUserInterface::chooseFiles(const QString &, const QString &)
+QStringList CliUserInterface::chooseFiles(const QString &, const QString &, const QStringList &)
 {
     throw UsageError(QStringLiteral("Name the files on the command line."));
 }

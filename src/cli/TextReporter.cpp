@@ -8,6 +8,7 @@
 #include "formats/FailureAdvice.h"
 #include "tasks/KruvTask.h"
 
+#include <QCoreApplication>
 #include <QTimer>
 
 #include <algorithm>
@@ -56,6 +57,11 @@ QString failureMessage(const KruvTask &task)
     const QString said = task.results()->results(task);
     const QString essence = FailureAdvice::essence(said);
     const QString advice = FailureAdvice::advice(said);
+    if (essence.isEmpty() && advice.isEmpty()) {
+        return QCoreApplication::translate("TextReporter",
+                                           "It ended without a word on why. Try it again by itself; if it "
+                                           "stays so, check the file and the output folder.");
+    }
     return advice.isEmpty() ? essence : essence + u'\n' + advice;
 }
 

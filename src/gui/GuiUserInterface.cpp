@@ -50,6 +50,16 @@ QMessageBox::ButtonRole roleOf(const QString &word, int index, int harmless)
     return word == u"Yes" || index == 0 ? QMessageBox::AcceptRole : QMessageBox::ActionRole;
 }
 
+/// Of file names with these extensions, in either case.
+QString patternsOf(const QStringList &types)
+{
+    QStringList patterns;
+    for (const QString &type : types) {
+        patterns << QStringLiteral("*.") + type.toLower() << QStringLiteral("*.") + type.toUpper();
+    }
+    return patterns.join(u' ');
+}
+
 } // namespace
 
 /// The desktop's services, reached for with the first job and not while the window opens.
@@ -186,9 +196,13 @@ std::optional<QString> GuiUserInterface::chooseFolder(const QString &title)
     return chosen.isEmpty() ? std::nullopt : std::optional(QDir::cleanPath(chosen.constFirst()));
 }
 
-QStringList GuiUserInterface::chooseFiles(const QString &title, const QString &prompt)
+QStringList GuiUserInterface::chooseFiles(const QString &title, const QString &prompt,
+                                          const QStringList &types)
 {
     QFileDialog dialog(dialogParent(), title);
+    if (!types.isEmpty()) {
+        dialog.setNameFilters({tr("Files of use here (%1)").arg(patternsOf(types)), tr("All files (*)")});
+    }
     dialog.setFileMode(QFileDialog::ExistingFiles);
     dialog.setLabelText(QFileDialog::Accept, prompt);
     return runFileDialog(dialog, inputFolderKey);
@@ -196,13 +210,9 @@ QStringList GuiUserInterface::chooseFiles(const QString &title, const QString &p
 
 std::optional<QString> GuiUserInterface::chooseFile(const QString &title, const QStringList &types)
 {
-    QStringList patterns;
-    for (const QString &type : types) {
-        patterns << QStringLiteral("*.") + type << QStringLiteral("*.") + type.toUpper();
-    }
     QFileDialog dialog(dialogParent(), title);
     dialog.setFileMode(QFileDialog::ExistingFile);
-    dialog.setNameFilters({patterns.join(u' '), tr("All files (*)")});
+    dialog.setNameFilters({patternsOf(types), tr("All files (*)")});
     const QStringList chosen = runFileDialog(dialog, inputFolderKey);
     return chosen.isEmpty() ? std::nullopt : std::optional(QDir::cleanPath(chosen.constFirst()));
 }

@@ -46,7 +46,7 @@ public:
                          int defaultButton, const QImage &picture) override;
     void alert(const QString &title, const QString &text, const QString &button) override;
     std::optional<QString> chooseFolder(const QString &title) override;
-    QStringList chooseFiles(const QString &title, const QString &prompt) override;
+    QStringList chooseFiles(const QString &title, const QString &prompt, const QStringList &types) override;
     std::optional<QString> chooseFile(const QString &title, const QStringList &types) override;
     std::optional<QString> savePath(const QString &message, const QString &title,
                                     const QString &proposedName) override;

@@ -153,8 +153,9 @@ QStringList BaseTab::getFiles(const QString &path, QSet<QString> &badExtensions)
 
 void BaseTab::addButtonClick()
 {
-    const QStringList chosen = m_host.userInterface().chooseFiles(
-        QStringLiteral("Choose files for processing"), QStringLiteral("Add Files"));
+    const QStringList chosen =
+        m_host.userInterface().chooseFiles(QStringLiteral("Choose files for processing"),
+                                           QStringLiteral("Add Files"), m_host.acceptedTypes(m_label));
     if (!chosen.isEmpty()) {
         addFiles(chosen);
     }

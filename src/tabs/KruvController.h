@@ -61,8 +61,10 @@ public:
     const QStringList &tabLabels() const { return m_tabLabels; }
     /// The controller of a tab, or null for "about".
     BaseTab *tab(const QString &label) const { return m_tabMap.value(label); }
-    /// The file types a tab takes, in upper case; empty where it takes any.
-    QStringList acceptedTypes(const QString &label) const { return m_extensionMap.value(label); }
+    QStringList acceptedTypes(const QString &tabLabel) const override
+    {
+        return m_extensionMap.value(tabLabel);
+    }
     int selectedTabViewItem() const { return m_selectedTab; }
     void selectTab(int index);
 

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 namespace kruv {
 
@@ -24,6 +25,8 @@ public:
     /// The one window for track names; every tab that works with names listens to it.
     virtual TrackNameInputController &trackNameInputController() = 0;
 
+    /// The file types that the tab with this label takes, in upper case; empty where it takes any.
+    virtual QStringList acceptedTypes(const QString &tabLabel) const = 0;
     /// Whether the tab with this label takes the file, judged by its extension and, for some, its content.
     /// Any thread.
     virtual bool isValidFile(const QString &tabLabel, const QString &path) const = 0;

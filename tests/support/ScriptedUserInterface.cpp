@@ -45,7 +45,8 @@ std::optional<QString> ScriptedUserInterface::chooseFolder(const QString &title)
     return next(textAnswers, title, {});
 }
 
-QStringList ScriptedUserInterface::chooseFiles(const QString &title, const QString &prompt)
+QStringList ScriptedUserInterface::chooseFiles(const QString &title, const QString &prompt,
+                                               const QStringList &)
 {
     prompts << title << prompt;
     return next(fileAnswers, title, {});
