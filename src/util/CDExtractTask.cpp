@@ -170,8 +170,10 @@ void CDExtractTask::writeLog()
 {
     const QString path = m_request.outputFolder + u'/' + logName(m_request.discName);
     const QString version = QStringLiteral("%1 (build %2)").arg(shortVersion(), buildNumber());
-    if (!TextFile::write(path, QStringLiteral("Kruv %1\n%2").arg(version, CdOutput::logText(m_logOutput)))) {
-        fail(QStringLiteral("The log %1 could not be written.").arg(path));
+    const QString problem =
+        TextFile::write(path, QStringLiteral("Kruv %1\n%2").arg(version, CdOutput::logText(m_logOutput)));
+    if (!problem.isEmpty()) {
+        fail(QStringLiteral("The log %1 could not be written: %2.").arg(path, problem));
     }
 }
 
