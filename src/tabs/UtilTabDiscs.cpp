@@ -91,7 +91,7 @@ void UtilTab::extractCd()
     } catch (const std::runtime_error &problem) {
         return showError(QStringLiteral("Error %1").arg(QString::fromUtf8(problem.what())));
     }
-    if (!confirmOverwrite(CDExtractTask::outputs(request))) {
+    if (!agreeOnExisting(CDExtractTask::outputs(request))) {
         return;
     }
     auto disc = bsdName.isEmpty() ? nullptr : std::make_unique<UnmountedDisc>(m_access.arbitration, bsdName);
@@ -185,7 +185,7 @@ void UtilTab::authorDvd()
         return showError(QStringLiteral("\"%1\" holds files that don't belong to a disc: %2")
                              .arg(DVDAuthorTask::treeIn(*folder), foreign.join(QStringLiteral(", "))));
     }
-    if (confirmOverwrite({DVDAuthorTask::imageIn(*folder), DVDAuthorTask::treeIn(*folder)})) {
+    if (agreeOnExisting({DVDAuthorTask::imageIn(*folder), DVDAuthorTask::treeIn(*folder)})) {
         host().taskQueue().addTask(
             std::make_shared<DVDAuthorTask>(&host().taskQueue(), fileNames(), *folder));
     }
