@@ -17,6 +17,7 @@
 #include <QProcess>
 
 #include <gtest/gtest.h>
+#include <optional>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -232,11 +233,24 @@ TEST_F(Utilities, MakesDvdAudioImagesOfOneFormatOnly)
               (QStringList{u"image.iso"_s, u"log.txt"_s}));
     EXPECT_GT(QFile(out + u"/image.iso"_s).size(), 2 * 44100 * 4);
 
+    // A run that fails takes nothing away and leaves nothing in the way of the next.
+    const QByteArray image = readFile(out + u"/image.iso"_s);
     QDir(out).mkpath(u"DVD-AUDIO"_s);
     writeFile(out + u"/DVD-AUDIO/precious"_s, "a person's own");
-    run(UtilTab::DvdAudio, {file(u"1.wav"_s)}, out);
-    EXPECT_EQ(session.ended.size(), 1U);
-    EXPECT_TRUE(alertText().contains(u"precious"_s));
+    for (const bool isFull : {true, false}) {
+        session.person.buttonAnswers = {1};
+        std::optional<FullDisk> full;
+        if (isFull) {
+            full.emplace(100'000);
+        }
+        run(UtilTab::DvdAudio, {file(u"1.wav"_s)}, out);
+        full.reset();
+        EXPECT_EQ(session.ended.back().error, isFull) << session.ended.back().text.toStdString();
+        EXPECT_EQ(readFile(out + u"/image.iso"_s) == image, isFull);
+        EXPECT_EQ(QDir(out).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+                  (QStringList{u"DVD-AUDIO"_s, u"image.iso"_s, u"log.txt"_s}));
+    }
+    EXPECT_EQ(readFile(out + u"/DVD-AUDIO/precious"_s), "a person's own");
 }
 
 } // namespace kruv::test
