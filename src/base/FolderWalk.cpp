@@ -4,6 +4,7 @@
 #include "base/FolderWalk.h"
 
 #include "base/PathNames.h"
+#include "base/StagingName.h"
 
 #include <QFile>
 
@@ -20,7 +21,7 @@ namespace {
 
 bool isPassedOver(QStringView name)
 {
-    return name == u".DS_Store" || name == u".TOC.plist";
+    return name == u".DS_Store" || name == u".TOC.plist" || StagingName::isTemporaryFile(name);
 }
 
 bool isFolder(const QByteArray &path)
@@ -83,6 +84,9 @@ void FolderWalk::visitEntry(const QByteArray &folder, const char *name, unsigned
         return;
     }
     const bool mayBeFolderLink = type == DT_LNK || type == DT_UNKNOWN;
+    if (StagingName::isFolder(QFile::decodeName(name))) {
+        return; // what a job is making, or what is left of one
+    }
     if (type == DT_DIR || (mayBeFolderLink && isFolder(path))) {
         walkFolder(path, visit);
     } else if (type == DT_FIFO || type == DT_SOCK || type == DT_CHR || type == DT_BLK) {

@@ -14,9 +14,10 @@
 namespace kruv {
 
 /// Goes through the files that a person hands in: a folder stands for everything below it, hidden entries
-/// included, in the order the file system lists it. ".DS_Store" and ".TOC.plist" are passed over. Links to
-/// folders are followed, each real folder once. Unreadable folders yield nothing, nor do the pipes, sockets
-/// and devices in a folder. Any thread.
+/// included, in the order the file system lists it. ".DS_Store", ".TOC.plist", and what the program itself
+/// has there only for a while (StagingName.h) are passed over. Links to folders are followed, each real
+/// folder once. Unreadable folders yield nothing, nor do the pipes, sockets and devices in a folder. Any
+/// thread.
 class FolderWalk
 {
 public:

@@ -4,10 +4,10 @@
 #include "base/TextFile.h"
 
 #include "base/TextEncoding.h"
+#include "base/WholeFile.h"
 
 #include <QFile>
 #include <QLoggingCategory>
-#include <QSaveFile>
 
 namespace kruv::TextFile {
 
@@ -19,14 +19,9 @@ constexpr qint64 mostBytes = 16 * 1024 * 1024;
 
 } // namespace
 
-bool write(const QString &path, const QString &text)
+QString write(const QString &path, const QString &text)
 {
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly)) {
-        return false;
-    }
-    const QByteArray bytes = text.toUtf8();
-    return file.write(bytes) == bytes.size() && file.commit();
+    return WholeFile::write(path, text.toUtf8());
 }
 
 std::optional<QString> read(const QString &path)

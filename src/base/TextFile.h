@@ -10,9 +10,9 @@
 /// Text files that the program writes itself, and that people give it.
 namespace kruv::TextFile {
 
-/// Replaces `path` by `text` as UTF-8, whole or not at all. False when it couldn't be written; the old file
-/// is then still there.
-bool write(const QString &path, const QString &text);
+/// Replaces `path` by `text` as UTF-8, whole or not at all. Returns an empty text, or why it could not be
+/// done, for a person; the old file is then still there.
+[[nodiscard]] QString write(const QString &path, const QString &text);
 
 /// The text of a file in whatever encoding it is, its line breaks as they are. Nothing, with a line in the
 /// log, where it can't be read or is no text of a size that a person writes (16 MiB).

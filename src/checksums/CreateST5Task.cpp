@@ -115,8 +115,10 @@ void CreateST5Task::willEnd()
 {
     takeRunOutput();
     const bool anyHash = m_list.contains(ListText::st5Separator);
-    if (!cancelled() && (anyHash || !error()) && !TextFile::write(m_outputPath, m_list)) {
-        m_complaints += QStringLiteral("The list %1 could not be written.\n").arg(m_outputPath);
+    const bool isWorthKeeping = !cancelled() && (anyHash || !error());
+    const QString problem = isWorthKeeping ? TextFile::write(m_outputPath, m_list) : QString();
+    if (!problem.isEmpty()) {
+        m_complaints += QStringLiteral("The list %1 could not be written: %2.\n").arg(m_outputPath, problem);
         setError(true);
     }
     results()->setResults(m_complaints + m_list, *this);

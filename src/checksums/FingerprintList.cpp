@@ -54,8 +54,9 @@ QStringList FingerprintList::writeAtOnce(const QStringList &files, const QString
                 });
             const FingerprintList list = of(fingerprints);
             problems = list.problems;
-            if (!stopped && !TextFile::write(path, list.text)) {
-                problems.append(QStringLiteral("The list %1 could not be written.").arg(path));
+            const QString problem = stopped ? QString() : TextFile::write(path, list.text);
+            if (!problem.isEmpty()) {
+                problems.append(QStringLiteral("The list %1 could not be written: %2.").arg(path, problem));
             }
         } catch (const std::exception &failure) {
             problems.append(QString::fromUtf8(failure.what()));

@@ -98,8 +98,9 @@ void ListJob::showStatus(const QString &status)
 
 void ListJob::writeList(const QString &path, const QString &text)
 {
-    if (!TextFile::write(path, text)) {
-        fail(QStringLiteral("The list %1 could not be written.").arg(path));
+    const QString problem = TextFile::write(path, text);
+    if (!problem.isEmpty()) {
+        fail(QStringLiteral("The list %1 could not be written: %2.").arg(path, problem));
     }
 }
 

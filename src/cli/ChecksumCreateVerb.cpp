@@ -29,7 +29,7 @@ ChecksumCreateVerb::ChecksumCreateVerb(CLI::App &parent)
         .add_flag("--beside-source", besideSourceFlag(),
                   "Save the list next to its files, under its usual name")
         ->excludes(save);
-    app().add_flag("--overwrite", overwriteFlag(), "Replace the file that --save names");
+    app().add_flag("--overwrite", overwriteFlag(), "Replace a list that is there already");
     app().footer("Example: an MD5 list over a folder and its subfolders, saved in the folder\n"
                  "  kruv checksum create --kind md5 --save ~/Concert/concert.md5 ~/Concert");
 }

@@ -3,12 +3,12 @@
 
 #include "cli/DemoAlbum.h"
 
+#include "base/WholeFile.h"
 #include "tags/TagLibTagsHelper.h"
 #include "tags/TagsObject.h"
 
 #include <QDate>
 #include <QImage>
-#include <QSaveFile>
 #include <QtEndian>
 
 #include <array>
@@ -148,9 +148,9 @@ std::shared_ptr<TagsObject> tagsOf(int index)
 
 void writeFile(const QString &path, const QByteArray &bytes)
 {
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
-        throw std::runtime_error(QStringLiteral("%1: %2").arg(path, file.errorString()).toStdString());
+    const QString problem = WholeFile::write(path, bytes);
+    if (!problem.isEmpty()) {
+        throw std::runtime_error(QStringLiteral("%1: %2").arg(path, problem).toStdString());
     }
 }
 

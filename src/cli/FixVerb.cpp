@@ -25,6 +25,7 @@ FixVerb::FixVerb(CLI::App &parent)
 {
     declareCommonFlags();
     declareFolderFlag();
+    app().add_flag("--overwrite", overwriteFlag(), "Replace outputs and lists that are there already");
     declareDeletionFlags();
     app().add_option("--to", m_format, "Format to make")->required()->type_name("shn|flac|wav|aiff");
     app()
@@ -35,8 +36,7 @@ FixVerb::FixVerb(CLI::App &parent)
         .add_option("--md5", m_md5, "MD5 lists of SHN outputs: none, one for all, or one for each disc")
         ->type_name("none|one|disc");
     app().add_flag("--fingerprints", m_fingerprints, "Write a list of fingerprints of FLAC outputs");
-    app().footer("The tracks are taken in the order of their names, as one run of audio; outputs that are\n"
-                 "there already are never replaced.\n"
+    app().footer("The tracks are taken in the order of their names, as one run of audio.\n"
                  "Example: fix a live set into another folder\n"
                  "  kruv fix --to flac --fingerprints --output ~/Fixed ~/Concert");
 }

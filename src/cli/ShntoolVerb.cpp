@@ -102,6 +102,8 @@ void ShntoolVerb::declareFlags()
     if (has(Saves)) {
         app().add_option("-s,--save", saveFlag(), "File that is made")->required()->type_name("FILE");
         app().add_flag("--overwrite", overwriteFlag(), "Replace the file that --save names");
+    } else if (has(Makes)) {
+        app().add_flag("--overwrite", overwriteFlag(), "Replace outputs that are there already");
     }
 }
 

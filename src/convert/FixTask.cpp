@@ -14,15 +14,13 @@
 #include "platform/MainThread.h"
 #include "platform/Resources.h"
 #include "regex/Regex.h"
-#include "tasks/OriginalFile.h"
 #include "tasks/TaskCompletionSink.h"
+#include "tasks/ToolCatalog.h"
 #include "tasks/ToolOutput.h"
 
 #include <QFile>
-#include <QFileInfo>
 #include <QLoggingCategory>
 
-#include <algorithm>
 #include <exception>
 #include <utility>
 
@@ -43,15 +41,9 @@ bool isOneOf(const QString &path, const char *types)
 
 } // namespace
 
-FixTask::FixTask(TaskCompletionSink *queue, const QStringList &fileNames, const QString &outputFormat,
-                 const QString &outputPath, const QString &md5Option, int flacLevel,
-                 std::function<void()> clearTab)
-    : StagedTask(queue, {})
-    , m_fileNames(fileNames)
-    , m_outputFormat(outputFormat)
-    , m_outputPath(outputPath)
-    , m_md5Option(md5Option)
-    , m_flacLevel(flacLevel)
+FixTask::FixTask(TaskCompletionSink *queue, Request request, std::function<void()> clearTab)
+    : OutputTask(queue, {})
+    , m_request(std::move(request))
     , m_clearTab(std::move(clearTab))
 {
     appendToPATH(resourcesFolder());
@@ -59,7 +51,7 @@ FixTask::FixTask(TaskCompletionSink *queue, const QStringList &fileNames, const 
     setTextFieldString(title());
     publish(&KruvTask::setTextFieldValue);
     int position = 0;
-    for (const QString &file : fileNames) {
+    for (const QString &file : m_request.fileNames) {
         m_fileNameDictionary.insert(PathNames::nameWithoutExtension(file), QString::number(++position));
     }
 }
@@ -90,39 +82,92 @@ QString FixTask::stripPercent(const QString &text)
     return Regex(QStringLiteral("[0-9]+%")).replace(text, u"");
 }
 
-void FixTask::doStartTask()
+QStringList FixTask::fixedFiles(const Request &request)
 {
-    for (const QString &file : m_fileNames) {
-        m_outputs.emplace_back(fixedFile(file));
+    QStringList files;
+    for (const QString &source : request.fileNames) {
+        files.append(PathNames::outputPath(request.outputPath, source, request.outputFormat));
     }
-    doFixCall();
-    checkOutputs();
-    if (!cancelled()) {
-        copyTags();
-        writeChecksums();
-    }
-    appendResults(m_totalOutput);
-    deleteOriginals();
+    return files;
 }
 
-void FixTask::doFixCall()
+FixTask::Lists FixTask::lists(const Request &request, const Preferences &preferences)
 {
+    Lists lists;
+    const QStringList files = fixedFiles(request);
+    if (request.outputFormat == u"flac" && request.md5Option == fingerprints) {
+        lists[ListText::pathIn(request.outputPath, preferences, QStringLiteral("fingerprint"),
+                               preferences.string(QStringLiteral("ffpExtension")))] = files;
+    } else if (request.outputFormat == u"shn" && request.md5Option == oneList) {
+        lists[ListText::pathIn(request.outputPath, preferences, QStringLiteral("md5sum"),
+                               QStringLiteral("md5"))] = files;
+    } else if (request.outputFormat == u"shn" && request.md5Option == listByDisc) {
+        for (const QString &file : files) {
+            const QString name = QStringLiteral("Disc%1.md5").arg(disc(file));
+            lists[ListText::joined(request.outputPath, name)].append(file);
+        }
+    }
+    return lists;
+}
+
+QStringList FixTask::outputs(const Request &request, const Preferences &preferences)
+{
+    return fixedFiles(request) + lists(request, preferences).keys();
+}
+
+void FixTask::make(StagedOutputs &outputs)
+{
+    requireTools();
+    for (const QString &output : FixTask::outputs(m_request, queue()->preferences())) {
+        outputs.add(output);
+    }
+    const QString staging = outputs.stagingFor(m_request.outputPath);
+    doFixCall(staging);
+    checkOutputs(outputs);
+    appendResults(m_totalOutput.replace(staging, m_request.outputPath));
+}
+
+/// A tool that is missed only after the long run would let it come to nothing.
+void FixTask::requireTools() const
+{
+    if (m_request.md5Option == fingerprints) {
+        ToolCatalog::requireLaunchable(toolPath(QStringLiteral("metaflac")));
+    }
+}
+
+void FixTask::doFixCall(const QString &staging)
+{
+    const QStringList &files = m_request.fileNames;
     runTool(
         toolPath(QStringLiteral("shntool")),
-        fixArguments(m_fileNames, m_outputFormat, m_outputPath, m_flacLevel),
-        [this](const QString &piece) { processTaskOutput(piece); }, PathNames::folderOf(m_fileNames.at(0)));
+        fixArguments(files, m_request.outputFormat, staging, m_request.flacLevel),
+        [this](const QString &piece) { processTaskOutput(piece); }, PathNames::folderOf(files.at(0)));
 }
 
 /// The tool ends with success also where an encoder failed behind its back, as on a full disk.
-void FixTask::checkOutputs()
+void FixTask::checkOutputs(const StagedOutputs &outputs)
 {
     const bool encoderFailed = m_totalOutput.contains(u"child encoder process");
-    for (std::size_t index = 0; index < m_outputs.size() && mayGoOn(); ++index) {
-        if (encoderFailed || !m_outputs[index].written()) {
-            fail(QStringLiteral("The fixed files are not complete: %1.\n")
-                     .arg(encoderFailed ? QStringLiteral("an encoder failed")
-                                        : fixedFile(m_fileNames[static_cast<qsizetype>(index)]) +
-                                              QStringLiteral(" is missing")));
+    for (const QString &file : fixedFiles(m_request)) {
+        if (mayGoOn() && (encoderFailed || !outputs.wasMade(file))) {
+            fail(tr("The fixed files are not complete: %1.")
+                     .arg(encoderFailed ? tr("an encoder failed") : tr("%1 is missing").arg(file)));
+        }
+    }
+}
+
+void FixTask::dress(StagedOutputs &outputs)
+{
+    copyTags(outputs);
+    const Lists all = lists(m_request, queue()->preferences());
+    for (auto list = all.cbegin(); list != all.cend() && mayGoOn(); ++list) {
+        const bool ofFingerprints = m_request.md5Option == fingerprints;
+        showStatus(ofFingerprints ? QStringLiteral("Creating FFP") : QStringLiteral("Creating MD5"));
+        const QString text =
+            ofFingerprints ? fingerprintList(outputs, list.value()) : md5List(outputs, list.value());
+        const QString problem = mayGoOn() ? TextFile::write(outputs.stagedPath(list.key()), text) : QString();
+        if (!problem.isEmpty()) {
+            fail(tr("The list %1 could not be written: %2.").arg(list.key(), problem));
         }
     }
 }
@@ -158,65 +203,38 @@ void FixTask::showCurrentFile(QStringView piece)
     const QString name =
         PathNames::nameWithoutExtension(m_currentLine.sliced(start.size(), end - start.size()));
     m_currentLine.clear();
-    setTextFieldString(QStringLiteral("%1 (%2 of %3)")
-                           .arg(name, m_fileNameDictionary.value(name), QString::number(m_fileNames.size())));
+    setTextFieldString(
+        QStringLiteral("%1 (%2 of %3)")
+            .arg(name, m_fileNameDictionary.value(name), QString::number(m_request.fileNames.size())));
     publish(&KruvTask::setTextFieldValue);
 }
 
-void FixTask::copyTags()
+void FixTask::copyTags(const StagedOutputs &outputs)
 {
-    if (m_outputFormat != u"aiff" && m_outputFormat != u"flac") {
+    if (m_request.outputFormat != u"aiff" && m_request.outputFormat != u"flac") {
         return;
     }
-    for (std::size_t index = 0; index < m_outputs.size() && !cancelled(); ++index) {
-        const QString &source = m_fileNames[static_cast<qsizetype>(index)];
-        if (!m_outputs[index].written() || !isOneOf(source, "AIFF AIF FLAC WV TTA")) {
+    const QStringList files = fixedFiles(m_request);
+    for (qsizetype index = 0; index < files.size() && !cancelled(); ++index) {
+        const QString &source = m_request.fileNames[index];
+        if (!isOneOf(source, "AIFF AIF FLAC WV TTA")) {
             continue;
         }
         showStatus(QStringLiteral("Writing tags"));
         try {
             TagCopy::copy(*Formats::ofType(PathNames::fileType(source)), source,
-                          *Formats::ofType(m_outputFormat.toUpper()), fixedFile(source));
+                          *Formats::ofType(m_request.outputFormat.toUpper()),
+                          outputs.stagedPath(files[index]));
         } catch (const std::exception &failure) {
-            m_sourceOfLostTags = source;
             qCWarning(fixLog, "Exception trying to tag fixed files: %s", failure.what());
+            if (deleteOriginal()) {
+                failAfterwards(tr("the tags of %1 could not be copied").arg(source));
+            }
         }
     }
 }
 
-void FixTask::writeChecksums()
-{
-    const QStringList files = existingOutputs();
-    if (files.isEmpty()) {
-        return;
-    }
-    if (m_outputFormat == u"shn") {
-        showStatus(QStringLiteral("Creating MD5"));
-        handleMD5(files);
-    } else if (m_outputFormat == u"flac" && m_md5Option == fingerprints) {
-        showStatus(QStringLiteral("Creating FFP"));
-        doCreateFFP(files);
-    }
-}
-
-void FixTask::handleMD5(const QStringList &files)
-{
-    if (m_md5Option == oneList) {
-        doMd5Call(ListText::pathIn(m_outputPath, queue()->preferences(), QStringLiteral("md5sum"),
-                                   QStringLiteral("md5")),
-                  files);
-    } else if (m_md5Option == listByDisc) {
-        QMap<QString, QStringList> discs;
-        for (const QString &file : files) {
-            discs[disc(file)].append(file);
-        }
-        for (const auto &[number, filesOfDisc] : discs.asKeyValueRange()) {
-            doMd5Call(ListText::joined(m_outputPath, QStringLiteral("Disc%1.md5").arg(number)), filesOfDisc);
-        }
-    }
-}
-
-void FixTask::doMd5Call(const QString &list, const QStringList &files)
+QString FixTask::md5List(const StagedOutputs &outputs, const QStringList &files)
 {
     QString text = ListText::md5Header();
     restartProgress();
@@ -225,7 +243,7 @@ void FixTask::doMd5Call(const QString &list, const QStringList &files)
         setTextFieldString(name);
         publish(&KruvTask::setTextFieldValue);
         const auto hash = FileHash::hashOfFileAtPath(
-            QFile::encodeName(files[index]), FileHash::Algorithm::MD5, [&](double share) {
+            QFile::encodeName(outputs.stagedPath(files[index])), FileHash::Algorithm::MD5, [&](double share) {
                 constexpr double percent = 100.0;
                 showProgress(QStringLiteral("Creating MD5"), percent * (static_cast<double>(index) + share) /
                                                                  static_cast<double>(files.size()));
@@ -234,81 +252,35 @@ void FixTask::doMd5Call(const QString &list, const QStringList &files)
         if (hash.problem == FileHash::Problem::None) {
             text += ListText::md5Line(hash.digest, name);
         } else {
-            fail(QStringLiteral("%1 is not in the list: %2\n").arg(files[index], hash.message));
+            fail(tr("%1 is not in the list: %2").arg(files[index], hash.message));
         }
     }
-    writeList(list, text);
+    return text;
 }
 
-void FixTask::doCreateFFP(const QStringList &files)
+QString FixTask::fingerprintList(const StagedOutputs &outputs, const QStringList &files) const
 {
     QString text = ListText::ffpHeader();
     for (const QString &file : files) {
         if (cancelled()) {
-            return;
+            break;
         }
-        if (const QString line = fingerprint(file); !isMetaflacError(line)) {
+        if (const QString line = fingerprint(outputs.stagedPath(file)); !isMetaflacError(line)) {
             text += line;
         }
     }
-    const Preferences &preferences = queue()->preferences();
-    writeList(ListText::pathIn(m_outputPath, preferences, QStringLiteral("fingerprint"),
-                               preferences.string(QStringLiteral("ffpExtension"))),
-              text);
+    return text;
 }
 
-void FixTask::writeList(const QString &path, const QString &text)
+bool FixTask::isOriginal(const QString &source) const
 {
-    if (!cancelled() && !TextFile::write(path, text)) {
-        fail(QStringLiteral("The list %1 could not be written.\n").arg(path));
-    }
-}
-
-/// Fixing moves audio from one file to the next, so an original is needless only when every output is whole.
-void FixTask::deleteOriginals()
-{
-    if (!deleteOriginal() || !mayGoOn()) {
-        return;
-    }
-    if (!m_sourceOfLostTags.isEmpty()) {
-        OriginalFile::keep(*this, m_sourceOfLostTags, QStringLiteral("its tags could not be copied"));
-        return;
-    }
-    for (std::size_t index = 0; index < m_outputs.size(); ++index) {
-        if (!m_outputs[index].written() || !m_outputs[index].reachedDisk()) {
-            OriginalFile::keep(*this, m_fileNames[static_cast<qsizetype>(index)],
-                               QStringLiteral("its output is missing, empty or not safely on the disk"));
-            return;
-        }
-    }
-    for (std::size_t index = 0; index < m_outputs.size(); ++index) {
-        const QString &source = m_fileNames[static_cast<qsizetype>(index)];
-        if (isOneOf(source, "FLAC SHN WAV AIF AIFF WV TTA")) {
-            OriginalFile::deleteAfterSuccess(*this, source, m_outputs[index]);
-        }
-    }
+    return isOneOf(source, "FLAC SHN WAV AIF AIFF WV TTA");
 }
 
 void FixTask::stopTask()
 {
     MainThread::run(m_clearTab);
-    StagedTask::stopTask();
-}
-
-QString FixTask::fixedFile(const QString &source) const
-{
-    return PathNames::outputPath(m_outputPath, source, m_outputFormat);
-}
-
-QStringList FixTask::existingOutputs() const
-{
-    QStringList files;
-    for (const QString &source : m_fileNames) {
-        if (const QString file = fixedFile(source); QFileInfo::exists(file)) {
-            files.append(file);
-        }
-    }
-    return files;
+    OutputTask::stopTask();
 }
 
 } // namespace kruv

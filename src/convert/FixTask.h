@@ -3,72 +3,78 @@
 
 #pragma once
 
-#include "tasks/OutputWatch.h"
-#include "tasks/StagedTask.h"
+#include "tasks/OutputTask.h"
 
+#include <QCoreApplication>
 #include <QHash>
+#include <QMap>
 
 #include <functional>
-#include <vector>
 
 namespace kruv {
 
+class Preferences;
+
 /// Runs `shntool fix` over a whole set of tracks, so that each but the last ends on a CD sector boundary
-/// (a multiple of 588 frames), then copies tags and writes a checksum list for the fixed files.
-class FixTask final : public StagedTask
+/// (a multiple of 588 frames), then copies tags and writes a checksum list for the fixed files. Fixing moves
+/// audio from one file to the next: either all of them are there in the end, or none.
+class FixTask final : public OutputTask
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::FixTask)
 public:
-    /// `outputFormat` is the lower-case extension ("shn", "flac", "wav", "aiff"); `md5Option` one of
-    /// "No MD5", "1 MD5", "MD5 by disc*" and "FFP"; `clearTab` is called on the main thread when the job
-    /// ends.
-    FixTask(TaskCompletionSink *queue, const QStringList &fileNames, const QString &outputFormat,
-            const QString &outputPath, const QString &md5Option, int flacLevel,
-            std::function<void()> clearTab);
+    struct Request
+    {
+        QStringList fileNames; ///< in the order of the set
+        QString outputFormat;  ///< lower-case extension: "shn", "flac", "wav" or "aiff"
+        QString outputPath;    ///< folder
+        QString md5Option;     ///< "No MD5", "1 MD5", "MD5 by disc*" or "FFP"
+        int flacLevel = 0;
+    };
+
+    /// `clearTab` is called on the main thread when the job ends.
+    FixTask(TaskCompletionSink *queue, Request request, std::function<void()> clearTab);
 
     void stopTask() override;
-    QString inputPath() const override { return m_fileNames.value(0); }
-    QString outputPath() const override { return m_outputPath; }
+    QString inputPath() const override { return m_request.fileNames.value(0); }
+    QString outputPath() const override { return m_request.outputPath; }
 
     static QStringList fixArguments(const QStringList &fileNames, const QString &outputFormat,
                                     const QString &outputPath, int flacLevel);
+    /// Everything that the job makes: fixed files and lists.
+    static QStringList outputs(const Request &request, const Preferences &preferences);
     /// The file's disc by its name's "d<disc>t<track>"; empty where its path says nothing of the kind.
     static QString disc(const QString &path);
     /// Less every number that stands before a percent sign.
     static QString stripPercent(const QString &text);
 
 protected:
-    void doStartTask() override;
+    QStringList sources() const override { return m_request.fileNames; }
+    void make(StagedOutputs &outputs) override;
+    void dress(StagedOutputs &outputs) override;
+    bool isOriginal(const QString &source) const override;
 
 private:
-    void doFixCall();
-    void checkOutputs();
+    /// The fixed files that go into each list, by the list's path.
+    using Lists = QMap<QString, QStringList>;
+    static Lists lists(const Request &request, const Preferences &preferences);
+    static QStringList fixedFiles(const Request &request);
+
+    void requireTools() const;
+    void doFixCall(const QString &staging);
+    void checkOutputs(const StagedOutputs &outputs);
     void processTaskOutput(const QString &piece);
     void showCurrentFile(QStringView piece);
-    void copyTags();
-    void writeChecksums();
-    void handleMD5(const QStringList &files);
-    void doMd5Call(const QString &list, const QStringList &files);
-    void doCreateFFP(const QStringList &files);
-    void writeList(const QString &path, const QString &text);
-    void deleteOriginals();
-    /// What the tool made of `source`, or was to make.
-    QString fixedFile(const QString &source) const;
-    QStringList existingOutputs() const;
+    void copyTags(const StagedOutputs &outputs);
+    QString md5List(const StagedOutputs &outputs, const QStringList &files);
+    QString fingerprintList(const StagedOutputs &outputs, const QStringList &files) const;
 
-    const QStringList m_fileNames;
-    const QString m_outputFormat;
-    const QString m_outputPath;
-    const QString m_md5Option;
-    const int m_flacLevel;
+    const Request m_request;
     const std::function<void()> m_clearTab;
-    std::vector<OutputWatch> m_outputs;
     /// File name less its extension to its place in the list, counted from 1.
     QHash<QString, QString> m_fileNameDictionary;
     /// The tool's words from the latest "Fixing [" on, until the name is whole.
     QString m_currentLine;
     QString m_totalOutput;
-    /// Empty while all tags could be copied.
-    QString m_sourceOfLostTags;
 };
 
 } // namespace kruv

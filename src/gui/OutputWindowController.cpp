@@ -3,6 +3,7 @@
 
 #include "gui/OutputWindowController.h"
 
+#include "base/TextFile.h"
 #include "gui/PromptStyle.h"
 
 #include <QClipboard>
@@ -14,7 +15,6 @@
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
-#include <QSaveFile>
 #include <QShortcut>
 
 namespace kruv {
@@ -155,11 +155,10 @@ void OutputWindowController::saveAs()
     if (path.isEmpty()) {
         return;
     }
-    QSaveFile file(path);
-    const QByteArray bytes = m_textField->toPlainText().toUtf8();
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
+    const QString problem = TextFile::write(path, m_textField->toPlainText());
+    if (!problem.isEmpty()) {
         PromptStyle::message(this, tr("The output could not be saved."),
-                             QStringLiteral("%1\n%2").arg(path, file.errorString()))
+                             QStringLiteral("%1\n%2").arg(path, problem))
             ->open();
     }
 }

@@ -20,11 +20,6 @@ QStringList join(const QString &folder, const QString &format, const QStringList
            files;
 }
 
-QString joinedFile(const QString &folder, const QString &format)
-{
-    return folder + QStringLiteral("/joined.") + format;
-}
-
 QStringList split(const QString &splitPoints, const QString &folder, const QString &format,
                   const QString &file)
 {

@@ -13,9 +13,8 @@ namespace kruv::SHNToolArguments {
 /// Of "trim", "pad" and "strip".
 QStringList eachFile(QStringView word, const QString &folder, const QString &format,
                      const QStringList &files);
-/// The output is `joinedFile()`.
+/// The output is "joined.<format>".
 QStringList join(const QString &folder, const QString &format, const QStringList &files);
-QString joinedFile(const QString &folder, const QString &format);
 QStringList split(const QString &splitPoints, const QString &folder, const QString &format,
                   const QString &file);
 

@@ -5,39 +5,75 @@
 
 #include "base/PathNames.h"
 #include "shntool/SHNToolArguments.h"
-#include "tasks/OriginalFile.h"
+#include "shntool/SHNToolOutput.h"
+
+#include <algorithm>
 
 namespace kruv {
 
-SHNToolEachFileTask::SHNToolEachFileTask(TaskCompletionSink *queue, const QString &launchPath,
-                                         const Mode &mode, const QString &folder, const QString &format,
-                                         const QStringList &files)
-    : SHNToolTask(queue, launchPath, SHNToolArguments::eachFile(mode.word, folder, format, files),
-                  mode.progress)
+namespace {
+
+/// What the tool says of a file that it makes nothing of.
+constexpr QStringView passingOver[] = {
+    u"already sector-aligned",
+    u"no silence to trim",
+    u"already has a canonical header",
+    u"is not CD-quality",
+};
+
+bool isPassingOver(const QString &message)
+{
+    return std::ranges::any_of(passingOver, [&](QStringView words) { return message.contains(words); });
+}
+
+} // namespace
+
+SHNToolEachFileTask::SHNToolEachFileTask(TaskCompletionSink *queue, Request request, const Mode &mode)
+    : SHNToolOutputTask(queue, std::move(request), mode.progress)
+    , m_mode(mode)
 {
     setTitles(QString::fromLatin1(mode.title));
-    for (const QString &source : files) {
-        const QString name =
-            PathNames::nameWithoutExtension(source) + mode.postfix.toString() + u'.' + format;
-        m_conversions.push_back({source, folder + u'/' + name, {}});
-    }
 }
 
-void SHNToolEachFileTask::startTask()
+QStringList SHNToolEachFileTask::outputs() const
 {
-    for (Conversion &each : m_conversions) {
-        each.watch = OutputWatch(each.output);
+    QStringList paths;
+    for (const QString &source : request().files) {
+        paths.append(request().folder + u'/' + PathNames::nameWithoutExtension(source) +
+                     m_mode.postfix.toString() + u'.' + request().format);
     }
-    SHNToolTask::startTask();
+    return paths;
 }
 
-void SHNToolEachFileTask::cleanup()
+void SHNToolEachFileTask::make(StagedOutputs &outputs)
 {
-    for (const Conversion &each : m_conversions) {
-        OriginalFile::deleteAfterSuccess(*this, each.source, each.watch);
+    for (const QString &path : this->outputs()) {
+        outputs.add(path);
     }
-    if (!error()) {
-        results()->setHasResults(false);
+    const QString staging = outputs.stagingFor(request().folder);
+    const QString toolOutput =
+        runShntool(SHNToolArguments::eachFile(m_mode.word, staging, request().format, request().files),
+                   staging, request().folder);
+    allowPassingOver(outputs, toolOutput);
+}
+
+void SHNToolEachFileTask::allowPassingOver(StagedOutputs &outputs, const QString &toolOutput)
+{
+    const QStringList messages =
+        SHNToolOutput::takeApart(toolOutput).messages.split(u'\n', Qt::SkipEmptyParts);
+    if (cancelled() || messages.isEmpty() || !std::ranges::all_of(messages, isPassingOver)) {
+        return;
+    }
+    qsizetype passedOver = 0;
+    for (const QString &path : this->outputs()) {
+        if (!outputs.wasMade(path)) {
+            outputs.withdraw(path);
+            ++passedOver;
+        }
+    }
+    if (passedOver == messages.size()) {
+        setError(false);
+        failAfterwards(tr("the tool passed over some of the files"));
     }
 }
 

@@ -3,20 +3,18 @@
 
 #pragma once
 
-#include "shntool/SHNToolTask.h"
-#include "tasks/OutputWatch.h"
+#include "shntool/SHNToolOutputTask.h"
 
 #include <QStringView>
 
-#include <vector>
-
 namespace kruv {
 
-/// Base of the shntool jobs that make a new file of each source: "<name>-trimmed.wav" of "<name>.flac".
-class SHNToolEachFileTask : public SHNToolTask
+/// Base of the shntool jobs that make a new file of each source: "<name>-trimmed.wav" of "<name>.flac". Files
+/// that need nothing are passed over; that fails the job, but the others' outputs stay.
+class SHNToolEachFileTask : public SHNToolOutputTask
 {
 public:
-    void startTask() override;
+    QStringList outputs() const override;
 
 protected:
     /// What sets the modes apart.
@@ -28,21 +26,14 @@ protected:
         SHNToolProgress progress;
     };
 
-    /// `format` is the extension of the outputs, which go into `folder`.
-    SHNToolEachFileTask(TaskCompletionSink *queue, const QString &launchPath, const Mode &mode,
-                        const QString &folder, const QString &format, const QStringList &files);
+    SHNToolEachFileTask(TaskCompletionSink *queue, Request request, const Mode &mode);
 
-    /// Deletes the sources, where that was asked for.
-    void cleanup() override;
+    void make(StagedOutputs &outputs) override;
 
 private:
-    struct Conversion
-    {
-        QString source;
-        QString output;
-        OutputWatch watch;
-    };
-    std::vector<Conversion> m_conversions;
+    void allowPassingOver(StagedOutputs &outputs, const QString &toolOutput);
+
+    const Mode m_mode;
 };
 
 } // namespace kruv

@@ -3,11 +3,9 @@
 
 #include "shntool/SHNToolJoinTask.h"
 
-#include "shntool/FileMove.h"
+#include "base/PathNames.h"
 #include "shntool/SHNToolArguments.h"
-#include "tasks/OriginalFile.h"
 
-#include <QDir>
 #include <QLoggingCategory>
 
 namespace kruv {
@@ -16,50 +14,26 @@ namespace {
 Q_LOGGING_CATEGORY(joinLog, "kruv.shntool", QtWarningMsg)
 }
 
-SHNToolJoinTask::SHNToolJoinTask(TaskCompletionSink *queue, const QString &launchPath, const QString &folder,
-                                 const QString &format, const QStringList &files)
-    : SHNToolTask(queue, launchPath, SHNToolArguments::join(folder, format, files),
-                  {.text = "Joining Files: %1%", .namesFile = true})
-    , m_joinedFile(SHNToolArguments::joinedFile(folder, format))
-    , m_files(files)
+SHNToolJoinTask::SHNToolJoinTask(TaskCompletionSink *queue, Request given)
+    : SHNToolOutputTask(queue, std::move(given), {.text = "Joining Files: %1%", .namesFile = true})
+    , m_toolName(QStringLiteral("joined.") + request().format)
+    , m_fileName(request().folder + u'/' + m_toolName)
 {
     setTitles(QStringLiteral("Running SHNTool Join"));
 }
 
-void SHNToolJoinTask::startTask()
+void SHNToolJoinTask::make(StagedOutputs &outputs)
 {
-    m_joined = OutputWatch(m_joinedFile);
-    m_output = OutputWatch(m_fileName.isEmpty() ? m_joinedFile : m_fileName);
-    SHNToolTask::startTask();
+    const QString folder = PathNames::folderOf(m_fileName);
+    outputs.add(m_fileName, m_toolName);
+    const QString staging = outputs.stagingFor(folder);
+    runShntool(SHNToolArguments::join(staging, request().format, request().files), staging, folder);
 }
 
-void SHNToolJoinTask::cleanup()
+void SHNToolJoinTask::committed(const StagedOutputs &outputs)
 {
-    // A file of that name that was there before belongs to the person.
-    if (!m_fileName.isEmpty() && m_joined.written()) {
-        moveToFileName();
-    }
-    for (const QString &source : m_files) {
-        if (!OutputWatch::isSameFile(source, m_fileName)) {
-            OriginalFile::deleteAfterSuccess(*this, source, m_output);
-        }
-    }
-    if (!error()) {
-        results()->setHasResults(false);
-    }
-}
-
-void SHNToolJoinTask::moveToFileName()
-{
-    if (QDir::cleanPath(m_joinedFile) == QDir::cleanPath(m_fileName)) {
-        return;
-    }
-    qCInfo(joinLog, "Renaming %s to %s", qUtf8Printable(m_joinedFile), qUtf8Printable(m_fileName));
-    const QString problem = FileMove::replace(m_joinedFile, m_fileName);
-    if (!problem.isEmpty()) {
-        fail(QStringLiteral("The joined file is %1: it could not be moved to %2 (%3).")
-                 .arg(m_joinedFile, m_fileName, problem));
-    }
+    qCInfo(joinLog, "Renaming %s to %s", qUtf8Printable(outputs.stagedPath(m_fileName)),
+           qUtf8Printable(m_fileName));
 }
 
 } // namespace kruv

@@ -3,36 +3,30 @@
 
 #pragma once
 
-#include "shntool/SHNToolTask.h"
-#include "tasks/OutputWatch.h"
+#include "shntool/SHNToolOutputTask.h"
 
 namespace kruv {
 
-/// Joins files in the given order into one, which then goes where the person chose.
-class SHNToolJoinTask : public SHNToolTask
+/// Joins files in the given order into one, where the person chose.
+class SHNToolJoinTask : public SHNToolOutputTask
 {
 public:
-    SHNToolJoinTask(TaskCompletionSink *queue, const QString &launchPath, const QString &folder,
-                    const QString &format, const QStringList &files);
+    SHNToolJoinTask(TaskCompletionSink *queue, Request request);
 
-    /// Where the joined file is to lie; a file that is there is replaced once the new one is complete.
+    /// Where the joined file is to lie; else it is "joined" with its extension in the request's folder.
     void setFileName(const QString &fileName) { m_fileName = fileName; }
     const QString &fileName() const { return m_fileName; }
 
-    void startTask() override;
     QString outputPath() const override { return m_fileName; }
+    QStringList outputs() const override { return {m_fileName}; }
 
 protected:
-    void cleanup() override;
+    void make(StagedOutputs &outputs) override;
+    void committed(const StagedOutputs &outputs) override;
 
 private:
-    void moveToFileName();
-
-    const QString m_joinedFile; // as the tool names it
-    const QStringList m_files;
+    const QString m_toolName; // that the tool gives to the joined file
     QString m_fileName;
-    OutputWatch m_joined;
-    OutputWatch m_output;
 };
 
 } // namespace kruv

@@ -11,14 +11,12 @@ namespace kruv {
 class SHNToolPadTask : public SHNToolEachFileTask
 {
 public:
-    SHNToolPadTask(TaskCompletionSink *queue, const QString &launchPath, const QString &folder,
-                   const QString &format, const QStringList &files)
-        : SHNToolEachFileTask(queue, launchPath,
+    SHNToolPadTask(TaskCompletionSink *queue, Request request)
+        : SHNToolEachFileTask(queue, std::move(request),
                               {.word = u"pad",
                                .postfix = u"-padded",
                                .title = "Running SHNTool Pad",
-                               .progress = {.text = "Padding: %1%"}},
-                              folder, format, files)
+                               .progress = {.text = "Padding: %1%"}})
     {
     }
 };

@@ -4,46 +4,71 @@
 #include "shntool/SHNToolSplitTask.h"
 
 #include "base/PathNames.h"
-#include "shntool/FileMove.h"
 #include "shntool/SHNToolArguments.h"
+
+#include <QDir>
 
 namespace kruv {
 
-SHNToolSplitTask::SHNToolSplitTask(TaskCompletionSink *queue, const QString &launchPath,
-                                   const QString &splitPoints, const QString &folder, const QString &format,
-                                   const QString &file)
-    : SHNToolTask(queue, launchPath, SHNToolArguments::split(splitPoints, folder, format, file),
-                  {.text = "Splitting: %1%", .unreadable = "Splitting: ? %"})
-    , m_folder(folder)
-    , m_file(file)
+SHNToolSplitTask::SHNToolSplitTask(TaskCompletionSink *queue, Request given, const QString &splitPoints)
+    : SHNToolOutputTask(queue, std::move(given), {.text = "Splitting: %1%", .unreadable = "Splitting: ? %"})
+    , m_splitPoints(splitPoints)
 {
-    setTitles(PathNames::lastPathComponent(file));
+    setTitles(PathNames::lastPathComponent(inputPath()));
 }
 
-void SHNToolSplitTask::startTask()
+QStringList SHNToolSplitTask::knownTracks() const
 {
-    for (auto each = m_trackTitleMap.cbegin(); each != m_trackTitleMap.cend(); ++each) {
-        m_tracks.insert(each.key(), OutputWatch(m_folder + u'/' + each.key()));
+    QStringList tracks = m_trackTitleMap.keys();
+    const QString first = QStringLiteral("split-track01.") + request().format;
+    if (!tracks.contains(first)) {
+        tracks.prepend(first);
     }
-    SHNToolTask::startTask();
+    return tracks;
 }
 
-void SHNToolSplitTask::cleanup()
+QString SHNToolSplitTask::pathOf(const QString &track) const
 {
-    for (auto each = m_trackTitleMap.cbegin(); each != m_trackTitleMap.cend(); ++each) {
-        // Tracks that an earlier split left there belong to the person.
-        if (each.key() == each.value() || !m_tracks.value(each.key()).written()) {
-            continue;
-        }
-        const QString problem =
-            FileMove::intoFreePlace(m_folder + u'/' + each.key(), m_folder + u'/' + each.value());
-        if (!problem.isEmpty()) {
-            fail(QStringLiteral("%1 kept its name: it could not become %2 (%3).")
-                     .arg(each.key(), each.value(), problem));
+    return request().folder + u'/' + m_trackTitleMap.value(track, track);
+}
+
+QStringList SHNToolSplitTask::outputs() const
+{
+    QStringList paths;
+    for (const QString &track : knownTracks()) {
+        paths.append(pathOf(track));
+    }
+    return paths;
+}
+
+void SHNToolSplitTask::make(StagedOutputs &outputs)
+{
+    for (const QString &track : knownTracks()) {
+        outputs.add(pathOf(track), track);
+    }
+    const QString staging = outputs.stagingFor(request().folder);
+    runShntool(SHNToolArguments::split(m_splitPoints, staging, request().format, inputPath()), staging,
+               request().folder);
+    if (mayGoOn()) {
+        takeTracks(outputs, staging);
+    }
+}
+
+/// How many tracks there are shows only now: the points may lie behind the end.
+void SHNToolSplitTask::takeTracks(StagedOutputs &outputs, const QString &staging)
+{
+    QStringList tracks =
+        QDir(staging).entryList({QStringLiteral("split-track*.") + request().format}, QDir::Files);
+    if (tracks.isEmpty()) {
+        return; // what was announced is missed
+    }
+    for (const QString &known : knownTracks()) {
+        if (!tracks.removeOne(known)) {
+            outputs.withdraw(pathOf(known));
         }
     }
-    if (!error()) {
-        results()->setHasResults(false);
+    for (const QString &track : std::as_const(tracks)) {
+        outputs.add(pathOf(track), track);
     }
 }
 

@@ -3,35 +3,35 @@
 
 #pragma once
 
-#include "shntool/SHNToolTask.h"
-#include "tasks/OutputWatch.h"
+#include "shntool/SHNToolOutputTask.h"
 
 #include <QMap>
 
 namespace kruv {
 
 /// Splits one file into tracks and gives those that have a title its name.
-class SHNToolSplitTask : public SHNToolTask
+class SHNToolSplitTask : public SHNToolOutputTask
 {
 public:
-    /// The tracks go into `folder`.
-    SHNToolSplitTask(TaskCompletionSink *queue, const QString &launchPath, const QString &splitPoints,
-                     const QString &folder, const QString &format, const QString &file);
+    /// `request` has one file; `splitPoints` is the file with the points.
+    SHNToolSplitTask(TaskCompletionSink *queue, Request request, const QString &splitPoints);
 
     /// From the file names that the tool writes to the wanted ones.
     void setTrackTitleMap(const QMap<QString, QString> &map) { m_trackTitleMap = map; }
 
-    void startTask() override;
-    QString inputPath() const override { return m_file; }
+    /// The first track, and those that have a title.
+    QStringList outputs() const override;
 
 protected:
-    void cleanup() override;
+    void make(StagedOutputs &outputs) override;
 
 private:
-    const QString m_folder;
-    const QString m_file;
+    QStringList knownTracks() const;
+    QString pathOf(const QString &track) const;
+    void takeTracks(StagedOutputs &outputs, const QString &staging);
+
+    const QString m_splitPoints;
     QMap<QString, QString> m_trackTitleMap;
-    QMap<QString, OutputWatch> m_tracks; // by the tool's names
 };
 
 } // namespace kruv

@@ -11,14 +11,12 @@ namespace kruv {
 class SHNToolStripTask : public SHNToolEachFileTask
 {
 public:
-    SHNToolStripTask(TaskCompletionSink *queue, const QString &launchPath, const QString &folder,
-                     const QString &format, const QStringList &files)
-        : SHNToolEachFileTask(queue, launchPath,
+    SHNToolStripTask(TaskCompletionSink *queue, Request request)
+        : SHNToolEachFileTask(queue, std::move(request),
                               {.word = u"strip",
                                .postfix = u"-stripped",
                                .title = "Running SHNTool Strip",
-                               .progress = {.text = "Stripping: %1%"}},
-                              folder, format, files)
+                               .progress = {.text = "Stripping: %1%"}})
     {
     }
 };

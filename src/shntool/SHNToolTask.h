@@ -3,34 +3,22 @@
 
 #pragma once
 
+#include "shntool/SHNToolDisplay.h"
 #include "tasks/KruvAsyncNSTask.h"
-#include "tasks/TerminalText.h"
 
 namespace kruv {
 
-/// How the progress of one of the tool's modes is shown.
-struct SHNToolProgress
-{
-    /// Upper line; %1 is the percentage, %2 the phase. Null where it stays as it is.
-    const char *text = nullptr;
-    /// Upper line while the percentage can't be read, or null.
-    const char *unreadable = nullptr;
-    /// The percentage as the tool writes it, else with six decimals.
-    bool asWritten = false;
-    /// The lower line names the file that the tool works on.
-    bool namesFile = false;
-};
-
-/// A run of shntool over a tab's files. Shows its progress, and keeps what it printed as it would stand on a
-/// terminal, which is the report of the commands that only read.
+/// A run of shntool that only reads a tab's files: what it prints is the report.
 class SHNToolTask : public KruvAsyncNSTask
 {
 public:
-    SHNToolTask(TaskCompletionSink *queue, const QString &launchPath, const QStringList &arguments,
-                const SHNToolProgress &progress = {});
+    SHNToolTask(TaskCompletionSink *queue, const QString &launchPath, const QStringList &arguments);
 
     /// Sets the title and the lower line, which is the title where none is given.
-    void setTitles(const QString &title, const QString &lowerLine = {});
+    void setTitles(const QString &title, const QString &lowerLine = {})
+    {
+        m_display.setTitles(title, lowerLine);
+    }
 
     /// What the tool says where it calls a run a success that a person takes for none.
     void setFailureMark(const QString &text) { m_failureMark = text; }
@@ -38,15 +26,12 @@ public:
     void startTask() override;
 
 protected:
-    void processTaskOutput(const QString &text) override;
+    void processTaskOutput(const QString &text) override { m_display.read(text); }
     void willEnd() override;
 
 private:
-    void showPercentage(const QString &line);
-
-    const SHNToolProgress m_progress;
+    SHNToolDisplay m_display;
     QString m_failureMark;
-    TerminalText m_output;
 };
 
 } // namespace kruv

@@ -11,14 +11,12 @@ namespace kruv {
 class SHNToolTrimTask : public SHNToolEachFileTask
 {
 public:
-    SHNToolTrimTask(TaskCompletionSink *queue, const QString &launchPath, const QString &folder,
-                    const QString &format, const QStringList &files)
-        : SHNToolEachFileTask(queue, launchPath,
+    SHNToolTrimTask(TaskCompletionSink *queue, Request request)
+        : SHNToolEachFileTask(queue, std::move(request),
                               {.word = u"trim",
                                .postfix = u"-trimmed",
                                .title = "Running SHNTool Trim",
-                               .progress = {.text = "%2 Files: %1%", .asWritten = true, .namesFile = true}},
-                              folder, format, files)
+                               .progress = {.text = "%2 Files: %1%", .asWritten = true, .namesFile = true}})
     {
     }
 };

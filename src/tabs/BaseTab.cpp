@@ -10,6 +10,7 @@
 #include "platform/Resources.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QTimer>
 
 #include <memory>
@@ -238,6 +239,20 @@ bool BaseTab::askToOverwrite(const QString &detail)
                        "want to continue?"),
         detail, {no, yes}, 0);
     return answer == 1;
+}
+
+std::optional<FileCommit::Existing> BaseTab::agreeOnExisting(const QStringList &outputs)
+{
+    QStringList taken = outputs;
+    taken.removeIf([](const QString &path) {
+        const QFileInfo info(path);
+        return !info.exists() && !info.isSymLink();
+    });
+    if (taken.isEmpty()) {
+        return FileCommit::Existing::Keep;
+    }
+    taken.sort();
+    return askToOverwrite(firstOf(taken)) ? std::optional(FileCommit::Existing::Replace) : std::nullopt;
 }
 
 } // namespace kruv

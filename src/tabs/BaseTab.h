@@ -6,6 +6,7 @@
 #include "base/BackgroundWork.h"
 #include "tabs/FileList.h"
 #include "tabs/TabHost.h"
+#include "tasks/FileCommit.h"
 
 #include <QObject>
 #include <QSet>
@@ -91,6 +92,9 @@ protected:
     bool confirmDeletion(bool deleteOriginals);
     /// Asks whether outputs that are there already may be replaced; `detail` names them, or is empty.
     bool askToOverwrite(const QString &detail);
+    /// What becomes of the files that have the outputs' names: asks whether they may be replaced where there
+    /// are such. Nothing when the person doesn't go on.
+    std::optional<FileCommit::Existing> agreeOnExisting(const QStringList &outputs);
     /// Tells the person which of the command's files nothing here converts to `format`.
     void reportWithoutJob(const QStringList &files, const QString &format);
     /// The person's button text where an alert has only one.

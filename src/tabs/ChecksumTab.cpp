@@ -144,11 +144,18 @@ std::optional<QString> ChecksumTab::placeOfList(const QStringList &files, bool s
                                                 const QString &plainName, const QString &extension)
 {
     if (sourceSave && areAllSameDirectory(files)) {
-        const QString folder = PathNames::folderOf(files.value(0));
-        return ListText::pathIn(folder, host().preferences(), plainName, extension);
+        return placeBeside(files, plainName, extension);
     }
     const QString title = QStringLiteral("Save %1 as...").arg(extension);
     return openSavePanel(title, title, plainName + u'.' + extension);
+}
+
+std::optional<QString> ChecksumTab::placeBeside(const QStringList &files, const QString &plainName,
+                                                const QString &extension)
+{
+    const QString folder = PathNames::folderOf(files.value(0));
+    const QString path = ListText::pathIn(folder, host().preferences(), plainName, extension);
+    return agreeOnExisting({path}) ? std::optional(path) : std::nullopt;
 }
 
 std::shared_ptr<KruvTask> ChecksumTab::createMD5(const QStringList &files, bool sourceSave)
@@ -174,12 +181,11 @@ std::shared_ptr<KruvTask> ChecksumTab::createST5(const QStringList &files, bool 
 
 bool ChecksumTab::createFFP(const QStringList &flacFiles)
 {
-    const Preferences &preferences = host().preferences();
-    const QString extension = preferences.string(QStringLiteral("ffpExtension"));
+    const QString extension = host().preferences().string(QStringLiteral("ffpExtension"));
     const QString plainName = QStringLiteral("fingerprint");
     std::optional<QString> place;
     if (m_sourceSaveButton.isOn()) {
-        place = ListText::pathIn(PathNames::folderOf(flacFiles.at(0)), preferences, plainName, extension);
+        place = placeBeside(flacFiles, plainName, extension);
     } else {
         place = openSavePanel(QStringLiteral("Save fingerprint as..."),
                               QStringLiteral("Save fingerprint as..."), plainName + u'.' + extension);

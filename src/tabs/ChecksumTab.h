@@ -63,6 +63,9 @@ private:
     bool createFFP(const QStringList &flacFiles);
     std::optional<QString> placeOfList(const QStringList &files, bool sourceSave, const QString &plainName,
                                        const QString &extension);
+    /// The list's place beside the first file, unless the person wants to keep one that is there.
+    std::optional<QString> placeBeside(const QStringList &files, const QString &plainName,
+                                       const QString &extension);
 
     ChoiceControl m_commandOptions;
     ChoiceControl m_createChecksumOptions;

@@ -4,7 +4,6 @@
 #include "tabs/FixTab.h"
 
 #include "base/UserInterface.h"
-#include "convert/FixTask.h"
 #include "tabs/OutputPlan.h"
 #include "tasks/KruvTaskQueue.h"
 
@@ -59,14 +58,26 @@ void FixTab::executeCommand()
         return;
     }
     const bool writesFingerprints = m_flacFingerprintButton.isOn() && format == u"flac";
-    auto job =
-        std::make_shared<FixTask>(&host().taskQueue(), fileNames(), format, *folder,
-                                  writesFingerprints ? QStringLiteral("FFP") : m_shnMd5Option.selectedTitle(),
-                                  m_flacLevelSlider.value(), [tab = QPointer<FixTab>(this)] {
-                                      if (tab) {
-                                          tab->clearFiles();
-                                      }
-                                  });
+    const FixTask::Request request{.fileNames = fileNames(),
+                                   .outputFormat = format,
+                                   .outputPath = *folder,
+                                   .md5Option = writesFingerprints ? QStringLiteral("FFP")
+                                                                   : m_shnMd5Option.selectedTitle(),
+                                   .flacLevel = m_flacLevelSlider.value()};
+    const auto existing = agreeOnExisting(FixTask::outputs(request, host().preferences()));
+    if (existing) {
+        start(request, *existing);
+    }
+}
+
+void FixTab::start(const FixTask::Request &request, FileCommit::Existing existing)
+{
+    auto job = std::make_shared<FixTask>(&host().taskQueue(), request, [tab = QPointer<FixTab>(this)] {
+        if (tab) {
+            tab->clearFiles();
+        }
+    });
+    job->setMayReplace(existing == FileCommit::Existing::Replace);
     job->setDeleteOriginal(m_deleteOriginalsButton.isOn());
     host().taskQueue().addTask(std::move(job));
 }

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "convert/FixTask.h"
 #include "tabs/ConversionTab.h"
 
 namespace kruv {
@@ -26,6 +27,8 @@ public:
     void executeCommand() override;
 
 private:
+    void start(const FixTask::Request &request, FileCommit::Existing existing);
+
     ChoiceControl m_outputFormatMatrix;
     NumberControl m_flacLevelSlider;
     ChoiceControl m_shnMd5Option;

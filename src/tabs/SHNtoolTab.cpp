@@ -12,12 +12,14 @@
 #include "shntool/SHNToolPadTask.h"
 #include "shntool/SHNToolSplitTask.h"
 #include "shntool/SHNToolStripTask.h"
+#include "shntool/SHNToolTask.h"
 #include "shntool/SHNToolTrimTask.h"
 #include "shntool/SHNtoolOutputNamingFormatParser.h"
 #include "shntool/SplitTitles.h"
 #include "tasks/KruvTaskQueue.h"
 
 #include <QCollator>
+#include <QFileInfo>
 
 #include <algorithm>
 #include <map>
@@ -216,10 +218,25 @@ void SHNtoolTab::handleSHNtoolCompare()
 template <class Job> void SHNtoolTab::convertEach(bool besideSource, bool deleteOriginals)
 {
     if (const auto folder = outputFolder(besideSource)) {
-        auto job = std::make_shared<Job>(&host().taskQueue(), tool(), *folder, outputFormat(), fileNames());
+        auto job = std::make_shared<Job>(&host().taskQueue(), request(*folder, fileNames()));
         job->setDeleteOriginal(deleteOriginals);
+        startIfAgreed(job);
+    }
+}
+
+SHNToolOutputTask::Request SHNtoolTab::request(const QString &folder, const QStringList &files) const
+{
+    return {.launchPath = tool(), .folder = folder, .format = outputFormat(), .files = files};
+}
+
+bool SHNtoolTab::startIfAgreed(const std::shared_ptr<SHNToolOutputTask> &job)
+{
+    const auto existing = agreeOnExisting(job->outputs());
+    if (existing) {
+        job->setMayReplace(existing == FileCommit::Existing::Replace);
         host().taskQueue().addTask(job);
     }
+    return existing.has_value();
 }
 
 void SHNtoolTab::handleSHNtoolTrim(bool besideSource, bool deleteOriginals)
@@ -248,9 +265,9 @@ void SHNtoolTab::handleSHNtoolJoin(bool besideSource, bool deleteOriginals)
     if (!fileName) {
         return;
     }
-    auto job =
-        std::make_shared<SHNToolJoinTask>(&host().taskQueue(), tool(), *folder, outputFormat(), fileNames());
+    auto job = std::make_shared<SHNToolJoinTask>(&host().taskQueue(), request(*folder, fileNames()));
     job->setFileName(*fileName);
+    job->setMayReplace(QFileInfo::exists(*fileName)); // the person was asked, where it is there
     job->setDeleteOriginal(deleteOriginals);
     host().taskQueue().addTask(job);
 }
@@ -277,13 +294,12 @@ void SHNtoolTab::handleSHNtoolSplit(bool besideSource)
     if (!folder) {
         return;
     }
-    auto job = std::make_shared<SHNToolSplitTask>(&host().taskQueue(), tool(), *splitPoints, *folder,
-                                                  outputFormat(), fileList().at(0));
+    auto job = std::make_shared<SHNToolSplitTask>(&host().taskQueue(), request(*folder, {fileList().at(0)}),
+                                                  *splitPoints);
     if (const auto text = TextFile::read(*splitPoints)) {
         job->setTrackTitleMap(SplitTitles::trackTitleMap(*text, outputFormat()));
     }
-    host().taskQueue().addTask(job);
-    if (fileList().count() > 1) {
+    if (startIfAgreed(job) && fileList().count() > 1) {
         host().userInterface().alert(QStringLiteral("Only the first file is split: %1")
                                          .arg(PathNames::lastPathComponent(fileList().at(0))),
                                      QStringLiteral("The others were left as they are."),

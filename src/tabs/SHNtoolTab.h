@@ -4,6 +4,7 @@
 #pragma once
 
 #include "shntool/SHNToolLenTask.h"
+#include "shntool/SHNToolOutputTask.h"
 #include "tabs/BaseTab.h"
 #include "tabs/Controls.h"
 #include "tabs/TrackNameInputController.h"
@@ -65,6 +66,9 @@ private:
     void showLengthsByDisc(const QStringList &names);
     std::shared_ptr<SHNToolTask> makeReport(const QString &command) const;
     template <class Job> void convertEach(bool besideSource, bool deleteOriginals);
+    SHNToolOutputTask::Request request(const QString &folder, const QStringList &files) const;
+    /// Queues the job unless the person wants to keep files that it would replace.
+    bool startIfAgreed(const std::shared_ptr<SHNToolOutputTask> &job);
     std::optional<QString> outputFolder(bool besideSource);
     QString outputFormat() const { return m_outputFormatMatrix.selectedTitle().toLower(); }
     QString tool() const { return BaseTab::tool(QStringLiteral("shntool")); }

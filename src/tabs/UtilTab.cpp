@@ -10,7 +10,6 @@
 #include "util/ReplayGainTask.h"
 #include "util/SoxSampleRateConversionTask.h"
 
-#include <QFileInfo>
 #include <QScopedValueRollback>
 
 #include <algorithm>
@@ -31,12 +30,6 @@ QStringList filesOfTypes(QStringList files, const QStringList &types)
 QStringList soxFiles(const QStringList &files)
 {
     return filesOfTypes(files, {QStringLiteral("WAV"), QStringLiteral("AIF"), QStringLiteral("AIFF")});
-}
-
-bool isThere(const QString &path)
-{
-    const QFileInfo info(path);
-    return info.exists() || info.isSymLink();
 }
 
 } // namespace
@@ -221,14 +214,17 @@ void UtilTab::runSox(const QString &suffix, const SoxJob &makeJob)
         }
         sourceOf.insert(output, file);
     }
-    if (!confirmOverwrite(sourceOf.keys())) {
+    const auto existing = agreeOnExisting(sourceOf.keys());
+    if (!existing) {
         return;
     }
     const auto results = std::make_shared<KruvTaskResults>();
     std::vector<std::shared_ptr<KruvTask>> jobs;
     for (const QString &file : files) {
-        jobs.push_back(makeJob(file, *folder, results));
-        results->addTaskInSet(*jobs.back());
+        const auto job = makeJob(file, *folder, results);
+        job->setMayReplace(existing == FileCommit::Existing::Replace);
+        results->addTaskInSet(*job);
+        jobs.push_back(job);
     }
     host().taskQueue().addTasks(jobs);
 }
@@ -236,18 +232,6 @@ void UtilTab::runSox(const QString &suffix, const SoxJob &makeJob)
 void UtilTab::showError(const QString &message)
 {
     host().userInterface().alert(QStringLiteral("Error"), message, acknowledgeButton());
-}
-
-bool UtilTab::confirmOverwrite(const QStringList &outputs)
-{
-    constexpr qsizetype shown = 10;
-    QStringList taken = outputs;
-    taken.removeIf([](const QString &path) { return !isThere(path); });
-    if (taken.isEmpty()) {
-        return true;
-    }
-    taken.sort();
-    return askToOverwrite(taken.mid(0, shown).join(u'\n'));
 }
 
 } // namespace kruv

@@ -17,8 +17,8 @@
 
 namespace kruv {
 
-class KruvTask;
 class KruvTaskResults;
+class OutputTask;
 
 /// The utility tab: extracts audio discs, renames, adds replay gain, converts sample rates, takes out
 /// pre-emphasis, and makes DVD-Audio images.
@@ -66,8 +66,8 @@ protected:
 
 private:
     using Results = std::shared_ptr<KruvTaskResults>;
-    using SoxJob = std::function<std::shared_ptr<KruvTask>(const QString &file, const QString &folder,
-                                                           const Results &results)>;
+    using SoxJob = std::function<std::shared_ptr<OutputTask>(const QString &file, const QString &folder,
+                                                             const Results &results)>;
 
     void chooseCommand();
     void extractCd();
@@ -88,8 +88,6 @@ private:
     bool tellOfMismatch();
 
     void showError(const QString &message);
-    /// Asks before any of the files that are there is written over. True when the command may go on.
-    bool confirmOverwrite(const QStringList &outputs);
 
     CdAccess m_access;
     FormatTable m_table;

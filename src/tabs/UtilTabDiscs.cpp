@@ -91,12 +91,15 @@ void UtilTab::extractCd()
     } catch (const std::runtime_error &problem) {
         return showError(QStringLiteral("Error %1").arg(QString::fromUtf8(problem.what())));
     }
-    if (!confirmOverwrite(CDExtractTask::outputs(request))) {
+    const auto existing = agreeOnExisting(CDExtractTask::outputs(request));
+    if (!existing) {
         return;
     }
     auto disc = bsdName.isEmpty() ? nullptr : std::make_unique<UnmountedDisc>(m_access.arbitration, bsdName);
-    host().taskQueue().addTask(std::make_shared<CDExtractTask>(
-        &host().taskQueue(), tool(QStringLiteral("cdda2wav")), std::move(request), std::move(disc)));
+    auto job = std::make_shared<CDExtractTask>(&host().taskQueue(), tool(QStringLiteral("cdda2wav")),
+                                               std::move(request), std::move(disc));
+    job->setMayReplace(existing == FileCommit::Existing::Replace);
+    host().taskQueue().addTask(job);
 }
 
 void UtilTab::findFormatInfo()
@@ -181,13 +184,11 @@ void UtilTab::authorDvd()
     if (!folder) {
         return;
     }
-    if (const QStringList foreign = DVDAuthorTask::foreignNamesInTree(*folder); !foreign.isEmpty()) {
-        return showError(QStringLiteral("\"%1\" holds files that don't belong to a disc: %2")
-                             .arg(DVDAuthorTask::treeIn(*folder), foreign.join(QStringLiteral(", "))));
-    }
-    if (confirmOverwrite({DVDAuthorTask::imageIn(*folder), DVDAuthorTask::treeIn(*folder)})) {
-        host().taskQueue().addTask(
-            std::make_shared<DVDAuthorTask>(&host().taskQueue(), fileNames(), *folder));
+    const auto existing = agreeOnExisting({DVDAuthorTask::imageIn(*folder), DVDAuthorTask::logIn(*folder)});
+    if (existing) {
+        auto job = std::make_shared<DVDAuthorTask>(&host().taskQueue(), fileNames(), *folder);
+        job->setMayReplace(existing == FileCommit::Existing::Replace);
+        host().taskQueue().addTask(job);
     }
 }
 

@@ -29,12 +29,11 @@ void KruvAsyncNSTaskFileOutputRedirection::startTask()
 
 void KruvAsyncNSTaskFileOutputRedirection::cleanup()
 {
-    if (TextFile::write(m_fileName, results()->results())) {
+    const QString problem = TextFile::write(m_fileName, results()->results());
+    if (problem.isEmpty()) {
         results()->setHasResults(false);
     } else {
-        fail(QStringLiteral("The file %1 could not be written: check that its folder exists, can be written "
-                            "and has room.")
-                 .arg(m_fileName));
+        fail(QStringLiteral("The file %1 could not be written: %2.").arg(m_fileName, problem));
     }
 }
 

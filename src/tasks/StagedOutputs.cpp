@@ -55,6 +55,9 @@ QString StagedOutputs::add(const QString &path, const QString &stagedName)
     if (m_existing == FileCommit::Existing::Keep && isTaken(path)) {
         failAsTaken(path);
     }
+    if (find(path)) {
+        fail(tr("Two of the outputs would get the same name, %1.").arg(path));
+    }
     if (QFileInfo(path).isDir()) {
         fail(tr("The output %1 can't be written: there is a folder of that name.").arg(path));
     }
@@ -87,6 +90,11 @@ const StagedOutputs::Output *StagedOutputs::find(const QString &path) const
     return found == m_outputs.end() ? nullptr : &*found;
 }
 
+void StagedOutputs::withdraw(const QString &path)
+{
+    std::erase_if(m_outputs, [&path](const Output &output) { return output.path == path; });
+}
+
 QString StagedOutputs::stagedPath(const QString &path) const
 {
     const Output *output = find(path);
@@ -99,27 +107,19 @@ bool StagedOutputs::wasMade(const QString &path) const
     return info.isFile() && info.size() > 0;
 }
 
-QStringList StagedOutputs::made() const
-{
-    QStringList paths;
-    for (const Output &output : m_outputs) {
-        if (wasMade(output.path)) {
-            paths.append(output.path);
-        }
-    }
-    return paths;
-}
-
 void StagedOutputs::commit(bool durable)
 {
-    const QStringList ready = made();
-    for (const QString &path : durable ? ready : QStringList()) {
-        if (const QString problem = FileCommit::toDisk(stagedPath(path)); !problem.isEmpty()) {
-            fail(tr("%1 could not be brought to the disk: %2.").arg(path, problem));
+    for (const Output &output : m_outputs) {
+        if (!wasMade(output.path)) {
+            fail(tr("%1 was not made, though nothing complained.").arg(output.path));
+        }
+        const QString problem = durable ? FileCommit::toDisk(output.staged) : QString();
+        if (!problem.isEmpty()) {
+            fail(tr("%1 could not be brought to the disk: %2.").arg(output.path, problem));
         }
     }
-    for (const QString &path : ready) {
-        commitOne(*find(path));
+    for (const Output &output : m_outputs) {
+        commitOne(output);
     }
     if (!durable) {
         return;
@@ -128,8 +128,8 @@ void StagedOutputs::commit(bool durable)
         FileCommit::toDisk(folder); // some file systems can't; what counts is the file
         FileCommit::toDisk(staging->path());
     }
-    for (const QString &path : ready) {
-        FileCommit::toDisk(path); // FAT loses a file whose entry reaches the disk before its clusters
+    for (const Output &output : m_outputs) {
+        FileCommit::toDisk(output.path); // FAT loses a file whose entry reaches the disk before its clusters
     }
     m_durable = true;
 }

@@ -30,6 +30,9 @@ public:
     /// The same for an output that the tool names differently while it makes it.
     QString add(const QString &path, const QString &stagedName);
 
+    /// The output that was announced as `path` will not be made after all.
+    void withdraw(const QString &path);
+
     /// Where the output is made that was announced as `path`.
     QString stagedPath(const QString &path) const;
     /// The folder that outputs for `folder` are made in.
@@ -37,12 +40,11 @@ public:
     /// A place for audio between two steps, in that folder. Nothing is created.
     QString scratch(const QString &folder, const QString &extension);
 
-    /// The announced outputs that were made and are not empty.
-    QStringList made() const;
+    /// Whether the file is there and not empty.
     bool wasMade(const QString &path) const;
 
-    /// Gives every output that was made its final name, or none. `durable`: bring them to the disk before and
-    /// after, so that a power cut can't take them back; needed before an original goes.
+    /// Gives every output its final name, or none; throws when one was not made. `durable`: bring them to the
+    /// disk before and after, so that a power cut can't take them back; needed before an original goes.
     void commit(bool durable);
     /// Final paths of what was committed.
     const QStringList &committed() const { return m_committed; }

@@ -3,15 +3,14 @@
 
 #include "tasks/StagingFolder.h"
 
+#include "base/StagingName.h"
 #include "tasks/StagingLock.h"
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
-#include <QRandomGenerator>
 #include <QSet>
 
-#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
@@ -24,18 +23,6 @@
 namespace kruv {
 
 namespace {
-
-constexpr QStringView prefix = u".kruv-";
-constexpr qsizetype letters = 8;
-
-QString randomName()
-{
-    QString name = prefix.toString();
-    for (qsizetype i = 0; i < letters; ++i) {
-        name += QChar(u'a' + static_cast<char16_t>(QRandomGenerator::global()->bounded(26)));
-    }
-    return name;
-}
 
 [[noreturn]] void cannotWrite(const QString &folder, int error)
 {
@@ -67,7 +54,7 @@ StagingFolder::StagingFolder(const QString &folder)
     constexpr int tries = 5;
     int error = EEXIST;
     for (int attempt = 0; attempt < tries && error == EEXIST; ++attempt) {
-        m_path = (folder.endsWith(u'/') ? folder : folder + u'/') + randomName();
+        m_path = (folder.endsWith(u'/') ? folder : folder + u'/') + StagingName::random();
         error = mkdir(QFile::encodeName(m_path).constData(), 0777) == 0 ? 0 : errno;
     }
     if (error != 0) {
@@ -105,19 +92,12 @@ QString StagingFolder::scratch(const QString &extension)
     return pathFor(QStringLiteral("scratch-%1.%2").arg(QString::number(++m_scratchFiles), extension));
 }
 
-bool StagingFolder::isName(QStringView name)
-{
-    const auto isLetter = [](QChar character) { return character >= u'a' && character <= u'z'; };
-    return name.size() == prefix.size() + letters && name.startsWith(prefix) &&
-           std::ranges::all_of(name.sliced(prefix.size()), isLetter);
-}
-
 void StagingFolder::sweep(const QString &folder)
 {
-    const QStringList names = QDir(folder).entryList({prefix.toString() + u'*'}, QDir::Dirs | QDir::Hidden);
+    const QStringList names = QDir(folder).entryList({StagingName::pattern()}, QDir::Dirs | QDir::Hidden);
     for (const QString &name : names) {
         const QString path = folder + u'/' + name;
-        if (isName(name) && StagingLock::isStale(path)) {
+        if (StagingName::isFolder(name) && StagingLock::isStale(path)) {
             QDir(path).removeRecursively();
         }
     }

@@ -26,8 +26,6 @@ public:
     /// A place for audio on its way from one step to the next; no two are alike. Nothing is created.
     QString scratch(const QString &extension);
 
-    /// Whether a folder of that name is one of these, in use or left behind.
-    static bool isName(QStringView name);
     /// Removes what processes that are gone left behind in `folder`.
     static void sweep(const QString &folder);
 

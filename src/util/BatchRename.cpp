@@ -4,15 +4,10 @@
 #include "util/BatchRename.h"
 
 #include "base/PathNames.h"
+#include "tasks/FileCommit.h"
 
-#include <QFile>
 #include <QFileInfo>
 #include <QLoggingCategory>
-
-#include <cerrno>
-#include <cstdio>
-#include <cstring>
-#include <fcntl.h>
 
 namespace kruv::BatchRename {
 
@@ -27,22 +22,10 @@ bool isTaken(const QString &path)
     return info.exists() || info.isSymLink();
 }
 
-/// One step that never replaces a file. Returns 0 or an errno value.
-int move(const QString &from, const QString &to)
+/// One step that never replaces a file.
+std::optional<FileCommit::Problem> move(const QString &from, const QString &to)
 {
-    const QByteArray source = QFile::encodeName(from);
-    const QByteArray target = QFile::encodeName(to);
-    if (renameat2(AT_FDCWD, source.constData(), AT_FDCWD, target.constData(), RENAME_NOREPLACE) == 0) {
-        return 0;
-    }
-    if (errno != EINVAL && errno != ENOSYS) {
-        return errno;
-    }
-    // Some network and FUSE file systems don't know the flag.
-    if (isTaken(to)) {
-        return EEXIST;
-    }
-    return std::rename(source.constData(), target.constData()) == 0 ? 0 : errno;
+    return FileCommit::commit(from, to, FileCommit::Existing::Keep);
 }
 
 /// Puts the first `count` files back under their old names; returns those that stayed under the new one.
@@ -50,7 +33,7 @@ QStringList takeBack(const QList<Move> &moves, qsizetype count)
 {
     QStringList stuck;
     while (count-- > 0) {
-        if (move(moves[count].to, moves[count].from) != 0) {
+        if (move(moves[count].to, moves[count].from)) {
             stuck.append(moves[count].to);
         }
     }
@@ -96,13 +79,12 @@ void carryOut(const QList<Move> &moves)
     for (qsizetype done = 0; done < moves.size(); ++done) {
         const Move &each = moves[done];
         qCInfo(renameLog, "renaming %s to %s", qUtf8Printable(each.from), qUtf8Printable(each.to));
-        const int problem = move(each.from, each.to);
-        if (problem == 0) {
+        const auto problem = move(each.from, each.to);
+        if (!problem) {
             continue;
         }
         QString reason = QStringLiteral("\"%1\" could not be renamed to \"%2\": %3.")
-                             .arg(each.from, PathNames::lastPathComponent(each.to),
-                                  QString::fromLocal8Bit(std::strerror(problem)));
+                             .arg(each.from, PathNames::lastPathComponent(each.to), problem->text);
         const QStringList stuck = takeBack(moves, done);
         reason += stuck.isEmpty() ? QStringLiteral(" No file was renamed.")
                                   : QStringLiteral(" These files have their new names already and could not "

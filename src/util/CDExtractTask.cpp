@@ -21,6 +21,7 @@ namespace kruv {
 namespace {
 
 const QString oneFile = QStringLiteral("audio.wav");
+const QString wav = QStringLiteral("wav");
 
 /// The tool's own name for a track of several.
 QString toolName(int track)
@@ -28,9 +29,16 @@ QString toolName(int track)
     return QStringLiteral("audio_%1.wav").arg(track, 2, 10, QLatin1Char('0'));
 }
 
-QString logName(const QString &discName)
+QString logPath(const CDExtractTask::Request &request)
 {
-    return discName + QStringLiteral(".log.txt");
+    return request.outputFolder + u'/' + request.discName + QStringLiteral(".log.txt");
+}
+
+QString fileNameFor(const CDExtractTask::Request &request, int track)
+{
+    const auto named = std::ranges::find(request.fileNames, track,
+                                         [](const QString &file) { return CdTracks::number(file); });
+    return named == request.fileNames.cend() ? QString() : *named;
 }
 
 } // namespace
@@ -48,24 +56,37 @@ QStringList CDExtractTask::arguments(const Request &request)
     return list;
 }
 
+std::vector<CDExtractTask::Track> CDExtractTask::tracks(const Request &request)
+{
+    const auto range = CdTracks::range(request.trackString).value_or(CdTracks::Range());
+    const bool oneOnly = range.first == range.last;
+    if (request.oneTrack && !oneOnly) {
+        return {{oneFile, request.outputFolder + u'/' + oneFile}};
+    }
+    std::vector<Track> tracks;
+    for (int track = range.first; track <= range.last; ++track) {
+        const QString name = oneOnly ? oneFile : toolName(track);
+        const QString file = fileNameFor(request, track);
+        tracks.push_back(
+            {name, PathNames::outputPath(request.outputFolder, file.isEmpty() ? name : file, wav)});
+    }
+    return tracks;
+}
+
 QStringList CDExtractTask::outputs(const Request &request)
 {
-    const QString folder = request.outputFolder + u'/';
-    QStringList paths{folder + logName(request.discName)};
-    const auto range = CdTracks::range(request.trackString).value_or(CdTracks::Range());
-    if (request.oneTrack || range.first == range.last) {
-        paths.append(folder + oneFile);
-    }
-    for (int track = range.first; track <= range.last && !request.oneTrack; ++track) {
-        paths.append(folder + toolName(track));
+    QStringList paths{logPath(request)};
+    for (const Track &track : tracks(request)) {
+        paths.append(track.path);
     }
     return paths;
 }
 
 CDExtractTask::CDExtractTask(TaskCompletionSink *queue, const QString &launchPath, Request request,
                              std::unique_ptr<UnmountedDisc> disc)
-    : KruvAsyncNSTask(queue, launchPath, arguments(request))
+    : OutputTask(queue, {})
     , m_request(std::move(request))
+    , m_launchPath(launchPath)
     , m_range(CdTracks::range(m_request.trackString).value_or(CdTracks::Range()))
     , m_disc(std::move(disc))
 {
@@ -73,15 +94,44 @@ CDExtractTask::CDExtractTask(TaskCompletionSink *queue, const QString &launchPat
     setTitle(QStringLiteral("CD Tracks %1 - %2").arg(halves.value(0), halves.value(1)));
     setTextFieldString(title());
     publish(&KruvTask::setTextFieldValue);
-    setDirectory(m_request.outputFolder);
 }
 
 CDExtractTask::~CDExtractTask() = default;
 
-void CDExtractTask::startTask()
+void CDExtractTask::make(StagedOutputs &outputs)
 {
-    KruvAsyncNSTask::startTask();
+    for (const Track &track : tracks(m_request)) {
+        outputs.add(track.path, track.toolName);
+    }
+    const QString log = outputs.add(logPath(m_request));
+    const QString staging = outputs.stagingFor(m_request.outputFolder);
     showTrack();
+    runTool(
+        m_launchPath, arguments(m_request), [this](const QString &piece) { processTaskOutput(piece); },
+        staging);
+    showStatus(QStringLiteral("Renaming CD Tracks"));
+    if (m_range.first == m_range.last) {
+        // Tools number a single file as well when they are asked for one file a track.
+        QFile::rename(staging + u'/' + toolName(m_range.first), staging + u'/' + oneFile);
+    }
+    if (error()) {
+        keepWholeTracks(outputs);
+    }
+    showStatus(QStringLiteral("Writing Log File"));
+    writeLog(log);
+}
+
+void CDExtractTask::keepWholeTracks(StagedOutputs &outputs)
+{
+    int track = 0;
+    for (const Track &each : tracks(m_request)) {
+        const bool isWhole = !m_request.oneTrack && track++ < m_tracksDone;
+        if (!isWhole) {
+            outputs.withdraw(each.path);
+        }
+    }
+    setError(false);
+    failAfterwards(tr("not all tracks could be read"));
 }
 
 void CDExtractTask::showTrack()
@@ -91,23 +141,10 @@ void CDExtractTask::showTrack()
     publish(&KruvTask::setCombinedStatus);
 }
 
-void CDExtractTask::showStatus(const QString &status)
-{
-    setTopTextFieldString(status);
-    publish(&KruvTask::setTopTextFieldValue);
-}
-
-QString CDExtractTask::fileNameFor(int track) const
-{
-    const auto named = std::ranges::find(m_request.fileNames, track,
-                                         [](const QString &file) { return CdTracks::number(file); });
-    return named == m_request.fileNames.cend() ? QString() : *named;
-}
-
 QString CDExtractTask::trackName() const
 {
     const int track = m_range.first + m_currentFileIndex;
-    const QString file = fileNameFor(track);
+    const QString file = fileNameFor(m_request, track);
     return file.isEmpty() ? QStringLiteral("Track %1").arg(track) : PathNames::nameWithoutExtension(file);
 }
 
@@ -130,58 +167,14 @@ void CDExtractTask::processTaskOutput(const QString &text)
     }
 }
 
-void CDExtractTask::rename(const QString &toolName, int track)
+void CDExtractTask::writeLog(const QString &path)
 {
-    const QString source = m_request.outputFolder + u'/' + toolName;
-    const QString file = fileNameFor(track);
-    if (file.isEmpty()) {
-        return;
-    }
-    const QString target = PathNames::outputPath(m_request.outputFolder, file, QStringLiteral("wav"));
-    if (target != source && !QFile::rename(source, target)) {
-        appendResults(QStringLiteral("\n%1 keeps its name: it could not be renamed to %2.")
-                          .arg(source, PathNames::lastPathComponent(target)));
-    }
-}
-
-bool CDExtractTask::isNewer(const QString &one, const QString &other) const
-{
-    const QFileInfo first(m_request.outputFolder + u'/' + one);
-    const QFileInfo second(m_request.outputFolder + u'/' + other);
-    return first.exists() && (!second.exists() || first.lastModified() >= second.lastModified());
-}
-
-void CDExtractTask::renameTracks()
-{
-    // The track at which the tool failed or was ended is not whole: it keeps the tool's name.
-    const bool allDone = !error() && !cancelled();
-    const int last = allDone ? m_range.last : std::min(m_range.last, m_range.first + m_tracksDone - 1);
-    const bool oneOnly = m_range.last == m_range.first;
-    // Tools number a single file as well when they are asked for one file a track.
-    if (oneOnly && last == m_range.last && isNewer(oneFile, toolName(m_range.first))) {
-        return rename(oneFile, m_range.first);
-    }
-    for (int track = m_range.first; track <= last && !m_request.oneTrack; ++track) {
-        rename(toolName(track), track);
-    }
-}
-
-void CDExtractTask::writeLog()
-{
-    const QString path = m_request.outputFolder + u'/' + logName(m_request.discName);
     const QString version = QStringLiteral("%1 (build %2)").arg(shortVersion(), buildNumber());
-    if (!TextFile::write(path, QStringLiteral("Kruv %1\n%2").arg(version, CdOutput::logText(m_logOutput)))) {
-        fail(QStringLiteral("The log %1 could not be written.").arg(path));
+    const QString problem =
+        TextFile::write(path, QStringLiteral("Kruv %1\n%2").arg(version, CdOutput::logText(m_logOutput)));
+    if (!problem.isEmpty()) {
+        fail(tr("The log %1 could not be written: %2.").arg(logPath(m_request), problem));
     }
-}
-
-void CDExtractTask::cleanup()
-{
-    showStatus(QStringLiteral("Renaming CD Tracks"));
-    renameTracks();
-    showStatus(QStringLiteral("Writing Log File"));
-    writeLog();
-    giveDiscBack();
 }
 
 void CDExtractTask::giveDiscBack()
@@ -189,17 +182,10 @@ void CDExtractTask::giveDiscBack()
     MainThread::post([disc = std::shared_ptr<UnmountedDisc>(std::move(m_disc))] {});
 }
 
-void CDExtractTask::neverRan()
+void CDExtractTask::stopTask()
 {
-    KruvAsyncNSTask::neverRan();
     giveDiscBack();
-}
-
-void CDExtractTask::finalCleanup()
-{
-    if (!error()) {
-        results()->setHasResults(false);
-    }
+    OutputTask::stopTask();
 }
 
 } // namespace kruv

@@ -3,20 +3,25 @@
 
 #pragma once
 
-#include "tasks/KruvAsyncNSTask.h"
+#include "tasks/OutputTask.h"
 #include "util/CdOutput.h"
 #include "util/CdTracks.h"
 
+#include <QCoreApplication>
+
 #include <memory>
+#include <vector>
 
 namespace kruv {
 
 class UnmountedDisc;
 
 /// Extracts a range of tracks of an audio disc with cdda2wav, gives the files the names of the tracks, writes
-/// a log beside them, and gives the disc back to the desktop however it ends.
-class CDExtractTask : public KruvAsyncNSTask
+/// a log beside them, and gives the disc back to the desktop however it ends. Where the drive fails on the
+/// way, the tracks that are whole by then stay.
+class CDExtractTask : public OutputTask
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::CDExtractTask)
 public:
     /// What the tool is to do and what its files are to be called.
     struct Request
@@ -30,37 +35,40 @@ public:
     };
 
     static QStringList arguments(const Request &request);
-    /// Every file that the tool itself and the log are written to.
+    /// The tracks' files and the log.
     static QStringList outputs(const Request &request);
 
     CDExtractTask(TaskCompletionSink *queue, const QString &launchPath, Request request,
                   std::unique_ptr<UnmountedDisc> disc);
     ~CDExtractTask() override;
 
-    void startTask() override;
+    void stopTask() override;
     QString inputPath() const override { return m_request.discName; }
     QString outputPath() const override { return m_request.outputFolder; }
 
 protected:
-    void processTaskOutput(const QString &text) override;
-    void cleanup() override;
-    void neverRan() override;
+    QStringList sources() const override { return {}; } // the tracks themselves are no files
+    void make(StagedOutputs &outputs) override;
     void neverStarted() override { giveDiscBack(); }
-    void finalCleanup() override;
 
 private:
+    /// A file that the tool writes, and what it is to be called.
+    struct Track
+    {
+        QString toolName;
+        QString path;
+    };
+    static std::vector<Track> tracks(const Request &request);
+
     QString trackName() const;
     void showTrack();
-    void showStatus(const QString &status);
-    QString fileNameFor(int track) const;
-    /// Whether the first of two outputs is there, and not one that was there before the second was written.
-    bool isNewer(const QString &one, const QString &other) const;
-    void renameTracks();
-    void rename(const QString &toolName, int track);
-    void writeLog();
+    void processTaskOutput(const QString &text);
+    void keepWholeTracks(StagedOutputs &outputs);
+    void writeLog(const QString &path);
     void giveDiscBack();
 
     const Request m_request;
+    const QString m_launchPath;
     const CdTracks::Range m_range;
     std::unique_ptr<UnmountedDisc> m_disc;
     CdOutput::TrackEnds m_trackEnds;

@@ -4,26 +4,27 @@
 #include "util/DVDAuthorTask.h"
 
 #include "base/PathNames.h"
+#include "base/TextFile.h"
 #include "platform/Resources.h"
-#include "tasks/OutputWatch.h"
 #include "tasks/ToolOutput.h"
-
-#include <QDir>
 
 namespace kruv {
 
 namespace {
 
-const QString audioFolder = QStringLiteral("AUDIO_TS");
-const QString videoFolder = QStringLiteral("VIDEO_TS");
 /// The tree is written once and read once: each is half of the way.
 constexpr double half = 50.0;
+
+QString treeIn(const QString &folder)
+{
+    return folder + QStringLiteral("/DVD-AUDIO");
+}
 
 } // namespace
 
 DVDAuthorTask::DVDAuthorTask(TaskCompletionSink *queue, const QStringList &fileNames,
                              const QString &outputPath)
-    : StagedTask(queue, {})
+    : OutputTask(queue, {})
     , m_fileNames(fileNames)
     , m_outputPath(outputPath)
 {
@@ -45,36 +46,25 @@ QStringList DVDAuthorTask::imageArguments(const QString &folder)
     return {QStringLiteral("-o"), imageIn(folder), QStringLiteral("-dvd-audio"), treeIn(folder)};
 }
 
-QStringList DVDAuthorTask::foreignNamesInTree(const QString &folder)
+void DVDAuthorTask::make(StagedOutputs &outputs)
 {
-    QStringList names =
-        QDir(treeIn(folder)).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
-    names.removeAll(audioFolder);
-    names.removeAll(videoFolder);
-    return names;
-}
-
-void DVDAuthorTask::doStartTask()
-{
+    outputs.add(imageIn(m_outputPath));
+    const QString log = outputs.add(logIn(m_outputPath));
+    const QString staging = outputs.stagingFor(m_outputPath);
     showStatus(QStringLiteral("Authoring AUDIO_TS directory"));
-    authorDisc();
-    if (!mayGoOn()) {
-        return;
-    }
-    showStatus(QStringLiteral("Making .ISO Image"));
-    const OutputWatch image(outputPath());
-    makeImage();
-    if (mayGoOn() && !image.written()) {
-        fail(QStringLiteral("The image %1 was not written.").arg(outputPath()));
-    }
+    authorDisc(staging);
     if (mayGoOn()) {
-        removeTree();
+        showStatus(QStringLiteral("Making .ISO Image"));
+        makeImage(staging);
+    }
+    if (error()) {
+        appendResults(u'\n' + TextFile::read(log).value_or(QString()));
     }
 }
 
-void DVDAuthorTask::authorDisc()
+void DVDAuthorTask::authorDisc(const QString &staging)
 {
-    runTool(toolPath(QStringLiteral("dvda")), authorArguments(m_fileNames, m_outputPath),
+    runTool(toolPath(QStringLiteral("dvda")), authorArguments(m_fileNames, staging),
             [this](const QString &piece) { processDVDATaskOutput(piece); });
 }
 
@@ -97,9 +87,9 @@ void DVDAuthorTask::processDVDATaskOutput(const QString &piece)
     publish(&KruvTask::updateStatus);
 }
 
-void DVDAuthorTask::makeImage()
+void DVDAuthorTask::makeImage(const QString &staging)
 {
-    runTool(toolPath(QStringLiteral("mkisofs")), imageArguments(m_outputPath),
+    runTool(toolPath(QStringLiteral("mkisofs")), imageArguments(staging),
             [this](const QString &piece) { processImageTaskOutput(piece); });
 }
 
@@ -113,15 +103,6 @@ void DVDAuthorTask::processImageTaskOutput(const QString &piece)
     const QString line = piece.left(percent).section(u'\n', -1);
     setProgressIndicatorValue(half + ToolOutput::leadingNumber(line) / 2);
     publish(&KruvTask::setProgressIndicatorValueInGui);
-}
-
-void DVDAuthorTask::removeTree() const
-{
-    QDir tree(treeIn(m_outputPath));
-    QDir(tree.filePath(audioFolder))
-        .removeRecursively(); // the authoring tool takes no folder with other files
-    tree.rmdir(videoFolder);
-    tree.rmdir(tree.path());
 }
 
 } // namespace kruv

@@ -3,13 +3,13 @@
 
 #pragma once
 
-#include "tasks/StagedTask.h"
+#include "tasks/OutputTask.h"
 
 namespace kruv {
 
 /// Makes a DVD-Audio disc image, "image.iso", of PCM files that share one format. The log of the authoring
-/// tool, "log.txt", stays beside it; the tree "DVD-AUDIO" that the image is made of only after a failure.
-class DVDAuthorTask : public StagedTask
+/// tool, "log.txt", stays beside it; after a failure it is in the results instead.
+class DVDAuthorTask : public OutputTask
 {
 public:
     /// `fileNames` in the order of the disc.
@@ -19,22 +19,20 @@ public:
 
     static QString imageIn(const QString &folder) { return folder + QStringLiteral("/image.iso"); }
     static QString logIn(const QString &folder) { return folder + QStringLiteral("/log.txt"); }
-    static QString treeIn(const QString &folder) { return folder + QStringLiteral("/DVD-AUDIO"); }
 
+    // The tools' arguments; all that they write goes into `folder`, the tree "DVD-AUDIO" too.
     static QStringList authorArguments(const QStringList &fileNames, const QString &folder);
     static QStringList imageArguments(const QString &folder);
-    /// Names in the tree's folder that no earlier run of this job made.
-    static QStringList foreignNamesInTree(const QString &folder);
 
 protected:
-    void doStartTask() override;
+    QStringList sources() const override { return m_fileNames; }
+    void make(StagedOutputs &outputs) override;
 
 private:
-    void authorDisc();
-    void makeImage();
+    void authorDisc(const QString &staging);
+    void makeImage(const QString &staging);
     void processDVDATaskOutput(const QString &piece);
     void processImageTaskOutput(const QString &piece);
-    void removeTree() const;
 
     const QStringList m_fileNames;
     const QString m_outputPath;

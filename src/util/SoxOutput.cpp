@@ -31,11 +31,6 @@ QString percentageText(const QString &piece)
     return latest;
 }
 
-bool isDone(QStringView piece)
-{
-    return piece.trimmed().endsWith(u"Done.") || piece.contains(u"100%");
-}
-
 QStringList Messages::read(QStringView piece)
 {
     QStringList complete;

@@ -13,8 +13,6 @@ namespace kruv::SoxOutput {
 /// Text of the latest percentage in a piece of output, empty where it has none: what stands between "In:" and
 /// "%".
 QString percentageText(const QString &piece);
-/// Whether the piece says that the work is done.
-bool isDone(QStringView piece);
 
 /// Collects the warnings and failures that sox prints among its progress. The output may come in any pieces.
 class Messages

@@ -7,10 +7,9 @@
 #include "formats/TagFormats.h"
 #include "platform/Resources.h"
 #include "tags/TagsObject.h"
-#include "tasks/OutputWatch.h"
 #include "util/FormatSummary.h"
 
-#include <QFile>
+#include <QFileInfo>
 #include <QLoggingCategory>
 
 #include <cmath>
@@ -23,7 +22,7 @@ Q_LOGGING_CATEGORY(soxLog, "kruv.util", QtWarningMsg)
 
 SoxTask::SoxTask(TaskCompletionSink *queue, const QString &fileName, const QString &outputFolder,
                  Recipe recipe, std::shared_ptr<KruvTaskResults> results)
-    : StagedTask(queue, fileName)
+    : OutputTask(queue, fileName)
     , m_outputFolder(outputFolder)
     , m_recipe(std::move(recipe))
 {
@@ -53,36 +52,42 @@ std::shared_ptr<TagsObject> SoxTask::readTags()
     return TagFormats::read(fileName());
 }
 
-void SoxTask::writeTags(const TagsObject &tags)
+QStringList SoxTask::arguments(const QString &source, const QString &output, const QStringList &effect)
 {
-    if (!TagFormats::write(PathNames::fileType(fileName()), outputPath(), tags, false)) {
-        fail(QStringLiteral("The tags of %1 could not be written to %2.").arg(fileName(), outputPath()));
-    }
+    // Without --no-glob a name such as "Live [1].wav" stands for another file. Full paths are never taken for
+    // options or for commands to run.
+    return QStringList{QStringLiteral("-S"), QStringLiteral("--no-glob"),
+                       QFileInfo(source).absoluteFilePath(), QFileInfo(output).absoluteFilePath()} +
+           effect;
 }
 
-void SoxTask::doStartTask()
+void SoxTask::make(StagedOutputs &outputs)
 {
     showStatus(m_recipe.status);
-    if (OutputWatch::isSameFile(fileName(), outputPath())) {
-        fail(QStringLiteral("%1 leads to the source, which would be written over.").arg(outputPath()));
-        return;
-    }
-    const auto tags = readTags();
-    const OutputWatch output(outputPath());
-    const QStringList arguments{QStringLiteral("-S"), fileName(), outputPath()};
-    runTool(toolPath(QStringLiteral("sox")), arguments + m_recipe.effect,
+    m_tags = readTags();
+    const QString staged = outputs.add(outputPath());
+    runTool(toolPath(QStringLiteral("sox")), arguments(fileName(), staged, m_recipe.effect),
             [this](const QString &piece) { processTaskOutput(piece); });
     qCInfo(soxLog, "done %s", qUtf8Printable(fileName()));
     if (mayGoOn()) {
-        checkLength();
+        checkLength(staged);
     }
-    if (!mayGoOn() && output.written()) {
-        QFile::remove(outputPath()); // it plays, and looks whole
+    if (!mayGoOn()) {
+        appendResults(QStringLiteral("\n\n"));
     }
-    if (mayGoOn() && tags && output.written()) {
-        writeTags(*tags);
+}
+
+void SoxTask::dress(StagedOutputs &outputs)
+{
+    const QString staged = outputs.stagedPath(outputPath());
+    if (m_tags && !TagFormats::write(PathNames::fileType(fileName()), staged, *m_tags, false)) {
+        fail(tr("The tags of %1 could not be written to %2.").arg(fileName(), outputPath()));
     }
-    appendResults(QStringLiteral("\n\n"));
+}
+
+void SoxTask::committed(const StagedOutputs &)
+{
+    appendResults(title() + QStringLiteral("  - Done\n\n\n"));
 }
 
 void SoxTask::processTaskOutput(const QString &piece)
@@ -98,30 +103,23 @@ void SoxTask::processTaskOutput(const QString &piece)
     } else if (!text.isEmpty()) {
         qCWarning(soxLog, "%s", qUtf8Printable(m_recipe.failure.arg(piece)));
     }
-    if (SoxOutput::isDone(piece) && !m_saidDone) {
-        m_saidDone = true;
-        appendResults(title() + QStringLiteral("  - Done\n"));
-    }
 }
 
-void SoxTask::checkLength()
+void SoxTask::checkLength(const QString &output)
 {
     if (!m_messages.shortEnd().isEmpty()) {
-        fail(QStringLiteral("%1 was removed; it was not complete: %2")
-                 .arg(outputPath(), m_messages.shortEnd()));
+        fail(tr("%1 was not kept, for it is not complete: %2.").arg(outputPath(), m_messages.shortEnd()));
         return;
     }
     constexpr double rounding = 2.0; // frames
     const auto source = formatSummary(fileName());
-    const auto output = formatSummary(outputPath());
+    const auto made = formatSummary(output);
     const double expected = m_recipe.sampleRate > 0 ? source.time() * m_recipe.sampleRate
                                                     : static_cast<double>(source.totalSamples);
-    const double missing = std::abs(expected - static_cast<double>(output.totalSamples));
+    const double missing = std::abs(expected - static_cast<double>(made.totalSamples));
     if (source.totalSamples > 0 && missing > rounding) {
-        fail(QStringLiteral("%1 was removed; it was not complete: it had %2 frames in place of %3.")
-                 .arg(outputPath())
-                 .arg(output.totalSamples)
-                 .arg(expected, 0, 'f', 0));
+        fail(tr("%1 was not kept, for it is not complete: it has %2 frames in place of %3.")
+                 .arg(outputPath(), QString::number(made.totalSamples), QString::number(expected, 'f', 0)));
     }
 }
 

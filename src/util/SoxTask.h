@@ -3,23 +3,26 @@
 
 #pragma once
 
-#include "tasks/StagedTask.h"
+#include "tasks/OutputTask.h"
 #include "util/SoxOutput.h"
+
+#include <QCoreApplication>
 
 #include <memory>
 
 namespace kruv {
 
-class OutputWatch;
 class TagsObject;
 
 /// Runs one effect of sox over one sound file and copies the tags, which sox doesn't know.
-class SoxTask : public StagedTask
+class SoxTask : public OutputTask
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::SoxTask)
 public:
     QString outputPath() const override;
     /// Where the output of `source` goes.
     static QString outputFor(const QString &source, const QString &folder, const QString &suffix);
+    static QStringList arguments(const QString &source, const QString &output, const QStringList &effect);
 
 protected:
     /// What the effects differ in.
@@ -38,18 +41,19 @@ protected:
             std::shared_ptr<KruvTaskResults> results);
     ~SoxTask() override;
 
-    void doStartTask() override;
+    void make(StagedOutputs &outputs) override;
+    void dress(StagedOutputs &outputs) override;
+    void committed(const StagedOutputs &outputs) override;
 
 private:
     std::shared_ptr<TagsObject> readTags();
-    void writeTags(const TagsObject &tags);
     void processTaskOutput(const QString &piece);
-    void checkLength();
+    void checkLength(const QString &output);
 
     const QString m_outputFolder;
     const Recipe m_recipe;
+    std::shared_ptr<TagsObject> m_tags; // for the output
     SoxOutput::Messages m_messages;
-    bool m_saidDone = false;
 };
 
 } // namespace kruv

@@ -3,6 +3,7 @@
 
 #include "convert/FixTask.h"
 #include "support/Audio.h"
+#include "support/FullDisk.h"
 #include "support/QtPrinters.h"
 #include "support/Session.h"
 #include "tabs/FixTab.h"
@@ -71,17 +72,34 @@ TEST_F(Fix, TracksEndOnSectorBoundariesAndHoldTheSameAudio)
     EXPECT_TRUE(tab.fileList().isEmpty());
 }
 
-TEST_F(Fix, OriginalsStayWhereAnOutputWasThere)
+TEST_F(Fix, WhatIsThereIsReplacedByAgreementAndByAWholeSetOnly)
 {
     tab.deleteOriginalsButton().setOn(true);
-    writeFile(out + u"/x d1t2.flac"_s, "somebody's");
+    tab.flacFingerprintButton().setOn(true);
+    const QStringList taken{out + u"/fingerprint.ffp.txt"_s, out + u"/x d1t2.flac"_s};
+    for (const QString &file : taken) {
+        writeFile(file, "somebody's");
+    }
+    const QStringList before = QDir(out).entryList(QDir::AllEntries | QDir::Hidden);
+    session.person.buttonAnswers = {0, 1, 1};
     fix(u"FLAC"_s);
+    EXPECT_TRUE(session.ended.empty());
+    EXPECT_EQ(session.person.questions.at(0).text, taken.join(u'\n'));
+    {
+        const FullDisk full(60'000);
+        fix(u"FLAC"_s);
+    }
     ASSERT_EQ(session.ended.size(), 1U);
     EXPECT_TRUE(session.ended[0].error);
-    EXPECT_EQ(readFile(out + u"/x d1t2.flac"_s), "somebody's");
-    for (const QString &source : sources) {
-        EXPECT_TRUE(QFile::exists(source));
+    EXPECT_EQ(QDir(out).entryList(QDir::AllEntries | QDir::Hidden), before);
+    for (const QString &file : sources + taken) {
+        EXPECT_TRUE(taken.contains(file) ? readFile(file) == "somebody's" : QFile::exists(file));
     }
+    fix(u"FLAC"_s);
+    EXPECT_FALSE(session.ended.at(1).error) << session.ended.at(1).text.toStdString();
+    EXPECT_TRUE(readFile(taken[0]).contains("\nx d1t2.flac:")) << readFile(taken[0]).toStdString();
+    EXPECT_TRUE(readFile(taken[1]).startsWith("fLaC"));
+    EXPECT_FALSE(QFile::exists(sources[0]));
 }
 
 TEST_F(Fix, ListsAreWrittenByDisc)

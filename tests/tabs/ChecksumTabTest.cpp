@@ -39,7 +39,7 @@ protected:
     QString second = kruv.folder.write(u"two/b.wav"_s, "b");
 };
 
-TEST_F(ChecksumTabTest, ListsBesideTheirSourcesAskNothing)
+TEST_F(ChecksumTabTest, ListsBesideTheirSourcesAskOnlyBeforeTheyReplace)
 {
     create("MD5", true, {first});
     EXPECT_EQ(listsIn(one), QStringList(u"md5sum.md5"_s));
@@ -48,6 +48,13 @@ TEST_F(ChecksumTabTest, ListsBesideTheirSourcesAskNothing)
     EXPECT_TRUE(QFile::exists(one + u"/one.md5"_s));
     EXPECT_TRUE(kruv.person.prompts.isEmpty());
     EXPECT_TRUE(kruv.tab.fileList().isEmpty());
+    EXPECT_TRUE(kruv.person.questions.empty());
+    for (const bool agrees : {false, true}) {
+        kruv.person.buttonAnswers = {agrees ? 1 : 0};
+        writeFile(one + u"/one.md5"_s, "another list");
+        create("MD5", true, {first});
+        EXPECT_EQ(readFile(one + u"/one.md5"_s) != "another list", agrees);
+    }
 }
 
 TEST_F(ChecksumTabTest, AsksForAPlaceWithTheTitlesOfEachKind)
@@ -87,6 +94,7 @@ TEST_F(ChecksumTabTest, FingerprintsGoToTheFirstFilesFolder)
     EXPECT_TRUE(kruv.person.alerts.empty());
 
     QFile::remove(flacFiles[1]);
+    kruv.person.buttonAnswers = {1};
     create("FFP", true, flacFiles);
     ASSERT_EQ(kruv.person.alerts.size(), 1) << "an incomplete list is never made in silence";
     EXPECT_TRUE(kruv.person.alerts[0].text.contains(u"FLAC__METADATA_CHAIN"_s));

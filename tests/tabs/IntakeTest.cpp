@@ -89,8 +89,12 @@ TEST(FolderWalk, FindsEveryFileOnceAndSkipsWhatIsNone)
 {
     const TemporaryFolder folder;
     folder.makeFolder(u"a/.hidden/deep"_s);
-    for (const char16_t *name : {u"a/one.wav", u"a/.DS_Store", u"a/.TOC.plist", u"a/noextension",
-                                 u"a/.hidden/deep/two.wav", u"a/new\nline.wav"}) {
+    folder.makeFolder(u"a/.kruv-abcdefgh"_s);
+    folder.makeFolder(u"a/.kruv-ABCDEFGH"_s);
+    for (const char16_t *name :
+         {u"a/one.wav", u"a/.DS_Store", u"a/.TOC.plist", u"a/noextension", u"a/.hidden/deep/two.wav",
+          u"a/new\nline.wav", u"a/.kruv-abcdefgh/half.wav", u"a/.kruv-ABCDEFGH/three.wav",
+          u"a/Kruv-0000a1b2-Xy12ab9Z.wav", u"a/Kruv-live.wav"}) {
         folder.write(QStringView(name).toString(), "x");
     }
     ASSERT_TRUE(QFile::link(folder.file(u"a"_s), folder.file(u"a/.hidden/loop"_s)));
@@ -101,8 +105,9 @@ TEST(FolderWalk, FindsEveryFileOnceAndSkipsWhatIsNone)
     QStringList found;
     FolderWalk walk;
     walk.walk(folder.file(u"a/"_s), [&found](const QString &path) { found << path; });
-    EXPECT_EQ(sorted(names(found)), (QStringList{u"dangling.wav"_s, u"new\nline.wav"_s, u"noextension"_s,
-                                                 u"one.wav"_s, u"two.wav"_s}));
+    EXPECT_EQ(sorted(names(found)),
+              (QStringList{u"Kruv-live.wav"_s, u"dangling.wav"_s, u"new\nline.wav"_s, u"noextension"_s,
+                           u"one.wav"_s, u"three.wav"_s, u"two.wav"_s}));
     ASSERT_EQ(walk.undecodableNames().size(), 1);
     EXPECT_TRUE(walk.undecodableNames()[0].endsWith(u"/l\ufffdt.wav"_s));
     EXPECT_TRUE(found.contains(folder.file(u"a/one.wav"_s)));

@@ -7,12 +7,18 @@
 
 #include "base/PathNames.h"
 #include "support/Audio.h"
+#include "support/EnvironmentVariable.h"
+#include "support/FullDisk.h"
 #include "support/QtPrinters.h"
 #include "support/Session.h"
 
 #include <QDir>
+#include <QDirIterator>
+#include <QtEndian>
 
+#include <algorithm>
 #include <gtest/gtest.h>
+#include <optional>
 
 namespace kruv::test {
 
@@ -37,29 +43,57 @@ protected:
     }
 
     /// Runs a command beside the sources; true when its jobs succeeded.
-    bool run(const QString &command, const QStringList &files)
+    bool run(const QString &command, const QStringList &files) { return run(command, files, tab()); }
+    bool run(const QString &command, const QStringList &files, SHNtoolTab &where)
     {
-        tab().shntoolCommandMatrix().selectTitle(command);
-        tab().outputFormatMatrix().selectTitle(u"WAV"_s);
-        tab().sourceEncodeButton().setOn(true);
-        tab().addFiles(files);
+        where.shntoolCommandMatrix().selectTitle(command);
+        where.outputFormatMatrix().selectTitle(u"WAV"_s);
+        where.sourceEncodeButton().setOn(true);
+        where.addFiles(files);
         session.ended.clear();
-        tab().executeCommand();
-        EXPECT_TRUE(tab().fileList().isEmpty());
+        where.executeCommand();
+        EXPECT_TRUE(where.fileList().isEmpty());
+        if (cancelsOnceItWrites) {
+            EXPECT_TRUE(waitUntil([this] { return writes(); }));
+            session.controller.taskQueue().cancelAllTasks();
+        }
         EXPECT_TRUE(session.runToEnd());
         const auto failed = [](const Ended &job) { return job.error; };
         return !session.ended.empty() && std::ranges::none_of(session.ended, failed);
     }
     bool runAndDelete(const QString &command, const QStringList &files)
     {
-        tab().deleteOriginalsButton().setOn(true);
+        return runAndDelete(command, files, tab());
+    }
+    bool runAndDelete(const QString &command, const QStringList &files, SHNtoolTab &where)
+    {
+        where.deleteOriginalsButton().setOn(command != u"split");
         session.person.buttonAnswers = {0};
-        return run(command, files);
+        return run(command, files, where);
     }
     QString said() const { return session.ended.empty() ? QString() : session.ended.front().text; }
     QStringList listing() const { return QDir(session.music).entryList(QDir::Files, QDir::Name); }
+    QStringList everything() const
+    {
+        return QDir(session.music)
+            .entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
+    }
+    /// Whether the job has begun to write audio.
+    bool writes() const
+    {
+        constexpr qint64 begun = 100'000; // bytes
+        QDirIterator files(session.music, {u"*.wav"_s}, QDir::Files | QDir::Hidden,
+                           QDirIterator::Subdirectories);
+        while (files.hasNext()) {
+            if (files.next().contains(u"/.kruv-"_s) && files.fileInfo().size() > begun) {
+                return true;
+            }
+        }
+        return false;
+    }
 
     Session session;
+    bool cancelsOnceItWrites = false;
 
 private:
     std::uint32_t m_seed = 0;
@@ -99,41 +133,40 @@ TEST_F(SHNtoolTabTest, SplitTracksJoinToTheSameSamples)
     const QString points = session.folder.write(u"points.cue"_s, sheet);
     writeFile(path(u"03 Taken.wav"_s), "mine");
     session.person.textAnswers = {points};
+    session.person.buttonAnswers = {0}; // the third is to stay
     EXPECT_FALSE(run(u"split"_s, {whole}));
-    EXPECT_TRUE(said().contains(u"split-track03.wav kept its name"_s)) << said().toStdString();
-    EXPECT_EQ(readFile(path(u"03 Taken.wav"_s)), "mine");
-    const QStringList tracks{path(u"01 ..-Same.wav"_s), path(u"02 Same.wav"_s), path(u"split-track03.wav"_s)};
+    EXPECT_EQ(session.person.questions.back().text, path(u"03 Taken.wav"_s));
+    EXPECT_EQ(listing(), (QStringList{u"03 Taken.wav"_s, u"concert.wav"_s}));
+    session.person.textAnswers = {points};
+    session.person.buttonAnswers = {1};
+    EXPECT_TRUE(run(u"split"_s, {whole}));
+    const QStringList tracks{path(u"01 ..-Same.wav"_s), path(u"02 Same.wav"_s), path(u"03 Taken.wav"_s)};
     EXPECT_EQ(readWav(tracks[0]).frames(), (5 * 75 + 7) * sector);
 
     session.person.textAnswers = {path(u"back.wav"_s)};
     EXPECT_TRUE(run(u"join"_s, tracks));
     EXPECT_EQ(readWav(path(u"back.wav"_s)), readWav(whole));
-    EXPECT_FALSE(listing().contains(u"joined.wav"_s));
     EXPECT_TRUE(run(u"cmp"_s, {whole, path(u"back.wav"_s)}));
     EXPECT_FALSE(run(u"cmp"_s, {whole, tracks[1]}));
     EXPECT_TRUE(said().contains(u"differs at byte offset"_s));
 
-    // A second split finds its names taken: nothing is renamed that it didn't write.
-    session.person.textAnswers = {points};
+    // How many tracks there are without titles shows late: what is in their way stays all the same.
+    writeFile(path(u"split-track02.wav"_s), "mine");
+    session.person.textAnswers = {session.folder.write(u"points.txt"_s, "0:03\n")};
     const QStringList before = listing();
     EXPECT_FALSE(run(u"split"_s, {tracks[2]}));
+    EXPECT_TRUE(said().contains(u"already exists and was left"_s)) << said().toStdString();
     EXPECT_EQ(listing(), before);
+    EXPECT_EQ(readFile(path(u"split-track02.wav"_s)), "mine");
 }
 
 TEST_F(SHNtoolTabTest, JoinedSourcesGoOnlyOnceTheFileIsThere)
 {
     const QStringList sources{makeWav(u"a.wav"_s, 100), makeWav(u"b.wav"_s, 200)};
-    writeFile(path(u"joined.wav"_s), "mine");
-    session.person.textAnswers = {path(u"new.wav"_s)};
-    EXPECT_FALSE(runAndDelete(u"join"_s, sources));
-    EXPECT_EQ(listing(), (QStringList{u"a.wav"_s, u"b.wav"_s, u"joined.wav"_s}));
-    EXPECT_EQ(readFile(path(u"joined.wav"_s)), "mine");
-    QFile::remove(path(u"joined.wav"_s));
-
+    writeFile(path(u"joined.wav"_s), "mine"); // the tool's own name for what it makes
     session.person.textAnswers = {path(u"nowhere/new.wav"_s)};
     EXPECT_FALSE(runAndDelete(u"join"_s, sources));
     EXPECT_EQ(listing(), (QStringList{u"a.wav"_s, u"b.wav"_s, u"joined.wav"_s}));
-    QFile::remove(path(u"joined.wav"_s));
 
     session.person.textAnswers = {path(u"new.wav"_s)};
     EXPECT_FALSE(runAndDelete(u"join"_s, {sources[0], makeWav(u"mono.wav"_s, 100, 1)}));
@@ -143,8 +176,74 @@ TEST_F(SHNtoolTabTest, JoinedSourcesGoOnlyOnceTheFileIsThere)
     // The chosen name may be a source's own.
     session.person.textAnswers = {sources[0]};
     EXPECT_TRUE(runAndDelete(u"join"_s, sources));
-    EXPECT_EQ(listing(), QStringList{u"a.wav"_s});
+    EXPECT_EQ(listing(), (QStringList{u"a.wav"_s, u"joined.wav"_s}));
     EXPECT_EQ(readWav(sources[0]).frames(), 300U);
+    EXPECT_EQ(readFile(path(u"joined.wav"_s)), "mine");
+}
+
+/// Commands over a set of files.
+const struct
+{
+    QString command;
+    QStringList texts; // answers
+} makers[] = {{u"strip"_s, {}},
+              {u"pad"_s, {}},
+              {u"trim"_s, {}},
+              {u"join"_s, {u"whole.wav"_s}},
+              {u"split"_s, {u"points.txt"_s}}};
+
+TEST_F(SHNtoolTabTest, WhatComesToNothingLeavesTheFolderAsItWas)
+{
+    constexpr std::size_t frames = 6'000'000; // long enough to be far from done when it is cancelled
+    Audio audio = makeAudio({.frames = frames, .signal = Signal::Noise});
+    std::fill_n(audio.samples.begin(), 2000, 0); // something to trim
+    QByteArray wav = wavBytes(audio);
+    wav.append("LIST\4\0\0\0junk", 12); // something to strip
+    qToLittleEndian(static_cast<quint32>(wav.size() - 8), wav.data() + 4);
+    writeFile(path(u"long.wav"_s), wav);
+    makeWav(u"short.wav"_s, 100);
+    writeFile(path(u"points.txt"_s), "0:30\n");
+    const QStringList sources{path(u"long.wav"_s), path(u"short.wav"_s)};
+    const QStringList before = everything();
+    for (const auto &[command, texts] : makers) {
+        for (const bool cancels : {false, true}) {
+            SCOPED_TRACE(command.toStdString() + (cancels ? ", cancelled" : ", disk full"));
+            session.person.textAnswers.clear();
+            for (const QString &text : texts) {
+                session.person.textAnswers.push_back(path(text));
+            }
+            cancelsOnceItWrites = cancels;
+            std::optional<FullDisk> full;
+            if (!cancels) {
+                full.emplace(1'000'000);
+            }
+            runAndDelete(command, sources);
+            full.reset();
+            EXPECT_TRUE(cancels ? session.ended.at(0).cancelled : session.ended.at(0).error);
+            EXPECT_EQ(everything(), before);
+        }
+    }
+}
+
+TEST_F(SHNtoolTabTest, AToolThatMakesNothingHasFailedWhateverItSays)
+{
+    const QString tools = session.folder.makeFolder(u"tools"_s);
+    const QString shntool = session.folder.write(u"tools/shntool"_s, "#!/bin/sh\necho 'all went well'\n");
+    QFile::setPermissions(shntool, QFile::ReadOwner | QFile::ExeOwner);
+    const EnvironmentVariable resources("KRUV_RESOURCES", tools.toUtf8());
+    SHNtoolTab here(session.controller);
+    const QString source = makeWav(u"a.wav"_s, 100);
+    writeFile(path(u"points.txt"_s), "0:30\n");
+    const QStringList before = everything();
+    for (const auto &[command, texts] : makers) {
+        session.person.textAnswers.clear();
+        for (const QString &text : texts) {
+            session.person.textAnswers.push_back(path(text));
+        }
+        EXPECT_FALSE(runAndDelete(command, {source}, here));
+        EXPECT_TRUE(said().contains(u"was not made"_s)) << said().toStdString();
+        EXPECT_EQ(everything(), before);
+    }
 }
 
 TEST_F(SHNtoolTabTest, PaddedSourcesGoAllOrNone)
@@ -154,7 +253,7 @@ TEST_F(SHNtoolTabTest, PaddedSourcesGoAllOrNone)
     EXPECT_FALSE(runAndDelete(u"pad"_s, {sources[0], whole}));
     EXPECT_TRUE(said().contains(u"already sector-aligned"_s)) << said().toStdString();
     EXPECT_TRUE(QFile::exists(sources[0]) && QFile::exists(whole));
-    QFile::remove(path(u"-1 50%-padded.wav"_s));
+    EXPECT_TRUE(QFile::remove(path(u"-1 50%-padded.wav"_s))) << "files that need nothing don't stop others";
     EXPECT_TRUE(runAndDelete(u"pad"_s, sources));
     EXPECT_EQ(listing(), (QStringList{u"-1 50%-padded.wav"_s, u"b\n-padded.wav"_s, u"whole.wav"_s}));
     EXPECT_EQ(readWav(path(u"b\n-padded.wav"_s)).frames(), 2 * sector);

@@ -5,6 +5,7 @@
 
 #include "platform/Resources.h"
 #include "support/Audio.h"
+#include "support/FullDisk.h"
 #include "support/QtPrinters.h"
 #include "support/Session.h"
 #include "support/TaggedAudio.h"
@@ -16,6 +17,7 @@
 #include <QProcess>
 
 #include <gtest/gtest.h>
+#include <optional>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -42,6 +44,10 @@ protected:
         EXPECT_TRUE(session.runToEnd());
     }
     QStringList names() const { return QDir(session.music).entryList(QDir::Files); }
+    QString converted(const QString &source) const
+    {
+        return out + u'/' + QFileInfo(source).completeBaseName() + u"-converted.wav"_s;
+    }
     QString alertText() const
     {
         return session.person.alerts.size() == 1 ? session.person.alerts[0].text : u"no alert"_s;
@@ -160,13 +166,43 @@ TEST_F(Utilities, ConvertsSampleRatesAndKeepsTags)
     const QByteArray source = readFile(file(u"whole.wav"_s));
     session.person.buttonAnswers = {1};
     run(UtilTab::DeEmphasis, {file(u"whole.wav"_s)}, out);
-    EXPECT_TRUE(session.ended.at(4).error);
+    EXPECT_FALSE(session.ended.at(4).error);
+    EXPECT_EQ(readWav(out + u"/whole-deemph.wav"_s).frames(), 44100U) << "in the link's place";
     EXPECT_EQ(readFile(file(u"whole.wav"_s)), source);
     tab.sampleRateCombo().setText(u"44100 kHz"_s);
     run(UtilTab::SampleRateConversion, {file(u"whole.wav"_s)}, out);
     EXPECT_EQ(alertText(), u"\"44100 kHz\" is no sample rate"_s);
     run(UtilTab::DeEmphasis, {file(u"none.flac"_s)}, out);
     EXPECT_EQ(alertText(), u"No Wav/Aiff files in file list"_s);
+}
+
+TEST_F(Utilities, SoxTakesNamesForWhatTheyAreAndLosesNoEarlierOutput)
+{
+    QStringList files;
+    for (const char16_t *name : {u"Live [1].wav", u"Live 1.wav", u"Live {1,2}.wav", u"|touch ran.wav",
+                                 u"-n.wav", u"~root.wav", u"100%1 *.wav"}) {
+        files << file(QStringView(name).toString());
+        writeWav(files.last(), {.seed = static_cast<std::uint32_t>(files.size())});
+        writeFile(converted(files.last()), "the last one");
+    }
+    tab.sampleRateCombo().setText(u"44.1 kHz"_s); // what they have: nothing changes but the place
+    session.person.buttonAnswers = {1, 1};
+    {
+        const FullDisk full(100'000);
+        run(UtilTab::SampleRateConversion, files, out);
+    }
+    ASSERT_EQ(session.ended.size(), std::size_t(files.size()));
+    for (qsizetype index = 0; index < files.size(); ++index) {
+        const Ended &job = session.ended[std::size_t(index)];
+        EXPECT_TRUE(job.error && !job.text.contains(u"Done"_s)) << job.text.toStdString();
+        EXPECT_EQ(readFile(converted(files[index])), "the last one");
+    }
+    run(UtilTab::SampleRateConversion, files, out);
+    for (const QString &each : files) {
+        EXPECT_EQ(readWav(converted(each)), readWav(each)) << each.toStdString();
+    }
+    EXPECT_EQ(QDir(out).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot).size(),
+              files.size());
 }
 
 TEST_F(Utilities, MakesDvdAudioImagesOfOneFormatOnly)
@@ -197,11 +233,24 @@ TEST_F(Utilities, MakesDvdAudioImagesOfOneFormatOnly)
               (QStringList{u"image.iso"_s, u"log.txt"_s}));
     EXPECT_GT(QFile(out + u"/image.iso"_s).size(), 2 * 44100 * 4);
 
+    // A run that fails takes nothing away and leaves nothing in the way of the next.
+    const QByteArray image = readFile(out + u"/image.iso"_s);
     QDir(out).mkpath(u"DVD-AUDIO"_s);
     writeFile(out + u"/DVD-AUDIO/precious"_s, "a person's own");
-    run(UtilTab::DvdAudio, {file(u"1.wav"_s)}, out);
-    EXPECT_EQ(session.ended.size(), 1U);
-    EXPECT_TRUE(alertText().contains(u"precious"_s));
+    for (const bool isFull : {true, false}) {
+        session.person.buttonAnswers = {1};
+        std::optional<FullDisk> full;
+        if (isFull) {
+            full.emplace(100'000);
+        }
+        run(UtilTab::DvdAudio, {file(u"1.wav"_s)}, out);
+        full.reset();
+        EXPECT_EQ(session.ended.back().error, isFull) << session.ended.back().text.toStdString();
+        EXPECT_EQ(readFile(out + u"/image.iso"_s) == image, isFull);
+        EXPECT_EQ(QDir(out).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+                  (QStringList{u"DVD-AUDIO"_s, u"image.iso"_s, u"log.txt"_s}));
+    }
+    EXPECT_EQ(readFile(out + u"/DVD-AUDIO/precious"_s), "a person's own");
 }
 
 } // namespace kruv::test

@@ -48,7 +48,6 @@ TEST(UtilText, ReadsSoxAmongItsProgress)
         u"20.1"_s);
     EXPECT_EQ(SoxOutput::percentageText(u"\rIn:100% Out:9\nsox WARN sox: `50%: In.wav' clipped"_s), u"100"_s);
     EXPECT_EQ(SoxOutput::percentageText(u"100% In: nothing"_s), QString());
-    EXPECT_TRUE(SoxOutput::isDone(u"\nDone.\n"));
     SoxOutput::Messages messages;
     EXPECT_EQ(messages.read(u"\rIn:0.00% Out:0 Clip:0    /opt/kruv/sox WA"), QStringList());
     EXPECT_EQ(messages.read(u"RN wav: Premature EOF on .wav input file\n\rIn:28"),

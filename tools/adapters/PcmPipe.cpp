@@ -158,7 +158,8 @@ Arguments decoderCall(const std::string &format, const std::string &file, bool m
         return {"flac", "--force-legacy-wave-format", "-s", "-d", "-c", name};
     }
     if (format == "aiff") {
-        return {"sox", "-t", "aiff", name, "-t", "wavpcm", "-"};
+        // Without --no-glob a name such as "Live [1].aiff" stands for another file.
+        return {"sox", "--no-glob", "-t", "aiff", name, "-t", "wavpcm", "-"};
     }
     if (format == "wv") {
         return madeFromOther ? Arguments{"wvunpack", "--wav", "-q", "-y", name, "-o", "-"}

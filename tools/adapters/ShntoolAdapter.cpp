@@ -6,6 +6,8 @@
 #include "ShntoolCommand.h"
 
 #include <algorithm>
+#include <sstream>
+#include <utility>
 
 namespace kruv::adapters {
 
@@ -50,6 +52,30 @@ std::string adaptedEncoder(std::string encoder, const std::string &helper)
         encoder.insert(at + std::string_view(" ext=flac").size(), " " + helper + " encode");
     }
     return encoder;
+}
+
+// The program in an encoder's description ("cust ext=mp3 lame - %f"), or the one that stands for a bare
+// format's name.
+std::string encoderProgram(const std::string &description, const std::string &helper)
+{
+    constexpr std::array<std::pair<std::string_view, const char *>, 5> usual{
+        {{"shn", "shorten"}, {"flac", "flac"}, {"wv", "wavpack"}, {"tta", "ttaenc"}, {"ape", "mac"}}};
+    std::istringstream words(description);
+    std::string format;
+    std::string program;
+    words >> format >> program;
+    if (program.starts_with("ext=")) {
+        program.clear();
+        words >> program;
+    }
+    if (program == helper) {
+        program.clear();
+        words >> program;
+        return program == "encode" && words >> program ? program : std::string();
+    }
+    const auto *known =
+        std::find_if(usual.begin(), usual.end(), [&](const auto &each) { return each.first == format; });
+    return program.empty() && known != usual.end() ? known->second : program;
 }
 
 // Decoders that hand over plain PCM headers whatever the depth and the number of channels.
@@ -115,7 +141,9 @@ void planWriting(ShntoolPlan &plan, ShntoolCommand &command, const std::string &
     plan.replace = valueOr(command, 'O', "never") == "always";
     plan.oneResult = command.mode->oneResult;
     command.setValue('O', plan.replace ? "always" : "never"); // it never asks
-    command.setValue('o', adaptedEncoder(encoder, helper));
+    const auto adapted = adaptedEncoder(encoder, helper);
+    plan.encoder = encoderProgram(adapted, helper);
+    command.setValue('o', adapted);
     command.remove('d');
 }
 

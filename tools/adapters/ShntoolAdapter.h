@@ -35,6 +35,7 @@ struct ShntoolPlan
     std::size_t folderArgument = 0; // place of the output folder in them; 0: nothing is written
     std::string folder;             // where the outputs belong
     std::string exactFile;          // where the only output belongs, instead; may be empty
+    std::string encoder;            // the program that encodes them; empty where it is this one
     std::vector<ShntoolOutput> outputs;
     std::string takenPrefix; // outputs that can't be named beforehand begin with this ...
     std::string takenSuffix; // ... and end with this

@@ -250,6 +250,11 @@ int runShntool(const std::string &name, const Arguments &arguments, const ToolFi
         complain(baseName(name), "error: " + plan.error);
         return EXIT_FAILURE;
     }
+    const bool byName = !plan.encoder.empty() && plan.encoder.find('/') == std::string::npos;
+    if (byName && finder.find(plan.encoder).empty()) {
+        complain(baseName(name), "error: " + ToolFinder::missingText(plan.encoder));
+        return EXIT_FAILURE;
+    }
     ChildCommand command{finder.find("shntool"), name, plan.arguments, {}, {}};
     command.failureWords = "]: warning: child encoder process "; // the tool goes on without that output
     setenv("PATH", finder.childSearchPath().c_str(), 1);

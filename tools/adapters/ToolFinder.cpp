@@ -25,6 +25,7 @@ struct KnownTool
 constexpr std::array knownTools{
     KnownTool{"flac", "", "flac"},
     KnownTool{"shntool", "", "shntool"},
+    KnownTool{"wavpack", "", "wavpack"},
     KnownTool{"wvunpack", "", "wavpack"},
     KnownTool{"mkisofs", "genisoimage", "genisoimage"},
     KnownTool{"cdda2wav", "icedax", "icedax"},

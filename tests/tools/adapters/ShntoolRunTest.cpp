@@ -251,8 +251,9 @@ TEST_F(ShntoolRunTest, OurOwnCodersServeIt)
 
 TEST_F(ShntoolRunTest, NamesComeBackAsTheyWere)
 {
+    makeSource("x.aif", TestAudio::noise(44100, 2, 16, 2)); // what "[x].aif" would stand for
     for (const std::string name : {"new\nline.wav", "50% off.WAV", "a: b.flac", "q'u\"o.aif", "%f.wv",
-                                   "l\xe9t.wav", "-lead.flac", "[x]{y}?.aif", "|cmd.aif"}) {
+                                   "l\xe9t.wav", "-lead.flac", "[x].aif", "{y}?.aif", "|cmd.aif"}) {
         SCOPED_TRACE(name);
         const auto path = makeSource(name, m_cd);
         const auto wanted = name.substr(0, name.rfind('.')) + ".flac";

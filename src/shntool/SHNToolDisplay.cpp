@@ -1,0 +1,58 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "shntool/SHNToolDisplay.h"
+
+#include "shntool/SHNToolOutput.h"
+#include "tasks/KruvTask.h"
+
+namespace kruv {
+
+SHNToolDisplay::SHNToolDisplay(KruvTask &task, const SHNToolProgress &progress)
+    : m_task(task)
+    , m_progress(progress)
+{
+}
+
+void SHNToolDisplay::setTitles(const QString &title, const QString &lowerLine)
+{
+    m_task.setTitle(title);
+    m_task.setTextFieldString(lowerLine.isEmpty() ? title : lowerLine);
+    m_task.publish(&KruvTask::setTextFieldValue);
+}
+
+void SHNToolDisplay::start()
+{
+    m_task.setTopTextFieldString(QStringLiteral("Running"));
+    m_task.publish(&KruvTask::setTopTextFieldValue);
+}
+
+void SHNToolDisplay::read(const QString &piece)
+{
+    m_output.append(piece);
+    const QString &line = m_output.currentLine();
+    if (const QString name = SHNToolOutput::fileName(line); m_progress.namesFile && !name.isEmpty()) {
+        m_task.setTextFieldString(name);
+    }
+    showPercentage(line);
+    m_task.publish(&KruvTask::setCombinedStatus);
+}
+
+void SHNToolDisplay::showPercentage(const QString &line)
+{
+    const QString percentage = SHNToolOutput::percentage(line);
+    if (!percentage.isEmpty()) {
+        const double value = percentage.toDouble();
+        m_task.setProgressIndicatorValue(value);
+        if (m_progress.text) {
+            QString text = QString::fromLatin1(m_progress.text);
+            text.replace(QStringLiteral("%2"), SHNToolOutput::phase(line));
+            m_task.setTopTextFieldString(
+                text.arg(m_progress.asWritten ? percentage : QString::number(value, 'f', 6)));
+        }
+    } else if (m_progress.unreadable && line.contains(u'%')) {
+        m_task.setTopTextFieldString(QString::fromLatin1(m_progress.unreadable));
+    }
+}
+
+} // namespace kruv
