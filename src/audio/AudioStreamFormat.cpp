@@ -3,6 +3,7 @@
 
 #include "audio/AudioStreamFormat.h"
 
+#include <algorithm>
 #include <iterator>
 
 namespace kruv {
@@ -19,6 +20,11 @@ std::uint32_t appleLosslessFlags(std::uint32_t width)
         }
     }
     return 0;
+}
+
+std::uint32_t wholeBytes(std::uint32_t bits)
+{
+    return std::min((bits + 7) / 8 * 8, 32U);
 }
 
 /// Players of AAC stop at 48 kHz; the multiples go down to their base.
@@ -42,9 +48,9 @@ std::uint32_t AudioStreamFormat::sampleWidth() const
 {
     if (formatType == FormatType::AppleLossless) {
         const bool known = formatFlags >= 1 && formatFlags < std::size(widthOfAppleLosslessFlags);
-        return known ? widthOfAppleLosslessFlags[formatFlags] : bitsPerChannel;
+        return wholeBytes(known ? widthOfAppleLosslessFlags[formatFlags] : bitsPerChannel);
     }
-    return bitsPerChannel == 0 ? 16 : bitsPerChannel;
+    return bitsPerChannel == 0 ? 16 : wholeBytes(bitsPerChannel);
 }
 
 AudioStreamFormat AudioStreamFormat::clientFormat() const

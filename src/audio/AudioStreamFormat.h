@@ -42,18 +42,22 @@ struct AudioStreamFormat
     static constexpr std::uint32_t isPacked = 8;
 
     FormatType formatType = FormatType::Other;
-    /// Of linear PCM: see above. Of Apple Lossless: the source's width, 1 to 4 for 16, 20, 24 and 32 bits.
+    /// Of linear PCM and, as far as isFloat goes, of other codecs: see above. Of Apple Lossless: the source's
+    /// width, 1 to 4 for 16, 20, 24 and 32 bits.
     std::uint32_t formatFlags = 0;
     std::uint32_t sampleRate = 0; ///< Hz
     std::uint32_t channels = 0;
-    std::uint32_t bitsPerChannel = 0; ///< 0 for lossy codecs
+    std::uint32_t bitsPerChannel = 0; ///< as the file states them, 20 for example; 0 for lossy codecs
     std::uint32_t bytesPerFrame = 0;  ///< 0 for compressed formats
     std::uint32_t channelMask = 0;    ///< speakers as in WAVEFORMATEXTENSIBLE; 0 = not told
 
-    /// The width that samples of this format are converted in, in bits.
+    /// Of linear PCM, and of a codec that holds floating-point samples losslessly.
+    bool isFloatingPoint() const { return (formatFlags & isFloat) != 0; }
+    /// The width that samples of this format are converted in: 8, 16, 24 or 32 bits. Depths between them go
+    /// up to the next, their bits at the high end and zeros below; codecs without a depth of their own
+    /// get 16.
     std::uint32_t sampleWidth() const;
-    /// Linear PCM with this format's rate, channels and width. A width of 20 bits gets 2 bytes a sample: no
-    /// writer and no reader takes that, so such audio is refused rather than cut.
+    /// Integer linear PCM with this format's rate, channels and width.
     AudioStreamFormat clientFormat() const;
     /// What a file of `fileType` made of this format holds, with the rate that the codec wants.
     AudioStreamFormat outputFormat(FormatType formatType, FileType fileType) const;

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <memory>
+#include <new>
 
 extern "C" {
 #include <libavcodec/avcodec.h>
@@ -37,5 +38,30 @@ struct AvOutputDeleter
 template <typename T> using AvPointer = std::unique_ptr<T, AvDeleter>;
 using AvInput = std::unique_ptr<AVFormatContext, AvInputDeleter>;
 using AvOutput = std::unique_ptr<AVFormatContext, AvOutputDeleter>;
+
+using AvioTransfer = int (*)(void *, std::uint8_t *, int);
+using AvioSeek = std::int64_t (*)(void *, std::int64_t, int);
+
+/// For freeAvioContext(). Without `write` it reads.
+inline AVIOContext *newAvioContext(int bufferSize, void *self, AvioTransfer read, AvioTransfer write,
+                                   AvioSeek seek)
+{
+    auto *buffer = static_cast<unsigned char *>(av_malloc(static_cast<std::size_t>(bufferSize)));
+    AVIOContext *context =
+        buffer == nullptr
+            ? nullptr
+            : avio_alloc_context(buffer, bufferSize, write == nullptr ? 0 : 1, self, read, write, seek);
+    if (context == nullptr) {
+        av_free(buffer);
+        throw std::bad_alloc();
+    }
+    return context;
+}
+
+inline void freeAvioContext(AVIOContext *context)
+{
+    av_freep(&context->buffer); // FFmpeg may have replaced the one it was given
+    avio_context_free(&context);
+}
 
 } // namespace kruv

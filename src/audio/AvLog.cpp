@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <mutex>
 #include <string>
+#include <string_view>
 
 extern "C" {
 #include <libavutil/error.h>
@@ -19,9 +20,15 @@ namespace {
 
 thread_local std::string lastError;
 
+/// What a decoder calls a warning although samples are wrong or missing after it.
+bool isLoss(std::string_view format)
+{
+    return format.starts_with("Lossless check failed") || format.starts_with("Stream parameters not seen");
+}
+
 void keepErrors(void *, int level, const char *format, va_list arguments)
 {
-    if (level > AV_LOG_ERROR) {
+    if (level > AV_LOG_ERROR && !(level == AV_LOG_WARNING && isLoss(format))) {
         return;
     }
     std::array<char, 512> line{};
@@ -36,6 +43,16 @@ void install()
     static std::once_flag once;
     std::call_once(once, [] { av_log_set_callback(keepErrors); });
     lastError.clear();
+}
+
+bool hasComplained()
+{
+    return !lastError.empty();
+}
+
+bool lastErrorBegins(std::string_view text)
+{
+    return lastError.starts_with(text);
 }
 
 QString takeLastError(int code)

@@ -3,19 +3,15 @@
 
 #include "audio/CodecFileReader.h"
 
-#include "audio/AudioError.h"
 #include "audio/AvLog.h"
+#include "audio/CodecPadding.h"
+#include "audio/ShortenStream.h"
 
 #include <algorithm>
-#include <cmath>
-#include <cstring>
 
 namespace kruv {
 
 namespace {
-
-// Containers of audio only. Playlists and the like, which name further files, are none of our inputs.
-constexpr const char *containers = "wav,aiff,mov";
 
 // Of the decoder configuration of Apple Lossless, the box's head included.
 constexpr int cookieSize = 36;
@@ -23,6 +19,11 @@ constexpr int cookiePacketFrames = 12;
 constexpr int cookieDepth = 17;
 constexpr int cookieChannels = 21;
 constexpr int cookieRate = 32;
+
+// Of FLAC's stream description.
+constexpr int flacDescriptionSize = 34;
+constexpr int flacDigest = 18;
+constexpr int digestSize = 16;
 
 // More is no length of audio, but damage.
 constexpr std::int64_t longestAudio = std::int64_t{1} << 47; // frames
@@ -33,33 +34,18 @@ std::uint32_t number(const std::uint8_t *bytes)
            static_cast<std::uint32_t>(bytes[2]) << 8 | bytes[3];
 }
 
-int refuseFurtherFiles(AVFormatContext *, AVIOContext **, const char *, int, AVDictionary **)
+FormatType formatTypeOf(const AudioContent &content)
 {
-    return AVERROR(EPERM);
-}
-
-[[noreturn]] void cannotOpen(const char *code, const QString &why)
-{
-    throw AudioError(QStringLiteral("ExtAudioFileOpenURL failed %1").arg(QLatin1String(code)), why);
-}
-
-[[noreturn]] void cannotRead(const QString &why)
-{
-    throw AudioError(QStringLiteral("ExtAudioFileRead failed"), why);
-}
-
-FormatType formatTypeOf(AVCodecID codec)
-{
-    switch (codec) {
-    case AV_CODEC_ID_ALAC:
+    switch (content.codec) {
+    case AudioContent::Codec::AppleLossless:
         return FormatType::AppleLossless;
-    case AV_CODEC_ID_AAC:
+    case AudioContent::Codec::Aac:
         return FormatType::Aac;
+    case AudioContent::Codec::Pcm:
+    case AudioContent::Codec::FloatPcm:
+        return FormatType::LinearPcm;
     default:
-        return av_get_exact_bits_per_sample(codec) >= 8 && codec != AV_CODEC_ID_PCM_ALAW &&
-                       codec != AV_CODEC_ID_PCM_MULAW
-                   ? FormatType::LinearPcm
-                   : FormatType::Other;
+        return FormatType::Other;
     }
 }
 
@@ -73,99 +59,121 @@ std::uint32_t pcmFlags(AVCodecID codec)
            (name.ends_with("be") ? AudioStreamFormat::isBigEndian : 0);
 }
 
+bool isFloatingPoint(int sampleFormat)
+{
+    const AVSampleFormat packed = av_get_packed_sample_fmt(static_cast<AVSampleFormat>(sampleFormat));
+    return packed == AV_SAMPLE_FMT_FLT || packed == AV_SAMPLE_FMT_DBL;
+}
+
 } // namespace
 
-CodecFileReader::CodecFileReader(const QString &path, const QString &otherwise)
-    : m_io(FileDescriptor::openForReading(path), AvIo::Direction::Read)
+CodecFileReader::CodecFileReader(const QString &path, const AudioContent &content, const QString &otherwise)
+    : m_path(path)
+    , m_source(path, content, otherwise)
     , m_packet(av_packet_alloc())
     , m_frame(av_frame_alloc())
 {
-    AvLog::install();
-    openContainer(otherwise);
     openDecoder();
+    decodeFirst();
     describe();
-}
-
-void CodecFileReader::openContainer(const QString &otherwise)
-{
-    AVFormatContext *container = avformat_alloc_context();
-    container->pb = m_io.context();
-    container->flags |= AVFMT_FLAG_CUSTOM_IO;
-    container->io_open = refuseFurtherFiles;
-    container->error_recognition = AV_EF_EXPLODE;
-    AVDictionary *options = nullptr;
-    av_dict_set(&options, "format_whitelist", containers, 0);
-    const int opened = avformat_open_input(&container, nullptr, nullptr, &options);
-    av_dict_free(&options);
-    if (opened < 0) {
-        const QString why = AvLog::takeLastError(opened);
-        cannotOpen(opened == AVERROR_INVALIDDATA ? "typ?" : "dta?", otherwise.isEmpty() ? why : otherwise);
-    }
-    m_container.reset(container); // freed by FFmpeg where opening failed
-    const int index = av_find_best_stream(container, AVMEDIA_TYPE_AUDIO, -1, -1, nullptr, 0);
-    if (index < 0) {
-        cannotOpen("dta?", QStringLiteral("There is no audio in the file."));
-    }
-    m_stream = container->streams[index];
-    m_codecId = m_stream->codecpar->codec_id;
-    for (unsigned i = 0; i < container->nb_streams; ++i) {
-        container->streams[i]->discard = static_cast<int>(i) == index ? AVDISCARD_DEFAULT : AVDISCARD_ALL;
-    }
+    prepareDigest();
 }
 
 void CodecFileReader::openDecoder()
 {
-    const AVCodec *codec = avcodec_find_decoder(m_codecId);
+    const AVCodec *codec = avcodec_find_decoder(m_source.parameters().codec_id);
     m_decoder.reset(codec == nullptr ? nullptr : avcodec_alloc_context3(codec));
     if (!m_decoder) {
-        cannotOpen("fmt?", QStringLiteral("The audio is coded in %1, which can't be read.")
-                               .arg(QLatin1String(avcodec_get_name(m_codecId))));
+        AvSource::cannotOpen("fmt?",
+                             tr("The audio is coded in %1, which can't be read.")
+                                 .arg(QLatin1String(avcodec_get_name(m_source.parameters().codec_id))));
     }
-    avcodec_parameters_to_context(m_decoder.get(), m_stream->codecpar);
-    m_decoder->pkt_timebase = m_stream->time_base;
-    m_decoder->err_recognition = AV_EF_EXPLODE | AV_EF_CRCCHECK | AV_EF_BITSTREAM | AV_EF_BUFFER;
-    m_decoder->thread_count = 1;
+    avcodec_parameters_to_context(m_decoder.get(), &m_source.parameters());
+    m_decoder->pkt_timebase = m_source.timeBase();
+    // Frames of MPEG audio may be longer than what is in them.
+    m_decoder->err_recognition =
+        AV_EF_EXPLODE | AV_EF_CRCCHECK |
+        (m_source.content().codec == AudioContent::Codec::Mp3 ? AV_EF_COMPLIANT
+                                                              : AV_EF_BITSTREAM | AV_EF_BUFFER);
+    m_decoder->thread_count = 1; // its complaints are heard on this thread
     const int opened = avcodec_open2(m_decoder.get(), codec, nullptr);
     if (opened < 0) {
-        cannotOpen("fmt?", AvLog::takeLastError(opened));
+        AvSource::cannotOpen("fmt?", AvLog::takeLastError(opened));
+    }
+}
+
+void CodecFileReader::decodeFirst()
+{
+    if (av_get_exact_bits_per_sample(m_source.parameters().codec_id) != 0) {
+        return; // PCM has nothing more to tell
+    }
+    try {
+        m_holdsFirst = decodeFrame();
+    } catch (const std::exception &) {
+        m_firstFailure = std::current_exception();
+        AvLog::install();
     }
 }
 
 void CodecFileReader::describe()
 {
-    const AVCodecParameters &parameters = *m_stream->codecpar;
-    m_dataFormat.formatType = formatTypeOf(m_codecId);
-    m_dataFormat.sampleRate = static_cast<std::uint32_t>(std::max(0, parameters.sample_rate));
-    m_dataFormat.channels = static_cast<std::uint32_t>(std::max(0, m_decoder->ch_layout.nb_channels));
-    if (m_decoder->ch_layout.order == AV_CHANNEL_ORDER_NATIVE) {
-        m_dataFormat.channelMask = static_cast<std::uint32_t>(m_decoder->ch_layout.u.mask);
+    const AVCodecParameters &parameters = m_source.parameters();
+    const AVChannelLayout &layout = m_holdsFirst ? m_frame->ch_layout : m_decoder->ch_layout;
+    const int rate = m_holdsFirst ? m_frame->sample_rate : parameters.sample_rate;
+    m_dataFormat.formatType = formatTypeOf(m_source.content());
+    m_dataFormat.sampleRate = static_cast<std::uint32_t>(std::max(0, rate));
+    m_dataFormat.channels = static_cast<std::uint32_t>(std::max(0, layout.nb_channels));
+    if (layout.order == AV_CHANNEL_ORDER_NATIVE) {
+        m_dataFormat.channelMask = static_cast<std::uint32_t>(layout.u.mask);
     }
+    describeSamples();
+    if (m_dataFormat.sampleRate == 0 || m_dataFormat.channels == 0) {
+        AvSource::cannotOpen("fmt?", tr("The sample rate or the number of channels is missing."));
+    }
+    const CodecPadding padding = CodecPadding::of(m_path, m_source.content());
+    m_leading = padding.leading;
+    m_lengthIsExact = padding.stated > 0 || padding.counted > 0 ||
+                      m_source.content().container == AudioContent::Container::Ogg;
+    const std::int64_t frames = m_source.statedFrames(m_dataFormat.sampleRate);
+    m_lengthInFrames =
+        padding.stated > 0 ? padding.stated : std::max<std::int64_t>(0, frames - padding.counted);
+    if (m_lengthInFrames > longestAudio) {
+        AvSource::cannotOpen("dta?", tr("The length of the audio makes no sense."));
+    }
+}
+
+void CodecFileReader::describeSamples()
+{
+    constexpr std::uint32_t dsdBits = 24;
+    const AVCodecParameters &parameters = m_source.parameters();
     if (m_dataFormat.formatType == FormatType::LinearPcm) {
-        m_dataFormat.formatFlags = pcmFlags(m_codecId);
-        m_dataFormat.bitsPerChannel = static_cast<std::uint32_t>(av_get_exact_bits_per_sample(m_codecId));
+        m_dataFormat.formatFlags = pcmFlags(parameters.codec_id);
+        m_dataFormat.bitsPerChannel =
+            static_cast<std::uint32_t>(av_get_exact_bits_per_sample(parameters.codec_id));
         m_dataFormat.bytesPerFrame = m_dataFormat.bitsPerChannel / 8 * m_dataFormat.channels;
     } else if (isAppleLossless()) {
         describeAppleLossless();
-    } else if (parameters.codec_tag == 1) {
-        cannotOpen("fmt?", QStringLiteral("The samples look like a coded film sound."));
-    }
-    if (m_dataFormat.sampleRate == 0 || m_dataFormat.channels == 0) {
-        cannotOpen("fmt?", QStringLiteral("The sample rate or the number of channels is missing."));
-    }
-    if (m_stream->duration > 0) {
-        const AVRational frame = {1, static_cast<int>(m_dataFormat.sampleRate)};
-        m_lengthInFrames = av_rescale_q(m_stream->duration, m_stream->time_base, frame);
-    }
-    if (m_lengthInFrames > longestAudio) {
-        cannotOpen("dta?", QStringLiteral("The length of the audio makes no sense."));
+    } else if (m_source.content().kind == AudioContent::Kind::Dsd) {
+        m_dataFormat.formatFlags = AudioStreamFormat::isFloat;
+        m_dataFormat.bitsPerChannel = dsdBits;
+    } else if (!isLossy()) {
+        const int sampleFormat = m_decoder->sample_fmt;
+        m_dataFormat.formatFlags = isFloatingPoint(sampleFormat) ? AudioStreamFormat::isFloat : 0;
+        const int bits = std::max(m_decoder->bits_per_raw_sample, parameters.bits_per_coded_sample);
+        m_dataFormat.bitsPerChannel = static_cast<std::uint32_t>(
+            m_dataFormat.isFloatingPoint() || bits <= 0
+                ? 8 * av_get_bytes_per_sample(static_cast<AVSampleFormat>(sampleFormat))
+                : bits);
+    } else if (parameters.codec_tag == 1 && parameters.codec_id == AV_CODEC_ID_DTS) {
+        AvSource::cannotOpen("fmt?", tr("The samples look like a coded film sound."));
     }
 }
 
 void CodecFileReader::describeAppleLossless()
 {
-    const AVCodecParameters &parameters = *m_stream->codecpar;
+    const AVCodecParameters &parameters = m_source.parameters();
     if (parameters.extradata_size < cookieSize) {
-        cannotOpen("fmt?", QStringLiteral("The description of the Apple Lossless audio is missing."));
+        AvSource::cannotOpen("fmt?", tr("The description of the Apple Lossless audio is missing."));
     }
     const std::uint8_t *cookie = parameters.extradata;
     const std::uint32_t depth = cookie[cookieDepth];
@@ -179,24 +187,38 @@ void CodecFileReader::describeAppleLossless()
     }
 }
 
+void CodecFileReader::prepareDigest()
+{
+    const AVCodecParameters &parameters = m_source.parameters();
+    if (parameters.codec_id != AV_CODEC_ID_FLAC || parameters.extradata_size < flacDescriptionSize) {
+        return;
+    }
+    m_statedDigest =
+        QByteArray(reinterpret_cast<const char *>(parameters.extradata) + flacDigest, digestSize);
+    if (m_statedDigest.count('\0') < digestSize) {
+        m_digest.emplace(m_dataFormat.bitsPerChannel);
+    }
+}
+
 std::size_t CodecFileReader::read(std::span<std::uint8_t> buffer)
 {
+    if (m_firstFailure) {
+        std::rethrow_exception(m_firstFailure);
+    }
     std::size_t filled = take(buffer);
     while (filled < buffer.size() && decodeMore()) {
         filled += take(buffer.subspan(filled));
     }
     const std::uint32_t frameSize = clientFormat().bytesPerFrame;
     m_framesRead += static_cast<std::int64_t>(filled / frameSize);
-    const bool lossy = m_dataFormat.formatType == FormatType::Aac;
-    if (lossy && m_lengthInFrames > 0 && m_framesRead > m_lengthInFrames) {
+    if (isLossy() && m_lengthInFrames > 0 && m_framesRead > m_lengthInFrames) {
         // The last packet is filled up with silence.
         const std::int64_t surplus = m_framesRead - m_lengthInFrames;
         filled -= std::min(filled, static_cast<std::size_t>(surplus) * frameSize);
         m_framesRead = m_lengthInFrames;
     }
-    if (filled < buffer.size() && hasLostAudio()) {
-        cannotRead(QStringLiteral("The audio ends after %1 of %2 frames.")
-                       .arg(QString::number(m_framesRead), QString::number(m_lengthInFrames)));
+    if (filled < buffer.size()) {
+        checkEnd();
     }
     return filled;
 }
@@ -214,118 +236,95 @@ bool CodecFileReader::decodeMore()
     m_pending.clear();
     m_taken = 0;
     while (m_pending.empty()) {
-        const int received = avcodec_receive_frame(m_decoder.get(), m_frame.get());
-        if (received == AVERROR_EOF) {
+        if (!m_holdsFirst && !decodeFrame()) {
             return false;
         }
-        if (received == AVERROR(EAGAIN)) {
-            const int sent = avcodec_send_packet(m_decoder.get(), nextPacket() ? m_packet.get() : nullptr);
-            av_packet_unref(m_packet.get());
-            if (sent < 0) {
-                cannotRead(AvLog::takeLastError(sent));
-            }
-        } else if (received < 0) {
-            cannotRead(AvLog::takeLastError(received));
-        } else {
-            append(*m_frame);
-            av_frame_unref(m_frame.get());
-        }
+        m_holdsFirst = false;
+        append(*m_frame);
+        av_frame_unref(m_frame.get());
+        dropLeading();
     }
     return true;
 }
 
-bool CodecFileReader::nextPacket()
+void CodecFileReader::dropLeading()
+{
+    const std::size_t frameSize = clientFormat().bytesPerFrame;
+    const auto held = static_cast<std::int64_t>(m_pending.size() / frameSize);
+    const std::int64_t dropped = std::min(m_leading, held);
+    m_pending.erase(m_pending.begin(), m_pending.begin() + dropped * static_cast<std::int64_t>(frameSize));
+    m_leading -= dropped;
+}
+
+/// Into m_frame; false at the end.
+bool CodecFileReader::decodeFrame()
 {
     for (;;) {
-        const int got = av_read_frame(m_container.get(), m_packet.get());
-        if (got == AVERROR_EOF) {
+        const int received = avcodec_receive_frame(m_decoder.get(), m_frame.get());
+        if (received == AVERROR_EOF) {
             return false;
         }
-        if (got < 0) {
-            cannotRead(AvLog::takeLastError(got));
-        }
-        if (m_stream->codecpar->codec_id != m_codecId) {
-            cannotRead(QStringLiteral("The samples look like a coded film sound."));
-        }
-        if (m_packet->stream_index == m_stream->index) {
-            if ((m_packet->flags & AV_PKT_FLAG_CORRUPT) != 0) {
-                cannotRead(QStringLiteral("The file ends in the middle of its audio."));
-            }
-            ++m_packetsRead;
+        if (received != AVERROR(EAGAIN)) {
+            AvSource::check(received);
             return true;
         }
+        const int sent =
+            avcodec_send_packet(m_decoder.get(), m_source.next(*m_packet) ? m_packet.get() : nullptr);
         av_packet_unref(m_packet.get());
+        AvSource::check(sent);
     }
 }
 
-/// At the end of the packets.
-bool CodecFileReader::hasLostAudio() const
+/// Behind the last packet.
+void CodecFileReader::checkEnd()
+{
+    checkLength();
+    if (m_digest && m_framesRead > 0 && m_digest->result() != m_statedDigest) {
+        AvSource::cannotRead(tr("The audio does not match the checksum that the file holds."));
+    }
+    if (m_source.content().container == AudioContent::Container::Shorten && !m_endChecked) {
+        ShortenStream::checkEnd(m_path, m_source.content().start);
+    }
+    m_endChecked = true;
+}
+
+void CodecFileReader::checkLength() const
 {
     const std::int64_t missing = m_lengthInFrames - m_framesRead;
+    std::int64_t allowed = 0;
     if (isAppleLossless()) {
         // Some writers count the last packet as a whole one.
-        return missing >= std::max<std::int64_t>(m_packetFrames, 1) ||
-               (missing > 0 && m_packetsRead < avformat_index_get_entries_count(m_stream));
+        allowed = m_source.missesPackets() ? 0 : std::max<std::int64_t>(m_packetFrames, 1) - 1;
+    } else if (isLossy() && !m_lengthIsExact) {
+        allowed = m_dataFormat.sampleRate / 10; // delays that nobody states
+    } else if (m_source.content().container == AudioContent::Container::Asf) {
+        allowed = m_dataFormat.sampleRate / 10; // it counts milliseconds
     }
-    return missing > 0 && av_get_exact_bits_per_sample(m_codecId) >= 8;
+    if (missing > allowed) {
+        AvSource::cannotRead(tr("The audio ends after %1 of %2 frames.")
+                                 .arg(QString::number(m_framesRead), QString::number(m_lengthInFrames)));
+    }
 }
 
-void CodecFileReader::openConverter(const AVFrame &frame)
+void CodecFileReader::digest(const AVFrame &frame)
 {
-    if (frame.ch_layout.nb_channels != static_cast<int>(m_dataFormat.channels) ||
-        frame.sample_rate != static_cast<int>(m_dataFormat.sampleRate)) {
-        cannotRead(QStringLiteral("The audio is not of the format that the file states."));
-    }
-    SwrContext *converter = nullptr;
-    AVChannelLayout layout = frame.ch_layout; // borrowed, for a call that takes no const
-    const AVSampleFormat wanted = clientFormat().bitsPerChannel <= 16 ? AV_SAMPLE_FMT_S16 : AV_SAMPLE_FMT_S32;
-    swr_alloc_set_opts2(&converter, &layout, wanted, frame.sample_rate, &layout,
-                        static_cast<AVSampleFormat>(frame.format), frame.sample_rate, 0, nullptr);
-    m_converter.reset(converter);
-    const int opened = converter == nullptr ? AVERROR(ENOMEM) : swr_init(converter);
-    if (opened < 0) {
-        cannotRead(AvLog::takeLastError(opened));
+    const auto count = static_cast<std::size_t>(frame.nb_samples) * m_dataFormat.channels;
+    if (frame.format == AV_SAMPLE_FMT_S16) {
+        m_digest->add(std::span(reinterpret_cast<const std::int16_t *>(frame.extended_data[0]), count));
+    } else if (frame.format == AV_SAMPLE_FMT_S32) {
+        m_digest->add(std::span(reinterpret_cast<const std::int32_t *>(frame.extended_data[0]), count));
     }
 }
 
 void CodecFileReader::append(const AVFrame &frame)
 {
     if (!m_converter) {
-        openConverter(frame);
+        m_converter.emplace(frame, clientFormat());
     }
-    noteClipping(frame);
-    const std::size_t wide = clientFormat().bitsPerChannel <= 16 ? 2 : 4;
-    const std::size_t narrow = clientFormat().bitsPerChannel / 8;
-    const std::size_t channels = m_dataFormat.channels;
-    m_converted.resize(static_cast<std::size_t>(frame.nb_samples) * channels * wide);
-    std::uint8_t *target = m_converted.data();
-    const int frames = swr_convert(m_converter.get(), &target, frame.nb_samples,
-                                   const_cast<const std::uint8_t **>(frame.extended_data), frame.nb_samples);
-    if (frames < 0) {
-        cannotRead(AvLog::takeLastError(frames));
+    m_converter->convert(frame, m_pending);
+    if (m_digest) {
+        digest(frame);
     }
-    const std::size_t samples = static_cast<std::size_t>(frames) * channels;
-    if (wide == narrow) {
-        m_pending.swap(m_converted);
-        m_pending.resize(samples * wide);
-        return;
-    }
-    m_pending.resize(samples * narrow);
-    const std::uint8_t *source = m_converted.data() + (wide - narrow); // the high bytes
-    for (std::size_t i = 0; i < samples; ++i) {
-        std::memcpy(&m_pending[i * narrow], source + i * wide, narrow);
-    }
-}
-
-void CodecFileReader::noteClipping(const AVFrame &frame)
-{
-    if (m_dataFormat.formatType != FormatType::LinearPcm || frame.format != AV_SAMPLE_FMT_FLT) {
-        return;
-    }
-    const auto *samples = reinterpret_cast<const float *>(frame.extended_data[0]);
-    const std::size_t count = static_cast<std::size_t>(frame.nb_samples) * m_dataFormat.channels;
-    m_clipped = m_clipped || std::any_of(samples, samples + count,
-                                         [](float sample) { return !(std::fabs(sample) <= 1.0F); });
 }
 
 } // namespace kruv

@@ -72,7 +72,7 @@ CodecFileWriter::CodecFileWriter(const QString &path, const AudioStreamFormat &f
 {
     AvLog::install();
     chooseEncoder();
-    m_io.emplace(FileDescriptor::create(path), AvIo::Direction::Write);
+    m_io.emplace(FileDescriptor::create(path));
 }
 
 void CodecFileWriter::chooseEncoder()

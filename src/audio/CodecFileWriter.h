@@ -3,8 +3,8 @@
 
 #pragma once
 
+#include "audio/AvFileOutput.h"
 #include "audio/AvHandles.h"
-#include "audio/AvIo.h"
 #include "audio/ExtAudioFileWriter.h"
 
 #include <optional>
@@ -40,7 +40,7 @@ private:
 
     const AudioStreamFormat m_format;
     AvPointer<AVCodecContext> m_encoder;
-    std::optional<AvIo> m_io; // made when the encoder is known to fit
+    std::optional<AvFileOutput> m_io; // made when the encoder is known to fit
     AvOutput m_container;
     AvPointer<SwrContext> m_converter;
     AvPointer<AVAudioFifo> m_fifo;

@@ -4,13 +4,14 @@
 #include "audio/CoreAudioHelper.h"
 
 #include "audio/AudioError.h"
+#include "audio/AudioFiles.h"
+#include "audio/ContentProbe.h"
 #include "audio/ExtAudioFileReader.h"
-#include "audio/FileDescriptor.h"
+#include "audio/FileHead.h"
 
 #include <QLoggingCategory>
 
-#include <array>
-#include <cstring>
+#include <exception>
 
 namespace kruv {
 
@@ -18,11 +19,12 @@ namespace {
 
 Q_LOGGING_CATEGORY(audioLog, "kruv.audio", QtWarningMsg)
 
-/// A format of zeros for a file that can't be read.
-AudioStreamFormat dataFormatOf(const QString &path)
+/// A format of zeros for a file that can't be read, or is another codec's.
+AudioStreamFormat dataFormatOf(const QString &path, AudioContent::Codec codec)
 {
     try {
-        return ExtAudioFileReader::open(path)->dataFormat();
+        const AudioContent content = ContentProbe::of(path);
+        return content.codec == codec ? AudioFiles::open(path, content)->dataFormat() : AudioStreamFormat();
     } catch (const std::exception &) {
         return {};
     }
@@ -44,16 +46,14 @@ bool isBigEndian(const AudioStreamFormat &format)
 
 bool CoreAudioHelper::isAppleLossless(const QString &path)
 {
-    return dataFormatOf(path).formatType == FormatType::AppleLossless;
+    return dataFormatOf(path, AudioContent::Codec::AppleLossless).formatType == FormatType::AppleLossless;
 }
 
 bool CoreAudioHelper::isAIFC(const QString &path)
 {
     try {
-        FileDescriptor file = FileDescriptor::openForReading(path);
-        std::array<std::uint8_t, 12> start{};
-        return file.read(start) == static_cast<std::int64_t>(start.size()) &&
-               std::memcmp(start.data(), "FORM", 4) == 0 && std::memcmp(start.data() + 8, "AIFC", 4) == 0;
+        FileHead file(FileDescriptor::openForReading(path));
+        return file.has(0, "FORM") && file.has(8, "AIFC");
     } catch (const AudioError &failure) {
         qCInfo(audioLog, "exception: %s", failure.what());
         return false;
@@ -62,31 +62,31 @@ bool CoreAudioHelper::isAIFC(const QString &path)
 
 bool CoreAudioHelper::isAiffOrWav(const QString &path)
 {
-    return isIntegerPcm(dataFormatOf(path));
+    return isIntegerPcm(dataFormatOf(path, AudioContent::Codec::Pcm));
 }
 
 bool CoreAudioHelper::isWav(const QString &path)
 {
-    const AudioStreamFormat format = dataFormatOf(path);
+    const AudioStreamFormat format = dataFormatOf(path, AudioContent::Codec::Pcm);
     return isIntegerPcm(format) && !isBigEndian(format);
 }
 
 bool CoreAudioHelper::isAiff(const QString &path)
 {
-    const AudioStreamFormat format = dataFormatOf(path);
+    const AudioStreamFormat format = dataFormatOf(path, AudioContent::Codec::Pcm);
     return isIntegerPcm(format) && isBigEndian(format);
 }
 
 bool CoreAudioHelper::is24BitAIFF(const QString &path)
 {
-    const AudioStreamFormat format = dataFormatOf(path);
-    return isIntegerPcm(format) && isBigEndian(format) && format.bitsPerChannel == 24;
+    const AudioStreamFormat format = dataFormatOf(path, AudioContent::Codec::Pcm);
+    return isIntegerPcm(format) && isBigEndian(format) && format.sampleWidth() == 24;
 }
 
 AudioFormatObject CoreAudioHelper::getFormatInfo(const QString &path)
 {
     try {
-        const auto file = ExtAudioFileReader::open(path);
+        const auto file = AudioFiles::open(path);
         const AudioStreamFormat &format = file->dataFormat();
         return {static_cast<std::int32_t>(format.sampleRate),
                 static_cast<std::int32_t>(format.bitsPerChannel), static_cast<std::int32_t>(format.channels),

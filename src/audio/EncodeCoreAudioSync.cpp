@@ -4,6 +4,7 @@
 #include "audio/EncodeCoreAudioSync.h"
 
 #include "audio/AudioError.h"
+#include "audio/AudioFiles.h"
 #include "audio/ExtAudioFileReader.h"
 #include "audio/ExtAudioFileWriter.h"
 #include "tasks/KruvTask.h"
@@ -87,14 +88,14 @@ bool EncodeCoreAudioSync::doEncodeCall()
 void EncodeCoreAudioSync::convert()
 {
     m_created = false;
-    const auto input = ExtAudioFileReader::open(m_fileName);
+    const auto input = AudioFiles::open(m_fileName);
     if (OutputWatch::isSameFile(m_fileName, m_outFile)) {
         throw AudioError(QStringLiteral("ExtAudioFileCreateWithURL failed prm?"),
                          QStringLiteral("The output would be written over the file that it is made from."));
     }
     const AudioStreamFormat format = input->dataFormat();
     const AudioStreamFormat client = format.clientFormat();
-    const auto output = ExtAudioFileWriter::create(
+    const auto output = AudioFiles::create(
         m_outFile, m_fileType, format.outputFormat(m_formatType, m_fileType), input->lengthInFrames());
     m_created = true;
     input->setClientFormat(client);

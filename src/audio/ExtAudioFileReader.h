@@ -5,10 +5,8 @@
 
 #include "audio/AudioStreamFormat.h"
 
-#include <QString>
-
+#include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <span>
 
 namespace kruv {
@@ -22,23 +20,26 @@ public:
     ExtAudioFileReader(const ExtAudioFileReader &) = delete;
     ExtAudioFileReader &operator=(const ExtAudioFileReader &) = delete;
 
-    /// Opens WAV, RF64, AIFF, AIFF-C and MPEG-4 files, known by their content.
-    static std::unique_ptr<ExtAudioFileReader> open(const QString &path);
-
     const AudioStreamFormat &dataFormat() const { return m_dataFormat; }
+    /// What the file announces, without what its codec puts before and behind the audio; 0 where it does not
+    /// tell.
     std::int64_t lengthInFrames() const { return m_lengthInFrames; }
 
-    /// What read() is to give. Takes the file's rate and channels, and widths of 8, 16, 24 and 32 bits.
+    /// What read() is to give. Takes the file's rate and channels, and widths of 8, 16, 24 and 32 bits; of
+    /// integers none below the file's own, and wider samples have theirs at the high end, zeros below: asked
+    /// for 32 bits, two files of whatever depths can be compared. Floating point and lossy audio is rounded
+    /// to 16 bits; to wider ones it is cut after the last bit.
     void setClientFormat(const AudioStreamFormat &format);
-    /// Fills `buffer`, a multiple of the client format's frame; fewer bytes only at the end of the audio. A
-    /// file that ends before its audio does is a failure.
+    const AudioStreamFormat &clientFormat() const { return m_clientFormat; }
+    /// Fills `buffer`, a multiple of the client format's frame; fewer bytes only at the end of the audio.
+    /// What a decoder complains of, a checksum that does not hold, and a file that ends before its audio does
+    /// are failures; what was read before them is to be thrown away.
     virtual std::size_t read(std::span<std::uint8_t> buffer) = 0;
-    /// True once samples beyond full scale were cut to what integers hold (floating-point sources only).
+    /// True once samples beyond full scale were cut to what integers hold (lossless floating point only).
     virtual bool hasClipped() const { return false; }
 
 protected:
     ExtAudioFileReader() = default;
-    const AudioStreamFormat &clientFormat() const { return m_clientFormat; }
 
     AudioStreamFormat m_dataFormat;
     std::int64_t m_lengthInFrames = 0;

@@ -4,22 +4,12 @@
 #include "audio/ExtAudioFileWriter.h"
 
 #include "audio/AudioError.h"
-#include "audio/CodecFileWriter.h"
-#include "audio/PcmFileWriter.h"
+
+#include <QString>
 
 #include <system_error>
 
 namespace kruv {
-
-std::unique_ptr<ExtAudioFileWriter> ExtAudioFileWriter::create(const QString &path, FileType fileType,
-                                                               const AudioStreamFormat &format,
-                                                               std::int64_t expectedFrames)
-{
-    if (fileType == FileType::M4af) {
-        return std::make_unique<CodecFileWriter>(path, format);
-    }
-    return std::make_unique<PcmFileWriter>(path, fileType, format, expectedFrames);
-}
 
 void ExtAudioFileWriter::check(int result)
 {

@@ -6,10 +6,7 @@
 #include "audio/AacSettings.h"
 #include "audio/AudioStreamFormat.h"
 
-#include <QString>
-
 #include <cstdint>
-#include <memory>
 #include <span>
 
 namespace kruv {
@@ -22,12 +19,6 @@ public:
     virtual ~ExtAudioFileWriter() = default;
     ExtAudioFileWriter(const ExtAudioFileWriter &) = delete;
     ExtAudioFileWriter &operator=(const ExtAudioFileWriter &) = delete;
-
-    /// Erases a file that is there, but not before it is known that `format` can be written. `expectedFrames`
-    /// of input decide between the 32-bit and the 64-bit form of WAV.
-    static std::unique_ptr<ExtAudioFileWriter> create(const QString &path, FileType fileType,
-                                                      const AudioStreamFormat &format,
-                                                      std::int64_t expectedFrames);
 
     /// What write() will be given.
     virtual void setClientFormat(const AudioStreamFormat &format) { m_clientFormat = format; }

@@ -46,7 +46,6 @@ FileDescriptor FileDescriptor::openForReading(const QString &path)
     if (!S_ISREG(status.st_mode)) {
         cannot(step, S_ISDIR(status.st_mode) ? EISDIR : ESPIPE);
     }
-    posix_fadvise(file.m_descriptor, 0, 0, POSIX_FADV_SEQUENTIAL);
     return file;
 }
 
@@ -83,6 +82,21 @@ std::int64_t FileDescriptor::read(std::span<std::uint8_t> bytes)
             return got >= 0 ? got : -errno;
         }
     }
+}
+
+std::int64_t FileDescriptor::readAt(std::int64_t offset, std::span<std::uint8_t> bytes) const
+{
+    for (;;) {
+        const ssize_t got = ::pread(m_descriptor, bytes.data(), bytes.size(), offset);
+        if (got >= 0 || errno != EINTR) {
+            return got >= 0 ? got : -errno;
+        }
+    }
+}
+
+void FileDescriptor::readAhead() const
+{
+    posix_fadvise(m_descriptor, 0, 0, POSIX_FADV_SEQUENTIAL);
 }
 
 int FileDescriptor::write(std::span<const std::uint8_t> bytes)

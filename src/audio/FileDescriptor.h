@@ -29,6 +29,10 @@ public:
 
     /// Up to `bytes.size()` bytes from the present position; 0 at the end, -errno on failure.
     std::int64_t read(std::span<std::uint8_t> bytes);
+    /// As read(), from anywhere in the file and without moving the position.
+    std::int64_t readAt(std::int64_t offset, std::span<std::uint8_t> bytes) const;
+    /// Tells the system that the whole file will be read from here on.
+    void readAhead() const;
     /// 0, or -errno when not all could be written.
     int write(std::span<const std::uint8_t> bytes);
     /// As lseek(), but -errno on failure.

@@ -7,6 +7,8 @@
 #include "audio/FileDescriptor.h"
 #include "common/ToolError.h"
 
+#include <algorithm>
+
 namespace kruv {
 
 PcmFileReader::PcmFileReader(const QString &path)
@@ -20,7 +22,7 @@ PcmFileReader::PcmFileReader(const QString &path)
                                    (bigEndian ? AudioStreamFormat::isBigEndian : 0),
                     .sampleRate = pcm.sampleRate,
                     .channels = pcm.channels,
-                    .bitsPerChannel = static_cast<std::uint32_t>(pcm.bytesPerSample() * 8),
+                    .bitsPerChannel = pcm.bitsPerSample,
                     .bytesPerFrame = static_cast<std::uint32_t>(pcm.bytesPerFrame()),
                     .channelMask = pcm.channelMask};
     m_lengthInFrames = static_cast<std::int64_t>(m_pcm.frames().value_or(0));
@@ -28,11 +30,30 @@ PcmFileReader::PcmFileReader(const QString &path)
 
 std::size_t PcmFileReader::read(std::span<std::uint8_t> buffer)
 {
+    return clientFormat().bytesPerFrame == m_dataFormat.bytesPerFrame ? readNarrow(buffer)
+                                                                      : readWidened(buffer);
+}
+
+std::size_t PcmFileReader::readWidened(std::span<std::uint8_t> buffer)
+{
+    const std::size_t wide = clientFormat().bitsPerChannel / 8;
+    const std::size_t narrow = m_pcm.format().bytesPerSample();
+    m_narrow.resize(buffer.size() / wide * narrow);
+    const std::size_t samples = readNarrow(m_narrow) / narrow;
+    std::fill_n(buffer.begin(), samples * wide, std::uint8_t{0});
+    for (std::size_t i = 0; i < samples; ++i) {
+        std::copy_n(&m_narrow[i * narrow], narrow, &buffer[i * wide + (wide - narrow)]);
+    }
+    return samples * wide;
+}
+
+std::size_t PcmFileReader::readNarrow(std::span<std::uint8_t> buffer)
+{
     try {
         const std::size_t got = m_pcm.read(buffer);
         if (got < buffer.size() && m_pcm.endedEarly()) {
             throw AudioError(QStringLiteral("ExtAudioFileRead failed"),
-                             QStringLiteral("The file has less audio than its header states."));
+                             tr("The file has less audio than its header states."));
         }
         return got;
     } catch (const tools::ToolError &failure) {

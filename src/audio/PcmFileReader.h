@@ -7,12 +7,17 @@
 #include "common/InputStream.h"
 #include "common/PcmReader.h"
 
+#include <QCoreApplication>
+
+#include <vector>
+
 namespace kruv {
 
-/// Integer PCM in WAV, RF64, AIFF and AIFF-C files. The client format is the file's own, in the signed
-/// low-byte-first order of every reader; odd depths lie in the next whole number of bytes.
+/// Integer PCM in the files that tools::PcmReader knows.
 class PcmFileReader : public ExtAudioFileReader
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::AudioFiles)
+
 public:
     /// Throws tools::ToolError for what is no integer PCM of this kind, AudioError where the file can't be
     /// opened.
@@ -21,8 +26,12 @@ public:
     std::size_t read(std::span<std::uint8_t> buffer) override;
 
 private:
+    std::size_t readWidened(std::span<std::uint8_t> buffer);
+    std::size_t readNarrow(std::span<std::uint8_t> buffer);
+
     tools::InputStream m_input;
     tools::PcmReader m_pcm;
+    std::vector<std::uint8_t> m_narrow; // as in the file, where wider samples are asked for
 };
 
 } // namespace kruv

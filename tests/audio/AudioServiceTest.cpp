@@ -139,8 +139,6 @@ TEST_F(AudioService, WhatCannotBeDoneIsSaidAndLeavesNothing)
     const QByteArray wav = readFile(file(u"s.wav"_s));
     const QString alac = ffmpeg(u"a.m4a"_s, {u"-c:a"_s, u"alac"_s, u"-movflags"_s, u"faststart"_s});
     const QByteArray m4a = readFile(alac);
-    QByteArray narrow = m4a; // says of itself that it has 20 bits
-    narrow[narrow.lastIndexOf("alac", narrow.indexOf("mdat")) + 13] = 20;
     // The payload of a compact disc with DTS: PCM to every tool that must not lose it.
     QByteArray dts = wav;
     for (qsizetype i = 44; i + 8 < dts.size(); i += 2048) {
@@ -161,7 +159,6 @@ TEST_F(AudioService, WhatCannotBeDoneIsSaidAndLeavesNothing)
         {folder.write(u"cut.m4a"_s, m4a.first(m4a.size() - 9000)), file(u"o.wav"_s),
          "ExtAudioFileRead failed"},
         {folder.write(u"head.m4a"_s, m4a.first(200)), file(u"o.wav"_s), "ExtAudioFileOpenURL failed"},
-        {folder.write(u"20.m4a"_s, narrow), file(u"o.wav"_s), "Samples of 20 bits can't be written"},
         {folder.write(u"cut.wav"_s, wav.first(50'000)), file(u"o.aiff"_s), "less audio than its header"},
         {ffmpeg(u"hot.wav"_s, {u"-af"_s, u"volume=3"_s, u"-c:a"_s, u"pcm_f32le"_s}), file(u"o.wav"_s),
          "beyond full scale"},

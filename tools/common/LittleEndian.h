@@ -18,6 +18,11 @@ inline std::uint32_t readLe32(const std::uint8_t *p)
            static_cast<std::uint32_t>(p[2]) << 16 | static_cast<std::uint32_t>(p[3]) << 24;
 }
 
+inline std::uint64_t readLe64(const std::uint8_t *p)
+{
+    return readLe32(p) | std::uint64_t{readLe32(p + 4)} << 32;
+}
+
 inline void writeLe16(std::uint8_t *p, std::uint32_t value)
 {
     p[0] = static_cast<std::uint8_t>(value);

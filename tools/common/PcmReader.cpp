@@ -12,13 +12,10 @@ namespace kruv::tools {
 PcmReader::PcmReader(InputStream &input)
 {
     const auto start = input.peek(4);
-    const auto startsWith = [&](const char *id) {
-        return start.size() == 4 && std::memcmp(start.data(), id, 4) == 0;
-    };
-    if (startsWith("FORM")) {
+    if (start.size() == 4 && std::memcmp(start.data(), "FORM", 4) == 0) {
         m_aiff.emplace(input);
         m_format = {m_aiff->sampleRate(), m_aiff->channels(), m_aiff->bitsPerSample(), 0};
-    } else if (startsWith("RIFF") || startsWith("RF64")) {
+    } else if (WavReader::isWav(input)) {
         m_wav.emplace(input, WavTolerance::Repair);
         const WavFormat &format = m_wav->format();
         m_format = {format.sampleRate, format.channels, format.bitsPerSample, format.channelMask};

@@ -24,9 +24,9 @@ struct PcmFormat
     std::size_t bytesPerFrame() const { return bytesPerSample() * channels; }
 };
 
-/// The audio of a WAV (RIFF, RF64) or AIFF (AIFF, AIFF-C) stream of integer PCM as one kind of samples:
-/// signed, low byte first, shifted to the high end of whole bytes. The content decides which kind of file it
-/// is.
+/// The audio of a WAV (RIFF, RF64, BW64, Wave64) or AIFF (AIFF, AIFF-C) stream of integer PCM as one kind of
+/// samples: signed, low byte first, shifted to the high end of whole bytes. The content decides which kind of
+/// file it is.
 class PcmReader
 {
 public:

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <vector>
 
 namespace kruv::tools {
 
@@ -24,6 +25,10 @@ struct WavFormat
     /// needs is counted in it; the caller writes it. Sizes that 32 bits cannot hold become 0xFFFFFFFF ("until
     /// the end").
     std::array<std::uint8_t, 44> header(std::uint64_t dataBytes) const;
+    /// The same, in the extensible form above two channels: there some readers insist on speakers.
+    std::vector<std::uint8_t> headerWithSpeakers(std::uint64_t dataBytes) const;
+    /// channelMask, or where it does not fit the channels their usual speakers, up to eight.
+    std::uint32_t speakers() const;
 };
 
 } // namespace kruv::tools

@@ -21,6 +21,12 @@ constexpr std::uint16_t tagExtensible = 0xFFFE;
 // The part of an extensible format's GUID behind its first two bytes, which hold the plain format tag.
 constexpr std::uint8_t guidTail[14] = {0, 0, 0, 0, 0x10, 0, 0x80, 0, 0, 0xAA, 0, 0x38, 0x9B, 0x71};
 
+// Wave64 names its chunks by GUIDs, whose first four bytes are RIFF's names in small letters.
+constexpr std::uint8_t wave64Riff[12] = {0x2E, 0x91, 0xCF, 0x11, 0xA5, 0xD6, 0x28, 0xDB, 0x04, 0xC1, 0, 0};
+constexpr std::uint8_t wave64Chunk[12] = {0xF3, 0xAC, 0xD3, 0x11, 0x8C, 0xD1,
+                                          0,    0xC0, 0x4F, 0x8E, 0xDB, 0x8A};
+constexpr std::size_t wave64Head = 24; // of a chunk; its size counts it
+
 bool isId(const std::uint8_t *bytes, const char *id)
 {
     return std::memcmp(bytes, id, 4) == 0;
@@ -45,20 +51,54 @@ bool isNear(std::uint64_t one, std::uint64_t other)
 
 } // namespace
 
+std::optional<WavReader::Kind> WavReader::kindOf(InputStream &input)
+{
+    const auto start = input.peek(40);
+    const auto is = [&](std::size_t offset, const char *id) { return isId(&start[offset], id); };
+    if (start.size() >= 12 && is(8, "WAVE")) {
+        if (is(0, "RIFF")) {
+            return Kind::Riff;
+        }
+        if (is(0, "RF64") || is(0, "BW64")) {
+            return Kind::Wide;
+        }
+    }
+    if (start.size() == 40 && is(0, "riff") && std::memcmp(&start[4], wave64Riff, sizeof wave64Riff) == 0 &&
+        is(24, "wave")) {
+        return Kind::Wave64;
+    }
+    return {};
+}
+
+WavReader::Kind WavReader::kindOrRefusal(InputStream &input)
+{
+    if (const auto kind = kindOf(input)) {
+        return *kind;
+    }
+    const auto start = input.peek(4);
+    if (start.size() == 4 && isId(start.data(), "RIFX")) {
+        throw ToolError(input.name() + ": this kind of WAV file (RIFX) is not supported");
+    }
+    throw ToolError(input.name() + " is not a WAV file");
+}
+
+bool WavReader::isWav(InputStream &input)
+{
+    return kindOf(input).has_value();
+}
+
 WavReader::WavReader(InputStream &input, WavTolerance tolerance)
     : m_input(input)
     , m_tolerance(tolerance)
+    , m_kind(kindOrRefusal(input))
 {
-    const auto start = input.peek(12);
-    m_isRf64 = tolerance == WavTolerance::Repair && start.size() >= 12 && isId(start.data(), "RF64");
-    if (!m_isRf64 && start.size() >= 4 && (isId(start.data(), "RF64") || isId(start.data(), "RIFX"))) {
-        throw ToolError(input.name() + ": this kind of WAV file (RF64, RIFX) is not supported");
+    if (m_kind == Kind::Wave64) {
+        append(40, "the RIFF header");
+        readWave64Chunks();
+    } else {
+        append(12, "the RIFF header");
+        readChunks();
     }
-    if (start.size() < 12 || !(m_isRf64 || isId(start.data(), "RIFF")) || !isId(start.data() + 8, "WAVE")) {
-        throw ToolError(input.name() + " is not a WAV file");
-    }
-    append(12, "the RIFF header");
-    readChunks();
 }
 
 std::size_t WavReader::append(std::size_t count, const char *what)
@@ -84,21 +124,52 @@ void WavReader::readChunks()
         const std::size_t offset = append(8, "the chunks before the audio");
         const std::uint32_t size = readLe32(&m_header[offset + 4]);
         if (isId(&m_header[offset], "data")) {
-            if (!m_hasFormat) {
-                throw ToolError(m_input.name() + ": no format chunk before the audio");
-            }
-            const bool wide = m_isRf64 && size == 0xFFFFFFFF && m_wideDataSize != 0;
+            const bool wide = m_kind == Kind::Wide && size == 0xFFFFFFFF && m_wideDataSize != 0;
             decideLength(wide ? m_wideDataSize : size, !wide && isPlaceholder(size));
             return;
         }
-        const std::size_t padded = static_cast<std::size_t>(size) + size % 2;
-        append(padded, "the chunks before the audio");
+        append(size, "the chunks before the audio");
         const auto content = std::span<const std::uint8_t>(m_header).subspan(offset + 8, size);
         if (isId(&m_header[offset], "fmt ")) {
             parseFormat(content);
-        } else if (m_isRf64 && isId(&m_header[offset], "ds64")) {
+        } else if (m_kind == Kind::Wide && isId(&m_header[offset], "ds64")) {
             parseWideSizes(content);
         }
+        skipPadding(size);
+    }
+}
+
+// Some writers leave the byte out that an odd chunk is filled up with.
+void WavReader::skipPadding(std::uint64_t chunkSize)
+{
+    const auto next = m_input.peek(4);
+    const bool isMissing = next.size() == 4 && (isId(next.data(), "data") || isId(next.data(), "fmt ") ||
+                                                isId(next.data(), "fact") || isId(next.data(), "LIST"));
+    if (chunkSize % 2 != 0 && !isMissing) {
+        append(1, "the chunks before the audio");
+    }
+}
+
+void WavReader::readWave64Chunks()
+{
+    for (;;) {
+        const std::size_t offset = append(wave64Head, "the chunks before the audio");
+        const std::uint64_t stated = readLe64(&m_header[offset + 16]);
+        const bool isOurs = std::memcmp(&m_header[offset + 4], wave64Chunk, sizeof wave64Chunk) == 0;
+        if (isOurs && isId(&m_header[offset], "data")) {
+            const bool placeholder = stated < wave64Head || stated >= std::uint64_t{1} << 62;
+            decideLength(placeholder ? 0 : stated - wave64Head, placeholder);
+            return;
+        }
+        if (stated < wave64Head || stated > largestHeader) {
+            throw ToolError(m_input.name() + ": the chunks before the audio are too large");
+        }
+        const std::size_t size = stated - wave64Head;
+        append(size, "the chunks before the audio");
+        if (isOurs && isId(&m_header[offset], "fmt ")) {
+            parseFormat(std::span<const std::uint8_t>(m_header).subspan(offset + wave64Head, size));
+        }
+        append((8 - stated % 8) % 8, "the chunks before the audio");
     }
 }
 
@@ -107,7 +178,7 @@ void WavReader::parseWideSizes(std::span<const std::uint8_t> chunk)
     if (chunk.size() < 16) {
         throw ToolError(m_input.name() + ": the chunk of 64-bit sizes is too short");
     }
-    m_wideDataSize = readLe32(&chunk[8]) | static_cast<std::uint64_t>(readLe32(&chunk[12])) << 32;
+    m_wideDataSize = readLe64(&chunk[8]);
 }
 
 void WavReader::parseFormat(std::span<const std::uint8_t> chunk)
@@ -128,6 +199,13 @@ void WavReader::parseFormat(std::span<const std::uint8_t> chunk)
     m_format.channels = readLe16(&chunk[2]);
     m_format.sampleRate = readLe32(&chunk[4]);
     m_format.bitsPerSample = readLe16(&chunk[14]);
+    if (m_format.extensible) {
+        // The depth inside the container, where it tells one that needs all its bytes.
+        const std::uint16_t valid = readLe16(&chunk[18]);
+        if (valid < m_format.bitsPerSample && (valid + 7U) / 8 == m_format.bytesPerSample()) {
+            m_format.bitsPerSample = valid;
+        }
+    }
     if (tag != tagPcm) {
         throw ToolError(name + ": the audio is not linear PCM (format tag " + std::to_string(tag) + ")");
     }
@@ -147,6 +225,10 @@ void WavReader::parseFormat(std::span<const std::uint8_t> chunk)
 // there.
 bool WavReader::emptyDataIsMeant() const
 {
+    if (m_kind == Kind::Wave64) {
+        const auto guid = m_input.peek(16);
+        return guid.size() == 16 && std::memcmp(&guid[4], wave64Chunk, sizeof wave64Chunk) == 0;
+    }
     const std::uint64_t riffEnd = std::uint64_t(readLe32(&m_header[4])) + 8;
     const auto next = m_input.peek(8);
     return looksLikeChunk(next) && m_header.size() + 8 + readLe32(&next[4]) <= riffEnd;
@@ -154,10 +236,14 @@ bool WavReader::emptyDataIsMeant() const
 
 void WavReader::decideLength(std::uint64_t stated, bool placeholder)
 {
+    if (!m_hasFormat) {
+        throw ToolError(m_input.name() + ": no format chunk before the audio");
+    }
     const auto size = m_input.size();
     const std::uint64_t available = size ? *size - m_input.position() : 0;
     const std::uint64_t riffEnd = std::uint64_t(readLe32(&m_header[4])) + 8;
-    const bool unreliable = stated == 0 || (placeholder && !(size && isNear(*size, riffEnd)));
+    const bool unreliable =
+        stated == 0 || (placeholder && !(m_kind == Kind::Riff && size && isNear(*size, riffEnd)));
     if (stated == 0 && emptyDataIsMeant()) {
         m_remaining = 0;
     } else if (!unreliable && (!size || stated <= available)) {

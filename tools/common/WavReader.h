@@ -13,15 +13,16 @@ namespace kruv::tools {
 
 class InputStream;
 
-/// What a WavReader takes besides faultless RIFF files.
+/// What a WavReader takes besides faultless files.
 enum class WavTolerance {
     None,
-    /// RF64 files with 64-bit sizes, and frame sizes that contradict channels and depth (these two decide).
+    /// Frame sizes that contradict channels and depth; these two decide.
     Repair,
 };
 
-/// Reads a RIFF/WAVE file of linear PCM in one forward pass, so it works on a pipe, and loses no byte:
-/// header() + readAudio() until 0 + readTrailing() until 0 is the input.
+/// Reads a WAV file of linear PCM (RIFF, or RF64, BW64 and Wave64 with their sizes of 64 bits) in one forward
+/// pass, so it works on a pipe, and loses no byte: header() + readAudio() until 0 + readTrailing() until 0 is
+/// the input.
 ///
 /// A data size of 0, of 0xFFFFFFFF, or larger than what arrives, as writers on a pipe leave it, means "until
 /// the end of input". Anything but PCM, and chunks that do not fit together, throw ToolError.
@@ -31,7 +32,12 @@ public:
     /// Reads up to the first sample. The stream must outlive the reader.
     explicit WavReader(InputStream &input, WavTolerance tolerance = WavTolerance::None);
 
+    /// Whether the input, at its start, is of one of these kinds.
+    static bool isWav(InputStream &input);
+
     const WavFormat &format() const { return m_format; }
+    /// False for the kinds with sizes of 64 bits, whose header and trailing chunks stand in no RIFF file.
+    bool isRiff() const { return m_kind == Kind::Riff; }
     /// Every byte before the first sample.
     const std::vector<std::uint8_t> &header() const { return m_header; }
     /// Audio bytes in whole frames as far as they are known beforehand; a pipe or a file cut short may have
@@ -47,7 +53,13 @@ public:
     std::size_t readTrailing(std::span<std::uint8_t> destination);
 
 private:
+    enum class Kind { Riff, Wide, Wave64 };
+
+    static std::optional<Kind> kindOf(InputStream &input);
+    static Kind kindOrRefusal(InputStream &input);
     void readChunks();
+    void readWave64Chunks();
+    void skipPadding(std::uint64_t chunkSize);
     void parseFormat(std::span<const std::uint8_t> chunk);
     void parseWideSizes(std::span<const std::uint8_t> chunk);
     void decideLength(std::uint64_t stated, bool placeholder);
@@ -56,8 +68,8 @@ private:
 
     InputStream &m_input;
     const WavTolerance m_tolerance;
-    bool m_isRf64 = false;
-    std::uint64_t m_wideDataSize = 0; ///< of RF64; 0 = not told
+    const Kind m_kind;
+    std::uint64_t m_wideDataSize = 0; ///< of Kind::Wide; 0 = not told
     WavFormat m_format;
     std::vector<std::uint8_t> m_header;
     std::optional<std::uint64_t> m_audioBytes;

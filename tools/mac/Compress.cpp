@@ -63,7 +63,12 @@ public:
     {
         const uint64_t frameBytes = uint64_t{m_info.blocksPerFrame} * m_info.blockBytes();
         const auto frames = static_cast<uint32_t>((audioBytes + frameBytes - 1) / frameBytes);
-        ApeWriter writer(output, frames, m_wav.header());
+        if (!m_wav.isRiff()) {
+            m_info.flags = flagNoWavHeader; // decoders make one
+        }
+        ApeWriter writer(output, frames,
+                         m_wav.isRiff() ? std::span<const uint8_t>(m_wav.header())
+                                        : std::span<const uint8_t>());
         const std::vector<uint64_t> starts = encodeAll(writer);
         if (m_audioBytes != audioBytes) {
             throw MacError(ErrorNumber::Read, "the input changed while it was read");
@@ -76,7 +81,7 @@ public:
     {
         tools::SpoolFile spool(folder);
         const std::vector<uint64_t> starts = encodeAll(spool);
-        const bool keepHeader = headerStates(m_audioBytes) && !m_wav.endedEarly();
+        const bool keepHeader = m_wav.isRiff() && headerStates(m_audioBytes) && !m_wav.endedEarly();
         if (!keepHeader) {
             m_info.flags = flagNoWavHeader;
         }
@@ -89,14 +94,20 @@ public:
         writeEnd(writer, starts);
     }
 
-    /// Whether the header's size of the audio stands for so many bytes in whole blocks.
+    /// Whether the size of the audio is certain: in a header that will be kept it stands for so many bytes in
+    /// whole blocks.
+    bool isCertain(uint64_t audioBytes) const
+    {
+        return m_wav.isRiff() ? headerStates(audioBytes) : !m_wav.endedEarly();
+    }
+
+private:
     bool headerStates(uint64_t audioBytes) const
     {
         const uint32_t stated = tools::readLe32(m_wav.header().data() + m_wav.header().size() - 4);
         return stated >= audioBytes && stated - audioBytes < m_info.blockBytes();
     }
 
-private:
     std::vector<uint64_t> encodeAll(tools::ByteSink &sink);
     void writeEnd(ApeWriter &writer, std::span<const uint64_t> starts);
 
@@ -165,7 +176,7 @@ void compress(const std::string &inputPath, const std::string &outputPath, const
     }
     numbered(ErrorNumber::Write, [&] {
         const auto audioBytes = wav->audioBytes();
-        if (input->size() && audioBytes && *audioBytes > 0 && compressor.headerStates(*audioBytes)) {
+        if (input->size() && audioBytes && *audioBytes > 0 && compressor.isCertain(*audioBytes)) {
             compressor.writeDirectly(*output, *audioBytes);
         } else {
             compressor.writeSpooled(*output, folderOf(outputPath));

@@ -10,6 +10,7 @@
 #include <array>
 #include <cstring>
 #include <string>
+#include <utility>
 
 namespace kruv::shorten {
 
@@ -94,28 +95,36 @@ void Decoder::damaged(const char *what) const
 
 void Decoder::run()
 {
-    copyBytes(m_bits.readLong(), width::skippedByte);
-    for (;;) {
-        const auto function = static_cast<Function>(m_bits.readUnsigned(width::function));
-        switch (function) {
-        case Function::Quit:
-            if (m_channel != 0) {
-                damaged("it ends between two channels");
-            }
-            return;
-        case Function::BlockSize:
-            changeBlockSize();
-            break;
-        case Function::BitShift:
-            changeShift();
-            break;
-        case Function::Verbatim:
-            copyBytes(m_bits.readUnsigned(width::verbatimLength), width::verbatimByte);
-            break;
-        default:
-            decodeBlock(function);
-        }
+    while (step()) {
     }
+}
+
+bool Decoder::step()
+{
+    if (std::exchange(m_atStart, false)) {
+        copyBytes(m_bits.readLong(), width::skippedByte);
+        return true;
+    }
+    const auto function = static_cast<Function>(m_bits.readUnsigned(width::function));
+    switch (function) {
+    case Function::Quit:
+        if (m_channel != 0) {
+            damaged("it ends between two channels");
+        }
+        return false;
+    case Function::BlockSize:
+        changeBlockSize();
+        break;
+    case Function::BitShift:
+        changeShift();
+        break;
+    case Function::Verbatim:
+        copyBytes(m_bits.readUnsigned(width::verbatimLength), width::verbatimByte);
+        break;
+    default:
+        decodeBlock(function);
+    }
+    return true;
 }
 
 void Decoder::copyBytes(std::uint32_t count, unsigned k)

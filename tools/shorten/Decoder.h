@@ -26,8 +26,10 @@ public:
     Decoder(tools::InputStream &input, tools::ByteSink &output);
 
     const StreamHeader &header() const { return m_header; }
-    /// Decodes to the end. ToolError where the stream is damaged or ends early; whole blocks before that are
-    /// written.
+    /// Decodes the next piece of the stream, a block of one channel for example; false when that was its end.
+    /// ToolError where the stream is damaged or ends early; whole blocks before that are written.
+    bool step();
+    /// Decodes to the end.
     void run();
 
 private:
@@ -50,6 +52,7 @@ private:
     std::uint32_t m_blockSize;
     std::uint32_t m_shift = 0;
     std::uint32_t m_channel = 0;       ///< whose block comes next
+    bool m_atStart = true;
     std::vector<std::uint8_t> m_bytes; ///< the present block, interleaved
 };
 

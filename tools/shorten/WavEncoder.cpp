@@ -40,13 +40,20 @@ std::string encodeWav(tools::InputStream &input, tools::ByteSink &output)
     tools::WavReader wav(input);
     const StreamHeader header = headerFor(wav.format(), input.name());
     Encoder encoder(output, header);
-    encoder.putVerbatim(wav.header());
+    // What the others have around their audio stands in no RIFF file, which is what decoders give.
+    const auto plain = wav.format().header(wav.audioBytes().value_or(0xFFFFFFFF));
+    encoder.putVerbatim(wav.isRiff() ? std::span<const std::uint8_t>(wav.header()) : plain);
     std::vector<std::uint8_t> block(std::size_t(header.blockSize) * wav.format().bytesPerFrame());
     while (const std::size_t got = wav.readAudio(block)) {
         encoder.putBlock(std::span(block).first(got));
     }
     while (const std::size_t got = wav.readTrailing(block)) {
-        encoder.putVerbatim(std::span(block).first(got));
+        if (wav.isRiff()) {
+            encoder.putVerbatim(std::span(block).first(got));
+        }
+    }
+    if (!wav.isRiff() && wav.audioBytes().value_or(0) % 2 != 0) {
+        encoder.putVerbatim(std::vector<std::uint8_t>(1));
     }
     encoder.finish();
     return wav.endedEarly() ? input.name() + " has less audio than its header states" : std::string();

@@ -95,7 +95,7 @@ void Decoder::run(tools::ByteSink &output, const std::function<void(std::uint64_
 {
     const auto &format = m_header.format();
     const std::uint64_t dataBytes = std::uint64_t(m_header.steps()) * format.bytesPerFrame();
-    output.write(format.header(dataBytes));
+    output.write(format.headerWithSpeakers(dataBytes));
     const std::uint32_t frames = m_header.frameCount();
     for (std::uint32_t frame = 0; frame < frames; ++frame) {
         decodeFrame(frame, output);

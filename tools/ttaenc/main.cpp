@@ -6,6 +6,7 @@
 #include "common/ProgressPrinter.h"
 #include "common/ToolError.h"
 #include "common/ToolMain.h"
+#include "common/WavReader.h"
 #include "ttaenc/Decoder.h"
 #include "ttaenc/Encoder.h"
 #include "ttaenc/SkipTags.h"
@@ -23,10 +24,12 @@ using kruv::tools::InputStream;
 using kruv::tools::OutputFile;
 using kruv::tools::ProgressPrinter;
 using kruv::tools::ToolError;
+using kruv::tools::WavReader;
 
 constexpr const char *usage = R"(Usage: ttaenc [-e | -d | -t] FILE [-o OUTPUT]
 
-Compresses a WAV file of 8 to 24 bit losslessly to TTA, or extracts one.
+Compresses a WAV file (RIFF, RF64, BW64 or Wave64) of 8 to 24 bit losslessly
+to TTA, or extracts one.
 Without -e, -d or -t the content of FILE decides. "-" stands for standard
 input or output. Without -o the output is FILE with its extension changed.
 
@@ -98,12 +101,11 @@ Request parse(const std::vector<std::string> &arguments)
 
 Mode modeByContent(InputStream &input)
 {
-    const auto start = input.peek(12);
+    const auto start = input.peek(4);
     if (start.size() >= 4 && std::memcmp(start.data(), "TTA1", 4) == 0) {
         return Mode::Decode;
     }
-    if (start.size() == 12 && std::memcmp(start.data(), "RIFF", 4) == 0 &&
-        std::memcmp(start.data() + 8, "WAVE", 4) == 0) {
+    if (WavReader::isWav(input)) {
         return Mode::Encode;
     }
     throw ToolError(input.name() + " is neither a WAV nor a TTA file");

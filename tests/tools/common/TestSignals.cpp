@@ -105,6 +105,25 @@ Bytes wav(const WavFormat &format, const Bytes &audio, const Bytes &before, cons
     return file;
 }
 
+Bytes wavWithSpeakers(const WavFormat &format, const Bytes &audio)
+{
+    return format.headerWithSpeakers(audio.size()) + audio + Bytes(audio.size() % 2);
+}
+
+Bytes wave64(const WavFormat &format, const Bytes &audio, const Bytes &before)
+{
+    const Bytes ours = fromHex("f3acd3118cd100c04f8edb8a");
+    const auto named = [&](const std::string &id, const Bytes &content) {
+        Bytes bytes = Bytes(id.begin(), id.end()) + ours + Bytes(8) + content;
+        writeLe32(&bytes[16], static_cast<std::uint32_t>(bytes.size()));
+        bytes.resize((bytes.size() + 7) / 8 * 8);
+        return bytes;
+    };
+    const auto header = format.header(0);
+    return fromHex("726966662e91cf11a5d628db04c10000") + Bytes(8) + fromHex("77617665") + ours + before +
+           named("fmt ", Bytes(header.begin() + 20, header.end() - 8)) + named("data", audio);
+}
+
 Bytes chunk(const std::string &id, std::size_t size)
 {
     Bytes bytes(id.begin(), id.end());

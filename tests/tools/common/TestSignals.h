@@ -35,6 +35,10 @@ Bytes everySignal(const WavFormat &format, std::size_t framesEach);
 
 /// A WAV file; before and after are whole chunks around the audio. The pad byte for odd audio is added.
 Bytes wav(const WavFormat &format, const Bytes &audio, const Bytes &before = {}, const Bytes &after = {});
+/// A WAV file in the extensible form above two channels, as decoders write it.
+Bytes wavWithSpeakers(const WavFormat &format, const Bytes &audio);
+/// A Wave64 file, which ends with the audio and its padding to 8 bytes.
+Bytes wave64(const WavFormat &format, const Bytes &audio, const Bytes &before = {});
 Bytes chunk(const std::string &id, std::size_t size);
 /// A 16-bit stereo song of that many frames, as a WAV file.
 Bytes song(std::size_t frames);

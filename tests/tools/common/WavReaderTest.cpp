@@ -81,6 +81,17 @@ TEST(WavReader, LosesNoByteAndFindsTheAudio)
     const Bytes audio = pcm(Signal::Noise, format, 100);
     const Bytes plain = wav(format, audio);
     const Bytes extra = chunk("LIST", 601) + chunk("id3 ", 7);
+    const auto withWave64Size = [&](std::uint64_t size) {
+        Bytes file = wave64(format, audio);
+        for (std::size_t i = 0; i < 8; ++i) {
+            file[file.size() - 408 + i] = static_cast<std::uint8_t>(size >> (8 * i));
+        }
+        return file;
+    };
+    const auto withName = [](Bytes file, const std::string &name) {
+        std::copy(name.begin(), name.end(), file.begin());
+        return file;
+    };
     struct Row
     {
         const char *name;
@@ -98,6 +109,13 @@ TEST(WavReader, LosesNoByteAndFindsTheAudio)
         {"unknown length as nearly 2 GiB", withSizes(plain, 0x7FFFF024, 0x7FFFF000), 400, false},
         {"cut short", withSizes(plain, 1036, 1000), 400, true},
         {"an incomplete frame", withSizes(plain, 436, 399), 396, false},
+        {"an odd chunk without its padding", wav(format, audio, Bytes{'x', 'y', 'z', ' ', 1, 0, 0, 0, 'x'}),
+         400, false},
+        {"Wave64", wave64(format, audio), 400, false},
+        {"Wave64 of unknown length", withWave64Size(0), 400, false},
+        {"Wave64 cut short", withWave64Size(4000), 400, true},
+        {"Wave64 of a huge chunk", withWave64Size(~std::uint64_t{0}), 400, false},
+        {"BW64", withName(plain, "BW64"), 400, false},
         {"an incomplete frame at the end", Bytes(plain.begin(), plain.end() - 1), 396, true},
     };
     for (const Row &row : rows) {
@@ -112,17 +130,14 @@ TEST(WavReader, LosesNoByteAndFindsTheAudio)
 
 TEST(WavReader, TakesExtensibleIntegers)
 {
-    const WavFormat format{48000, 6, 24};
-    Bytes file = wav(format, pcm(Signal::Noise, format, 10));
-    writeLe16(&file[20], 0xFFFE);
-    writeLe32(&file[16], 40);
-    const Bytes extension = fromHex("1600180000003f00"
-                                    "0100000000001000800000aa00389b71");
-    file.insert(file.begin() + 36, extension.begin(), extension.end());
+    const WavFormat format{48000, 6, 20};
+    Bytes file = wavWithSpeakers(format, pcm(Signal::Noise, format, 10));
     InputStream input(file, "test.wav");
     const WavReader reader(input);
     EXPECT_TRUE(reader.format().extensible);
     EXPECT_EQ(reader.format().channels, 6);
+    EXPECT_EQ(reader.format().bitsPerSample, 20);
+    EXPECT_EQ(reader.format().channelMask, 0x3Fu);
     EXPECT_EQ(reader.format().bytesPerFrame(), 18u);
     EXPECT_EQ(reader.audioBytes(), 180u);
 
@@ -138,12 +153,10 @@ TEST(WavReader, RefusesWhatIsNotPcm)
         writeLe16(&file[offset], value);
         return file;
     };
-    Bytes rf64 = good;
-    rf64[1] = 'F', rf64[2] = '6', rf64[3] = '4';
     const std::pair<const char *, Bytes> rows[] = {
         {"empty", {}},
         {"text", Bytes(200, 'x')},
-        {"RF64", rf64},
+        {"RIFX", changed(2, 'F' | 'X' << 8)},
         {"other RIFF", changed(8, 'A' | 'V' << 8)},
         {"float", changed(20, 3)},
         {"no channels", changed(22, 0)},

@@ -146,7 +146,7 @@ TEST(TtaProgram, AgreesWithFfmpegBothWays)
          {WavFormat{8000, 1, 8}, WavFormat{8000, 2, 8}, WavFormat{8000, 1, 16}, WavFormat{8000, 2, 16},
           WavFormat{8000, 6, 16}, WavFormat{8000, 1, 24}, WavFormat{8000, 2, 24}}) {
         const Bytes audio = everySignal(format, 5001);
-        const std::string path = folder.write("in.wav", wav(format, audio));
+        const std::string path = folder.write("in.wav", wavWithSpeakers(format, audio));
         const std::string ours = folder.path("ours.tta");
         const std::string theirs = folder.path("theirs.tta");
         const std::string name =

@@ -9,16 +9,14 @@ struct AVIOContext;
 
 namespace kruv {
 
-/// An open file as FFmpeg's input or output, so that no path is ever taken for an address or a pattern.
-class AvIo
+/// An open file as FFmpeg's output, so that no path is ever taken for an address or a pattern.
+class AvFileOutput
 {
 public:
-    enum class Direction { Read, Write };
-
-    AvIo(FileDescriptor file, Direction direction);
-    ~AvIo();
-    AvIo(const AvIo &) = delete;
-    AvIo &operator=(const AvIo &) = delete;
+    explicit AvFileOutput(FileDescriptor file);
+    ~AvFileOutput();
+    AvFileOutput(const AvFileOutput &) = delete;
+    AvFileOutput &operator=(const AvFileOutput &) = delete;
 
     AVIOContext *context() const { return m_context; }
     /// Writes what is buffered and closes. 0, or the first -errno of anything that could not be written.
@@ -27,7 +25,6 @@ public:
     int writeError() const { return m_writeError; }
 
 private:
-    static int read(void *self, std::uint8_t *bytes, int count);
     static int write(void *self, std::uint8_t *bytes, int count);
     static std::int64_t seek(void *self, std::int64_t offset, int whence);
 

@@ -1,0 +1,36 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <QByteArray>
+#include <QCryptographicHash>
+
+#include <cstdint>
+#include <span>
+#include <vector>
+
+namespace kruv {
+
+/// The MD5 that FLAC keeps of its audio: interleaved signed samples, low byte first, in as few whole bytes as
+/// their depth needs and at the low end of them.
+class PcmDigest
+{
+public:
+    /// `bits` per sample.
+    explicit PcmDigest(unsigned bits);
+
+    /// Samples at the high end of their 2 or 4 bytes, in this machine's order.
+    void add(std::span<const std::int16_t> samples);
+    void add(std::span<const std::int32_t> samples);
+    QByteArray result() const { return m_hash.result(); }
+
+private:
+    template <typename Sample> void addShifted(std::span<const Sample> samples);
+
+    const unsigned m_bits;
+    QCryptographicHash m_hash{QCryptographicHash::Md5};
+    std::vector<char> m_bytes;
+};
+
+} // namespace kruv
