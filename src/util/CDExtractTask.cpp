@@ -84,6 +84,13 @@ void CDExtractTask::startTask()
     showTrack();
 }
 
+void CDExtractTask::prepare()
+{
+    if (m_disc) {
+        m_disc->takeOff();
+    }
+}
+
 void CDExtractTask::showTrack()
 {
     setTextFieldString(QStringLiteral("%1: %2").arg(title(), trackName()));

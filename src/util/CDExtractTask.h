@@ -42,6 +42,7 @@ public:
     QString outputPath() const override { return m_request.outputFolder; }
 
 protected:
+    void prepare() override;
     void processTaskOutput(const QString &text) override;
     void cleanup() override;
     void neverRan() override;
