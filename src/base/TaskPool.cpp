@@ -34,16 +34,16 @@ void start(std::function<void()> work)
     handover.put(std::move(work), [] { pool().start([] { handover.takeAndRun(); }); });
 }
 
+bool waitForDone(std::chrono::milliseconds limit)
+{
+    return pool().waitForDone(static_cast<int>(limit.count()));
+}
+
 void drain()
 {
-    constexpr int pollMilliseconds = 10;
-    bool idle = false;
-    while (!idle) {
-        const bool workDone = pool().waitForDone(pollMilliseconds);
-        // What the work posted may bring new work.
-        QCoreApplication::processEvents();
-        idle = workDone && pool().activeThreadCount() == 0;
-    }
+    constexpr auto enough = std::chrono::seconds(10);
+    waitForDone(enough);
+    QCoreApplication::sendPostedEvents(QCoreApplication::instance());
 }
 
 } // namespace kruv::TaskPool

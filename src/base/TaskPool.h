@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <chrono>
 #include <functional>
 
 namespace kruv::TaskPool {
@@ -10,8 +11,12 @@ namespace kruv::TaskPool {
 /// Runs `work` on the shared background pool: one thread per running job, never fewer than the queue starts.
 void start(std::function<void()> work);
 
-/// Waits until the pool is idle and what its work posted is done, while the main thread goes on serving
-/// events (jobs post to it). Main thread.
+/// Waits until no work is left. False when that took longer than `limit`. Work that waits for the main thread
+/// must be over before the main thread may wait here.
+bool waitForDone(std::chrono::milliseconds limit);
+
+/// For the end of a run, when no job is left: waits for the pool's last work and does what it posted. Main
+/// thread.
 void drain();
 
 } // namespace kruv::TaskPool

@@ -4,61 +4,90 @@
 #include "checksums/CreateFFPTask.h"
 
 #include "base/Preferences.h"
-#include "checksums/FingerprintList.h"
 #include "checksums/FlacFingerprint.h"
 #include "checksums/ListText.h"
 #include "platform/Resources.h"
 #include "tasks/TaskCompletionSink.h"
 #include "tasks/ToolCatalog.h"
 
+#include <QFileInfo>
+
+#include <utility>
 #include <vector>
 
 namespace kruv {
 
-CreateFFPTask::CreateFFPTask(TaskCompletionSink *queue, QHash<QString, QStringList> files,
+CreateFFPTask::CreateFFPTask(TaskCompletionSink *queue, const QHash<QString, QStringList> &files,
                              const QString &ffpName)
+    : CreateFFPTask(queue, [&] {
+        const Preferences &preferences = queue->preferences();
+        const bool afterFolder = preferences.boolean(QStringLiteral("checksumFileUsesOutputDirName"));
+        const QString extension = preferences.string(QStringLiteral("ffpExtension"));
+        QList<List> lists;
+        for (auto group = files.cbegin(); group != files.cend(); ++group) {
+            const QString &folder = group.key();
+            const QString name =
+                afterFolder ? ListText::fileName(folder, true, QString(), extension) : ffpName;
+            lists.append({ListText::joined(folder, name), group.value()});
+        }
+        return lists;
+    }())
+{
+}
+
+CreateFFPTask::CreateFFPTask(TaskCompletionSink *queue, const QStringList &files, const QString &path)
+    : CreateFFPTask(queue, QList<List>{{path, files}})
+{
+}
+
+CreateFFPTask::CreateFFPTask(TaskCompletionSink *queue, QList<List> lists)
     : ListJob(queue)
-    , m_files(std::move(files))
-    , m_ffpName(ffpName)
+    , m_lists(std::move(lists))
 {
     setTitle(QStringLiteral("Create FFP checksum file"));
     setTextFieldString(title());
     publish(&KruvTask::setTextFieldValue);
 }
 
-QString CreateFFPTask::outputPath() const
-{
-    return m_files.isEmpty() ? QString() : m_files.constBegin().key() + u'/' + m_ffpName;
-}
-
 void CreateFFPTask::doStartTask()
 {
     ToolCatalog::requireLaunchable(toolPath(QStringLiteral("metaflac")));
     showStatus(QStringLiteral("Creating FFP checksum file"));
-    for (auto group = m_files.cbegin(); group != m_files.cend() && !cancelled(); ++group) {
-        doCreateFFP(group.value(), group.key());
+    for (const List &list : m_lists) {
+        doCreateFFP(list);
     }
 }
 
-void CreateFFPTask::doCreateFFP(const QStringList &files, const QString &outputDir)
+void CreateFFPTask::doCreateFFP(const List &list)
 {
-    std::vector<QString> fingerprints(static_cast<std::size_t>(files.size()));
+    std::vector<QString> fingerprints(static_cast<std::size_t>(list.files.size()));
     forEachFile(fingerprints.size(), [&](std::size_t index, FileProgress &) {
-        fingerprints[index] = fingerprint(files[static_cast<qsizetype>(index)]);
+        fingerprints[index] = fingerprintOf(list.files[static_cast<qsizetype>(index)]);
     });
     if (cancelled()) {
         return;
     }
-    const FingerprintList list = FingerprintList::of(fingerprints);
-    for (const QString &problem : list.problems) {
-        fail(problem);
+    QString text = ListText::ffpHeader();
+    for (const QString &each : fingerprints) {
+        text += each;
+        if (isMetaflacError(each)) {
+            fail(each.trimmed());
+        } else if (each.count(u'\n') > 1) {
+            fail(QStringLiteral("%1: this name breaks its line, so the list can't be verified.")
+                     .arg(each.trimmed()));
+        }
     }
-    const Preferences &preferences = queue()->preferences();
-    const bool afterFolder = preferences.boolean(QStringLiteral("checksumFileUsesOutputDirName"));
-    const QString name = afterFolder ? ListText::fileName(outputDir, true, QString(),
-                                                          preferences.string(QStringLiteral("ffpExtension")))
-                                     : m_ffpName;
-    writeList(ListText::joined(outputDir, name), list.text);
+    writeList(list.path, text);
+}
+
+QString CreateFFPTask::fingerprintOf(const QString &file)
+{
+    const QFileInfo info(file);
+    if (info.exists() && !info.isFile()) { // a pipe would be waited for
+        fail(QStringLiteral("%1 is not in the list: it is not a regular file.").arg(file));
+        return {};
+    }
+    return fingerprint(file, stopToken());
 }
 
 } // namespace kruv

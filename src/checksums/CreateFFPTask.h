@@ -10,21 +10,32 @@
 
 namespace kruv {
 
-/// Writes one list of FLAC fingerprints (the MD5 of the decoded audio) per output folder.
+/// Writes lists of FLAC fingerprints (the MD5 of the decoded audio).
 class CreateFFPTask : public ListJob
 {
 public:
-    /// `files`: FLAC files grouped by the folder their list goes into; `ffpName`: the list's file name.
-    CreateFFPTask(TaskCompletionSink *queue, QHash<QString, QStringList> files, const QString &ffpName);
+    /// `files`: FLAC files grouped by the folder their list goes into; `ffpName`: the lists' file name where
+    /// the preferences don't name them after their folders.
+    CreateFFPTask(TaskCompletionSink *queue, const QHash<QString, QStringList> &files,
+                  const QString &ffpName);
+    /// One list over `files`, saved as `path`.
+    CreateFFPTask(TaskCompletionSink *queue, const QStringList &files, const QString &path);
 
-    QString outputPath() const override;
+    QString outputPath() const override { return m_lists.isEmpty() ? QString() : m_lists[0].path; }
 
 private:
-    void doStartTask() override;
-    void doCreateFFP(const QStringList &files, const QString &outputDir);
+    struct List
+    {
+        QString path;
+        QStringList files;
+    };
 
-    QHash<QString, QStringList> m_files;
-    QString m_ffpName;
+    CreateFFPTask(TaskCompletionSink *queue, QList<List> lists);
+    void doStartTask() override;
+    void doCreateFFP(const List &list);
+    QString fingerprintOf(const QString &file);
+
+    const QList<List> m_lists;
 };
 
 } // namespace kruv

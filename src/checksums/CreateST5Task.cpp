@@ -7,8 +7,8 @@
 #include "base/TextFile.h"
 #include "checksums/ListText.h"
 #include "checksums/ShntoolHash.h"
+#include "tasks/ToolCatalog.h"
 
-#include <exception>
 #include <stdexcept>
 
 namespace kruv {
@@ -58,14 +58,14 @@ void CreateST5Task::startTask()
         m_complaints += reason + u'\n';
         setError(true);
     }
-    startNextRun();
+    prepareNextRun();
+    KruvAsyncNSTask::startTask();
 }
 
-void CreateST5Task::startNextRun()
+void CreateST5Task::prepareNextRun()
 {
     setArguments(hashArguments(m_runs.takeFirst()));
     m_output = TerminalText();
-    KruvAsyncNSTask::startTask();
 }
 
 void CreateST5Task::processTaskOutput(const QString &text)
@@ -94,21 +94,19 @@ void CreateST5Task::takeRunOutput()
     m_output = TerminalText();
 }
 
-void CreateST5Task::stopTask()
+bool CreateST5Task::runsAgain()
 {
-    if (!isActive() || m_runs.isEmpty() || cancelled()) {
-        KruvAsyncNSTask::stopTask();
-        return;
+    if (m_runs.isEmpty()) {
+        return false;
     }
     takeRunOutput();
-    try {
-        startNextRun();
-    } catch (const std::exception &failure) {
-        m_runs.clear();
+    if (!ToolCatalog::isLaunchable(launchPath())) {
+        m_complaints += ToolCatalog::missingToolMessage(launchPath()) + u'\n';
         setError(true);
-        m_complaints += QString::fromUtf8(failure.what()) + u'\n';
-        KruvAsyncNSTask::stopTask();
+        return false;
     }
+    prepareNextRun();
+    return true;
 }
 
 void CreateST5Task::willEnd()

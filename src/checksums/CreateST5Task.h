@@ -18,17 +18,17 @@ public:
                   const QString &outputPath);
 
     void startTask() override;
-    void stopTask() override;
     QString outputPath() const override { return m_outputPath; }
 
 protected:
     void processTaskOutput(const QString &text) override;
+    bool runsAgain() override;
     void willEnd() override;
     void finalCleanup() override;
 
 private:
     void takeRunOutput();
-    void startNextRun();
+    void prepareNextRun();
 
     const QString m_outputPath;
     QList<QStringList> m_runs; // names still to hash, a list for each run of the tool

@@ -7,11 +7,14 @@
 #include "platform/Resources.h"
 #include "tasks/NSTaskWrapperSync.h"
 
+#include <utility>
+
 namespace kruv {
 
-QString fingerprint(const QString &path)
+QString fingerprint(const QString &path, std::stop_token stop)
 {
-    NSTaskWrapperSync metaflac(toolPath(QStringLiteral("metaflac")), {QStringLiteral("--show-md5"), path});
+    NSTaskWrapperSync metaflac(toolPath(QStringLiteral("metaflac")), {QStringLiteral("--show-md5"), path},
+                               std::move(stop));
     metaflac.runTask();
     const QString &output = metaflac.output();
     return isMetaflacError(output) ? output : PathNames::lastPathComponent(path) + u':' + output;

@@ -10,7 +10,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <exception>
 
 namespace kruv {
 
@@ -30,12 +29,9 @@ void ListJob::startTask()
 {
     KruvTask::startTask();
     runInBackground([this] {
-        try {
+        if (!cancelled()) {
             doStartTask();
-        } catch (const std::exception &failure) {
-            fail(QString::fromUtf8(failure.what()));
         }
-        stopTask();
     });
 }
 
@@ -44,19 +40,12 @@ void ListJob::stopTask()
     // In one go on the main thread: jobs of a set that end at nearly the same time must not each find the set
     // done and show its results.
     MainThread::run([this] {
-        const bool endedBefore = isDone();
-        if ((!isReport() && !error()) || (endedBefore && results()->taskSetDone())) {
+        if (!isReport() && !error()) {
             results()->setHasResults(false);
         }
         KruvTask::stopTask();
         notifyQueue();
     });
-}
-
-void ListJob::fail(const QString &line)
-{
-    appendResults(line + u'\n');
-    setError(true);
 }
 
 void ListJob::forEachFile(std::size_t count,

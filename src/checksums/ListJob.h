@@ -12,15 +12,13 @@
 namespace kruv {
 
 /// Base of the jobs that write or verify one list: the work runs on a pool thread, several files of the list
-/// at once, and a cancelled job ends at once while its work stops at the next piece it reads.
+/// at once. A cancelled job ends when its work has stopped, at the next piece that it reads.
 class ListJob : public KruvTask
 {
 public:
     using KruvTask::KruvTask;
 
     void startTask() override;
-    /// Ends the job and tells the queue, also when it is called a second time because the work of a cancelled
-    /// job has come to its end.
     void stopTask() override;
 
 protected:
@@ -55,7 +53,6 @@ protected:
     void showStatus(const QString &status);
     /// Writes a list; where that fails, so does the job, and says so.
     void writeList(const QString &path, const QString &text);
-    void fail(const QString &line);
 
 private:
     void advance(qint64 units);

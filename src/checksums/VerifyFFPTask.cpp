@@ -5,11 +5,11 @@
 
 #include "base/PathNames.h"
 #include "checksums/FlacFingerprint.h"
-#include "checksums/ListTool.h"
 #include "platform/Resources.h"
 #include "tasks/TerminalText.h"
 #include "tasks/ToolCatalog.h"
 #include "tasks/ToolOutput.h"
+#include "tasks/ToolRun.h"
 
 #include <QFileInfo>
 
@@ -67,7 +67,7 @@ VerifyListTask::Checked VerifyFFPTask::check(const ListText::Line &line, FilePro
         return verdict(label, Outcome::Failed, notAFile);
     }
     showStatus(QStringLiteral("Verifying %1").arg(label));
-    const QString computed = fingerprint(path).trimmed();
+    const QString computed = fingerprint(path, stopToken()).trimmed();
     if (isMetaflacError(computed)) {
         return {{label, file.exists() ? Outcome::Failed : Outcome::Missing, computed},
                 QStringLiteral("%1 : %2\n").arg(computed, label)};
@@ -106,21 +106,22 @@ void VerifyFFPTask::test(Test &test, FileProgress &progress)
     TerminalText screen;
     const auto read = [&](const QString &piece) {
         screen.append(piece);
-        const QStringView line = screen.currentLine();
+        const QString line = screen.currentLine();
         const qsizetype update = line.lastIndexOf(u"testing, ");
         if (update >= 0) {
-            const double percent = ToolOutput::leadingNumber(line.sliced(update + 9));
+            const double percent = ToolOutput::leadingNumber(QStringView(line).sliced(update + 9));
             setTopTextFieldString(
                 QStringLiteral("Verifying %1: %2%").arg(name, QString::number(percent, 'f', 6)));
             progress.set(percent / 100.0);
         }
-        return !cancelled();
     };
-    const int status =
-        ListTool::run(toolPath(QStringLiteral("flac")),
-                      {QStringLiteral("-t"), ListText::joined(folder(), test.entry->name)}, QString(), read);
+    ToolRun tool({toolPath(QStringLiteral("flac")),
+                  {QStringLiteral("-t"), ListText::joined(folder(), test.entry->name)}},
+                 stopToken());
+    const ToolEnd end = tool.run(read);
+    end.requireLaunched();
     const QString text = screen.text().trimmed();
-    if (status == 0 && text.endsWith(u"ok")) {
+    if (end.succeeded() && text.endsWith(u"ok")) {
         test.report = QStringLiteral("%1: testing, 100% complete\n").arg(name);
         return;
     }

@@ -45,10 +45,9 @@ void VerifyListTask::startTask()
 
 void VerifyListTask::cancelTask()
 {
-    if (isDone()) {
-        return;
+    if (state().phase() < TaskState::Phase::Finishing) {
+        results()->setResults(firstLine() + QStringLiteral("Canceled\n"), *this);
     }
-    results()->setResults(firstLine() + QStringLiteral("Canceled\n"), *this);
     ListJob::cancelTask();
 }
 
@@ -92,6 +91,7 @@ void VerifyListTask::doStartTask()
     }
     text += cancelled() ? QString() : afterwards(entries);
     m_entries = std::move(entries);
+    startFinishing();
     if (!cancelled()) {
         results()->setResults(text, *this);
     }

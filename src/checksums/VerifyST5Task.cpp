@@ -4,11 +4,11 @@
 #include "checksums/VerifyST5Task.h"
 
 #include "base/PathNames.h"
-#include "checksums/ListTool.h"
 #include "checksums/ShntoolHash.h"
 #include "platform/Resources.h"
 #include "tasks/TerminalText.h"
 #include "tasks/ToolCatalog.h"
+#include "tasks/ToolRun.h"
 
 #include <QFileInfo>
 
@@ -77,14 +77,15 @@ std::pair<VerifyListTask::Outcome, QString> VerifyST5Task::compare(const QString
 QString VerifyST5Task::hash(const QString &name, FileProgress &progress)
 {
     TerminalText screen;
-    ListTool::run(shntool(), {QStringLiteral("hash"), name}, folder(), [&](const QString &piece) {
+    ToolRun tool({shntool(), {QStringLiteral("hash"), name}, folder()}, stopToken());
+    const ToolEnd end = tool.run([&](const QString &piece) {
         screen.append(piece);
         if (const auto percent = ShntoolHash::percentage(screen.currentLine())) {
             progress.set(*percent / 100.0);
             setTopTextFieldString(QStringLiteral("Verifying: %1%").arg(progressIndicatorValue(), 0, 'f', 6));
         }
-        return !cancelled();
     });
+    end.requireLaunched();
     return screen.text();
 }
 

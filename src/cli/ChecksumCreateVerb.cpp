@@ -3,14 +3,10 @@
 
 #include "cli/ChecksumCreateVerb.h"
 
-#include "cli/Console.h"
-#include "cli/JsonReporter.h"
 #include "cli/QueueRun.h"
 #include "cli/UsageError.h"
 #include "tabs/ChecksumTab.h"
 #include "tabs/KruvController.h"
-
-#include <QJsonObject>
 
 namespace kruv {
 
@@ -41,22 +37,10 @@ void ChecksumCreateVerb::runCommands(KruvController &controller, QueueRun &queue
     if (!tab.createChecksumOptions().selectTitle(kind.toUpper())) {
         throw UsageError(QStringLiteral("--kind %1: no such kind; it can be md5, ffp or st5").arg(kind));
     }
-    bool written = false;
-    QObject::connect(&tab, &ChecksumTab::fingerprintsWritten, &queueRun,
-                     [&](const QString &path, bool complete) {
-                         written = true;
-                         if (options().json) {
-                             JsonReporter::writeLine({{QStringLiteral("event"), QStringLiteral("written")},
-                                                      {QStringLiteral("output"), path},
-                                                      {QStringLiteral("complete"), complete}});
-                         } else if (complete && !options().quiet) {
-                             Console::writeError(QStringLiteral("done %1\n").arg(Console::printable(path)));
-                         }
-                     });
     tab.commandOptions().select(ChecksumTab::CreateList);
     tab.sourceSaveButton().setOn(options().besideSource);
     runTab(tab, queueRun, paths);
-    if (!written && queueRun.totals().all == 0) {
+    if (queueRun.totals().all == 0) {
         throw UsageError(
             QStringLiteral("checksum create: no file in the given paths goes into a list of this kind"));
     }

@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "tasks/TaskState.h"
+
 #include <QString>
 
 namespace kruv {
@@ -24,6 +26,8 @@ public:
 
     virtual ~JobReporter() = default;
 
+    /// How many jobs there are.
+    virtual void expects(const Totals &) {}
     virtual void started(const KruvTask &task) = 0;
     virtual void progressed(const KruvTask &task) = 0;
     virtual void ended(const KruvTask &task, const Totals &totals) = 0;
@@ -31,6 +35,10 @@ public:
     /// Something a person should know, on standard error.
     virtual void message(const QString &line) = 0;
     virtual void summary(const Totals &totals) = 0;
+
+    /// What a job that ended came to, for a person who wants to know what was done: one whose tool had
+    /// finished when it was cancelled is complete.
+    static TaskState::Outcome endOf(const KruvTask &task);
 };
 
 /// What a failed job has to say for itself: its tool's words and advice, or nothing.

@@ -23,10 +23,15 @@ QJsonObject event(const char *name, const KruvTask &task)
 
 QString statusOf(const KruvTask &task)
 {
-    if (task.cancelled()) {
+    switch (JobReporter::endOf(task)) {
+    case TaskState::Outcome::Cancelled:
         return QStringLiteral("canceled");
+    case TaskState::Outcome::Failed:
+        return QStringLiteral("error");
+    case TaskState::Outcome::Complete:
+        break;
     }
-    return task.error() ? QStringLiteral("error") : QStringLiteral("complete");
+    return QStringLiteral("complete");
 }
 
 } // namespace

@@ -7,14 +7,16 @@
 #include "cli/CliUserInterface.h"
 #include "cli/Console.h"
 #include "cli/ExitStatus.h"
-#include "platform/MainThread.h"
 #include "platform/SignalWatcher.h"
 #include "tasks/KruvTask.h"
 #include "tasks/KruvTaskQueue.h"
 
+#include <QFileInfo>
 #include <QStringList>
+#include <QTimer>
 
 #include <algorithm>
+#include <chrono>
 #include <cstdlib>
 
 namespace kruv {
@@ -28,6 +30,7 @@ QueueRun::QueueRun(KruvTaskQueue &queue, CliUserInterface &userInterface,
     connect(&queue, &KruvTaskQueue::taskStarted, this, &QueueRun::taskStarted);
     connect(&queue, &KruvTaskQueue::taskChanged, this, &QueueRun::taskChanged);
     connect(&queue, &KruvTaskQueue::taskEnded, this, &QueueRun::taskEnded);
+    connect(&queue, &KruvTaskQueue::becameIdle, &m_loop, &QEventLoop::quit);
     connect(&userInterface, &CliUserInterface::resultsReady, this,
             [this](const QString &title, const QString &text) {
                 if (m_reportsResults) {
@@ -40,19 +43,35 @@ QueueRun::~QueueRun() = default;
 
 void QueueRun::run(const std::function<void()> &command)
 {
-    if (m_interrupted) {
+    if (interrupted()) {
         return;
     }
     SignalWatcher watcher;
     connect(&watcher, &SignalWatcher::interrupted, this, &QueueRun::interrupt);
-    command();
-    m_totals.all += m_queue.taskCount();
+    try {
+        command();
+    } catch (...) {
+        m_queue.killAllTasks();
+        m_queue.killAllTasks(); // the second time ends tools too
+        waitForJobs();
+        throw;
+    }
+    tellTotals();
+    waitForJobs();
+}
+
+void QueueRun::waitForJobs()
+{
     if (m_queue.taskCount() > 0) {
-        m_running = true;
         m_loop.exec();
-        m_running = false;
     }
     TaskPool::drain();
+}
+
+void QueueRun::tellTotals()
+{
+    m_totals.all = m_totals.complete + m_totals.failed + m_totals.cancelled + m_queue.taskCount();
+    m_reporter->expects(m_totals);
 }
 
 int QueueRun::finish()
@@ -61,7 +80,7 @@ int QueueRun::finish()
     if (m_reportsSummary) {
         m_reporter->summary(m_totals);
     }
-    if (m_interrupted) {
+    if (interrupted()) {
         return Cancelled;
     }
     return m_totals.failed > 0 ? Failure : Success;
@@ -70,6 +89,7 @@ int QueueRun::finish()
 void QueueRun::taskStarted(KruvTask &task)
 {
     m_runningTasks.insert(&task);
+    tellTotals();
     m_reporter->started(task);
 }
 
@@ -83,47 +103,54 @@ void QueueRun::taskChanged(KruvTask &task)
 void QueueRun::taskEnded(KruvTask &task)
 {
     m_runningTasks.remove(&task);
-    if (task.cancelled()) {
-        ++m_totals.cancelled;
-    } else if (task.error()) {
-        ++m_totals.failed;
-    } else {
+    switch (JobReporter::endOf(task)) {
+    case TaskState::Outcome::Complete:
         ++m_totals.complete;
+        break;
+    case TaskState::Outcome::Failed:
+        ++m_totals.failed;
+        break;
+    case TaskState::Outcome::Cancelled:
+        ++m_totals.cancelled;
+        break;
     }
     m_totals.all = std::max(m_totals.all, m_totals.complete + m_totals.failed + m_totals.cancelled);
     m_reporter->ended(task, m_totals);
-    // A follow-up job was posted before its set's last job reported; look once it has arrived.
-    MainThread::post([this] { quitWhenEmpty(); });
-}
-
-void QueueRun::quitWhenEmpty()
-{
-    if (m_running && m_queue.taskCount() == 0) {
-        m_loop.quit();
-    }
 }
 
 void QueueRun::interrupt()
 {
-    if (m_interrupted) {
-        endNow();
-    }
-    m_interrupted = true;
-    m_queue.killAllTasks();
-    if (m_queue.taskCount() > 0) {
-        m_reporter->message(
-            QStringLiteral("Canceled. Waiting for %1 running job(s) to finish; press Ctrl-C again to end "
-                           "them now.")
-                .arg(m_queue.taskCount()));
+    switch (++m_interruptions) {
+    case 1:
+        m_queue.killAllTasks();
+        if (m_queue.taskCount() > 0) {
+            m_reporter->message(
+                QStringLiteral("Canceled. Waiting for %1 running job(s) to finish; press Ctrl-C again to end "
+                               "them now.")
+                    .arg(m_queue.taskCount()));
+        }
+        return;
+    case 2:
+        return endJobs();
+    default:
+        std::_Exit(Cancelled); // their tools go with this process
     }
 }
 
-void QueueRun::endNow()
+void QueueRun::endJobs()
 {
+    using namespace std::chrono_literals;
+    constexpr auto longEnough = 5s; // for tools that don't listen, and have to be killed
     m_queue.killAllTasks();
+    sayWhatMayBeIncomplete();
+    QTimer::singleShot(longEnough, this, [] { std::_Exit(Cancelled); });
+}
+
+void QueueRun::sayWhatMayBeIncomplete()
+{
     QStringList outputs;
     for (const KruvTask *task : std::as_const(m_runningTasks)) {
-        if (!task->outputPath().isEmpty()) {
+        if (QFileInfo(task->outputPath()).isFile()) {
             outputs.append(Console::printable(task->outputPath()));
         }
     }
@@ -134,7 +161,6 @@ void QueueRun::endNow()
     for (const QString &output : std::as_const(outputs)) {
         Console::writeError(QStringLiteral("  %1\n").arg(output));
     }
-    std::_Exit(Cancelled);
 }
 
 } // namespace kruv

@@ -19,8 +19,8 @@ class CliUserInterface;
 class KruvTask;
 class KruvTaskQueue;
 
-/// Runs the queue until it is empty, reports what happens, and takes Ctrl-C: the first cancels what waits and
-/// lets the running tools finish, the second ends those too.
+/// Runs the queue until it is empty, reports what happens, and takes Ctrl-C: the first cancels the jobs but
+/// lets tools finish that are let finish, the second ends those too, the third waits for nobody.
 class QueueRun : public QObject
 {
     Q_OBJECT
@@ -28,7 +28,8 @@ public:
     QueueRun(KruvTaskQueue &queue, CliUserInterface &userInterface, std::unique_ptr<JobReporter> reporter);
     ~QueueRun() override;
 
-    /// Calls `command`, which submits the jobs, then waits for all of them, follow-ups included.
+    /// Calls `command`, which submits the jobs, then waits for all of them, follow-ups included. What
+    /// `command` throws ends the jobs that it had submitted.
     void run(const std::function<void()> &command);
 
     /// Ends the report. Returns the exit status that the jobs of all runs amount to.
@@ -41,14 +42,18 @@ public:
     void leaveOutSummary() { m_reportsSummary = false; }
 
     const JobReporter::Totals &totals() const { return m_totals; }
+    /// Somebody pressed Ctrl-C: no further command is run.
+    bool interrupted() const { return m_interruptions > 0; }
 
 private:
     void taskStarted(KruvTask &task);
     void taskChanged(KruvTask &task);
     void taskEnded(KruvTask &task);
-    void quitWhenEmpty();
+    void waitForJobs();
+    void tellTotals();
     void interrupt();
-    void endNow();
+    void endJobs();
+    void sayWhatMayBeIncomplete();
 
     KruvTaskQueue &m_queue;
     std::unique_ptr<JobReporter> m_reporter;
@@ -56,8 +61,7 @@ private:
     QSet<const KruvTask *> m_runningTasks;
     QElapsedTimer m_clock;
     QEventLoop m_loop;
-    bool m_interrupted = false;
-    bool m_running = false;
+    int m_interruptions = 0;
     bool m_reportsResults = true;
     bool m_reportsSummary = true;
 };

@@ -120,6 +120,10 @@ QStringList TabVerb::existingPaths()
         } else if (!QFileInfo::exists(path)) {
             Console::complain(QStringLiteral("%1: no such file or folder").arg(Console::printable(path)));
             m_failed = true;
+        } else if (const QFileInfo info(path); !info.isFile() && !info.isDir()) {
+            Console::complain(QStringLiteral("%1: neither a regular file nor a folder; it was left alone")
+                                  .arg(Console::printable(path)));
+            m_failed = true;
         } else {
             found.append(QDir::cleanPath(QDir().absoluteFilePath(path)));
         }
@@ -186,7 +190,7 @@ void TabVerb::runTab(BaseTab &tab, QueueRun &queueRun, const QStringList &paths)
 {
     takeIn(tab, paths);
     queueRun.run([&tab] { tab.executeCommand(); });
-    if (!tab.fileList().isEmpty()) {
+    if (!tab.fileList().isEmpty() && !queueRun.interrupted()) {
         throw UsageError(QStringLiteral("Nothing was done."));
     }
 }

@@ -65,6 +65,11 @@ QString failureMessage(const KruvTask &task)
     return advice.isEmpty() ? essence : essence + u'\n' + advice;
 }
 
+TaskState::Outcome JobReporter::endOf(const KruvTask &task)
+{
+    return task.state().doneAllTheSame() ? TaskState::Outcome::Complete : task.state().outcome();
+}
+
 TextReporter::TextReporter(const Style &style)
     : m_style(style)
 {
@@ -99,13 +104,13 @@ void TextReporter::ended(const KruvTask &task, const Totals &totals)
     m_running.remove(&task);
     m_order.removeOne(&task);
     m_totals = totals;
-    if (task.error() && !task.cancelled()) {
+    if (task.error()) {
         eraseRows();
         printFailure(task);
     } else if (!m_style.quiet && !m_style.rows) {
         const QString what = task.outputPath().isEmpty() ? nameOf(task) : task.outputPath();
-        Console::writeError(QStringLiteral("%1 %2\n").arg(task.cancelled() ? u"canceled" : u"done",
-                                                          Console::printable(what)));
+        Console::writeError(QStringLiteral("%1 %2\n").arg(
+            endOf(task) == TaskState::Outcome::Cancelled ? u"canceled" : u"done", Console::printable(what)));
     }
 }
 

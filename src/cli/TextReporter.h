@@ -29,6 +29,7 @@ public:
     explicit TextReporter(const Style &style);
     ~TextReporter() override;
 
+    void expects(const Totals &totals) override { m_totals = totals; }
     void started(const KruvTask &task) override;
     void progressed(const KruvTask &task) override;
     void ended(const KruvTask &task, const Totals &totals) override;

@@ -23,6 +23,8 @@ QString wordFor(Outcome outcome)
         return QStringLiteral("matched");
     case Outcome::Missing:
         return QStringLiteral("missing");
+    case Outcome::Unchecked:
+        return QStringLiteral("canceled");
     default:
         return QStringLiteral("failed");
     }
@@ -38,14 +40,11 @@ VerificationTally::VerificationTally(KruvTaskQueue &queue, bool json)
 
 void VerificationTally::taskEnded(const KruvTask &task)
 {
-    if (task.cancelled()) {
-        return;
-    }
     if (const auto *list = dynamic_cast<const VerifyListTask *>(&task)) {
         for (const VerifyListTask::Entry &entry : list->entries()) {
             count(task.inputPath(), entry);
         }
-        if (list->entries().empty()) {
+        if (list->entries().empty() && !task.cancelled()) {
             ++m_unusableLists;
             const QString problem = list->listProblem();
             Console::complain(QStringLiteral("%1 %2").arg(Console::printable(task.inputPath()),
@@ -56,16 +55,15 @@ void VerificationTally::taskEnded(const KruvTask &task)
         return;
     }
     const Outcome bad = QFileInfo::exists(task.inputPath()) ? Outcome::Failed : Outcome::Missing;
-    count(QString(), {task.inputPath(), task.error() ? bad : Outcome::Matched,
-                      task.error() ? failureMessage(task) : QString()});
+    const Outcome good =
+        JobReporter::endOf(task) == TaskState::Outcome::Cancelled ? Outcome::Unchecked : Outcome::Matched;
+    count(QString(),
+          {task.inputPath(), task.error() ? bad : good, task.error() ? failureMessage(task) : QString()});
 }
 
 void VerificationTally::count(const QString &list, const VerifyListTask::Entry &entry)
 {
-    int &counter = entry.outcome == Outcome::Matched   ? m_matched
-                   : entry.outcome == Outcome::Missing ? m_missing
-                                                       : m_failed;
-    ++counter;
+    ++m_counts[static_cast<std::size_t>(entry.outcome)];
     if (m_json) {
         JsonReporter::writeLine({{QStringLiteral("event"), QStringLiteral("checked")},
                                  {QStringLiteral("list"), list},
@@ -77,15 +75,25 @@ void VerificationTally::count(const QString &list, const VerifyListTask::Entry &
 
 void VerificationTally::writeCounts() const
 {
+    const int unchecked = counted(Outcome::Unchecked);
     if (m_json) {
         JsonReporter::writeLine({{QStringLiteral("event"), QStringLiteral("verification")},
-                                 {QStringLiteral("matched"), m_matched},
-                                 {QStringLiteral("failed"), m_failed},
-                                 {QStringLiteral("missing"), m_missing}});
+                                 {QStringLiteral("matched"), counted(Outcome::Matched)},
+                                 {QStringLiteral("failed"), counted(Outcome::Failed)},
+                                 {QStringLiteral("missing"), counted(Outcome::Missing)},
+                                 {QStringLiteral("unchecked"), unchecked}});
         return;
     }
     Console::writeOut(
-        QStringLiteral("%1 matched, %2 failed, %3 missing\n").arg(m_matched).arg(m_failed).arg(m_missing));
+        QStringLiteral("%1 matched, %2 failed, %3 missing%4\n")
+            .arg(QString::number(counted(Outcome::Matched)), QString::number(counted(Outcome::Failed)),
+                 QString::number(counted(Outcome::Missing)),
+                 unchecked > 0 ? QStringLiteral(", %1 not checked").arg(unchecked) : QString()));
+}
+
+bool VerificationTally::allMatched() const
+{
+    return counted(Outcome::Failed) == 0 && counted(Outcome::Missing) == 0 && m_unusableLists == 0;
 }
 
 } // namespace kruv

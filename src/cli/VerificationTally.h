@@ -7,6 +7,9 @@
 
 #include <QObject>
 
+#include <array>
+#include <cstddef>
+
 namespace kruv {
 
 class KruvTaskQueue;
@@ -22,16 +25,19 @@ public:
     /// Writes the counts to standard output.
     void writeCounts() const;
     /// A list that names no file has verified nothing, and so isn't a match.
-    bool allMatched() const { return m_failed == 0 && m_missing == 0 && m_unusableLists == 0; }
+    bool allMatched() const;
 
 private:
     void taskEnded(const KruvTask &task);
     void count(const QString &list, const VerifyListTask::Entry &entry);
 
+    int counted(VerifyListTask::Outcome outcome) const
+    {
+        return m_counts.at(static_cast<std::size_t>(outcome));
+    }
+
     const bool m_json;
-    int m_matched = 0;
-    int m_failed = 0;
-    int m_missing = 0;
+    std::array<int, 4> m_counts{}; // by outcome
     int m_unusableLists = 0;
 };
 

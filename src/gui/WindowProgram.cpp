@@ -99,6 +99,9 @@ int run(int argc, char **argv, const QString &tab, const QStringList &paths)
         QTimer::singleShot(0, &controller, [&] { controller.addFiles(pathsOf(paths)); });
     }
     const int status = QApplication::exec();
+    if (controller.taskQueue().taskCount() > 0) {
+        std::_Exit(status); // nobody waits for these jobs any more; their tools go with the program
+    }
     TaskPool::drain();
     return status;
 }

@@ -5,12 +5,10 @@
 
 #include "platform/MountTable.h"
 
+#include <QDBusError>
 #include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
-#include <QEventLoop>
 #include <QFileInfo>
 #include <QProcess>
-#include <QTimer>
 
 #include <algorithm>
 #include <cstdio>
@@ -64,7 +62,9 @@ DiscArbitration::DiscArbitration(Platform platform)
 
 DiscArbitration::~DiscArbitration()
 {
-    waitForMounts();
+    for (QDBusPendingCall &mount : m_mountsUnderWay) {
+        mount.waitForFinished();
+    }
 }
 
 QString DiscArbitration::discIdForVolumePath(const QString &folder) const
@@ -104,13 +104,17 @@ bool DiscArbitration::isInDesktopView(const QString &bsdName) const
 
 bool DiscArbitration::unMountDisc(const QString &bsdName)
 {
+    const auto note = [this](QSet<QString> &taken, const QString &disc) {
+        const std::lock_guard lock(m_lock);
+        taken.insert(disc);
+    };
     int status = 0;
     if (isInDesktopView(bsdName)) {
-        m_desktopViewsTaken.insert(bsdName);
+        note(m_desktopViewsTaken, bsdName);
         status = unmountDesktopView(bsdName);
     }
     if (isMounted(bsdName)) {
-        m_fileSystemsTaken.insert(bsdName);
+        note(m_fileSystemsTaken, bsdName);
         const int fileSystem = unmountFileSystem(bsdName);
         status = status == 0 ? fileSystem : status;
     }
@@ -120,67 +124,34 @@ bool DiscArbitration::unMountDisc(const QString &bsdName)
     return status == 0;
 }
 
-int DiscArbitration::unmountFileSystem(const QString &bsdName)
+int DiscArbitration::unmountFileSystem(const QString &bsdName) const
 {
     const QDBusMessage call = diskCall(bsdName, QStringLiteral("Unmount"), {{QStringLiteral("force"), true}});
-    QDBusPendingCallWatcher watcher(m_platform.systemBus().asyncCall(call, m_platform.timeout));
-    QEventLoop loop;
-    connect(&watcher, &QDBusPendingCallWatcher::finished, &loop, &QEventLoop::quit);
-    if (!watcher.isFinished()) {
-        loop.exec(QEventLoop::ExcludeUserInputEvents);
-    }
-    if (!watcher.isFinished()) {
-        return unanswered;
-    }
-    return watcher.isError() ? static_cast<int>(watcher.error().type()) : 0;
+    const QDBusMessage answer = m_platform.systemBus().call(call, QDBus::Block, m_platform.timeout);
+    return answer.type() == QDBusMessage::ErrorMessage ? static_cast<int>(QDBusError(answer).type()) : 0;
 }
 
-int DiscArbitration::unmountDesktopView(const QString &bsdName)
+int DiscArbitration::unmountDesktopView(const QString &bsdName) const
 {
     QProcess gio;
-    QEventLoop loop;
-    connect(&gio, &QProcess::finished, &loop, &QEventLoop::quit);
-    connect(&gio, &QProcess::errorOccurred, &loop, &QEventLoop::quit, Qt::QueuedConnection);
-    QTimer::singleShot(m_platform.timeout, &loop, &QEventLoop::quit);
     gio.setStandardInputFile(QProcess::nullDevice());
     gio.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     gio.start(m_platform.gio, {QStringLiteral("mount"), QStringLiteral("--unmount"),
                                QStringLiteral("--force"), audioDiscAddress(bsdName)});
-    loop.exec(QEventLoop::ExcludeUserInputEvents);
-    const bool ended = gio.state() == QProcess::NotRunning && gio.error() == QProcess::UnknownError;
+    const bool ended =
+        gio.waitForFinished(m_platform.timeout) && gio.error() == QProcess::UnknownError;
     return ended ? gio.exitCode() : unanswered;
 }
 
 void DiscArbitration::mountDisc(const QString &bsdName)
 {
+    const std::lock_guard lock(m_lock);
     if (m_desktopViewsTaken.remove(bsdName)) {
         QProcess::startDetached(m_platform.gio, {QStringLiteral("mount"), audioDiscAddress(bsdName)});
     }
     if (m_fileSystemsTaken.remove(bsdName)) {
         const QDBusMessage call = diskCall(bsdName, QStringLiteral("Mount"), {});
-        auto *watcher =
-            new QDBusPendingCallWatcher(m_platform.systemBus().asyncCall(call, m_platform.timeout), this);
-        ++m_mountsUnderWay;
-        connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
-            --m_mountsUnderWay;
-            watcher->deleteLater();
-        });
-    }
-}
-
-void DiscArbitration::waitForMounts()
-{
-    QEventLoop loop;
-    QTimer::singleShot(m_platform.timeout, &loop, &QEventLoop::quit);
-    for (auto *watcher : findChildren<QDBusPendingCallWatcher *>()) {
-        connect(watcher, &QDBusPendingCallWatcher::finished, &loop, [this, &loop] {
-            if (m_mountsUnderWay == 0) {
-                loop.quit();
-            }
-        });
-    }
-    if (m_mountsUnderWay > 0) {
-        loop.exec(QEventLoop::ExcludeUserInputEvents);
+        m_mountsUnderWay.append(m_platform.systemBus().asyncCall(call, m_platform.timeout));
     }
 }
 

@@ -12,7 +12,7 @@
 
 namespace kruv {
 
-/// Keeps a disc off the desktop for as long as it lives, however its owner ends. Main thread.
+/// Keeps a disc off the desktop, and gives it back when it goes, however its owner ends.
 class UnmountedDisc
 {
 public:
@@ -20,11 +20,13 @@ public:
         : m_arbitration(std::move(arbitration))
         , m_bsdName(std::move(bsdName))
     {
-        m_arbitration->unMountDisc(m_bsdName);
     }
     ~UnmountedDisc() { m_arbitration->mountDisc(m_bsdName); }
     UnmountedDisc(const UnmountedDisc &) = delete;
     UnmountedDisc &operator=(const UnmountedDisc &) = delete;
+
+    /// Waits until it is off: not for the main thread.
+    void takeOff() { m_arbitration->unMountDisc(m_bsdName); }
 
 private:
     const std::shared_ptr<DiscArbitration> m_arbitration;

@@ -23,7 +23,10 @@ public:
     }
 
 protected:
-    void processTaskOutput(const QString &text) override { m_output += text; }
+    void processTaskOutput(const QString &text) override
+    {
+        m_output += text.left(KruvTaskResults::maxTextLength - m_output.size());
+    }
     void willEnd() override
     {
         const SHNToolOutput::Parts parts = SHNToolOutput::takeApart(m_output);

@@ -26,7 +26,10 @@ public:
     void startTask() override;
 
 protected:
-    void processTaskOutput(const QString &text) override { m_output += text; }
+    void processTaskOutput(const QString &text) override
+    {
+        m_output += text.left(KruvTaskResults::maxTextLength - m_output.size());
+    }
     void willEnd() override;
 
 private:

@@ -6,9 +6,9 @@
 #include "base/PathNames.h"
 #include "base/Preferences.h"
 #include "base/UserInterface.h"
+#include "checksums/CreateFFPTask.h"
 #include "checksums/CreateMD5Task.h"
 #include "checksums/CreateST5Task.h"
-#include "checksums/FingerprintList.h"
 #include "checksums/ListText.h"
 #include "checksums/VerifyFFPTask.h"
 #include "checksums/VerifyMD5Task.h"
@@ -40,7 +40,7 @@ void ChecksumTab::displayRelevantOptions()
 
 void ChecksumTab::executeCommand()
 {
-    if (fileList().isEmpty() || m_writingFingerprints) {
+    if (fileList().isEmpty()) {
         return;
     }
     switch (m_commandOptions.selectedRow()) {
@@ -193,15 +193,7 @@ bool ChecksumTab::createFFP(const QStringList &flacFiles)
     if (!place) {
         return false;
     }
-    m_writingFingerprints = true;
-    const QStringList problems =
-        FingerprintList::writeAtOnce(flacFiles, *place, host().taskQueue().maxThreads());
-    m_writingFingerprints = false;
-    Q_EMIT fingerprintsWritten(*place, problems.isEmpty());
-    if (!problems.isEmpty()) {
-        host().userInterface().alert(QStringLiteral("The fingerprint list is not complete."),
-                                     problems.join(u'\n'), acknowledgeButton());
-    }
+    host().taskQueue().addTask(std::make_shared<CreateFFPTask>(&host().taskQueue(), flacFiles, *place));
     return true;
 }
 

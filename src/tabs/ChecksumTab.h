@@ -41,10 +41,6 @@ public:
 
     static bool areAllSameDirectory(const QStringList &files);
 
-Q_SIGNALS:
-    /// A fingerprint list was made, which no job tells of.
-    void fingerprintsWritten(const QString &path, bool complete);
-
 private:
     using JobMaker = std::shared_ptr<KruvTask> (ChecksumTab::*)(const QString &,
                                                                 const std::shared_ptr<KruvTaskResults> &);
@@ -70,7 +66,6 @@ private:
     ChoiceControl m_commandOptions;
     ChoiceControl m_createChecksumOptions;
     ToggleControl m_sourceSaveButton;
-    bool m_writingFingerprints = false;
 };
 
 } // namespace kruv

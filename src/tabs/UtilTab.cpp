@@ -90,6 +90,7 @@ void UtilTab::chooseCommand()
         }
     }
     m_commandMatrixLastSelectedCell = chosen;
+    m_authorsOnceScanned = false;
     if (chosen == DvdAudio) {
         m_table.forgetFormats(); // the files may have changed since
         findFormatInfo();

@@ -58,8 +58,6 @@ Q_SIGNALS:
     void filesRenamed(const QList<BatchRename::Move> &moves);
     /// The drive was asked for its tracks.
     void tracksOfDriveListed();
-    /// All listed files have been asked for their formats.
-    void formatInfoFound();
 
 protected:
     void filesAdded() override;
@@ -82,7 +80,8 @@ private:
 
     void findFormatInfo();
     void formatsFound();
-    void waitForFormats();
+    QHash<QString, AudioFormatObject> formatsOf(const QStringList &files, const std::stop_token &stop) const;
+    void makeImage();
     void showDiscSize();
     /// Returns whether the files of the list don't go on one disc.
     bool tellOfMismatch();
@@ -101,6 +100,7 @@ private:
     bool m_asking = false;
     bool m_busy = false;
     bool m_scanning = false;
+    bool m_authorsOnceScanned = false;
     BackgroundWork m_work;
 };
 

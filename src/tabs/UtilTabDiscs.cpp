@@ -14,9 +14,10 @@
 #include "util/DVDAuthorTask.h"
 #include "util/FormatSummary.h"
 
-#include <QEventLoop>
+#include <QScopedValueRollback>
 
 #include <stdexcept>
+#include <utility>
 #include <vector>
 
 namespace kruv {
@@ -102,26 +103,33 @@ void UtilTab::extractCd()
     host().taskQueue().addTask(job);
 }
 
+QHash<QString, AudioFormatObject> UtilTab::formatsOf(const QStringList &files,
+                                                     const std::stop_token &stop) const
+{
+    const std::size_t threads = threadsForOneJob(host().taskQueue().maxThreads());
+    std::vector<AudioFormatObject> found(static_cast<std::size_t>(files.size()));
+    inParallel(
+        found.size(), threads, [&stop] { return stop.stop_requested(); },
+        [&](std::size_t index) { found[index] = formatSummary(files[static_cast<qsizetype>(index)]); });
+    QHash<QString, AudioFormatObject> formats;
+    for (qsizetype index = 0; index < files.size(); ++index) {
+        formats.insert(files[index], found[static_cast<std::size_t>(index)]);
+    }
+    return formats;
+}
+
 void UtilTab::findFormatInfo()
 {
     constexpr qsizetype atOnce = 64; // files, so that the table fills as they are read
     const QStringList files =
         m_commandMatrixLastSelectedCell == DvdAudio ? m_table.unknown(atOnce) : QStringList();
-    if (m_scanning || files.isEmpty()) {
+    // Where nobody looks at the table, the command reads them when it needs them.
+    if (m_scanning || files.isEmpty() || !worksInBackground()) {
         return;
     }
     m_scanning = true;
-    const std::size_t threads = threadsForOneJob(host().taskQueue().maxThreads());
-    m_work.start([this, files, threads](const std::stop_token &stop) {
-        std::vector<AudioFormatObject> found(static_cast<std::size_t>(files.size()));
-        inParallel(
-            found.size(), threads, [&stop] { return stop.stop_requested(); },
-            [&](std::size_t index) { found[index] = formatSummary(files[static_cast<qsizetype>(index)]); });
-        QHash<QString, AudioFormatObject> formats;
-        for (qsizetype index = 0; index < files.size(); ++index) {
-            formats.insert(files[index], found[static_cast<std::size_t>(index)]);
-        }
-        return [this, formats] {
+    m_work.start([this, files](const std::stop_token &stop) {
+        return [this, formats = formatsOf(files, stop)] {
             m_scanning = false;
             m_table.addFormats(formats);
             formatsFound();
@@ -133,11 +141,12 @@ void UtilTab::formatsFound()
 {
     showDiscSize();
     findFormatInfo();
-    if (m_scanning) {
+    if (m_scanning || m_commandMatrixLastSelectedCell != DvdAudio) {
         return;
     }
-    Q_EMIT formatInfoFound();
-    if (!m_busy && m_commandMatrixLastSelectedCell == DvdAudio) {
+    if (std::exchange(m_authorsOnceScanned, false)) {
+        makeImage();
+    } else {
         tellOfMismatch();
     }
 }
@@ -164,20 +173,22 @@ void UtilTab::showDiscSize()
                                       : QString());
 }
 
-void UtilTab::waitForFormats()
-{
-    findFormatInfo();
-    QEventLoop loop;
-    connect(this, &UtilTab::formatInfoFound, &loop, &QEventLoop::quit);
-    if (m_scanning) {
-        loop.exec(QEventLoop::ExcludeUserInputEvents);
-    }
-}
-
 void UtilTab::authorDvd()
 {
-    waitForFormats();
-    if (m_scanning || tellOfMismatch()) {
+    findFormatInfo();
+    m_authorsOnceScanned = m_scanning;
+    if (m_scanning) {
+        return; // the person may change his mind meanwhile
+    }
+    m_table.addFormats(formatsOf(m_table.unknown(fileList().count()), {}));
+    showDiscSize();
+    makeImage();
+}
+
+void UtilTab::makeImage()
+{
+    const QScopedValueRollback busy(m_busy, true);
+    if (tellOfMismatch()) {
         return;
     }
     const auto folder = chooseOutputFolder();

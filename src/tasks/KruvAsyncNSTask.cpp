@@ -5,11 +5,9 @@
 
 #include "base/TaskPool.h"
 #include "platform/MainThread.h"
-#include "tasks/DirectTool.h"
+#include "tasks/PieceRelay.h"
 #include "tasks/ToolCatalog.h"
-#include "tasks/ToolEnvironment.h"
-
-#include <QProcess>
+#include "tasks/ToolRun.h"
 
 #include <exception>
 
@@ -24,16 +22,6 @@ KruvAsyncNSTask::KruvAsyncNSTask(TaskCompletionSink *queue, const QString &launc
 {
 }
 
-KruvAsyncNSTask::~KruvAsyncNSTask()
-{
-    if (m_process) {
-        // The tool is ended with the job; nobody is left to hear of it.
-        m_process->disconnect();
-        m_process->kill();
-        m_process->waitForFinished();
-    }
-}
-
 void KruvAsyncNSTask::appendToPATH(const QString &folder)
 {
     ToolEnvironment::appendToPath(m_environment, folder);
@@ -43,64 +31,55 @@ void KruvAsyncNSTask::startTask()
 {
     showRunningRow();
     ToolCatalog::requireLaunchable(m_launchPath);
-    m_process = std::make_unique<QProcess>();
-    m_process->setProcessEnvironment(ToolEnvironment::unbuffered(m_environment));
-    if (!m_currentDirectoryPath.isEmpty()) {
-        m_process->setWorkingDirectory(m_currentDirectoryPath);
-    }
-    ToolEnvironment::prepare(*m_process);
-    connectChild();
-    m_process->start(directProgram(m_launchPath, m_arguments), m_arguments, QIODevice::ReadOnly);
+    TaskPool::start([self = shared_from_this(), this]() mutable {
+        run();
+        MainThread::post([last = std::move(self)] {}); // jobs end their lives where they began
+    });
 }
 
-void KruvAsyncNSTask::connectChild()
+void KruvAsyncNSTask::run()
 {
-    QProcess *child = m_process.get();
-    QObject::connect(child, &QProcess::readyRead, child, [this] { readAvailable(); });
-    QObject::connect(child, &QProcess::errorOccurred, child, [this](QProcess::ProcessError problem) {
-        if (problem == QProcess::FailedToStart) {
-            childFailedToStart();
+    try {
+        prepare();
+        runTool();
+    } catch (const std::exception &failure) {
+        return failToStart(QString::fromUtf8(failure.what()));
+    }
+    try {
+        cleanup();
+    } catch (const std::exception &failure) {
+        fail(QString::fromUtf8(failure.what()));
+    }
+    MainThread::run([this] { finish(); });
+}
+
+void KruvAsyncNSTask::runTool()
+{
+    const auto relay = std::make_shared<PieceRelay>(
+        [self = shared_from_this(), this](const QString &piece) { processTaskOutput(piece); });
+    bool again = false;
+    do {
+        ToolRun tool({m_launchPath, m_arguments, m_currentDirectoryPath, m_environment}, stopToken());
+        const ToolEnd end = tool.run([&relay](const QString &piece) { relay->put(piece); });
+        if (!again) {
+            end.requireLaunched();
         }
-    });
-    QObject::connect(child, &QProcess::finished, child, [this](int exitStatus, QProcess::ExitStatus how) {
-        childFinished(exitStatus, how == QProcess::CrashExit);
-    });
+        MainThread::run([&] { again = toolEnded(end); });
+    } while (again);
 }
 
-void KruvAsyncNSTask::readAvailable()
+bool KruvAsyncNSTask::toolEnded(const ToolEnd &end)
 {
-    const QByteArray data = m_process->readAll();
-    const QString text = m_decoder(data);
-    if (!text.isEmpty()) {
-        m_printedText = true;
-        processTaskOutput(text);
+    judge(end, m_launchPath);
+    if (!cancelled() && runsAgain()) {
+        return true;
     }
-}
-
-void KruvAsyncNSTask::childFailedToStart()
-{
-    m_ending = true;
-    MainThread::post([self = shared_from_this(), this] { m_process.reset(); });
-    failToStart(ToolCatalog::launchFailureMessage(m_launchPath, m_process->errorString()));
-}
-
-void KruvAsyncNSTask::childFinished(int exitStatus, bool crashed)
-{
-    m_childEnded = true;
-    // The process object is in the middle of emitting a signal: it goes when the event loop is back.
-    MainThread::post([self = shared_from_this(), this, exitStatus, crashed] {
-        judge(exitStatus, crashed);
-        m_process.reset();
-        stopTask();
-    });
-}
-
-void KruvAsyncNSTask::judge(int exitStatus, bool crashed)
-{
-    if (!cancelled() && exitStatus != 0) {
-        setError(true);
-        appendResults(ToolCatalog::silentFailureMessage(m_launchPath, exitStatus, crashed, m_printedText));
+    if (end.succeeded()) {
+        noteDoneAllTheSame();
     }
+    startFinishing();
+    willEnd();
+    return false;
 }
 
 void KruvAsyncNSTask::processTaskOutput(const QString &text)
@@ -115,35 +94,18 @@ void KruvAsyncNSTask::neverRan()
 
 void KruvAsyncNSTask::cancelTask()
 {
-    if (cancelled() && m_process) {
-        m_process->terminate();
-        return;
+    if (cancelled() && isActive()) {
+        stopTools();
+    } else {
+        KruvTask::cancelTask();
     }
-    KruvTask::cancelTask();
 }
 
 void KruvAsyncNSTask::stopTask()
 {
-    const bool running = m_process != nullptr;
-    if (running || m_ending) {
-        return; // the job ends when its tool does
-    }
-    m_ending = true;
     willEnd();
-    markDone();
-    if (!m_childEnded) {
-        neverRan();
-        finish();
-        return;
-    }
-    TaskPool::start([self = shared_from_this(), this]() mutable {
-        try {
-            cleanup();
-        } catch (const std::exception &failure) {
-            fail(QString::fromUtf8(failure.what()));
-        }
-        MainThread::post([last = std::move(self), this] { finish(); });
-    });
+    neverRan();
+    finish();
 }
 
 void KruvAsyncNSTask::finish()

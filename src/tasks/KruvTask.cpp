@@ -6,6 +6,7 @@
 #include "base/TaskPool.h"
 #include "platform/MainThread.h"
 #include "tasks/TaskCompletionSink.h"
+#include "tasks/ToolEnd.h"
 
 #include <QLoggingCategory>
 
@@ -40,41 +41,36 @@ void KruvTask::doStartTaskOnMainThread()
 
 void KruvTask::showRunningRow()
 {
-    markActive();
+    m_state.start();
     m_cancelButton.hidden = false;
     m_progressIndicator.hidden = false;
     m_startTime = QDateTime::currentDateTime();
     rowChanged();
 }
 
-void KruvTask::markActive()
-{
-    m_active = true;
-    m_done = false;
-}
-
-void KruvTask::markDone()
-{
-    m_active = false;
-    m_done = true;
-}
-
 void KruvTask::cancelTask()
 {
-    if (m_done) {
-        return;
+    switch (m_state.cancel()) {
+    case TaskState::Phase::Waiting:
+        return stopTask();
+    case TaskState::Phase::Running:
+        return stopRunning();
+    default:
+        return; // too late
     }
-    m_cancelled = true;
-    stopTask();
+}
+
+void KruvTask::stopRunning()
+{
+    stopTools();
 }
 
 void KruvTask::stopTask()
 {
-    markDone();
-    if (auto followUp = results()->noteTaskDone(*this); followUp && m_queue) {
-        MainThread::post([queue = m_queue, followUp] { queue->addTask(followUp); });
+    if (m_state.end()) {
+        results()->noteTaskDone(*this);
+        publish(&KruvTask::setGuiFields);
     }
-    publish(&KruvTask::setGuiFields);
 }
 
 QString KruvTask::description() const
@@ -84,16 +80,24 @@ QString KruvTask::description() const
 
 void KruvTask::fail(const QString &reason)
 {
-    appendResults(reason + u'\n');
-    if (!m_cancelled) {
-        m_error = true;
+    results()->appendLine(reason, *this);
+    setError(true);
+}
+
+void KruvTask::judge(const ToolEnd &end, const QString &launchPath)
+{
+    if (!cancelled() && !end.succeeded()) {
+        setError(true);
+        if (const QString complaint = end.complaint(launchPath); !complaint.isEmpty()) {
+            results()->appendLine(complaint.trimmed(), *this);
+        }
     }
 }
 
 void KruvTask::failToStart(const QString &reason)
 {
     MainThread::post([self = shared_from_this(), this, reason] {
-        if (!m_done) {
+        if (!isDone()) {
             fail(reason);
             neverStarted();
             KruvTask::stopTask();
@@ -109,18 +113,18 @@ void KruvTask::runInBackground(std::function<void()> work)
             work();
         } catch (const std::exception &failure) {
             self->fail(QString::fromUtf8(failure.what()));
-            self->endAfterException();
         }
+        self->endBackgroundWork();
         MainThread::post([last = std::move(self)] {}); // jobs end their lives where they began
     });
 }
 
-void KruvTask::endAfterException()
+void KruvTask::endBackgroundWork()
 {
     try {
         stopTask();
     } catch (const std::exception &failure) {
-        // What failed may be the subclass's own outcome work: without it, then, but never without an end.
+        // What failed is the subclass's own outcome work: without it, then, but never without an end.
         fail(QString::fromUtf8(failure.what()));
         KruvTask::stopTask();
         notifyQueue();
@@ -190,9 +194,9 @@ void KruvTask::startIndeterminateProgressBar()
 
 void KruvTask::setGuiFields()
 {
-    if (m_cancelled) {
+    if (cancelled()) {
         m_textField = {QStringLiteral("Canceled"), RowColor::Red};
-    } else if (m_error) {
+    } else if (error()) {
         qCInfo(taskLog, "%s Error", qUtf8Printable(description()));
         m_topTextField.text = QStringLiteral("Error");
         m_textField.color = RowColor::Red;

@@ -5,6 +5,7 @@
 
 #include "tasks/KruvTaskResults.h"
 #include "tasks/TaskRow.h"
+#include "tasks/TaskState.h"
 
 #include <QDateTime>
 #include <QString>
@@ -13,10 +14,12 @@
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <stop_token>
 
 namespace kruv {
 
 class TaskCompletionSink;
+struct ToolEnd;
 
 /// Base of every job: its status row, its outcome and the result set it writes into.
 ///
@@ -36,10 +39,11 @@ public:
     /// Makes the row look started. Subclasses then hand their work to the pool or start their tool. Main
     /// thread.
     virtual void startTask();
-    /// Marks the job cancelled and runs stopTask(); does nothing to a job that has ended. Main thread.
+    /// Cancels the job. One that waits has ended with that; one that runs ends when its work does, which
+    /// stopRunning() hurries. Does nothing to a job whose work is as good as done. Main thread.
     virtual void cancelTask();
-    /// The end-of-job step: flags, set bookkeeping, follow-up job, final row. Does not tell the queue: a
-    /// subclass extends it with its outcome work before and notifyQueue() after. Any thread.
+    /// The end-of-job step, once in a job's life: state, set bookkeeping, final row. Does not tell the queue:
+    /// a subclass extends it with its outcome work before and notifyQueue() after. Any thread.
     virtual void stopTask();
     /// Text that identifies the job in logs.
     virtual QString description() const;
@@ -52,12 +56,13 @@ public:
     void setTitle(const QString &title);
     QDateTime startTime() const { return m_startTime; }
 
-    bool isActive() const { return m_active; }
-    bool isDone() const { return m_done; }
-    bool error() const { return m_error; }
-    void setError(bool error) { m_error = error; }
-    bool cancelled() const { return m_cancelled; }
-    void setCancelled(bool cancelled) { m_cancelled = cancelled; }
+    bool isActive() const { return !isDone() && m_state.phase() != TaskState::Phase::Waiting; }
+    bool isDone() const { return m_state.phase() == TaskState::Phase::Ended; }
+    bool error() const { return m_state.failed(); }
+    /// Never fails a job that was cancelled.
+    void setError(bool error) { m_state.setFailed(error); }
+    bool cancelled() const { return m_state.cancelled(); }
+    const TaskState &state() const { return m_state; }
     bool deleteOriginal() const { return m_deleteOriginal; }
     void setDeleteOriginal(bool deleteOriginal) { m_deleteOriginal = deleteOriginal; }
 
@@ -98,27 +103,35 @@ protected:
     /// Takes the place of all outcome work for a job that could not be started. Main thread.
     virtual void neverStarted() {}
     void appendResults(const QString &text);
-    void markActive();
-    void markDone();
     void showRunningRow();
-    /// Submits `work` to the shared background pool; the job stays alive until it returns. An exception that
-    /// leaves `work` fails the job, says why in its results and ends it through stopTask().
+    /// Submits `work` to the shared background pool and calls stopTask() there when it is done; the job stays
+    /// alive until then. What `work` throws fails the job and is said in its results.
     void runInBackground(std::function<void()> work);
-    /// Appends `reason` and marks the job failed, unless it was cancelled.
+    /// Begins the part of the work that is not given up any more, such as giving a file its name. False where
+    /// it must not begin, because the job was cancelled or has failed. Any thread.
+    bool startFinishing() { return m_state.startFinishing(); }
+    /// Main thread. Tells the work of a running job that it is not wanted any more: here by stopToken().
+    virtual void stopRunning();
+    /// Ends the tools that run with it.
+    std::stop_token stopToken() const { return m_stop.get_token(); }
+    void stopTools() { m_stop.request_stop(); }
+    /// Says why, on a line of its own, and marks the job failed, unless it was cancelled.
     void fail(const QString &reason);
+    /// Books how a tool of the job ended: all but status 0 fails the job, with words where the tool had none.
+    /// The tool of a cancelled job may end as it likes.
+    void judge(const ToolEnd &end, const QString &launchPath);
+    void noteDoneAllTheSame() { m_state.setDoneAllTheSame(); }
     /// Tells the queue on the main thread, waiting for it.
     void notifyQueue();
     void rowChanged();
 
 private:
     void doStartTaskOnMainThread();
-    void endAfterException();
+    void endBackgroundWork();
 
     TaskCompletionSink *const m_queue;
-    std::atomic<bool> m_active = false;
-    std::atomic<bool> m_done = false;
-    std::atomic<bool> m_cancelled = false;
-    std::atomic<bool> m_error = false;
+    TaskState m_state;
+    std::stop_source m_stop;
     std::atomic<bool> m_deleteOriginal = false;
 
     mutable std::mutex m_fieldsLock;

@@ -36,6 +36,8 @@ KruvTaskQueue::~KruvTaskQueue() = default;
 void KruvTaskQueue::setMaxThreads(int maxThreads)
 {
     m_maxThreads = std::max(1, maxThreads);
+    const std::lock_guard lock(m_lock);
+    fillFreePlaces();
 }
 
 void KruvTaskQueue::addTask(std::shared_ptr<KruvTask> task)
@@ -46,16 +48,14 @@ void KruvTaskQueue::addTask(std::shared_ptr<KruvTask> task)
     m_userInterface.showStatusPanel();
     const std::lock_guard lock(m_lock);
     const Ticket ticket = m_nextTicket++;
-    Entry &entry = m_taskArray.emplace(ticket, Entry{task}).first->second;
+    m_taskArray.emplace(ticket, Entry{task});
     m_ticketOfTask.emplace(task.get(), ticket);
     setTaskNumberInDock();
     m_panelArray.append(task);
     if (!m_noSleep) {
         preventSleep();
     }
-    if (m_activeTask < m_maxThreads) {
-        startAndCount(entry);
-    }
+    fillFreePlaces();
 }
 
 void KruvTaskQueue::addTasks(std::span<const std::shared_ptr<KruvTask>> tasks)
@@ -78,7 +78,6 @@ void KruvTaskQueue::startTask(const std::shared_ptr<KruvTask> &task)
 void KruvTaskQueue::startAndCount(Entry &entry)
 {
     entry.started = true;
-    ++m_startedJobs;
     ++m_activeTask;
     startTask(entry.task);
     m_lowestActivePosition = std::max(m_lowestActivePosition, m_panelArray.rowOf(*entry.task));
@@ -91,7 +90,7 @@ bool KruvTaskQueue::takeFromQueue(const KruvTask &task)
         return false;
     }
     if (m_taskArray.extract(found->second).mapped().started) {
-        --m_startedJobs;
+        --m_activeTask;
     }
     m_ticketOfTask.erase(found);
     return true;
@@ -100,27 +99,24 @@ bool KruvTaskQueue::takeFromQueue(const KruvTask &task)
 void KruvTaskQueue::taskCompleted(KruvTask &task)
 try {
     const std::shared_ptr<KruvTask> keptAlive = task.shared_from_this();
-    bool ended = false;
     {
         const std::lock_guard lock(m_lock);
-        if (task.isDone()) {
-            --m_activeTask;
+        if (!takeFromQueue(task)) {
+            return; // it said so before
         }
-        ended = takeFromQueue(task);
         setTaskNumberInDock();
     }
     // Told before the next one starts, so that whoever listens never sees more jobs than the limit.
-    if (ended) {
-        Q_EMIT taskEnded(task);
-    }
+    Q_EMIT taskEnded(task);
     {
         const std::lock_guard lock(m_lock);
-        if (!m_cancellingAll) {
-            fillFreePlaces();
-        }
+        fillFreePlaces();
         m_userInterface.scrollStatusPanelTo(m_lowestActivePosition);
     }
-    if (m_activeTask < 1 && m_startedJobs == 0 && !m_cancellingAll) {
+    if (auto followUp = task.results()->takeTaskAfterSetDone(); followUp && !followUp->isDone()) {
+        addTask(std::move(followUp));
+    }
+    if (m_activeTask == 0 && !m_cancellingAll) {
         endBusyPeriod();
     }
     showResultsOf(task);
@@ -130,6 +126,9 @@ try {
 
 void KruvTaskQueue::fillFreePlaces()
 {
+    if (m_cancellingAll) {
+        return;
+    }
     // A start never completes a job at once, so the map doesn't change below this walk.
     auto entry = m_taskArray.lower_bound(m_firstWaiting);
     for (; entry != m_taskArray.end() && m_activeTask < m_maxThreads; ++entry) {
@@ -151,7 +150,6 @@ void KruvTaskQueue::endBusyPeriod()
             m_userInterface.requestAttention();
         }
     }
-    m_activeTask = 0;
     m_lowestActivePosition = 0;
     allowSleep();
     Q_EMIT becameIdle();
@@ -196,15 +194,13 @@ void KruvTaskQueue::cancelAllTasks()
     for (const auto &entry : m_taskArray) {
         tasks.push_back(entry.second.task);
     }
-    // Each cancelled waiting job lowers the count of running ones; without the guard the walk would start
-    // half of the jobs that it is about to cancel.
     m_cancellingAll = true;
     for (const std::shared_ptr<KruvTask> &task : std::views::reverse(tasks)) {
         task->cancelTask();
     }
     m_cancellingAll = false;
-    m_activeTask = m_startedJobs;
-    if (m_activeTask < 1 && !tasks.empty()) {
+    fillFreePlaces(); // with the follow-up jobs of the sets that have ended
+    if (m_activeTask == 0 && !tasks.empty()) {
         endBusyPeriod();
     }
 }

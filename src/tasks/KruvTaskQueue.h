@@ -24,11 +24,8 @@ class Preferences;
 class UserInterface;
 
 /// The one job queue: starts at most `maxThreads` jobs at a time in the order they were submitted, keeps the
-/// status table, and opens the results of finished sets. Everything but taskCount() is for the main thread.
-///
-/// The count of running jobs is lowered by every job that reports its end, also by one that was cancelled
-/// while it waited and by the second report of a cancelled in-process job. So until the queue is next idle
-/// one job more than the limit may run for each of these.
+/// status table, and opens the results of finished sets. A set's follow-up job belongs to the same busy
+/// period. Everything but taskCount() is for the main thread.
 class KruvTaskQueue : public QObject, public TaskCompletionSink
 {
     Q_OBJECT
@@ -45,16 +42,19 @@ public:
 
     /// Jobs submitted and not yet completed. Any thread.
     int taskCount() const;
+    /// Jobs that run.
     int activeTask() const { return m_activeTask; }
     StatusTableModel &panelArray() { return m_panelArray; }
 
-    /// Cancels every job, last to first. Nothing new is started on the way.
+    /// Cancels every job, last to first. Nothing new is started on the way. The second time ends the tools of
+    /// runner jobs, which the first time lets finish.
     void cancelAllTasks();
     /// The same for good, before the program ends: follow-up jobs that come after it are refused too.
     void killAllTasks();
     /// Drops the failed rows from the status table.
     void removeAllErrors();
-    /// Counts from the next start; less than one job at once would be none for ever and becomes one.
+    /// Starts as many more as it allows; running jobs are not touched. Less than one job at once would be
+    /// none for ever and becomes one.
     void setMaxThreads(int maxThreads);
     int maxThreads() const override { return m_maxThreads; }
 
@@ -96,8 +96,7 @@ private:
     Ticket m_firstWaiting = 0; // nothing before it waits
     StatusTableModel m_panelArray;
 
-    int m_activeTask = 0;  // what the limit is held against; see the class comment
-    int m_startedJobs = 0; // entries of m_taskArray that were started
+    int m_activeTask = 0; // entries of m_taskArray that were started
     std::atomic<int> m_maxThreads = 1;
     int m_lowestActivePosition = 0;
     bool m_cancellingAll = false;

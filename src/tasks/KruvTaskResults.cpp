@@ -3,9 +3,8 @@
 
 #include "tasks/KruvTaskResults.h"
 
-#include "tasks/KruvTask.h"
-
 #include <algorithm>
+#include <utility>
 
 namespace kruv {
 
@@ -71,6 +70,18 @@ void KruvTaskResults::appendResults(const QString &text, const KruvTask &task)
     }
 }
 
+void KruvTaskResults::appendLine(const QString &line, const KruvTask &task)
+{
+    const std::lock_guard lock(m_resultsLock);
+    if (Entry *entry = entryFor(task)) {
+        const QString text =
+            (entry->text.isEmpty() || entry->text.endsWith(u'\n') ? QString() : QStringLiteral("\n")) + line +
+            u'\n';
+        entry->text += text;
+        m_setLength += text.size();
+    }
+}
+
 void KruvTaskResults::setResults(const QString &text)
 {
     const std::lock_guard lock(m_resultsLock);
@@ -125,19 +136,13 @@ void KruvTaskResults::setHasResults(bool hasResults)
     m_hasResults = hasResults;
 }
 
-std::shared_ptr<KruvTask> KruvTaskResults::taskAfterSetDone() const
-{
-    const std::lock_guard lock(m_resultsLock);
-    return m_taskAfterSetDone;
-}
-
 void KruvTaskResults::setTaskAfterSetDone(std::shared_ptr<KruvTask> task)
 {
     const std::lock_guard lock(m_resultsLock);
     m_taskAfterSetDone = std::move(task);
 }
 
-std::shared_ptr<KruvTask> KruvTaskResults::noteTaskDone(const KruvTask &task)
+void KruvTaskResults::noteTaskDone(const KruvTask &task)
 {
     const std::lock_guard lock(m_resultsLock);
     Entry *entry = entryFor(task);
@@ -145,16 +150,13 @@ std::shared_ptr<KruvTask> KruvTaskResults::noteTaskDone(const KruvTask &task)
         entry->done = true;
         --m_unfinished;
     }
-    if (m_unfinished > 0) {
-        return nullptr;
-    }
-    m_taskSetDone = true;
-    if (!m_taskAfterSetDone || m_followUpHandedOut || m_taskAfterSetDone->isActive() ||
-        m_taskAfterSetDone->isDone()) {
-        return nullptr;
-    }
-    m_followUpHandedOut = true;
-    return m_taskAfterSetDone;
+    m_taskSetDone = m_unfinished == 0;
+}
+
+std::shared_ptr<KruvTask> KruvTaskResults::takeTaskAfterSetDone()
+{
+    const std::lock_guard lock(m_resultsLock);
+    return m_taskSetDone ? std::exchange(m_taskAfterSetDone, nullptr) : nullptr;
 }
 
 } // namespace kruv

@@ -32,6 +32,8 @@ public:
     /// Appends to the text of the set's first job.
     void appendResults(const QString &text);
     void appendResults(const QString &text, const KruvTask &task);
+    /// Puts `line`, with its break, on a line of its own, whatever the text ends with and however long it is.
+    void appendLine(const QString &line, const KruvTask &task);
     /// Replaces the first job's (or the given job's) text and marks the set as worth showing.
     void setResults(const QString &text);
     void setResults(const QString &text, const KruvTask &task);
@@ -43,12 +45,13 @@ public:
     bool taskSetDone() const;
     bool hasResults() const;
     void setHasResults(bool hasResults);
-    std::shared_ptr<KruvTask> taskAfterSetDone() const;
+    /// One more job, for when every job of the set has ended.
     void setTaskAfterSetDone(std::shared_ptr<KruvTask> task);
 
-    /// Books the end of one job. When it was the last of the set, the set is done and the follow-up job is
-    /// handed out, once.
-    std::shared_ptr<KruvTask> noteTaskDone(const KruvTask &task);
+    /// Books the end of one job. The set is done when it was the last.
+    void noteTaskDone(const KruvTask &task);
+    /// Hands out the follow-up job of a set that is done, once.
+    std::shared_ptr<KruvTask> takeTaskAfterSetDone();
 
 private:
     struct Entry
@@ -70,7 +73,6 @@ private:
     bool m_taskSetDone = false;
     bool m_hasResults = true;
     std::shared_ptr<KruvTask> m_taskAfterSetDone;
-    bool m_followUpHandedOut = false;
 };
 
 } // namespace kruv

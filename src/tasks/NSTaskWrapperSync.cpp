@@ -3,16 +3,17 @@
 
 #include "tasks/NSTaskWrapperSync.h"
 
-#include "tasks/ToolCatalog.h"
-#include "tasks/ToolEnvironment.h"
+#include "tasks/ToolRun.h"
 
-#include <QProcess>
+#include <utility>
 
 namespace kruv {
 
-NSTaskWrapperSync::NSTaskWrapperSync(const QString &launchPath, const QStringList &arguments)
+NSTaskWrapperSync::NSTaskWrapperSync(const QString &launchPath, const QStringList &arguments,
+                                     std::stop_token stop)
     : m_launchPath(launchPath)
     , m_arguments(arguments)
+    , m_stop(std::move(stop))
     , m_environment(ToolEnvironment::base())
 {
 }
@@ -24,19 +25,10 @@ void NSTaskWrapperSync::appendToPATH(const QString &folder)
 
 void NSTaskWrapperSync::runTask()
 {
-    QProcess process;
-    process.setProcessEnvironment(ToolEnvironment::unbuffered(m_environment));
-    if (!m_currentDirectoryPath.isEmpty()) {
-        process.setWorkingDirectory(m_currentDirectoryPath);
-    }
-    ToolEnvironment::prepare(process);
-    process.start(m_launchPath, m_arguments, QIODevice::ReadOnly);
-    if (!process.waitForStarted(-1)) {
-        m_totalOutput = ToolCatalog::launchFailureMessage(m_launchPath, process.errorString());
-        return;
-    }
-    process.waitForFinished(-1);
-    m_totalOutput = QString::fromUtf8(process.readAll());
+    QString output;
+    const ToolEnd end = ToolRun({m_launchPath, m_arguments, m_currentDirectoryPath, m_environment}, m_stop)
+                            .run([&output](const QString &piece) { output += piece; });
+    m_totalOutput = end.kind == ToolEnd::Kind::NotLaunched ? end.problem : output;
 }
 
 } // namespace kruv

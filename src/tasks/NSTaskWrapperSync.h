@@ -7,6 +7,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <stop_token>
+
 namespace kruv {
 
 /// Runs a tool to its end on the calling thread and keeps what it printed. The exit status is not looked at;
@@ -14,7 +16,8 @@ namespace kruv {
 class NSTaskWrapperSync
 {
 public:
-    NSTaskWrapperSync(const QString &launchPath, const QStringList &arguments);
+    /// `stop` ends the tool.
+    NSTaskWrapperSync(const QString &launchPath, const QStringList &arguments, std::stop_token stop = {});
 
     void appendToPATH(const QString &folder);
     void setDirectory(const QString &folder) { m_currentDirectoryPath = folder; }
@@ -32,6 +35,7 @@ public:
 private:
     QString m_launchPath;
     QStringList m_arguments;
+    std::stop_token m_stop;
     QString m_currentDirectoryPath;
     QProcessEnvironment m_environment;
     QString m_totalOutput;

@@ -40,8 +40,7 @@ void deleteAfterCommit(KruvTask &task, const QString &source, const StagedOutput
 void keep(KruvTask &task, const QString &source, const QString &reason)
 {
     task.setError(true);
-    task.results()->appendResults(QStringLiteral("The original %1 was kept: %2.\n").arg(source, reason),
-                                  task);
+    task.results()->appendLine(QStringLiteral("The original %1 was kept: %2.").arg(source, reason), task);
 }
 
 } // namespace kruv::OriginalFile

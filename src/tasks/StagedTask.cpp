@@ -5,60 +5,13 @@
 
 #include "base/PathNames.h"
 #include "platform/MainThread.h"
-#include "tasks/DirectTool.h"
 #include "tasks/OriginalFile.h"
 #include "tasks/OutputWatch.h"
-#include "tasks/ToolCatalog.h"
-#include "tasks/ToolEnvironment.h"
+#include "tasks/ToolRun.h"
 
-#include <QDeadlineTimer>
 #include <QFileInfo>
-#include <QProcess>
-#include <QStringDecoder>
-
-#include <exception>
-#include <stdexcept>
-#include <unistd.h>
 
 namespace kruv {
-
-namespace {
-
-/// Ends a tool that is no longer wanted: by asking, so that it can remove what it was writing, and by force
-/// where it doesn't listen.
-class ToolEnd
-{
-public:
-    void ask(QProcess &process)
-    {
-        if (!m_asked) {
-            m_asked = true;
-            m_patience.setRemainingTime(patienceMilliseconds);
-            process.terminate();
-        } else if (m_patience.hasExpired()) {
-            process.kill();
-        }
-    }
-
-private:
-    static constexpr int patienceMilliseconds = 2000;
-    bool m_asked = false;
-    QDeadlineTimer m_patience;
-};
-
-/// Takes the tool out of the terminal's hands. It has nobody to ask: a question is a failure here. And some
-/// tools end at Ctrl-C even where it was ignored for them, which would pass for a failure.
-void detachFromTerminal(QProcess &process)
-{
-    process.setInputChannelMode(QProcess::ManagedInputChannel);
-    process.setStandardInputFile(QProcess::nullDevice());
-    process.setChildProcessModifier([inherited = process.childProcessModifier()] {
-        inherited();
-        setpgid(0, 0);
-    });
-}
-
-} // namespace
 
 StagedTask::StagedTask(TaskCompletionSink *queue, const QString &fileName)
     : KruvTask(queue)
@@ -78,28 +31,11 @@ void StagedTask::appendToPATH(const QString &folder)
 void StagedTask::startTask()
 {
     KruvTask::startTask();
-    runInBackground([this] { doSteps(); });
-}
-
-void StagedTask::doSteps()
-{
-    try {
+    runInBackground([this] {
         if (mayGoOn()) {
             doStartTask();
         }
-    } catch (const std::exception &failure) {
-        fail(QString::fromUtf8(failure.what()));
-    }
-    stopTask();
-}
-
-void StagedTask::cancelTask()
-{
-    if (isActive()) {
-        setCancelled(true); // the steps see it, and the job ends with them
-    } else {
-        KruvTask::cancelTask();
-    }
+    });
 }
 
 void StagedTask::stopTask()
@@ -120,42 +56,19 @@ bool StagedTask::runTool(const QString &launchPath, const QStringList &arguments
         return false;
     }
     restartProgress();
-    ToolCatalog::requireLaunchable(launchPath);
-    QProcess process;
-    process.setProcessEnvironment(ToolEnvironment::unbuffered(m_environment));
-    if (!folder.isEmpty()) {
-        process.setWorkingDirectory(folder);
-    }
-    ToolEnvironment::prepare(process);
-    detachFromTerminal(process);
-    process.start(directProgram(launchPath, arguments), arguments, QIODevice::ReadOnly);
-    if (!process.waitForStarted(-1)) {
-        throw std::runtime_error(
-            ToolCatalog::launchFailureMessage(launchPath, process.errorString()).toStdString());
-    }
-    QStringDecoder decoder(QStringDecoder::Utf8);
-    ToolEnd toolEnd;
-    bool printedText = false;
-    constexpr int betweenLooks = 50; // milliseconds
-    while (process.state() != QProcess::NotRunning || process.bytesAvailable() > 0) {
-        if (process.bytesAvailable() == 0) {
-            process.waitForReadyRead(betweenLooks);
-        }
-        // Read to the end also when nobody wants it: a tool that can't print never ends.
-        const QString piece = decoder(process.readAll());
-        if (!mayGoOn()) {
-            toolEnd.ask(process);
-        } else if (!piece.isEmpty()) {
-            printedText = true;
+    std::stop_source unwanted; // by the job, or by `read`, which may find that it failed
+    const std::stop_callback onStop(stopToken(), [&unwanted] { unwanted.request_stop(); });
+    ToolRun tool({launchPath, arguments, folder, m_environment}, unwanted.get_token());
+    const ToolEnd end = tool.run([&](const QString &piece) {
+        if (mayGoOn()) {
             read(piece);
         }
-    }
-    const int exitStatus = process.exitCode();
-    if (mayGoOn() && exitStatus != 0) {
-        setError(true);
-        appendResults(ToolCatalog::silentFailureMessage(
-            launchPath, exitStatus, process.exitStatus() == QProcess::CrashExit, printedText));
-    }
+        if (!mayGoOn()) {
+            unwanted.request_stop();
+        }
+    });
+    end.requireLaunched();
+    judge(end, launchPath);
     return mayGoOn();
 }
 
@@ -187,7 +100,8 @@ bool StagedTask::outputIsFree()
 
 void StagedTask::deleteSource(const OutputWatch &output)
 {
-    if (m_fileName != outputPath() && !OutputWatch::isSameFile(m_fileName, outputPath())) {
+    if (startFinishing() && m_fileName != outputPath() &&
+        !OutputWatch::isSameFile(m_fileName, outputPath())) {
         OriginalFile::deleteAfterSuccess(*this, m_fileName, output);
     }
 }

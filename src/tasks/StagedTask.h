@@ -24,7 +24,6 @@ public:
     StagedTask(TaskCompletionSink *queue, const QString &fileName);
 
     void startTask() override;
-    void cancelTask() override;
     /// Ends the job: without a failure its results have nothing to show. Tells the queue. Any thread.
     void stopTask() override;
 
@@ -40,10 +39,10 @@ protected:
     /// Takes one piece of a tool's output, both streams together, as one read returned it.
     using OutputReader = std::function<void(const QString &piece)>;
 
-    /// Runs a tool to its end, with `folder` as its working directory where it is not empty. A tool that ends
-    /// with a status other than 0 fails the job, unless it was cancelled. A tool of a job that was cancelled,
-    /// or that `read` marked as failed, is ended at once. Returns whether the job may go on with its next
-    /// step. Throws std::runtime_error when the tool can't be launched.
+    /// Runs a tool to its end, with `folder` as its working directory where it is not empty, and judges that
+    /// end. A tool of a job that was cancelled, or that `read` marked as failed, is ended at once. Returns
+    /// whether the job may go on with its next step. Throws std::runtime_error when the tool can't be
+    /// launched.
     bool runTool(const QString &launchPath, const QStringList &arguments, const OutputReader &read,
                  const QString &folder = {});
 
@@ -63,8 +62,6 @@ protected:
     void deleteSource(const OutputWatch &output);
 
 private:
-    void doSteps();
-
     const QString m_fileName;
     QProcessEnvironment m_environment;
     double m_lastPercentageDisplayed = 0.0;

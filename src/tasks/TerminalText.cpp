@@ -5,6 +5,8 @@
 
 #include "tasks/KruvTaskResults.h"
 
+#include <algorithm>
+
 namespace kruv {
 
 namespace {
@@ -21,20 +23,37 @@ QStringView withoutTrailingBlanks(QStringView line)
 
 void TerminalText::append(QStringView piece)
 {
-    for (const QChar character : piece) {
-        if (character == u'\n') {
-            endLine();
-        } else if (character == u'\r') {
-            m_cursor = 0;
-        } else if (character == u'\b') {
-            m_cursor = qMax<qsizetype>(m_cursor - 1, 0);
-        } else if (m_cursor < m_line.size()) {
-            m_line[m_cursor++] = character;
-        } else if (m_line.size() < KruvTaskResults::maxTextLength) {
-            m_line += character;
-            ++m_cursor;
+    while (!piece.isEmpty()) {
+        const auto *const control = std::ranges::find_if(piece, [](QChar character) {
+            return character == u'\n' || character == u'\r' || character == u'\b';
+        });
+        write(piece.first(control - piece.begin()));
+        if (control == piece.end()) {
+            return;
         }
+        if (*control == u'\n') {
+            endLine();
+        } else {
+            m_cursor = *control == u'\r' ? 0 : std::max<qsizetype>(m_cursor - 1, 0);
+        }
+        piece = piece.sliced(control - piece.begin() + 1);
     }
+}
+
+void TerminalText::write(QStringView run)
+{
+    const qsizetype drawnOver = std::min(run.size(), m_line.size() - m_cursor);
+    std::ranges::copy(run.first(drawnOver), m_line.begin() + m_cursor);
+    const qsizetype room = KruvTaskResults::maxTextLength - m_line.size();
+    const qsizetype added = std::clamp<qsizetype>(run.size() - drawnOver, 0, std::max<qsizetype>(room, 0));
+    m_line += run.sliced(drawnOver, added);
+    m_cursor += drawnOver + added;
+}
+
+QString TerminalText::currentLine() const
+{
+    constexpr qsizetype longestLine = 16 * 1024; // a few paths
+    return m_line.size() > longestLine ? QString() : m_line;
 }
 
 void TerminalText::endLine()

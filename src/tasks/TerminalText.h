@@ -18,12 +18,14 @@ public:
 
     /// Lines that a line break has ended, each with its break, without blanks at their ends.
     const QString &finishedLines() const { return m_finished; }
-    /// The line that is being written.
-    const QString &currentLine() const { return m_line; }
+    /// The line that is being written. Empty where it grows beyond what a line is, so that looking at it
+    /// after each piece costs little whatever a tool prints.
+    QString currentLine() const;
     /// Both together.
     QString text() const;
 
 private:
+    void write(QStringView run);
     void endLine();
 
     QString m_finished;

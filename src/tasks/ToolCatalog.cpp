@@ -4,15 +4,14 @@
 #include "tasks/ToolCatalog.h"
 
 #include "platform/Resources.h"
-#include "tasks/ToolEnvironment.h"
+#include "tasks/ToolRun.h"
 
 #include <QFile>
 #include <QFileInfo>
-#include <QProcess>
 #include <QRegularExpression>
 
 #include <algorithm>
-#include <cstring>
+#include <chrono>
 #include <stdexcept>
 #include <unistd.h>
 
@@ -72,20 +71,6 @@ QString launchFailureMessage(const QString &launchPath, const QString &problem)
         .arg(QFileInfo(launchPath).fileName(), launchPath, problem);
 }
 
-QString silentFailureMessage(const QString &launchPath, int exitStatus, bool crashed, bool printedText)
-{
-    const QString tool = QFileInfo(launchPath).fileName();
-    if (crashed) {
-        return QStringLiteral("%1 was ended by signal %2 (%3).\n")
-            .arg(tool)
-            .arg(exitStatus)
-            .arg(QString::fromLocal8Bit(strsignal(exitStatus)));
-    }
-    return printedText
-               ? QString()
-               : QStringLiteral("%1 ended with status %2 and said nothing.\n").arg(tool).arg(exitStatus);
-}
-
 bool isLaunchable(const QString &launchPath)
 {
     return QFileInfo(launchPath).isFile() && access(QFile::encodeName(launchPath).constData(), X_OK) == 0;
@@ -105,24 +90,18 @@ FoundTool find(const ToolInfo &info)
     if (!isLaunchable(path)) {
         return found;
     }
-    found.path = path;
-    QProcess process;
-    process.setProcessEnvironment(ToolEnvironment::base());
-    ToolEnvironment::prepare(process);
-    process.start(path, info.versionArgument ? QStringList{QString::fromLatin1(info.versionArgument)}
-                                             : QStringList{});
-    constexpr int limitMilliseconds = 5000;
-    if (!process.waitForFinished(limitMilliseconds)) {
-        process.kill();
-        process.waitForFinished(limitMilliseconds);
-        return found;
-    }
+    ToolCall question{path, info.versionArgument ? QStringList{QString::fromLatin1(info.versionArgument)}
+                                                 : QStringList{}};
+    question.timeLimit = std::chrono::seconds(5);
+    QString output;
+    const ToolEnd end = ToolRun(question).run([&output](const QString &piece) { output += piece; });
     constexpr int adapterWithoutItsTool = 127;
-    if (process.exitStatus() == QProcess::NormalExit && process.exitCode() == adapterWithoutItsTool) {
-        found.path.clear();
+    if (end.kind == ToolEnd::Kind::NotLaunched ||
+        (end.kind == ToolEnd::Kind::Exited && end.number == adapterWithoutItsTool)) {
         return found;
     }
-    found.version = versionIn(QString::fromUtf8(process.readAll()));
+    found.path = path;
+    found.version = end.kind == ToolEnd::Kind::Exited ? versionIn(output) : QString();
     return found;
 }
 

@@ -43,17 +43,14 @@ QString missingToolMessage(const QString &launchPath);
 /// The same for a tool that is there, but that the system would not start for the reason `problem`.
 QString launchFailureMessage(const QString &launchPath, const QString &problem);
 
-/// What to add to the output of a tool that ended with a status other than 0, where it said nothing itself:
-/// empty, or a line with its break. `crashed`: a signal ended it, and `exitStatus` is the signal's number.
-QString silentFailureMessage(const QString &launchPath, int exitStatus, bool crashed, bool printedText);
-
 /// Whether there is an executable file at that path.
 bool isLaunchable(const QString &launchPath);
 
 /// Throws std::runtime_error with missingToolMessage() unless `launchPath` is an executable file.
 void requireLaunchable(const QString &launchPath);
 
-/// Looks a tool up and asks it for its version. Blocks for as long as the tool takes, at most five seconds.
+/// Looks a tool up and asks it for its version. Blocks for as long as the tool takes; one that takes more
+/// than five seconds is ended.
 FoundTool find(const ToolInfo &info);
 
 } // namespace ToolCatalog

@@ -5,11 +5,8 @@
 
 #include "platform/Resources.h"
 
-#include <QProcess>
-
-#include <csignal>
 #include <mutex>
-#include <sys/prctl.h>
+#include <string_view>
 #include <unistd.h>
 
 namespace kruv::ToolEnvironment {
@@ -47,11 +44,6 @@ QProcessEnvironment make(const QString &resources)
     return environment;
 }
 
-bool personAtTerminal()
-{
-    return isatty(STDIN_FILENO) == 1 && tcgetpgrp(STDIN_FILENO) == getpgrp();
-}
-
 } // namespace
 
 QProcessEnvironment base()
@@ -84,18 +76,24 @@ QProcessEnvironment unbuffered(QProcessEnvironment environment)
     return environment;
 }
 
-void prepare(QProcess &process)
+std::vector<std::string> entries(const QProcessEnvironment &environment)
 {
-    process.setProcessChannelMode(QProcess::MergedChannels);
-    if (personAtTerminal()) {
-        process.setInputChannelMode(QProcess::ForwardedInputChannel);
-    } else {
-        process.setStandardInputFile(QProcess::nullDevice());
+    const QProcessEnvironment inherited = QProcessEnvironment::systemEnvironment();
+    std::vector<std::string> all;
+    for (char **each = environ; *each != nullptr; ++each) {
+        const std::string_view entry = *each;
+        const QString name = QString::fromLocal8Bit(entry.substr(0, entry.find('=')));
+        if (environment.contains(name) && environment.value(name) == inherited.value(name)) {
+            all.emplace_back(entry);
+        }
     }
-    process.setChildProcessModifier([] {
-        std::signal(SIGINT, SIG_IGN);
-        prctl(PR_SET_PDEATHSIG, SIGTERM);
-    });
+    for (const QString &name : environment.keys()) {
+        const QString value = environment.value(name);
+        if (!inherited.contains(name) || inherited.value(name) != value) {
+            all.push_back((name + u'=' + value).toLocal8Bit().toStdString());
+        }
+    }
+    return all;
 }
 
 } // namespace kruv::ToolEnvironment

@@ -6,9 +6,10 @@
 #include <QProcessEnvironment>
 #include <QString>
 
-class QProcess;
+#include <string>
+#include <vector>
 
-/// How every external tool is run: its environment and its standard streams.
+/// The environment that every external tool is run in.
 namespace kruv::ToolEnvironment {
 
 /// The inherited environment with PATH = inherited PATH, ":", the resources folder, and a UTF-8 character
@@ -21,9 +22,7 @@ void appendToPath(QProcessEnvironment &environment, const QString &folder);
 /// `environment` with NSUnbufferedIO = YES, which asks tools that know it not to hold back their output.
 QProcessEnvironment unbuffered(QProcessEnvironment environment);
 
-/// Joins standard output and error, decides what standard input is (inherited where a person sits at a
-/// terminal, else /dev/null, so that no tool waits for an answer nobody can give), keeps Ctrl-C for the
-/// program itself, and lets the tool end when the program dies.
-void prepare(QProcess &process);
+/// As the "NAME=value" that the system takes. What was inherited keeps its bytes, text or not.
+std::vector<std::string> entries(const QProcessEnvironment &environment);
 
 } // namespace kruv::ToolEnvironment

@@ -100,6 +100,9 @@ CDExtractTask::~CDExtractTask() = default;
 
 void CDExtractTask::make(StagedOutputs &outputs)
 {
+    if (m_disc) {
+        m_disc->takeOff();
+    }
     for (const Track &track : tracks(m_request)) {
         outputs.add(track.path, track.toolName);
     }

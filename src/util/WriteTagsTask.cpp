@@ -61,7 +61,6 @@ void WriteTagsTask::startTask()
         doStartTask();
         *m_written = true;
         m_written->notify_all();
-        stopTask();
     });
 }
 
@@ -70,7 +69,7 @@ void WriteTagsTask::doStartTask()
     if (m_before) {
         m_before->wait(false);
     }
-    if (cancelled() || !TagFormats::isWritten(m_type)) {
+    if (!startFinishing() || !TagFormats::isWritten(m_type)) {
         return;
     }
     setTopTextFieldString(QStringLiteral("Writing %1 tags").arg(m_type));
@@ -107,9 +106,6 @@ void WriteTagsTask::stopTask()
     MainThread::run([this] {
         if (*m_written && lastWriters().value(m_fileName) == m_written) {
             lastWriters().remove(m_fileName);
-        }
-        if (isDone() && results()->taskSetDone()) {
-            results()->setHasResults(false);
         }
         KruvTask::stopTask();
         notifyQueue();

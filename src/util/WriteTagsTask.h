@@ -24,8 +24,6 @@ public:
     void setWithoutPadding(bool withoutPadding) { m_withoutPadding = withoutPadding; }
 
     void startTask() override;
-    /// Ends the job and tells the queue, also when it is called a second time because the work of a cancelled
-    /// job has come to its end.
     void stopTask() override;
     QString inputPath() const override { return m_fileName; }
 

@@ -185,7 +185,7 @@ TEST_F(AudioService, ACancelledConversionKeepsItsPart)
 {
     writeWav(file(u"s.wav"_s));
     const auto task = std::make_shared<KruvTask>(nullptr);
-    task->setCancelled(true);
+    task->cancelTask();
     EncodeCoreAudioSync conversion(*task, file(u"s.wav"_s), file(u"o.wav"_s), FormatType::LinearPcm,
                                    FileType::Wave);
     EXPECT_FALSE(conversion.doEncodeCall());

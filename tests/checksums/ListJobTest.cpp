@@ -5,6 +5,7 @@
 #include "checksums/CreateMD5Task.h"
 #include "checksums/VerifyMD5Task.h"
 #include "support/Engine.h"
+#include "support/EnvironmentVariable.h"
 #include "support/QtPrinters.h"
 #include "support/Wait.h"
 
@@ -12,6 +13,7 @@
 #include <QFile>
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 using namespace Qt::Literals::StringLiterals;
 using namespace kruv;
@@ -125,6 +127,33 @@ TEST_F(ListJobTest, CancellingAnswersAtOnceWithinHugeFiles)
     EXPECT_EQ(engine.userInterface.resultsWindows[0].text, u"Verify MD5: l.md5\nCanceled\n\n"_s);
 }
 
+TEST_F(ListJobTest, FingerprintListsWaitForNothingAndCanBeCancelled)
+{
+    const QString pipe = engine.folder.file(u"pipe.flac"_s);
+    ASSERT_EQ(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    const QString list = engine.folder.file(u"l.ffp"_s);
+    const auto overPipe = make<CreateFFPTask>(QStringList{pipe}, list);
+    run(overPipe);
+    EXPECT_TRUE(overPipe->error());
+    EXPECT_TRUE(overPipe->results()->results().contains(u"pipe.flac is not in the list: "_s));
+    QFile::remove(list);
+
+    const EnvironmentVariable resources("KRUV_RESOURCES", engine.folder.path().toUtf8());
+    const QString started = engine.folder.file(u"started"_s);
+    const QString tool = engine.folder.write(u"metaflac"_s, "#!/bin/sh\necho $$ > '" + started.toUtf8() +
+                                                                "'\nexec sleep 60\n");
+    QFile::setPermissions(tool, QFile::ReadOwner | QFile::ExeOwner);
+    const QString file = engine.folder.write(u"x.flac"_s, "");
+    const auto hanging = make<CreateFFPTask>(QStringList{file, file}, list);
+    engine.queue.addTask(hanging);
+    ASSERT_TRUE(waitUntil([&] { return QFile::exists(started) && !readFile(started).isEmpty(); }));
+    hanging->cancelTask();
+    ASSERT_TRUE(engine.runToEnd());
+    EXPECT_TRUE(hanging->cancelled());
+    EXPECT_FALSE(QFile::exists(list));
+    EXPECT_FALSE(processRuns(readFile(started).trimmed()));
+}
+
 TEST_F(ListJobTest, CancelledWaitingJobsLeaveTheQueue)
 {
     engine.queue.setMaxThreads(1);
@@ -135,8 +164,8 @@ TEST_F(ListJobTest, CancelledWaitingJobsLeaveTheQueue)
     waiting->cancelTask();
     EXPECT_EQ(engine.queue.taskCount(), 1);
     running->cancelTask();
-    EXPECT_EQ(engine.queue.taskCount(), 0);
     ASSERT_TRUE(engine.runToEnd());
+    EXPECT_FALSE(QFile::exists(engine.folder.file(u"a.md5"_s)));
     EXPECT_FALSE(QFile::exists(engine.folder.file(u"b.md5"_s)));
 }
 

@@ -3,7 +3,6 @@
 
 #include "checksums/TabRun.h"
 
-#include "base/TaskPool.h"
 #include "support/Wait.h"
 
 #include <QProcess>
@@ -30,7 +29,7 @@ TabRun::~TabRun()
 void TabRun::waitForJobs()
 {
     EXPECT_TRUE(waitUntil([this] { return controller.taskQueue().taskCount() == 0; }));
-    TaskPool::drain();
+    drainPool();
     serveEvents();
 }
 

@@ -99,12 +99,6 @@ std::vector<QJsonObject> objects(const QByteArray &text)
     return found;
 }
 
-bool runs(const QByteArray &process)
-{
-    QFile stat(u"/proc/%1/stat"_s.arg(QString::fromLatin1(process)));
-    return stat.open(QIODevice::ReadOnly) && !stat.readAll().contains(") Z ");
-}
-
 } // namespace
 
 TEST_F(Program, WrongUsageIsOneHelpfulLine)
@@ -364,7 +358,7 @@ protected:
         EXPECT_EQ(end(*process).status, 130);
         EXPECT_EQ(tools().size(), 2) << "nothing new may start";
         for (const QByteArray &tool : tools()) {
-            EXPECT_TRUE(waitUntil([&] { return !runs(tool); })) << "an orphan is left";
+            EXPECT_TRUE(waitUntil([&] { return !processRuns(tool); })) << "an orphan is left";
         }
         EXPECT_EQ(files(u"*.wav"_s).size(), 50) << "originals stay";
     }

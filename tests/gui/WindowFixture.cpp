@@ -3,7 +3,7 @@
 
 #include "gui/WindowFixture.h"
 
-#include "base/TaskPool.h"
+#include "support/Wait.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -37,7 +37,7 @@ WindowTest::~WindowTest()
     queue().killAllTasks();
     queue().cancelAllTasks();
     EXPECT_TRUE(waitForJobs());
-    TaskPool::drain();
+    drainPool();
 }
 
 QWidget *WindowTest::page(const QString &label) const
@@ -60,7 +60,7 @@ void WindowTest::drop(const QString &label, const QStringList &paths)
     QDropEvent letGo(middle, Qt::CopyAction, &dropped, Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(page(label), &letGo);
     ASSERT_TRUE(letGo.isAccepted());
-    TaskPool::drain();
+    drainPool();
     serveEvents();
 }
 
@@ -130,7 +130,7 @@ void WindowTest::answerFileDialog(const QString &path)
 bool WindowTest::waitForJobs()
 {
     const bool ended = waitUntil([this] { return queue().taskCount() == 0; });
-    TaskPool::drain();
+    drainPool();
     serveEvents();
     return ended;
 }

@@ -6,14 +6,19 @@
 #include "platform/PrivateBus.h"
 #include "support/Files.h"
 #include "support/QtPrinters.h"
+#include "support/Wait.h"
 
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
 #include <QDir>
 
+#include <atomic>
+#include <chrono>
+#include <future>
 #include <gtest/gtest.h>
 
 using namespace Qt::Literals::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace kruv::test {
 
@@ -31,7 +36,7 @@ public:
                                 : message.createReply());
     }
     QStringList calls;
-    bool refuses = false;
+    std::atomic<bool> refuses = false;
 };
 
 } // namespace
@@ -49,7 +54,8 @@ TEST(DiscArbitration, TakesMountedDiscsOffThroughTheDisksService)
     QDir(platform.root).mkpath(u"proc/self"_s);
     writeFile(platform.root + u"/proc/self/mountinfo"_s, "1 1 11:1 / /media/D ro - iso9660 /dev/sr1 ro\n");
     platform.systemBus = [&bus] { return bus.ours(); };
-    {
+    // The service answers on the main thread, and a job has one of its own.
+    auto job = std::async(std::launch::async, [&] {
         DiscArbitration arbitration(platform);
         EXPECT_TRUE(arbitration.unMountDisc(u"sr1"_s));
         arbitration.mountDisc(u"sr1"_s); // is over when the arbitration goes
@@ -57,7 +63,8 @@ TEST(DiscArbitration, TakesMountedDiscsOffThroughTheDisksService)
         arbitration.mountDisc(u"sr0"_s);
         disks.refuses = true;
         EXPECT_FALSE(arbitration.unMountDisc(u"sr1"_s));
-    }
+    });
+    ASSERT_TRUE(waitUntil([&job] { return job.wait_for(0s) == std::future_status::ready; }));
     EXPECT_EQ(disks.calls, (QStringList{u"sr1 Unmount"_s, u"sr1 Mount"_s, u"sr1 Unmount"_s}));
 }
 

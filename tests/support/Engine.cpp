@@ -3,7 +3,6 @@
 
 #include "support/Engine.h"
 
-#include "base/TaskPool.h"
 #include "support/Wait.h"
 #include "tasks/KruvTask.h"
 
@@ -41,7 +40,7 @@ Engine::~Engine()
 bool Engine::runToEnd()
 {
     const bool ended = waitUntil([this] { return queue.taskCount() == 0; });
-    TaskPool::drain();
+    drainPool();
     serveEvents();
     return ended;
 }

@@ -3,14 +3,18 @@
 
 // Plays an external tool in the engine's tests. The first argument is the mode:
 //   print STATUS CHUNK...     prints each chunk by itself (hexadecimal bytes), then ends with STATUS
-//   flood MEGABYTES           prints that much and ends with 0
+//   flood MEGABYTES [TEXT]    prints that much and ends with 0; TEXT again and again, else lines
 //   die SIGNAL                ends by a signal
 //   close MARKER              closes its output, goes on for a moment, makes the file MARKER, ends with 0
 //   echo                      prints what standard input holds
 //   show                      prints folder, arguments and environment, one a line
 //   wait MARKER RELEASE       makes the file MARKER, prints "waiting", ends with 0 once the file RELEASE is
-//   there stay MARKER               makes the file MARKER, goes on until a signal ends it chatter MARKER
-//   RELEASE    like wait, but prints without a pause meanwhile
+//   there chatter MARKER RELEASE    like wait, but prints without a pause meanwhile stay MARKER makes the
+//   file MARKER, goes on until a signal ends it deaf MARKER [chatter]     like stay, but only SIGKILL ends
+//   it; prints without a pause where told to leave MARKER [away]       ends with 0, and leaves a deaf child
+//   that holds the output; away: and a flooding one
+//                             out of its session
+// MARKER names the processes, one a line.
 
 #include <csignal>
 #include <cstdio>
@@ -38,10 +42,14 @@ std::string fromHex(const char *digits)
     return bytes;
 }
 
-void make(const char *path)
+/// Whoever waits for the file finds it complete.
+void make(const std::string &path, const std::string &text = std::to_string(getpid()) + "\n")
 {
-    if (std::FILE *file = std::fopen(path, "w")) {
+    const std::string unfinished = path + ".part";
+    if (std::FILE *file = std::fopen(unfinished.c_str(), "w")) {
+        std::fputs(text.c_str(), file);
         std::fclose(file);
+        std::rename(unfinished.c_str(), path.c_str());
     }
 }
 
@@ -54,11 +62,11 @@ int printChunks(int status, char **chunks)
     return status;
 }
 
-int flood(int megabytes)
+int flood(int megabytes, const std::string &text)
 {
     std::string block;
     while (block.size() < 1024 * 1024) {
-        block += "the tool can't stop talking\n";
+        block += text;
     }
     for (int i = 0; i < megabytes; ++i) {
         print(block);
@@ -127,6 +135,37 @@ int stay(const char *marker)
     }
 }
 
+[[noreturn]] void beDeaf(bool chatters)
+{
+    for (const int signalNumber : {SIGTERM, SIGINT, SIGHUP}) {
+        std::signal(signalNumber, SIG_IGN);
+    }
+    alarm(60); // nothing of a test that failed stays for ever
+    for (;;) {
+        if (chatters) {
+            print("and talking on and on ");
+        } else {
+            pause();
+        }
+    }
+}
+
+int leave(const char *marker, bool away)
+{
+    print("mine");
+    const pid_t child = fork();
+    if (child == 0) {
+        beDeaf(false);
+    }
+    const pid_t other = away ? fork() : 0;
+    if (away && other == 0) {
+        setsid();
+        beDeaf(true);
+    }
+    make(marker, std::to_string(child) + "\n" + (away ? std::to_string(other) + "\n" : std::string()));
+    return 0;
+}
+
 } // namespace
 
 int main(int count, char **arguments)
@@ -136,7 +175,7 @@ int main(int count, char **arguments)
         return printChunks(std::atoi(arguments[2]), arguments + 3);
     }
     if (mode == "flood" && count > 2) {
-        return flood(std::atoi(arguments[2]));
+        return flood(std::atoi(arguments[2]), count > 3 ? arguments[3] : "the tool can't stop talking\n");
     }
     if (mode == "die" && count > 2) {
         return die(std::atoi(arguments[2]));
@@ -155,6 +194,14 @@ int main(int count, char **arguments)
     }
     if (mode == "stay" && count > 2) {
         return stay(arguments[2]);
+    }
+    if (mode == "deaf" && count > 2) {
+        std::signal(SIGTERM, SIG_IGN);
+        make(arguments[2]);
+        beDeaf(count > 3);
+    }
+    if (mode == "leave" && count > 2) {
+        return leave(arguments[2], count > 3);
     }
     std::fprintf(stderr, "fake_tool: unknown mode\n");
     return 64;

@@ -4,7 +4,6 @@
 #pragma once
 
 #include "base/Preferences.h"
-#include "base/TaskPool.h"
 #include "support/Files.h"
 #include "support/ScriptedUserInterface.h"
 #include "support/Wait.h"
@@ -49,7 +48,7 @@ public:
     [[nodiscard]] bool runToEnd()
     {
         const bool empty = waitUntil([this] { return controller.taskQueue().taskCount() == 0; });
-        TaskPool::drain();
+        drainPool();
         serveEvents();
         return empty;
     }

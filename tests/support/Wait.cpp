@@ -3,8 +3,11 @@
 
 #include "support/Wait.h"
 
+#include "base/TaskPool.h"
+
 #include <QCoreApplication>
 #include <QDeadlineTimer>
+#include <QFile>
 #include <QTimer>
 
 #include <chrono>
@@ -32,6 +35,23 @@ void serveEvents()
     for (int round = 0; round < rounds; ++round) {
         QCoreApplication::processEvents();
     }
+}
+
+void drainPool()
+{
+    using namespace std::chrono_literals;
+    bool idle = false;
+    while (!idle) {
+        idle = TaskPool::waitForDone(5ms);
+        serveEvents(); // which may bring new work
+        idle = idle && TaskPool::waitForDone(0ms);
+    }
+}
+
+bool processRuns(const QByteArray &process)
+{
+    QFile stat(QStringLiteral("/proc/%1/stat").arg(QString::fromLatin1(process)));
+    return stat.open(QIODevice::ReadOnly) && !stat.readAll().contains(") Z ");
 }
 
 } // namespace kruv::test

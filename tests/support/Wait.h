@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include <QByteArray>
+
 #include <functional>
 
 namespace kruv::test {
@@ -12,5 +14,11 @@ bool waitUntil(const std::function<bool()> &predicate);
 
 /// Serves the events that are waiting now and those that they post.
 void serveEvents();
+
+/// Serves events until the background pool is idle and what its work posted is done.
+void drainPool();
+
+/// Whether there is such a process that has not ended; `process` is its number in digits.
+bool processRuns(const QByteArray &process);
 
 } // namespace kruv::test

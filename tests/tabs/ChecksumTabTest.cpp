@@ -96,8 +96,8 @@ TEST_F(ChecksumTabTest, FingerprintsGoToTheFirstFilesFolder)
     QFile::remove(flacFiles[1]);
     kruv.person.buttonAnswers = {1};
     create("FFP", true, flacFiles);
-    ASSERT_EQ(kruv.person.alerts.size(), 1) << "an incomplete list is never made in silence";
-    EXPECT_TRUE(kruv.person.alerts[0].text.contains(u"FLAC__METADATA_CHAIN"_s));
+    ASSERT_EQ(kruv.person.resultsWindows.size(), 1) << "an incomplete list is never made in silence";
+    EXPECT_TRUE(kruv.person.resultsWindows[0].text.contains(u"FLAC__METADATA_CHAIN"_s));
 }
 
 TEST_F(ChecksumTabTest, KnowsListsByTheirNames)

@@ -42,7 +42,7 @@ protected:
     void TearDown() override
     {
         EXPECT_TRUE(waitUntil([this] { return application->taskQueue().taskCount() == 0; }));
-        TaskPool::drain();
+        drainPool();
         qputenv("KRUV_RESOURCES", m_before);
     }
     QString file(const QString &name, const QByteArray &bytes = "x")
@@ -54,7 +54,7 @@ protected:
     {
         for (int round = 0; round < 2; ++round) { // the second for follow-up jobs
             EXPECT_TRUE(waitUntil([this] { return application->taskQueue().taskCount() == 0; }));
-            TaskPool::drain();
+            drainPool();
             serveEvents();
         }
         return std::exchange(started, {});

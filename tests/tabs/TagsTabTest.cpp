@@ -280,7 +280,7 @@ TEST_F(TagsTabRules, ReadsInTheBackgroundAndForgetsWhatIsNoLongerSelected)
     EXPECT_EQ(session.controller.taskQueue().taskCount(), 0) << "nothing may be written before it is read";
     tab.tableViewSelectionDidChange({0});
     ASSERT_TRUE(waitUntil([this] { return !tab.isBusy(); }));
-    TaskPool::drain();
+    drainPool();
     serveEvents();
     EXPECT_EQ(tab.albumText().text(), u"First"_s);
     EXPECT_FALSE(tab.differs(TagField::Album));

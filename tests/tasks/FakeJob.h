@@ -64,6 +64,9 @@ public:
 
     bool cannotStart = false;
 
+protected:
+    void stopRunning() override { stopTask(); }
+
 private:
     QStringList *m_starts;
     Kind m_kind;

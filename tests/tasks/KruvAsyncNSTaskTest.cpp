@@ -49,7 +49,7 @@ public:
     }
     void cleanup() override
     {
-        steps << (isDone() && !isActive() ? u"cleanup"_s : u"early cleanup"_s);
+        steps << (steps.contains(u"willEnd"_s) && !isDone() ? u"cleanup"_s : u"cleanup at the wrong time"_s);
         cleanupWork();
     }
     void finalCleanup() override
@@ -270,22 +270,41 @@ TEST_F(KruvAsyncNSTaskTest, CancellingLetsTheToolEndByItself)
         engine.folder.write(u"release"_s, {});
         ASSERT_TRUE(engine.runToEnd());
         EXPECT_FALSE(job->error());
+        EXPECT_TRUE(job->state().doneAllTheSame());
         EXPECT_EQ(job->textField().text, u"Canceled"_s);
         EXPECT_EQ(job->steps, wholeLife);
     }
 }
 
-TEST_F(KruvAsyncNSTaskTest, CancellingTwiceEndsTheTool)
+TEST_F(KruvAsyncNSTaskTest, CancellingTwiceEndsTheToolWhetherItListensOrNot)
 {
-    const auto job = makeJob({u"stay"_s, marker});
+    for (const QString &mode : {u"stay"_s, u"deaf"_s}) {
+        SCOPED_TRACE(mode.toStdString());
+        QFile::remove(marker);
+        const auto job = makeJob({mode, marker});
+        engine.queue.addTask(job);
+        ASSERT_TRUE(toolRuns());
+        job->cancelTask();
+        job->cancelTask();
+        ASSERT_TRUE(engine.runToEnd());
+        EXPECT_TRUE(job->cancelled() && !job->state().doneAllTheSame());
+        EXPECT_FALSE(job->error()) << "a cancelled job never becomes failed";
+        EXPECT_EQ(job->results()->results(), u"\n"_s);
+        EXPECT_FALSE(processRuns(readFile(marker).trimmed()));
+    }
+}
+
+TEST_F(KruvAsyncNSTaskTest, AFloodWaitsForTheMainThread)
+{
+    const auto residentBytes = [] {
+        return readFile(u"/proc/self/statm"_s).split(' ').at(1).toLongLong() * sysconf(_SC_PAGESIZE);
+    };
+    const qint64 before = residentBytes();
+    const auto job = makeJob({u"flood"_s, u"100"_s});
     engine.queue.addTask(job);
-    ASSERT_TRUE(toolRuns());
-    job->cancelTask();
-    job->cancelTask();
+    usleep(500'000); // the main thread is busy elsewhere
+    EXPECT_LT(residentBytes() - before, 50'000'000);
     ASSERT_TRUE(engine.runToEnd());
-    EXPECT_TRUE(job->cancelled());
-    EXPECT_FALSE(job->error()) << "a cancelled job never becomes failed";
-    EXPECT_EQ(job->results()->results(), u"\n"_s);
 }
 
 TEST_F(KruvAsyncNSTaskTest, ACancelledWaitingJobNeverRuns)
@@ -345,21 +364,6 @@ TEST_F(KruvAsyncNSTaskTest, QuittingWithFiftyQueuedLeavesNoProcess)
         engine.folder.write(u"release"_s, {});
         ASSERT_TRUE(quitting.runToEnd());
     }
-    EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "a child is left";
-}
-
-TEST_F(KruvAsyncNSTaskTest, AQueueThatGoesAwayTakesItsToolsAlong)
-{
-    {
-        const TemporaryFolder folder;
-        Preferences preferences(folder.file(u"p.conf"_s));
-        ScriptedUserInterface person;
-        KruvTaskQueue queue(preferences, person, nullptr);
-        queue.addTask(
-            std::make_shared<ToolJob>(&queue, fakeTool(), QStringList{u"chatter"_s, marker, release}));
-        ASSERT_TRUE(toolRuns());
-    }
-    serveEvents();
     EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "a child is left";
 }
 

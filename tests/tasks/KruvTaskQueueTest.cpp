@@ -57,7 +57,7 @@ TEST(KruvTaskQueue, TakesItsLimitFromThePreferencesAndFollowsThem)
     addAll(queue, jobs);
     EXPECT_EQ(running(jobs), 2);
     preferences.setMaxThreads(4);
-    EXPECT_EQ(running(jobs), 2) << "the new limit counts from the next start";
+    EXPECT_EQ(running(jobs), 4) << "as many more as the new limit allows";
     jobs[0]->succeed();
     EXPECT_EQ(running(jobs), 4);
     preferences.setMaxThreads(1);
@@ -72,27 +72,7 @@ TEST(KruvTaskQueue, TakesItsLimitFromThePreferencesAndFollowsThem)
     queue.cancelAllTasks();
 }
 
-TEST(KruvTaskQueue, ANewJobMayOvertakeWhenTheLimitWasRaisedMeanwhile)
-{
-    Engine engine(1);
-    QStringList starts;
-    const Jobs jobs = makeSet(engine.queue, 5, &starts);
-    for (const std::size_t i : {0U, 1U, 2U}) {
-        engine.queue.addTask(jobs[i]);
-    }
-    engine.queue.setMaxThreads(2);
-    engine.queue.addTask(jobs[3]);
-    engine.queue.addTask(jobs[4]);
-    EXPECT_EQ(starts, (QStringList{u"1"_s, u"4"_s}));
-    jobs[3]->succeed();
-    jobs[0]->succeed();
-    jobs[1]->succeed();
-    EXPECT_EQ(starts.mid(2), (QStringList{u"2"_s, u"3"_s, u"5"_s})) << "those that were overtaken come first";
-    jobs[2]->succeed();
-    jobs[4]->succeed();
-}
-
-TEST(KruvTaskQueue, CancellingWaitingJobsLetsAsManyMoreRunUntilIdle)
+TEST(KruvTaskQueue, TheLimitHoldsWhateverIsCancelled)
 {
     Engine engine(2);
     QStringList starts;
@@ -100,40 +80,43 @@ TEST(KruvTaskQueue, CancellingWaitingJobsLetsAsManyMoreRunUntilIdle)
     addAll(engine.queue, jobs);
     jobs[5]->cancelTask();
     EXPECT_EQ(engine.queue.taskCount(), 7);
+    EXPECT_EQ(starts, numbers(1, 2)) << "a job that never ran frees no place";
+    jobs[0]->cancelTask();
+    jobs[0]->stopTask(); // a job that says it twice
     EXPECT_EQ(starts, numbers(1, 3));
-    for (const int next : {0, 1, 2, 3, 4, 6, 7}) {
+    EXPECT_EQ(engine.queue.activeTask(), 2);
+    for (const std::size_t next : {1U, 2U, 3U, 4U, 6U}) {
         EXPECT_EQ(engine.queue.panelArray().rowCount(), 8) << "rows stay until nothing runs";
-        jobs[static_cast<std::size_t>(next)]->succeed();
-    }
-    EXPECT_FALSE(starts.contains(u"6"));
-    EXPECT_EQ(engine.queue.panelArray().rowCount(), 0);
-
-    const Jobs later = makeSet(engine.queue, 5);
-    addAll(engine.queue, later);
-    EXPECT_EQ(running(later), 2) << "being idle settles the count";
-    engine.queue.cancelAllTasks();
-}
-
-TEST(KruvTaskQueue, ASecondReportOfACancelledJobFreesOneMorePlace)
-{
-    Engine engine(2);
-    const Jobs jobs = makeSet(engine.queue, 6);
-    addAll(engine.queue, jobs);
-    jobs[0]->cancelTask(); // its background work goes on
-    EXPECT_EQ(engine.queue.taskCount(), 5);
-    EXPECT_EQ(running(jobs), 2);
-    jobs[0]->stopTask(); // and comes to its end
-    EXPECT_EQ(engine.queue.taskCount(), 5);
-    EXPECT_EQ(running(jobs), 3);
-    EXPECT_TRUE(jobs[0]->cancelled());
-    EXPECT_FALSE(jobs[0]->error());
-    for (const std::size_t next : {1U, 2U, 3U, 4U}) {
         jobs[next]->succeed();
         EXPECT_TRUE(engine.userInterface.notifications.isEmpty()) << "the last job still runs";
     }
-    jobs[5]->succeed();
-    EXPECT_EQ(engine.userInterface.notifications, QStringList{u"Kruv task(s) completed"_s});
+    jobs[7]->succeed();
+    EXPECT_FALSE(starts.contains(u"6"));
+    EXPECT_EQ(engine.queue.panelArray().rowCount(), 0);
     EXPECT_EQ(engine.queue.activeTask(), 0);
+    EXPECT_EQ(engine.userInterface.notifications, QStringList{u"Kruv task(s) completed"_s});
+}
+
+TEST(KruvTaskQueue, AFollowUpBelongsToTheBusyPeriodOfItsSet)
+{
+    Engine engine(2);
+    QStringList starts;
+    const Jobs jobs = makeSet(engine.queue, 2, &starts);
+    const Jobs others = makeSet(engine.queue, 3, &starts);
+    const auto followUp = std::make_shared<FakeJob>(&engine.queue, u"follow-up"_s, &starts);
+    jobs[0]->results()->setTaskAfterSetDone(followUp);
+    addAll(engine.queue, jobs);
+    jobs[0]->succeed();
+    jobs[1]->succeed();
+    EXPECT_TRUE(engine.userInterface.notifications.isEmpty());
+    EXPECT_TRUE(followUp->isActive());
+    addAll(engine.queue, others);
+    followUp->succeed();
+    for (const auto &job : others) {
+        job->succeed();
+    }
+    EXPECT_EQ(engine.userInterface.notifications.size(), 1);
+    EXPECT_EQ(starts, (QStringList{u"1"_s, u"2"_s, u"follow-up"_s, u"1"_s, u"2"_s, u"3"_s}));
 }
 
 TEST(KruvTaskQueue, EndsABusyPeriodWithoutErrorsByClosingEverything)

@@ -37,6 +37,17 @@ TEST(KruvTaskResults, JoinsTheTextsInSetOrder)
     EXPECT_EQ(results.results(), u"head\nnew\nc\n"_s);
 }
 
+TEST(KruvTaskResults, LinesOfOursStandByThemselves)
+{
+    Engine engine;
+    const Jobs jobs = makeSet(engine.queue, 1);
+    KruvTaskResults &results = *jobs[0]->results();
+    results.appendLine(u"one"_s, *jobs[0]);
+    jobs[0]->say(u"MISMATCH"_s);
+    results.appendLine(u"kept"_s, *jobs[0]);
+    EXPECT_EQ(results.results(*jobs[0]), u"one\nMISMATCH\nkept\n"_s);
+}
+
 TEST(KruvTaskResults, FloodsAreCutAndSaySo)
 {
     Engine engine;
@@ -93,9 +104,7 @@ TEST(KruvTaskResults, TheFollowUpIsQueuedOnceAfterEveryJobOfTheSet)
     serveEvents();
     EXPECT_FALSE(starts.contains(u"follow-up"));
     jobs[2]->succeed();
-    jobs[0]->stopTask(); // what it was doing ends late
-    serveEvents();
-    jobs[0]->stopTask();
+    jobs[0]->stopTask(); // a job that says it twice
     serveEvents();
     EXPECT_EQ(starts.count(u"follow-up"), 1);
     EXPECT_EQ(engine.queue.taskCount(), 1);

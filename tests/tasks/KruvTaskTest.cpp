@@ -3,7 +3,6 @@
 
 #include "tasks/KruvTask.h"
 
-#include "base/TaskPool.h"
 #include "support/QtPrinters.h"
 #include "support/Wait.h"
 #include "tasks/FakeJob.h"
@@ -30,11 +29,10 @@ public:
     void startTask() override
     {
         FakeJob::startTask();
-        runInBackground([this] {
-            work(*this);
-            stopTask();
-        });
+        runInBackground([this] { work(*this); });
     }
+    void stopRunning() override { KruvTask::stopRunning(); }
+    bool startLastPart() { return startFinishing(); }
 
     void stopTask() override
     {
@@ -132,34 +130,66 @@ TEST(KruvTask, ManyBackgroundJobsReportAndEnd)
     EXPECT_EQ(engine.userInterface.notifications.size(), 1);
 }
 
-TEST(KruvTask, ACancelledBackgroundJobEndsAtOnceAndReportsAgainLater)
+TEST(KruvTask, ACancelledBackgroundJobEndsWithItsWork)
 {
     Engine engine(1);
+    int ends = 0;
+    QObject::connect(&engine.queue, &KruvTaskQueue::taskEnded, &engine.queue, [&ends] { ++ends; });
     std::atomic<bool> mayEnd = false;
     const auto job = makeBackgroundJob(engine, [&mayEnd](BackgroundJob &self) {
         while (!mayEnd) {
             std::this_thread::yield();
         }
-        if (!self.cancelled()) {
-            self.setError(true);
-        }
+        self.setError(true); // its tool was ended
     });
     const auto next = std::make_shared<FakeJob>(&engine.queue, u"next"_s);
-    const auto afterNext = std::make_shared<FakeJob>(&engine.queue, u"after next"_s);
     engine.queue.addTask(job);
     engine.queue.addTask(next);
-    engine.queue.addTask(afterNext);
     job->cancelTask();
-    EXPECT_TRUE(job->isDone());
-    EXPECT_EQ(engine.queue.taskCount(), 2);
-    EXPECT_TRUE(next->isActive());
-    EXPECT_FALSE(afterNext->isActive());
+    job->cancelTask();
+    serveEvents();
+    EXPECT_TRUE(job->isActive() && job->cancelled());
+    EXPECT_FALSE(next->isActive()) << "its work still runs";
     mayEnd = true;
-    ASSERT_TRUE(waitUntil([&] { return afterNext->isActive(); })) << "the second report frees a place";
+    ASSERT_TRUE(waitUntil([&] { return next->isActive(); }));
+    drainPool();
+    EXPECT_EQ(ends, 1);
     EXPECT_EQ(job->textField().text, u"Canceled"_s);
     EXPECT_FALSE(job->error());
     next->succeed();
-    afterNext->succeed();
+}
+
+TEST(KruvTask, WhatIsAsGoodAsDoneCannotBeCancelled)
+{
+    Engine engine(2);
+    std::atomic<bool> inLastPart = false;
+    std::atomic<bool> mayEnd = false;
+    const auto last = makeBackgroundJob(engine, [&](BackgroundJob &self) {
+        inLastPart = self.startLastPart();
+        while (!mayEnd) {
+            std::this_thread::yield();
+        }
+    });
+    engine.queue.addTask(last);
+    ASSERT_TRUE(waitUntil([&] { return inLastPart.load(); }));
+    last->cancelTask();
+    mayEnd = true;
+    ASSERT_TRUE(engine.runToEnd());
+    EXPECT_FALSE(last->cancelled());
+    EXPECT_EQ(last->topTextField().text, u"Complete"_s);
+
+    std::atomic<bool> begun = true;
+    const auto cancelled = makeBackgroundJob(engine, [&](BackgroundJob &self) {
+        while (!self.cancelled()) {
+            std::this_thread::yield();
+        }
+        begun = self.startLastPart();
+    });
+    engine.queue.addTask(cancelled);
+    cancelled->cancelTask();
+    ASSERT_TRUE(engine.runToEnd());
+    EXPECT_FALSE(begun);
+    EXPECT_TRUE(cancelled->cancelled());
 }
 
 TEST(KruvTask, WhatBackgroundWorkThrowsEndsTheJobOnce)
@@ -178,7 +208,7 @@ TEST(KruvTask, WhatBackgroundWorkThrowsEndsTheJobOnce)
     engine.queue.addTask(waiting);
     engine.queue.addTask(last);
     ASSERT_TRUE(waitUntil([&] { return waiting->isActive(); }));
-    TaskPool::drain();
+    drainPool();
     EXPECT_TRUE(job->error());
     EXPECT_EQ(job->results()->results(), u"disk full\n\n"_s);
     EXPECT_TRUE(badEnding->error() && badEnding->isDone());
@@ -186,14 +216,4 @@ TEST(KruvTask, WhatBackgroundWorkThrowsEndsTheJobOnce)
     EXPECT_FALSE(last->isActive()) << "each end counted once";
     waiting->succeed();
     last->succeed();
-}
-
-TEST(TaskPool, DrainsTheWorkThatItsWorkBrings)
-{
-    Engine engine(1);
-    for (int i = 0; i < 3; ++i) {
-        engine.queue.addTask(makeBackgroundJob(engine, [](BackgroundJob &) {}));
-    }
-    TaskPool::drain();
-    EXPECT_EQ(engine.queue.taskCount(), 0) << "each end starts the next";
 }

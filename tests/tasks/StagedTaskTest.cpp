@@ -91,8 +91,8 @@ TEST(StagedTask, ToolsRunOneAfterTheOtherUntilOneFails)
 
 TEST(StagedTask, AToolThatNobodyWantsAnyMoreIsEnded)
 {
-    // None of these ends by itself: one hangs in silence, one floods its pipe.
-    for (const QString &mode : {u"stay"_s, u"chatter"_s}) {
+    // None of these ends by itself: one hangs in silence, one floods its pipe, one doesn't listen.
+    for (const QString &mode : {u"stay"_s, u"chatter"_s, u"deaf"_s}) {
         SCOPED_TRACE(mode.toStdString());
         Engine engine;
         int ends = 0;

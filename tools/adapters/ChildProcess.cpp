@@ -27,18 +27,32 @@ namespace {
 constexpr int cannotExecute = 126;
 constexpr int notFound = 127;
 
-// Shared with the signal handler.
+// Seconds that a child which was asked to end has for it. Whoever asked us is more patient.
+constexpr unsigned patience = 1;
+
+// Shared with the signal handlers.
 volatile sig_atomic_t receivedSignal = 0;
 volatile sig_atomic_t childGroup = 0;
 
-void passOn(int signal)
+void tellGroup(int signal)
 {
     const int savedErrno = errno;
-    receivedSignal = signal;
     if (childGroup > 0) {
         kill(-static_cast<pid_t>(childGroup), signal);
     }
     errno = savedErrno;
+}
+
+void passOn(int signal)
+{
+    receivedSignal = signal;
+    tellGroup(signal);
+    alarm(patience);
+}
+
+void endByForce(int)
+{
+    tellGroup(SIGKILL);
 }
 
 void ignoreBrokenPipe(int) {}
@@ -147,6 +161,19 @@ void catchSignals()
     }
     action.sa_handler = ignoreBrokenPipe;
     sigaction(SIGPIPE, &action, nullptr);
+    action.sa_handler = endByForce;
+    sigaction(SIGALRM, &action, nullptr);
+    // Whoever wants us killed when he dies is served as well by being asked: nothing of ours outlives it, and
+    // no temporary file is left.
+    int wanted = 0;
+    if (prctl(PR_GET_PDEATHSIG, &wanted) == 0 && wanted != 0) {
+        prctl(PR_SET_PDEATHSIG, SIGTERM);
+    }
+}
+
+void dieWithParent()
+{
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
 }
 
 ChildProcess::ChildProcess(ChildCommand command)
@@ -179,7 +206,7 @@ bool ChildProcess::run()
     m_child = fork();
     if (m_child == 0) {
         setpgid(0, 0);
-        prctl(PR_SET_PDEATHSIG, SIGTERM);
+        dieWithParent();
         if (getppid() != parent) {
             _exit(cannotExecute);
         }
@@ -268,10 +295,15 @@ void ChildProcess::relayOutput(int outputEnd, int errorEnd)
 
 void ChildProcess::awaitChild()
 {
+    // What the tool leaves is ended while its number is still the group's.
+    siginfo_t ended{};
+    while (waitid(P_PID, static_cast<id_t>(m_child), &ended, WEXITED | WNOWAIT) < 0 && errno == EINTR) {
+    }
+    tellGroup(SIGKILL);
+    childGroup = 0;
     int status = 0;
     while (waitpid(m_child, &status, 0) < 0 && errno == EINTR) {
     }
-    childGroup = 0;
     m_signal = WIFSIGNALED(status) ? WTERMSIG(status) : 0;
     m_exitStatus = WIFEXITED(status) ? WEXITSTATUS(status) : 0;
 }

@@ -22,6 +22,9 @@ struct ChildCommand
 /// 127).
 int execute(const ChildCommand &command);
 
+/// Has the system kill this process when its parent ends, which a tool that replaces it inherits.
+void dieWithParent();
+
 /// From here on SIGTERM, SIGINT and SIGHUP are noted instead of ending this process, so that temporary files
 /// made before the child starts are removed too; ChildProcess::run() then starts nothing.
 void catchSignals();
@@ -29,7 +32,8 @@ void catchSignals();
 /// Runs the child to its end, in a process group of its own.
 ///
 /// SIGTERM, SIGINT and SIGHUP that reach this process meanwhile are passed on to the whole group, so that the
-/// encoders a tool has started end with it. With `replacements`, standard output and standard error of the
+/// encoders a tool has started end with it; what doesn't listen is killed after a second. When the child has
+/// ended, so has all that it started. With `replacements`, standard output and standard error of the
 /// child go through here: each piece is passed on as it comes, in its order (through one pipe when both go to
 /// the same place).
 class ChildProcess

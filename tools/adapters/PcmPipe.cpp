@@ -196,6 +196,9 @@ std::string decodedStart(const std::string &file, const ToolFinder &finder)
         return {};
     }
     if (child == 0) {
+        dieWithParent();
+        // A pump that kept it would wait for room in a pipe that it alone could empty.
+        close(ends[0]);
         dup2(ends[1], STDOUT_FILENO);
         dup2(open("/dev/null", O_WRONLY | O_CLOEXEC), STDERR_FILENO);
         _exit(decode(magic->format, file, finder));
@@ -212,6 +215,7 @@ std::string decodedStart(const std::string &file, const ToolFinder &finder)
 
 int runPcmPipe(const Arguments &arguments, const ToolFinder &finder)
 {
+    dieWithParent();
     if (arguments.size() == 3 && arguments[0] == "decode") {
         return decode(arguments[1], arguments[2], finder);
     }

@@ -74,7 +74,11 @@ int run(const std::string &name, const Arguments &arguments)
             complain(tool, plan.error);
             return EXIT_FAILURE;
         }
-        return execute({program, name, plan.arguments, {}, {}});
+        // The tool is two processes: a guard stays that ends both.
+        catchSignals();
+        ChildProcess child({program, name, plan.arguments, {}, {}});
+        child.run();
+        child.endLikewise();
     }
     return execute({program, name, adaptedArguments(tool, arguments), {}, {}});
 }

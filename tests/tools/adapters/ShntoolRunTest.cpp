@@ -1,6 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Kruv developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "PcmPipe.h"
+#include "ToolFinder.h"
 #include "ToolRun.h"
 
 #include <csignal>
@@ -57,8 +59,6 @@ protected:
     Names leftOver() const { return namesIn(output("")); }
 
     const TestAudio m_cd = TestAudio::noise(44100, 2, 16);
-
-private:
     const tools::test::TemporaryFolder m_folder;
 };
 
@@ -319,6 +319,69 @@ TEST_F(ShntoolRunTest, ASignalEndsTheWholeRunAndCleansUp)
         EXPECT_TRUE(sent && WIFSIGNALED(status) && WTERMSIG(status) == signal) << printed;
         EXPECT_EQ(printed.find("OK"), std::string::npos);
         EXPECT_EQ(leftOver(), Names{});
+    }
+}
+
+TEST_F(ShntoolRunTest, WhatDoesNotListenIsKilledAndNothingIsLeft)
+{
+    // Neither the tool nor what it starts ends when asked.
+    const auto bin = m_folder.path("bin");
+    std::filesystem::create_directories(bin);
+    writeFile(bin + "/shntool",
+              "#!/bin/sh\ntrap '' TERM\n(trap '' TERM; sleep 60) &\necho ready\nsleep 60\n");
+    std::filesystem::permissions(bin + "/shntool", std::filesystem::perms::owner_all);
+    const auto path = makeSource("a.WAV", m_cd);
+    const auto program = std::string(getenv("KRUV_RESOURCES")) + "/shntool";
+    const auto search = "PATH=" + bin + ":/usr/bin:/bin";
+    int ends[2] = {};
+    ASSERT_EQ(::pipe(ends), 0);
+    const pid_t adapter = ::fork();
+    if (adapter == 0) {
+        ::setsid();
+        ::dup2(ends[1], STDOUT_FILENO);
+        ::close(ends[0]);
+        ::close(ends[1]);
+        ::execle("/usr/bin/env", "env", search.c_str(), program.c_str(), "conv", "-d", output("").c_str(),
+                 "-o", "wav", path.c_str(), nullptr, environ);
+        ::_exit(127);
+    }
+    ::close(ends[1]);
+    char first = 0;
+    ASSERT_EQ(::read(ends[0], &first, 1), 1);
+    ::kill(adapter, SIGTERM);
+    int status = 0;
+    ::waitpid(adapter, &status, 0);
+    ::close(ends[0]);
+    EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGTERM);
+    EXPECT_EQ(processesOfSession(adapter), std::vector<pid_t>());
+    EXPECT_EQ(leftOver(), Names{});
+}
+
+TEST_F(ShntoolRunTest, LookingAtADecodersStartLeavesNoPump)
+{
+    // A header without an end, then more than all pipes hold: the pump is in the middle of writing when it is
+    // left alone.
+    const auto bin = m_folder.path("bin");
+    std::filesystem::create_directories(bin);
+    writeFile(m_folder.path("stream"),
+              "RIFF\xff\xff\xff\x7fWAVEJUNK\xff\xff\xff\x7f" + std::string(4 << 20, 'x'));
+    writeFile(bin + "/wvunpack", "#!/bin/sh\nexec cat '" + m_folder.path("stream") + "'\n");
+    std::filesystem::permissions(bin + "/wvunpack", std::filesystem::perms::owner_all);
+    writeFile(source("a.wv"), "wvpk");
+    const pid_t session = ::fork();
+    if (session == 0) {
+        ::setsid();
+        decodedStart(source("a.wv"), ToolFinder(bin + ":/usr/bin:/bin", bin));
+        ::_exit(0);
+    }
+    ::waitpid(session, nullptr, 0);
+    for (int look = 0; look < 100 && !processesOfSession(session).empty(); ++look) {
+        ::usleep(20'000);
+    }
+    const auto left = processesOfSession(session);
+    EXPECT_EQ(left, std::vector<pid_t>());
+    for (const pid_t process : left) {
+        ::kill(process, SIGKILL);
     }
 }
 

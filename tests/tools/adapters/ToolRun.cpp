@@ -77,6 +77,26 @@ void writeFile(const std::string &path, const std::string &content)
     std::ofstream(path, std::ios::binary) << content;
 }
 
+std::vector<pid_t> processesOfSession(pid_t session)
+{
+    std::vector<pid_t> found;
+    for (const auto &name : namesIn("/proc")) {
+        const auto stat =
+            isdigit(static_cast<unsigned char>(name[0])) ? contentOf("/proc/" + name + "/stat") : "";
+        const auto afterName = stat.rfind(')');
+        char state = 0;
+        long parent = 0;
+        long group = 0;
+        long itsSession = 0;
+        if (afterName != std::string::npos &&
+            sscanf(stat.c_str() + afterName, ") %c %ld %ld %ld", &state, &parent, &group, &itsSession) == 4 &&
+            itsSession == session && state != 'Z') {
+            found.push_back(static_cast<pid_t>(std::stol(name)));
+        }
+    }
+    return found;
+}
+
 std::vector<std::string> namesIn(const std::string &folder)
 {
     std::vector<std::string> names;

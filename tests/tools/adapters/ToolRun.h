@@ -5,6 +5,9 @@
 #include "Arguments.h"
 #include "common/TestProcess.h"
 
+#include <sys/types.h>
+#include <vector>
+
 namespace kruv::adapters {
 
 /// How a tool ended and what it printed on both streams together.
@@ -39,6 +42,8 @@ void writeWav(const std::string &path, const TestAudio &audio);
 std::string pcmOf(const std::string &path, unsigned bits = 16);
 std::string contentOf(const std::string &path);
 void writeFile(const std::string &path, const std::string &content);
+/// Processes of a session that have not ended.
+std::vector<pid_t> processesOfSession(pid_t session);
 /// Names in a folder, hidden ones too.
 std::vector<std::string> namesIn(const std::string &folder);
 

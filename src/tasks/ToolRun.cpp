@@ -1,0 +1,226 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "tasks/ToolRun.h"
+
+#include "tasks/DirectTool.h"
+#include "tasks/ToolCatalog.h"
+#include "tasks/ToolLaunch.h"
+
+#include <QFile>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <cstring>
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/eventfd.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <utility>
+
+namespace kruv {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+/// How long a tool that was asked to end may take before it is killed.
+constexpr auto patience = 2s;
+/// How long the output is still read of what a tool has left running.
+constexpr auto patienceWithTheRest = 100ms;
+/// What a tool can have written that was not read when it ended.
+constexpr std::size_t largestPipe = 1 << 20; // bytes
+/// Between looks where the system can't tell of a process's end.
+constexpr int betweenLooks = 20; // milliseconds
+
+std::string bytesOf(const QString &name)
+{
+    return QFile::encodeName(name).toStdString();
+}
+
+} // namespace
+
+ToolRun::ToolRun(ToolCall call, std::stop_token stop)
+    : m_call(std::move(call))
+    , m_stop(std::move(stop))
+{
+}
+
+ToolEnd ToolRun::run(const Reader &read)
+{
+    if (const QString problem = launch(); !problem.isEmpty()) {
+        ToolEnd end;
+        end.problem = problem;
+        return end;
+    }
+    m_wish.reset(eventfd(0, EFD_CLOEXEC));
+    {
+        const std::stop_callback onWish(m_stop, [this] { eventfd_write(m_wish.get(), 1); });
+        follow(read);
+    }
+    return reap();
+}
+
+QString ToolRun::launch()
+{
+    if (!ToolCatalog::isLaunchable(m_call.launchPath)) {
+        return ToolCatalog::missingToolMessage(m_call.launchPath);
+    }
+    std::array<int, 2> ends{-1, -1};
+    if (pipe2(ends.data(), O_CLOEXEC) != 0) {
+        return ToolCatalog::launchFailureMessage(m_call.launchPath, QString::fromLocal8Bit(strerror(errno)));
+    }
+    m_output.reset(ends[0]);
+    const Descriptor writer(ends[1]);
+    ToolLaunch tool{.program = bytesOf(directProgram(m_call.launchPath, m_call.arguments)),
+                    .arguments = {},
+                    .environment = ToolEnvironment::entries(ToolEnvironment::unbuffered(m_call.environment)),
+                    .folder = bytesOf(m_call.folder),
+                    .output = writer.get()};
+    std::ranges::transform(m_call.arguments, std::back_inserter(tool.arguments), bytesOf);
+    const ToolLaunch::Started started = tool.start();
+    if (started.error != 0) {
+        const QString reason = QString::fromLocal8Bit(strerror(started.error));
+        return ToolCatalog::launchFailureMessage(
+            m_call.launchPath, started.what.empty() ? reason : m_call.folder + QStringLiteral(": ") + reason);
+    }
+    m_leader = started.process;
+    m_ending.reset(static_cast<int>(syscall(SYS_pidfd_open, m_leader, 0)));
+    return {};
+}
+
+void ToolRun::follow(const Reader &read)
+{
+    if (m_call.timeLimit > 0ms) {
+        enter(Phase::Running, m_call.timeLimit);
+    }
+    while (m_output.isOpen() || !m_toolEnded) {
+        // A descriptor below 0 is passed over.
+        std::array<pollfd, 3> places{pollfd{m_output.get(), POLLIN, 0},
+                                     pollfd{m_toolEnded ? -1 : m_ending.get(), POLLIN, 0},
+                                     pollfd{m_endedByUs ? -1 : m_wish.get(), POLLIN, 0}};
+        poll(places.data(), places.size(), millisecondsLeft());
+        if (places[2].revents != 0) {
+            ask();
+        }
+        if (places[0].revents != 0) {
+            readPiece(read);
+        }
+        if (!m_toolEnded && (places[1].revents != 0 || !m_ending.isOpen())) {
+            lookForEnd();
+        }
+        // What a tool has written is read to its end, however slow its reader is.
+        const bool stillReads = m_phase == Phase::Abandoned && places[0].revents != 0;
+        if (m_deadline && Clock::now() >= *m_deadline && !stillReads) {
+            timeIsUp();
+        }
+    }
+}
+
+void ToolRun::readPiece(const Reader &read)
+{
+    std::array<char, 65536> buffer;
+    const ssize_t count = ::read(m_output.get(), buffer.data(), buffer.size());
+    if (count < 0 && errno == EINTR) {
+        return;
+    }
+    if (count <= 0) {
+        m_output.reset();
+        return;
+    }
+    m_readAfterwards += m_phase == Phase::Abandoned ? static_cast<std::size_t>(count) : 0;
+    if (m_readAfterwards > largestPipe) {
+        m_output.reset(); // somebody out of reach writes on
+        return;
+    }
+    const QString piece = m_decoder(QByteArrayView(buffer.data(), count));
+    if (!piece.isEmpty()) {
+        m_printedText = true;
+        read(piece);
+    }
+}
+
+/// The tool stays a zombie until reap(), so that its group keeps its number.
+void ToolRun::lookForEnd()
+{
+    siginfo_t info{};
+    if (waitid(P_PID, static_cast<id_t>(m_leader), &info, WEXITED | WNOHANG | WNOWAIT) == 0 &&
+        info.si_pid == m_leader) {
+        m_toolEnded = true;
+        enter(Phase::Left, patienceWithTheRest);
+    }
+}
+
+void ToolRun::ask()
+{
+    m_endedByUs = true;
+    if (!m_toolEnded) {
+        kill(-m_leader, SIGTERM);
+        enter(Phase::Asked, patience);
+    }
+}
+
+void ToolRun::timeIsUp()
+{
+    switch (m_phase) {
+    case Phase::Running:
+        return ask();
+    case Phase::Asked:
+        m_phase = Phase::Killed;
+        m_deadline.reset();
+        break;
+    case Phase::Left:
+        enter(Phase::Abandoned, patienceWithTheRest);
+        break;
+    case Phase::Abandoned:
+        m_output.reset();
+        return;
+    case Phase::Killed:
+        return;
+    }
+    kill(-m_leader, SIGKILL);
+}
+
+void ToolRun::enter(Phase phase, std::chrono::milliseconds patienceWithIt)
+{
+    m_phase = phase;
+    m_deadline = Clock::now() + patienceWithIt;
+}
+
+int ToolRun::millisecondsLeft() const
+{
+    constexpr int noEnd = -1;
+    const int look = m_ending.isOpen() || m_toolEnded ? noEnd : betweenLooks;
+    if (!m_deadline) {
+        return look;
+    }
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(*m_deadline - Clock::now()).count();
+    const int rest = static_cast<int>(std::clamp<decltype(left)>(left, 0, 1'000'000));
+    return look == noEnd ? rest : std::min(look, rest);
+}
+
+ToolEnd ToolRun::reap() const
+{
+    kill(-m_leader, SIGKILL); // what it left running
+    int status = 0;
+    while (waitpid(m_leader, &status, 0) < 0 && errno == EINTR) {
+    }
+    ToolEnd end;
+    end.printedText = m_printedText;
+    if (m_endedByUs) {
+        end.kind = ToolEnd::Kind::Ended;
+    } else if (WIFSIGNALED(status)) {
+        end.kind = ToolEnd::Kind::Signalled;
+        end.number = WTERMSIG(status);
+    } else {
+        end.kind = ToolEnd::Kind::Exited;
+        end.number = WEXITSTATUS(status);
+    }
+    return end;
+}
+
+} // namespace kruv

@@ -1,0 +1,39 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "shntool/SHNToolTask.h"
+
+#include "support/Engine.h"
+#include "support/QtPrinters.h"
+
+#include <ctime>
+#include <gtest/gtest.h>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace kruv::test {
+
+TEST(SHNToolTask, AFloodCostsTheMainThreadLittle)
+{
+    const auto secondsUsed = [] {
+        timespec used{};
+        clock_gettime(CLOCK_THREAD_CPUTIME_ID, &used);
+        return static_cast<double>(used.tv_sec) + static_cast<double>(used.tv_nsec) / 1e9;
+    };
+    const char *const floods[] = {"no end ", "Len [x.wav] (0:01.00) : 12%", "moved back \b\b", "line\n"};
+    for (const char *const text : floods) {
+        SCOPED_TRACE(text);
+        Engine engine;
+        const auto job = std::make_shared<SHNToolTask>(
+            &engine.queue, fakeTool(), QStringList{u"flood"_s, u"36"_s, QString::fromLatin1(text)},
+            SHNToolProgress{"Running: %1%", nullptr, false, true});
+        const double before = secondsUsed();
+        engine.queue.addTask(job);
+        ASSERT_TRUE(engine.runToEnd());
+        EXPECT_LT(secondsUsed() - before, 1.0);
+        EXPECT_FALSE(job->error());
+        EXPECT_LE(job->results()->results().size(), KruvTaskResults::maxTextLength + 100);
+    }
+}
+
+} // namespace kruv::test
