@@ -69,26 +69,11 @@ QString generateTempFileName(const QString &folder, const QString &extension)
     return QFile::decodeName(path);
 }
 
-QString generateTempFileName2(const QString &folder, const QString &extension)
-{
-    return nameTemplate(folder, extension);
-}
-
 bool deleteFile(const QString &path, const Preferences &preferences)
 {
     const bool toTrash = preferences.integer(QStringLiteral("trashOrDelete")) != 0;
     const bool done = toTrash ? moveToTrash(path) : QFile::remove(path);
     return done || !QFile::exists(path);
-}
-
-bool kruvStartsWith(const QString &string, const QString &text)
-{
-    return !text.isEmpty() && string.startsWith(text);
-}
-
-bool kruvEndsWith(const QString &string, const QString &text)
-{
-    return !text.isEmpty() && string.endsWith(text);
 }
 
 } // namespace kruv::Util

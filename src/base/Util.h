@@ -16,17 +16,9 @@ namespace Util {
 /// extension, std::runtime_error when the file can't be made.
 QString generateTempFileName(const QString &folder, const QString &extension);
 
-/// The same name with its eight X left as they are: a fixed scratch name for the session. Creates nothing.
-QString generateTempFileName2(const QString &folder, const QString &extension);
-
 /// Moves the file to the trash when the preference `trashOrDelete` is non-zero, else removes it. False when
 /// it is still there.
 bool deleteFile(const QString &path, const Preferences &preferences);
-
-/// True when the first occurrence of a non-empty `text` is at the string's start.
-bool kruvStartsWith(const QString &string, const QString &text);
-/// True when the string ends with a non-empty `text`.
-bool kruvEndsWith(const QString &string, const QString &text);
 
 } // namespace Util
 } // namespace kruv

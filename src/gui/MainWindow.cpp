@@ -225,8 +225,6 @@ void MainWindow::endApplication()
 void MainWindow::waitForJobs()
 {
     m_waitingPanel = std::make_unique<StatusPanelController>();
-    m_waitingPanel->setInDeterminate();
-    m_waitingPanel->startAnimation();
     m_waitingPanel->setText(tr("Waiting for running jobs to finish. Closing this window ends them now."));
     m_waitingPanel->show();
     connect(m_waitingPanel.get(), &StatusPanelController::closed, this, &MainWindow::quit);

@@ -19,8 +19,6 @@ public:
     OutputWindowController();
 
     void setTextValue(const QString &text, const QString &title);
-    /// Does nothing: the window is filled once.
-    void textAppend(const QString &) {}
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;

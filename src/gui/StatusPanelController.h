@@ -6,11 +6,10 @@
 #include <QWidget>
 
 class QLabel;
-class QProgressBar;
 
 namespace kruv {
 
-/// A small window of its own with one line of text and one progress bar.
+/// A small window of its own with one line of text and a bar that moves without an end.
 class StatusPanelController : public QWidget
 {
     Q_OBJECT
@@ -18,12 +17,6 @@ public:
     explicit StatusPanelController(QWidget *parent = nullptr);
 
     void setText(const QString &text);
-    void setDeterminate(int minimum, int maximum);
-    void setInDeterminate();
-    void startAnimation();
-    void stopAnimation();
-    void setProgress(int value);
-    void incrementProgress(int delta);
 
 Q_SIGNALS:
     void closed();
@@ -32,14 +25,7 @@ protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
-    void showRange();
-
     QLabel *m_textField;
-    QProgressBar *m_progressBar;
-    int m_minimum = 0;
-    int m_maximum = 100;
-    bool m_determinate = true;
-    bool m_animated = false;
 };
 
 } // namespace kruv

@@ -45,12 +45,4 @@ std::int32_t leadingInt32(QStringView text)
         std::clamp<std::int64_t>(leadingInt64(text), Limits::min(), Limits::max()));
 }
 
-double leadingDouble(QStringView text)
-{
-    const std::string bytes = numberBytes(text);
-    double value = 0.0;
-    std::from_chars(bytes.data(), bytes.data() + bytes.size(), value);
-    return value;
-}
-
 } // namespace kruv

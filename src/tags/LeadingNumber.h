@@ -14,7 +14,4 @@ namespace kruv {
 std::int32_t leadingInt32(QStringView text);
 std::int64_t leadingInt64(QStringView text);
 
-/// The decimal number that a text begins with ("-6.52 dB" is -6.52); 0 when it begins with none.
-double leadingDouble(QStringView text);
-
 } // namespace kruv

@@ -9,19 +9,15 @@
 #include "tags/FlacTagHelper.h"
 #include "tags/GenericTag.h"
 #include "tags/Id3v2Tags.h"
-#include "tags/LeadingNumber.h"
 #include "tags/ReadOnlyFileStream.h"
 #include "tags/StagedFileStream.h"
-#include "tags/TagText.h"
 #include "tags/XiphTags.h"
 
 #include <QFileInfo>
-#include <QLoggingCategory>
 
 #include <aifffile.h>
 #include <apefile.h>
 #include <apetag.h>
-#include <cmath>
 #include <flacfile.h>
 #include <id3v2framefactory.h>
 #include <mpegfile.h>
@@ -35,8 +31,6 @@
 namespace kruv {
 
 namespace {
-
-Q_LOGGING_CATEGORY(tagLog, "kruv.tags", QtWarningMsg)
 
 /// Opens without reading the audio's properties. Some of the library's classes want a frame factory.
 template <typename File> File openTagged(TagLib::IOStream &stream)
@@ -269,50 +263,6 @@ void TagLibTagsHelper::setBlankTags(TagsObject &record) const
         record.setText(static_cast<TagField>(field), QStringLiteral(""));
     }
     record.setAlbumArt({});
-}
-
-TagLib::String TagLibTagsHelper::tagLibString(const QString &string) const
-{
-    return toTagLibString(string);
-}
-
-QString TagLibTagsHelper::getiTunNORM(const QMap<QString, QString> &map) const
-{
-    const QString gainKey = QStringLiteral("REPLAYGAIN_TRACK_GAIN");
-    if (!map.contains(gainKey)) {
-        return {};
-    }
-    const double watts = gain_to_watts(leadingDouble(map.value(gainKey)));
-    const double peak = leadingDouble(map.value(QStringLiteral("REPLAYGAIN_TRACK_PEAK")));
-    const auto word = [this](double value) { return hexFromStr(QString::number(value, 'f', 6)); };
-    const QString fixed = QStringLiteral("00024CA8");
-    const QStringList words{word(watts * 1000),
-                            word(watts * 1000),
-                            word(watts * 2500),
-                            word(watts * 2500),
-                            fixed,
-                            fixed,
-                            word(peak * 32767),
-                            word(peak * 32767),
-                            fixed,
-                            fixed};
-    QString text = QStringLiteral(" ");
-    for (const QString &each : words) {
-        text += each.trimmed() + u' ';
-    }
-    qCInfo(tagLog, "iTunNORM:\"%s\"", qUtf8Printable(text));
-    return {};
-}
-
-double TagLibTagsHelper::gain_to_watts(double gain) const
-{
-    return std::pow(10.0, gain * -0.1);
-}
-
-QString TagLibTagsHelper::hexFromStr(const QString &text) const
-{
-    const auto number = static_cast<quint32>(leadingInt32(text));
-    return QStringLiteral("%1 ").arg(number, 8, 16, QLatin1Char('0')).toUpper();
 }
 
 } // namespace kruv

@@ -5,14 +5,9 @@
 
 #include "tags/TagsObject.h"
 
-#include <QMap>
 #include <QString>
 
 #include <memory>
-
-namespace TagLib {
-class String;
-}
 
 namespace kruv {
 
@@ -55,14 +50,6 @@ public:
 
     /// Makes every text of the record empty (not absent) and its picture absent.
     void setBlankTags(TagsObject &record) const;
-    TagLib::String tagLibString(const QString &string) const;
-
-    /// Works out and logs a sound-check text from replay gain figures, and returns a null string.
-    QString getiTunNORM(const QMap<QString, QString> &map) const;
-    /// 10 to the power (gain × -0.1); `gain` in dB.
-    double gain_to_watts(double gain) const;
-    /// The text's leading integer as eight upper-case hexadecimal digits and one space.
-    QString hexFromStr(const QString &text) const;
 };
 
 } // namespace kruv

@@ -62,16 +62,6 @@ TEST(TemporaryNames, AreUniqueAcrossThreads)
     EXPECT_EQ(paths.size(), 200);
 }
 
-TEST(TemporaryNames, OfTheSecondKindAreFixedAndMakeNothing)
-{
-    const TemporaryFolder folder;
-    const QString path = Util::generateTempFileName2(folder.path(), QStringLiteral("wav"));
-    EXPECT_EQ(path, Util::generateTempFileName2(folder.path(), QStringLiteral("wav")));
-    EXPECT_TRUE(path.endsWith(u"-XXXXXXXX.wav"));
-    EXPECT_FALSE(QFile::exists(path));
-    EXPECT_NE(path, Util::generateTempFileName2(folder.path(), QStringLiteral("aiff")));
-}
-
 class DeletedFiles : public testing::Test
 {
 protected:

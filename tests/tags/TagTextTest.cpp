@@ -7,8 +7,6 @@
 #include "tags/LeadingNumber.h"
 #include "tags/TagLibTagsHelper.h"
 
-#include <QLoggingCategory>
-
 #include <gtest/gtest.h>
 #include <limits>
 
@@ -64,31 +62,6 @@ TEST(LeadingNumber, ReadsWhatATextBeginsWith)
     EXPECT_EQ(leadingInt32(u"99999999999"), std::numeric_limits<std::int32_t>::max());
     EXPECT_EQ(leadingInt64(u"4294967296\n"), 4294967296);
     EXPECT_EQ(leadingInt64(u"-99999999999999999999"), std::numeric_limits<std::int64_t>::min());
-    EXPECT_DOUBLE_EQ(leadingDouble(u"-6.52 dB"), -6.52);
-    EXPECT_DOUBLE_EQ(leadingDouble(u"dB"), 0.0);
-}
-
-QString lastMessage;
-
-TEST(SoundCheck, FiguresAndText)
-{
-    const TagLibTagsHelper helper{};
-    EXPECT_DOUBLE_EQ(helper.gain_to_watts(-10), 10.0);
-    EXPECT_EQ(helper.hexFromStr(u"2500.7"_s), u"000009C4 "_s);
-    EXPECT_EQ(helper.hexFromStr(u"-1"_s), u"FFFFFFFF "_s);
-    EXPECT_TRUE(helper.getiTunNORM({}).isNull());
-
-    QLoggingCategory::setFilterRules(u"kruv.tags.info=true"_s);
-    const QtMessageHandler before = qInstallMessageHandler(
-        [](QtMsgType, const QMessageLogContext &, const QString &text) { lastMessage = text; });
-    EXPECT_TRUE(helper
-                    .getiTunNORM(
-                        {{u"REPLAYGAIN_TRACK_GAIN"_s, u"-3.00 dB"_s}, {u"REPLAYGAIN_TRACK_PEAK"_s, u"0.5"_s}})
-                    .isNull());
-    qInstallMessageHandler(before);
-    QLoggingCategory::setFilterRules({});
-    EXPECT_EQ(lastMessage, u"iTunNORM:\" 000007CB 000007CB 0000137C 0000137C 00024CA8 00024CA8 "
-                           "00003FFF 00003FFF 00024CA8 00024CA8 \""_s);
 }
 
 } // namespace
