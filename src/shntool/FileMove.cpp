@@ -32,7 +32,7 @@ QString copyOver(const QString &from, const QString &to)
     if (!target.open(QIODevice::WriteOnly)) {
         return target.errorString();
     }
-    constexpr qint64 pieceSize = 1024 * 1024;
+    constexpr qint64 pieceSize = qint64{1024} * 1024;
     while (!source.atEnd()) {
         const QByteArray piece = source.read(pieceSize);
         if (piece.isEmpty() || target.write(piece) != piece.size()) {

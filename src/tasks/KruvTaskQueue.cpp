@@ -12,7 +12,6 @@
 
 #include <algorithm>
 #include <exception>
-#include <ranges>
 #include <vector>
 
 namespace kruv {
@@ -199,9 +198,7 @@ void KruvTaskQueue::cancelAllTasks()
     // Each cancelled waiting job lowers the count of running ones; without the guard the walk would start
     // half of the jobs that it is about to cancel.
     m_cancellingAll = true;
-    for (const std::shared_ptr<KruvTask> &task : std::views::reverse(tasks)) {
-        task->cancelTask();
-    }
+    std::for_each(tasks.rbegin(), tasks.rend(), [](const auto &task) { task->cancelTask(); });
     m_cancellingAll = false;
     m_activeTask = m_startedJobs;
     if (m_activeTask < 1 && !tasks.empty()) {
