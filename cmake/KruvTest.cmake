@@ -4,7 +4,8 @@
 # kruv_add_test(<name> SOURCES <file>... LIBS <target>...)
 # One GoogleTest program; each of its cases becomes one CTest test. Tests find the tools in the build tree's
 # resources folder, use the offscreen platform and a UTF-8 locale, and never a desktop's session bus. Linking
-# kruv_test_support brings a main() with a QCoreApplication. The case's label is its folder where that is tools, gui, cli or platform, else "engine".
+# kruv_test_support brings a main() with a QCoreApplication. The case's label is its folder where that is tools, gui, cli or
+# platform, else "engine"; the target kruv_<label>_tests builds all of one label.
 function(kruv_add_test name)
   cmake_parse_arguments(ARG "" "" "SOURCES;LIBS" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
@@ -27,6 +28,10 @@ function(kruv_add_test name)
   if(CMAKE_CURRENT_SOURCE_DIR MATCHES "/tests/(tools|gui|cli|platform)(/|$)")
     set(label ${CMAKE_MATCH_1})
   endif()
+  if(NOT TARGET kruv_${label}_tests)
+    add_custom_target(kruv_${label}_tests)
+  endif()
+  add_dependencies(kruv_${label}_tests ${name})
   gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 300 LABELS ${label})
   # Discovery takes a list apart on its way to the tests, so the environment is set when they are known.
   set(environment_file ${CMAKE_CURRENT_BINARY_DIR}/${name}_environment.cmake)

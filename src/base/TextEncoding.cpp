@@ -13,7 +13,7 @@ namespace kruv {
 
 namespace {
 
-constexpr qsizetype sampleSize = 64 * 1024; // bytes
+constexpr qsizetype sampleSize = qsizetype{64} * 1024; // bytes
 
 /// UTF-16 without a byte-order mark: text in it has its line breaks, blanks and digits as a zero byte and
 /// another one. Nothing else that is text has zero bytes.

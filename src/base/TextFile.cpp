@@ -15,7 +15,7 @@ namespace {
 
 Q_LOGGING_CATEGORY(textLog, "kruv.text", QtWarningMsg)
 
-constexpr qint64 mostBytes = 16 * 1024 * 1024;
+constexpr qint64 mostBytes = qint64{16} * 1024 * 1024;
 
 } // namespace
 

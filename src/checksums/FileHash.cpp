@@ -19,10 +19,10 @@ namespace kruv {
 namespace {
 
 /// Fits a processor's second-level cache, so that the digest reads what was just copied there.
-constexpr std::size_t pieceSize = 256 * 1024;
+constexpr std::size_t pieceSize = std::size_t{256} * 1024;
 /// How far the disk is kept ahead of the digest.
-constexpr off_t readAhead = 8 * 1024 * 1024;
-constexpr off_t readAheadStep = 1024 * 1024;
+constexpr off_t readAhead = off_t{8} * 1024 * 1024;
+constexpr off_t readAheadStep = off_t{1024} * 1024;
 
 using Context = std::unique_ptr<EVP_MD_CTX, decltype(&EVP_MD_CTX_free)>;
 

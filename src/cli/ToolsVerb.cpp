@@ -7,7 +7,7 @@
 #include "cli/ExitStatus.h"
 #include "cli/JsonReporter.h"
 #include "platform/Resources.h"
-#include "tasks/ToolCatalog.h"
+#include "tasks/FoundTool.h"
 
 #include <QJsonObject>
 

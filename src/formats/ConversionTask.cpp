@@ -72,7 +72,7 @@ bool ConversionTask::runStep(const ToolStep &step, const ToolRequest &request)
 bool ConversionTask::run(const char *tool, const QStringList &arguments, ToolReader read,
                          const QString &progress)
 {
-    constexpr qsizetype enough = 64 * 1024;
+    constexpr qsizetype enough = qsizetype{64} * 1024;
     m_toolWords.clear();
     const bool done = runTool(toolPath(QString::fromLatin1(tool)), arguments, [&](const QString &text) {
         if (m_toolWords.size() < enough) {

@@ -5,7 +5,7 @@
 
 #include "base/BackgroundWork.h"
 #include "tabs/Controls.h"
-#include "tasks/ToolCatalog.h"
+#include "tasks/FoundTool.h"
 
 #include <QWidget>
 

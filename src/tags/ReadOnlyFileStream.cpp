@@ -15,7 +15,7 @@
 namespace kruv {
 
 namespace {
-constexpr long windowLength = 16 * 1024;
+constexpr long windowLength = long{16} * 1024;
 }
 
 ReadOnlyFileStream::ReadOnlyFileStream(const QString &path)

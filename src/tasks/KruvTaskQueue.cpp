@@ -12,7 +12,6 @@
 
 #include <algorithm>
 #include <exception>
-#include <ranges>
 #include <vector>
 
 namespace kruv {
@@ -195,9 +194,7 @@ void KruvTaskQueue::cancelAllTasks()
         tasks.push_back(entry.second.task);
     }
     m_cancellingAll = true;
-    for (const std::shared_ptr<KruvTask> &task : std::views::reverse(tasks)) {
-        task->cancelTask();
-    }
+    std::for_each(tasks.rbegin(), tasks.rend(), [](const auto &task) { task->cancelTask(); });
     m_cancellingAll = false;
     fillFreePlaces(); // with the follow-up jobs of the sets that have ended
     if (m_activeTask == 0 && !tasks.empty()) {

@@ -21,7 +21,7 @@ class KruvTaskResults
 public:
     /// Longest text kept for one job, in UTF-16 units. What a flooding tool prints beyond it is left out, and
     /// said so.
-    static constexpr qsizetype maxTextLength = 4 * 1024 * 1024;
+    static constexpr qsizetype maxTextLength = qsizetype{4} * 1024 * 1024;
     /// The same for the texts of all jobs together, so that ten thousand flooding tools fill no memory.
     static constexpr qsizetype maxSetLength = 16 * maxTextLength;
 

@@ -18,7 +18,7 @@ namespace kruv::StagingLock {
 
 namespace {
 
-constexpr qint64 day = 24 * 60 * 60;
+constexpr qint64 day = qint64{24} * 60 * 60;
 // Locks of other hosts can't be seen on every file system: long enough for any job.
 constexpr qint64 longestJob = 7 * day;
 

@@ -4,14 +4,11 @@
 #include "tasks/ToolCatalog.h"
 
 #include "platform/Resources.h"
-#include "tasks/ToolRun.h"
 
 #include <QFile>
 #include <QFileInfo>
-#include <QRegularExpression>
 
 #include <algorithm>
-#include <chrono>
 #include <stdexcept>
 #include <unistd.h>
 
@@ -28,12 +25,6 @@ const ToolInfo *infoFor(const QString &name)
     const auto *found = std::ranges::find_if(
         tools, [&name](const ToolInfo &tool) { return name == QLatin1StringView(tool.name); });
     return found == std::end(tools) ? nullptr : found;
-}
-
-QString versionIn(const QString &output)
-{
-    static const QRegularExpression number(QStringLiteral("\\bv?(\\d+(?:\\.\\d+)+[\\w.+-]*|\\d{8}\\b)"));
-    return number.match(output).captured(1);
 }
 
 } // namespace
@@ -81,28 +72,6 @@ void requireLaunchable(const QString &launchPath)
     if (!isLaunchable(launchPath)) {
         throw std::runtime_error(missingToolMessage(launchPath).toStdString());
     }
-}
-
-FoundTool find(const ToolInfo &info)
-{
-    FoundTool found{info, {}, {}};
-    const QString path = toolPath(QString::fromLatin1(info.name));
-    if (!isLaunchable(path)) {
-        return found;
-    }
-    ToolCall question{path, info.versionArgument ? QStringList{QString::fromLatin1(info.versionArgument)}
-                                                 : QStringList{}};
-    question.timeLimit = std::chrono::seconds(5);
-    QString output;
-    const ToolEnd end = ToolRun(question).run([&output](const QString &piece) { output += piece; });
-    constexpr int adapterWithoutItsTool = 127;
-    if (end.kind == ToolEnd::Kind::NotLaunched ||
-        (end.kind == ToolEnd::Kind::Exited && end.number == adapterWithoutItsTool)) {
-        return found;
-    }
-    found.path = path;
-    found.version = end.kind == ToolEnd::Kind::Exited ? versionIn(output) : QString();
-    return found;
 }
 
 } // namespace kruv::ToolCatalog

@@ -24,14 +24,6 @@ struct ToolInfo
     const char *builtWith = nullptr;
 };
 
-struct FoundTool
-{
-    ToolInfo info;
-    /// Where it is; empty when missing.
-    QString path;
-    QString version;
-};
-
 namespace ToolCatalog {
 
 std::span<const ToolInfo> all();
@@ -48,10 +40,6 @@ bool isLaunchable(const QString &launchPath);
 
 /// Throws std::runtime_error with missingToolMessage() unless `launchPath` is an executable file.
 void requireLaunchable(const QString &launchPath);
-
-/// Looks a tool up and asks it for its version. Blocks for as long as the tool takes; one that takes more
-/// than five seconds is ended.
-FoundTool find(const ToolInfo &info);
 
 } // namespace ToolCatalog
 } // namespace kruv

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Kruv developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "shntool/SHNToolTask.h"
+#include "shntool/SHNToolDisplay.h"
 
 #include "support/Engine.h"
 #include "support/QtPrinters.h"
@@ -13,7 +13,26 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace kruv::test {
 
-TEST(SHNToolTask, AFloodCostsTheMainThreadLittle)
+namespace {
+
+class ShowingTask : public KruvAsyncNSTask
+{
+public:
+    ShowingTask(TaskCompletionSink *queue, const QStringList &arguments)
+        : KruvAsyncNSTask(queue, fakeTool(), arguments)
+    {
+    }
+
+protected:
+    void processTaskOutput(const QString &text) override { m_display.read(text); }
+
+private:
+    SHNToolDisplay m_display{*this, {"Running: %1%", nullptr, false, true}};
+};
+
+} // namespace
+
+TEST(SHNToolDisplay, AFloodCostsTheMainThreadLittle)
 {
     const auto secondsUsed = [] {
         timespec used{};
@@ -24,9 +43,8 @@ TEST(SHNToolTask, AFloodCostsTheMainThreadLittle)
     for (const char *const text : floods) {
         SCOPED_TRACE(text);
         Engine engine;
-        const auto job = std::make_shared<SHNToolTask>(
-            &engine.queue, fakeTool(), QStringList{u"flood"_s, u"36"_s, QString::fromLatin1(text)},
-            SHNToolProgress{"Running: %1%", nullptr, false, true});
+        const auto job = std::make_shared<ShowingTask>(
+            &engine.queue, QStringList{u"flood"_s, u"36"_s, QString::fromLatin1(text)});
         const double before = secondsUsed();
         engine.queue.addTask(job);
         ASSERT_TRUE(engine.runToEnd());

@@ -6,9 +6,9 @@
 #include "support/QtPrinters.h"
 #include "support/Wait.h"
 #include "tasks/DirectTool.h"
+#include "tasks/FoundTool.h"
 #include "tasks/KruvAsyncNSTaskFileOutputRedirection.h"
 #include "tasks/NSTaskWrapperSync.h"
-#include "tasks/ToolCatalog.h"
 #include "tasks/ToolEnvironment.h"
 
 #include <QDir>

@@ -9,7 +9,7 @@
 namespace kruv::dvda {
 namespace {
 
-constexpr std::size_t framesPerRead = 16 * 1024;
+constexpr std::size_t framesPerRead = std::size_t{16} * 1024;
 
 bool isFlac(tools::InputStream &file)
 {
