@@ -5,7 +5,9 @@
 
 #include "audio/FileDescriptor.h"
 #include "common/InputStream.h"
-#include "common/PcmReader.h"
+#include "common/WavReader.h"
+
+#include <QFile>
 
 #include <exception>
 
@@ -15,10 +17,17 @@ bool isPlainWav(const QString &path)
 {
     try {
         tools::InputStream input(FileDescriptor::openForReading(path).release(), path.toStdString());
-        return tools::PcmReader(input).frames().value_or(0) > 0;
+        const tools::WavReader reader(input, tools::WavTolerance::Repair);
+        return reader.statesLength() && reader.audioBytes().value_or(0) > 0;
     } catch (const std::exception &) {
         return true; // no integer PCM: the encoder has its own words for what it can't take
     }
+}
+
+bool isRiffWav(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) && file.read(4) == "RIFF";
 }
 
 } // namespace kruv

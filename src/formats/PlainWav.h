@@ -11,4 +11,7 @@ namespace kruv {
 /// One that was written through a pipe, or whose recorder crashed, states none.
 bool isPlainWav(const QString &path);
 
+/// Whether a WAV file is of the kind that shntool knows: none of those with sizes of 64 bits.
+bool isRiffWav(const QString &path);
+
 } // namespace kruv

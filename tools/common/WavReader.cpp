@@ -244,6 +244,7 @@ void WavReader::decideLength(std::uint64_t stated, bool placeholder)
     const std::uint64_t riffEnd = std::uint64_t(readLe32(&m_header[4])) + 8;
     const bool unreliable =
         stated == 0 || (placeholder && !(m_kind == Kind::Riff && size && isNear(*size, riffEnd)));
+    m_statesLength = !unreliable;
     if (stated == 0 && emptyDataIsMeant()) {
         m_remaining = 0;
     } else if (!unreliable && (!size || stated <= available)) {

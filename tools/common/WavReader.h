@@ -43,6 +43,8 @@ public:
     /// Audio bytes in whole frames as far as they are known beforehand; a pipe or a file cut short may have
     /// fewer.
     std::optional<std::uint64_t> audioBytes() const { return m_audioBytes; }
+    /// Whether the header tells the length, and not the input's end.
+    bool statesLength() const { return m_statesLength; }
     /// True when the header states more audio than has arrived at the end (a file cut short).
     bool endedEarly() const { return m_endedEarly; }
 
@@ -75,6 +77,7 @@ private:
     std::optional<std::uint64_t> m_audioBytes;
     std::optional<std::uint64_t> m_remaining; ///< audio bytes to come; nothing = until the end of input
     bool m_hasFormat = false;
+    bool m_statesLength = false;
     bool m_endedEarly = false;
     std::vector<std::uint8_t> m_partialFrame;
 };

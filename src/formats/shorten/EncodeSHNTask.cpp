@@ -4,6 +4,7 @@
 #include "formats/shorten/EncodeSHNTask.h"
 
 #include "base/PathNames.h"
+#include "formats/PlainWav.h"
 #include "formats/Records.h"
 #include "formats/ShntoolConversion.h"
 
@@ -12,6 +13,11 @@ namespace kruv {
 EncodeSHNTask::EncodeSHNTask(TaskCompletionSink *queue, const ConversionRequest &request)
     : TranscodeTask(queue, request, shortenFormat)
 {
+}
+
+bool EncodeSHNTask::readsItself() const
+{
+    return TranscodeTask::readsItself() && (&sourceFormat() != &wavFormat || isRiffWav(fileName()));
 }
 
 void EncodeSHNTask::encode(const QString &input)

@@ -16,6 +16,7 @@ public:
 
 protected:
     void encode(const QString &input) override;
+    bool readsItself() const override;
 };
 
 } // namespace kruv
