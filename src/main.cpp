@@ -16,7 +16,9 @@
 #include <clocale>
 #include <cstdlib>
 #include <cstring>
+#include <fcntl.h>
 #include <langinfo.h>
+#include <unistd.h>
 
 namespace {
 
@@ -29,6 +31,17 @@ void ensureUtf8Locale()
         unsetenv("LC_ALL");
         setenv("LC_CTYPE", "C.UTF-8", 1);
     }
+}
+
+/// Where a standard stream is closed, the first file that is opened would take its number, and what is said there
+/// would end up in somebody's audio.
+void keepStandardStreams()
+{
+    int descriptor = STDIN_FILENO;
+    while (descriptor >= 0 && descriptor <= STDERR_FILENO) {
+        descriptor = open("/dev/null", O_RDWR);
+    }
+    close(descriptor);
 }
 
 #ifdef KRUV_HAS_WINDOW
@@ -48,6 +61,7 @@ int openWindow(int, char **, const kruv::LaunchArguments &)
 
 int main(int argc, char **argv)
 {
+    keepStandardStreams();
     ensureUtf8Locale();
     QCoreApplication::setApplicationName(QStringLiteral("kruv"));
     QCoreApplication::setApplicationVersion(QStringLiteral(KRUV_VERSION));

@@ -74,11 +74,25 @@ void KruvTaskResults::appendLine(const QString &line, const KruvTask &task)
 {
     const std::lock_guard lock(m_resultsLock);
     if (Entry *entry = entryFor(task)) {
-        const QString text =
-            (entry->text.isEmpty() || entry->text.endsWith(u'\n') ? QString() : QStringLiteral("\n")) + line +
-            u'\n';
-        entry->text += text;
-        m_setLength += text.size();
+        endLine(*entry);
+        entry->text += line + u'\n';
+        m_setLength += line.size() + 1;
+    }
+}
+
+void KruvTaskResults::endLine(const KruvTask &task)
+{
+    const std::lock_guard lock(m_resultsLock);
+    if (Entry *entry = entryFor(task)) {
+        endLine(*entry);
+    }
+}
+
+void KruvTaskResults::endLine(Entry &entry)
+{
+    if (!entry.text.isEmpty() && !entry.text.endsWith(u'\n')) {
+        entry.text += u'\n';
+        ++m_setLength;
     }
 }
 

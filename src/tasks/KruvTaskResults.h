@@ -34,6 +34,8 @@ public:
     void appendResults(const QString &text, const KruvTask &task);
     /// Puts `line`, with its break, on a line of its own, whatever the text ends with and however long it is.
     void appendLine(const QString &line, const KruvTask &task);
+    /// Ends the line that the job's text ends in.
+    void endLine(const KruvTask &task);
     /// Replaces the first job's (or the given job's) text and marks the set as worth showing.
     void setResults(const QString &text);
     void setResults(const QString &text, const KruvTask &task);
@@ -63,6 +65,7 @@ private:
 
     Entry *entryFor(const KruvTask &task);
     void append(Entry &entry, const QString &text);
+    void endLine(Entry &entry);
     void replace(Entry &entry, const QString &text);
 
     mutable std::mutex m_resultsLock;

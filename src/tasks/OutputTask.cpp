@@ -33,12 +33,15 @@ void OutputTask::doStartTask()
         return;
     }
     requireUnchanged(stamps);
+    if (!startFinishing()) {
+        return;
+    }
     outputs.commit(deleteOriginal());
     committed(outputs);
     if (mayGoOn()) {
         releaseOriginals(outputs);
     }
-    if (!m_flaw.isEmpty() && !cancelled()) {
+    if (!m_flaw.isEmpty()) {
         setError(true);
     }
 }

@@ -11,6 +11,8 @@
 
 #include <QFileInfo>
 
+#include <utility>
+
 namespace kruv {
 
 StagedTask::StagedTask(TaskCompletionSink *queue, const QString &fileName)
@@ -56,11 +58,15 @@ bool StagedTask::runTool(const QString &launchPath, const QStringList &arguments
         return false;
     }
     restartProgress();
+    bool lineEnded = true; // so that what readers make of two lines, or of two tools, never runs together
     std::stop_source unwanted; // by the job, or by `read`, which may find that it failed
     const std::stop_callback onStop(stopToken(), [&unwanted] { unwanted.request_stop(); });
     ToolRun tool({launchPath, arguments, folder, m_environment}, unwanted.get_token());
     const ToolEnd end = tool.run([&](const QString &piece) {
         if (mayGoOn()) {
+            if (std::exchange(lineEnded, piece.endsWith(u'\n'))) {
+                results()->endLine(*this);
+            }
             read(piece);
         }
         if (!mayGoOn()) {

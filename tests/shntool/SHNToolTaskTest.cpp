@@ -5,6 +5,8 @@
 
 #include "support/Engine.h"
 #include "support/QtPrinters.h"
+#include "tasks/KruvAsyncNSTask.h"
+#include "tasks/KruvTaskResults.h"
 
 #include <ctime>
 #include <gtest/gtest.h>

@@ -34,7 +34,7 @@ protected:
     void doStartTask() override
     {
         const auto read = [this](const QString &piece) {
-            appendResults(piece);
+            appendResults(piece.trimmed());
             setError(error() || piece.contains(u"FATAL"));
         };
         while (steps < m_runs.size() && runTool(m_tool, m_runs[steps], read)) {
@@ -64,11 +64,13 @@ TEST(StagedTask, ToolsRunOneAfterTheOtherUntilOneFails)
         QString tool = fakeTool();
     };
     const QStringList good = prints(u"0"_s, "well ");
+    const QStringList lines = prints(u"0"_s, "one\n") + QStringList{u"74776f0a"_s, u"7468"_s, u"726565"_s};
     // Only a tool that is ended at its first word gets through all these in time.
     const QStringList endless = prints(u"0"_s, "FATAL") + QStringList(10'000, u"2e"_s);
     const Case cases[] = {
-        {{good, good}, 2, u"well well "_s},
-        {{good, prints(u"3"_s, "no space"), good}, 1, u"well no space"_s},
+        {{good, good}, 2, u"well\nwell\n"_s},
+        {{good, prints(u"3"_s, "no space"), good}, 1, u"well\nno space"_s},
+        {{lines}, 1, u"one\ntwo\nthree"_s},
         {{prints(u"3"_s, ""), good}, 0, u"fake_tool ended with status 3 and said nothing."_s},
         {{{u"die"_s, u"9"_s}, good}, 0, u"fake_tool was ended by signal 9 (Killed)."_s},
         {{endless, good}, 0, u"FATAL"_s},
