@@ -1,6 +1,9 @@
 # SPDX-FileCopyrightText: 2026 The Kruv developers
 # SPDX-License-Identifier: GPL-3.0-or-later
 
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+
 # One target carries every compile flag. Link it PRIVATE from each target of ours.
 add_library(kruv_flags INTERFACE)
 target_compile_features(kruv_flags INTERFACE cxx_std_20)

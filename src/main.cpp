@@ -33,8 +33,8 @@ void ensureUtf8Locale()
     }
 }
 
-/// Where a standard stream is closed, the first file that is opened would take its number, and what is said there
-/// would end up in somebody's audio.
+/// Where a standard stream is closed, the first file that is opened would take its number, and what is said
+/// there would end up in somebody's audio.
 void keepStandardStreams()
 {
     int descriptor = STDIN_FILENO;

@@ -7,8 +7,8 @@
 #include "audio/AudioFiles.h"
 #include "audio/ExtAudioFileReader.h"
 #include "audio/ExtAudioFileWriter.h"
+#include "tasks/FileStamp.h"
 #include "tasks/KruvTask.h"
-#include "tasks/OutputWatch.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -89,7 +89,7 @@ void EncodeCoreAudioSync::convert()
 {
     m_created = false;
     const auto input = AudioFiles::open(m_fileName);
-    if (OutputWatch::isSameFile(m_fileName, m_outFile)) {
+    if (FileStamp::isSameFile(m_fileName, m_outFile)) {
         throw AudioError(QStringLiteral("ExtAudioFileCreateWithURL failed prm?"),
                          QStringLiteral("The output would be written over the file that it is made from."));
     }

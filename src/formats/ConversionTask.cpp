@@ -87,10 +87,13 @@ bool ConversionTask::run(const char *tool, const QStringList &arguments, ToolRea
 void ConversionTask::take(const ToolPiece &piece, const QString &progress)
 {
     if (piece.percentage) {
-        showProgress(piece.detail.isEmpty() && !progress.contains(u"%2")
-                         ? progress.arg(piece.percentageText)
-                         : progress.arg(piece.percentageText, piece.detail),
-                     *piece.percentage);
+        QString status = progress; // some tools' jobs show the bar alone
+        if (progress.contains(u"%2")) {
+            status = progress.arg(piece.percentageText, piece.detail);
+        } else if (progress.contains(u"%1")) {
+            status = progress.arg(piece.percentageText);
+        }
+        showProgress(status, *piece.percentage);
     }
     appendResults(piece.results);
     if (piece.failed && !cancelled()) {

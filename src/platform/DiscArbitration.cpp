@@ -138,8 +138,7 @@ int DiscArbitration::unmountDesktopView(const QString &bsdName) const
     gio.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     gio.start(m_platform.gio, {QStringLiteral("mount"), QStringLiteral("--unmount"),
                                QStringLiteral("--force"), audioDiscAddress(bsdName)});
-    const bool ended =
-        gio.waitForFinished(m_platform.timeout) && gio.error() == QProcess::UnknownError;
+    const bool ended = gio.waitForFinished(m_platform.timeout) && gio.error() == QProcess::UnknownError;
     return ended ? gio.exitCode() : unanswered;
 }
 

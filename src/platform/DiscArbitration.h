@@ -42,8 +42,8 @@ public:
     /// What people call the disc mounted on the folder.
     static QString discName(const QString &folder);
 
-    /// Takes the disc off wherever it is mounted, and waits for that: not for the main thread. False, with a line
-    /// on standard error, where it stays mounted.
+    /// Takes the disc off wherever it is mounted, and waits for that: not for the main thread. False, with a
+    /// line on standard error, where it stays mounted.
     bool unMountDisc(const QString &bsdName);
     /// Asks for the mounts that unMountDisc() took, and doesn't wait.
     void mountDisc(const QString &bsdName);

@@ -34,8 +34,8 @@ public:
 protected:
     /// What the tool is launched with next. Main thread.
     void setArguments(const QStringList &arguments) { m_arguments = arguments; }
-    /// Runs before the tool is started, on the pool thread, so it may block. What it throws keeps the tool from
-    /// being started.
+    /// Runs before the tool is started, on the pool thread, so it may block. What it throws keeps the tool
+    /// from being started.
     virtual void prepare() {}
     /// One piece of output, as one read returned it. Main thread.
     virtual void processTaskOutput(const QString &text);

@@ -5,25 +5,10 @@
 
 #include "base/Util.h"
 #include "tasks/KruvTask.h"
-#include "tasks/OutputWatch.h"
 #include "tasks/StagedOutputs.h"
 #include "tasks/TaskCompletionSink.h"
 
 namespace kruv::OriginalFile {
-
-void deleteAfterSuccess(KruvTask &task, const QString &source, const OutputWatch &output)
-{
-    if (!task.deleteOriginal() || task.error() || task.cancelled() || !task.queue()) {
-        return;
-    }
-    if (!output.written()) {
-        keep(task, source, QStringLiteral("its output is missing, empty or was not written by this job"));
-    } else if (!output.reachedDisk()) {
-        keep(task, source, QStringLiteral("its output could not be brought to the disk for good"));
-    } else if (!Util::deleteFile(source, task.queue()->preferences())) {
-        keep(task, source, QStringLiteral("it could not be deleted; its output is complete"));
-    }
-}
 
 void deleteAfterCommit(KruvTask &task, const QString &source, const StagedOutputs &outputs)
 {

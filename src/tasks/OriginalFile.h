@@ -8,17 +8,13 @@
 namespace kruv {
 
 class KruvTask;
-class OutputWatch;
 class StagedOutputs;
 
 namespace OriginalFile {
 
-/// The last step of a conversion: deletes `source` when the job was asked to and neither failed nor was
-/// cancelled. When the output turns out to be missing, empty or older than the job, the source stays and the
-/// job fails, saying so.
-void deleteAfterSuccess(KruvTask &task, const QString &source, const OutputWatch &output);
-
-/// The same for a job whose outputs were committed and brought to the disk.
+/// The last step of a job whose outputs were committed: deletes `source` when the job was asked to and
+/// neither failed nor was cancelled. When an output is missing, empty or not safely on the disk, the source
+/// stays and the job fails, saying so.
 void deleteAfterCommit(KruvTask &task, const QString &source, const StagedOutputs &outputs);
 
 /// Keeps the source of a job that was asked to delete it, fails the job and says why.

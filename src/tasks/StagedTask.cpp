@@ -5,11 +5,7 @@
 
 #include "base/PathNames.h"
 #include "platform/MainThread.h"
-#include "tasks/OriginalFile.h"
-#include "tasks/OutputWatch.h"
 #include "tasks/ToolRun.h"
-
-#include <QFileInfo>
 
 #include <utility>
 
@@ -58,7 +54,7 @@ bool StagedTask::runTool(const QString &launchPath, const QStringList &arguments
         return false;
     }
     restartProgress();
-    bool lineEnded = true; // so that what readers make of two lines, or of two tools, never runs together
+    bool lineEnded = true;     // so that what readers make of two lines, or of two tools, never runs together
     std::stop_source unwanted; // by the job, or by `read`, which may find that it failed
     const std::stop_callback onStop(stopToken(), [&unwanted] { unwanted.request_stop(); });
     ToolRun tool({launchPath, arguments, folder, m_environment}, unwanted.get_token());
@@ -92,23 +88,6 @@ void StagedTask::showProgress(const QString &status, double percentage)
         setTopTextFieldString(status);
         setProgressIndicatorValue(percentage);
         publish(&KruvTask::updateStatus);
-    }
-}
-
-bool StagedTask::outputIsFree()
-{
-    if (QFileInfo::exists(outputPath())) {
-        fail(QStringLiteral("The output %1 already exists and was left as it is.").arg(outputPath()));
-        return false;
-    }
-    return true;
-}
-
-void StagedTask::deleteSource(const OutputWatch &output)
-{
-    if (startFinishing() && m_fileName != outputPath() &&
-        !OutputWatch::isSameFile(m_fileName, outputPath())) {
-        OriginalFile::deleteAfterSuccess(*this, m_fileName, output);
     }
 }
 

@@ -12,8 +12,6 @@
 
 namespace kruv {
 
-class OutputWatch;
-
 /// Base of the jobs that go through several steps by themselves on a pool thread: conversions, tools run to
 /// their end, tag copies. Such a job ends once, when its steps have: cancelling ends the tool that is
 /// running, and the steps see cancelled() and return.
@@ -54,12 +52,6 @@ protected:
     /// each restartProgress(), begins at 0.
     void showProgress(const QString &status, double percentage);
     void restartProgress() { m_lastPercentageDisplayed = 0.0; }
-
-    /// For conversions that must not replace a file: false, with the job failed, where the output exists.
-    bool outputIsFree();
-    /// The last step of a conversion: deletes the source where that was asked for, the job may go on and
-    /// `output` was written. A source that is its own output stays.
-    void deleteSource(const OutputWatch &output);
 
 private:
     const QString m_fileName;

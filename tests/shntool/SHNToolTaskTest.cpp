@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "shntool/SHNToolDisplay.h"
-
 #include "support/Engine.h"
 #include "support/QtPrinters.h"
 #include "tasks/KruvAsyncNSTask.h"

@@ -51,7 +51,7 @@ private:
     std::vector<Channel> m_channels;
     std::uint32_t m_blockSize;
     std::uint32_t m_shift = 0;
-    std::uint32_t m_channel = 0;       ///< whose block comes next
+    std::uint32_t m_channel = 0; ///< whose block comes next
     bool m_atStart = true;
     std::vector<std::uint8_t> m_bytes; ///< the present block, interleaved
 };
