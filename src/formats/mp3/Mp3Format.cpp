@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "formats/JobMakers.h"
+#include "formats/PcmConversionTask.h"
 #include "formats/Records.h"
 #include "formats/ToolWords.h"
 #include "formats/mp3/EncodeMP3Task.h"
@@ -50,18 +51,19 @@ constexpr ToolWords words{hints, chatter};
 
 } // namespace
 
-/// MP3, by lame.
+/// MP3, by lame; read in this process.
 const Format mp3Format{
     .id = "mp3",
     .label = u"LAME MP3",
     .types = types,
     .mediaTypes = mediaTypes,
     .kind = FormatKind::Lossy,
-    .takenBy = {.tags = true},
+    .takenBy = {.decode = true, .encode = true, .tags = true},
     .isContent = isMp3,
     .limits = &limits,
     .options = options,
     .encode = makeConversionTask<EncodeMP3Task>,
+    .decode = makeConversionTask<PcmConversionTask>,
     .encoderTool = "lame",
     .recipe = &recipe,
     .tags = &TagAccesses::mp3,
