@@ -1,0 +1,105 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "formats/ConversionTask.h"
+#include "formats/Formats.h"
+#include "formats/Records.h"
+#include "support/Audio.h"
+#include "support/Engine.h"
+#include "support/QtPrinters.h"
+
+#include <QProcess>
+#include <QtEndian>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace kruv::test {
+
+namespace {
+
+QByteArray little(quint64 value, int bytes)
+{
+    const quint64 ordered = qToLittleEndian(value);
+    return QByteArray(reinterpret_cast<const char *>(&ordered), bytes);
+}
+
+/// A second of silence of two channels in one bit a sample, at 2.8224 MHz. Layout: the DSF file format of
+/// Sony, version 1.01.
+QByteArray silentDsf()
+{
+    constexpr quint64 block = 4096; // bytes of a channel
+    constexpr quint64 bits = 2'822'400;
+    constexpr quint64 blocks = (bits / 8 + block - 1) / block;
+    const QByteArray samples(static_cast<qsizetype>(blocks * block * 2), '\x69');
+    const quint64 data = 12 + static_cast<quint64>(samples.size());
+    return "DSD " + little(28, 8) + little(28 + 52 + data, 8) + little(0, 8) + "fmt " + little(52, 8) +
+           little(1, 4) + little(0, 4) + little(2, 4) + little(2, 4) + little(2'822'400, 4) + little(1, 4) +
+           little(bits, 8) + little(block, 4) + little(0, 4) + "data" + little(data, 8) + samples;
+}
+
+struct ReadOnlySource
+{
+    const Format *format;
+    const char *name;
+    /// What ffmpeg makes it with.
+    QStringList arguments;
+    bool isLossless = false;
+};
+
+} // namespace
+
+TEST(ReadOnlySources, BecomeFlacAndWavByTheirContent)
+{
+    Engine engine;
+    const AudioShape shape{.sampleRate = 48000, .channels = 2, .bitsPerSample = 24, .frames = 48000};
+    const QString wav = engine.folder.file(u"source.wav"_s);
+    writeWav(wav, shape);
+    const QStringList experimental{u"-strict"_s, u"-2"_s};
+    const std::vector<ReadOnlySource> sources{
+        {&trueHdFormat, "a.thd", experimental + QStringList{u"-c:a"_s, u"truehd"_s}, true},
+        {&trueHdFormat, "a.mlp", experimental + QStringList{u"-c:a"_s, u"mlp"_s}, true},
+        {&mp3Format, "a.mp3", {}},
+        {&adtsFormat, "a.aac", {}},
+        {&aacFormat, "aac.m4a", {u"-c:a"_s, u"aac"_s}},
+        {&vorbisFormat, "a.ogg", {u"-c:a"_s, u"libvorbis"_s}},
+        {&dsdFormat, "a.dsf", {}},
+    };
+    for (const ReadOnlySource &source : sources) {
+        SCOPED_TRACE(source.name);
+        const QString path = engine.folder.file(QString::fromLatin1(source.name));
+        if (source.format == &dsdFormat) {
+            writeFile(path, silentDsf());
+        } else {
+            QProcess ffmpeg;
+            ffmpeg.start(u"ffmpeg"_s, QStringList{u"-v"_s, u"error"_s, u"-nostdin"_s, u"-i"_s, wav} +
+                                          source.arguments + QStringList{path});
+            ASSERT_TRUE(ffmpeg.waitForFinished(-1) && ffmpeg.exitCode() == 0)
+                << ffmpeg.readAllStandardError().constData();
+        }
+        ASSERT_EQ(Formats::identify(path), source.format);
+        const QString decoded = path + u".wav"_s;
+        const QString flac = path + u".flac"_s;
+        const QString back = path + u".flac.wav"_s;
+        const auto run = [&engine](const std::shared_ptr<ConversionTask> &job) {
+            engine.queue.addTask(job);
+            EXPECT_TRUE(engine.runToEnd());
+            EXPECT_FALSE(job->error()) << job->results()->results().toStdString();
+        };
+        run(source.format->decode(&engine.queue, {.source = path, .output = decoded}));
+        run(flacFormat.encode(&engine.queue, {.source = path, .output = flac}));
+        run(flacFormat.decode(&engine.queue, {.source = flac, .output = back}));
+        const Audio audio = readWav(decoded);
+        EXPECT_TRUE(audio == readWav(back));
+        if (source.isLossless) {
+            EXPECT_TRUE(audio == makeAudio(shape));
+        } else {
+            const double seconds =
+                static_cast<double>(audio.samples.size()) / audio.channels / audio.sampleRate;
+            EXPECT_NEAR(seconds, 1.0, 0.06); // less exact where the format states no length
+        }
+    }
+}
+
+} // namespace kruv::test
