@@ -8,6 +8,7 @@
 #include "base/Version.h"
 #include "platform/MainThread.h"
 #include "platform/UnmountedDisc.h"
+#include "tasks/ToolCatalog.h"
 #include "tasks/ToolOutput.h"
 
 #include <QDateTime>
@@ -100,6 +101,7 @@ CDExtractTask::~CDExtractTask() = default;
 
 void CDExtractTask::make(StagedOutputs &outputs)
 {
+    ToolCatalog::requireLaunchable(m_launchPath); // without it, the disc stays with the desktop
     if (m_disc) {
         m_disc->takeOff();
     }
