@@ -58,6 +58,7 @@ install(FILES ${completions}/kruv.fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish
 
 install(FILES README.md DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/kruv)
 install(FILES ${dist}/copyright ${changelog} DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/kruv)
+install(FILES ${dist}/lintian-overrides DESTINATION ${CMAKE_INSTALL_DATADIR}/lintian/overrides RENAME kruv)
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME kruv)
