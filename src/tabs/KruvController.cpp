@@ -107,8 +107,12 @@ bool KruvController::isValidFile(const QString &tabLabel, const QString &path) c
         return true;
     }
     const QString fileType = PathNames::fileType(path);
-    if (isMpeg4(fileType) && (tabLabel == lossyLabel || tabLabel == encodeLabel)) {
+    if (isMpeg4(fileType) && tabLabel == lossyLabel) {
         return CoreAudioHelper::isAppleLossless(path);
+    }
+    if (isMpeg4(fileType) && tabLabel == encodeLabel) {
+        const Format *format = Formats::identify(path);
+        return format && format->decode;
     }
     if (fileType.isEmpty() || listHas(tabLabel, fileType)) {
         return !fileType.isEmpty();
@@ -140,8 +144,7 @@ KruvController::Intake KruvController::getFiles(const QStringList &paths, const 
 bool KruvController::passesPreFilter(const QString &tabLabel, const QString &path) const
 {
     const QString fileType = PathNames::fileType(path);
-    return tabLabel == checksumLabel || !m_extensionMap.contains(tabLabel) || listHas(tabLabel, fileType) ||
-           (tabLabel == encodeLabel && isMpeg4(fileType) && CoreAudioHelper::isAppleLossless(path));
+    return tabLabel == checksumLabel || !m_extensionMap.contains(tabLabel) || listHas(tabLabel, fileType);
 }
 
 void KruvController::setIntakeInBackground(bool inBackground)

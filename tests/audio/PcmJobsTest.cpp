@@ -79,7 +79,7 @@ TEST(PcmJobs, IntakeLooksIntoTheFile)
         const char *tab;
         const char *taken;
     } const rows[] = {
-        {"encode", "wav.raw alac.M4A"},
+        {"encode", "wav.raw alac.M4A aac.m4a"}, // asked about before they are made lossless
         {"lossy", "wav.raw alac.M4A"},
         {"decode", "wav.raw alac.M4A aac.m4a"},
         {"Tags", "alac.M4A aac.m4a"},

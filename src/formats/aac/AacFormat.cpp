@@ -36,6 +36,7 @@ const Format aacFormat{
     .types = types,
     .mediaTypes = mediaTypes,
     .kind = FormatKind::Lossy,
+    .takenBy = {.decode = true, .encode = true},
     .isContent = isAac,
     .limits = &limits,
     .options = options,
