@@ -30,6 +30,9 @@ void ConversionTask::make(StagedOutputs &outputs)
 {
     m_outputs = &outputs;
     identifySource();
+    if (m_sourceFormat->kind == FormatKind::ChangesSignal && deleteOriginal()) {
+        failAfterwards(tr("its samples were computed anew, so it can't be got back from the output"));
+    }
     m_staged = outputs.add(m_request.output);
     makeOutput();
     if (mayGoOn() && !outputs.wasMade(m_request.output)) {

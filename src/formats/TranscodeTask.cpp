@@ -43,9 +43,6 @@ bool TranscodeTask::readsItself() const
 void TranscodeTask::makeOutput()
 {
     showStatus(QString::fromUtf8(m_target.recipe->firstStatus));
-    if (sourceFormat().kind == FormatKind::ChangesSignal && deleteOriginal()) {
-        failAfterwards(tr("its samples were computed anew, so it can't be got back from the output"));
-    }
     if (readsItself()) {
         encode(fileName());
         return;

@@ -102,4 +102,24 @@ TEST(ReadOnlySources, BecomeFlacAndWavByTheirContent)
     }
 }
 
+TEST(ReadOnlySources, WhatIsComputedAnewNeverTakesTheOriginalsPlace)
+{
+    Engine engine;
+    const QString dsf = engine.folder.file(u"a.dsf"_s);
+    writeFile(dsf, silentDsf());
+    const std::shared_ptr<ConversionTask> jobs[] = {
+        dsdFormat.decode(&engine.queue, {.source = dsf, .output = engine.folder.file(u"a.wav"_s)}),
+        flacFormat.encode(&engine.queue, {.source = dsf, .output = engine.folder.file(u"a.flac"_s)}),
+    };
+    for (const auto &job : jobs) {
+        SCOPED_TRACE(job->outputPath().toStdString());
+        job->setDeleteOriginal(true);
+        engine.queue.addTask(job);
+        ASSERT_TRUE(engine.runToEnd());
+        EXPECT_TRUE(job->error());
+        EXPECT_TRUE(QFile::exists(job->outputPath()));
+        EXPECT_TRUE(QFile::exists(dsf));
+    }
+}
+
 } // namespace kruv::test
