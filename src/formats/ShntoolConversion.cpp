@@ -11,8 +11,10 @@ namespace {
 
 void readPercentage(ToolPiece &result, QStringView text)
 {
-    if (const qsizetype percent = text.indexOf(u'%'); percent >= 0) {
-        result.percentage = ToolOutput::leadingNumber(text.left(percent));
+    // Names of files stand before the last ": " and may have a "%" of their own.
+    const qsizetype names = text.lastIndexOf(u": ");
+    result.percentage = ToolOutput::lastPercentage(names < 0 ? text : text.sliced(names));
+    if (result.percentage) {
         result.percentageText = QString::number(*result.percentage, 'f', 6);
     }
 }

@@ -44,6 +44,19 @@ double leadingNumber(QStringView text)
     return text.left(length).toDouble();
 }
 
+std::optional<double> lastPercentage(QStringView piece)
+{
+    const qsizetype percent = piece.lastIndexOf(u'%');
+    qsizetype start = percent;
+    while (start > 0 && (piece[start - 1].isDigit() || piece[start - 1] == u'.')) {
+        --start;
+    }
+    if (percent < 0 || start == percent) {
+        return std::nullopt;
+    }
+    return leadingNumber(piece.sliced(start, percent - start));
+}
+
 QStringView percentageText(QStringView piece)
 {
     constexpr QStringView separator = u": ";

@@ -6,6 +6,8 @@
 #include <QString>
 #include <QStringView>
 
+#include <optional>
+
 /// What the readers of tool output share. Pure functions on one piece of output.
 namespace kruv::ToolOutput {
 
@@ -20,6 +22,9 @@ bool says(QStringView piece, QStringView words, QStringView name);
 /// The number the text begins with (blanks before it allowed), 0 where there is none. Never depends on the
 /// locale.
 double leadingNumber(QStringView text);
+/// The number that stands directly before the piece's last "%". A reader that comes late gets several updates
+/// in one piece; the newest counts.
+std::optional<double> lastPercentage(QStringView piece);
 /// The part after the first ": " where there is one, cut before its first "%"; else the text before the first
 /// "%".
 QStringView percentageText(QStringView piece);

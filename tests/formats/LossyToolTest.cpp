@@ -1,7 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The Kruv developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "formats/LossyOutput.h"
+#include "formats/ShntoolConversion.h"
+#include "formats/heaac/HeAacTool.h"
 #include "formats/mp3/Mp3Tool.h"
 #include "formats/opus/OpusTool.h"
 #include "support/Files.h"
@@ -16,13 +17,13 @@ namespace kruv::test {
 namespace {
 
 /// The percentages that a reader sees in a recorded run, in whole numbers.
-QList<int> percentages(const QString &recording, std::optional<double> (*read)(QStringView))
+QList<int> percentages(const QString &recording, ToolReader read)
 {
     QList<int> seen;
     const QByteArray file = readFile(u"%1/%2.txt"_s.arg(QStringLiteral(KRUV_TEST_DATA), recording));
     for (QByteArray line : file.split('\n').mid(1)) {
         line.replace("\\b", "\b").replace("\\n", "\n").replace("\\r", "\r").replace("\\e", "\x1b");
-        if (const auto percentage = read(QString::fromUtf8(line))) {
+        if (const auto percentage = read(QString::fromUtf8(line), {}).percentage) {
             seen.append(static_cast<int>(*percentage));
         }
     }
@@ -50,19 +51,20 @@ TEST(LossyTools, PassesEveryChoiceToTheEncoders)
 }
 
 // A late reader gets several updates in one piece.
-TEST(LossyOutput, ReadsTheNewestProgressOfEveryEncoder)
+TEST(LossyTools, ReadsTheNewestProgressOfEveryEncoder)
 {
     using Seen = QList<int>;
-    EXPECT_EQ(percentages(u"lame-3.100/cbr-joined"_s, LossyOutput::lame),
+    EXPECT_EQ(percentages(u"lame-3.100/cbr-joined"_s, Mp3Tool::read),
               Seen({0, 7, 13, 20, 33, 39, 46, 52, 59, 72, 78, 85, 91, 100}));
-    EXPECT_EQ(percentages(u"shntool-3.0.10/conv-mp3-joined"_s, LossyOutput::shntool),
+    EXPECT_EQ(percentages(u"shntool-3.0.10/conv-mp3-joined"_s, ShntoolConversion::read),
               Seen({0, 14, 29, 48, 63, 78, 92, 100}));
-    EXPECT_EQ(percentages(u"aacplusenc-1.0/joined"_s, LossyOutput::aacplusenc),
+    EXPECT_EQ(percentages(u"aacplusenc-1.0/joined"_s, HeAacTool::read),
               Seen({0, 8, 17, 27, 38, 48, 60, 71, 85, 99, 100}));
-    EXPECT_EQ(percentages(u"opus-tools-0.2/opusenc-joined"_s, LossyOutput::opusenc),
+    EXPECT_EQ(percentages(u"opus-tools-0.2/opusenc-joined"_s, OpusTool::read),
               Seen({0, 5, 10, 15, 20, 27, 32, 38, 43, 49, 55, 61, 67, 72, 78, 85, 91, 97}));
-    EXPECT_EQ(LossyOutput::lame(u"( 1%)|"), std::nullopt) << "too near the start";
-    EXPECT_EQ(LossyOutput::shntool(u"Converting [50%.wav] (0:40.00) --> [./z.mp3] : "), std::nullopt);
+    EXPECT_EQ(Mp3Tool::read(u"( 1%)|", {}).percentage, std::nullopt) << "too near the start";
+    EXPECT_EQ(ShntoolConversion::read(u"Converting [50%.wav] (0:40.00) --> [./z.mp3] : ", {}).percentage,
+              std::nullopt);
 }
 
 } // namespace kruv::test

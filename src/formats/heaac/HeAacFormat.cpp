@@ -3,11 +3,10 @@
 
 #include "formats/JobMakers.h"
 #include "formats/LossySources.h"
-#include "formats/RateOptions.h"
 #include "formats/Records.h"
 #include "formats/ToolWords.h"
 #include "formats/heaac/EncodeHEAACTask.h"
-#include "formats/heaac/HeAacOptions.h"
+#include "formats/heaac/HeAacTool.h"
 
 namespace kruv {
 
@@ -16,8 +15,7 @@ namespace {
 constexpr QStringView types[] = {u"M4A"};
 constexpr const char *mediaTypes[] = {"audio/mp4"};
 constexpr AudioLimits limits{{}, 2, 1, 999'999};
-constexpr const FormatOption *options[] = {&HeAacOptions::bitRate};
-constexpr OptionChoice rates[] = {{"24", "24"}, {"32", "32"}, {"48", "48"}, {"60", "60"}};
+constexpr const FormatOption *options[] = {&HeAacTool::bitRate};
 constexpr const Format *readsItself[] = {&aiffFormat};
 const TranscodeRecipe recipe{
     .firstStatus = "Encoding to HE-AAC", .rules = LossySources::aac, .readsItself = readsItself};
@@ -28,19 +26,6 @@ constexpr FailureHint hints[] = {
 constexpr ToolWords words{hints, {}};
 
 } // namespace
-
-const FormatOption HeAacOptions::bitRate{
-    .id = "bitrate",
-    .kind = FormatOption::Kind::Rate,
-    .label = QT_TRANSLATE_NOOP("FormatOption", "Bit rate, kbit/s"),
-    .help = QT_TRANSLATE_NOOP("FormatOption", "Bit rate in kbit/s; 60 when not given"),
-    .standard = 60,
-    .minimum = 8,
-    .maximum = 60,
-    .correction = 60,
-    .choices = rates,
-    .preferenceKey = "lossyComboLevel",
-    .controlName = "comboBox"};
 
 /// HE-AAC, by our own aacplusenc.
 const Format heAacFormat{

@@ -6,6 +6,7 @@
 #include "audio/CoreAudioHelper.h"
 #include "base/Preferences.h"
 #include "formats/Records.h"
+#include "formats/ShntoolConversion.h"
 #include "tasks/TaskCompletionSink.h"
 
 namespace kruv {
@@ -36,7 +37,7 @@ void EncodeMP3Task::encode(const QString &input)
     if (&sourceFormat() == &wavFormat) {
         run("lame", Mp3Tool::encode(request, tuning()), Mp3Tool::read, progress);
     } else {
-        run("shntool", Mp3Tool::encodeByShntool(request, tuning()), Mp3Tool::readShntool, progress);
+        run("shntool", Mp3Tool::encodeByShntool(request, tuning()), ShntoolConversion::read, progress);
     }
 }
 

@@ -4,7 +4,6 @@
 #include "formats/mp3/Mp3Tool.h"
 
 #include "base/PathNames.h"
-#include "formats/LossyOutput.h"
 #include "formats/RateOptions.h"
 #include "tasks/ToolOutput.h"
 
@@ -35,14 +34,21 @@ QString stereoWord(const Tuning &tuning)
     return tuning.jointStereo ? QStringLiteral("j") : QStringLiteral("s");
 }
 
-ToolPiece pieceWith(std::optional<double> percentage)
+/// Of the newest update that the piece has.
+std::optional<double> percentageIn(QStringView piece)
 {
-    ToolPiece piece;
-    if (percentage) {
-        piece.percentage = percentage;
-        piece.percentageText = QString::number(*percentage, 'f', 6);
+    constexpr qsizetype firstPlace = 5;
+    constexpr qsizetype width = 4; // "( 1%", "(13%" or "100%"
+    const QStringView text = ToolOutput::withoutBackspaces(piece);
+    const qsizetype marker = text.lastIndexOf(u"%)|");
+    if (marker < firstPlace) {
+        return std::nullopt;
     }
-    return piece;
+    QStringView number = text.sliced(marker - width + 1, width);
+    while (!number.isEmpty() && number.front().isPunct()) {
+        number = number.sliced(1);
+    }
+    return ToolOutput::leadingNumber(number);
 }
 
 } // namespace
@@ -113,22 +119,12 @@ QStringList encodeByShntool(const ToolRequest &request, const Tuning &tuning)
 
 ToolPiece read(QStringView piece, QStringView)
 {
-    ToolPiece result = pieceWith(LossyOutput::lame(piece));
+    ToolPiece result;
+    result.percentage = percentageIn(piece);
+    if (result.percentage) {
+        result.percentageText = QString::number(*result.percentage, 'f', 6);
+    }
     result.results = ToolOutput::withoutBackspaces(piece).toString();
-    return result;
-}
-
-ToolPiece readShntool(QStringView piece, QStringView)
-{
-    const QStringView text = ToolOutput::withoutBackspaces(piece);
-    ToolPiece result = pieceWith(LossyOutput::shntool(text));
-    if (text.contains(u"Converting")) {
-        result.results += text.left(text.indexOf(u": "));
-    }
-    if (text.contains(u"ERROR") || text.contains(u"OK")) {
-        result.results += text;
-    }
-    result.failed = text.contains(u"child encoder process");
     return result;
 }
 

@@ -10,9 +10,7 @@
 #include <QStringList>
 #include <QStringView>
 
-#include <optional>
-
-/// lame: its settings, its argument lists, also behind shntool, and the readers of its progress.
+/// lame: its settings, its argument lists, also behind shntool, and the reader of its progress.
 namespace kruv::Mp3Tool {
 
 extern const FormatOption mode;
@@ -34,7 +32,5 @@ QStringList encode(const ToolRequest &request, const Tuning &tuning);
 QStringList encodeByShntool(const ToolRequest &request, const Tuning &tuning);
 
 ToolPiece read(QStringView piece, QStringView name);
-/// Of shntool, with lame behind it.
-ToolPiece readShntool(QStringView piece, QStringView name);
 
 } // namespace kruv::Mp3Tool

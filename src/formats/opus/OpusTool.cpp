@@ -3,7 +3,6 @@
 
 #include "formats/opus/OpusTool.h"
 
-#include "formats/LossyOutput.h"
 #include "formats/RateOptions.h"
 #include "tasks/ToolOutput.h"
 
@@ -66,7 +65,9 @@ QStringList encode(const ToolRequest &request, const QString &title, const QStri
 ToolPiece read(QStringView piece, QStringView)
 {
     ToolPiece result;
-    result.percentage = LossyOutput::opusenc(piece);
+    const qsizetype drawing = piece.lastIndexOf(u"] "); // a bar that turns: [|] [/] [-]
+    const QStringView update = drawing < 0 ? QStringView() : piece.sliced(drawing);
+    result.percentage = ToolOutput::lastPercentage(update.left(update.indexOf(u'%') + 1));
     result.results = ToolOutput::withoutBackspaces(piece).toString();
     return result;
 }
