@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "formats/DecodeCodecTask.h"
 #include "formats/LossyTask.h"
 #include "platform/Resources.h"
 
@@ -28,6 +29,12 @@ std::shared_ptr<ConversionTask> makeConversionTask(TaskCompletionSink *queue,
                                                    const ConversionRequest &request)
 {
     return std::make_shared<Job>(queue, request);
+}
+
+template <const DecodeRecipe *recipe>
+std::shared_ptr<ConversionTask> makeDecodeTask(TaskCompletionSink *queue, const ConversionRequest &request)
+{
+    return std::make_shared<DecodeCodecTask>(queue, request, *recipe);
 }
 
 /// `tool` of the resources folder is run with `flag` and the file.

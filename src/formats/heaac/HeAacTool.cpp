@@ -15,18 +15,17 @@ constexpr OptionChoice rates[] = {{"24", "24"}, {"32", "32"}, {"48", "48"}, {"60
 
 } // namespace
 
-const FormatOption bitRate{
-    .id = "bitrate",
-    .kind = FormatOption::Kind::Rate,
-    .label = QT_TRANSLATE_NOOP("FormatOption", "Bit rate, kbit/s"),
-    .help = QT_TRANSLATE_NOOP("FormatOption", "Bit rate in kbit/s; 60 when not given"),
-    .standard = 60,
-    .minimum = 8,
-    .maximum = 60,
-    .correction = 60,
-    .choices = rates,
-    .preferenceKey = "lossyComboLevel",
-    .controlName = "comboBox"};
+const FormatOption bitRate{.id = "bitrate",
+                           .kind = FormatOption::Kind::Rate,
+                           .label = QT_TRANSLATE_NOOP("FormatOption", "Bit rate, kbit/s"),
+                           .help = QT_TRANSLATE_NOOP("FormatOption", "Bit rate in kbit/s; 60 when not given"),
+                           .standard = 60,
+                           .minimum = 8,
+                           .maximum = 60,
+                           .correction = 60,
+                           .choices = rates,
+                           .preferenceKey = "lossyComboLevel",
+                           .controlName = "comboBox"};
 
 /// Updates like "[ 38%]"; a reader that comes late gets several, and the newest counts.
 ToolPiece read(QStringView piece, QStringView)

@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Kruv developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "formats/DecodeCodecTask.h"
 #include "formats/JobMakers.h"
 #include "formats/Records.h"
 #include "formats/ToolWords.h"
@@ -53,10 +52,7 @@ const Format monkeysAudioFormat{
     .limits = &limits,
     .options = options,
     .encode = makeTranscodeTask<&monkeysAudioFormat>,
-    .decode = [](TaskCompletionSink *queue,
-                 const ConversionRequest &request) -> std::shared_ptr<ConversionTask> {
-        return std::make_shared<DecodeCodecTask>(queue, request, decoding);
-    },
+    .decode = makeDecodeTask<&decoding>,
     .encoderTool = "mac",
     .recipe = &recipe,
     .toWav = &toWav,

@@ -53,26 +53,8 @@ std::optional<double> percentageIn(QStringView piece)
 
 } // namespace
 
-const FormatOption mode{.id = "mode",
-                        .kind = Kind::Choice,
-                        .label = QT_TRANSLATE_NOOP("FormatOption", "Mode"),
-                        .help = QT_TRANSLATE_NOOP("FormatOption", "Rate mode; cbr when not given"),
-                        .choices = modes,
-                        .controlName = "mp3Matrix"};
-const FormatOption bitRate{.id = "bitrate",
-                           .kind = Kind::Rate,
-                           .label = QT_TRANSLATE_NOOP("FormatOption", "Bit rate, kbit/s"),
-                           .help =
-                               QT_TRANSLATE_NOOP("FormatOption", "Bit rate in kbit/s; 160 when not given"),
-                           .standard = 160,
-                           .minimum = 80,
-                           .maximum = 320,
-                           .correction = 256,
-                           .choices = RateOptions::usualRates,
-                           .preferenceKey = "lossyComboLevel",
-                           .controlName = "comboBox",
-                           .dependsOn = &mode,
-                           .onlyFor = "cbr abr"};
+constinit const FormatOption mode = RateOptions::mode(modes, "mp3Matrix");
+constinit const FormatOption bitRate = RateOptions::bitRate(80, 320, 256, &mode, "cbr abr");
 const FormatOption quality{
     .id = "quality",
     .kind = Kind::Number,

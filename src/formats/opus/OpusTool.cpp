@@ -19,24 +19,8 @@ constexpr const char *modeFlags[] = {"--hard-cbr", "--cvbr", "--vbr"};
 
 } // namespace
 
-const FormatOption mode{.id = "mode",
-                        .kind = Kind::Choice,
-                        .label = QT_TRANSLATE_NOOP("FormatOption", "Mode"),
-                        .help = QT_TRANSLATE_NOOP("FormatOption", "Rate mode; cbr when not given"),
-                        .choices = modes,
-                        .controlName = "opusMatrix"};
-const FormatOption bitRate{.id = "bitrate",
-                           .kind = Kind::Rate,
-                           .label = QT_TRANSLATE_NOOP("FormatOption", "Bit rate, kbit/s"),
-                           .help =
-                               QT_TRANSLATE_NOOP("FormatOption", "Bit rate in kbit/s; 160 when not given"),
-                           .standard = 160,
-                           .minimum = 80,
-                           .maximum = 512,
-                           .correction = 256,
-                           .choices = RateOptions::usualRates,
-                           .preferenceKey = "lossyComboLevel",
-                           .controlName = "comboBox"};
+constinit const FormatOption mode = RateOptions::mode(modes, "opusMatrix");
+constinit const FormatOption bitRate = RateOptions::bitRate(80, 512, 256);
 const FormatOption frameSize{
     .id = "frame-size",
     .kind = Kind::Choice,

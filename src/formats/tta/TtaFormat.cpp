@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Kruv developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "formats/DecodeCodecTask.h"
 #include "formats/JobMakers.h"
 #include "formats/Records.h"
 #include "formats/ToolWords.h"
@@ -55,10 +54,7 @@ const Format ttaFormat{
     .isContent = [](const FileStart &start) { return start.bytes.startsWith("TTA1"); },
     .limits = &limits,
     .encode = makeTranscodeTask<&ttaFormat>,
-    .decode = [](TaskCompletionSink *queue,
-                 const ConversionRequest &request) -> std::shared_ptr<ConversionTask> {
-        return std::make_shared<DecodeCodecTask>(queue, request, decoding);
-    },
+    .decode = makeDecodeTask<&decoding>,
     .encoderTool = "ttaenc",
     .recipe = &recipe,
     .toWav = &toWav,

@@ -21,20 +21,7 @@ const FormatOption mode{.id = "mode",
                         .label = QT_TRANSLATE_NOOP("FormatOption", "Mode"),
                         .help = QT_TRANSLATE_NOOP("FormatOption", "Rate mode; vbr when not given"),
                         .choices = modes};
-const FormatOption bitRate{.id = "bitrate",
-                           .kind = Kind::Rate,
-                           .label = QT_TRANSLATE_NOOP("FormatOption", "Bit rate, kbit/s"),
-                           .help =
-                               QT_TRANSLATE_NOOP("FormatOption", "Bit rate in kbit/s; 160 when not given"),
-                           .standard = 160,
-                           .minimum = 45,
-                           .maximum = 500,
-                           .correction = 160,
-                           .choices = RateOptions::usualRates,
-                           .preferenceKey = "lossyComboLevel",
-                           .controlName = "comboBox",
-                           .dependsOn = &mode,
-                           .onlyFor = "abr"};
+constinit const FormatOption bitRate = RateOptions::bitRate(45, 500, 160, &mode, "abr");
 const FormatOption quality{
     .id = "quality",
     .kind = Kind::Number,

@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Kruv developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "formats/DecodeCodecTask.h"
 #include "formats/FormatOption.h"
 #include "formats/JobMakers.h"
 #include "formats/Records.h"
@@ -61,10 +60,7 @@ const Format wavpackFormat{
     .limits = &limits,
     .options = options,
     .encode = makeTranscodeTask<&wavpackFormat>,
-    .decode = [](TaskCompletionSink *queue,
-                 const ConversionRequest &request) -> std::shared_ptr<ConversionTask> {
-        return std::make_shared<DecodeCodecTask>(queue, request, decoding);
-    },
+    .decode = makeDecodeTask<&decoding>,
     .encoderTool = "wavpack",
     .recipe = &recipe,
     .toWav = &toWav,
