@@ -6,6 +6,7 @@
 #include "audio/AudioError.h"
 #include "audio/ContainedCodec.h"
 #include "audio/FileHead.h"
+#include "audio/LeadingTags.h"
 #include "audio/MpegFrames.h"
 
 #include <algorithm>
@@ -80,30 +81,6 @@ bool hasFirstWord(FileHead &file, Container &container)
     }
 }
 
-/// Behind the ID3v2 and APEv2 tags that begin a file.
-std::int64_t behindTags(FileHead &file)
-{
-    constexpr std::int64_t id3Head = 10;
-    constexpr std::uint64_t id3Footer = 0x10;
-    constexpr std::int64_t apeHead = 32;
-    std::int64_t start = 0;
-    for (;;) {
-        if (file.has(start, "ID3")) {
-            std::int64_t size = 0;
-            const std::uint64_t coded = file.bigEndian(start + 6, 4);
-            for (int shift = 24; shift >= 0; shift -= 8) {
-                size = size << 7 | static_cast<std::int64_t>(coded >> shift & 0x7F);
-            }
-            const bool footer = (file.bigEndian(start + 5, 1) & id3Footer) != 0;
-            start += id3Head + size + (footer ? id3Head : 0);
-        } else if (file.has(start, "APETAGEX")) {
-            start += apeHead + static_cast<std::int64_t>(file.littleEndian(start + 12, 4));
-        } else {
-            return start;
-        }
-    }
-}
-
 /// Bytes of the Lyrics3 tag that ends at `end`; 0 without one.
 std::int64_t lyricsBefore(FileHead &file, std::int64_t end)
 {
@@ -168,7 +145,7 @@ AudioContent found(FileHead &file)
             return {container, codec, AudioContent::kindOf(codec), 0, file.size()};
         }
     }
-    const std::int64_t start = behindTags(file);
+    const std::int64_t start = LeadingTags::end(file);
     if (file.has(start, "OggS")) {
         const Codec codec = ContainedCodec::inOgg(file, start);
         return {Container::Ogg, codec, AudioContent::kindOf(codec), start, file.size()};

@@ -3,7 +3,6 @@
 
 #pragma once
 
-#include <QByteArray>
 #include <QString>
 #include <QStringView>
 
@@ -14,6 +13,7 @@
 namespace kruv {
 
 class ConversionTask;
+class FileStart;
 class KruvTask;
 class KruvTaskResults;
 class TaskCompletionSink;
@@ -55,14 +55,6 @@ struct AudioLimits
     int mostChannels = 0;
     int lowestRate = 0;  ///< Hz
     int highestRate = 0; ///< Hz
-};
-
-/// The begin of a file, by which its content is known.
-struct FileStart
-{
-    QString path;
-    /// Without an ID3v2 tag before it.
-    QByteArray bytes;
 };
 
 /// Everything that the program knows of one format. There is one constant record of each, in the format's

@@ -14,8 +14,6 @@ std::span<const Format *const> all();
 
 /// The first of the formats whose files have this type (upper-case extension); null for a type of none.
 const Format *ofType(QStringView type);
-/// By id; null for none.
-const Format *withId(QStringView id);
 
 /// What a file is by its content, whatever its name says; null for what can't be opened or is of none. Reads
 /// the begin of the file.

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "audio/CoreAudioHelper.h"
+#include "formats/FileStart.h"
 #include "formats/JobMakers.h"
 #include "formats/LossySources.h"
 #include "formats/PcmConversionTask.h"
@@ -21,7 +22,7 @@ constexpr const FormatOption *options[] = {&AacOptions::mode, &AacOptions::bitRa
 
 bool isAac(const FileStart &start)
 {
-    return start.bytes.mid(4, 4) == "ftyp" && !CoreAudioHelper::isAppleLossless(start.path);
+    return start.bytes().mid(4, 4) == "ftyp" && !CoreAudioHelper::isAppleLossless(start.path());
 }
 
 const TranscodeRecipe recipe{

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Kruv developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "audio/ContentProbe.h"
+#include "formats/FileStart.h"
 #include "formats/JobMakers.h"
 #include "formats/PcmConversionTask.h"
 #include "formats/Records.h"
@@ -23,10 +23,7 @@ const Format adtsFormat{
     .mediaTypes = mediaTypes,
     .kind = FormatKind::Lossy,
     .takenBy = {.decode = true, .encode = true},
-    .isContent =
-        [](const FileStart &start) {
-            return ContentProbe::of(start.path).container == AudioContent::Container::Adts;
-        },
+    .isContent = isContainer<AudioContent::Container::Adts>,
     .decode = makeConversionTask<PcmConversionTask>,
 };
 

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Kruv developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "formats/FileStart.h"
 #include "formats/JobMakers.h"
 #include "formats/Records.h"
 #include "formats/wav/AiffToWavAndViceVersaTask.h"
@@ -15,8 +16,8 @@ constexpr const char *mediaTypes[] = {"audio/x-aiff"};
 
 bool isAiff(const FileStart &start)
 {
-    const QByteArray kind = start.bytes.mid(8, 4);
-    return start.bytes.startsWith("FORM") && (kind == "AIFF" || kind == "AIFC");
+    const QByteArray kind = start.bytes().mid(8, 4);
+    return start.bytes().startsWith("FORM") && (kind == "AIFF" || kind == "AIFC");
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 #include "audio/CoreAudioHelper.h"
+#include "formats/FileStart.h"
 #include "formats/JobMakers.h"
 #include "formats/Records.h"
 #include "formats/ShntoolConversion.h"
@@ -37,7 +38,7 @@ const TranscodeRecipe recipe{
 
 bool isAppleLossless(const FileStart &start)
 {
-    return start.bytes.mid(4, 4) == "ftyp" && CoreAudioHelper::isAppleLossless(start.path);
+    return start.bytes().mid(4, 4) == "ftyp" && CoreAudioHelper::isAppleLossless(start.path());
 }
 
 } // namespace

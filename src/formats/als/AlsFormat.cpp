@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Kruv developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "audio/ContentProbe.h"
+#include "formats/FileStart.h"
 #include "formats/JobMakers.h"
 #include "formats/PcmConversionTask.h"
 #include "formats/Records.h"
@@ -22,10 +22,7 @@ const Format alsFormat{
     .types = types,
     .mediaTypes = mediaTypes,
     .takenBy = {.decode = true, .encode = true},
-    .isContent =
-        [](const FileStart &start) {
-            return ContentProbe::of(start.path).codec == AudioContent::Codec::Mpeg4Als;
-        },
+    .isContent = holdsCodec<AudioContent::Codec::Mpeg4Als>,
     .decode = makeConversionTask<PcmConversionTask>,
 };
 

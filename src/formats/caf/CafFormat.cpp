@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Kruv developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "audio/ContentProbe.h"
+#include "formats/FileStart.h"
 #include "formats/JobMakers.h"
 #include "formats/PcmConversionTask.h"
 #include "formats/Records.h"
@@ -16,8 +16,7 @@ constexpr const char *mediaTypes[] = {"audio/x-caf"};
 /// The container holds lossy codecs, too; those files are not of this format.
 bool isLosslessCaf(const FileStart &start)
 {
-    return start.bytes.startsWith("caff") &&
-           ContentProbe::of(start.path).kind == AudioContent::Kind::Lossless;
+    return start.bytes().startsWith("caff") && start.content().kind == AudioContent::Kind::Lossless;
 }
 
 } // namespace

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Kruv developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "audio/ContentProbe.h"
+#include "formats/FileStart.h"
 #include "formats/JobMakers.h"
 #include "formats/PcmConversionTask.h"
 #include "formats/Records.h"
@@ -23,11 +23,7 @@ const Format dsdFormat{
     .mediaTypes = mediaTypes,
     .kind = FormatKind::ChangesSignal,
     .takenBy = {.decode = true, .encode = true},
-    .isContent =
-        [](const FileStart &start) {
-            const auto container = ContentProbe::of(start.path).container;
-            return container == AudioContent::Container::Dsf || container == AudioContent::Container::Dff;
-        },
+    .isContent = isContainer<AudioContent::Container::Dsf, AudioContent::Container::Dff>,
     .decode = makeConversionTask<PcmConversionTask>,
 };
 

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Kruv developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "formats/FileStart.h"
 #include "formats/JobMakers.h"
 #include "formats/Records.h"
 #include "formats/ToolWords.h"
@@ -70,7 +71,7 @@ const Format flacFormat{
                 .fix = true,
                 .lossy = true,
                 .tags = true},
-    .isContent = [](const FileStart &start) { return start.bytes.startsWith("fLaC"); },
+    .isContent = [](const FileStart &start) { return start.bytes().startsWith("fLaC"); },
     .limits = &limits,
     .options = options,
     .encode = makeConversionTask<EncodeFlacTask>,

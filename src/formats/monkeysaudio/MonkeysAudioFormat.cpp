@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Kruv developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "formats/FileStart.h"
 #include "formats/JobMakers.h"
 #include "formats/Records.h"
 #include "formats/ToolWords.h"
@@ -48,7 +49,7 @@ const Format monkeysAudioFormat{
     .mediaTypes = mediaTypes,
     .takenBy =
         {.decode = true, .encode = true, .checksum = true, .shntool = true, .lossy = true, .tags = true},
-    .isContent = [](const FileStart &start) { return start.bytes.startsWith("MAC "); },
+    .isContent = [](const FileStart &start) { return start.bytes().startsWith("MAC "); },
     .limits = &limits,
     .options = options,
     .encode = makeTranscodeTask<&monkeysAudioFormat>,

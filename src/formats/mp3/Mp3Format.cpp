@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Kruv developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "formats/FileStart.h"
 #include "formats/JobMakers.h"
 #include "formats/PcmConversionTask.h"
 #include "formats/Records.h"
@@ -31,10 +32,10 @@ const TranscodeRecipe recipe{
 /// A frame header of MPEG audio, layer III: https://www.iso.org/standard/22412.html
 bool isMp3(const FileStart &start)
 {
-    if (start.bytes.size() < 4) {
+    if (start.bytes().size() < 4) {
         return false;
     }
-    const auto at = [&start](qsizetype index) { return static_cast<unsigned char>(start.bytes[index]); };
+    const auto at = [&start](qsizetype index) { return static_cast<unsigned char>(start.bytes()[index]); };
     return at(0) == 0xFF && (at(1) & 0xE6) == 0xE2 && (at(2) & 0xF0) != 0xF0 && (at(2) & 0x0C) != 0x0C;
 }
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Kruv developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "audio/ContentProbe.h"
+#include "formats/FileStart.h"
 #include "formats/JobMakers.h"
 #include "formats/PcmConversionTask.h"
 #include "formats/Records.h"
@@ -23,12 +23,7 @@ const Format musepackFormat{
     .mediaTypes = mediaTypes,
     .kind = FormatKind::Lossy,
     .takenBy = {.decode = true, .encode = true},
-    .isContent =
-        [](const FileStart &start) {
-            const auto container = ContentProbe::of(start.path).container;
-            return container == AudioContent::Container::MusepackSv7 ||
-                   container == AudioContent::Container::MusepackSv8;
-        },
+    .isContent = isContainer<AudioContent::Container::MusepackSv7, AudioContent::Container::MusepackSv8>,
     .decode = makeConversionTask<PcmConversionTask>,
 };
 

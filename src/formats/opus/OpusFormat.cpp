@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Kruv developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "formats/FileStart.h"
 #include "formats/JobMakers.h"
 #include "formats/LossySources.h"
 #include "formats/Records.h"
@@ -40,7 +41,7 @@ const Format opusFormat{
     .takenBy = {.decode = true, .tags = true},
     .isContent =
         [](const FileStart &start) {
-            return start.bytes.startsWith("OggS") && start.bytes.contains("OpusHead");
+            return start.bytes().startsWith("OggS") && start.bytes().contains("OpusHead");
         },
     .limits = &limits,
     .options = options,

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Kruv developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "formats/FileStart.h"
 #include "formats/JobMakers.h"
 #include "formats/Records.h"
 #include "formats/ShntoolConversion.h"
@@ -41,7 +42,7 @@ const Format shortenFormat{
     .mediaTypes = mediaTypes,
     .takenBy =
         {.decode = true, .encode = true, .checksum = true, .shntool = true, .fix = true, .lossy = true},
-    .isContent = [](const FileStart &start) { return start.bytes.startsWith("ajkg"); },
+    .isContent = [](const FileStart &start) { return start.bytes().startsWith("ajkg"); },
     .limits = &limits,
     .options = options,
     .encode = makeConversionTask<EncodeSHNTask>,

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Kruv developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "formats/FileStart.h"
 #include "formats/JobMakers.h"
 #include "formats/PcmConversionTask.h"
 #include "formats/Records.h"
@@ -21,7 +22,7 @@ const Format takFormat{
     .types = types,
     .mediaTypes = mediaTypes,
     .takenBy = {.decode = true, .encode = true},
-    .isContent = [](const FileStart &start) { return start.bytes.startsWith("tBaK"); },
+    .isContent = [](const FileStart &start) { return start.bytes().startsWith("tBaK"); },
     .decode = makeConversionTask<PcmConversionTask>,
 };
 

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Kruv developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "formats/FileStart.h"
 #include "formats/JobMakers.h"
 #include "formats/Records.h"
 #include "formats/ToolWords.h"
@@ -51,7 +52,7 @@ const Format ttaFormat{
                 .fix = true,
                 .lossy = true,
                 .tags = true},
-    .isContent = [](const FileStart &start) { return start.bytes.startsWith("TTA1"); },
+    .isContent = [](const FileStart &start) { return start.bytes().startsWith("TTA1"); },
     .limits = &limits,
     .encode = makeTranscodeTask<&ttaFormat>,
     .decode = makeDecodeTask<&decoding>,

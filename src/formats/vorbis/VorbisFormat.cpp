@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Kruv developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "formats/FileStart.h"
 #include "formats/JobMakers.h"
 #include "formats/PcmConversionTask.h"
 #include "formats/Records.h"
@@ -32,7 +33,7 @@ const Format vorbisFormat{
     .takenBy = {.decode = true, .encode = true, .tags = true},
     .isContent =
         [](const FileStart &start) {
-            return start.bytes.startsWith("OggS") && start.bytes.contains("\x01vorbis");
+            return start.bytes().startsWith("OggS") && start.bytes().contains("\x01vorbis");
         },
     .limits = &limits,
     .options = options,

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Kruv developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "formats/FileStart.h"
 #include "formats/JobMakers.h"
 #include "formats/Records.h"
 #include "formats/wav/AiffToWavAndViceVersaTask.h"
@@ -14,8 +15,8 @@ constexpr const char *mediaTypes[] = {"audio/x-wav", "audio/vnd.wave"};
 
 bool isWav(const FileStart &start)
 {
-    const QByteArray kind = start.bytes.left(4);
-    return (kind == "RIFF" || kind == "RF64" || kind == "BW64") && start.bytes.mid(8, 4) == "WAVE";
+    const QByteArray kind = start.bytes().left(4);
+    return (kind == "RIFF" || kind == "RF64" || kind == "BW64") && start.bytes().mid(8, 4) == "WAVE";
 }
 
 } // namespace

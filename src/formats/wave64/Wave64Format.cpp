@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Kruv developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "formats/FileStart.h"
 #include "formats/JobMakers.h"
 #include "formats/PcmConversionTask.h"
 #include "formats/Records.h"
@@ -15,7 +16,7 @@ constexpr const char *mediaTypes[] = {"audio/x-w64"};
 bool isWave64(const FileStart &start)
 {
     constexpr qsizetype form = 24; // behind its GUID and the file's size
-    return start.bytes.startsWith("riff\x2E\x91\xCF\x11") && start.bytes.mid(form, 4) == "wave";
+    return start.bytes().startsWith("riff\x2E\x91\xCF\x11") && start.bytes().mid(form, 4) == "wave";
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Kruv developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "formats/FileStart.h"
 #include "formats/FormatOption.h"
 #include "formats/JobMakers.h"
 #include "formats/Records.h"
@@ -56,7 +57,7 @@ const Format wavpackFormat{
                 .fix = true,
                 .lossy = true,
                 .tags = true},
-    .isContent = [](const FileStart &start) { return start.bytes.startsWith("wvpk"); },
+    .isContent = [](const FileStart &start) { return start.bytes().startsWith("wvpk"); },
     .limits = &limits,
     .options = options,
     .encode = makeTranscodeTask<&wavpackFormat>,
