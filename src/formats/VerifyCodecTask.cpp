@@ -3,28 +3,9 @@
 
 #include "formats/VerifyCodecTask.h"
 
-#include "base/PathNames.h"
 #include "formats/VerifyOutput.h"
 
 namespace kruv {
-
-VerifyCodecTask::VerifyCodecTask(std::shared_ptr<KruvTaskResults> results, TaskCompletionSink *queue,
-                                 const QString &launchPath, const QStringList &arguments)
-    : KruvAsyncNSTask(queue, launchPath, arguments)
-    , m_fileName(PathNames::lastPathComponent(arguments.at(1)))
-{
-    setTitle(m_fileName);
-    setTextFieldString(title());
-    publish(&KruvTask::setTextFieldValue);
-    setResults(std::move(results));
-}
-
-void VerifyCodecTask::startTask()
-{
-    setTopTextFieldString(QStringLiteral("Verifying"));
-    publish(&KruvTask::setTopTextFieldValue);
-    KruvAsyncNSTask::startTask();
-}
 
 void VerifyCodecTask::processTaskOutput(const QString &text)
 {
@@ -40,18 +21,18 @@ void VerifyCodecTask::cleanup()
 {
     QString text = report(m_output.text());
     if (cancelled()) {
-        text += QStringLiteral("%1 canceled\n").arg(m_fileName);
+        text += QStringLiteral("%1 canceled\n").arg(fileName());
     } else if (!error()) {
-        text += QStringLiteral("%1: ok\n").arg(m_fileName);
+        text += QStringLiteral("%1: ok\n").arg(fileName());
     } else if (text.isEmpty()) {
-        text += QStringLiteral("%1: failed\n").arg(m_fileName);
+        text += QStringLiteral("%1: failed\n").arg(fileName());
     }
     appendResults(text);
 }
 
 QString VerifyCodecTask::report(const QString &text) const
 {
-    return VerifyOutput::namedLines(text, m_fileName);
+    return VerifyOutput::namedLines(text, fileName());
 }
 
 } // namespace kruv

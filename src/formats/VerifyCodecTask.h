@@ -3,23 +3,18 @@
 
 #pragma once
 
-#include "tasks/KruvAsyncNSTask.h"
+#include "formats/VerifyTask.h"
 #include "tasks/TerminalText.h"
 
 #include <optional>
 
 namespace kruv {
 
-/// Tests a file with its codec's own tool; the file is the second argument. What the tool said about it goes
-/// into the command's results, where it stays whether or not the test went well.
-class VerifyCodecTask : public KruvAsyncNSTask
+/// The usual test: what the tool said about the file stays in the results whether or not the test went well.
+class VerifyCodecTask : public VerifyTask
 {
 public:
-    VerifyCodecTask(std::shared_ptr<KruvTaskResults> results, TaskCompletionSink *queue,
-                    const QString &launchPath, const QStringList &arguments);
-
-    void startTask() override;
-    QString inputPath() const override { return arguments().at(1); }
+    using VerifyTask::VerifyTask;
 
 protected:
     void processTaskOutput(const QString &text) override;
@@ -29,10 +24,8 @@ protected:
     virtual std::optional<double> progressIn(QStringView line) const = 0;
     /// The report, from all that the tool left visible.
     virtual QString report(const QString &text) const;
-    const QString &fileName() const { return m_fileName; }
 
 private:
-    QString m_fileName; // last path component
     TerminalText m_output;
 };
 

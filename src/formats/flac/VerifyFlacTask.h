@@ -3,20 +3,15 @@
 
 #pragma once
 
-#include "tasks/KruvAsyncNSTask.h"
+#include "formats/VerifyTask.h"
 
 namespace kruv {
 
-/// Tests a FLAC file with the flac tool; the file is the second argument. The report goes into the command's
-/// results.
-class VerifyFlacTask : public KruvAsyncNSTask
+/// Tests a FLAC file with the flac tool.
+class VerifyFlacTask : public VerifyTask
 {
 public:
-    VerifyFlacTask(std::shared_ptr<KruvTaskResults> results, TaskCompletionSink *queue,
-                   const QString &launchPath, const QStringList &arguments);
-
-    void startTask() override;
-    QString inputPath() const override { return arguments().at(1); }
+    using VerifyTask::VerifyTask;
 
 protected:
     void processTaskOutput(const QString &text) override;
@@ -25,7 +20,6 @@ protected:
     void cleanup() override;
 
 private:
-    QString m_fileName; // last path component
     QString m_singleResult;
 };
 
