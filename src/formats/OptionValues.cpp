@@ -23,9 +23,4 @@ QString OptionValues::choice(const FormatOption &option) const
     return index < option.choices.size() ? QString::fromLatin1(option.choices[index].id) : QString();
 }
 
-bool OptionValues::isSet(const FormatOption &option) const
-{
-    return number(option) != option.standard;
-}
-
 } // namespace kruv

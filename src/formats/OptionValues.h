@@ -22,8 +22,6 @@ public:
     bool isOn(const FormatOption &option) const { return number(option) != 0; }
     /// The id of the choice.
     QString choice(const FormatOption &option) const;
-    /// Whether the value is another than the standard one.
-    bool isSet(const FormatOption &option) const;
 
 private:
     QMap<QString, QVariant> m_values; // by the option's id
