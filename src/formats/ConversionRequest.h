@@ -7,11 +7,7 @@
 
 #include <QString>
 
-#include <memory>
-
 namespace kruv {
-
-class KruvTaskResults;
 
 /// What one conversion is to do.
 struct ConversionRequest
@@ -22,8 +18,6 @@ struct ConversionRequest
     OptionValues options = {};
     /// What lies there already is replaced.
     bool mayReplace = false;
-    /// Nothing, or the set of the whole command that the job's text goes into.
-    std::shared_ptr<KruvTaskResults> results = {};
 };
 
 } // namespace kruv

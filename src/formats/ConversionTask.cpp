@@ -21,9 +21,6 @@ ConversionTask::ConversionTask(TaskCompletionSink *queue, const ConversionReques
     , m_request(request)
 {
     setMayReplace(request.mayReplace);
-    if (request.results) {
-        setResults(request.results);
-    }
 }
 
 void ConversionTask::make(StagedOutputs &outputs)

@@ -4,6 +4,8 @@
 #include "tabs/ConversionTab.h"
 
 #include "base/UserInterface.h"
+#include "formats/ConversionTask.h"
+#include "tasks/KruvTaskQueue.h"
 
 #include <QSet>
 
@@ -51,6 +53,16 @@ std::optional<OutputPlan> ConversionTab::planOutputs(const ToggleControl &beside
         plan.settleExisting(*choice);
     }
     return plan;
+}
+
+std::shared_ptr<KruvTask> ConversionTab::makeJob(Format::JobMaker maker, const OutputPlan::Entry &entry,
+                                                 const OptionValues &options, bool deletesOriginal)
+{
+    std::shared_ptr<KruvTask> job = maker(
+        &host().taskQueue(),
+        {.source = entry.source, .output = entry.output, .options = options, .mayReplace = entry.mayReplace});
+    job->setDeleteOriginal(deletesOriginal);
+    return job;
 }
 
 QString ConversionTab::clashTitle()

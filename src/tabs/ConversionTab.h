@@ -3,7 +3,8 @@
 
 #pragma once
 
-#include "formats/ConversionRequest.h"
+#include "formats/Format.h"
+#include "formats/OptionValues.h"
 #include "tabs/BaseTab.h"
 #include "tabs/Controls.h"
 #include "tabs/OutputPlan.h"
@@ -35,6 +36,10 @@ protected:
     /// Nothing when the command is not to go on.
     std::optional<OutputPlan> planOutputs(const ToggleControl &besideSources, const QString &extension,
                                           const QString &clash);
+
+    /// The job that makes one output of a plan by a format's `maker`, not queued yet.
+    std::shared_ptr<KruvTask> makeJob(Format::JobMaker maker, const OutputPlan::Entry &entry,
+                                      const OptionValues &options, bool deletesOriginal);
 
     /// What a person is told whose outputs are in each other's way.
     static QString clashTitle();

@@ -85,11 +85,7 @@ void DecodeTab::queueJobs(const OutputPlan &plan)
             withoutJob.append(entry.source);
             continue;
         }
-        jobs.push_back(format->decode(&host().taskQueue(), {.source = entry.source,
-                                                            .output = entry.output,
-                                                            .options = options,
-                                                            .mayReplace = entry.mayReplace}));
-        jobs.back()->setDeleteOriginal(m_deleteOriginalsButton.isOn());
+        jobs.push_back(makeJob(format->decode, entry, options, m_deleteOriginalsButton.isOn()));
     }
     reportWithoutJob(withoutJob, m_outputFormatMatrix.selectedTitle());
     host().taskQueue().addTasks(jobs);

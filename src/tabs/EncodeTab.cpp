@@ -134,13 +134,9 @@ void EncodeTab::queueJobs(const Format &format, const OutputPlan &plan)
     const OptionValues options = m_controls.values(format);
     std::vector<std::shared_ptr<KruvTask>> jobs;
     for (const OutputPlan::Entry &entry : plan.entries()) {
-        jobs.push_back(format.encode(&host().taskQueue(), {.source = entry.source,
-                                                           .output = entry.output,
-                                                           .options = options,
-                                                           .mayReplace = entry.mayReplace,
-                                                           .results = results}));
+        jobs.push_back(makeJob(format.encode, entry, options, m_deleteOriginalsButton.isOn()));
+        jobs.back()->setResults(results);
         results->addTaskInSet(*jobs.back());
-        jobs.back()->setDeleteOriginal(m_deleteOriginalsButton.isOn());
     }
     host().taskQueue().addTasks(jobs);
 }

@@ -180,11 +180,7 @@ void LossyTab::queueJobs(const Format &format, const OutputPlan &plan)
     const OptionValues options = m_controls.values(format);
     std::vector<std::shared_ptr<KruvTask>> jobs;
     for (const OutputPlan::Entry &entry : plan.entries()) {
-        jobs.push_back(format.encode(&host().taskQueue(), {.source = entry.source,
-                                                           .output = entry.output,
-                                                           .options = options,
-                                                           .mayReplace = entry.mayReplace}));
-        jobs.back()->setDeleteOriginal(m_deleteOriginalsButton.isOn());
+        jobs.push_back(makeJob(format.encode, entry, options, m_deleteOriginalsButton.isOn()));
     }
     host().taskQueue().addTasks(jobs);
 }
