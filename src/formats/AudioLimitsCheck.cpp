@@ -3,8 +3,8 @@
 
 #include "formats/AudioLimitsCheck.h"
 
+#include "audio/AudioFormatObject.h"
 #include "formats/Format.h"
-#include "formats/StatedFormat.h"
 
 #include <QCoreApplication>
 #include <QStringList>
@@ -37,9 +37,8 @@ QString words(std::span<const int> bits)
 
 } // namespace
 
-void require(const Format &target, const QString &source)
+void require(const Format &target, const QString &source, const AudioFormatObject &audio)
 {
-    const AudioFormatObject audio = statedFormat(source);
     const AudioLimits *limits = target.limits;
     if (!limits || audio.channels == 0) {
         return;

@@ -8,6 +8,7 @@
 #include "formats/AudioLimitsCheck.h"
 #include "formats/Formats.h"
 #include "formats/Records.h"
+#include "formats/StatedFormat.h"
 #include "platform/Resources.h"
 
 #include <QFile>
@@ -50,7 +51,8 @@ void ConversionTask::identifySource()
                                      .toStdString());
     }
     if (target()) {
-        AudioLimitsCheck::require(*target(), fileName());
+        m_sourceAudio = statedFormat(fileName());
+        AudioLimitsCheck::require(*target(), fileName(), m_sourceAudio);
     }
 }
 

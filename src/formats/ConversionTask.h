@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "audio/AudioFormatObject.h"
 #include "audio/AudioStreamFormat.h"
 #include "formats/ConversionRequest.h"
 #include "formats/ToolStep.h"
@@ -34,6 +35,8 @@ protected:
     const OptionValues &chosen() const { return m_request.options; }
     /// Of the source's content. From makeOutput() on.
     const Format &sourceFormat() const { return *m_sourceFormat; }
+    /// What the source says of its audio; of jobs that have a target. From makeOutput() on.
+    const AudioFormatObject &sourceAudio() const { return m_sourceAudio; }
     /// Where the output is made.
     const QString &staged() const { return m_staged; }
     /// Of a job that decodes: whether it makes AIFF, and not WAV.
@@ -60,6 +63,7 @@ private:
 
     const ConversionRequest m_request;
     const Format *m_sourceFormat = nullptr;
+    AudioFormatObject m_sourceAudio;
     StagedOutputs *m_outputs = nullptr;
     QString m_staged;
     QString m_toolWords;

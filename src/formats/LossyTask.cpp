@@ -42,7 +42,7 @@ void LossyTask::dress(StagedOutputs &outputs)
 void LossyTask::requireWholeOutput()
 {
     constexpr double tolerance = 0.25; // seconds; the formats' frames are shorter by far
-    const double sourceTime = statedFormat(fileName()).time();
+    const double sourceTime = sourceAudio().time();
     const double outputTime = statedFormat(staged()).time();
     if (outputTime + tolerance < sourceTime) {
         fail(tr("The output was removed: it is shorter (%1 s) than its source says to be (%2 s).")
