@@ -3,10 +3,11 @@
 
 #include "base/WholeFile.h"
 
+#include "base/SystemError.h"
+
 #include <QSaveFile>
 
 #include <cerrno>
-#include <cstring>
 #include <unistd.h>
 
 namespace kruv::WholeFile {
@@ -19,7 +20,7 @@ QString write(const QString &path, const QByteArray &bytes)
         return file.errorString();
     }
     if (fsync(file.handle()) != 0) {
-        return QString::fromLocal8Bit(std::strerror(errno));
+        return systemErrorText(errno);
     }
     return file.commit() ? QString() : file.errorString();
 }

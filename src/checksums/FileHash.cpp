@@ -3,10 +3,11 @@
 
 #include "checksums/FileHash.h"
 
+#include "base/SystemError.h"
+
 #include <QFile>
 
 #include <cerrno>
-#include <cstring>
 #include <fcntl.h>
 #include <memory>
 #include <openssl/evp.h>
@@ -48,7 +49,7 @@ FileHash::Result systemFailure(int error)
 {
     const bool missing = error == ENOENT || error == ENOTDIR || error == ENAMETOOLONG || error == ELOOP;
     return failure(missing ? FileHash::Problem::Missing : FileHash::Problem::Unreadable,
-                   QString::fromLocal8Bit(std::strerror(error)));
+                   systemErrorText(error));
 }
 
 /// An open file that is read once from its start to its end.

@@ -3,22 +3,18 @@
 
 #include "tasks/FileCommit.h"
 
+#include "base/SystemError.h"
+
 #include <QFile>
 
 #include <cerrno>
 #include <cstdio>
-#include <cstring>
 #include <fcntl.h>
 #include <unistd.h>
 
 namespace kruv::FileCommit {
 
 namespace {
-
-QString errorText(int error)
-{
-    return QString::fromLocal8Bit(std::strerror(error));
-}
 
 bool isUnsupported(int error)
 {
@@ -84,18 +80,18 @@ std::optional<Problem> commit(const QString &staged, const QString &final, Exist
     if (error == 0) {
         return std::nullopt;
     }
-    return Problem{error == EEXIST, errorText(error)};
+    return Problem{error == EEXIST, systemErrorText(error)};
 }
 
 QString toDisk(const QString &path)
 {
     const int descriptor = open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
     if (descriptor < 0) {
-        return errorText(errno);
+        return systemErrorText(errno);
     }
     const int error = fsync(descriptor) == 0 ? 0 : errno;
     close(descriptor);
-    return error == 0 ? QString() : errorText(error);
+    return error == 0 ? QString() : systemErrorText(error);
 }
 
 } // namespace kruv::FileCommit

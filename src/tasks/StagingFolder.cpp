@@ -4,6 +4,7 @@
 #include "tasks/StagingFolder.h"
 
 #include "base/StagingName.h"
+#include "base/SystemError.h"
 #include "tasks/StagingLock.h"
 
 #include <QCoreApplication>
@@ -12,7 +13,6 @@
 #include <QSet>
 
 #include <cerrno>
-#include <cstring>
 #include <fcntl.h>
 #include <mutex>
 #include <stdexcept>
@@ -28,7 +28,7 @@ namespace {
 {
     throw std::runtime_error(
         QCoreApplication::translate("StagingFolder", "Nothing can be written in the output folder %1: %2.")
-            .arg(folder, QString::fromLocal8Bit(std::strerror(error)))
+            .arg(folder, systemErrorText(error))
             .toStdString());
 }
 

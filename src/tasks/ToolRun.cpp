@@ -3,6 +3,7 @@
 
 #include "tasks/ToolRun.h"
 
+#include "base/SystemError.h"
 #include "tasks/DirectTool.h"
 #include "tasks/ToolCatalog.h"
 #include "tasks/ToolLaunch.h"
@@ -72,7 +73,7 @@ QString ToolRun::launch()
     }
     std::array<int, 2> ends{-1, -1};
     if (pipe2(ends.data(), O_CLOEXEC) != 0) {
-        return ToolCatalog::launchFailureMessage(m_call.launchPath, QString::fromLocal8Bit(strerror(errno)));
+        return ToolCatalog::launchFailureMessage(m_call.launchPath, systemErrorText(errno));
     }
     m_output.reset(ends[0]);
     const Descriptor writer(ends[1]);
@@ -84,7 +85,7 @@ QString ToolRun::launch()
     std::ranges::transform(m_call.arguments, std::back_inserter(tool.arguments), bytesOf);
     const ToolLaunch::Started started = tool.start();
     if (started.error != 0) {
-        const QString reason = QString::fromLocal8Bit(strerror(started.error));
+        const QString reason = systemErrorText(started.error);
         return ToolCatalog::launchFailureMessage(
             m_call.launchPath, started.what.empty() ? reason : m_call.folder + QStringLiteral(": ") + reason);
     }
