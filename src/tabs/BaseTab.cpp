@@ -10,7 +10,6 @@
 #include "platform/Resources.h"
 
 #include <QDir>
-#include <QFileInfo>
 #include <QTimer>
 
 #include <memory>
@@ -244,10 +243,7 @@ bool BaseTab::askToOverwrite(const QString &detail)
 std::optional<FileCommit::Existing> BaseTab::agreeOnExisting(const QStringList &outputs)
 {
     QStringList taken = outputs;
-    taken.removeIf([](const QString &path) {
-        const QFileInfo info(path);
-        return !info.exists() && !info.isSymLink();
-    });
+    taken.removeIf([](const QString &path) { return !FileCommit::isTaken(path); });
     if (taken.isEmpty()) {
         return FileCommit::Existing::Keep;
     }

@@ -4,6 +4,7 @@
 #include "tabs/OutputPlan.h"
 
 #include "base/PathNames.h"
+#include "tasks/FileCommit.h"
 
 #include <QFileInfo>
 #include <QSet>
@@ -32,13 +33,6 @@ private:
     QHash<QString, QString> m_names;
 };
 
-/// A link that leads nowhere has its name as well.
-bool isTaken(const QString &path)
-{
-    const QFileInfo info(path);
-    return info.exists() || info.isSymLink();
-}
-
 /// "song (2).flac" for "song.flac", or the first number that is free.
 QString numbered(const QString &path, const QSet<QString> &planned)
 {
@@ -46,7 +40,7 @@ QString numbered(const QString &path, const QSet<QString> &planned)
     for (int number = 2;; ++number) {
         const QString name =
             QStringLiteral("%1 (%2).%3").arg(base, QString::number(number), PathNames::extension(path));
-        if (!isTaken(name) && !planned.contains(name)) {
+        if (!FileCommit::isTaken(name) && !planned.contains(name)) {
             return name;
         }
     }
@@ -85,7 +79,7 @@ QStringList OutputPlan::existing() const
 {
     QStringList taken;
     for (const Entry &entry : m_entries) {
-        if (isTaken(entry.output)) {
+        if (FileCommit::isTaken(entry.output)) {
             taken.append(entry.output);
         }
     }
@@ -95,13 +89,13 @@ QStringList OutputPlan::existing() const
 void OutputPlan::settleExisting(ExistingFiles choice)
 {
     if (choice == ExistingFiles::Skip) {
-        std::erase_if(m_entries, [](const Entry &entry) { return isTaken(entry.output); });
+        std::erase_if(m_entries, [](const Entry &entry) { return FileCommit::isTaken(entry.output); });
         return;
     }
     const QStringList all = outputs();
     QSet<QString> planned(all.begin(), all.end());
     for (Entry &entry : m_entries) {
-        if (!isTaken(entry.output)) {
+        if (!FileCommit::isTaken(entry.output)) {
             continue;
         }
         if (choice == ExistingFiles::Replace) {

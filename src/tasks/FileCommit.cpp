@@ -6,6 +6,7 @@
 #include "base/SystemError.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 #include <cerrno>
 #include <cstdio>
@@ -70,6 +71,12 @@ int renameOver(const char *staged, const char *final)
 }
 
 } // namespace
+
+bool isTaken(const QString &path)
+{
+    const QFileInfo info(path);
+    return info.exists() || info.isSymLink();
+}
 
 std::optional<Problem> commit(const QString &staged, const QString &final, Existing existing)
 {

@@ -26,6 +26,9 @@ struct Problem
     QString text;
 };
 
+/// Whether anything has that name. A link that leads nowhere has its name as well.
+bool isTaken(const QString &path);
+
 /// Moves `staged` to `final`, which lies on the same file system. On failure the staged file is where it was,
 /// and so is whatever has the name.
 std::optional<Problem> commit(const QString &staged, const QString &final, Existing existing);

@@ -26,13 +26,6 @@ QString tr(const char *text)
     throw std::runtime_error(text.toStdString());
 }
 
-/// A link that leads nowhere has its name as well.
-bool isTaken(const QString &path)
-{
-    const QFileInfo info(path);
-    return info.exists() || info.isSymLink();
-}
-
 [[noreturn]] void failAsTaken(const QString &path)
 {
     fail(tr("The output %1 already exists and was left as it is.").arg(path));
@@ -52,7 +45,7 @@ QString StagedOutputs::add(const QString &path)
 
 QString StagedOutputs::add(const QString &path, const QString &stagedName)
 {
-    if (m_existing == FileCommit::Existing::Keep && isTaken(path)) {
+    if (m_existing == FileCommit::Existing::Keep && FileCommit::isTaken(path)) {
         failAsTaken(path);
     }
     if (find(path)) {
@@ -136,7 +129,7 @@ void StagedOutputs::commit(bool durable)
 
 void StagedOutputs::commitOne(const Output &output)
 {
-    if (m_existing == FileCommit::Existing::Replace && isTaken(output.path)) {
+    if (m_existing == FileCommit::Existing::Replace && FileCommit::isTaken(output.path)) {
         QFile::setPermissions(output.staged,
                               QFile::permissions(output.path)); // where the file system has them
     }

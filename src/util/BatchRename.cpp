@@ -6,7 +6,6 @@
 #include "base/PathNames.h"
 #include "tasks/FileCommit.h"
 
-#include <QFileInfo>
 #include <QLoggingCategory>
 
 namespace kruv::BatchRename {
@@ -14,13 +13,6 @@ namespace kruv::BatchRename {
 namespace {
 
 Q_LOGGING_CATEGORY(renameLog, "kruv.util", QtWarningMsg)
-
-/// Also of a link that leads nowhere: its name is taken all the same.
-bool isTaken(const QString &path)
-{
-    const QFileInfo info(path);
-    return info.exists() || info.isSymLink();
-}
 
 /// One step that never replaces a file.
 std::optional<FileCommit::Problem> move(const QString &from, const QString &to)
@@ -43,12 +35,12 @@ QStringList takeBack(const QList<Move> &moves, qsizetype count)
 void requirePossible(const QList<Move> &moves)
 {
     for (const Move &each : moves) {
-        if (isTaken(each.to)) {
+        if (FileCommit::isTaken(each.to)) {
             throw Refused(QStringLiteral("File at \"%1\" already exists").arg(each.to));
         }
     }
     for (const Move &each : moves) {
-        if (!isTaken(each.from)) {
+        if (!FileCommit::isTaken(each.from)) {
             throw Refused(QStringLiteral("File at \"%1\" is gone. No file was renamed.").arg(each.from));
         }
     }

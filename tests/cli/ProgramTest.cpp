@@ -358,7 +358,7 @@ protected:
         EXPECT_EQ(end(*process).status, 130);
         EXPECT_EQ(tools().size(), 2) << "nothing new may start";
         for (const QByteArray &tool : tools()) {
-            EXPECT_TRUE(waitUntil([&] { return !processRuns(tool); })) << "an orphan is left";
+            EXPECT_TRUE(endsSoon(tool)) << "an orphan is left";
         }
         EXPECT_EQ(files(u"*.wav"_s).size(), 50) << "originals stay";
     }

@@ -48,10 +48,12 @@ void drainPool()
     }
 }
 
-bool processRuns(const QByteArray &process)
+bool endsSoon(const QByteArray &process)
 {
-    QFile stat(QStringLiteral("/proc/%1/stat").arg(QString::fromLatin1(process)));
-    return stat.open(QIODevice::ReadOnly) && !stat.readAll().contains(") Z ");
+    return waitUntil([path = QStringLiteral("/proc/%1/stat").arg(QString::fromLatin1(process))] {
+        QFile stat(path);
+        return !stat.open(QIODevice::ReadOnly) || stat.readAll().contains(") Z ");
+    });
 }
 
 } // namespace kruv::test

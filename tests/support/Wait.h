@@ -18,7 +18,8 @@ void serveEvents();
 /// Serves events until the background pool is idle and what its work posted is done.
 void drainPool();
 
-/// Whether there is such a process that has not ended; `process` is its number in digits.
-bool processRuns(const QByteArray &process);
+/// Whether a process ends by itself or has ended; `process` is its number in digits. One that was killed
+/// takes a moment to be gone.
+bool endsSoon(const QByteArray &process);
 
 } // namespace kruv::test

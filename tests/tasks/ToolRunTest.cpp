@@ -34,7 +34,7 @@ protected:
     void expectNoneLeft() const
     {
         for (const QByteArray &process : processes()) {
-            EXPECT_TRUE(waitUntil([&] { return !processRuns(process); })) << process.constData();
+            EXPECT_TRUE(endsSoon(process)) << process.constData();
         }
     }
 

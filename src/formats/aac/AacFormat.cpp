@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The Kruv developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "audio/CoreAudioHelper.h"
 #include "formats/FileStart.h"
 #include "formats/JobMakers.h"
 #include "formats/LossySources.h"
@@ -22,7 +21,7 @@ constexpr const FormatOption *options[] = {&AacOptions::mode, &AacOptions::bitRa
 
 bool isAac(const FileStart &start)
 {
-    return start.bytes().mid(4, 4) == "ftyp" && !CoreAudioHelper::isAppleLossless(start.path());
+    return start.bytes().mid(4, 4) == "ftyp" && !appleLosslessFormat.isContent(start);
 }
 
 const TranscodeRecipe recipe{

@@ -38,7 +38,8 @@ const TranscodeRecipe recipe{
 
 bool isAppleLossless(const FileStart &start)
 {
-    return start.bytes().mid(4, 4) == "ftyp" && CoreAudioHelper::isAppleLossless(start.path());
+    return start.bytes().mid(4, 4) == "ftyp" && holdsCodec<AudioContent::Codec::AppleLossless>(start) &&
+           CoreAudioHelper::isAppleLossless(start.path());
 }
 
 } // namespace

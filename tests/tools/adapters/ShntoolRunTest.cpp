@@ -353,7 +353,7 @@ TEST_F(ShntoolRunTest, WhatDoesNotListenIsKilledAndNothingIsLeft)
     ::waitpid(adapter, &status, 0);
     ::close(ends[0]);
     EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGTERM);
-    EXPECT_EQ(processesOfSession(adapter), std::vector<pid_t>());
+    EXPECT_EQ(processesThatStay(adapter), std::vector<pid_t>());
     EXPECT_EQ(leftOver(), Names{});
 }
 
@@ -375,14 +375,7 @@ TEST_F(ShntoolRunTest, LookingAtADecodersStartLeavesNoPump)
         ::_exit(0);
     }
     ::waitpid(session, nullptr, 0);
-    for (int look = 0; look < 100 && !processesOfSession(session).empty(); ++look) {
-        ::usleep(20'000);
-    }
-    const auto left = processesOfSession(session);
-    EXPECT_EQ(left, std::vector<pid_t>());
-    for (const pid_t process : left) {
-        ::kill(process, SIGKILL);
-    }
+    EXPECT_EQ(processesThatStay(session), std::vector<pid_t>());
 }
 
 } // namespace kruv::adapters

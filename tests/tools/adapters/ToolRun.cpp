@@ -6,8 +6,10 @@
 #include "common/LittleEndian.h"
 
 #include <algorithm>
+#include <csignal>
 #include <fstream>
 #include <sstream>
+#include <unistd.h>
 
 namespace kruv::adapters {
 
@@ -18,6 +20,26 @@ namespace {
 std::string text(const Bytes &bytes)
 {
     return {bytes.begin(), bytes.end()};
+}
+
+std::vector<pid_t> processesOfSession(pid_t session)
+{
+    std::vector<pid_t> found;
+    for (const auto &name : namesIn("/proc")) {
+        const auto stat =
+            isdigit(static_cast<unsigned char>(name[0])) ? contentOf("/proc/" + name + "/stat") : "";
+        const auto afterName = stat.rfind(')');
+        char state = 0;
+        long parent = 0;
+        long group = 0;
+        long itsSession = 0;
+        if (afterName != std::string::npos &&
+            sscanf(stat.c_str() + afterName, ") %c %ld %ld %ld", &state, &parent, &group, &itsSession) == 4 &&
+            itsSession == session && state != 'Z') {
+            found.push_back(static_cast<pid_t>(std::stol(name)));
+        }
+    }
+    return found;
 }
 
 } // namespace
@@ -77,24 +99,17 @@ void writeFile(const std::string &path, const std::string &content)
     std::ofstream(path, std::ios::binary) << content;
 }
 
-std::vector<pid_t> processesOfSession(pid_t session)
+std::vector<pid_t> processesThatStay(pid_t session)
 {
-    std::vector<pid_t> found;
-    for (const auto &name : namesIn("/proc")) {
-        const auto stat =
-            isdigit(static_cast<unsigned char>(name[0])) ? contentOf("/proc/" + name + "/stat") : "";
-        const auto afterName = stat.rfind(')');
-        char state = 0;
-        long parent = 0;
-        long group = 0;
-        long itsSession = 0;
-        if (afterName != std::string::npos &&
-            sscanf(stat.c_str() + afterName, ") %c %ld %ld %ld", &state, &parent, &group, &itsSession) == 4 &&
-            itsSession == session && state != 'Z') {
-            found.push_back(static_cast<pid_t>(std::stol(name)));
-        }
+    std::vector<pid_t> left = processesOfSession(session);
+    for (int look = 0; look < 250 && !left.empty(); ++look) {
+        usleep(20'000);
+        left = processesOfSession(session);
     }
-    return found;
+    for (const pid_t process : left) {
+        kill(process, SIGKILL);
+    }
+    return left;
 }
 
 std::vector<std::string> namesIn(const std::string &folder)

@@ -42,8 +42,9 @@ void writeWav(const std::string &path, const TestAudio &audio);
 std::string pcmOf(const std::string &path, unsigned bits = 16);
 std::string contentOf(const std::string &path);
 void writeFile(const std::string &path, const std::string &content);
-/// Processes of a session that have not ended.
-std::vector<pid_t> processesOfSession(pid_t session);
+/// Processes of a session that have not ended, nor end within seconds: one that was killed takes a moment.
+/// Ends them.
+std::vector<pid_t> processesThatStay(pid_t session);
 /// Names in a folder, hidden ones too.
 std::vector<std::string> namesIn(const std::string &folder);
 
