@@ -66,6 +66,13 @@ InputStream::InputStream(std::vector<std::uint8_t> bytes, std::string name)
 {
 }
 
+InputStream::InputStream(std::function<std::size_t(std::span<std::uint8_t>)> source, std::string name)
+    : m_source(std::move(source))
+    , m_name(std::move(name))
+    , m_buffer(bufferBytes)
+{
+}
+
 InputStream::~InputStream()
 {
     if (m_ownsDescriptor) {
@@ -81,10 +88,13 @@ bool InputStream::isFile(int descriptor, const std::string &path)
            ::stat(path.c_str(), &other) == 0 && own.st_dev == other.st_dev && own.st_ino == other.st_ino;
 }
 
-std::size_t InputStream::readFromDescriptor(std::uint8_t *destination, std::size_t count)
+std::size_t InputStream::readMore(std::uint8_t *destination, std::size_t count)
 {
-    if (m_descriptor < 0) {
+    if (isMemory()) {
         return 0;
+    }
+    if (m_source) {
+        return m_source({destination, count});
     }
     for (;;) {
         const ssize_t got = ::read(m_descriptor, destination, count);
@@ -100,9 +110,7 @@ std::size_t InputStream::readFromDescriptor(std::uint8_t *destination, std::size
 void InputStream::fillBuffer()
 {
     m_begin = m_end = 0;
-    if (m_descriptor >= 0) {
-        m_end = readFromDescriptor(m_buffer.data(), m_buffer.size());
-    }
+    m_end = readMore(m_buffer.data(), m_buffer.size());
 }
 
 std::size_t InputStream::read(std::span<std::uint8_t> destination)
@@ -133,11 +141,11 @@ void InputStream::readExactly(std::span<std::uint8_t> destination, const char *w
 
 std::span<const std::uint8_t> InputStream::peek(std::size_t count)
 {
-    if (buffered() < count && m_descriptor >= 0) {
+    if (buffered() < count && !isMemory()) {
         std::memmove(m_buffer.data(), m_buffer.data() + m_begin, buffered());
         m_end -= std::exchange(m_begin, 0);
         while (m_end < count) {
-            const std::size_t got = readFromDescriptor(m_buffer.data() + m_end, m_buffer.size() - m_end);
+            const std::size_t got = readMore(m_buffer.data() + m_end, m_buffer.size() - m_end);
             if (got == 0) {
                 break;
             }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -10,8 +11,8 @@
 
 namespace kruv::tools {
 
-/// A forward-only, buffered input: a file, standard input, or bytes in memory. Every failing read throws
-/// ToolError.
+/// A forward-only, buffered input: a file, standard input, bytes in memory, or what a function gives. Every
+/// failing read throws ToolError.
 class InputStream
 {
 public:
@@ -21,6 +22,8 @@ public:
     InputStream(int descriptor, std::string name);
     /// Reads the given bytes; name stands in messages.
     InputStream(std::vector<std::uint8_t> bytes, std::string name);
+    /// Reads what a function gives, which fills as much as it can and gives 0 at the end.
+    InputStream(std::function<std::size_t(std::span<std::uint8_t>)> source, std::string name);
     ~InputStream();
     InputStream(const InputStream &) = delete;
     InputStream &operator=(const InputStream &) = delete;
@@ -51,11 +54,13 @@ public:
 private:
     void findSize();
     void fillBuffer();
-    std::size_t readFromDescriptor(std::uint8_t *destination, std::size_t count);
+    bool isMemory() const { return m_descriptor < 0 && !m_source; }
+    std::size_t readMore(std::uint8_t *destination, std::size_t count);
     std::size_t buffered() const { return m_end - m_begin; }
 
     int m_descriptor = -1;
     bool m_ownsDescriptor = false;
+    std::function<std::size_t(std::span<std::uint8_t>)> m_source;
     std::string m_name;
     std::vector<std::uint8_t> m_buffer;
     std::size_t m_begin = 0;

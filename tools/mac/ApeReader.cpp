@@ -188,6 +188,21 @@ FrameBytes ApeReader::frameBytes(uint32_t frame) const
     return FrameBytes(m_input, m_frameStarts.front(), m_frameStarts[frame], frameEnd(frame));
 }
 
+void ApeReader::read(Range range, const Take &take) const
+{
+    std::vector<uint8_t> piece(std::size_t{64} * 1024);
+    while (range.size > 0) {
+        const auto wanted = static_cast<std::size_t>(std::min<uint64_t>(range.size, piece.size()));
+        const std::size_t got = m_input.readAt(range.offset, std::span(piece).first(wanted));
+        if (got == 0) {
+            throw MacError(ErrorNumber::Read, m_input.name() + " became shorter while it was read");
+        }
+        take(std::span<const uint8_t>(piece).first(got));
+        range.offset += got;
+        range.size -= got;
+    }
+}
+
 void ApeReader::readExactly(uint64_t offset, std::span<uint8_t> destination) const
 {
     if (m_input.readAt(offset, destination) != destination.size()) {

@@ -8,7 +8,9 @@
 #include "StreamInfo.h"
 
 #include <cstdint>
+#include <functional>
 #include <optional>
+#include <span>
 #include <vector>
 
 namespace kruv::mac {
@@ -37,6 +39,9 @@ public:
     /// Where the coded frame ends in the file.
     uint64_t frameEnd(uint32_t frame) const;
     FrameBytes frameBytes(uint32_t frame) const;
+    using Take = std::function<void(std::span<const uint8_t>)>;
+    /// Hands a run of the file out in pieces.
+    void read(Range range, const Take &take) const;
 
     /// The file's MD5, when it has one. It covers digestRanges() in that order.
     const std::optional<Md5Digest> &digest() const { return m_digest; }

@@ -12,6 +12,7 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 namespace kruv::mac {
 
@@ -23,6 +24,13 @@ RandomInput::RandomInput(const std::string &path)
     if (m_descriptor < 0) {
         throw MacError(ErrorNumber::InvalidInput, "cannot open " + m_name + ": " + std::strerror(errno));
     }
+    useDescriptor();
+}
+
+RandomInput::RandomInput(int descriptor, std::string name)
+    : m_name(std::move(name))
+    , m_descriptor(descriptor)
+{
     useDescriptor();
 }
 

@@ -16,6 +16,8 @@ class RandomInput
 public:
     /// Opens a file; "-" is standard input.
     explicit RandomInput(const std::string &path);
+    /// Reads an open file, which becomes its own; name stands in messages.
+    RandomInput(int descriptor, std::string name);
     /// Reads the given bytes, which must outlive the object.
     explicit RandomInput(std::span<const uint8_t> bytes);
     ~RandomInput();
