@@ -6,6 +6,7 @@
 #include "audio/AudioError.h"
 #include "audio/CodecFileReader.h"
 #include "audio/CodecFileWriter.h"
+#include "audio/CoderStream.h"
 #include "audio/ContentProbe.h"
 #include "audio/FileDescriptor.h"
 #include "audio/PcmFileReader.h"
@@ -18,18 +19,42 @@ namespace kruv::AudioFiles {
 
 namespace {
 
+/// Plain PCM goes past FFmpeg: it would look into the samples and take DTS on a CD track for a film's sound.
+std::unique_ptr<ExtAudioFileReader> openPcm(const QString &path, const AudioContent &content)
+{
+    try {
+        return std::make_unique<PcmFileReader>(path);
+    } catch (const tools::ToolError &notPcm) {
+        return std::make_unique<CodecFileReader>(path, content, QString::fromUtf8(notPcm.what()));
+    }
+}
+
+/// FFmpeg takes zeros for what is missing of Shorten, and refuses chunks before the audio; of Monkey's Audio
+/// it decodes loud 24-bit stereo of the highest level wrongly. Nothing where our coders don't know the file.
+std::unique_ptr<ExtAudioFileReader> openByOurCoders(const QString &path, const AudioContent &content)
+{
+    try {
+        auto stream = content.container == AudioContent::Container::Shorten
+                          ? CoderStream::shorten(path, content.start)
+                          : CoderStream::monkeysAudio(path);
+        return stream ? std::make_unique<PcmFileReader>(std::move(stream), FormatType::Other) : nullptr;
+    } catch (const tools::ToolError &refusal) {
+        throw AudioError(QStringLiteral("ExtAudioFileOpenURL failed dta?"),
+                         QString::fromUtf8(refusal.what()));
+    }
+}
+
 std::unique_ptr<ExtAudioFileReader> readerFor(const QString &path, const AudioContent &content)
 {
     if (content.isPlainPcm()) {
-        // Plain PCM goes past FFmpeg: it would look into the samples and take DTS on a CD track for a film's
-        // sound.
-        try {
-            return std::make_unique<PcmFileReader>(path);
-        } catch (const tools::ToolError &notPcm) {
-            return std::make_unique<CodecFileReader>(path, content, QString::fromUtf8(notPcm.what()));
-        }
+        return openPcm(path, content);
     }
-    return std::make_unique<CodecFileReader>(path, content, QString());
+    std::unique_ptr<ExtAudioFileReader> reader;
+    if (content.container == AudioContent::Container::Shorten ||
+        content.container == AudioContent::Container::MonkeysAudio) {
+        reader = openByOurCoders(path, content);
+    }
+    return reader ? std::move(reader) : std::make_unique<CodecFileReader>(path, content, QString());
 }
 
 } // namespace

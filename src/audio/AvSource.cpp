@@ -25,6 +25,7 @@ const char *demuxerFor(const AudioContent &content)
 {
     switch (content.container) {
     case Container::Unknown:
+    case Container::Shorten: // our own coder's
         break;
     case Container::Wav:
     case Container::Rf64:
@@ -39,8 +40,6 @@ const char *demuxerFor(const AudioContent &content)
         return "aiff";
     case Container::Flac:
         return "flac";
-    case Container::Shorten:
-        return "shn";
     case Container::WavPack:
         return "wv";
     case Container::Tta:

@@ -5,7 +5,6 @@
 
 #include "audio/AvLog.h"
 #include "audio/CodecPadding.h"
-#include "audio/ShortenStream.h"
 
 #include <algorithm>
 
@@ -282,10 +281,6 @@ void CodecFileReader::checkEnd()
     if (m_digest && m_framesRead > 0 && m_digest->result() != m_statedDigest) {
         AvSource::cannotRead(tr("The audio does not match the checksum that the file holds."));
     }
-    if (m_source.content().container == AudioContent::Container::Shorten && !m_endChecked) {
-        ShortenStream::checkEnd(m_path, m_source.content().start);
-    }
-    m_endChecked = true;
 }
 
 void CodecFileReader::checkLength() const

@@ -61,10 +61,9 @@ private:
     std::vector<std::uint8_t> m_pending; // in the client format
     std::size_t m_taken = 0;             // of m_pending, in bytes
     std::int64_t m_framesRead = 0;
-    std::int64_t m_packetFrames = 0; // of Apple Lossless
-    std::int64_t m_leading = 0;      // frames still to be cut off before the audio
-    bool m_lengthIsExact = false;    // of a lossy codec
-    bool m_endChecked = false;
+    std::int64_t m_packetFrames = 0;   // of Apple Lossless
+    std::int64_t m_leading = 0;        // frames still to be cut off before the audio
+    bool m_lengthIsExact = false;      // of a lossy codec
     std::optional<PcmDigest> m_digest; // of FLAC that holds one
     QByteArray m_statedDigest;
 };

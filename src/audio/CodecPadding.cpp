@@ -4,7 +4,6 @@
 #include "audio/CodecPadding.h"
 
 #include "audio/FileHead.h"
-#include "audio/ShortenStream.h"
 
 #include <algorithm>
 
@@ -71,9 +70,6 @@ CodecPadding ofMusepack(FileHead &file, std::int64_t start)
 
 CodecPadding CodecPadding::of(const QString &path, const AudioContent &content)
 {
-    if (content.container == Container::Shorten) {
-        return {.stated = ShortenStream::statedFrames(path, content.start)};
-    }
     if (content.container != Container::MpegAudio && content.container != Container::MusepackSv8) {
         return {};
     }

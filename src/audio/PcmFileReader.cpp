@@ -12,14 +12,21 @@
 namespace kruv {
 
 PcmFileReader::PcmFileReader(const QString &path)
-    : m_input(FileDescriptor::openForReading(path).release(), path.toStdString())
-    , m_pcm(m_input)
+    : PcmFileReader(std::make_unique<tools::InputStream>(FileDescriptor::openForReading(path).release(),
+                                                         path.toStdString()),
+                    FormatType::LinearPcm)
+{
+}
+
+PcmFileReader::PcmFileReader(std::unique_ptr<tools::InputStream> input, FormatType formatType)
+    : m_input(std::move(input))
+    , m_pcm(*m_input)
 {
     const tools::PcmFormat &pcm = m_pcm.format();
-    const bool bigEndian = m_pcm.isBigEndian();
-    m_dataFormat = {.formatType = FormatType::LinearPcm,
-                    .formatFlags = AudioStreamFormat::isSignedInteger | AudioStreamFormat::isPacked |
-                                   (bigEndian ? AudioStreamFormat::isBigEndian : 0),
+    const std::uint32_t flags = AudioStreamFormat::isSignedInteger | AudioStreamFormat::isPacked |
+                                (m_pcm.isBigEndian() ? AudioStreamFormat::isBigEndian : 0);
+    m_dataFormat = {.formatType = formatType,
+                    .formatFlags = formatType == FormatType::LinearPcm ? flags : 0,
                     .sampleRate = pcm.sampleRate,
                     .channels = pcm.channels,
                     .bitsPerChannel = pcm.bitsPerSample,
@@ -51,13 +58,23 @@ std::size_t PcmFileReader::readNarrow(std::span<std::uint8_t> buffer)
 {
     try {
         const std::size_t got = m_pcm.read(buffer);
-        if (got < buffer.size() && m_pcm.endedEarly()) {
-            throw AudioError(QStringLiteral("ExtAudioFileRead failed"),
-                             tr("The file has less audio than its header states."));
+        if (got < buffer.size()) {
+            checkEnd();
         }
         return got;
     } catch (const tools::ToolError &failure) {
         throw AudioError(QStringLiteral("ExtAudioFileRead failed"), QString::fromUtf8(failure.what()));
+    }
+}
+
+void PcmFileReader::checkEnd()
+{
+    if (m_pcm.endedEarly()) {
+        throw AudioError(QStringLiteral("ExtAudioFileRead failed"),
+                         tr("The file has less audio than its header states."));
+    }
+    // A coder knows at the end of its stream only that nothing is wrong with it.
+    while (m_dataFormat.formatType != FormatType::LinearPcm && !m_input->readBlock().empty()) {
     }
 }
 

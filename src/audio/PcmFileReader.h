@@ -9,11 +9,13 @@
 
 #include <QCoreApplication>
 
+#include <memory>
 #include <vector>
 
 namespace kruv {
 
-/// Integer PCM in the files that tools::PcmReader knows.
+/// Integer PCM in the files that tools::PcmReader knows, and in files that one of our own coders makes of
+/// others.
 class PcmFileReader : public ExtAudioFileReader
 {
     Q_DECLARE_TR_FUNCTIONS(kruv::AudioFiles)
@@ -22,14 +24,17 @@ public:
     /// Throws tools::ToolError for what is no integer PCM of this kind, AudioError where the file can't be
     /// opened.
     explicit PcmFileReader(const QString &path);
+    /// From any input; `formatType` is what the file is coded in.
+    PcmFileReader(std::unique_ptr<tools::InputStream> input, FormatType formatType);
 
     std::size_t read(std::span<std::uint8_t> buffer) override;
 
 private:
     std::size_t readWidened(std::span<std::uint8_t> buffer);
     std::size_t readNarrow(std::span<std::uint8_t> buffer);
+    void checkEnd();
 
-    tools::InputStream m_input;
+    std::unique_ptr<tools::InputStream> m_input;
     tools::PcmReader m_pcm;
     std::vector<std::uint8_t> m_narrow; // as in the file, where wider samples are asked for
 };

@@ -242,6 +242,38 @@ INSTANTIATE_TEST_SUITE_P(Audio, AudioFilesOf, testing::ValuesIn(samples), [](con
     return QString::fromLatin1(info.param.name).replace(u'.', u'_').toStdString();
 });
 
+TEST(AudioFiles, MonkeysAudioOfEveryLevelGivesWhatWentIn)
+{
+    const TemporaryFolder folder;
+    const QString wav = folder.file(u"s.wav"_s);
+    const QString ape = folder.file(u"s.ape"_s);
+    for (const unsigned bits : {8U, 16U, 24U}) {
+        writeWav(wav, {.bitsPerSample = bits, .frames = 20'011});
+        for (const int level : {1000, 2000, 3000, 4000, 5000}) {
+            SCOPED_TRACE(testing::Message() << bits << " bit, level " << level);
+            toolOutput(qEnvironmentVariable("KRUV_RESOURCES") + u"/mac"_s, {wav, ape, u"-c%1"_s.arg(level)});
+            EXPECT_EQ(readAll(ape), readAll(wav));
+            QByteArray damaged = readFile(ape);
+            damaged[80] = static_cast<char>(damaged[80] ^ 1); // the seek table, which only the MD5 covers
+            EXPECT_TRUE(fails(folder.write(u"damaged.ape"_s, damaged)));
+        }
+    }
+}
+
+TEST(AudioFiles, ShortenOfAWavWithChunksBeforeTheAudioGivesWhatWentIn)
+{
+    const TemporaryFolder folder;
+    QByteArray wav = wavBytes(makeAudio({.frames = 20'011}));
+    wav.insert(36, "LIST" + QByteArray::fromHex("07000000") + "INFOodd" + '\0');
+    wav[4] = static_cast<char>(wav[4] + 16);
+    const QString source = folder.write(u"s.wav"_s, wav + "id3 " + QByteArray::fromHex("02000000") + "xy");
+    const QString shorten = folder.file(u"s.shn"_s);
+    toolOutput(qEnvironmentVariable("KRUV_RESOURCES") + u"/shorten"_s, {source, shorten});
+    EXPECT_EQ(readAll(shorten), readAll(source));
+    const QByteArray whole = readFile(shorten);
+    EXPECT_TRUE(fails(folder.write(u"cut.shn"_s, whole.chopped(8)))) << "behind the audio";
+}
+
 TEST(AudioFiles, TagsAroundTheAudioAreNotHeard)
 {
     const TemporaryFolder folder;
