@@ -14,11 +14,13 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QLoggingCategory>
-#include <QStorageInfo>
 
+#include <algorithm>
+#include <cstdint>
 #include <mp4file.h>
 #include <optional>
 #include <stdexcept>
+#include <sys/statvfs.h>
 #include <tbytevectorstream.h>
 #include <tfilestream.h>
 
@@ -29,6 +31,16 @@ namespace {
 Q_LOGGING_CATEGORY(mp4Log, "kruv.tags.mp4", QtWarningMsg)
 
 using Store = void (Mp4File::*)();
+
+/// Whether so much more can be written where a file lies; true where the file system does not tell.
+bool hasRoomFor(qint64 bytes, const QString &path)
+{
+    struct statvfs volume = {};
+    if (statvfs(QFile::encodeName(path).constData(), &volume) != 0 || volume.f_blocks == 0) {
+        return true;
+    }
+    return volume.f_bavail > static_cast<std::uint64_t>(bytes) / std::max(volume.f_frsize, 1UL);
+}
 
 /// The index that the tag library makes of the file's items and the record, in a scratch file of its own that
 /// has no media: with media the library would also go through every chunk.
@@ -136,9 +148,8 @@ void AACTagsHelper::makeGapless(const QString &path) const
     // access rights; and on a full disk it never ends.
     const QString target = QFileInfo(path).canonicalFilePath();
     constexpr qint64 roomForTags = 1 << 20;
-    const QFileInfo info(target);
-    if (QStorageInfo(info.path()).bytesAvailable() < info.size() + roomForTags) {
-        qCWarning(mp4Log, "No room to mark %s as gapless", qUtf8Printable(path));
+    if (!hasRoomFor(QFileInfo(target).size() + roomForTags, target)) {
+        qCInfo(mp4Log, "No room to mark %s as gapless", qUtf8Printable(path));
         return;
     }
     const QFile::Permissions before = QFile::permissions(target);
