@@ -25,7 +25,7 @@ rival() {
 make_files long "$tracks" 180
 make_files short "$small" 1
 compare "$tracks tracks of three minutes" "$(least 3 empty ours long)" "$(least 3 empty rival long)" 1.03
-compare "$small files of one second" "$(least 5 empty ours short)" "$(least 5 empty rival short)" 1.15
+compare "$small files of one second" "$(least 5 empty ours short)" "$(least 5 empty rival short)" 1.05
 compare "kruv --version (rival: flac --version)" "$(least 5 true "$build/kruv" --version)" "$(least 5 true flac --version)" "(reported)"
 make_files one 1 1
 compare "one file of one second, start-up and all" "$(least 5 empty ours one)" "$(least 5 empty rival one)" "(reported)"

@@ -54,6 +54,9 @@ void KruvTaskQueue::addTask(std::shared_ptr<KruvTask> task)
     if (!m_noSleep) {
         preventSleep();
     }
+    if (!m_stagingReuse) {
+        m_stagingReuse.emplace();
+    }
     fillFreePlaces();
 }
 
@@ -150,6 +153,7 @@ void KruvTaskQueue::endBusyPeriod()
         }
     }
     m_lowestActivePosition = 0;
+    m_stagingReuse.reset();
     allowSleep();
     Q_EMIT becameIdle();
 }

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "tasks/StagingReuse.h"
 #include "tasks/StatusTableModel.h"
 #include "tasks/TaskCompletionSink.h"
 
@@ -13,6 +14,7 @@
 #include <map>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <span>
 #include <unordered_map>
 
@@ -103,6 +105,7 @@ private:
     bool m_quitting = false;
     std::uint32_t m_assertionId = 0;
     bool m_noSleep = false;
+    std::optional<StagingReuse> m_stagingReuse; // in a busy period
 };
 
 } // namespace kruv

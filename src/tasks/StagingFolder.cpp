@@ -14,6 +14,7 @@
 
 #include <cerrno>
 #include <fcntl.h>
+#include <filesystem>
 #include <mutex>
 #include <stdexcept>
 #include <sys/file.h>
@@ -50,41 +51,62 @@ StagingFolder::StagingFolder(const QString &folder)
     if (isFirstVisit(folder)) {
         sweep(folder);
     }
+    if (const auto waiting = StagingReuse::take(folder)) {
+        m_place = *waiting;
+        return;
+    }
+    make(folder);
+    lock();
+}
+
+void StagingFolder::make(const QString &folder)
+{
+    m_place.folder = folder;
     // A full volume says of some file systems' new folders that they are there already.
     constexpr int tries = 5;
     int error = EEXIST;
     for (int attempt = 0; attempt < tries && error == EEXIST; ++attempt) {
-        m_path = (folder.endsWith(u'/') ? folder : folder + u'/') + StagingName::random();
-        error = mkdir(QFile::encodeName(m_path).constData(), 0777) == 0 ? 0 : errno;
+        m_place.path = (folder.endsWith(u'/') ? folder : folder + u'/') + StagingName::random();
+        error = mkdir(QFile::encodeName(m_place.path).constData(), 0777) == 0 ? 0 : errno;
     }
     if (error != 0) {
         cannotWrite(folder, error);
     }
-    lock();
 }
 
 void StagingFolder::lock()
 {
-    m_lock = open(QFile::encodeName(pathFor(StagingLock::fileName())).constData(),
-                  O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    m_place.lock = open(QFile::encodeName(pathFor(StagingLock::fileName())).constData(),
+                        O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
     const QByteArray owner = StagingLock::thisProcess();
-    if (m_lock < 0 || flock(m_lock, LOCK_EX | LOCK_NB) != 0 ||
-        write(m_lock, owner.constData(), static_cast<std::size_t>(owner.size())) != owner.size()) {
+    if (m_place.lock < 0 || flock(m_place.lock, LOCK_EX | LOCK_NB) != 0 ||
+        write(m_place.lock, owner.constData(), static_cast<std::size_t>(owner.size())) != owner.size()) {
         const int error = errno;
-        if (m_lock >= 0) {
-            close(m_lock);
+        if (m_place.lock >= 0) {
+            close(m_place.lock);
         }
-        QDir(m_path).removeRecursively();
-        cannotWrite(m_path.section(u'/', 0, -2), error);
+        QDir(m_place.path).removeRecursively();
+        cannotWrite(m_place.folder, error);
     }
 }
 
 StagingFolder::~StagingFolder()
 {
-    // Some file systems keep a name for a file that is still open, and the folder would stay.
-    QFile::remove(pathFor(StagingLock::fileName()));
-    close(m_lock);
-    QDir(m_path).removeRecursively();
+    empty();
+    StagingReuse::handBack(m_place);
+}
+
+void StagingFolder::empty()
+{
+    // Not by Qt, for which a name of other bytes than UTF-8 does not exist.
+    const std::string lockName = StagingLock::fileName().toStdString();
+    std::error_code ignored;
+    for (const auto &entry :
+         std::filesystem::directory_iterator(QFile::encodeName(m_place.path).toStdString(), ignored)) {
+        if (entry.path().filename() != lockName) {
+            std::filesystem::remove_all(entry.path(), ignored);
+        }
+    }
 }
 
 QString StagingFolder::scratch(const QString &extension)

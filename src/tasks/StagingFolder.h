@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "tasks/StagingReuse.h"
+
 #include <QString>
 
 namespace kruv {
@@ -13,16 +15,16 @@ namespace kruv {
 class StagingFolder
 {
 public:
-    /// Makes a new one inside `folder`. Throws std::runtime_error, in words for a person, when nothing can be
+    /// Makes one inside `folder`. Throws std::runtime_error, in words for a person, when nothing can be
     /// written there.
     explicit StagingFolder(const QString &folder);
     ~StagingFolder();
     StagingFolder(const StagingFolder &) = delete;
     StagingFolder &operator=(const StagingFolder &) = delete;
 
-    const QString &path() const { return m_path; }
+    const QString &path() const { return m_place.path; }
     /// Where a file of that name is made. Nothing is created.
-    QString pathFor(const QString &name) const { return m_path + u'/' + name; }
+    QString pathFor(const QString &name) const { return m_place.path + u'/' + name; }
     /// A place for audio on its way from one step to the next; no two are alike. Nothing is created.
     QString scratch(const QString &extension);
 
@@ -30,10 +32,11 @@ public:
     static void sweep(const QString &folder);
 
 private:
+    void make(const QString &folder);
     void lock();
+    void empty();
 
-    QString m_path;
-    int m_lock = -1;
+    StagingReuse::Place m_place;
     int m_scratchFiles = 0;
 };
 

@@ -44,6 +44,26 @@ QProcessEnvironment make(const QString &resources)
     return environment;
 }
 
+std::vector<std::string> makeEntries(const QProcessEnvironment &environment)
+{
+    const QProcessEnvironment inherited = QProcessEnvironment::systemEnvironment();
+    std::vector<std::string> all;
+    for (char **each = environ; *each != nullptr; ++each) {
+        const std::string_view entry = *each;
+        const QString name = QString::fromLocal8Bit(entry.substr(0, entry.find('=')));
+        if (environment.contains(name) && environment.value(name) == inherited.value(name)) {
+            all.emplace_back(entry);
+        }
+    }
+    for (const QString &name : environment.keys()) {
+        const QString value = environment.value(name);
+        if (!inherited.contains(name) || inherited.value(name) != value) {
+            all.push_back((name + u'=' + value).toLocal8Bit().toStdString());
+        }
+    }
+    return all;
+}
+
 } // namespace
 
 QProcessEnvironment base()
@@ -78,22 +98,16 @@ QProcessEnvironment unbuffered(QProcessEnvironment environment)
 
 std::vector<std::string> entries(const QProcessEnvironment &environment)
 {
-    const QProcessEnvironment inherited = QProcessEnvironment::systemEnvironment();
-    std::vector<std::string> all;
-    for (char **each = environ; *each != nullptr; ++each) {
-        const std::string_view entry = *each;
-        const QString name = QString::fromLocal8Bit(entry.substr(0, entry.find('=')));
-        if (environment.contains(name) && environment.value(name) == inherited.value(name)) {
-            all.emplace_back(entry);
-        }
+    // Most tools get the same one, and writing it out anew was a tenth of what a short job costs us.
+    static std::mutex lock;
+    static QProcessEnvironment known;
+    static std::vector<std::string> cached;
+    const std::lock_guard guard(lock);
+    if (cached.empty() || environment != known) {
+        cached = makeEntries(environment);
+        known = environment;
     }
-    for (const QString &name : environment.keys()) {
-        const QString value = environment.value(name);
-        if (!inherited.contains(name) || inherited.value(name) != value) {
-            all.push_back((name + u'=' + value).toLocal8Bit().toStdString());
-        }
-    }
-    return all;
+    return cached;
 }
 
 } // namespace kruv::ToolEnvironment

@@ -1,0 +1,85 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "tasks/StagingFolder.h"
+
+#include "support/QtPrinters.h"
+#include "support/Files.h"
+
+#include <QDir>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::Literals::StringLiterals;
+using namespace kruv;
+using namespace kruv::test;
+
+namespace {
+
+class StagingFolderTest : public testing::Test
+{
+protected:
+    QStringList namesIn(const QString &path) const
+    {
+        return QDir(path).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+    }
+    /// Leaves all that a job may: an output, a tool's folder, a name that is no text.
+    QString useAndLeave(const QString &target)
+    {
+        const StagingFolder staging(target);
+        folder.write(staging.pathFor(u"half.flac"_s).mid(folder.path().size() + 1), "half");
+        QDir(staging.path()).mkpath(u"of the tool/deep"_s);
+        const QByteArray noText = QFile::encodeName(staging.path()) + "/caf\xE9";
+        if (FILE *file = fopen(noText.constData(), "w")) {
+            fclose(file);
+        }
+        return staging.path();
+    }
+
+    TemporaryFolder folder;
+};
+
+TEST_F(StagingFolderTest, GoesWithTheJobOrServesTheNextOneEmpty)
+{
+    useAndLeave(folder.path());
+    EXPECT_EQ(namesIn(folder.path()), QStringList());
+    {
+        const StagingReuse busy;
+        const QString first = useAndLeave(folder.path());
+        EXPECT_EQ(namesIn(first), QStringList{u"lock"_s});
+        const StagingFolder second(folder.path());
+        const StagingFolder besides(folder.path());
+        EXPECT_EQ(second.path(), first);
+        EXPECT_NE(besides.path(), first) << "a job never shares its folder";
+    }
+    EXPECT_EQ(namesIn(folder.path()), QStringList());
+}
+
+TEST_F(StagingFolderTest, OneThatWasMovedAwayIsNotWaitedFor)
+{
+    const StagingReuse busy;
+    const QString album = folder.file(u"album"_s);
+    QDir().mkdir(album);
+    useAndLeave(album);
+    QDir().rename(album, folder.file(u"elsewhere"_s));
+    QDir().mkdir(album);
+    const StagingFolder next(album);
+    EXPECT_TRUE(QFile::exists(next.pathFor(u"lock"_s)));
+}
+
+TEST_F(StagingFolderTest, FewWaitHoweverManyFoldersThereAre)
+{
+    const StagingReuse busy;
+    int left = 0;
+    for (int album = 0; album < 40; ++album) {
+        const QString target = folder.file(QString::number(album));
+        QDir().mkdir(target);
+        useAndLeave(target);
+    }
+    for (int album = 0; album < 40; ++album) {
+        left += static_cast<int>(namesIn(folder.file(QString::number(album))).size());
+    }
+    EXPECT_LE(left, 8);
+}
+
+} // namespace
