@@ -92,17 +92,16 @@ void CodecFileWriter::chooseAppleLossless()
 {
     const AVCodec *codec = avcodec_find_encoder(AV_CODEC_ID_ALAC);
     if (codec == nullptr) {
-        cannotHold(QStringLiteral("This FFmpeg has no Apple Lossless encoder."));
+        cannotHold(tr("This FFmpeg has no Apple Lossless encoder."));
     }
     m_encoder.reset(avcodec_alloc_context3(codec));
     const std::uint32_t width = m_format.bitsPerChannel;
     if (width != 16 && width != 24) {
-        cannotHold(
-            QStringLiteral("Apple Lossless is written with 16 or 24 bits; this audio has %1.").arg(width));
+        cannotHold(tr("Apple Lossless is written with 16 or 24 bits; this audio has %1.").arg(width));
     }
     const int channels = static_cast<int>(m_format.channels);
     if (!takeOwnLayout(*m_encoder, channels)) {
-        cannotHold(QStringLiteral("Apple Lossless has no layout of %1 channels.").arg(channels));
+        cannotHold(tr("Apple Lossless has no layout of %1 channels.").arg(channels));
     }
     m_encoder->sample_fmt = width == 16 ? AV_SAMPLE_FMT_S16P : AV_SAMPLE_FMT_S32P;
     m_encoder->bits_per_raw_sample = static_cast<int>(width);
@@ -113,16 +112,16 @@ void CodecFileWriter::chooseAac()
     const AVCodec *codec = avcodec_find_encoder_by_name("libfdk_aac");
     codec = codec == nullptr ? avcodec_find_encoder(AV_CODEC_ID_AAC) : codec;
     if (codec == nullptr) {
-        cannotHold(QStringLiteral("This FFmpeg has no AAC encoder."));
+        cannotHold(tr("This FFmpeg has no AAC encoder."));
     }
     m_encoder.reset(avcodec_alloc_context3(codec));
     const int rate = static_cast<int>(m_format.sampleRate);
     if (!hasRate(*codec, rate)) {
-        cannotHold(QStringLiteral("AAC has no sample rate of %1 Hz.").arg(rate));
+        cannotHold(tr("AAC has no sample rate of %1 Hz.").arg(rate));
     }
     const int channels = static_cast<int>(m_format.channels);
     if (channels > 8) {
-        cannotHold(QStringLiteral("AAC has no layout of %1 channels.").arg(channels));
+        cannotHold(tr("AAC has no layout of %1 channels.").arg(channels));
     }
     if (!takeOwnLayout(*m_encoder, channels)) {
         av_channel_layout_default(&m_encoder->ch_layout, channels);

@@ -7,6 +7,8 @@
 #include "audio/AvHandles.h"
 #include "audio/ExtAudioFileWriter.h"
 
+#include <QCoreApplication>
+
 #include <optional>
 #include <vector>
 
@@ -15,6 +17,7 @@ namespace kruv {
 /// Writes Apple Lossless and AAC as MPEG-4 audio, through FFmpeg.
 class CodecFileWriter : public ExtAudioFileWriter
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::CodecFileWriter)
 public:
     CodecFileWriter(const QString &path, const AudioStreamFormat &format);
 

@@ -79,8 +79,7 @@ bool EncodeCoreAudioSync::doEncodeCall()
         }
         m_task.setError(!m_task.cancelled() || m_task.error());
         m_task.results()->setResults(
-            QStringLiteral("Error encoding %1 to %2:\n%3").arg(m_fileName, formatStringValue(), reason),
-            m_task);
+            tr("Error encoding %1 to %2:\n%3").arg(m_fileName, formatStringValue(), reason), m_task);
         return false;
     }
 }
@@ -91,7 +90,7 @@ void EncodeCoreAudioSync::convert()
     const auto input = AudioFiles::open(m_fileName);
     if (FileStamp::isSameFile(m_fileName, m_outFile)) {
         throw AudioError(QStringLiteral("ExtAudioFileCreateWithURL failed prm?"),
-                         QStringLiteral("The output would be written over the file that it is made from."));
+                         tr("The output would be written over the file that it is made from."));
     }
     const AudioStreamFormat format = input->dataFormat();
     const AudioStreamFormat client = format.clientFormat();
@@ -123,8 +122,8 @@ void EncodeCoreAudioSync::copyFrames(ExtAudioFileReader &input, ExtAudioFileWrit
         }
         if (input.hasClipped() && m_formatType != FormatType::Aac) {
             throw AudioError(QStringLiteral("ExtAudioFileRead failed"),
-                             QStringLiteral("The floating-point samples go beyond full scale; as integers "
-                                            "they would be clipped."));
+                             tr("The floating-point samples go beyond full scale; as integers "
+                                "they would be clipped."));
         }
         output.write({buffer.data(), bytes});
         if (input.lengthInFrames() > 0) {
@@ -142,7 +141,7 @@ void EncodeCoreAudioSync::showProgress(double percent)
     }
     m_lastShown = percent;
     m_task.setTopTextFieldString(
-        QStringLiteral("Encoding to %1: %2%").arg(formatStringValue(), QString::number(percent, 'f', 6)));
+        tr("Encoding to %1: %2%").arg(formatStringValue(), QString::number(percent, 'f', 6)));
     m_task.setProgressIndicatorValue(percent);
     m_task.publish(&KruvTask::updateStatus);
 }

@@ -5,6 +5,7 @@
 
 #include "audio/AudioStreamFormat.h"
 
+#include <QCoreApplication>
 #include <QString>
 
 #include <cstdint>
@@ -20,6 +21,7 @@ class KruvTask;
 /// job is cancelled.
 class EncodeCoreAudioSync
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::EncodeCoreAudioSync)
 public:
     /// `task` must outlive the conversion. An existing `outFile` is erased; one that is the input is refused.
     EncodeCoreAudioSync(KruvTask &task, QString fileName, QString outFile, FormatType formatType,

@@ -27,10 +27,10 @@ const AudioStreamFormat &checked(const AudioStreamFormat &format)
 {
     const std::uint32_t width = format.bitsPerChannel;
     if (width % 8 != 0 || width < 8 || width > 32 || format.bytesPerFrame != width / 8 * format.channels) {
-        cannotHold(QStringLiteral("Samples of %1 bits can't be written.").arg(width));
+        cannotHold(PcmFileWriter::tr("Samples of %1 bits can't be written.").arg(width));
     }
     if (format.channels == 0 || format.bytesPerFrame > 0xFFFF || format.sampleRate == 0) {
-        cannotHold(QStringLiteral("%1 channels can't be written.").arg(format.channels));
+        cannotHold(PcmFileWriter::tr("%1 channels can't be written.").arg(format.channels));
     }
     return format;
 }
@@ -55,7 +55,7 @@ PcmFileWriter::PcmFileWriter(const QString &path, FileType fileType, const Audio
     , m_wide(fileType == FileType::Wave && expectedFrames * m_format.bytesPerFrame > largestData)
     , m_file([&] {
         if (!fits(expectedFrames)) {
-            cannotHold(QStringLiteral("AIFF files end at 4 GiB; this one would be longer."));
+            cannotHold(tr("AIFF files end at 4 GiB; this one would be longer."));
         }
         return FileDescriptor::create(path);
     }())
@@ -113,7 +113,7 @@ void PcmFileWriter::write(std::span<const std::uint8_t> frames)
     m_frames += static_cast<std::int64_t>(frames.size() / m_format.bytesPerFrame);
     if (!fits(m_frames)) {
         throw AudioError(QStringLiteral("ExtAudioFileWrite failed"),
-                         QStringLiteral("The audio is longer than the source states."));
+                         tr("The audio is longer than the source states."));
     }
     check(m_file.write(inFileOrder(frames)));
 }

@@ -6,6 +6,8 @@
 #include "audio/ExtAudioFileWriter.h"
 #include "audio/FileDescriptor.h"
 
+#include <QCoreApplication>
+
 #include <vector>
 
 namespace kruv {
@@ -13,6 +15,7 @@ namespace kruv {
 /// Writes integer PCM as WAV (RF64 beyond 4 GiB) or AIFF.
 class PcmFileWriter : public ExtAudioFileWriter
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::PcmFileWriter)
 public:
     PcmFileWriter(const QString &path, FileType fileType, const AudioStreamFormat &format,
                   std::int64_t expectedFrames);

@@ -3,16 +3,9 @@
 
 #include "base/UserInterface.h"
 
-#include <QCoreApplication>
-
 namespace kruv {
 
 namespace {
-
-QString tr(const char *text, int count = -1)
-{
-    return QCoreApplication::translate("UserInterface", text, nullptr, count);
-}
 
 /// The first few of a list that may be long, a line each.
 QString firstOf(const QStringList &names)
@@ -20,7 +13,7 @@ QString firstOf(const QStringList &names)
     constexpr qsizetype mostNamed = 10;
     const auto unnamed = static_cast<int>(names.size() - mostNamed);
     return names.mid(0, mostNamed).join(u'\n') +
-           (unnamed > 0 ? u'\n' + tr("and %n more", unnamed) : QString());
+           (unnamed > 0 ? u'\n' + UserInterface::tr("and %n more", nullptr, unnamed) : QString());
 }
 
 } // namespace
@@ -30,7 +23,7 @@ std::optional<ExistingFiles> UserInterface::askAboutExisting(const QStringList &
     constexpr ExistingFiles answers[] = {ExistingFiles::Skip, ExistingFiles::Replace,
                                          ExistingFiles::KeepBoth};
     const int answer =
-        ask(tr("%n output(s) exist already", static_cast<int>(existing.size())), firstOf(existing),
+        ask(tr("%n output(s) exist already", nullptr, static_cast<int>(existing.size())), firstOf(existing),
             {tr("Skip existing"), tr("Replace"), tr("Keep both"), tr("Cancel")}, 0);
     const bool goesOn = answer >= 0 && answer < static_cast<int>(std::size(answers));
     return goesOn ? std::optional(answers[answer]) : std::nullopt;
@@ -41,7 +34,7 @@ bool UserInterface::askAboutLossy(const QStringList &files)
     const int answer =
         ask(tr("%n file(s) are lossy. A lossless format makes them larger, but brings nothing back. Encode "
                "them all the same?",
-               static_cast<int>(files.size())),
+               nullptr, static_cast<int>(files.size())),
             firstOf(files), {tr("No"), tr("Yes")}, 0);
     return answer == 1;
 }

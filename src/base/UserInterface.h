@@ -6,6 +6,7 @@
 #include "base/ExistingFiles.h"
 #include "base/TrimCharsObject.h"
 
+#include <QCoreApplication>
 #include <QImage>
 #include <QString>
 #include <QStringList>
@@ -20,6 +21,7 @@ namespace kruv {
 /// ones return when the person has answered. The window, the command line and the tests each have their own.
 class UserInterface
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::UserInterface)
 public:
     /// Eight rows of tag name and value.
     using CustomTagRows = std::array<std::pair<QString, QString>, 8>;

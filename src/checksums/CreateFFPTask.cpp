@@ -44,7 +44,7 @@ CreateFFPTask::CreateFFPTask(TaskCompletionSink *queue, QList<List> lists)
     : ListJob(queue)
     , m_lists(std::move(lists))
 {
-    setTitle(QStringLiteral("Create FFP checksum file"));
+    setTitle(tr("Create FFP checksum file"));
     setTextFieldString(title());
     publish(&KruvTask::setTextFieldValue);
 }
@@ -52,7 +52,7 @@ CreateFFPTask::CreateFFPTask(TaskCompletionSink *queue, QList<List> lists)
 void CreateFFPTask::doStartTask()
 {
     ToolCatalog::requireLaunchable(toolPath(QStringLiteral("metaflac")));
-    showStatus(QStringLiteral("Creating FFP checksum file"));
+    showStatus(tr("Creating FFP checksum file"));
     for (const List &list : m_lists) {
         doCreateFFP(list);
     }
@@ -73,8 +73,7 @@ void CreateFFPTask::doCreateFFP(const List &list)
         if (isMetaflacError(each)) {
             fail(each.trimmed());
         } else if (each.count(u'\n') > 1) {
-            fail(QStringLiteral("%1: this name breaks its line, so the list can't be verified.")
-                     .arg(each.trimmed()));
+            fail(tr("%1: this name breaks its line, so the list can't be verified.").arg(each.trimmed()));
         }
     }
     writeList(list.path, text);
@@ -84,7 +83,7 @@ QString CreateFFPTask::fingerprintOf(const QString &file)
 {
     const QFileInfo info(file);
     if (info.exists() && !info.isFile()) { // a pipe would be waited for
-        fail(QStringLiteral("%1 is not in the list: it is not a regular file.").arg(file));
+        fail(tr("%1 is not in the list: it is not a regular file.").arg(file));
         return {};
     }
     return fingerprint(file, stopToken());

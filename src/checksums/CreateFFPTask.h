@@ -5,6 +5,7 @@
 
 #include "checksums/ListJob.h"
 
+#include <QCoreApplication>
 #include <QHash>
 #include <QStringList>
 
@@ -13,6 +14,7 @@ namespace kruv {
 /// Writes lists of FLAC fingerprints (the MD5 of the decoded audio).
 class CreateFFPTask : public ListJob
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::CreateFFPTask)
 public:
     /// `files`: FLAC files grouped by the folder their list goes into; `ffpName`: the lists' file name where
     /// the preferences don't name them after their folders.

@@ -19,7 +19,7 @@ CreateMD5Task::CreateMD5Task(TaskCompletionSink *queue, const QStringList &files
     , m_files(files)
     , m_outputPath(outputPath)
 {
-    setTitle(QStringLiteral("Create MD5 checksum file"));
+    setTitle(tr("Create MD5 checksum file"));
     setTextFieldString(title());
     publish(&KruvTask::setTextFieldValue);
 }
@@ -33,14 +33,14 @@ bool CreateMD5Task::areAllSameDirectory(const QStringList &files)
 
 void CreateMD5Task::doStartTask()
 {
-    showStatus(QStringLiteral("Creating MD5 checksum file"));
+    showStatus(tr("Creating MD5 checksum file"));
     doCreateMd5();
 }
 
 void CreateMD5Task::doCreateMd5()
 {
     std::vector<FileHash::Result> hashes(static_cast<std::size_t>(m_files.size()));
-    setTopTextFieldString(QStringLiteral("Creating MD5 Hash"));
+    setTopTextFieldString(tr("Creating MD5 Hash"));
     forEachFile(hashes.size(), [&](std::size_t index, FileProgress &progress) {
         const QString &file = m_files[static_cast<qsizetype>(index)];
         setTextFieldString(PathNames::lastPathComponent(file));
@@ -62,7 +62,7 @@ void CreateMD5Task::doCreateMd5()
             text +=
                 ListText::md5Line(hashes[index].digest, ListText::nameInMd5List(file, folder, inOneFolder));
         } else {
-            fail(QStringLiteral("%1 is not in the list: %2").arg(file, hashes[index].message));
+            fail(tr("%1 is not in the list: %2").arg(file, hashes[index].message));
         }
     }
     setProgressIndicatorValue(0.0);

@@ -5,6 +5,7 @@
 
 #include "checksums/ListJob.h"
 
+#include <QCoreApplication>
 #include <QStringList>
 
 namespace kruv {
@@ -12,6 +13,7 @@ namespace kruv {
 /// Writes one MD5 list over all its files, in their order.
 class CreateMD5Task : public ListJob
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::CreateMD5Task)
 public:
     CreateMD5Task(TaskCompletionSink *queue, const QStringList &files, const QString &outputPath);
 

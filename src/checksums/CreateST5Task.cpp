@@ -32,9 +32,9 @@ CreateST5Task::CreateST5Task(TaskCompletionSink *queue, const QString &launchPat
     for (const QString &file : files) {
         const QString name = PathNames::lastPathComponent(file);
         if (PathNames::folderOf(file) != folder) {
-            m_leftOut.append(QStringLiteral("%1 is not in the list: it lies in another folder.").arg(name));
+            m_leftOut.append(tr("%1 is not in the list: it lies in another folder.").arg(name));
         } else if (name.contains(u'\n') || name.contains(u'\r')) {
-            m_leftOut.append(QStringLiteral("%1 is not in the list: its name breaks the line.").arg(name));
+            m_leftOut.append(tr("%1 is not in the list: its name breaks the line.").arg(name));
         } else {
             names.append(name);
         }
@@ -42,7 +42,7 @@ CreateST5Task::CreateST5Task(TaskCompletionSink *queue, const QString &launchPat
     setArguments(hashArguments(names));
     setDirectory(folder);
     m_runs = ShntoolHash::runs(names);
-    setTitle(QStringLiteral("Create ST5"));
+    setTitle(tr("Create ST5"));
     setTextFieldString(title());
     publish(&KruvTask::setTextFieldValue);
 }
@@ -73,7 +73,7 @@ void CreateST5Task::processTaskOutput(const QString &text)
     m_output.append(text);
     const QString &line = m_output.currentLine();
     if (const auto percent = ShntoolHash::percentage(line)) {
-        setTopTextFieldString(QStringLiteral("Creating ST5: %1%").arg(*percent, 0, 'f', 6));
+        setTopTextFieldString(tr("Creating ST5: %1%").arg(*percent, 0, 'f', 6));
         setProgressIndicatorValue(*percent);
     }
     if (const QString name = ShntoolHash::currentName(line); !name.isEmpty()) {
@@ -116,7 +116,7 @@ void CreateST5Task::willEnd()
     const bool isWorthKeeping = !cancelled() && (anyHash || !error());
     const QString problem = isWorthKeeping ? TextFile::write(m_outputPath, m_list) : QString();
     if (!problem.isEmpty()) {
-        m_complaints += QStringLiteral("The list %1 could not be written: %2.\n").arg(m_outputPath, problem);
+        m_complaints += tr("The list %1 could not be written: %2.\n").arg(m_outputPath, problem);
         setError(true);
     }
     results()->setResults(m_complaints + m_list, *this);

@@ -6,12 +6,15 @@
 #include "tasks/KruvAsyncNSTask.h"
 #include "tasks/TerminalText.h"
 
+#include <QCoreApplication>
+
 namespace kruv {
 
 /// Writes a list of the hashes that shntool makes of files' audio data. The tool names files by their last
 /// path component, so all of them have to lie in the first one's folder; others are left out, and said so.
 class CreateST5Task : public KruvAsyncNSTask
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::CreateST5Task)
 public:
     /// `launchPath`: the shntool tool. `files` must not be empty.
     CreateST5Task(TaskCompletionSink *queue, const QString &launchPath, const QStringList &files,

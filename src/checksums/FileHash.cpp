@@ -155,11 +155,11 @@ FileHash::Result FileHash::hashOfFileAtPath(const QByteArray &encodedPath, Algor
         return systemFailure(errno);
     }
     if (!file.isRegular()) {
-        return failure(Problem::NotAFile, QStringLiteral("not a regular file"));
+        return failure(Problem::NotAFile, tr("not a regular file"));
     }
     const Context context(EVP_MD_CTX_new(), EVP_MD_CTX_free);
     if (!context || EVP_DigestInit_ex(context.get(), digestOf(algorithm), nullptr) != 1) {
-        return failure(Problem::Unreadable, QStringLiteral("this digest is switched off on this system"));
+        return failure(Problem::Unreadable, tr("this digest is switched off on this system"));
     }
     thread_local std::vector<char> piece(pieceSize);
     ssize_t count = 0;

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QCoreApplication>
 #include <QString>
 
 #include <functional>
@@ -14,6 +15,7 @@ namespace kruv {
 /// the file is.
 class FileHash
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::FileHash)
 public:
     enum class Algorithm { MD5, SHA1, SHA512 };
     enum class Problem {

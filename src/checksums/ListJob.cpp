@@ -89,7 +89,7 @@ void ListJob::writeList(const QString &path, const QString &text)
 {
     const QString problem = TextFile::write(path, text);
     if (!problem.isEmpty()) {
-        fail(QStringLiteral("The list %1 could not be written: %2.").arg(path, problem));
+        fail(tr("The list %1 could not be written: %2.").arg(path, problem));
     }
 }
 

@@ -5,6 +5,8 @@
 
 #include "tasks/KruvTask.h"
 
+#include <QCoreApplication>
+
 #include <atomic>
 #include <cstddef>
 #include <functional>
@@ -15,6 +17,7 @@ namespace kruv {
 /// at once. A cancelled job ends when its work has stopped, at the next piece that it reads.
 class ListJob : public KruvTask
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::ListJob)
 public:
     using KruvTask::KruvTask;
 

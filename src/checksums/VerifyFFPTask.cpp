@@ -38,8 +38,7 @@ struct VerifyFFPTask::Test
 
 VerifyFFPTask::VerifyFFPTask(TaskCompletionSink *queue, const QString &fileName,
                              std::shared_ptr<KruvTaskResults> results)
-    : VerifyListTask(queue, fileName, std::move(results),
-                     {QStringLiteral("Verifying FFP"), QStringLiteral("FFP"), u";"})
+    : VerifyListTask(queue, fileName, std::move(results), {tr("Verifying FFP"), QStringLiteral("FFP"), u";"})
 {
 }
 
@@ -61,20 +60,19 @@ VerifyListTask::Checked VerifyFFPTask::check(const ListText::Line &line, FilePro
     const QString path = ListText::joined(folder(), name);
     const QFileInfo file(path);
     if (!isPossibleName(name)) {
-        return verdict(label, Outcome::Failed, QStringLiteral("did not match fingerprint file"));
+        return verdict(label, Outcome::Failed, tr("did not match fingerprint file"));
     }
     if (file.exists() && !file.isFile()) {
-        return verdict(label, Outcome::Failed, notAFile);
+        return verdict(label, Outcome::Failed, notAFile());
     }
-    showStatus(QStringLiteral("Verifying %1").arg(label));
+    showStatus(tr("Verifying %1").arg(label));
     const QString computed = fingerprint(path, stopToken()).trimmed();
     if (isMetaflacError(computed)) {
         return {{label, file.exists() ? Outcome::Failed : Outcome::Missing, computed},
                 QStringLiteral("%1 : %2\n").arg(computed, label)};
     }
-    return expected == computed
-               ? verdict(name, Outcome::Matched, QStringLiteral("OK"))
-               : verdict(label, Outcome::Failed, QStringLiteral("did not match fingerprint file"));
+    return expected == computed ? verdict(name, Outcome::Matched, QStringLiteral("OK"))
+                                : verdict(label, Outcome::Failed, tr("did not match fingerprint file"));
 }
 
 QString VerifyFFPTask::afterwards(std::vector<Entry> &entries)
@@ -89,11 +87,10 @@ QString VerifyFFPTask::afterwards(std::vector<Entry> &entries)
         return {};
     }
     std::ranges::sort(tests, {}, [](const Test &test) -> const QString & { return test.entry->name; });
-    showStatus(QStringLiteral("Verifying FLAC File"));
+    showStatus(tr("Verifying FLAC File"));
     forEachFile(tests.size(),
                 [&](std::size_t index, FileProgress &progress) { test(tests[index], progress); });
-    QString report =
-        QStringLiteral("\nVerify Flac Files in %1\n").arg(PathNames::lastPathComponent(folder()));
+    QString report = tr("\nVerify Flac Files in %1\n").arg(PathNames::lastPathComponent(folder()));
     for (const Test &each : tests) {
         report += each.report;
     }
@@ -110,8 +107,7 @@ void VerifyFFPTask::test(Test &test, FileProgress &progress)
         const qsizetype update = line.lastIndexOf(u"testing, ");
         if (update >= 0) {
             const double percent = ToolOutput::leadingNumber(QStringView(line).sliced(update + 9));
-            setTopTextFieldString(
-                QStringLiteral("Verifying %1: %2%").arg(name, QString::number(percent, 'f', 6)));
+            setTopTextFieldString(tr("Verifying %1: %2%").arg(name, QString::number(percent, 'f', 6)));
             progress.set(percent / 100.0);
         }
     };

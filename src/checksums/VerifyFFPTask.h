@@ -5,11 +5,14 @@
 
 #include "checksums/VerifyListTask.h"
 
+#include <QCoreApplication>
+
 namespace kruv {
 
 /// Verifies a list of FLAC fingerprints, then decodes in test mode each file whose fingerprint matched.
 class VerifyFFPTask : public VerifyListTask
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::VerifyFFPTask)
 public:
     VerifyFFPTask(TaskCompletionSink *queue, const QString &fileName,
                   std::shared_ptr<KruvTaskResults> results);

@@ -34,7 +34,7 @@ VerifyListTask::VerifyListTask(TaskCompletionSink *queue, const QString &fileNam
 
 QString VerifyListTask::firstLine() const
 {
-    return QStringLiteral("Verify %1: %2\n").arg(m_kind.name, PathNames::lastPathComponent(m_fileName));
+    return tr("Verify %1: %2\n").arg(m_kind.name, PathNames::lastPathComponent(m_fileName));
 }
 
 void VerifyListTask::startTask()
@@ -46,7 +46,7 @@ void VerifyListTask::startTask()
 void VerifyListTask::cancelTask()
 {
     if (state().phase() < TaskState::Phase::Finishing) {
-        results()->setResults(firstLine() + QStringLiteral("Canceled\n"), *this);
+        results()->setResults(firstLine() + tr("Canceled\n"), *this);
     }
     ListJob::cancelTask();
 }
@@ -56,7 +56,7 @@ QList<ListText::Line> VerifyListTask::readList()
     const QFileInfo info(m_fileName);
     QFile file(m_fileName);
     if (info.exists() && (!info.isFile() || info.size() > largestList)) {
-        m_listProblem = QStringLiteral("not a checksum list");
+        m_listProblem = tr("not a checksum list");
     } else if (!file.open(QIODevice::ReadOnly)) {
         m_listProblem = file.errorString();
     }

@@ -6,6 +6,8 @@
 #include "checksums/ListJob.h"
 #include "checksums/ListText.h"
 
+#include <QCoreApplication>
+
 #include <vector>
 
 namespace kruv {
@@ -14,6 +16,7 @@ namespace kruv {
 /// report goes into the command's results.
 class VerifyListTask : public ListJob
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::VerifyListTask)
 public:
     enum class Outcome {
         Matched,
@@ -73,7 +76,7 @@ protected:
     /// A name as a report shows it: without control characters, and cut where it is endless.
     static QString shown(const QString &name);
     /// Why a folder, a pipe or a device isn't looked at.
-    static inline const QString notAFile = QStringLiteral("not a regular file");
+    static QString notAFile() { return tr("not a regular file"); }
     /// True for what a file can be called.
     static bool isPossibleName(const QString &name);
 

@@ -12,7 +12,7 @@ namespace kruv {
 VerifyMD5Task::VerifyMD5Task(TaskCompletionSink *queue, const QString &fileName,
                              std::shared_ptr<KruvTaskResults> results)
     : VerifyListTask(queue, fileName, std::move(results),
-                     {QStringLiteral("Verifying MD5 file"), QStringLiteral("MD5"), u"#;"})
+                     {tr("Verifying MD5 file"), QStringLiteral("MD5"), u"#;"})
 {
 }
 
@@ -21,35 +21,37 @@ VerifyListTask::Checked VerifyMD5Task::check(const ListText::Line &line, FilePro
     const auto stored = ListText::md5Entry(line);
     if (!stored) {
         const QString text = shown(line.text.trimmed());
-        const QString words = QStringLiteral("Invalid checksum format");
+        const QString words = tr("Invalid checksum format");
         return {{text, Outcome::Failed, words}, QStringLiteral("%1 : %2\n").arg(text, words)};
     }
-    const Entry entry = compare(*stored, progress);
+    bool isOther = false;
+    const Entry entry = compare(*stored, progress, isOther);
     const QString word = entry.outcome == Outcome::Matched ? QStringLiteral("OK") : QStringLiteral("FAILED");
     // A missing file FAILS like a damaged one; what isn't a file at all is said, since nobody expects it.
-    const QString why = entry.message == notAFile ? QStringLiteral(" (%1)").arg(notAFile) : QString();
+    const QString why = isOther ? QStringLiteral(" (%1)").arg(entry.message) : QString();
     return {entry, QStringLiteral("%1 : %2%3\n").arg(entry.name, word, why)};
 }
 
-VerifyListTask::Entry VerifyMD5Task::compare(const ListText::Md5Entry &stored, FileProgress &progress)
+VerifyListTask::Entry VerifyMD5Task::compare(const ListText::Md5Entry &stored, FileProgress &progress,
+                                             bool &isOther)
 {
     const QString name = shown(PathNames::lastPathComponent(stored.name));
     if (!isPossibleName(stored.name)) {
-        return {name, Outcome::Failed, QStringLiteral("no file can have this name")};
+        return {name, Outcome::Failed, tr("no file can have this name")};
     }
-    setTopTextFieldString(QStringLiteral("Verifying %1").arg(shown(stored.name)));
+    setTopTextFieldString(tr("Verifying %1").arg(shown(stored.name)));
     const FileHash::Result computed = hash(stored, progress);
     switch (computed.problem) {
     case FileHash::Problem::None:
-        return computed.digest == stored.hash
-                   ? Entry{name, Outcome::Matched, {}}
-                   : Entry{name, Outcome::Failed, QStringLiteral("the MD5 differs")};
+        return computed.digest == stored.hash ? Entry{name, Outcome::Matched, {}}
+                                              : Entry{name, Outcome::Failed, tr("the MD5 differs")};
     case FileHash::Problem::Missing:
         return {name, Outcome::Missing, computed.message};
     case FileHash::Problem::Stopped:
         return {name, Outcome::Unchecked, computed.message};
     case FileHash::Problem::NotAFile:
-        return {name, Outcome::Failed, notAFile};
+        isOther = true;
+        return {name, Outcome::Failed, notAFile()};
     default:
         return {name, Outcome::Failed, computed.message};
     }

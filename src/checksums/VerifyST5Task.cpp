@@ -33,7 +33,7 @@ QString computedLine(const QString &output, const QString &name)
 VerifyST5Task::VerifyST5Task(TaskCompletionSink *queue, const QString &fileName,
                              std::shared_ptr<KruvTaskResults> results)
     : VerifyListTask(queue, fileName, std::move(results),
-                     {QStringLiteral("Verigying ST5 File"), QStringLiteral("ST5"), u";"})
+                     {tr("Verigying ST5 File"), QStringLiteral("ST5"), u";"})
 {
 }
 
@@ -57,13 +57,13 @@ VerifyListTask::Checked VerifyST5Task::check(const ListText::Line &line, FilePro
 std::pair<VerifyListTask::Outcome, QString> VerifyST5Task::compare(const QString &stored, const QString &name,
                                                                    FileProgress &progress)
 {
-    const QString mismatch = QStringLiteral("did not match shntool md5 file");
+    const QString mismatch = tr("did not match shntool md5 file");
     if (!isPossibleName(name)) {
         return {Outcome::Failed, mismatch};
     }
     const QFileInfo file(ListText::joined(folder(), name));
     if (file.exists() && !file.isFile()) {
-        return {Outcome::Failed, notAFile};
+        return {Outcome::Failed, notAFile()};
     }
     const QString output = hash(name, progress);
     const QString complaints = ShntoolHash::complaints(output).join(u'\n');
@@ -82,7 +82,7 @@ QString VerifyST5Task::hash(const QString &name, FileProgress &progress)
         screen.append(piece);
         if (const auto percent = ShntoolHash::percentage(screen.currentLine())) {
             progress.set(*percent / 100.0);
-            setTopTextFieldString(QStringLiteral("Verifying: %1%").arg(progressIndicatorValue(), 0, 'f', 6));
+            setTopTextFieldString(tr("Verifying: %1%").arg(progressIndicatorValue(), 0, 'f', 6));
         }
     });
     end.requireLaunched();

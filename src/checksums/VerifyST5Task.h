@@ -5,6 +5,8 @@
 
 #include "checksums/VerifyListTask.h"
 
+#include <QCoreApplication>
+
 #include <utility>
 
 namespace kruv {
@@ -12,6 +14,7 @@ namespace kruv {
 /// Verifies a list of hashes that shntool makes of the audio data.
 class VerifyST5Task : public VerifyListTask
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::VerifyST5Task)
 public:
     VerifyST5Task(TaskCompletionSink *queue, const QString &fileName,
                   std::shared_ptr<KruvTaskResults> results);

@@ -11,23 +11,21 @@
 namespace kruv {
 
 ChecksumCreateVerb::ChecksumCreateVerb(CLI::App &parent)
-    : TabVerb(parent, "create", "Write a checksum list over audio files")
+    : TabVerb(parent, "create", tr("Write a checksum list over audio files"))
 {
     declareCommonFlags();
-    app()
-        .add_option("-k,--kind", m_kind,
-                    "MD5 of the files, fingerprints of FLAC audio, or shntool's hashes of any audio")
+    addOption("-k,--kind", m_kind,
+              tr("MD5 of the files, fingerprints of FLAC audio, or shntool's hashes of any audio"))
         ->required()
         ->type_name("md5|ffp|st5");
-    auto *save = app().add_option("-s,--save", saveFlag(), "File that the list is saved in");
+    auto *save = addOption("-s,--save", saveFlag(), tr("File that the list is saved in"));
     save->type_name("FILE");
-    app()
-        .add_flag("--beside-source", besideSourceFlag(),
-                  "Save the list next to its files, under its usual name")
+    addFlag("--beside-source", besideSourceFlag(),
+            tr("Save the list next to its files, under its usual name"))
         ->excludes(save);
-    app().add_flag("--overwrite", overwriteFlag(), "Replace a list that is there already");
-    app().footer("Example: an MD5 list over a folder and its subfolders, saved in the folder\n"
-                 "  kruv checksum create --kind md5 --save ~/Concert/concert.md5 ~/Concert");
+    addFlag("--overwrite", overwriteFlag(), tr("Replace a list that is there already"));
+    setFooter(tr("Example: an MD5 list over a folder and its subfolders, saved in the folder\n"
+                 "  kruv checksum create --kind md5 --save ~/Concert/concert.md5 ~/Concert"));
 }
 
 void ChecksumCreateVerb::runCommands(KruvController &controller, QueueRun &queueRun, const QStringList &paths)
@@ -35,14 +33,13 @@ void ChecksumCreateVerb::runCommands(KruvController &controller, QueueRun &queue
     ChecksumTab &tab = controller.checksumTab();
     const QString kind = QString::fromStdString(m_kind);
     if (!tab.createChecksumOptions().selectTitle(kind.toUpper())) {
-        throw UsageError(QStringLiteral("--kind %1: no such kind; it can be md5, ffp or st5").arg(kind));
+        throw UsageError(tr("--kind %1: no such kind; it can be md5, ffp or st5").arg(kind));
     }
     tab.commandOptions().select(ChecksumTab::CreateList);
     tab.sourceSaveButton().setOn(options().besideSource);
     runTab(tab, queueRun, paths);
     if (queueRun.totals().all == 0) {
-        throw UsageError(
-            QStringLiteral("checksum create: no file in the given paths goes into a list of this kind"));
+        throw UsageError(tr("checksum create: no file in the given paths goes into a list of this kind"));
     }
 }
 

@@ -5,11 +5,14 @@
 
 #include "cli/TabVerb.h"
 
+#include <QCoreApplication>
+
 namespace kruv {
 
 /// `kruv checksum create`: one list over all the given files.
 class ChecksumCreateVerb : public TabVerb
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::ChecksumCreateVerb)
 public:
     explicit ChecksumCreateVerb(CLI::App &parent);
 

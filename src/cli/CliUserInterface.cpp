@@ -6,7 +6,6 @@
 #include "cli/Console.h"
 #include "cli/UsageError.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 
@@ -44,8 +43,7 @@ int CliUserInterface::ask(const QString &title, const QString &, const QStringLi
         if (m_options.*answer.flag) {
             return static_cast<int>(buttons.indexOf(QStringLiteral("Yes")));
         }
-        throw UsageError(
-            QStringLiteral("%1 Add %2 to say yes.").arg(title, QLatin1StringView(answer.flagName)));
+        throw UsageError(tr("%1 Add %2 to say yes.").arg(title, QLatin1StringView(answer.flagName)));
     }
     throw UsageError(title);
 }
@@ -63,14 +61,10 @@ std::optional<ExistingFiles> CliUserInterface::askAboutExisting(const QStringLis
     }
     QString names = Console::printable(existing.constFirst());
     if (existing.size() > 1) {
-        names = QCoreApplication::translate("CliUserInterface", "%1 (and %n more)", nullptr,
-                                            static_cast<int>(existing.size()) - 1)
-                    .arg(names);
+        names = tr("%1 (and %n more)", nullptr, static_cast<int>(existing.size()) - 1).arg(names);
     }
-    throw UsageError(QCoreApplication::translate(
-                         "CliUserInterface",
-                         "%1: exists already. Add --overwrite to replace what is there, --skip-existing to "
-                         "leave it as it is, or --keep-both to give the new ones a number.")
+    throw UsageError(tr("%1: exists already. Add --overwrite to replace what is there, --skip-existing to "
+                        "leave it as it is, or --keep-both to give the new ones a number.")
                          .arg(names));
 }
 
@@ -79,11 +73,9 @@ bool CliUserInterface::askAboutLossy(const QStringList &files)
     if (m_options.fromLossy) {
         return true;
     }
-    throw UsageError(
-        QCoreApplication::translate("CliUserInterface",
-                                    "%1 is lossy: a lossless format makes it larger, but brings nothing "
-                                    "back. Add --from-lossy to encode such files all the same.")
-            .arg(Console::printable(files.constFirst())));
+    throw UsageError(tr("%1 is lossy: a lossless format makes it larger, but brings nothing "
+                        "back. Add --from-lossy to encode such files all the same.")
+                         .arg(Console::printable(files.constFirst())));
 }
 
 void CliUserInterface::alert(const QString &title, const QString &text, const QString &)
@@ -104,23 +96,24 @@ std::optional<QString> CliUserInterface::chooseFolder(const QString &)
         return QFileInfo(QString::fromStdString(m_options.save)).absolutePath();
     }
     if (m_options.output.empty()) {
-        throw UsageError(QStringLiteral(
-            "Say where the output goes: --output DIR, or --beside-source for next to each source."));
+        throw UsageError(
+            tr("Say where the output goes: --output DIR, or --beside-source for next to each source."));
     }
     return QDir::cleanPath(QDir().absoluteFilePath(QString::fromStdString(m_options.output)));
 }
 
 QStringList CliUserInterface::chooseFiles(const QString &, const QString &, const QStringList &)
 {
-    throw UsageError(QStringLiteral("Name the files on the command line."));
+    throw UsageError(tr("Name the files on the command line."));
 }
 
 std::optional<QString> CliUserInterface::chooseFile(const QString &title, const QStringList &)
 {
     if (m_options.sideFile.empty()) {
-        throw UsageError(m_options.sideFileFlag ? QStringLiteral("%1: say which with %2 FILE.")
-                                                      .arg(title, QLatin1StringView(m_options.sideFileFlag))
-                                                : title);
+        throw UsageError(
+            m_options.sideFileFlag
+                ? tr("%1: say which with %2 FILE.").arg(title, QLatin1StringView(m_options.sideFileFlag))
+                : title);
     }
     return QDir::cleanPath(QDir().absoluteFilePath(QString::fromStdString(m_options.sideFile)));
 }
@@ -128,12 +121,12 @@ std::optional<QString> CliUserInterface::chooseFile(const QString &title, const 
 std::optional<QString> CliUserInterface::savePath(const QString &, const QString &, const QString &)
 {
     if (m_options.save.empty()) {
-        throw UsageError(QStringLiteral(
+        throw UsageError(tr(
             "Say where the file goes: --save FILE, or --beside-source where all sources lie in one folder."));
     }
     const QString path = QDir::cleanPath(QDir().absoluteFilePath(QString::fromStdString(m_options.save)));
     if (QFileInfo::exists(path) && !m_options.overwrite) {
-        throw UsageError(QStringLiteral("%1 is there already. Add --overwrite to replace it.").arg(path));
+        throw UsageError(tr("%1 is there already. Add --overwrite to replace it.").arg(path));
     }
     return path;
 }

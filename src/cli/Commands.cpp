@@ -18,7 +18,18 @@
 #include "cli/UtilVerb.h"
 #include "cli/VerifyVerb.h"
 
+#include <QCoreApplication>
+
 namespace kruv::Commands {
+
+namespace {
+
+struct Text
+{
+    Q_DECLARE_TR_FUNCTIONS(kruv::Commands)
+};
+
+} // namespace
 
 std::vector<std::unique_ptr<Verb>> declare(CLI::App &app)
 {
@@ -26,22 +37,24 @@ std::vector<std::unique_ptr<Verb>> declare(CLI::App &app)
     verbs.push_back(std::make_unique<EncodeVerb>(app));
     verbs.push_back(std::make_unique<DecodeVerb>(app));
     verbs.push_back(std::make_unique<VerifyVerb>(app, VerifyVerb::What::AudioAndLists));
-    CLI::App &checksum =
-        *app.add_subcommand("checksum", "Create or verify MD5, fingerprint and shntool lists");
+    CLI::App &checksum = *app.add_subcommand(
+        "checksum", Text::tr("Create or verify MD5, fingerprint and shntool lists").toStdString());
     checksum.require_subcommand(1);
     verbs.push_back(std::make_unique<ChecksumCreateVerb>(checksum));
     verbs.push_back(std::make_unique<VerifyVerb>(checksum, VerifyVerb::What::Lists));
     ShntoolVerb::addAll(app, verbs);
     verbs.push_back(std::make_unique<FixVerb>(app));
     verbs.push_back(std::make_unique<LossyVerb>(app));
-    CLI::App &tags = *app.add_subcommand("tags", "Show and write tags");
+    CLI::App &tags = *app.add_subcommand("tags", Text::tr("Show and write tags").toStdString());
     tags.require_subcommand(1);
     verbs.push_back(std::make_unique<TagsShowVerb>(tags));
     verbs.push_back(std::make_unique<TagsSetVerb>(tags));
     verbs.push_back(std::make_unique<TagsTracksVerb>(tags, TagsTracksVerb::Source::TrackList));
     verbs.push_back(std::make_unique<TagsTracksVerb>(tags, TagsTracksVerb::Source::CueSheet));
     CLI::App &util = *app.add_subcommand(
-        "util", "Rename, add replay gain, convert sample rates, extract discs, make DVD-Audio images");
+        "util",
+        Text::tr("Rename, add replay gain, convert sample rates, extract discs, make DVD-Audio images")
+            .toStdString());
     util.require_subcommand(1);
     for (const auto command : {UtilTab::Rename, UtilTab::ReplayGain, UtilTab::SampleRateConversion,
                                UtilTab::DeEmphasis, UtilTab::DvdAudio}) {

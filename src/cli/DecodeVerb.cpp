@@ -11,29 +11,28 @@
 namespace kruv {
 
 DecodeVerb::DecodeVerb(CLI::App &parent)
-    : TabVerb(parent, "decode", "Make WAV or AIFF of lossless files")
+    : TabVerb(parent, "decode", tr("Make WAV or AIFF of lossless files"))
 {
     declareCommonFlags();
     declareOutputFlags();
     declareExistingFlags();
-    app()
-        .add_option("--to", m_format, "Format to make (AIFF takes the tags of FLAC and Apple Lossless over)")
+    addOption("--to", m_format, tr("Format to make (AIFF takes the tags of FLAC and Apple Lossless over)"))
         ->required()
         ->type_name("wav|aiff");
-    app().add_flag("--through-errors", m_throughErrors,
-                   "Go on where a FLAC file is damaged; its original is then kept");
-    app().add_flag("--keep-foreign-metadata", m_keepForeignMetadata,
-                   "Put back the chunks that encoding with the same flag kept");
-    app().footer("Example: decode a folder into another\n"
-                 "  kruv decode --to wav --output /tmp/wavs ~/Concert");
+    addFlag("--through-errors", m_throughErrors,
+            tr("Go on where a FLAC file is damaged; its original is then kept"));
+    addFlag("--keep-foreign-metadata", m_keepForeignMetadata,
+            tr("Put back the chunks that encoding with the same flag kept"));
+    setFooter(tr("Example: decode a folder into another\n"
+                 "  kruv decode --to wav --output /tmp/wavs ~/Concert"));
 }
 
 void DecodeVerb::runCommands(KruvController &controller, QueueRun &queueRun, const QStringList &paths)
 {
     DecodeTab &tab = controller.decodeTab();
     if (!tab.outputFormatMatrix().selectTitle(QString::fromStdString(m_format).toUpper())) {
-        throw UsageError(QStringLiteral("--to %1: no such format; it can be wav or aiff")
-                             .arg(QString::fromStdString(m_format)));
+        throw UsageError(
+            tr("--to %1: no such format; it can be wav or aiff").arg(QString::fromStdString(m_format)));
     }
     tab.decodeFlacThroughErrors().setOn(m_throughErrors);
     tab.flacKeepForeignMetadataButton().setOn(m_keepForeignMetadata);

@@ -5,11 +5,14 @@
 
 #include "cli/TabVerb.h"
 
+#include <QCoreApplication>
+
 namespace kruv {
 
 /// `kruv decode`: the decode tab.
 class DecodeVerb : public TabVerb
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::DecodeVerb)
 public:
     explicit DecodeVerb(CLI::App &parent);
 

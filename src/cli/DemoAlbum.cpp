@@ -7,6 +7,7 @@
 #include "tags/TagLibTagsHelper.h"
 #include "tags/TagsObject.h"
 
+#include <QCoreApplication>
 #include <QDate>
 #include <QImage>
 #include <QtEndian>
@@ -20,6 +21,11 @@
 namespace kruv::DemoAlbum {
 
 namespace {
+
+struct Text
+{
+    Q_DECLARE_TR_FUNCTIONS(kruv::DemoAlbum)
+};
 
 constexpr int sampleRate = 44100;
 constexpr int channels = 2;
@@ -166,8 +172,7 @@ QStringList make(const QString &folder)
                                  .arg(QLatin1StringView(tracks[index].title));
         writeFile(path, aiffOf(audioOf(tracks[index])));
         if (!TagLibTagsHelper().writeTagsForAIFFFile(path, *tagsOf(index))) {
-            throw std::runtime_error(
-                QStringLiteral("%1: the tags could not be written").arg(path).toStdString());
+            throw std::runtime_error(Text::tr("%1: the tags could not be written").arg(path).toStdString());
         }
         made.append(path);
     }

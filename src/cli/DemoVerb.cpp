@@ -44,10 +44,9 @@ void verify(KruvController &controller, QueueRun &queueRun, const QString &folde
 } // namespace
 
 DemoVerb::DemoVerb(CLI::App &parent)
-    : Verb(parent, "demo", "Make a short album, encode it to FLAC, verify it, and show what was done")
+    : Verb(parent, "demo", tr("Make a short album, encode it to FLAC, verify it, and show what was done"))
 {
-    app()
-        .add_option("folder", m_folder, "Empty or new folder to work in (default: a new temporary one)")
+    addOption("folder", m_folder, tr("Empty or new folder to work in (default: a new temporary one)"))
         ->type_name("DIR");
 }
 
@@ -56,19 +55,18 @@ QString DemoVerb::makeFolder() const
     if (m_folder.empty()) {
         QTemporaryDir temporary(QDir::tempPath() + QStringLiteral("/kruv-demo-XXXXXX"));
         if (!temporary.isValid()) {
-            throw UsageError(
-                QStringLiteral("no temporary folder can be made in %1 (%2); name one: kruv demo DIR")
-                    .arg(QDir::tempPath(), temporary.errorString()));
+            throw UsageError(tr("no temporary folder can be made in %1 (%2); name one: kruv demo DIR")
+                                 .arg(QDir::tempPath(), temporary.errorString()));
         }
         temporary.setAutoRemove(false);
         return temporary.path();
     }
     const QString folder = QDir().absoluteFilePath(QString::fromStdString(m_folder));
     if (!QDir().mkpath(folder)) {
-        throw UsageError(QStringLiteral("%1 can't be made").arg(folder));
+        throw UsageError(tr("%1 can't be made").arg(folder));
     }
     if (!QDir(folder).isEmpty()) {
-        throw UsageError(QStringLiteral("%1 is not empty; name a new folder").arg(folder));
+        throw UsageError(tr("%1 is not empty; name a new folder").arg(folder));
     }
     return folder;
 }
@@ -83,15 +81,14 @@ int DemoVerb::run()
                       std::make_unique<TextReporter>(TextReporter::Style{}));
     const QString folder = makeFolder();
 
-    Console::writeOut(QStringLiteral("Making three tagged AIFF tracks with a cover picture ...\n"));
+    Console::writeOut(tr("Making three tagged AIFF tracks with a cover picture ...\n"));
     const QStringList tracks = DemoAlbum::make(folder);
-    Console::writeOut(
-        QStringLiteral("Encoding them to FLAC, verified on the way, with a fingerprint list ...\n"));
+    Console::writeOut(tr("Encoding them to FLAC, verified on the way, with a fingerprint list ...\n"));
     encode(controller, queueRun, tracks);
-    Console::writeOut(QStringLiteral("Testing the FLAC files ...\n"));
+    Console::writeOut(tr("Testing the FLAC files ...\n"));
     verify(controller, queueRun, folder);
     const int status = queueRun.finish();
-    Console::writeOut(QStringLiteral("\nThe files lie in %1\n").arg(folder));
+    Console::writeOut(tr("\nThe files lie in %1\n").arg(folder));
     for (const QString &name : QDir(folder).entryList(QDir::Files, QDir::Name)) {
         Console::writeOut(QStringLiteral("  %1\n").arg(name));
     }

@@ -5,6 +5,7 @@
 
 #include "cli/Verb.h"
 
+#include <QCoreApplication>
 #include <QString>
 
 namespace kruv {
@@ -12,6 +13,7 @@ namespace kruv {
 /// `kruv demo`: makes a short album, encodes it to FLAC with fingerprints, verifies it, and says what it did.
 class DemoVerb : public Verb
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::DemoVerb)
 public:
     explicit DemoVerb(CLI::App &parent);
     int run() override;

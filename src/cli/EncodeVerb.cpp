@@ -11,15 +11,15 @@
 namespace kruv {
 
 EncodeVerb::EncodeVerb(CLI::App &parent)
-    : TabVerb(parent, "encode", "Make another lossless format of lossless files, tags included")
+    : TabVerb(parent, "encode", tr("Make another lossless format of lossless files, tags included"))
     , m_flags(app(), Formats::made(false))
 {
     declareCommonFlags();
     declareOutputFlags();
     declareExistingFlags();
-    app().add_flag("--from-lossy", fromLossyFlag(), "Make lossless files of lossy ones, too");
-    app().footer("Example: a folder of WAV files, verified, two at a time, next to their sources\n"
-                 "  kruv encode --to flac --level 8 --verify --beside-source ~/Concert");
+    addFlag("--from-lossy", fromLossyFlag(), tr("Make lossless files of lossy ones, too"));
+    setFooter(tr("Example: a folder of WAV files, verified, two at a time, next to their sources\n"
+                 "  kruv encode --to flac --level 8 --verify --beside-source ~/Concert"));
 }
 
 void EncodeVerb::runCommands(KruvController &controller, QueueRun &queueRun, const QStringList &paths)

@@ -6,11 +6,14 @@
 #include "cli/FormatFlags.h"
 #include "cli/TabVerb.h"
 
+#include <QCoreApplication>
+
 namespace kruv {
 
 /// `kruv encode`: the encode tab.
 class EncodeVerb : public TabVerb
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::EncodeVerb)
 public:
     explicit EncodeVerb(CLI::App &parent);
 

@@ -21,36 +21,33 @@ constexpr const char *md5Lists[] = {"none", "one", "disc"};
 } // namespace
 
 FixVerb::FixVerb(CLI::App &parent)
-    : TabVerb(parent, "fix", "Make the tracks of a set end on CD sector boundaries")
+    : TabVerb(parent, "fix", tr("Make the tracks of a set end on CD sector boundaries"))
 {
     declareCommonFlags();
     declareFolderFlag();
-    app().add_flag("--overwrite", overwriteFlag(), "Replace outputs and lists that are there already");
+    addFlag("--overwrite", overwriteFlag(), tr("Replace outputs and lists that are there already"));
     declareDeletionFlags();
-    app().add_option("--to", m_format, "Format to make")->required()->type_name("shn|flac|wav|aiff");
-    app()
-        .add_option("--level", m_level, "FLAC compression level, 0 (fast) to 8 (small); 4 when not given")
+    addOption("--to", m_format, tr("Format to make"))->required()->type_name("shn|flac|wav|aiff");
+    addOption("--level", m_level, tr("FLAC compression level, 0 (fast) to 8 (small); 4 when not given"))
         ->check(CLI::Range(0, 8))
         ->type_name("N");
-    app()
-        .add_option("--md5", m_md5, "MD5 lists of SHN outputs: none, one for all, or one for each disc")
+    addOption("--md5", m_md5, tr("MD5 lists of SHN outputs: none, one for all, or one for each disc"))
         ->type_name("none|one|disc");
-    app().add_flag("--fingerprints", m_fingerprints, "Write a list of fingerprints of FLAC outputs");
-    app().footer("The tracks are taken in the order of their names, as one run of audio.\n"
+    addFlag("--fingerprints", m_fingerprints, tr("Write a list of fingerprints of FLAC outputs"));
+    setFooter(tr("The tracks are taken in the order of their names, as one run of audio.\n"
                  "Example: fix a live set into another folder\n"
-                 "  kruv fix --to flac --fingerprints --output ~/Fixed ~/Concert");
+                 "  kruv fix --to flac --fingerprints --output ~/Fixed ~/Concert"));
 }
 
 void FixVerb::setControls(FixTab &tab) const
 {
     if (!tab.outputFormatMatrix().selectTitle(QString::fromStdString(m_format).toUpper())) {
-        throw UsageError(QStringLiteral("--to %1: no such format; it can be shn, flac, wav or aiff")
+        throw UsageError(tr("--to %1: no such format; it can be shn, flac, wav or aiff")
                              .arg(QString::fromStdString(m_format)));
     }
     const auto *list = std::ranges::find(md5Lists, m_md5);
     if (list == std::end(md5Lists)) {
-        throw UsageError(
-            QStringLiteral("--md5 %1: it can be none, one or disc").arg(QString::fromStdString(m_md5)));
+        throw UsageError(tr("--md5 %1: it can be none, one or disc").arg(QString::fromStdString(m_md5)));
     }
     tab.shnMd5Option().select(static_cast<int>(list - std::begin(md5Lists)));
     if (m_level >= 0) {

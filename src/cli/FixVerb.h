@@ -5,6 +5,8 @@
 
 #include "cli/TabVerb.h"
 
+#include <QCoreApplication>
+
 namespace kruv {
 
 class FixTab;
@@ -12,6 +14,7 @@ class FixTab;
 /// `kruv fix`: the fix tab.
 class FixVerb : public TabVerb
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::FixVerb)
 public:
     explicit FixVerb(CLI::App &parent);
 

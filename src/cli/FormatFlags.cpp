@@ -16,11 +16,6 @@ namespace kruv {
 
 namespace {
 
-QString tr(const char *text)
-{
-    return QCoreApplication::translate("FormatFlags", text);
-}
-
 QString either(QStringList words)
 {
     const QString last = words.takeLast();

@@ -5,6 +5,8 @@
 
 #include "formats/Format.h"
 
+#include <QCoreApplication>
+
 #include <CLI/CLI.hpp>
 #include <map>
 #include <string>
@@ -17,6 +19,7 @@ class FormatControls;
 /// formats declares.
 class FormatFlags
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::FormatFlags)
 public:
     FormatFlags(CLI::App &app, const QList<const Format *> &formats);
 

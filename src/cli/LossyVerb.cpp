@@ -11,14 +11,14 @@
 namespace kruv {
 
 LossyVerb::LossyVerb(CLI::App &parent)
-    : TabVerb(parent, "lossy", "Make files in a lossy format of lossless files")
+    : TabVerb(parent, "lossy", tr("Make files in a lossy format of lossless files"))
     , m_flags(app(), Formats::made(true))
 {
     declareCommonFlags();
     declareOutputFlags();
     declareExistingFlags();
-    app().footer("Example: a folder of FLAC files as MP3 at a variable bit rate\n"
-                 "  kruv lossy --to mp3 --mode vbr --quality 2 --output ~/Player ~/Concert");
+    setFooter(tr("Example: a folder of FLAC files as MP3 at a variable bit rate\n"
+                 "  kruv lossy --to mp3 --mode vbr --quality 2 --output ~/Player ~/Concert"));
 }
 
 void LossyVerb::runCommands(KruvController &controller, QueueRun &queueRun, const QStringList &paths)

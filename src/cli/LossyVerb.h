@@ -6,11 +6,14 @@
 #include "cli/FormatFlags.h"
 #include "cli/TabVerb.h"
 
+#include <QCoreApplication>
+
 namespace kruv {
 
 /// `kruv lossy`: the lossy tab.
 class LossyVerb : public TabVerb
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::LossyVerb)
 public:
     explicit LossyVerb(CLI::App &parent);
 

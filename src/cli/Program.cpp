@@ -9,6 +9,8 @@
 #include "cli/ExitStatus.h"
 #include "cli/UsageError.h"
 
+#include <QCoreApplication>
+
 #include <csignal>
 #include <exception>
 #include <iostream>
@@ -18,6 +20,11 @@ namespace kruv::Program {
 
 namespace {
 
+struct Text
+{
+    Q_DECLARE_TR_FUNCTIONS(kruv::Program)
+};
+
 /// Help and version print and succeed; anything else is one line and the usage status.
 int reportParse(const CLI::App &app, const CLI::ParseError &result)
 {
@@ -26,7 +33,7 @@ int reportParse(const CLI::App &app, const CLI::ParseError &result)
     }
     QString problem = QString::fromUtf8(result.what());
     if (app.get_subcommands().empty() && !app.remaining().empty()) {
-        problem = QStringLiteral("%1: no such command.").arg(QString::fromStdString(app.remaining().front()));
+        problem = Text::tr("%1: no such command.").arg(QString::fromStdString(app.remaining().front()));
     }
     Console::complain(problem + QStringLiteral(" (kruv --help, kruv COMMAND --help)"));
     return Usage;
@@ -46,13 +53,15 @@ int run(int argc, char **argv)
 {
     // A reader that goes away (kruv verify ... | head) must not end the jobs.
     std::signal(SIGPIPE, SIG_IGN);
-    CLI::App app("Kruv: converts, verifies and keeps collections of lossless audio.\n"
-                 "Without a command, alone or with files, it opens the window.",
+    CLI::App app(Text::tr("Kruv: converts, verifies and keeps collections of lossless audio.\n"
+                          "Without a command, alone or with files, it opens the window.")
+                     .toStdString(),
                  "kruv");
     app.set_version_flag("--version", "kruv " + shortVersion().toStdString());
     app.require_subcommand(1);
-    app.footer("Exit status: 0 all jobs succeeded, 1 a job failed or a verification did not match,\n"
-               "2 wrong usage or a question that no flag answered, 130 canceled.");
+    app.footer(Text::tr("Exit status: 0 all jobs succeeded, 1 a job failed or a verification did not match,\n"
+                        "2 wrong usage or a question that no flag answered, 130 canceled.")
+                   .toStdString());
     const auto verbs = Commands::declare(app);
     if (argc > 1 && std::string_view(argv[1]) == "--complete") {
         std::cout << Commands::completions(app, {argv + 2, argv + argc});

@@ -125,9 +125,8 @@ void QueueRun::interrupt()
         m_queue.killAllTasks();
         if (m_queue.taskCount() > 0) {
             m_reporter->message(
-                QStringLiteral("Canceled. Waiting for %1 running job(s) to finish; press Ctrl-C again to end "
-                               "them now.")
-                    .arg(m_queue.taskCount()));
+                tr("Canceled. Waiting for %n running job(s) to finish; press Ctrl-C again to end them now.",
+                   nullptr, m_queue.taskCount()));
         }
         return;
     case 2:
@@ -154,10 +153,9 @@ void QueueRun::sayWhatMayBeIncomplete()
             outputs.append(Console::printable(task->outputPath()));
         }
     }
-    m_reporter->message(
-        outputs.isEmpty()
-            ? QStringLiteral("Ended.")
-            : QStringLiteral("Ended. Their sources are untouched, but these may be incomplete:"));
+    m_reporter->message(outputs.isEmpty()
+                            ? tr("Ended.")
+                            : tr("Ended. Their sources are untouched, but these may be incomplete:"));
     for (const QString &output : std::as_const(outputs)) {
         Console::writeError(QStringLiteral("  %1\n").arg(output));
     }

@@ -34,32 +34,41 @@ struct ShntoolVerb::Mode
 };
 
 const ShntoolVerb::Mode ShntoolVerb::modes[] = {
-    {"len", "Lengths and properties of files", Lengths,
-     "Discs are told apart by the \"d\" and \"t\" around their number in the names: band2001d2t05.flac.\n"
-     "Example: a numbered track list with names\n"
-     "  kruv shntool len --length fileset --names ~/Concert/tracks.txt ~/Concert"},
-    {"info", "Everything that is to be known of files", Reads, ""},
-    {"cmp", "Compare the audio of two files", Reads,
-     "Exit status 0 when it is the same, 1 when it differs.\n"
-     "Example: kruv shntool cmp track.flac track.wav"},
-    {"trim", "Cut silence from both ends of files", Makes | Deletes, "Outputs are named NAME-trimmed."},
-    {"split", "Split a file at given points", Makes | Points,
-     "Points are the tracks of a cue sheet, whose titles become the files' names, or a list with a point\n"
-     "a line: m:ss, m:ss.ff (frames), m:ss.nnn (milliseconds) or bytes.\n"
-     "Example: kruv shntool split --to flac --points concert.cue --beside-source concert.wav"},
-    {"join", "Join files into one", Makes | Deletes | Saves,
-     "Files are joined in the order of their paths, numbers by value (t2 before t10).\n"
-     "Example: kruv shntool join --to flac --save concert.flac ~/Concert"},
-    {"cue", "Write a cue sheet for files as though they were joined", Saves, ""},
-    {"pad", "Lengthen files to whole CD sectors with silence", Makes | Deletes,
-     "Outputs are named NAME-padded."},
-    {"strip", "Take extra chunks and odd headers out of files", Makes | Deletes,
-     "Outputs are named NAME-stripped."},
+    {"len", QT_TRANSLATE_NOOP("kruv::ShntoolVerb", "Lengths and properties of files"), Lengths,
+     QT_TRANSLATE_NOOP(
+         "kruv::ShntoolVerb",
+         "Discs are told apart by the \"d\" and \"t\" around their number in the names: band2001d2t05.flac.\n"
+         "Example: a numbered track list with names\n"
+         "  kruv shntool len --length fileset --names ~/Concert/tracks.txt ~/Concert")},
+    {"info", QT_TRANSLATE_NOOP("kruv::ShntoolVerb", "Everything that is to be known of files"), Reads, ""},
+    {"cmp", QT_TRANSLATE_NOOP("kruv::ShntoolVerb", "Compare the audio of two files"), Reads,
+     QT_TRANSLATE_NOOP("kruv::ShntoolVerb", "Exit status 0 when it is the same, 1 when it differs.\n"
+                                            "Example: kruv shntool cmp track.flac track.wav")},
+    {"trim", QT_TRANSLATE_NOOP("kruv::ShntoolVerb", "Cut silence from both ends of files"), Makes | Deletes,
+     QT_TRANSLATE_NOOP("kruv::ShntoolVerb", "Outputs are named NAME-trimmed.")},
+    {"split", QT_TRANSLATE_NOOP("kruv::ShntoolVerb", "Split a file at given points"), Makes | Points,
+     QT_TRANSLATE_NOOP(
+         "kruv::ShntoolVerb",
+         "Points are the tracks of a cue sheet, whose titles become the files' names, or a list with a "
+         "point\n"
+         "a line: m:ss, m:ss.ff (frames), m:ss.nnn (milliseconds) or bytes.\n"
+         "Example: kruv shntool split --to flac --points concert.cue --beside-source concert.wav")},
+    {"join", QT_TRANSLATE_NOOP("kruv::ShntoolVerb", "Join files into one"), Makes | Deletes | Saves,
+     QT_TRANSLATE_NOOP("kruv::ShntoolVerb",
+                       "Files are joined in the order of their paths, numbers by value (t2 before t10).\n"
+                       "Example: kruv shntool join --to flac --save concert.flac ~/Concert")},
+    {"cue", QT_TRANSLATE_NOOP("kruv::ShntoolVerb", "Write a cue sheet for files as though they were joined"),
+     Saves, ""},
+    {"pad", QT_TRANSLATE_NOOP("kruv::ShntoolVerb", "Lengthen files to whole CD sectors with silence"),
+     Makes | Deletes, QT_TRANSLATE_NOOP("kruv::ShntoolVerb", "Outputs are named NAME-padded.")},
+    {"strip", QT_TRANSLATE_NOOP("kruv::ShntoolVerb", "Take extra chunks and odd headers out of files"),
+     Makes | Deletes, QT_TRANSLATE_NOOP("kruv::ShntoolVerb", "Outputs are named NAME-stripped.")},
 };
 
 void ShntoolVerb::addAll(CLI::App &program, std::vector<std::unique_ptr<Verb>> &verbs)
 {
-    CLI::App &parent = *program.add_subcommand("shntool", "Measure, compare, split, join and mend files");
+    CLI::App &parent =
+        *program.add_subcommand("shntool", tr("Measure, compare, split, join and mend files").toStdString());
     parent.require_subcommand(1);
     for (const Mode &mode : modes) {
         verbs.push_back(std::unique_ptr<ShntoolVerb>(new ShntoolVerb(parent, mode)));
@@ -67,43 +76,41 @@ void ShntoolVerb::addAll(CLI::App &program, std::vector<std::unique_ptr<Verb>> &
 }
 
 ShntoolVerb::ShntoolVerb(CLI::App &parent, const Mode &mode)
-    : TabVerb(parent, mode.name, mode.description)
+    : TabVerb(parent, mode.name, tr(mode.description))
     , m_mode(mode)
 {
     declareCommonFlags();
     declareFlags();
-    app().footer(mode.footer);
+    setFooter(tr(mode.footer));
 }
 
 void ShntoolVerb::declareFlags()
 {
     const auto has = [this](Flags flag) { return (m_mode.flags & flag) != 0; };
     if (has(Makes)) {
-        app().add_option("--to", m_format, "Format to make")->required()->type_name("shn|flac|aiff|wav");
+        addOption("--to", m_format, tr("Format to make"))->required()->type_name("shn|flac|aiff|wav");
         has(Deletes) ? declareOutputFlags() : declarePlaceFlags();
-        app().get_option("--beside-source")->description("Write the output next to the first file");
+        app()
+            .get_option("--beside-source")
+            ->description(tr("Write the output next to the first file").toStdString());
     }
     if (has(Lengths)) {
-        app()
-            .add_option(
-                "--length", m_length,
-                "normal (the tool's table), fileset (numbered tracks) or disc (the same, a list a disc)")
+        addOption(
+            "--length", m_length,
+            tr("normal (the tool's table), fileset (numbered tracks) or disc (the same, a list a disc)"))
             ->type_name("normal|fileset|disc");
-        app()
-            .add_option("--names", m_names, "Track names: a numbered list, or one a line")
-            ->type_name("FILE");
+        addOption("--names", m_names, tr("Track names: a numbered list, or one a line"))->type_name("FILE");
     }
     if (has(Points)) {
-        app()
-            .add_option("--points", sideFileFlag("--points"), "Cue sheet or list of split points")
+        addOption("--points", sideFileFlag("--points"), tr("Cue sheet or list of split points"))
             ->required()
             ->type_name("FILE");
     }
     if (has(Saves)) {
-        app().add_option("-s,--save", saveFlag(), "File that is made")->required()->type_name("FILE");
-        app().add_flag("--overwrite", overwriteFlag(), "Replace the file that --save names");
+        addOption("-s,--save", saveFlag(), tr("File that is made"))->required()->type_name("FILE");
+        addFlag("--overwrite", overwriteFlag(), tr("Replace the file that --save names"));
     } else if (has(Makes)) {
-        app().add_flag("--overwrite", overwriteFlag(), "Replace outputs that are there already");
+        addFlag("--overwrite", overwriteFlag(), tr("Replace outputs that are there already"));
     }
 }
 
@@ -112,13 +119,12 @@ void ShntoolVerb::choose(SHNtoolTab &tab)
     tab.shntoolCommandMatrix().selectTitle(QString::fromLatin1(m_mode.name));
     const QString format = QString::fromStdString(m_format);
     if (!format.isEmpty() && !tab.outputFormatMatrix().selectTitle(format.toUpper())) {
-        throw UsageError(
-            QStringLiteral("--to %1: no such format; it can be shn, flac, aiff or wav").arg(format));
+        throw UsageError(tr("--to %1: no such format; it can be shn, flac, aiff or wav").arg(format));
     }
     const std::string length = !m_length.empty() ? m_length : m_names.empty() ? "normal" : "fileset";
     const auto *type = std::ranges::find(lengthTypes, length);
     if (type == lengthTypes.end()) {
-        throw UsageError(QStringLiteral("--length %1: no such layout; it can be normal, fileset or disc")
+        throw UsageError(tr("--length %1: no such layout; it can be normal, fileset or disc")
                              .arg(QString::fromStdString(length)));
     }
     tab.shnLenMatrix().select(static_cast<int>(type - lengthTypes.begin()));
@@ -134,7 +140,7 @@ void ShntoolVerb::enterNames(SHNtoolTab &tab)
     const QString path = QString::fromStdString(m_names);
     const auto text = TextFile::read(path);
     if (!text) {
-        throw UsageError(QStringLiteral("--names: %1 can't be read").arg(path));
+        throw UsageError(tr("--names: %1 can't be read").arg(path));
     }
     const QStringList numbered = TrackNameText::namesInTrackList(*text);
     if (numbered.isEmpty()) {
@@ -148,7 +154,7 @@ void ShntoolVerb::enterNames(SHNtoolTab &tab)
 void ShntoolVerb::runCommands(KruvController &controller, QueueRun &queueRun, const QStringList &paths)
 {
     if ((m_mode.flags & Points) != 0 && paths.size() > 1) {
-        throw UsageError(QStringLiteral("shntool split takes one file at a time"));
+        throw UsageError(tr("shntool split takes one file at a time"));
     }
     SHNtoolTab &tab = controller.shntoolTab();
     choose(tab);

@@ -5,6 +5,8 @@
 
 #include "cli/TabVerb.h"
 
+#include <QCoreApplication>
+
 #include <memory>
 #include <vector>
 
@@ -15,6 +17,7 @@ class SHNtoolTab;
 /// `kruv shntool len`, `trim` and so on: a command of the shntool tab.
 class ShntoolVerb : public TabVerb
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::ShntoolVerb)
 public:
     /// Adds `shntool` with all its commands to the program.
     static void addAll(CLI::App &program, std::vector<std::unique_ptr<Verb>> &verbs);

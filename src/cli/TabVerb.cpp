@@ -19,7 +19,7 @@
 
 namespace kruv {
 
-TabVerb::TabVerb(CLI::App &parent, const std::string &name, const std::string &description)
+TabVerb::TabVerb(CLI::App &parent, const std::string &name, const QString &description)
     : Verb(parent, name, description)
 {
 }
@@ -29,37 +29,34 @@ TabVerb::~TabVerb() = default;
 void TabVerb::declareCommonFlags(bool needsPaths)
 {
     constexpr int mostJobs = 256;
-    app()
-        .add_option("paths", m_options.paths, "Files, and folders with everything below them")
+    addOption("paths", m_options.paths, tr("Files, and folders with everything below them"))
         ->required(needsPaths)
         ->type_name("PATH");
-    app()
-        .add_option("-j,--jobs", m_options.jobs, "Jobs at once (default: the preference, 2 at first)")
+    addOption("-j,--jobs", m_options.jobs, tr("Jobs at once (default: the preference, 2 at first)"))
         ->check(CLI::Range(1, mostJobs))
         ->type_name("N");
-    app().add_flag("-q,--quiet", m_options.quiet, "Say nothing but errors and results");
-    app().add_flag("--json", m_options.json, "One JSON object a line on standard output");
-    app().add_flag("--no-color", m_options.noColor, "No colours (the same as setting NO_COLOR)");
+    addFlag("-q,--quiet", m_options.quiet, tr("Say nothing but errors and results"));
+    addFlag("--json", m_options.json, tr("One JSON object a line on standard output"));
+    addFlag("--no-color", m_options.noColor, tr("No colours (the same as setting NO_COLOR)"));
 }
 
 void TabVerb::declareFolderFlag()
 {
-    app().add_option("-o,--output", m_options.output, "Folder that the output goes into")->type_name("DIR");
+    addOption("-o,--output", m_options.output, tr("Folder that the output goes into"))->type_name("DIR");
 }
 
 void TabVerb::declarePlaceFlags()
 {
     declareFolderFlag();
-    app()
-        .add_flag("--beside-source", m_options.besideSource, "Write each output next to its source")
+    addFlag("--beside-source", m_options.besideSource, tr("Write each output next to its source"))
         ->excludes(app().get_option("--output"));
 }
 
 void TabVerb::declareDeletionFlags()
 {
-    app().add_flag("--delete-originals", m_options.deleteOriginals,
-                   "Delete each source once its output is written and its job succeeded");
-    app().add_flag("-y,--yes", m_options.yes, "Say yes to the question whether originals may be deleted");
+    addFlag("--delete-originals", m_options.deleteOriginals,
+            tr("Delete each source once its output is written and its job succeeded"));
+    addFlag("-y,--yes", m_options.yes, tr("Say yes to the question whether originals may be deleted"));
 }
 
 void TabVerb::declareOutputFlags()
@@ -70,12 +67,12 @@ void TabVerb::declareOutputFlags()
 
 void TabVerb::declareExistingFlags()
 {
-    CLI::Option *overwrite = app().add_flag("--overwrite", m_options.overwrite,
-                                            "Replace outputs that are there, once the new ones are whole");
+    CLI::Option *overwrite = addFlag("--overwrite", m_options.overwrite,
+                                     tr("Replace outputs that are there, once the new ones are whole"));
     CLI::Option *skip =
-        app().add_flag("--skip-existing", m_options.skipExisting, "Leave outputs that are there as they are");
-    CLI::Option *both = app().add_flag("--keep-both", m_options.keepBoth,
-                                       "Give new outputs a number where their name is taken");
+        addFlag("--skip-existing", m_options.skipExisting, tr("Leave outputs that are there as they are"));
+    CLI::Option *both =
+        addFlag("--keep-both", m_options.keepBoth, tr("Give new outputs a number where their name is taken"));
     overwrite->excludes(skip)->excludes(both);
     skip->excludes(both);
 }
@@ -84,7 +81,7 @@ void TabVerb::declareOutputFolder()
 {
     declareFolderFlag();
     app().get_option("--output")->required();
-    app().add_flag("--overwrite", m_options.overwrite, "Replace outputs that are there already");
+    addFlag("--overwrite", m_options.overwrite, tr("Replace outputs that are there already"));
 }
 
 int TabVerb::run()
@@ -113,15 +110,14 @@ QStringList TabVerb::existingPaths()
     for (const std::string &given : m_options.paths) {
         const QString path = QString::fromStdString(given);
         if (path.toStdString() != given) {
-            Console::complain(
-                QStringLiteral("%1: the name is not valid UTF-8; rename it, for example with convmv")
-                    .arg(Console::printable(path)));
+            Console::complain(tr("%1: the name is not valid UTF-8; rename it, for example with convmv")
+                                  .arg(Console::printable(path)));
             m_failed = true;
         } else if (!QFileInfo::exists(path)) {
-            Console::complain(QStringLiteral("%1: no such file or folder").arg(Console::printable(path)));
+            Console::complain(tr("%1: no such file or folder").arg(Console::printable(path)));
             m_failed = true;
         } else if (const QFileInfo info(path); !info.isFile() && !info.isDir()) {
-            Console::complain(QStringLiteral("%1: neither a regular file nor a folder; it was left alone")
+            Console::complain(tr("%1: neither a regular file nor a folder; it was left alone")
                                   .arg(Console::printable(path)));
             m_failed = true;
         } else {
@@ -139,11 +135,10 @@ void TabVerb::checkOutputFolder()
     const QString folder = QString::fromStdString(m_options.output);
     const QFileInfo info(folder);
     if (!info.exists()) {
-        throw UsageError(
-            QStringLiteral("--output: there is no folder %1; make it first: mkdir -p '%1'").arg(folder));
+        throw UsageError(tr("--output: there is no folder %1; make it first: mkdir -p '%1'").arg(folder));
     }
     if (!info.isDir()) {
-        throw UsageError(QStringLiteral("--output: %1 is a file, not a folder").arg(folder));
+        throw UsageError(tr("--output: %1 is a file, not a folder").arg(folder));
     }
 }
 
@@ -174,14 +169,13 @@ void TabVerb::takeIn(BaseTab &tab, const QStringList &paths)
     if (refusedCount > 0 && !m_options.quiet) {
         refused.removeAll(QString());
         std::ranges::sort(refused);
-        Console::complain(QStringLiteral("%1 file(s) of other kinds passed over%2")
-                              .arg(refusedCount)
-                              .arg(refused.isEmpty()
-                                       ? QString()
-                                       : QStringLiteral(": .") + refused.join(QStringLiteral(", ."))));
+        Console::complain(refused.isEmpty()
+                              ? tr("%n file(s) of other kinds passed over", nullptr, refusedCount)
+                              : tr("%n file(s) of other kinds passed over: %1", nullptr, refusedCount)
+                                    .arg(u'.' + refused.join(QStringLiteral(", ."))));
     }
     if (tab.fileList().isEmpty()) {
-        throw UsageError(QStringLiteral("%1: nothing in the given paths is of a kind that it takes")
+        throw UsageError(tr("%1: nothing in the given paths is of a kind that it takes")
                              .arg(QString::fromStdString(app().get_name())));
     }
 }
@@ -191,7 +185,7 @@ void TabVerb::runTab(BaseTab &tab, QueueRun &queueRun, const QStringList &paths)
     takeIn(tab, paths);
     queueRun.run([&tab] { tab.executeCommand(); });
     if (!tab.fileList().isEmpty() && !queueRun.interrupted()) {
-        throw UsageError(QStringLiteral("Nothing was done."));
+        throw UsageError(tr("Nothing was done."));
     }
 }
 

@@ -8,6 +8,7 @@
 #include "cli/CommonOptions.h"
 #include "cli/Verb.h"
 
+#include <QCoreApplication>
 #include <QStringList>
 
 #include <functional>
@@ -24,8 +25,9 @@ class QueueRun;
 /// waits.
 class TabVerb : public Verb
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::TabVerb)
 public:
-    TabVerb(CLI::App &parent, const std::string &name, const std::string &description);
+    TabVerb(CLI::App &parent, const std::string &name, const QString &description);
     ~TabVerb() override;
 
     int run() override;

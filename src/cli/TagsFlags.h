@@ -5,6 +5,8 @@
 
 #include "tags/TagsObject.h"
 
+#include <QtGlobal>
+
 #include <array>
 
 namespace kruv {
@@ -19,20 +21,22 @@ struct TagsFlag
 
 /// In the order in which people read them.
 inline constexpr std::array tagsFlags{
-    TagsFlag{"title", TagField::Title, "Title"},
-    TagsFlag{"artist", TagField::Artist, "Artist"},
-    TagsFlag{"album-artist", TagField::AlbumArtist, "Artist of the whole album"},
-    TagsFlag{"album", TagField::Album, "Album"},
-    TagsFlag{"year", TagField::Year, "Year, four digits"},
-    TagsFlag{"month", TagField::Month, "Month, 1 to 12; counts together with a day"},
-    TagsFlag{"day", TagField::Day, "Day, 1 to 31"},
-    TagsFlag{"genre", TagField::Genre, "Genre"},
-    TagsFlag{"composer", TagField::Composer, "Composer"},
-    TagsFlag{"comment", TagField::Comment, "Comment"},
-    TagsFlag{"track", TagField::Track, "Track number"},
-    TagsFlag{"track-total", TagField::TrackTotal, "Number of tracks"},
-    TagsFlag{"disc", TagField::Disc, "Disc number"},
-    TagsFlag{"disc-total", TagField::DiscTotal, "Number of discs"},
+    TagsFlag{"title", TagField::Title, QT_TRANSLATE_NOOP("kruv::TagsSetVerb", "Title")},
+    TagsFlag{"artist", TagField::Artist, QT_TRANSLATE_NOOP("kruv::TagsSetVerb", "Artist")},
+    TagsFlag{"album-artist", TagField::AlbumArtist,
+             QT_TRANSLATE_NOOP("kruv::TagsSetVerb", "Artist of the whole album")},
+    TagsFlag{"album", TagField::Album, QT_TRANSLATE_NOOP("kruv::TagsSetVerb", "Album")},
+    TagsFlag{"year", TagField::Year, QT_TRANSLATE_NOOP("kruv::TagsSetVerb", "Year, four digits")},
+    TagsFlag{"month", TagField::Month,
+             QT_TRANSLATE_NOOP("kruv::TagsSetVerb", "Month, 1 to 12; counts together with a day")},
+    TagsFlag{"day", TagField::Day, QT_TRANSLATE_NOOP("kruv::TagsSetVerb", "Day, 1 to 31")},
+    TagsFlag{"genre", TagField::Genre, QT_TRANSLATE_NOOP("kruv::TagsSetVerb", "Genre")},
+    TagsFlag{"composer", TagField::Composer, QT_TRANSLATE_NOOP("kruv::TagsSetVerb", "Composer")},
+    TagsFlag{"comment", TagField::Comment, QT_TRANSLATE_NOOP("kruv::TagsSetVerb", "Comment")},
+    TagsFlag{"track", TagField::Track, QT_TRANSLATE_NOOP("kruv::TagsSetVerb", "Track number")},
+    TagsFlag{"track-total", TagField::TrackTotal, QT_TRANSLATE_NOOP("kruv::TagsSetVerb", "Number of tracks")},
+    TagsFlag{"disc", TagField::Disc, QT_TRANSLATE_NOOP("kruv::TagsSetVerb", "Disc number")},
+    TagsFlag{"disc-total", TagField::DiscTotal, QT_TRANSLATE_NOOP("kruv::TagsSetVerb", "Number of discs")},
 };
 
 } // namespace kruv

@@ -31,8 +31,8 @@ QString dateDigits(const TagsFlag &flag, const QString &text, int digits, int mo
     const int number = text.toInt(&isNumber);
     const bool fits = isNumber && number >= 1 && number <= most && (digits < 4 || text.size() == digits);
     if (!fits && !text.isEmpty()) {
-        throw UsageError(QStringLiteral("%1 %2: not a %3")
-                             .arg(flagText(flag), text, QString::fromLatin1(flag.help).toLower()));
+        throw UsageError(
+            TagsSetVerb::tr("%1 %2 does not fit: %3").arg(flagText(flag), text, TagsSetVerb::tr(flag.help)));
     }
     return text.isEmpty() ? text : QString::number(number).rightJustified(digits, u'0');
 }
@@ -54,27 +54,24 @@ QString normalized(const TagsFlag &flag, const QString &text)
 } // namespace
 
 TagsSetVerb::TagsSetVerb(CLI::App &parent)
-    : TabVerb(parent, "set", "Change the named tags of files; the others stay as they are")
+    : TabVerb(parent, "set", tr("Change the named tags of files; the others stay as they are"))
 {
     declareCommonFlags();
     for (const TagsFlag &flag : tagsFlags) {
-        app()
-            .add_option(std::string("--") + flag.name, m_texts.at(static_cast<std::size_t>(flag.field)),
-                        flag.help)
+        addOption(std::string("--") + flag.name, m_texts.at(static_cast<std::size_t>(flag.field)),
+                  tr(flag.help))
             ->type_name("TEXT");
     }
-    app()
-        .add_option("--custom", m_customTags, "A tag of any name, in FLAC files; may be given several times")
+    addOption("--custom", m_customTags, tr("A tag of any name, in FLAC files; may be given several times"))
         ->type_name("NAME=VALUE")
         ->expected(1)
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
-    app()
-        .add_option("--art", m_art, "Picture that becomes the cover, beside pictures that are there")
+    addOption("--art", m_art, tr("Picture that becomes the cover, beside pictures that are there"))
         ->type_name("FILE");
-    app().add_flag("--write-empty", m_writeEmpty,
-                   "Empty texts clear their tag; tags and pictures that Kruv doesn't show go too");
-    app().footer("Example: the album's name and cover in every file of a folder\n"
-                 "  kruv tags set --album 'Live at Home' --art ~/Concert/front.jpg ~/Concert");
+    addFlag("--write-empty", m_writeEmpty,
+            tr("Empty texts clear their tag; tags and pictures that Kruv doesn't show go too"));
+    setFooter(tr("Example: the album's name and cover in every file of a folder\n"
+                 "  kruv tags set --album 'Live at Home' --art ~/Concert/front.jpg ~/Concert"));
 }
 
 TagChanges TagsSetVerb::changes()
@@ -86,8 +83,7 @@ TagChanges TagsSetVerb::changes()
         }
         const QString text = QString::fromStdString(m_texts.at(static_cast<std::size_t>(flag.field)));
         if (text.isEmpty() && !m_writeEmpty) {
-            throw UsageError(
-                QStringLiteral("%1 is empty. Add --write-empty to clear it.").arg(flagText(flag)));
+            throw UsageError(tr("%1 is empty. Add --write-empty to clear it.").arg(flagText(flag)));
         }
         changes.texts.insert(flag.field, normalized(flag, text));
     }
@@ -96,11 +92,11 @@ TagChanges TagsSetVerb::changes()
         const QString path = QString::fromStdString(m_art);
         changes.picture = AlbumArtControl::Shown::ofFile(path).art;
         if (!changes.picture) {
-            throw UsageError(QStringLiteral("--art %1: not a picture that can be read").arg(path));
+            throw UsageError(tr("--art %1: not a picture that can be read").arg(path));
         }
     }
     if (changes.texts.isEmpty() && changes.customTags.isEmpty() && !changes.picture) {
-        throw UsageError(QStringLiteral("tags set: say what to set, for example --artist NAME"));
+        throw UsageError(tr("tags set: say what to set, for example --artist NAME"));
     }
     return changes;
 }
@@ -111,7 +107,7 @@ void TagsSetVerb::takeCustomTags(TagChanges &changes) const
         const QString text = QString::fromStdString(given);
         const qsizetype sign = text.indexOf(u'=');
         if (sign <= 0 || sign + 1 == text.size()) {
-            throw UsageError(QStringLiteral("--custom %1: not a NAME=VALUE").arg(text));
+            throw UsageError(tr("--custom %1: not a NAME=VALUE").arg(text));
         }
         changes.customTags.insert(text.left(sign).toUpper(), text.mid(sign + 1));
     }
@@ -137,7 +133,7 @@ void TagsSetVerb::reportUnheld(const QStringList &files, const TagChanges &chang
             unheld << QStringLiteral("--custom");
         }
         if (!unheld.isEmpty()) {
-            Console::complain(QStringLiteral(".%1 files are left without what they can't hold here: %2")
+            Console::complain(tr(".%1 files are left without what they can't hold here: %2")
                                   .arg(type.toLower(), unheld.join(QStringLiteral(", "))));
             setFailed();
         }

@@ -6,6 +6,8 @@
 #include "cli/TabVerb.h"
 #include "util/ChangeTagsTask.h"
 
+#include <QCoreApplication>
+
 #include <array>
 
 namespace kruv {
@@ -13,6 +15,7 @@ namespace kruv {
 /// `kruv tags set`: changes the named tags of files and leaves the others as they are.
 class TagsSetVerb : public TabVerb
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::TagsSetVerb)
 public:
     explicit TagsSetVerb(CLI::App &parent);
 

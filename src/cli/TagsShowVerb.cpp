@@ -37,7 +37,8 @@ QString row(const QString &name, const QString &value)
 QString pictureText(const AlbumArt &art)
 {
     return QStringLiteral("%1, %2 × %3, %4 bytes")
-        .arg(art.mimeType().isEmpty() ? QStringLiteral("not readable") : QString::fromLatin1(art.mimeType()))
+        .arg(art.mimeType().isEmpty() ? TagsShowVerb::tr("not readable")
+                                      : QString::fromLatin1(art.mimeType()))
         .arg(art.size().width())
         .arg(art.size().height())
         .arg(art.encoded().size());
@@ -86,11 +87,11 @@ QJsonObject asJson(const QString &file, const TagsObject &record)
 } // namespace
 
 TagsShowVerb::TagsShowVerb(CLI::App &parent)
-    : TabVerb(parent, "show", "Show the tags of files")
+    : TabVerb(parent, "show", tr("Show the tags of files"))
 {
     declareCommonFlags();
-    app().footer("Example: the titles below a folder\n"
-                 "  kruv tags show --json ~/Concert | jq -r .title");
+    setFooter(tr("Example: the titles below a folder\n"
+                 "  kruv tags show --json ~/Concert | jq -r .title"));
 }
 
 void TagsShowVerb::runCommands(KruvController &controller, QueueRun &queueRun, const QStringList &paths)

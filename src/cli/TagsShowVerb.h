@@ -5,6 +5,8 @@
 
 #include "cli/TabVerb.h"
 
+#include <QCoreApplication>
+
 namespace kruv {
 
 class TagsObject;
@@ -12,6 +14,7 @@ class TagsObject;
 /// `kruv tags show`: what the tags of files say.
 class TagsShowVerb : public TabVerb
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::TagsShowVerb)
 public:
     explicit TagsShowVerb(CLI::App &parent);
 

@@ -16,21 +16,21 @@ namespace kruv {
 
 TagsTracksVerb::TagsTracksVerb(CLI::App &parent, Source source)
     : TabVerb(parent, source == Source::TrackList ? "names" : "cue",
-              source == Source::TrackList ? "Write titles and track numbers from a track list"
-                                          : "Write album, artist, titles and track numbers from a cue sheet")
+              source == Source::TrackList
+                  ? tr("Write titles and track numbers from a track list")
+                  : tr("Write album, artist, titles and track numbers from a cue sheet"))
     , m_source(source)
 {
-    app()
-        .add_option("file", m_file,
-                    source == Source::TrackList ? "Text with a numbered line for each track" : "Cue sheet")
+    addOption("file", m_file,
+              source == Source::TrackList ? tr("Text with a numbered line for each track") : tr("Cue sheet"))
         ->required()
         ->type_name("FILE");
     declareCommonFlags();
-    app().footer(source == Source::TrackList
-                     ? "The files are taken in natural order; other tags stay as they are.\n"
-                       "Example: kruv tags names ~/Concert/info.txt ~/Concert"
-                     : "The files are taken in natural order; other tags stay as they are.\n"
-                       "Example: kruv tags cue ~/Concert/concert.cue ~/Concert");
+    setFooter(source == Source::TrackList
+                  ? tr("The files are taken in natural order; other tags stay as they are.\n"
+                       "Example: kruv tags names ~/Concert/info.txt ~/Concert")
+                  : tr("The files are taken in natural order; other tags stay as they are.\n"
+                       "Example: kruv tags cue ~/Concert/concert.cue ~/Concert"));
 }
 
 QString TagsTracksVerb::readFile() const
@@ -38,7 +38,7 @@ QString TagsTracksVerb::readFile() const
     const QString path = QString::fromStdString(m_file);
     const auto text = TextFile::read(path);
     if (!text) {
-        throw UsageError(QStringLiteral("%1 could not be read.").arg(path));
+        throw UsageError(tr("%1 could not be read.").arg(path));
     }
     return *text;
 }
@@ -47,10 +47,9 @@ void TagsTracksVerb::takeTrackList(qsizetype files)
 {
     m_names = TrackNameText::namesInTrackList(readFile());
     if (m_names.isEmpty()) {
-        throw UsageError(
-            QStringLiteral("There are no track names in %1. A track's line begins with its number, "
-                           "and the first number is 1.")
-                .arg(QString::fromStdString(m_file)));
+        throw UsageError(tr("There are no track names in %1. A track's line begins with its number, "
+                            "and the first number is 1.")
+                             .arg(QString::fromStdString(m_file)));
     }
     checkCount(files);
 }
@@ -65,13 +64,13 @@ void TagsTracksVerb::takeCueSheet(qsizetype files)
         m_ofAll.texts.insert(TagField::Artist, sheet.artist);
     }
     if (sheet.trackNames.isEmpty() && m_ofAll.texts.isEmpty()) {
-        throw UsageError(QStringLiteral("There are no tags in %1.").arg(QString::fromStdString(m_file)));
+        throw UsageError(tr("There are no tags in %1.").arg(QString::fromStdString(m_file)));
     }
     // One file beside a sheet of many tracks is the whole album.
     const bool wholeAlbum = files == 1 && sheet.trackNames.size() > 1;
     if (sheet.trackNames.isEmpty() || wholeAlbum) {
-        Console::complain(wholeAlbum ? QStringLiteral("one file for all tracks: its title stays as it is")
-                                     : QStringLiteral("the sheet names no tracks: titles stay as they are"));
+        Console::complain(wholeAlbum ? tr("one file for all tracks: its title stays as it is")
+                                     : tr("the sheet names no tracks: titles stay as they are"));
     } else {
         m_names = sheet.trackNames;
         checkCount(files);
@@ -82,15 +81,13 @@ void TagsTracksVerb::checkCount(qsizetype files) const
 {
     if (m_names.size() < files) {
         throw UsageError(
-            QStringLiteral("Number of selected files to tag is greater than number of track names "
-                           "entered (%1 files, %2 names)")
-                .arg(files)
-                .arg(m_names.size()));
+            tr("Number of selected files to tag is greater than number of track names entered (%1 files, "
+               "%2 names)")
+                .arg(QString::number(files), QString::number(m_names.size())));
     }
     if (m_names.size() > files) {
-        Console::complain(QStringLiteral("%1 names for %2 files: the last names are not used")
-                              .arg(m_names.size())
-                              .arg(files));
+        Console::complain(tr("%1 names for %2 files: the last names are not used")
+                              .arg(QString::number(m_names.size()), QString::number(files)));
     }
 }
 

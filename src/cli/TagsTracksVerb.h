@@ -6,11 +6,14 @@
 #include "cli/TabVerb.h"
 #include "util/ChangeTagsTask.h"
 
+#include <QCoreApplication>
+
 namespace kruv {
 
 /// `kruv tags names` and `kruv tags cue`: titles and track numbers from a track list or a cue sheet.
 class TagsTracksVerb : public TabVerb
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::TagsTracksVerb)
 public:
     enum class Source { TrackList, CueSheet };
 

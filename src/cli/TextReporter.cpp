@@ -58,9 +58,8 @@ QString failureMessage(const KruvTask &task)
     const QString essence = FailureAdvice::essence(said);
     const QString advice = FailureAdvice::advice(said);
     if (essence.isEmpty() && advice.isEmpty()) {
-        return QCoreApplication::translate("TextReporter",
-                                           "It ended without a word on why. Try it again by itself; if it "
-                                           "stays so, check the file and the output folder.");
+        return TextReporter::tr("It ended without a word on why. Try it again by itself; if it "
+                                "stays so, check the file and the output folder.");
     }
     return advice.isEmpty() ? essence : essence + u'\n' + advice;
 }
@@ -109,16 +108,17 @@ void TextReporter::ended(const KruvTask &task, const Totals &totals)
         printFailure(task);
     } else if (!m_style.quiet && !m_style.rows) {
         const QString what = task.outputPath().isEmpty() ? nameOf(task) : task.outputPath();
-        Console::writeError(QStringLiteral("%1 %2\n").arg(
-            endOf(task) == TaskState::Outcome::Cancelled ? u"canceled" : u"done", Console::printable(what)));
+        const bool wasCancelled = endOf(task) == TaskState::Outcome::Cancelled;
+        Console::writeError(QStringLiteral("%1 %2\n").arg(wasCancelled ? tr("canceled") : tr("done"),
+                                                          Console::printable(what)));
     }
 }
 
 void TextReporter::printFailure(const KruvTask &task)
 {
-    Console::writeError(QStringLiteral("%1 %2\n").arg(colored(QStringLiteral("failed"), red),
-                                                      Console::printable(nameOf(task))) +
-                        indented(failureMessage(task)));
+    Console::writeError(
+        QStringLiteral("%1 %2\n").arg(colored(tr("failed"), red), Console::printable(nameOf(task))) +
+        indented(failureMessage(task)));
 }
 
 void TextReporter::results(const QString &, const QString &text)
@@ -140,15 +140,15 @@ void TextReporter::summary(const Totals &totals)
     if (m_style.quiet || totals.all == 0) {
         return;
     }
-    QStringList parts{QStringLiteral("%1 done").arg(totals.complete)};
+    QStringList parts{tr("%n done", nullptr, totals.complete)};
     if (totals.failed > 0) {
-        parts << colored(QStringLiteral("%1 failed").arg(totals.failed), red);
+        parts << colored(tr("%n failed", nullptr, totals.failed), red);
     }
     if (totals.cancelled > 0) {
-        parts << QStringLiteral("%1 canceled").arg(totals.cancelled);
+        parts << tr("%n canceled", nullptr, totals.cancelled);
     }
-    Console::writeError(
-        QStringLiteral("%1 in %2 s\n").arg(parts.join(QStringLiteral(", "))).arg(totals.seconds, 0, 'f', 1));
+    const QString seconds = QString::number(totals.seconds, 'f', 1);
+    Console::writeError(tr("%1 in %2 s").arg(parts.join(QStringLiteral(", ")), seconds) + u'\n');
 }
 
 void TextReporter::eraseRows()
@@ -190,11 +190,13 @@ QString TextReporter::totalRow() const
     for (const Row &row : m_running) {
         partly += std::clamp(row.percent, 0.0, 100.0) / 100.0;
     }
-    QString text = QStringLiteral("%1 of %2").arg(done).arg(m_totals.all);
+    const QString text = tr("%1 of %2").arg(done).arg(m_totals.all);
     const double finished = done + partly;
     if (finished > 0.5 && m_totals.all > 0) {
         const double elapsed = static_cast<double>(m_clock.elapsed()) / 1000.0;
-        text += QStringLiteral(", %1 left").arg(duration(elapsed / finished * (m_totals.all - finished)));
+        return tr("%1 of %2, %3 left")
+            .arg(QString::number(done), QString::number(m_totals.all),
+                 duration(elapsed / finished * (m_totals.all - finished)));
     }
     return text;
 }

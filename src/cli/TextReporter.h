@@ -5,6 +5,7 @@
 
 #include "cli/JobReporter.h"
 
+#include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QHash>
 
@@ -18,6 +19,7 @@ namespace kruv {
 /// line per job elsewhere. Everything but results goes to standard error.
 class TextReporter : public JobReporter
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::TextReporter)
 public:
     struct Style
     {

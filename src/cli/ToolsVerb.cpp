@@ -27,11 +27,11 @@ QJsonObject asJson(const FoundTool &tool)
 QString remedyFor(const ToolInfo &info)
 {
     if (info.package) {
-        return QStringLiteral("install the package %1").arg(QLatin1StringView(info.package));
+        return ToolsVerb::tr("install the package %1").arg(QLatin1StringView(info.package));
     }
-    return info.builtWith ? QStringLiteral("built with Kruv where the package %1 is installed")
+    return info.builtWith ? ToolsVerb::tr("built with Kruv where the package %1 is installed")
                                 .arg(QLatin1StringView(info.builtWith))
-                          : QStringLiteral("belongs to Kruv: build or install it again");
+                          : ToolsVerb::tr("belongs to Kruv: build or install it again");
 }
 
 QString asLine(const FoundTool &tool)
@@ -42,22 +42,24 @@ QString asLine(const FoundTool &tool)
                           .arg(tool.version.isEmpty() ? QStringLiteral("-") : tool.version, -12)
                           .arg(tool.path);
     }
-    return name + QStringLiteral("missing       needed for %1 (%2)\n")
-                      .arg(QLatin1StringView(tool.info.functions), remedyFor(tool.info));
+    return name + QStringLiteral("%1").arg(ToolsVerb::tr("missing"), -14) +
+           ToolsVerb::tr("needed for %1 (%2)")
+               .arg(QLatin1StringView(tool.info.functions), remedyFor(tool.info)) +
+           u'\n';
 }
 
 } // namespace
 
 ToolsVerb::ToolsVerb(CLI::App &parent)
-    : Verb(parent, "tools", "List the external tools: where, which version, what goes missing without")
+    : Verb(parent, "tools", tr("List the external tools: where, which version, what goes missing without"))
 {
-    app().add_flag("--json", m_json, "One JSON object a line");
+    addFlag("--json", m_json, tr("One JSON object a line"));
 }
 
 int ToolsVerb::run()
 {
     if (!m_json) {
-        Console::writeOut(QStringLiteral("Tools in %1\n").arg(resourcesFolder()));
+        Console::writeOut(tr("Tools in %1").arg(resourcesFolder()) + u'\n');
     }
     for (const ToolInfo &info : ToolCatalog::all()) {
         const FoundTool tool = ToolCatalog::find(info);

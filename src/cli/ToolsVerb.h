@@ -5,12 +5,15 @@
 
 #include "cli/Verb.h"
 
+#include <QCoreApplication>
+
 namespace kruv {
 
 /// `kruv tools`: which external tools are there, where, in which version, and what is missing without the
 /// others.
 class ToolsVerb : public Verb
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::ToolsVerb)
 public:
     explicit ToolsVerb(CLI::App &parent);
     int run() override;

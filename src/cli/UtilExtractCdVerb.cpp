@@ -22,7 +22,7 @@ CdTracks::Range parsedTracks(const std::string &given)
     const auto range = CdTracks::range(text.contains(u'+') ? text : text + u'+' + text);
     if (!range) {
         throw UsageError(
-            QStringLiteral("--tracks %1: give the first and the last track, such as 3+12").arg(text));
+            UtilExtractCdVerb::tr("--tracks %1: give the first and the last track, such as 3+12").arg(text));
     }
     return *range;
 }
@@ -30,18 +30,17 @@ CdTracks::Range parsedTracks(const std::string &given)
 } // namespace
 
 UtilExtractCdVerb::UtilExtractCdVerb(CLI::App &parent)
-    : TabVerb(parent, "extract-cd", "Extract tracks of an audio disc to WAV files, with a log")
+    : TabVerb(parent, "extract-cd", tr("Extract tracks of an audio disc to WAV files, with a log"))
 {
     declareCommonFlags(false);
     declareOutputFolder();
-    app()
-        .add_option("--device", m_device, "Drive, where no track files are named: /dev/sr0")
+    addOption("--device", m_device, tr("Drive, where no track files are named: /dev/sr0"))
         ->type_name("DEV")
         ->excludes(app().get_option("paths"));
-    app().add_option("--tracks", m_tracks, "First and last track (default: all)")->type_name("A+B");
-    app().add_flag("--one-file", m_oneFile, "All tracks into one file, audio.wav");
-    app().footer("Example: tracks 3 to 12 of the disc in the drive\n"
-                 "  kruv util extract-cd --device /dev/sr0 --tracks 3+12 --output ~/Disc");
+    addOption("--tracks", m_tracks, tr("First and last track (default: all)"))->type_name("A+B");
+    addFlag("--one-file", m_oneFile, tr("All tracks into one file, audio.wav"));
+    setFooter(tr("Example: tracks 3 to 12 of the disc in the drive\n"
+                 "  kruv util extract-cd --device /dev/sr0 --tracks 3+12 --output ~/Disc"));
 }
 
 void UtilExtractCdVerb::listTracksOfDrive(UtilTab &tab) const
@@ -71,7 +70,7 @@ void UtilExtractCdVerb::keepTracks(UtilTab &tab) const
     }
     tab.deleteSelectedRows(others);
     if (tab.fileList().isEmpty()) {
-        throw UsageError(QStringLiteral("--tracks %1: none of the files is one of these tracks")
+        throw UsageError(tr("--tracks %1: none of the files is one of these tracks")
                              .arg(QString::fromStdString(m_tracks)));
     }
 }
@@ -80,7 +79,7 @@ void UtilExtractCdVerb::runCommands(KruvController &controller, QueueRun &queueR
 {
     UtilTab &tab = controller.utilTab();
     if (paths.isEmpty() && m_device.empty()) {
-        throw UsageError(QStringLiteral("Name the track files of a disc, or the drive: --device /dev/sr0"));
+        throw UsageError(tr("Name the track files of a disc, or the drive: --device /dev/sr0"));
     }
     queueRun.leaveOutResults();
     if (paths.isEmpty()) {

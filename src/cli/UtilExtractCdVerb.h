@@ -5,6 +5,8 @@
 
 #include "cli/TabVerb.h"
 
+#include <QCoreApplication>
+
 namespace kruv {
 
 class UtilTab;
@@ -12,6 +14,7 @@ class UtilTab;
 /// `kruv util extract-cd`: the tracks of a disc, named by their files or by the drive.
 class UtilExtractCdVerb : public TabVerb
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::UtilExtractCdVerb)
 public:
     explicit UtilExtractCdVerb(CLI::App &parent);
 

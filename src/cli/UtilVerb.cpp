@@ -27,18 +27,31 @@ struct Row
 };
 
 constexpr Row rows[] = {
-    {UtilTab::Rename, "rename", "Give files one prefix and their number, where they are, all or none", false,
-     "Example: Disc01.flac, Disc02.flac ...\n  kruv util rename --prefix Disc ~/Concert"},
-    {UtilTab::ReplayGain, "replay-gain", "Add replay gain to FLAC files, album gain a folder, or remove it",
-     false, "Example:\n  kruv util replay-gain ~/Concert"},
+    {UtilTab::Rename, "rename",
+     QT_TRANSLATE_NOOP("kruv::UtilVerb",
+                       "Give files one prefix and their number, where they are, all or none"),
+     false,
+     QT_TRANSLATE_NOOP("kruv::UtilVerb",
+                       "Example: Disc01.flac, Disc02.flac ...\n  kruv util rename --prefix Disc ~/Concert")},
+    {UtilTab::ReplayGain, "replay-gain",
+     QT_TRANSLATE_NOOP("kruv::UtilVerb", "Add replay gain to FLAC files, album gain a folder, or remove it"),
+     false, QT_TRANSLATE_NOOP("kruv::UtilVerb", "Example:\n  kruv util replay-gain ~/Concert")},
     {UtilTab::DeEmphasis, "de-emphasis",
-     "Take the pre-emphasis of some early discs out of WAV and AIFF files", true,
-     "Example: name-deemph.wav for each name.wav\n  kruv util de-emphasis --output ~/Flat ~/Disc"},
-    {UtilTab::DvdAudio, "dvd-audio", "Make a DVD-Audio image of files of one format", true,
-     "Example: image.iso and log.txt in ~/Disc\n  kruv util dvd-audio --output ~/Disc ~/Concert"},
-    {UtilTab::SampleRateConversion, "resample", "Convert WAV and AIFF files to another sample rate", true,
-     "Example: name-converted.wav for each name.wav\n"
-     "  kruv util resample --rate 44.1 --output ~/Converted ~/Concert"},
+     QT_TRANSLATE_NOOP("kruv::UtilVerb",
+                       "Take the pre-emphasis of some early discs out of WAV and AIFF files"),
+     true,
+     QT_TRANSLATE_NOOP(
+         "kruv::UtilVerb",
+         "Example: name-deemph.wav for each name.wav\n  kruv util de-emphasis --output ~/Flat ~/Disc")},
+    {UtilTab::DvdAudio, "dvd-audio",
+     QT_TRANSLATE_NOOP("kruv::UtilVerb", "Make a DVD-Audio image of files of one format"), true,
+     QT_TRANSLATE_NOOP(
+         "kruv::UtilVerb",
+         "Example: image.iso and log.txt in ~/Disc\n  kruv util dvd-audio --output ~/Disc ~/Concert")},
+    {UtilTab::SampleRateConversion, "resample",
+     QT_TRANSLATE_NOOP("kruv::UtilVerb", "Convert WAV and AIFF files to another sample rate"), true,
+     QT_TRANSLATE_NOOP("kruv::UtilVerb", "Example: name-converted.wav for each name.wav\n"
+                                         "  kruv util resample --rate 44.1 --output ~/Converted ~/Concert")},
 };
 
 const Row &rowOf(UtilTab::Command command)
@@ -54,8 +67,9 @@ void reportRenamed(const QList<BatchRename::Move> &moves, const CommonOptions &o
                                      {QStringLiteral("input"), move.from},
                                      {QStringLiteral("output"), move.to}});
         } else if (!options.quiet) {
-            Console::writeError(QStringLiteral("renamed %1 to %2\n")
-                                    .arg(Console::printable(move.from), Console::printable(move.to)));
+            Console::writeError(UtilVerb::tr("renamed %1 to %2")
+                                    .arg(Console::printable(move.from), Console::printable(move.to)) +
+                                u'\n');
         }
     }
 }
@@ -63,7 +77,7 @@ void reportRenamed(const QList<BatchRename::Move> &moves, const CommonOptions &o
 } // namespace
 
 UtilVerb::UtilVerb(CLI::App &parent, UtilTab::Command command)
-    : TabVerb(parent, rowOf(command).name, rowOf(command).description)
+    : TabVerb(parent, rowOf(command).name, tr(rowOf(command).description))
     , m_command(command)
 {
     declareCommonFlags();
@@ -71,21 +85,17 @@ UtilVerb::UtilVerb(CLI::App &parent, UtilTab::Command command)
     if (rowOf(command).writesIntoFolder) {
         declareOutputFolder();
     }
-    app().footer(rowOf(command).example);
+    setFooter(tr(rowOf(command).example));
 }
 
 void UtilVerb::declareOwnFlags()
 {
     if (m_command == UtilTab::Rename) {
-        app()
-            .add_option("--prefix", textFlag(), "What the new names start with")
-            ->required()
-            ->type_name("TEXT");
+        addOption("--prefix", textFlag(), tr("What the new names start with"))->required()->type_name("TEXT");
     } else if (m_command == UtilTab::ReplayGain) {
-        app().add_flag("--remove", m_remove, "Take the replay gain out");
+        addFlag("--remove", m_remove, tr("Take the replay gain out"));
     } else if (m_command == UtilTab::SampleRateConversion) {
-        app()
-            .add_option("--rate", m_rate, "Sample rate in kHz")
+        addOption("--rate", m_rate, tr("Sample rate in kHz"))
             ->required()
             ->type_name("44.1|48|88.2|96|176.4|192");
     }
@@ -94,7 +104,7 @@ void UtilVerb::declareOwnFlags()
 void UtilVerb::setControls(UtilTab &tab) const
 {
     tab.commandMatrix().select(m_command);
-    tab.replayGainMatrix().selectTitle(m_remove ? QStringLiteral("Remove") : QStringLiteral("Add"));
+    tab.replayGainMatrix().select(m_remove ? 1 : 0);
     if (m_command == UtilTab::SampleRateConversion) {
         tab.sampleRateCombo().setText(QString::fromStdString(m_rate) + QStringLiteral(" kHz"));
     }

@@ -6,11 +6,14 @@
 #include "cli/TabVerb.h"
 #include "tabs/UtilTab.h"
 
+#include <QCoreApplication>
+
 namespace kruv {
 
 /// A subcommand of `kruv util` that needs no more than its operation, its files and a flag or two.
 class UtilVerb : public TabVerb
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::UtilVerb)
 public:
     UtilVerb(CLI::App &parent, UtilTab::Command command);
 

@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include <QString>
+
 #include <CLI/CLI.hpp>
 #include <string>
 
@@ -12,8 +14,8 @@ namespace kruv {
 class Verb
 {
 public:
-    Verb(CLI::App &parent, const std::string &name, const std::string &description)
-        : m_app(*parent.add_subcommand(name, description))
+    Verb(CLI::App &parent, const std::string &name, const QString &description)
+        : m_app(*parent.add_subcommand(name, description.toStdString()))
     {
     }
     virtual ~Verb() = default;
@@ -26,6 +28,16 @@ public:
 
 protected:
     CLI::App &app() { return m_app; }
+    template <typename Variable>
+    CLI::Option *addOption(const std::string &names, Variable &variable, const QString &help)
+    {
+        return m_app.add_option(names, variable, help.toStdString());
+    }
+    CLI::Option *addFlag(const std::string &names, bool &variable, const QString &help)
+    {
+        return m_app.add_flag(names, variable, help.toStdString());
+    }
+    void setFooter(const QString &text) { m_app.footer(text.toStdString()); }
 
 private:
     CLI::App &m_app;

@@ -46,11 +46,10 @@ void VerificationTally::taskEnded(const KruvTask &task)
         }
         if (list->entries().empty() && !task.cancelled()) {
             ++m_unusableLists;
+            const QString path = Console::printable(task.inputPath());
             const QString problem = list->listProblem();
-            Console::complain(QStringLiteral("%1 %2").arg(Console::printable(task.inputPath()),
-                                                          problem.isEmpty()
-                                                              ? QStringLiteral("holds no checksums")
-                                                              : QStringLiteral("can't be read: ") + problem));
+            Console::complain(problem.isEmpty() ? tr("%1 holds no checksums").arg(path)
+                                                : tr("%1 can't be read: %2").arg(path, problem));
         }
         return;
     }
@@ -84,11 +83,13 @@ void VerificationTally::writeCounts() const
                                  {QStringLiteral("unchecked"), unchecked}});
         return;
     }
-    Console::writeOut(
-        QStringLiteral("%1 matched, %2 failed, %3 missing%4\n")
-            .arg(QString::number(counted(Outcome::Matched)), QString::number(counted(Outcome::Failed)),
-                 QString::number(counted(Outcome::Missing)),
-                 unchecked > 0 ? QStringLiteral(", %1 not checked").arg(unchecked) : QString()));
+    QStringList parts{tr("%n matched", nullptr, counted(Outcome::Matched)),
+                      tr("%n failed", nullptr, counted(Outcome::Failed)),
+                      tr("%n missing", nullptr, counted(Outcome::Missing))};
+    if (unchecked > 0) {
+        parts << tr("%n not checked", nullptr, unchecked);
+    }
+    Console::writeOut(parts.join(QStringLiteral(", ")) + u'\n');
 }
 
 bool VerificationTally::allMatched() const

@@ -13,19 +13,19 @@ namespace kruv {
 
 VerifyVerb::VerifyVerb(CLI::App &parent, What what)
     : TabVerb(parent, "verify",
-              what == What::Lists ? "Verify checksum lists"
-                                  : "Test audio files with their own codec, and verify checksum lists")
+              what == What::Lists ? tr("Verify checksum lists")
+                                  : tr("Test audio files with their own codec, and verify checksum lists"))
     , m_what(what)
 {
     declareCommonFlags();
-    const std::string example = what == What::Lists
-                                    ? "Example: check every list below a folder\n"
-                                      "  kruv checksum verify ~/Music/Concerts"
-                                    : "Example: test every file, and every list, below a folder\n"
-                                      "  kruv verify ~/Music/Concerts";
-    app().footer("The report and the counts go to standard output; the exit status is 1 unless every file\n"
-                 "matched.\n" +
-                 example);
+    const QString example = what == What::Lists
+                                ? tr("Example: check every list below a folder\n"
+                                     "  kruv checksum verify ~/Music/Concerts")
+                                : tr("Example: test every file, and every list, below a folder\n"
+                                     "  kruv verify ~/Music/Concerts");
+    setFooter(tr("The report and the counts go to standard output; the exit status is 1 unless every file\n"
+                 "matched.") +
+              u'\n' + example);
 }
 
 void VerifyVerb::runCommands(KruvController &controller, QueueRun &queueRun, const QStringList &paths)
@@ -39,7 +39,7 @@ void VerifyVerb::runCommands(KruvController &controller, QueueRun &queueRun, con
     tab.commandOptions().select(ChecksumTab::VerifyLists);
     runTab(tab, queueRun, paths);
     if (queueRun.totals().all == 0) {
-        throw UsageError(QStringLiteral("verify: nothing in the given paths can be verified"));
+        throw UsageError(tr("verify: nothing in the given paths can be verified"));
     }
     tally.writeCounts();
     if (!tally.allMatched()) {

@@ -5,12 +5,15 @@
 
 #include "cli/TabVerb.h"
 
+#include <QCoreApplication>
+
 namespace kruv {
 
 /// `kruv verify`: audio files by their own codec, checksum lists as lists; and `kruv checksum verify`, which
 /// takes lists only.
 class VerifyVerb : public TabVerb
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::VerifyVerb)
 public:
     enum class What { AudioAndLists, Lists };
     VerifyVerb(CLI::App &parent, What what);

@@ -47,7 +47,7 @@ FixTask::FixTask(TaskCompletionSink *queue, Request request, std::function<void(
     , m_clearTab(std::move(clearTab))
 {
     appendToPATH(resourcesFolder());
-    setTitle(QStringLiteral("Fixing"));
+    setTitle(tr("Fixing"));
     setTextFieldString(title());
     publish(&KruvTask::setTextFieldValue);
     int position = 0;
@@ -162,7 +162,7 @@ void FixTask::dress(StagedOutputs &outputs)
     const Lists all = lists(m_request, queue()->preferences());
     for (auto list = all.cbegin(); list != all.cend() && mayGoOn(); ++list) {
         const bool ofFingerprints = m_request.md5Option == fingerprints;
-        showStatus(ofFingerprints ? QStringLiteral("Creating FFP") : QStringLiteral("Creating MD5"));
+        showStatus(ofFingerprints ? tr("Creating FFP") : tr("Creating MD5"));
         const QString text =
             ofFingerprints ? fingerprintList(outputs, list.value()) : md5List(outputs, list.value());
         const QString problem = mayGoOn() ? TextFile::write(outputs.stagedPath(list.key()), text) : QString();
@@ -180,7 +180,7 @@ void FixTask::processTaskOutput(const QString &piece)
     if (const qsizetype percent = text.indexOf(u'%'); percent >= 0) {
         const double value = ToolOutput::leadingNumber(text.first(percent));
         setProgressIndicatorValue(value);
-        setTopTextFieldString(QStringLiteral("Fixing: %1%").arg(value, 0, 'f', 6));
+        setTopTextFieldString(tr("Fixing: %1%").arg(value, 0, 'f', 6));
         publish(&KruvTask::updateStatus);
     }
 }
@@ -220,7 +220,7 @@ void FixTask::copyTags(const StagedOutputs &outputs)
         if (!isOneOf(source, "AIFF AIF FLAC WV TTA")) {
             continue;
         }
-        showStatus(QStringLiteral("Writing tags"));
+        showStatus(tr("Writing tags"));
         try {
             TagCopy::copy(*Formats::ofType(PathNames::fileType(source)), source,
                           *Formats::ofType(m_request.outputFormat.toUpper()),
@@ -245,8 +245,8 @@ QString FixTask::md5List(const StagedOutputs &outputs, const QStringList &files)
         const auto hash = FileHash::hashOfFileAtPath(
             QFile::encodeName(outputs.stagedPath(files[index])), FileHash::Algorithm::MD5, [&](double share) {
                 constexpr double percent = 100.0;
-                showProgress(QStringLiteral("Creating MD5"), percent * (static_cast<double>(index) + share) /
-                                                                 static_cast<double>(files.size()));
+                showProgress(tr("Creating MD5"), percent * (static_cast<double>(index) + share) /
+                                                     static_cast<double>(files.size()));
                 return !cancelled();
             });
         if (hash.problem == FileHash::Problem::None) {

@@ -16,10 +16,10 @@ namespace kruv::AudioLimitsCheck {
 
 namespace {
 
-QString tr(const char *text)
+struct Text
 {
-    return QCoreApplication::translate("AudioLimits", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(kruv::AudioLimitsCheck)
+};
 
 [[noreturn]] void refuse(const QString &sentence)
 {
@@ -46,17 +46,17 @@ void require(const Format &target, const QString &source, const AudioFormatObjec
     const QString label = target.label.toString();
     if (audio.channels > limits->mostChannels) {
         refuse(
-            tr("%1 has %2 channels; %3 holds at most %4.")
+            Text::tr("%1 has %2 channels; %3 holds at most %4.")
                 .arg(source, QString::number(audio.channels), label, QString::number(limits->mostChannels)));
     }
     if (audio.sampleRate < limits->lowestRate || audio.sampleRate > limits->highestRate) {
-        refuse(tr("%1 has a sample rate of %2 Hz; %3 holds %4 to %5 Hz.")
+        refuse(Text::tr("%1 has a sample rate of %2 Hz; %3 holds %4 to %5 Hz.")
                    .arg(source, QString::number(audio.sampleRate), label, QString::number(limits->lowestRate),
                         QString::number(limits->highestRate)));
     }
     if (audio.bitsPerChannel > 0 && !limits->bits.empty() &&
         std::ranges::count(limits->bits, audio.bitsPerChannel) == 0) {
-        refuse(tr("%1 has samples of %2 bits; %3 holds %4 bits.")
+        refuse(Text::tr("%1 has samples of %2 bits; %3 holds %4 bits.")
                    .arg(source, QString::number(audio.bitsPerChannel), label, words(limits->bits)));
     }
 }

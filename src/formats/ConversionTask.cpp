@@ -68,7 +68,7 @@ QString ConversionTask::scratchWav()
 
 bool ConversionTask::runStep(const ToolStep &step, const ToolRequest &request)
 {
-    return run(step.tool, step.arguments(request), step.read, QString::fromUtf8(step.progress));
+    return run(step.tool, step.arguments(request), step.read, tr(step.progress));
 }
 
 bool ConversionTask::run(const char *tool, const QStringList &arguments, ToolReader read,

@@ -14,7 +14,7 @@ DecodeCodecTask::DecodeCodecTask(TaskCompletionSink *queue, const ConversionRequ
 
 void DecodeCodecTask::makeOutput()
 {
-    showStatus(QString::fromUtf8(m_recipe.firstStatus));
+    showStatus(tr(m_recipe.firstStatus));
     if (!makesAiff()) {
         runStep(m_recipe.decoder, {.input = fileName(), .output = staged()});
         return;

@@ -6,6 +6,7 @@
 #include "formats/Formats.h"
 #include "formats/ToolWords.h"
 
+#include <QCoreApplication>
 #include <QRegularExpression>
 #include <QStringList>
 
@@ -18,35 +19,55 @@ namespace {
 // The plain causes come first, then what the formats know of their tools, then the catch-alls.
 constexpr FailureHint plainCauses[] = {
     {u"opening the output file",
-     "Check that the output folder exists, may be written to, and has space left."},
-    {u"already exists and was left", "Move the existing file away or choose another output folder."},
+     QT_TRANSLATE_NOOP("FailureAdvice",
+                       "Check that the output folder exists, may be written to, and has space left.")},
     {u"could not open output file",
-     "Move an existing file away, or check that the output folder may be written to."},
-    {u"Nothing can be written in the output folder",
-     "Check that the output folder exists, may be written to, and has space left."},
-    {u"already sector-aligned", "Files that need nothing are left as they are, without an output."},
-    {u"no silence to trim", "Files that need nothing are left as they are, without an output."},
-    {u"already has a canonical header", "Files that need nothing are left as they are, without an output."},
-    {u"is not CD-quality", "This needs files with 2 channels of 16 bits at 44.1 kHz."},
-    {u"differs among these files", "Only files of the same format can be joined; convert them first."},
-    {u"could not open split point file", "Check that the file is there and may be read."},
-    {u"value not in bytes, m:ss", "The points are to be a cue sheet, or times like 3:05.32, one a line."},
-    {u"Argument list too long", "These are too many files for one run of the tool: take fewer at a time."},
-    {u"No space left", "Free some space on the output folder's disk and try again."},
-    {u"can't open input file", "Check that the file is there and may be read."},
-    {u"Permission denied", "Check that the output folder may be written to."},
-    {u"Read-only file system", "Choose an output folder that may be written to."},
-    {u"disk is full", "Free some space on the output folder's disk and try again."},
-    {u"disk probably full", "Free some space on the output folder's disk and try again."},
-    {u"error while writing", "Check that the output folder's disk has space left."},
-    {u"the source is damaged", "The source ends too early: it is damaged or was not copied whole."},
+     QT_TRANSLATE_NOOP("FailureAdvice",
+                       "Move an existing file away, or check that the output folder may be written to.")},
+    {u"already sector-aligned",
+     QT_TRANSLATE_NOOP("FailureAdvice", "Files that need nothing are left as they are, without an output.")},
+    {u"no silence to trim",
+     QT_TRANSLATE_NOOP("FailureAdvice", "Files that need nothing are left as they are, without an output.")},
+    {u"already has a canonical header",
+     QT_TRANSLATE_NOOP("FailureAdvice", "Files that need nothing are left as they are, without an output.")},
+    {u"is not CD-quality",
+     QT_TRANSLATE_NOOP("FailureAdvice", "This needs files with 2 channels of 16 bits at 44.1 kHz.")},
+    {u"differs among these files",
+     QT_TRANSLATE_NOOP("FailureAdvice", "Only files of the same format can be joined; convert them first.")},
+    {u"could not open split point file",
+     QT_TRANSLATE_NOOP("FailureAdvice", "Check that the file is there and may be read.")},
+    {u"value not in bytes, m:ss",
+     QT_TRANSLATE_NOOP("FailureAdvice",
+                       "The points are to be a cue sheet, or times like 3:05.32, one a line.")},
+    {u"Argument list too long",
+     QT_TRANSLATE_NOOP("FailureAdvice",
+                       "These are too many files for one run of the tool: take fewer at a time.")},
+    {u"No space left",
+     QT_TRANSLATE_NOOP("FailureAdvice", "Free some space on the output folder's disk and try again.")},
+    {u"can't open input file",
+     QT_TRANSLATE_NOOP("FailureAdvice", "Check that the file is there and may be read.")},
+    {u"Permission denied",
+     QT_TRANSLATE_NOOP("FailureAdvice", "Check that the output folder may be written to.")},
+    {u"Read-only file system",
+     QT_TRANSLATE_NOOP("FailureAdvice", "Choose an output folder that may be written to.")},
+    {u"disk is full",
+     QT_TRANSLATE_NOOP("FailureAdvice", "Free some space on the output folder's disk and try again.")},
+    {u"disk probably full",
+     QT_TRANSLATE_NOOP("FailureAdvice", "Free some space on the output folder's disk and try again.")},
+    {u"error while writing",
+     QT_TRANSLATE_NOOP("FailureAdvice", "Check that the output folder's disk has space left.")},
 };
 constexpr FailureHint catchAlls[] = {
-    {u"child encoder process", "The encoder stopped: check that the output folder's disk has space left."},
+    {u"child encoder process",
+     QT_TRANSLATE_NOOP("FailureAdvice",
+                       "The encoder stopped: check that the output folder's disk has space left.")},
     {u"error while transferring",
-     "Check that the source is whole and the output folder's disk has space left."},
-    {u"write failed", "Free some space on the output folder's disk and try again."},
-    {u"unknown file type", "The file is not the kind of audio that its name says."},
+     QT_TRANSLATE_NOOP("FailureAdvice",
+                       "Check that the source is whole and the output folder's disk has space left.")},
+    {u"write failed",
+     QT_TRANSLATE_NOOP("FailureAdvice", "Free some space on the output folder's disk and try again.")},
+    {u"unknown file type",
+     QT_TRANSLATE_NOOP("FailureAdvice", "The file is not the kind of audio that its name says.")},
 };
 
 // Starts of lines that say nothing of the failure.
@@ -97,7 +118,7 @@ QString adviceIn(std::span<const FailureHint> hints, const QString &toolText)
 {
     const auto found = std::ranges::find_if(
         hints, [&toolText](const FailureHint &hint) { return toolText.contains(hint.toolSays); });
-    return found == hints.end() ? QString() : QString::fromLatin1(found->advice);
+    return found == hints.end() ? QString() : QCoreApplication::translate("FailureAdvice", found->advice);
 }
 
 } // namespace

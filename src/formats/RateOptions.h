@@ -13,7 +13,8 @@ namespace kruv::RateOptions {
 inline constexpr OptionChoice cbr{"cbr", "CBR"};
 inline constexpr OptionChoice abr{"abr", "ABR"};
 inline constexpr OptionChoice vbr{"vbr", "VBR"};
-inline constexpr OptionChoice vbrConstrained{"vbr-constrained", "VBR Constrained"};
+inline constexpr OptionChoice vbrConstrained{"vbr-constrained",
+                                             QT_TRANSLATE_NOOP("FormatOption", "VBR Constrained")};
 
 /// Bit rates in kbit/s that are proposed.
 inline constexpr OptionChoice usualRates[] = {{"96", "96"},   {"112", "112"}, {"128", "128"}, {"160", "160"},

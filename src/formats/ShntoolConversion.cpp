@@ -5,6 +5,8 @@
 
 #include "tasks/ToolOutput.h"
 
+#include <QtGlobal>
+
 namespace kruv::ShntoolConversion {
 
 namespace {
@@ -89,6 +91,7 @@ ToolPiece readPlain(QStringView piece, QStringView)
     return result;
 }
 
-const ToolStep toWav{"shntool", decode, readRepeating, "Decoding to Wav: %1%"};
+const ToolStep toWav{"shntool", decode, readRepeating,
+                     QT_TRANSLATE_NOOP("kruv::ConversionTask", "Decoding to Wav: %1%")};
 
 } // namespace kruv::ShntoolConversion

@@ -42,7 +42,7 @@ bool TranscodeTask::readsItself() const
 
 void TranscodeTask::makeOutput()
 {
-    showStatus(QString::fromUtf8(m_target.recipe->firstStatus));
+    showStatus(ConversionTask::tr(m_target.recipe->firstStatus));
     if (readsItself()) {
         encode(fileName());
         return;
@@ -51,7 +51,7 @@ void TranscodeTask::makeOutput()
     if (!special) {
         showStatus(tr("Decoding %1 to Wav").arg(sourceFormat().label));
     } else if (special->status) {
-        showStatus(QString::fromUtf8(special->status));
+        showStatus(ConversionTask::tr(special->status));
     }
     const QString wav = scratchWav();
     const ToolStep *step = special && special->toWav ? special->toWav : sourceFormat().toWav;
@@ -80,7 +80,7 @@ void TranscodeTask::copyTags()
         return;
     }
     const SourceRule *special = rule();
-    showStatus(special && special->tagStatus ? QString::fromUtf8(special->tagStatus)
+    showStatus(special && special->tagStatus ? ConversionTask::tr(special->tagStatus)
                                              : tr("Copying %1 Tags").arg(sourceFormat().label));
     try {
         TagCopy::copy(sourceFormat(), fileName(), m_target, staged());

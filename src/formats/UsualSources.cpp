@@ -5,15 +5,19 @@
 
 #include "formats/Records.h"
 
+#include <QtGlobal>
+
 namespace kruv {
 
 namespace {
 
 const SourceRule rules[] = {
-    {&appleLosslessFormat, "Decoding ALAC to Wav", nullptr, "Copying M4A Tags"},
-    {&flacFormat, "Decoding FLAC to Wav", nullptr, "Copying FLAC Tags"},
-    {&shortenFormat, "Decoding SHN to Wav"},
-    {&aiffFormat, nullptr, nullptr, "Copying Aiff Tags"},
+    {&appleLosslessFormat, QT_TRANSLATE_NOOP("kruv::ConversionTask", "Decoding ALAC to Wav"), nullptr,
+     QT_TRANSLATE_NOOP("kruv::ConversionTask", "Copying M4A Tags")},
+    {&flacFormat, QT_TRANSLATE_NOOP("kruv::ConversionTask", "Decoding FLAC to Wav"), nullptr,
+     QT_TRANSLATE_NOOP("kruv::ConversionTask", "Copying FLAC Tags")},
+    {&shortenFormat, QT_TRANSLATE_NOOP("kruv::ConversionTask", "Decoding SHN to Wav")},
+    {&aiffFormat, nullptr, nullptr, QT_TRANSLATE_NOOP("kruv::ConversionTask", "Copying Aiff Tags")},
 };
 
 } // namespace

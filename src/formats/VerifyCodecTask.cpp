@@ -11,7 +11,7 @@ void VerifyCodecTask::processTaskOutput(const QString &text)
 {
     m_output.append(text);
     if (const auto percent = progressIn(m_output.currentLine())) {
-        setTopTextFieldString(QStringLiteral("Verifying: %1%").arg(*percent, 0, 'f', 6));
+        setTopTextFieldString(tr("Verifying: %1%").arg(*percent, 0, 'f', 6));
         setProgressIndicatorValue(*percent);
         publish(&KruvTask::updateStatus);
     }
@@ -21,11 +21,11 @@ void VerifyCodecTask::cleanup()
 {
     QString text = report(m_output.text());
     if (cancelled()) {
-        text += QStringLiteral("%1 canceled\n").arg(fileName());
+        text += tr("%1 canceled\n").arg(fileName());
     } else if (!error()) {
-        text += QStringLiteral("%1: ok\n").arg(fileName());
+        text += tr("%1: ok\n").arg(fileName());
     } else if (text.isEmpty()) {
-        text += QStringLiteral("%1: failed\n").arg(fileName());
+        text += tr("%1: failed\n").arg(fileName());
     }
     appendResults(text);
 }

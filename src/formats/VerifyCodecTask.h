@@ -6,6 +6,8 @@
 #include "formats/VerifyTask.h"
 #include "tasks/TerminalText.h"
 
+#include <QCoreApplication>
+
 #include <optional>
 
 namespace kruv {
@@ -13,6 +15,7 @@ namespace kruv {
 /// The usual test: what the tool said about the file stays in the results whether or not the test went well.
 class VerifyCodecTask : public VerifyTask
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::VerifyCodecTask)
 public:
     using VerifyTask::VerifyTask;
 

@@ -20,7 +20,7 @@ VerifyTask::VerifyTask(std::shared_ptr<KruvTaskResults> results, TaskCompletionS
 
 void VerifyTask::startTask()
 {
-    setTopTextFieldString(QStringLiteral("Verifying"));
+    setTopTextFieldString(tr("Verifying"));
     publish(&KruvTask::setTopTextFieldValue);
     KruvAsyncNSTask::startTask();
 }

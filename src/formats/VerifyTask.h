@@ -5,12 +5,15 @@
 
 #include "tasks/KruvAsyncNSTask.h"
 
+#include <QCoreApplication>
+
 namespace kruv {
 
 /// A run of a codec's tool that tests a file, which is its second argument. The report goes into the
 /// command's results.
 class VerifyTask : public KruvAsyncNSTask
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::VerifyTask)
 public:
     VerifyTask(std::shared_ptr<KruvTaskResults> results, TaskCompletionSink *queue, const QString &launchPath,
                const QStringList &arguments);

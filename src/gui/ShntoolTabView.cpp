@@ -28,15 +28,25 @@ struct CommandText
 };
 
 constexpr CommandText commandTexts[] = {
-    {QT_TR_NOOP("Show &lengths"), QT_TR_NOOP("The lengths of the files")},
-    {QT_TR_NOOP("Show &info"), QT_TR_NOOP("All that is to be known of each file")},
-    {QT_TR_NOOP("Com&pare"), QT_TR_NOOP("Whether two files hold the same audio")},
-    {QT_TR_NOOP("&Trim"), QT_TR_NOOP("Copies without the silence at both ends")},
-    {QT_TR_NOOP("&Split"), QT_TR_NOOP("The first file, cut at the points of a cue sheet or text file")},
-    {QT_TR_NOOP("&Join"), QT_TR_NOOP("One file of all, in the order of the list")},
-    {QT_TR_NOOP("&Write cue sheet"), QT_TR_NOOP("A cue sheet for the files as though they were joined")},
-    {QT_TR_NOOP("&Pad"), QT_TR_NOOP("Copies filled up to whole CD sectors")},
-    {QT_TR_NOOP("&Strip"), QT_TR_NOOP("Copies without extra chunks and odd headers")},
+    {QT_TRANSLATE_NOOP("kruv::ShntoolTabView", "Show &lengths"),
+     QT_TRANSLATE_NOOP("kruv::ShntoolTabView", "The lengths of the files")},
+    {QT_TRANSLATE_NOOP("kruv::ShntoolTabView", "Show &info"),
+     QT_TRANSLATE_NOOP("kruv::ShntoolTabView", "All that is to be known of each file")},
+    {QT_TRANSLATE_NOOP("kruv::ShntoolTabView", "Com&pare"),
+     QT_TRANSLATE_NOOP("kruv::ShntoolTabView", "Whether two files hold the same audio")},
+    {QT_TRANSLATE_NOOP("kruv::ShntoolTabView", "&Trim"),
+     QT_TRANSLATE_NOOP("kruv::ShntoolTabView", "Copies without the silence at both ends")},
+    {QT_TRANSLATE_NOOP("kruv::ShntoolTabView", "&Split"),
+     QT_TRANSLATE_NOOP("kruv::ShntoolTabView",
+                       "The first file, cut at the points of a cue sheet or text file")},
+    {QT_TRANSLATE_NOOP("kruv::ShntoolTabView", "&Join"),
+     QT_TRANSLATE_NOOP("kruv::ShntoolTabView", "One file of all, in the order of the list")},
+    {QT_TRANSLATE_NOOP("kruv::ShntoolTabView", "&Write cue sheet"),
+     QT_TRANSLATE_NOOP("kruv::ShntoolTabView", "A cue sheet for the files as though they were joined")},
+    {QT_TRANSLATE_NOOP("kruv::ShntoolTabView", "&Pad"),
+     QT_TRANSLATE_NOOP("kruv::ShntoolTabView", "Copies filled up to whole CD sectors")},
+    {QT_TRANSLATE_NOOP("kruv::ShntoolTabView", "&Strip"),
+     QT_TRANSLATE_NOOP("kruv::ShntoolTabView", "Copies without extra chunks and odd headers")},
 };
 
 enum Page { LengthPage, OutputPage, EmptyPage };

@@ -6,20 +6,23 @@
 #include "shntool/SHNToolOutput.h"
 #include "tasks/KruvAsyncNSTaskFileOutputRedirection.h"
 
+#include <QCoreApplication>
+
 namespace kruv {
 
 /// Writes a cue sheet for the given files, as though they were joined. What the tool prints when it refuses a
 /// file isn't kept as a sheet, but shown.
 class SHNToolCueTask : public KruvAsyncNSTaskFileOutputRedirection
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::SHNToolCueTask)
 public:
     SHNToolCueTask(const QString &fileName, TaskCompletionSink *queue, const QString &launchPath,
                    const QStringList &files)
         : KruvAsyncNSTaskFileOutputRedirection(
               fileName, queue, launchPath, QStringList{QStringLiteral("cue"), QStringLiteral("-c")} + files)
     {
-        setTitle(QStringLiteral("Creating CUE sheet"));
-        setSubTitle(QStringLiteral("Processing"));
+        setTitle(tr("Creating CUE sheet"));
+        setSubTitle(tr("Processing"));
     }
 
 protected:

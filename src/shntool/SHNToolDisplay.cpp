@@ -23,7 +23,7 @@ void SHNToolDisplay::setTitles(const QString &title, const QString &lowerLine)
 
 void SHNToolDisplay::start()
 {
-    m_task.setTopTextFieldString(QStringLiteral("Running"));
+    m_task.setTopTextFieldString(tr("Running"));
     m_task.publish(&KruvTask::setTopTextFieldValue);
 }
 

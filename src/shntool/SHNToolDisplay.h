@@ -5,6 +5,7 @@
 
 #include "tasks/TerminalText.h"
 
+#include <QCoreApplication>
 #include <QString>
 
 namespace kruv {
@@ -27,6 +28,7 @@ struct SHNToolProgress
 /// Shows what shntool prints in the status of a job, and keeps it as it would stand on a terminal.
 class SHNToolDisplay
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::SHNToolDisplay)
 public:
     /// `task` owns this.
     SHNToolDisplay(KruvTask &task, const SHNToolProgress &progress);

@@ -5,6 +5,7 @@
 
 #include "shntool/SHNToolOutputTask.h"
 
+#include <QCoreApplication>
 #include <QStringView>
 
 namespace kruv {
@@ -13,6 +14,7 @@ namespace kruv {
 /// that need nothing are passed over; that fails the job, but the others' outputs stay.
 class SHNToolEachFileTask : public SHNToolOutputTask
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::SHNToolEachFileTask)
 public:
     QStringList outputs() const override;
 

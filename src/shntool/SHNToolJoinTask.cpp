@@ -19,7 +19,7 @@ SHNToolJoinTask::SHNToolJoinTask(TaskCompletionSink *queue, Request given)
     , m_toolName(QStringLiteral("joined.") + request().format)
     , m_fileName(request().folder + u'/' + m_toolName)
 {
-    setTitles(QStringLiteral("Running SHNTool Join"));
+    setTitles(tr("Running SHNTool Join"));
 }
 
 void SHNToolJoinTask::make(StagedOutputs &outputs)

@@ -5,11 +5,14 @@
 
 #include "shntool/SHNToolOutputTask.h"
 
+#include <QCoreApplication>
+
 namespace kruv {
 
 /// Joins files in the given order into one, where the person chose.
 class SHNToolJoinTask : public SHNToolOutputTask
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::SHNToolJoinTask)
 public:
     SHNToolJoinTask(TaskCompletionSink *queue, Request request);
 

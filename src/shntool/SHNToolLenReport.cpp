@@ -72,7 +72,7 @@ QString SHNToolLenReport::normal() const
 QString SHNToolLenReport::byFileSet(const FileSet &set, const SHNtoolOutputNamingFormatParser &parser) const
 {
     const bool isDisc = !set.discNumber.isEmpty();
-    QString text = isDisc ? QStringLiteral("Disc %1\n\n").arg(set.discNumber) : QString();
+    QString text = isDisc ? tr("Disc %1\n\n").arg(set.discNumber) : QString();
     QHash<QString, qsizetype> places;
     for (qsizetype place = 0; place < set.files.size(); ++place) {
         places.insert(set.files[place], place);
@@ -90,8 +90,8 @@ QString SHNToolLenReport::byFileSet(const FileSet &set, const SHNtoolOutputNamin
                                                       track.length, number);
     }
     const QString total = parser.getFormattedTotalLine(m_total);
-    return text + (isDisc ? QStringLiteral("\nDisc %1 Total: %2 \n\n").arg(set.discNumber, total)
-                          : QStringLiteral("\nTotal: %1 \n\n").arg(total));
+    return text + (isDisc ? tr("\nDisc %1 Total: %2 \n\n").arg(set.discNumber, total)
+                          : tr("\nTotal: %1 \n\n").arg(total));
 }
 
 } // namespace kruv

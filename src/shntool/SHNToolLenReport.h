@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <QCoreApplication>
 #include <QString>
 #include <QStringList>
 
@@ -15,6 +16,7 @@ class SHNtoolOutputNamingFormatParser;
 /// What "shntool len" printed, laid out for a person.
 class SHNToolLenReport
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::SHNToolLenReport)
 public:
     /// Files that belong together, as a concert or a disc of one.
     struct FileSet

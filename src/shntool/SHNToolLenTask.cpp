@@ -12,14 +12,14 @@ SHNToolLenTask::SHNToolLenTask(TaskCompletionSink *queue, const QString &launchP
     , m_parser(parser)
 {
     m_set.files = files;
-    setTitle(QStringLiteral("Running shntool LEN"));
+    setTitle(tr("Running shntool LEN"));
     setTextFieldString(title());
     publish(&KruvTask::setTextFieldValue);
 }
 
 void SHNToolLenTask::startTask()
 {
-    setTopTextFieldString(QStringLiteral("Running"));
+    setTopTextFieldString(tr("Running"));
     publish(&KruvTask::setTopTextFieldValue);
     KruvAsyncNSTask::startTask();
 }

@@ -7,11 +7,14 @@
 #include "shntool/SHNtoolOutputNamingFormatParser.h"
 #include "tasks/KruvAsyncNSTask.h"
 
+#include <QCoreApplication>
+
 namespace kruv {
 
 /// Reports the lengths of files in one of three layouts.
 class SHNToolLenTask : public KruvAsyncNSTask
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::SHNToolLenTask)
 public:
     enum class LenType { Normal, FileSet, Disc };
 

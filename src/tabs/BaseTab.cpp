@@ -18,16 +18,13 @@
 namespace kruv {
 
 namespace {
-const QString yes = QStringLiteral("Yes");
-const QString no = QStringLiteral("No");
-
 /// The first few of a list that may be long, a line each.
 QString firstOf(const QStringList &names)
 {
     constexpr qsizetype shown = 10;
     QString text = names.mid(0, shown).join(u'\n');
     if (names.size() > shown) {
-        text += QStringLiteral("\n… and %1 more").arg(names.size() - shown);
+        text += u'\n' + BaseTab::tr("… and %n more", nullptr, static_cast<int>(names.size() - shown));
     }
     return text;
 }
@@ -118,10 +115,9 @@ void BaseTab::take(Intake intake)
     if (!intake.badExtensions.isEmpty()) {
         Q_EMIT filesRefused(intake.badExtensions, intake.refused);
         if (m_alertsOfRefusedFiles && m_host.preferences().boolean(QStringLiteral("warnOnFilesSkipped"))) {
-            showBadFileMessage(
-                m_fileList.isEmpty()
-                    ? QStringLiteral("File types not supported by this tab")
-                    : QStringLiteral("Some files types were not recognized by this tab and were skipped"));
+            showBadFileMessage(m_fileList.isEmpty()
+                                   ? tr("File types not supported by this tab")
+                                   : tr("Some files types were not recognized by this tab and were skipped"));
         }
     }
     reportUndecodable(m_host.userInterface(), intake.undecodable);
@@ -131,9 +127,8 @@ void BaseTab::reportUndecodable(UserInterface &userInterface, const QStringList 
 {
     if (!names.isEmpty()) {
         userInterface.alert(
-            QStringLiteral(
-                "Files whose names are not valid UTF-8 were skipped. Rename them, for example with convmv, "
-                "and add them again."),
+            tr("Files whose names are not valid UTF-8 were skipped. Rename them, for example with convmv, "
+               "and add them again."),
             firstOf(names), acknowledgeButton());
     }
 }
@@ -153,9 +148,8 @@ QStringList BaseTab::getFiles(const QString &path, QSet<QString> &badExtensions)
 
 void BaseTab::addButtonClick()
 {
-    const QStringList chosen =
-        m_host.userInterface().chooseFiles(QStringLiteral("Choose files for processing"),
-                                           QStringLiteral("Add Files"), m_host.acceptedTypes(m_label));
+    const QStringList chosen = m_host.userInterface().chooseFiles(
+        tr("Choose files for processing"), tr("Add Files"), m_host.acceptedTypes(m_label));
     if (!chosen.isEmpty()) {
         addFiles(chosen);
     }
@@ -196,15 +190,14 @@ void BaseTab::reportWithoutJob(const QStringList &files, const QString &format)
 {
     if (!files.isEmpty()) {
         m_host.userInterface().alert(
-            QStringLiteral("This version can't convert these files to %1. They were left as they are.")
-                .arg(format),
+            tr("This version can't convert these files to %1. They were left as they are.").arg(format),
             firstOf(files), acknowledgeButton());
     }
 }
 
 std::optional<QString> BaseTab::chooseOutputFolder()
 {
-    return m_host.userInterface().chooseFolder(QStringLiteral("Choose output directory"));
+    return m_host.userInterface().chooseFolder(tr("Choose output directory"));
 }
 
 std::optional<QString> BaseTab::openSavePanel(const QString &message, const QString &title,
@@ -226,17 +219,17 @@ bool BaseTab::confirmDeletion(bool deleteOriginals)
         return true;
     }
     const int answer = m_host.userInterface().ask(
-        QStringLiteral("You have chosen to delete the original files.  Are you sure you want to continue?"),
-        QString(), {yes, no}, 0);
+        tr("You have chosen to delete the original files.  Are you sure you want to continue?"), QString(),
+        {tr("Yes"), tr("No")}, 0);
     return answer == 0;
 }
 
 bool BaseTab::askToOverwrite(const QString &detail)
 {
     const int answer = m_host.userInterface().ask(
-        QStringLiteral("One of the output files already exists and will be overwritten.  Are you sure you "
-                       "want to continue?"),
-        detail, {no, yes}, 0);
+        tr("One of the output files already exists and will be overwritten.  Are you sure you "
+           "want to continue?"),
+        detail, {tr("No"), tr("Yes")}, 0);
     return answer == 1;
 }
 

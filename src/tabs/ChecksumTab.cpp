@@ -21,8 +21,7 @@ namespace kruv {
 
 ChecksumTab::ChecksumTab(TabHost &host)
     : BaseTab(QStringLiteral("checksum"), host)
-    , m_commandOptions({QStringLiteral("Verify audio files"), QStringLiteral("Create checksum file"),
-                        QStringLiteral("Verify checksum files")})
+    , m_commandOptions({tr("Verify audio files"), tr("Create checksum file"), tr("Verify checksum files")})
     , m_createChecksumOptions({QStringLiteral("MD5"), QStringLiteral("ST5"), QStringLiteral("FFP")}, 3)
 {
     connect(&m_commandOptions, &Control::changed, this, &ChecksumTab::displayRelevantOptions);
@@ -146,7 +145,7 @@ std::optional<QString> ChecksumTab::placeOfList(const QStringList &files, bool s
     if (sourceSave && areAllSameDirectory(files)) {
         return placeBeside(files, plainName, extension);
     }
-    const QString title = QStringLiteral("Save %1 as...").arg(extension);
+    const QString title = tr("Save %1 as...").arg(extension);
     return openSavePanel(title, title, plainName + u'.' + extension);
 }
 
@@ -165,7 +164,7 @@ std::shared_ptr<KruvTask> ChecksumTab::createMD5(const QStringList &files, bool 
         return nullptr;
     }
     auto job = std::make_shared<CreateMD5Task>(&host().taskQueue(), files, *place);
-    job->setTitle(QStringLiteral("Creating MD5"));
+    job->setTitle(tr("Creating MD5"));
     return job;
 }
 
@@ -187,8 +186,8 @@ bool ChecksumTab::createFFP(const QStringList &flacFiles)
     if (m_sourceSaveButton.isOn()) {
         place = placeBeside(flacFiles, plainName, extension);
     } else {
-        place = openSavePanel(QStringLiteral("Save fingerprint as..."),
-                              QStringLiteral("Save fingerprint as..."), plainName + u'.' + extension);
+        place = openSavePanel(tr("Save fingerprint as..."), tr("Save fingerprint as..."),
+                              plainName + u'.' + extension);
     }
     if (!place) {
         return false;

@@ -67,9 +67,8 @@ std::shared_ptr<KruvTask> ConversionTab::makeJob(Format::JobMaker maker, const O
 
 QString ConversionTab::clashTitle()
 {
-    return QStringLiteral(
-        "One of the output files already exists and will be overwritten.  Select a different output "
-        "directory and try again");
+    return tr("One of the output files already exists and will be overwritten.  Select a different output "
+              "directory and try again");
 }
 
 } // namespace kruv

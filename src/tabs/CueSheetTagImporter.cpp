@@ -62,7 +62,7 @@ CueSheetTagImporter::Sheet CueSheetTagImporter::parse(const QString &text)
 
 std::shared_ptr<TagsObject> CueSheetTagImporter::loadTagsFromCueSheet()
 {
-    const auto path = m_userInterface.chooseFile(QStringLiteral("Choose CUE file"), {QStringLiteral("cue")});
+    const auto path = m_userInterface.chooseFile(tr("Choose CUE file"), {QStringLiteral("cue")});
     return path ? loadTagsFromCueSheet(*path) : nullptr;
 }
 
@@ -70,8 +70,8 @@ std::shared_ptr<TagsObject> CueSheetTagImporter::loadTagsFromCueSheet(const QStr
 {
     const auto text = TextFile::read(path);
     if (!text) {
-        m_userInterface.alert(QStringLiteral("%1 could not be read.").arg(PathNames::lastPathComponent(path)),
-                              {}, QStringLiteral("OK"));
+        m_userInterface.alert(tr("%1 could not be read.").arg(PathNames::lastPathComponent(path)), {},
+                              QStringLiteral("OK"));
         return nullptr;
     }
     const Sheet sheet = parse(*text);

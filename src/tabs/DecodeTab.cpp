@@ -31,7 +31,7 @@ DecodeTab::DecodeTab(TabHost &host)
     , m_outputFormatMatrix({wavFormat.label.toString(), aiffFormat.label.toString()}, 2)
 {
     m_sourceDecodeButton.tieTo(host.preferences(), QStringLiteral("decodeToSourceDirectory"));
-    m_flacOptionsLabel.setText(QStringLiteral("FLAC options"));
+    m_flacOptionsLabel.setText(tr("FLAC options"));
     showFLacOptions(false);
 }
 

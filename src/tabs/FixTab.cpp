@@ -42,7 +42,7 @@ void FixTab::displayRelevantOptions()
     m_flacLevelSlider.setEnabled(isFlac);
     m_md5Label.setHidden(!isFlac && !isShn);
     if (isFlac || isShn) {
-        m_md5Label.setText(isFlac ? QStringLiteral("FLAC Fingerprint") : QStringLiteral("MD5 Options"));
+        m_md5Label.setText(isFlac ? tr("FLAC Fingerprint") : tr("MD5 Options"));
     }
 }
 
@@ -54,7 +54,7 @@ void FixTab::executeCommand()
     }
     const auto folder = chooseOutputFolder();
     if (!folder || outputsCollide(OutputPlan(fileNames(), *folder, format),
-                                  QStringLiteral("Two of the files would give the same output"))) {
+                                  tr("Two of the files would give the same output"))) {
         return;
     }
     const bool writesFingerprints = m_flacFingerprintButton.isOn() && format == u"flac";

@@ -5,6 +5,8 @@
 
 #include "tasks/ToolOutput.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 
 namespace kruv {
@@ -15,7 +17,7 @@ QStringList labels(const FormatOption &option)
 {
     QStringList all;
     for (const OptionChoice &choice : option.choices) {
-        all.append(QString::fromUtf8(choice.label));
+        all.append(QCoreApplication::translate("FormatOption", choice.label));
     }
     return all;
 }

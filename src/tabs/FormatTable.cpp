@@ -16,8 +16,8 @@ enum Column { FileName, Length, SampleRate, BitDepth };
 
 const QStringList &titles()
 {
-    static const QStringList all{QStringLiteral("fileName"), QStringLiteral("length (min)"),
-                                 QStringLiteral("sample rate"), QStringLiteral("bit depth")};
+    static const QStringList all{QStringLiteral("fileName"), FormatTable::tr("length (min)"),
+                                 FormatTable::tr("sample rate"), FormatTable::tr("bit depth")};
     return all;
 }
 
@@ -124,7 +124,7 @@ QString FormatTable::formatText(const QString &path, int column) const
     case Length:
         return parseTimeAsString(found->time());
     case SampleRate:
-        return QStringLiteral("%1 kHz").arg(found->sampleRate / kilo);
+        return tr("%1 kHz").arg(found->sampleRate / kilo);
     default:
         return QString::number(found->bitsPerChannel);
     }

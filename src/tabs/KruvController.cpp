@@ -230,16 +230,16 @@ bool KruvController::applicationShouldTerminate()
         return true;
     }
     const int answer = m_userInterface.ask(
-        QStringLiteral("Tasks in Progress"),
-        QStringLiteral("There are %1 tasks in the queue.  Are you sure you want to quit?").arg(tasks),
-        {QStringLiteral("No"), QStringLiteral("Yes")}, 0);
+        tr("Tasks in Progress"),
+        tr("There are %n tasks in the queue.  Are you sure you want to quit?", nullptr, tasks),
+        {tr("No"), tr("Yes")}, 0);
     return answer == 1;
 }
 
 bool KruvController::windowShouldClose()
 {
-    return m_userInterface.ask(QStringLiteral("Are you sure you want to quit?"), QString(),
-                               {QStringLiteral("No"), QStringLiteral("Yes")}, 0) == 1;
+    return m_userInterface.ask(tr("Are you sure you want to quit?"), QString(), {tr("No"), tr("Yes")}, 0) ==
+           1;
 }
 
 void KruvController::applicationWillTerminate()

@@ -34,11 +34,11 @@ LossyTab::LossyTab(TabHost &host)
     , m_outputFormatMatrix(Formats::labels(m_formats), 2)
     , m_controls(m_formats, host.preferences())
 {
-    m_bitrateTextField.setText(QStringLiteral("Bit rate, kbit/s"));
-    m_frameSizeTextField.setText(QStringLiteral("Frame size, ms"));
+    m_bitrateTextField.setText(tr("Bit rate, kbit/s"));
+    m_frameSizeTextField.setText(tr("Frame size, ms"));
     m_zeroNineTextField.setText(QStringLiteral("Quality, 0 to 9"));
-    m_largerTextField.setText(QStringLiteral("Larger"));
-    m_smallerTextField.setText(QStringLiteral("Smaller"));
+    m_largerTextField.setText(tr("Larger"));
+    m_smallerTextField.setText(tr("Smaller"));
     m_zeroTo127.setText(QStringLiteral("Quality, 0 to 127"));
     m_outputFormatMatrix.tieTo(host.preferences(), QStringLiteral("lossyOutputFormat"));
     m_sourceEncodeButton.tieTo(host.preferences(), QStringLiteral("encodeLossyToSourceDirectory"));

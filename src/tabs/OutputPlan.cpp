@@ -119,8 +119,8 @@ std::optional<QString> OutputPlan::collision() const
             realFolders.of(entry.folder) + u'/' + PathNames::lastPathComponent(entry.output);
         const auto earlier = sourceOfOutput.constFind(output);
         if (earlier != sourceOfOutput.constEnd()) {
-            collisions.append(QStringLiteral("%1\nand\n%2\nwould both be written to\n%3")
-                                  .arg(*earlier, entry.source, entry.output));
+            collisions.append(
+                tr("%1\nand\n%2\nwould both be written to\n%3").arg(*earlier, entry.source, entry.output));
             continue;
         }
         sourceOfOutput.insert(output, entry.source);
@@ -131,7 +131,7 @@ std::optional<QString> OutputPlan::collision() const
     const qsizetype unnamed = collisions.size() - mostNamed;
     QString text = collisions.first(std::min(collisions.size(), mostNamed)).join(QStringLiteral("\n\n"));
     if (unnamed > 0) {
-        text += QStringLiteral("\n\nand %1 more").arg(unnamed);
+        text += QStringLiteral("\n\n") + tr("and %n more", nullptr, static_cast<int>(unnamed));
     }
     return text;
 }

@@ -5,6 +5,7 @@
 
 #include "base/ExistingFiles.h"
 
+#include <QCoreApplication>
 #include <QHash>
 #include <QString>
 #include <QStringList>
@@ -17,6 +18,7 @@ namespace kruv {
 /// Where each file of a command would be written: beside its source, or into one chosen folder.
 class OutputPlan
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::OutputPlan)
 public:
     struct Entry
     {

@@ -64,12 +64,11 @@ QStringList commandTitles()
 SHNtoolTab::SHNtoolTab(TabHost &host)
     : BaseTab(QStringLiteral("shntool"), host)
     , m_shntoolCommandMatrix(commandTitles(), 3)
-    , m_shnLenMatrix({QStringLiteral("normal len output"), QStringLiteral("show len for fileset"),
-                      QStringLiteral("show len by disc*")})
+    , m_shnLenMatrix({tr("normal len output"), tr("show len for fileset"), tr("show len by disc*")})
     , m_outputFormatMatrix(
           {QStringLiteral("SHN"), QStringLiteral("FLAC"), QStringLiteral("AIFF"), QStringLiteral("WAV")}, 2)
 {
-    m_outputFormatText.setText(QStringLiteral("Output format"));
+    m_outputFormatText.setText(tr("Output format"));
     m_shntoolCommandMatrix.tieTo(host.preferences(), QStringLiteral("shntoolCommandOption"));
     m_shnLenMatrix.tieTo(host.preferences(), QStringLiteral("shntoolLenOption"));
     m_outputFormatMatrix.tieTo(host.preferences(), QStringLiteral("shntoolOutputFormat"));
@@ -109,7 +108,8 @@ void SHNtoolTab::executeCommand()
 void SHNtoolTab::trackNamesEntered(const QStringList &names)
 {
     m_names = names;
-    m_namesText.setText(names.isEmpty() ? QString() : QStringLiteral("%1 entered").arg(names.size()));
+    m_namesText.setText(names.isEmpty() ? QString()
+                                        : tr("%n entered", nullptr, static_cast<int>(names.size())));
 }
 
 std::optional<QString> SHNtoolTab::outputFolder(bool besideSource)
@@ -202,14 +202,14 @@ std::shared_ptr<SHNToolTask> SHNtoolTab::makeReport(const QString &command) cons
 void SHNtoolTab::handleSHNtoolInfo()
 {
     const auto job = makeReport(QStringLiteral("info"));
-    job->setTitles(QStringLiteral("Running SHNTool Info"));
+    job->setTitles(tr("Running SHNTool Info"));
     host().taskQueue().addTask(job);
 }
 
 void SHNtoolTab::handleSHNtoolCompare()
 {
     const auto job = makeReport(QStringLiteral("cmp"));
-    job->setTitles(QStringLiteral("shntool compare"), QStringLiteral("Comparing"));
+    job->setTitles(tr("shntool compare"), tr("Comparing"));
     // A file that is the beginning of the other one is not the same.
     job->setFailureMark(QStringLiteral("WAVE data size differs between these files"));
     host().taskQueue().addTask(job);
@@ -260,7 +260,7 @@ void SHNtoolTab::handleSHNtoolJoin(bool besideSource, bool deleteOriginals)
     if (!folder) {
         return;
     }
-    const QString title = QStringLiteral("Save joined file as...");
+    const QString title = tr("Save joined file as...");
     const auto fileName = openSavePanel(title, title, QStringLiteral("joined.") + outputFormat());
     if (!fileName) {
         return;
@@ -274,7 +274,7 @@ void SHNtoolTab::handleSHNtoolJoin(bool besideSource, bool deleteOriginals)
 
 void SHNtoolTab::handleSHNtoolCue()
 {
-    const QString title = QStringLiteral("Save CUE sheet as");
+    const QString title = tr("Save CUE sheet as");
     if (const auto fileName = openSavePanel(title, title, QStringLiteral("cuesheet.cue"))) {
         host().taskQueue().addTask(
             std::make_shared<SHNToolCueTask>(*fileName, &host().taskQueue(), tool(), fileNames()));
@@ -283,7 +283,7 @@ void SHNtoolTab::handleSHNtoolCue()
 
 std::optional<QString> SHNtoolTab::chooseSplitPointFile()
 {
-    return host().userInterface().chooseFile(QStringLiteral("Choose file with split point data"),
+    return host().userInterface().chooseFile(tr("Choose file with split point data"),
                                              {QStringLiteral("cue"), QStringLiteral("txt")});
 }
 
@@ -300,10 +300,9 @@ void SHNtoolTab::handleSHNtoolSplit(bool besideSource)
         job->setTrackTitleMap(SplitTitles::trackTitleMap(*text, outputFormat()));
     }
     if (startIfAgreed(job) && fileList().count() > 1) {
-        host().userInterface().alert(QStringLiteral("Only the first file is split: %1")
-                                         .arg(PathNames::lastPathComponent(fileList().at(0))),
-                                     QStringLiteral("The others were left as they are."),
-                                     acknowledgeButton());
+        host().userInterface().alert(
+            tr("Only the first file is split: %1").arg(PathNames::lastPathComponent(fileList().at(0))),
+            tr("The others were left as they are."), acknowledgeButton());
     }
 }
 

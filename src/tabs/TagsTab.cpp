@@ -109,7 +109,7 @@ void TagsTab::tableViewSelectionDidChange(const QList<int> &rows)
         m_selectedFiles.append(fileList().at(row));
     }
     const qsizetype count = m_selectedFiles.size();
-    m_multipleSelectionsLabel.setText(count > 1 ? QStringLiteral("multiple selections") : QString());
+    m_multipleSelectionsLabel.setText(count > 1 ? tr("multiple selections") : QString());
     titleText().setEnabled(count == 1);
     trackText().setEnabled(count == 1);
     if (count == 1) {
@@ -227,7 +227,7 @@ void TagsTab::chooseAlbumArt()
     for (QString &type : types) {
         type = type.toLower();
     }
-    if (const auto path = host().userInterface().chooseFile(QStringLiteral("Choose album art"), types)) {
+    if (const auto path = host().userInterface().chooseFile(tr("Choose album art"), types)) {
         chooseAlbumArt(*path);
     }
 }
@@ -240,9 +240,9 @@ void TagsTab::chooseAlbumArt(const QString &path)
                 m_picturesDiffer = false;
                 albumArtImageView().show(picture);
             } else {
-                host().userInterface().alert(QStringLiteral("%1 is not a picture that can be read.")
-                                                 .arg(PathNames::lastPathComponent(path)),
-                                             {}, acknowledgeButton());
+                host().userInterface().alert(
+                    tr("%1 is not a picture that can be read.").arg(PathNames::lastPathComponent(path)), {},
+                    acknowledgeButton());
             }
         };
     });
@@ -356,9 +356,9 @@ void TagsTab::offerPicture(Command &command, const Offer &offer)
         return;
     }
     const int answer = host().userInterface().askBesidePicture(
-        QStringLiteral("Kruv has detected an image file in the source directory. Would you like to use it "
-                       "for album art?"),
-        {}, {QStringLiteral("Yes"), QStringLiteral("No")}, 0, offer.picture.preview);
+        tr("Kruv has detected an image file in the source directory. Would you like to use it "
+           "for album art?"),
+        {}, {tr("Yes"), tr("No")}, 0, offer.picture.preview);
     if (answer != 0) {
         return;
     }
@@ -377,8 +377,7 @@ void TagsTab::carryOut(const Command &command)
     Q_EMIT selectionChanged();
     if (command.tooFewNames) {
         host().userInterface().alert(
-            QStringLiteral("Error"),
-            QStringLiteral("Number of selected files to tag is greater than number of track names entered"),
+            tr("Error"), tr("Number of selected files to tag is greater than number of track names entered"),
             acknowledgeButton());
         return;
     }

@@ -79,8 +79,7 @@ void TrackNameInputController::removeCharactersFromText()
 
 std::optional<QString> TrackNameInputController::chooseTrackNamesFile()
 {
-    return m_userInterface.chooseFile(QStringLiteral("Choose file with track names"),
-                                      {QStringLiteral("txt")});
+    return m_userInterface.chooseFile(tr("Choose file with track names"), {QStringLiteral("txt")});
 }
 
 bool TrackNameInputController::loadTrackNamesFromFile()
@@ -95,10 +94,9 @@ bool TrackNameInputController::loadTrackNamesFromFile(const QString &path)
     const QStringList names = text ? TrackNameText::namesInTrackList(*text) : QStringList();
     if (names.isEmpty()) {
         m_userInterface.alert(
-            text ? QStringLiteral("There are no track names in %1.").arg(PathNames::lastPathComponent(path))
-                 : QStringLiteral("%1 could not be read.").arg(PathNames::lastPathComponent(path)),
-            text ? QStringLiteral("A track's line begins with its number, and the first number is 1.")
-                 : QString(),
+            text ? tr("There are no track names in %1.").arg(PathNames::lastPathComponent(path))
+                 : tr("%1 could not be read.").arg(PathNames::lastPathComponent(path)),
+            text ? tr("A track's line begins with its number, and the first number is 1.") : QString(),
             QStringLiteral("OK"));
         return false;
     }

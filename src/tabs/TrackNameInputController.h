@@ -21,7 +21,7 @@ class TrackNameInputController : public QObject
     Q_OBJECT
 public:
     /// Name under which trimming can be undone.
-    static QString trimUndoName() { return QStringLiteral("Trim Text"); }
+    static QString trimUndoName() { return tr("Trim Text"); }
 
     /// `userInterface` must outlive the controller.
     explicit TrackNameInputController(UserInterface &userInterface, QObject *parent = nullptr);

@@ -18,9 +18,6 @@ namespace kruv {
 
 namespace {
 
-const QString yes = QStringLiteral("Yes");
-const QString no = QStringLiteral("No");
-
 QStringList filesOfTypes(QStringList files, const QStringList &types)
 {
     files.removeIf([&types](const QString &file) { return !types.contains(PathNames::fileType(file)); });
@@ -38,10 +35,9 @@ UtilTab::UtilTab(TabHost &host, CdAccess access)
     : BaseTab(QStringLiteral("util"), host)
     , m_access(std::move(access))
     , m_table(fileList())
-    , m_commandMatrix({QStringLiteral("CD Extraction"), QStringLiteral("Batch Rename"),
-                       QStringLiteral("Flac Replay Gain"), QStringLiteral("de-emphasis"),
-                       QStringLiteral("DVD Audio Disc"), QStringLiteral("Sample Rate Conversion")})
-    , m_replayGainMatrix({QStringLiteral("Add"), QStringLiteral("Remove")}, 2)
+    , m_commandMatrix({tr("CD Extraction"), tr("Batch Rename"), tr("Flac Replay Gain"),
+                       QStringLiteral("de-emphasis"), tr("DVD Audio Disc"), tr("Sample Rate Conversion")})
+    , m_replayGainMatrix({tr("Add"), tr("Remove")}, 2)
 {
     m_sampleRateCombo.setText(sampleRates().constFirst());
     connect(&m_commandMatrix, &Control::changed, this, &UtilTab::displayRelevantOptions);
@@ -80,10 +76,9 @@ void UtilTab::chooseCommand()
         const QScopedValueRollback asking(m_asking, true);
         Q_EMIT m_commandMatrix.changed(); // the choice shows while its question is asked
         const int answer = host().userInterface().ask(
-            QStringLiteral(
-                "You have chosen \"DVD Audio Disc.\" This will scan the files in the list for format "
-                "information. Are you sure you want to continue?"),
-            QString(), {yes, no}, 0);
+            tr("You have chosen \"DVD Audio Disc.\" This will scan the files in the list for format "
+               "information. Are you sure you want to continue?"),
+            QString(), {tr("Yes"), tr("No")}, 0);
         if (answer != 0) {
             m_commandMatrix.select(m_commandMatrixLastSelectedCell);
             return;
@@ -129,13 +124,13 @@ void UtilTab::executeCommand()
 void UtilTab::batchRename()
 {
     const auto prefix = host().userInterface().enterText(
-        m_commandMatrix.selectedTitle(),
-        QStringLiteral("Enter the Prefix that you want the files to start with:"), QString());
+        m_commandMatrix.selectedTitle(), tr("Enter the Prefix that you want the files to start with:"),
+        QString());
     if (!prefix || prefix->isEmpty()) {
         return;
     }
     if (prefix->contains(u'/') || prefix->contains(QChar::Null)) {
-        return showError(QStringLiteral("A file name can't hold \"/\". No file was renamed."));
+        return showError(tr("A file name can't hold \"/\". No file was renamed."));
     }
     try {
         const auto moves = BatchRename::plan(fileNames(), *prefix);
@@ -151,7 +146,7 @@ void UtilTab::replayGain()
 {
     const QStringList files = filesOfTypes(fileNames(), {QStringLiteral("FLAC")});
     if (files.isEmpty()) {
-        return showError(QStringLiteral("No Flac files in file list"));
+        return showError(tr("No Flac files in file list"));
     }
     QStringList folders;
     QHash<QString, QStringList> filesOf;
@@ -179,7 +174,7 @@ void UtilTab::convertSampleRate()
     bool isNumber = false;
     const double number = rate.toDouble(&isNumber);
     if (!isNumber || !(number > 0 && number <= highestRate)) {
-        return showError(QStringLiteral("\"%1\" is no sample rate").arg(m_sampleRateCombo.text()));
+        return showError(tr("\"%1\" is no sample rate").arg(m_sampleRateCombo.text()));
     }
     runSox(SoxSampleRateConversionTask::suffix(),
            [this, rate](const QString &file, const QString &folder, const Results &results) {
@@ -200,7 +195,7 @@ void UtilTab::runSox(const QString &suffix, const SoxJob &makeJob)
 {
     const QStringList files = soxFiles(fileNames());
     if (files.isEmpty()) {
-        return showError(QStringLiteral("No Wav/Aiff files in file list"));
+        return showError(tr("No Wav/Aiff files in file list"));
     }
     const auto folder = chooseOutputFolder();
     if (!folder) {
@@ -210,8 +205,8 @@ void UtilTab::runSox(const QString &suffix, const SoxJob &makeJob)
     for (const QString &file : files) {
         const QString output = SoxTask::outputFor(file, *folder, suffix);
         if (sourceOf.contains(output)) {
-            return showError(QStringLiteral("\"%1\" and \"%2\" would both be written to \"%3\"")
-                                 .arg(sourceOf[output], file, output));
+            return showError(
+                tr("\"%1\" and \"%2\" would both be written to \"%3\"").arg(sourceOf[output], file, output));
         }
         sourceOf.insert(output, file);
     }
@@ -232,7 +227,7 @@ void UtilTab::runSox(const QString &suffix, const SoxJob &makeJob)
 
 void UtilTab::showError(const QString &message)
 {
-    host().userInterface().alert(QStringLiteral("Error"), message, acknowledgeButton());
+    host().userInterface().alert(tr("Error"), message, acknowledgeButton());
 }
 
 } // namespace kruv

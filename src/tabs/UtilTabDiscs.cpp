@@ -40,7 +40,7 @@ void UtilTab::addTracksOfDrive(const QString &device)
             if (tracks) {
                 addTracksOfDrive(device, *tracks);
             } else {
-                showError(QStringLiteral("There is no audio disc in %1").arg(device));
+                showError(tr("There is no audio disc in %1").arg(device));
             }
             Q_EMIT tracksOfDriveListed();
         };
@@ -54,11 +54,11 @@ QString UtilTab::getProvider(const QString &bsdName) const
         return fixed;
     }
     if (bsdName.isEmpty()) {
-        throw std::runtime_error("the files are not on an audio disc");
+        throw std::runtime_error(tr("the files are not on an audio disc").toStdString());
     }
     const QString provider = CDExtractSCSIProviderHelper(bsdName, m_access.root).runTask();
     if (provider.isEmpty()) {
-        throw std::runtime_error(QStringLiteral("there is no optical drive %1").arg(bsdName).toStdString());
+        throw std::runtime_error(tr("there is no optical drive %1").arg(bsdName).toStdString());
     }
     return provider;
 }
@@ -73,7 +73,7 @@ CDExtractTask::Request UtilTab::cdRequest(const QString &folder, const QString &
     request.discName = DiscArbitration::discName(PathNames::folderOf(request.fileNames.value(0)));
     request.outputFolder = folder;
     if (request.trackString.isEmpty()) {
-        throw std::runtime_error("no file in the list begins with the number of its track");
+        throw std::runtime_error(tr("no file in the list begins with the number of its track").toStdString());
     }
     return request;
 }
@@ -90,7 +90,7 @@ void UtilTab::extractCd()
     try {
         request = cdRequest(*folder, bsdName);
     } catch (const std::runtime_error &problem) {
-        return showError(QStringLiteral("Error %1").arg(QString::fromUtf8(problem.what())));
+        return showError(tr("Error %1").arg(QString::fromUtf8(problem.what())));
     }
     const auto existing = agreeOnExisting(CDExtractTask::outputs(request));
     if (!existing) {
@@ -156,8 +156,7 @@ bool UtilTab::tellOfMismatch()
     const bool matches = fileList().isEmpty() || m_table.commonFormat();
     if (!matches) {
         host().userInterface().alert(
-            QStringLiteral(
-                "The Files in the list must match in sample rate, bit depth and number of channels."),
+            tr("The Files in the list must match in sample rate, bit depth and number of channels."),
             QString(), acknowledgeButton());
     }
     return !matches;

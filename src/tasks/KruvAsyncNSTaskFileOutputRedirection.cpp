@@ -33,7 +33,7 @@ void KruvAsyncNSTaskFileOutputRedirection::cleanup()
     if (problem.isEmpty()) {
         results()->setHasResults(false);
     } else {
-        fail(QStringLiteral("The file %1 could not be written: %2.").arg(m_fileName, problem));
+        fail(tr("The file %1 could not be written: %2.").arg(m_fileName, problem));
     }
 }
 

@@ -5,6 +5,8 @@
 
 #include "tasks/KruvAsyncNSTask.h"
 
+#include <QCoreApplication>
+
 namespace kruv {
 
 /// Runs a tool and keeps the set's whole text in a file (UTF-8, written atomically) instead of a results
@@ -12,6 +14,7 @@ namespace kruv {
 /// fails.
 class KruvAsyncNSTaskFileOutputRedirection : public KruvAsyncNSTask
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::KruvAsyncNSTaskFileOutputRedirection)
 public:
     KruvAsyncNSTaskFileOutputRedirection(const QString &fileName, TaskCompletionSink *queue,
                                          const QString &launchPath, const QStringList &arguments);

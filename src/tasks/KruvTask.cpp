@@ -21,7 +21,7 @@ Q_LOGGING_CATEGORY(taskLog, "kruv.tasks", QtWarningMsg)
 KruvTask::KruvTask(TaskCompletionSink *queue)
     : m_queue(queue)
     , m_results(std::make_shared<KruvTaskResults>())
-    , m_topTextField{QStringLiteral("Waiting..."), RowColor::Default}
+    , m_topTextField{tr("Waiting..."), RowColor::Default}
 {
     m_results->addTaskInSet(*this);
 }
@@ -195,15 +195,15 @@ void KruvTask::startIndeterminateProgressBar()
 void KruvTask::setGuiFields()
 {
     if (cancelled()) {
-        m_textField = {QStringLiteral("Canceled"), RowColor::Red};
+        m_textField = {tr("Canceled"), RowColor::Red};
     } else if (error()) {
         qCInfo(taskLog, "%s Error", qUtf8Printable(description()));
-        m_topTextField.text = QStringLiteral("Error");
+        m_topTextField.text = tr("Error");
         m_textField.color = RowColor::Red;
         m_progressIndicator.animated = false;
     } else {
         m_textField.color = RowColor::DarkGreen;
-        m_topTextField.text = QStringLiteral("Complete");
+        m_topTextField.text = tr("Complete");
         m_progressIndicator.hidden = true;
     }
     m_cancelButton.hidden = true;

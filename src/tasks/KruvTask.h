@@ -7,6 +7,7 @@
 #include "tasks/TaskRow.h"
 #include "tasks/TaskState.h"
 
+#include <QCoreApplication>
 #include <QDateTime>
 #include <QString>
 
@@ -29,6 +30,7 @@ struct ToolEnd;
 /// Cancelling never sets `error`.
 class KruvTask : public std::enable_shared_from_this<KruvTask>
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::KruvTask)
 public:
     /// `queue` is told when the job ends; it must outlive the job. May be null in tests.
     explicit KruvTask(TaskCompletionSink *queue);

@@ -148,7 +148,7 @@ void KruvTaskQueue::endBusyPeriod()
     if (m_panelArray.isEmpty()) {
         m_userInterface.closeStatusPanel();
         setTaskNumberInDock();
-        if (!m_userInterface.notify(QStringLiteral("Kruv task(s) completed"))) {
+        if (!m_userInterface.notify(tr("Kruv task(s) completed"))) {
             m_userInterface.requestAttention();
         }
     }
@@ -168,7 +168,7 @@ void KruvTaskQueue::showResultsOf(const KruvTask &task)
 
 void KruvTaskQueue::showOutputWindow(const QString &text, const QString &title)
 {
-    m_userInterface.openResultsWindow(text, title.isEmpty() ? QStringLiteral("Output") : title);
+    m_userInterface.openResultsWindow(text, title.isEmpty() ? tr("Output") : title);
 }
 
 void KruvTaskQueue::taskRowChanged(KruvTask &task)
@@ -229,7 +229,7 @@ void KruvTaskQueue::preventSleep()
         return;
     }
     // The assertion is given back at once: asking once per busy period is all that is wanted of it.
-    if (const auto assertion = m_power->createAssertion(QStringLiteral("Kruv task running"))) {
+    if (const auto assertion = m_power->createAssertion(tr("Kruv task running"))) {
         m_assertionId = *assertion;
         m_power->releaseAssertion(m_assertionId);
         m_noSleep = true;

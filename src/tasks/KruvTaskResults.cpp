@@ -43,7 +43,7 @@ void KruvTaskResults::append(Entry &entry, const QString &text)
     }
     entry.text += QStringView(text).left(room);
     m_setLength += room;
-    entry.text += QStringLiteral("\n[The rest of this output was left out.]\n");
+    entry.text += tr("\n[The rest of this output was left out.]\n");
     entry.truncated = true;
 }
 

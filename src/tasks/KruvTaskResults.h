@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <QCoreApplication>
 #include <QString>
 
 #include <memory>
@@ -18,6 +19,7 @@ class KruvTask;
 /// that text is worth showing. Safe from any thread.
 class KruvTaskResults
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::KruvTaskResults)
 public:
     /// Longest text kept for one job, in UTF-16 units. What a flooding tool prints beyond it is left out, and
     /// said so.

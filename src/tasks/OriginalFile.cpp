@@ -8,7 +8,18 @@
 #include "tasks/StagedOutputs.h"
 #include "tasks/TaskCompletionSink.h"
 
+#include <QCoreApplication>
+
 namespace kruv::OriginalFile {
+
+namespace {
+
+struct Text
+{
+    Q_DECLARE_TR_FUNCTIONS(kruv::OriginalFile)
+};
+
+} // namespace
 
 void deleteAfterCommit(KruvTask &task, const QString &source, const StagedOutputs &outputs)
 {
@@ -16,16 +27,16 @@ void deleteAfterCommit(KruvTask &task, const QString &source, const StagedOutput
         return;
     }
     if (outputs.committed().isEmpty() || !outputs.isDurable()) {
-        keep(task, source, QStringLiteral("its output is missing, empty or not safely on the disk"));
+        keep(task, source, Text::tr("its output is missing, empty or not safely on the disk"));
     } else if (!Util::deleteFile(source, task.queue()->preferences())) {
-        keep(task, source, QStringLiteral("it could not be deleted; its output is complete"));
+        keep(task, source, Text::tr("it could not be deleted; its output is complete"));
     }
 }
 
 void keep(KruvTask &task, const QString &source, const QString &reason)
 {
     task.setError(true);
-    task.results()->appendLine(QStringLiteral("The original %1 was kept: %2.").arg(source, reason), task);
+    task.results()->appendLine(Text::tr("The original %1 was kept: %2.").arg(source, reason), task);
 }
 
 } // namespace kruv::OriginalFile

@@ -14,9 +14,9 @@ namespace kruv {
 
 namespace {
 
-[[noreturn]] void refuse(const char *text, const QString &path)
+[[noreturn]] void refuse(const QString &sentence)
 {
-    throw std::runtime_error(QCoreApplication::translate("OutputTask", text).arg(path).toStdString());
+    throw std::runtime_error(sentence.toStdString());
 }
 
 } // namespace
@@ -52,7 +52,7 @@ std::vector<FileStamp> OutputTask::stampSources() const
     for (const QString &source : sources()) {
         const auto stamp = FileStamp::of(source);
         if (!stamp) {
-            refuse("%1 is missing or is no file that can be read.", source);
+            refuse(tr("%1 is missing or is no file that can be read.").arg(source));
         }
         stamps.push_back(*stamp);
     }
@@ -65,7 +65,8 @@ void OutputTask::requireUnchanged(const std::vector<FileStamp> &stamps) const
     for (std::size_t index = 0; index < stamps.size(); ++index) {
         const QString &source = files[static_cast<qsizetype>(index)];
         if (FileStamp::of(source) != stamps[index]) {
-            refuse("%1 was changed or removed while it was read. Nothing was made of it; try again.", source);
+            refuse(tr("%1 was changed or removed while it was read. Nothing was made of it; try again.")
+                       .arg(source));
         }
     }
 }

@@ -7,6 +7,8 @@
 #include "tasks/StagedOutputs.h"
 #include "tasks/StagedTask.h"
 
+#include <QCoreApplication>
+
 #include <vector>
 
 namespace kruv {
@@ -17,6 +19,7 @@ namespace kruv {
 /// name.
 class OutputTask : public StagedTask
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::OutputTask)
 public:
     /// What there is under an output's name is replaced when the new file is complete; else it stays and the
     /// job fails. Before the start.

@@ -5,7 +5,6 @@
 
 #include "base/PathNames.h"
 
-#include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
 
@@ -16,11 +15,6 @@ namespace kruv {
 
 namespace {
 
-QString tr(const char *text)
-{
-    return QCoreApplication::translate("StagedOutputs", text);
-}
-
 [[noreturn]] void fail(const QString &text)
 {
     throw std::runtime_error(text.toStdString());
@@ -28,7 +22,10 @@ QString tr(const char *text)
 
 [[noreturn]] void failAsTaken(const QString &path)
 {
-    fail(tr("The output %1 already exists and was left as it is.").arg(path));
+    fail(StagedOutputs::tr(
+             "The output %1 already exists and was left as it is. Move the existing file away or choose "
+             "another output folder.")
+             .arg(path));
 }
 
 } // namespace

@@ -6,6 +6,7 @@
 #include "tasks/FileCommit.h"
 #include "tasks/StagingFolder.h"
 
+#include <QCoreApplication>
 #include <QStringList>
 
 #include <map>
@@ -19,6 +20,7 @@ namespace kruv {
 /// vanishes with the object. Any thread, one at a time; throws std::runtime_error in words for a person.
 class StagedOutputs
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::StagedOutputs)
 public:
     /// What the rule for existing files is, for all outputs alike.
     explicit StagedOutputs(FileCommit::Existing existing);

@@ -27,10 +27,9 @@ namespace {
 
 [[noreturn]] void cannotWrite(const QString &folder, int error)
 {
-    throw std::runtime_error(
-        QCoreApplication::translate("StagingFolder", "Nothing can be written in the output folder %1: %2.")
-            .arg(folder, systemErrorText(error))
-            .toStdString());
+    throw std::runtime_error(StagingFolder::tr("Nothing can be written in the output folder %1: %2.")
+                                 .arg(folder, systemErrorText(error))
+                                 .toStdString());
 }
 
 /// Looking once is enough: what this process leaves behind it removes by itself.

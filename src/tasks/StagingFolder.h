@@ -5,6 +5,7 @@
 
 #include "tasks/StagingReuse.h"
 
+#include <QCoreApplication>
 #include <QString>
 
 namespace kruv {
@@ -14,6 +15,7 @@ namespace kruv {
 /// It goes with the object, and what was not moved out of it goes too. Any thread.
 class StagingFolder
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::StagingFolder)
 public:
     /// Makes one inside `folder`. Throws std::runtime_error, in words for a person, when nothing can be
     /// written there.

@@ -5,6 +5,7 @@
 
 #include "platform/Resources.h"
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
 
@@ -15,6 +16,11 @@
 namespace kruv::ToolCatalog {
 
 namespace {
+
+struct Text
+{
+    Q_DECLARE_TR_FUNCTIONS(kruv::ToolCatalog)
+};
 
 constexpr ToolInfo tools[] = {
 #include "ToolTable.inc"
@@ -38,19 +44,20 @@ QString missingToolMessage(const QString &launchPath)
 {
     const QString name = QFileInfo(launchPath).fileName();
     const ToolInfo *info = infoFor(name);
-    QString message = QStringLiteral("The tool \"%1\" can't be run: it isn't an executable file at %2.")
-                          .arg(name, launchPath);
+    QStringList sentences{
+        Text::tr("The tool \"%1\" can't be run: it isn't an executable file at %2.").arg(name, launchPath)};
     if (info && info->package) {
-        message += QStringLiteral(" The package \"%1\" brings it (sudo apt-get install %1).")
-                       .arg(QLatin1StringView(info->package));
+        sentences << Text::tr("The package \"%1\" brings it (sudo apt-get install %1).")
+                         .arg(QLatin1StringView(info->package));
     } else if (info && info->builtWith) {
-        message += QStringLiteral(" It is built with this program where \"%1\" is installed: enable Debian's "
-                                  "non-free component, sudo apt-get install %1, and build Kruv again.")
-                       .arg(QLatin1StringView(info->builtWith));
+        sentences << Text::tr(
+                         "It is built with this program where \"%1\" is installed: enable Debian's non-free "
+                         "component, sudo apt-get install %1, and build Kruv again.")
+                         .arg(QLatin1StringView(info->builtWith));
     } else if (info) {
-        message += QStringLiteral(" It belongs to this program: build or install Kruv again.");
+        sentences << Text::tr("It belongs to this program: build or install Kruv again.");
     }
-    return message;
+    return sentences.join(u' ');
 }
 
 QString launchFailureMessage(const QString &launchPath, const QString &problem)
@@ -58,7 +65,7 @@ QString launchFailureMessage(const QString &launchPath, const QString &problem)
     if (!isLaunchable(launchPath)) {
         return missingToolMessage(launchPath);
     }
-    return QStringLiteral("The tool \"%1\" at %2 could not be started: %3")
+    return Text::tr("The tool \"%1\" at %2 could not be started: %3")
         .arg(QFileInfo(launchPath).fileName(), launchPath, problem);
 }
 

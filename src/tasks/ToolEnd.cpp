@@ -3,12 +3,22 @@
 
 #include "tasks/ToolEnd.h"
 
+#include <QCoreApplication>
 #include <QFileInfo>
 
 #include <cstring>
 #include <stdexcept>
 
 namespace kruv {
+
+namespace {
+
+struct Text
+{
+    Q_DECLARE_TR_FUNCTIONS(kruv::ToolEnd)
+};
+
+} // namespace
 
 QString ToolEnd::complaint(const QString &launchPath) const
 {
@@ -17,12 +27,14 @@ QString ToolEnd::complaint(const QString &launchPath) const
     case Kind::NotLaunched:
         return problem + u'\n';
     case Kind::Signalled:
-        return QStringLiteral("%1 was ended by signal %2 (%3).\n")
-            .arg(tool, QString::number(number), QString::fromLocal8Bit(strsignal(number)));
+        return Text::tr("%1 was ended by signal %2 (%3).")
+                   .arg(tool, QString::number(number), QString::fromLocal8Bit(strsignal(number))) +
+               u'\n';
     case Kind::Exited:
         return succeeded() || printedText ? QString()
-                                          : QStringLiteral("%1 ended with status %2 and said nothing.\n")
-                                                .arg(tool, QString::number(number));
+                                          : Text::tr("%1 ended with status %2 and said nothing.")
+                                                    .arg(tool, QString::number(number)) +
+                                                u'\n';
     case Kind::Ended:
         break;
     }

@@ -6,11 +6,17 @@
 #include "base/PathNames.h"
 #include "tasks/FileCommit.h"
 
+#include <QCoreApplication>
 #include <QLoggingCategory>
 
 namespace kruv::BatchRename {
 
 namespace {
+
+struct Text
+{
+    Q_DECLARE_TR_FUNCTIONS(kruv::BatchRename)
+};
 
 Q_LOGGING_CATEGORY(renameLog, "kruv.util", QtWarningMsg)
 
@@ -36,12 +42,12 @@ void requirePossible(const QList<Move> &moves)
 {
     for (const Move &each : moves) {
         if (FileCommit::isTaken(each.to)) {
-            throw Refused(QStringLiteral("File at \"%1\" already exists").arg(each.to));
+            throw Refused(Text::tr("File at \"%1\" already exists").arg(each.to));
         }
     }
     for (const Move &each : moves) {
         if (!FileCommit::isTaken(each.from)) {
-            throw Refused(QStringLiteral("File at \"%1\" is gone. No file was renamed.").arg(each.from));
+            throw Refused(Text::tr("File at \"%1\" is gone. No file was renamed.").arg(each.from));
         }
     }
 }
@@ -75,14 +81,16 @@ void carryOut(const QList<Move> &moves)
         if (!problem) {
             continue;
         }
-        QString reason = QStringLiteral("\"%1\" could not be renamed to \"%2\": %3.")
-                             .arg(each.from, PathNames::lastPathComponent(each.to), problem->text);
         const QStringList stuck = takeBack(moves, done);
-        reason += stuck.isEmpty() ? QStringLiteral(" No file was renamed.")
-                                  : QStringLiteral(" These files have their new names already and could not "
-                                                   "be put back:\n") +
-                                        stuck.join(u'\n');
-        throw Refused(reason);
+        const QString reason =
+            stuck.isEmpty()
+                ? Text::tr("\"%1\" could not be renamed to \"%2\": %3. No file was renamed.")
+                : Text::tr("\"%1\" could not be renamed to \"%2\": %3. These files have their new names "
+                           "already and could not be put back:\n%4");
+        // Names may look like places for arguments, so all go in at once.
+        const QString newName = PathNames::lastPathComponent(each.to);
+        throw Refused(stuck.isEmpty() ? reason.arg(each.from, newName, problem->text)
+                                      : reason.arg(each.from, newName, problem->text, stuck.join(u'\n')));
     }
 }
 

@@ -92,7 +92,7 @@ CDExtractTask::CDExtractTask(TaskCompletionSink *queue, const QString &launchPat
     , m_disc(std::move(disc))
 {
     const QStringList halves = m_request.trackString.split(u'+');
-    setTitle(QStringLiteral("CD Tracks %1 - %2").arg(halves.value(0), halves.value(1)));
+    setTitle(tr("CD Tracks %1 - %2").arg(halves.value(0), halves.value(1)));
     setTextFieldString(title());
     publish(&KruvTask::setTextFieldValue);
 }
@@ -114,7 +114,7 @@ void CDExtractTask::make(StagedOutputs &outputs)
     runTool(
         m_launchPath, arguments(m_request), [this](const QString &piece) { processTaskOutput(piece); },
         staging);
-    showStatus(QStringLiteral("Renaming CD Tracks"));
+    showStatus(tr("Renaming CD Tracks"));
     if (m_range.first == m_range.last) {
         // Tools number a single file as well when they are asked for one file a track.
         QFile::rename(staging + u'/' + toolName(m_range.first), staging + u'/' + oneFile);
@@ -122,7 +122,7 @@ void CDExtractTask::make(StagedOutputs &outputs)
     if (error()) {
         keepWholeTracks(outputs);
     }
-    showStatus(QStringLiteral("Writing Log File"));
+    showStatus(tr("Writing Log File"));
     writeLog(log);
 }
 
@@ -160,7 +160,7 @@ void CDExtractTask::processTaskOutput(const QString &text)
     }
     appendResults(CdOutput::stripPercent(text));
     for (const QString &percentage : CdOutput::percentages(text)) {
-        setTopTextFieldString(QStringLiteral("Extracting CD Track: %1%").arg(percentage));
+        setTopTextFieldString(tr("Extracting CD Track: %1%").arg(percentage));
         setProgressIndicatorValue(ToolOutput::leadingNumber(percentage));
         publish(&KruvTask::updateStatus);
     }

@@ -28,7 +28,7 @@ DVDAuthorTask::DVDAuthorTask(TaskCompletionSink *queue, const QStringList &fileN
     , m_fileNames(fileNames)
     , m_outputPath(outputPath)
 {
-    setTitle(QStringLiteral("DVD Audio Disc"));
+    setTitle(tr("DVD Audio Disc"));
     setTextFieldString(title());
     publish(&KruvTask::setTextFieldValue);
 }
@@ -51,10 +51,10 @@ void DVDAuthorTask::make(StagedOutputs &outputs)
     outputs.add(imageIn(m_outputPath));
     const QString log = outputs.add(logIn(m_outputPath));
     const QString staging = outputs.stagingFor(m_outputPath);
-    showStatus(QStringLiteral("Authoring AUDIO_TS directory"));
+    showStatus(tr("Authoring AUDIO_TS directory"));
     authorDisc(staging);
     if (mayGoOn()) {
-        showStatus(QStringLiteral("Making .ISO Image"));
+        showStatus(tr("Making .ISO Image"));
         makeImage(staging);
     }
     if (error()) {
@@ -82,7 +82,7 @@ void DVDAuthorTask::processDVDATaskOutput(const QString &piece)
     }
     const QString path = rest.mid(end + separator.size()).section(u'\n', 0, 0);
     const int number = rest.left(end).toInt();
-    setTopTextFieldString(QStringLiteral("Processing: %1").arg(PathNames::lastPathComponent(path)));
+    setTopTextFieldString(tr("Processing: %1").arg(PathNames::lastPathComponent(path)));
     setProgressIndicatorValue(half * (number - 1) / static_cast<double>(m_fileNames.size()));
     publish(&KruvTask::updateStatus);
 }

@@ -5,12 +5,15 @@
 
 #include "tasks/OutputTask.h"
 
+#include <QCoreApplication>
+
 namespace kruv {
 
 /// Makes a DVD-Audio disc image, "image.iso", of PCM files that share one format. The log of the authoring
 /// tool, "log.txt", stays beside it; after a failure it is in the results instead.
 class DVDAuthorTask : public OutputTask
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::DVDAuthorTask)
 public:
     /// `fileNames` in the order of the disc.
     DVDAuthorTask(TaskCompletionSink *queue, const QStringList &fileNames, const QString &outputPath);

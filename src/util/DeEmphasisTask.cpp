@@ -8,11 +8,11 @@ namespace kruv {
 DeEmphasisTask::DeEmphasisTask(TaskCompletionSink *queue, const QString &fileName, const QString &outputPath,
                                std::shared_ptr<KruvTaskResults> results)
     : SoxTask(queue, fileName, outputPath,
-              {.status = QStringLiteral("Applying DeEmphasis"),
+              {.status = tr("Applying DeEmphasis"),
                .suffix = suffix(),
                .effect = {QStringLiteral("deemph")},
-               .progress = QStringLiteral("Applying de-emphasis"),
-               .failure = QStringLiteral("Error in deemph %1"),
+               .progress = tr("Applying de-emphasis: %1%"),
+               .failure = tr("Error in deemph %1"),
                .taggedTypes = {QStringLiteral("FLAC"), QStringLiteral("AIF"), QStringLiteral("AIFF")}},
               std::move(results))
 {

@@ -5,11 +5,14 @@
 
 #include "util/SoxTask.h"
 
+#include <QCoreApplication>
+
 namespace kruv {
 
 /// Takes the pre-emphasis of some early discs out of one sound file.
 class DeEmphasisTask : public SoxTask
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::DeEmphasisTask)
 public:
     /// What the output's name has before its extension.
     static QString suffix() { return QStringLiteral("-deemph"); }

@@ -15,8 +15,7 @@ ReplayGainTask::ReplayGainTask(TaskCompletionSink *queue, const QString &launchP
                           files)
     , m_folder(PathNames::folderOf(files.value(0)))
 {
-    setTitle(what == What::Add ? QStringLiteral("Adding FLAC replay gain")
-                               : QStringLiteral("Removing FLAC replay gain"));
+    setTitle(what == What::Add ? tr("Adding FLAC replay gain") : tr("Removing FLAC replay gain"));
     setTextFieldString(title());
     publish(&KruvTask::setTextFieldValue);
 }

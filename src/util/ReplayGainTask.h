@@ -5,11 +5,14 @@
 
 #include "tasks/KruvAsyncNSTask.h"
 
+#include <QCoreApplication>
+
 namespace kruv {
 
 /// Writes replay gain into the FLAC files of one folder, whose album gain spans them, or takes it out.
 class ReplayGainTask : public KruvAsyncNSTask
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::ReplayGainTask)
 public:
     enum class What { Add, Remove };
 

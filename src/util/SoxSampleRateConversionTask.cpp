@@ -9,11 +9,11 @@ SoxSampleRateConversionTask::SoxSampleRateConversionTask(TaskCompletionSink *que
                                                          const QString &sampleRate, const QString &outputPath,
                                                          std::shared_ptr<KruvTaskResults> results)
     : SoxTask(queue, fileName, outputPath,
-              {.status = QStringLiteral("Converting Sample Rate to %1 kHz").arg(sampleRate),
+              {.status = tr("Converting Sample Rate to %1 kHz").arg(sampleRate),
                .suffix = suffix(),
                .effect = {QStringLiteral("rate"), sampleRate + u'k'},
-               .progress = QStringLiteral("Converting Sample Rate"),
-               .failure = QStringLiteral("Error in sample rate conversion %1"),
+               .progress = tr("Converting Sample Rate: %1%"),
+               .failure = tr("Error in sample rate conversion %1"),
                .taggedTypes = {QStringLiteral("AIF"), QStringLiteral("AIFF")},
                .sampleRate = sampleRate.toDouble() * 1000},
               std::move(results))

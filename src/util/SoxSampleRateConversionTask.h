@@ -5,11 +5,14 @@
 
 #include "util/SoxTask.h"
 
+#include <QCoreApplication>
+
 namespace kruv {
 
 /// Converts one sound file to another sample rate.
 class SoxSampleRateConversionTask : public SoxTask
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::SoxSampleRateConversionTask)
 public:
     /// What the output's name has before its extension.
     static QString suffix() { return QStringLiteral("-converted"); }

@@ -48,7 +48,7 @@ std::shared_ptr<TagsObject> SoxTask::readTags()
     if (!m_recipe.taggedTypes.contains(type)) {
         return nullptr;
     }
-    showStatus(type == u"FLAC" ? QStringLiteral("Copying FLAC Tags") : QStringLiteral("Copying Aiff Tags"));
+    showStatus(type == u"FLAC" ? tr("Copying FLAC Tags") : tr("Copying Aiff Tags"));
     return TagFormats::read(fileName());
 }
 
@@ -87,7 +87,7 @@ void SoxTask::dress(StagedOutputs &outputs)
 
 void SoxTask::committed(const StagedOutputs &)
 {
-    appendResults(title() + QStringLiteral("  - Done\n\n\n"));
+    appendResults(tr("%1  - Done").arg(title()) + QStringLiteral("\n\n\n"));
 }
 
 void SoxTask::processTaskOutput(const QString &piece)
@@ -99,7 +99,7 @@ void SoxTask::processTaskOutput(const QString &piece)
     bool isNumber = false;
     const double percentage = text.toDouble(&isNumber);
     if (isNumber) {
-        showProgress(m_recipe.progress + QStringLiteral(": %1%").arg(percentage, 0, 'f', 6), percentage);
+        showProgress(m_recipe.progress.arg(percentage, 0, 'f', 6), percentage);
     } else if (!text.isEmpty()) {
         qCWarning(soxLog, "%s", qUtf8Printable(m_recipe.failure.arg(piece)));
     }

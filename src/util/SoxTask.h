@@ -31,7 +31,7 @@ protected:
         QString status;
         QString suffix; ///< of the output's name
         QStringList effect;
-        QString progress; ///< what stands before the percentage
+        QString progress; ///< with a place for the percentage
         QString failure;  ///< what a log says before the output that could not be read
         QStringList taggedTypes;
         double sampleRate = 0; ///< of the output, in Hz; 0 means the source's own

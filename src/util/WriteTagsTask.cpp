@@ -29,10 +29,11 @@ QString refusal(const QString &path)
 {
     const QFileInfo info(path);
     if (!info.exists()) {
-        return QStringLiteral("The file is not there any more.");
+        return WriteTagsTask::tr("The file is not there any more.");
     }
-    return info.isWritable() ? QStringLiteral("Its disk may be full, or a picture or text too large for it.")
-                             : QStringLiteral("The file may not be written to.");
+    return info.isWritable()
+               ? WriteTagsTask::tr("Its disk may be full, or a picture or text too large for it.")
+               : WriteTagsTask::tr("The file may not be written to.");
 }
 
 } // namespace
@@ -72,7 +73,7 @@ void WriteTagsTask::doStartTask()
     if (!startFinishing() || !TagFormats::isWritten(m_type)) {
         return;
     }
-    setTopTextFieldString(QStringLiteral("Writing %1 tags").arg(m_type));
+    setTopTextFieldString(tr("Writing %1 tags").arg(m_type));
     publish(&KruvTask::setTopTextFieldValue);
     try {
         write();
@@ -95,8 +96,8 @@ void WriteTagsTask::failToWrite(const QString &reason)
 {
     // A set of thousands is worth showing when one of them failed.
     results()->setHasResults(true);
-    fail(QStringLiteral("Error writing tags to file:\n%1").arg(m_fileName) +
-         (reason.isEmpty() ? QString() : u'\n' + reason));
+    const QString what = tr("Error writing tags to file:\n%1").arg(m_fileName);
+    fail(reason.isEmpty() ? what : what + u'\n' + reason);
 }
 
 void WriteTagsTask::stopTask()

@@ -6,6 +6,8 @@
 #include "tags/TagsObject.h"
 #include "tasks/KruvTask.h"
 
+#include <QCoreApplication>
+
 #include <atomic>
 #include <memory>
 
@@ -15,6 +17,7 @@ namespace kruv {
 /// they were started.
 class WriteTagsTask : public KruvTask
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::WriteTagsTask)
 public:
     /// `type` is the file's upper-case extension; a file of a type that has no writer is left as it is.
     WriteTagsTask(TaskCompletionSink *queue, const QString &fileName, const QString &type,

@@ -10,6 +10,8 @@
 #include "formats/aac/EncodeAACTask.h"
 #include "tags/TagAccess.h"
 
+#include <QtGlobal>
+
 namespace kruv {
 
 namespace {
@@ -24,8 +26,9 @@ bool isAac(const FileStart &start)
     return start.bytes().mid(4, 4) == "ftyp" && !appleLosslessFormat.isContent(start);
 }
 
-const TranscodeRecipe recipe{
-    .firstStatus = "Encoding to AAC", .rules = LossySources::aac, .readsAnything = true};
+const TranscodeRecipe recipe{.firstStatus = QT_TRANSLATE_NOOP("kruv::ConversionTask", "Encoding to AAC"),
+                             .rules = LossySources::aac,
+                             .readsAnything = true};
 
 } // namespace
 

@@ -41,7 +41,7 @@ QString EncodeAACTask::getEncoderSettingsForTag() const
 
 void EncodeAACTask::encode(const QString &input)
 {
-    showStatus(QStringLiteral("Encoding to AAC"));
+    showStatus(tr("Encoding to AAC"));
     EncodeCoreAudioSync converter(*this, input, staged(), FormatType::Aac, FileType::M4af);
     const int mode = chosen().number(AacOptions::mode);
     const auto number = static_cast<std::uint32_t>(level());
@@ -65,13 +65,13 @@ void EncodeAACTask::writeTags()
 void EncodeAACTask::copyTags()
 {
     if (const SourceRule *special = rule(); special && special->tagStatus) {
-        showStatus(QString::fromUtf8(special->tagStatus));
+        showStatus(ConversionTask::tr(special->tagStatus));
     } else if (sourceFormat().tags) {
         showStatus(tr("Copying %1 Tags").arg(sourceFormat().label));
     }
     try {
         writeTags();
-        showStatus(QStringLiteral("Making Gapless"));
+        showStatus(tr("Making Gapless"));
         AACTagsHelper().makeGapless(staged());
     } catch (const std::exception &failure) {
         tagsNotCopied(QString::fromUtf8(failure.what()));

@@ -12,6 +12,8 @@
 #include "formats/wavpack/WavpackTool.h"
 #include "tags/TagAccess.h"
 
+#include <QtGlobal>
+
 namespace kruv {
 
 namespace {
@@ -23,18 +25,25 @@ constexpr AudioLimits limits{bits, 8, 1, 384'000};
 
 // The decoders as this encoder uses them: it spells WAV in capitals.
 const ToolStep shntoolToWav{"shntool", ShntoolConversion::decode, ShntoolConversion::read,
-                            "Decoding to WAV: %1%"};
+                            QT_TRANSLATE_NOOP("kruv::ConversionTask", "Decoding to WAV: %1%")};
 const ToolStep wvunpackToWav{"wvunpack", WavpackTool::decodeToTemporary, WavpackTool::read,
-                             "Decoding to WAV: %1%"};
+                             QT_TRANSLATE_NOOP("kruv::ConversionTask", "Decoding to WAV: %1%")};
 const SourceRule rules[] = {
-    {&shortenFormat, "Decoding SHN to Wav", &shntoolToWav},
-    {&flacFormat, "Decoding FLAC to Wav", nullptr, "Copying FLAC Tags", "Decoding to WAV: %1%"},
-    {&monkeysAudioFormat, "Decoding APE to Wav", nullptr, "Copying APE Tags"},
-    {&wavpackFormat, "Decoding Wavepack to Wav", &wvunpackToWav, "Copying Wavpack Tags"},
-    {&ttaFormat, "Decoding TTA to Wav", nullptr, "Copying TTA Tags"},
+    {&shortenFormat, QT_TRANSLATE_NOOP("kruv::ConversionTask", "Decoding SHN to Wav"), &shntoolToWav},
+    {&flacFormat, QT_TRANSLATE_NOOP("kruv::ConversionTask", "Decoding FLAC to Wav"), nullptr,
+     QT_TRANSLATE_NOOP("kruv::ConversionTask", "Copying FLAC Tags"),
+     QT_TRANSLATE_NOOP("kruv::ConversionTask", "Decoding to WAV: %1%")},
+    {&monkeysAudioFormat, QT_TRANSLATE_NOOP("kruv::ConversionTask", "Decoding APE to Wav"), nullptr,
+     QT_TRANSLATE_NOOP("kruv::ConversionTask", "Copying APE Tags")},
+    {&wavpackFormat, QT_TRANSLATE_NOOP("kruv::ConversionTask", "Decoding Wavepack to Wav"), &wvunpackToWav,
+     QT_TRANSLATE_NOOP("kruv::ConversionTask", "Copying Wavpack Tags")},
+    {&ttaFormat, QT_TRANSLATE_NOOP("kruv::ConversionTask", "Decoding TTA to Wav"), nullptr,
+     QT_TRANSLATE_NOOP("kruv::ConversionTask", "Copying TTA Tags")},
 };
-const TranscodeRecipe recipe{
-    .firstStatus = "Encoding to Apple Lossless", .rules = rules, .readsAnything = true};
+const TranscodeRecipe recipe{.firstStatus =
+                                 QT_TRANSLATE_NOOP("kruv::ConversionTask", "Encoding to Apple Lossless"),
+                             .rules = rules,
+                             .readsAnything = true};
 
 bool isAppleLossless(const FileStart &start)
 {

@@ -22,7 +22,7 @@ void EncodeALACTask::makeOutput()
     try {
         TranscodeTask::makeOutput();
     } catch (const std::exception &failure) {
-        fail(QStringLiteral("Error converting file %1 to Apple Lossless:\n%2")
+        fail(tr("Error converting file %1 to Apple Lossless:\n%2")
                  .arg(fileName(), QString::fromUtf8(failure.what())));
     }
 }
@@ -39,7 +39,7 @@ void EncodeALACTask::dress(StagedOutputs &outputs)
     } else {
         TagCopy::write(appleLosslessFormat, staged(), TagsObject()); // puts the index before the audio
     }
-    showStatus(QStringLiteral("Making Gapless"));
+    showStatus(tr("Making Gapless"));
     AACTagsHelper().makeGapless(staged());
 }
 

@@ -26,7 +26,7 @@ void DecodeFlacTask::dress(StagedOutputs &)
     if (!makesAiff()) {
         return;
     }
-    showStatus(QStringLiteral("Copying Flac Tags"));
+    showStatus(tr("Copying Flac Tags"));
     try {
         TagCopy::copy(sourceFormat(), fileName(), aiffFormat, staged());
     } catch (const std::exception &) {

@@ -68,8 +68,7 @@ void EncodeFlacTask::encode(const QString &input)
 
 void EncodeFlacTask::encodeThroughShntool()
 {
-    const QString progress =
-        QStringLiteral("Encoding %1 to Flac: ").arg(sourceFormat().label) + QStringLiteral("%1%");
+    const QString progress = tr("Encoding %1 to Flac: %2").arg(sourceFormat().label, QStringLiteral("%1%"));
     const auto request =
         FlacTool::encodeRequest({.input = fileName(), .output = staged(), .options = chosen()});
     runShntool(FlacCommandLine::encodeByShntool(request, PathNames::folderOf(staged())),
@@ -90,7 +89,7 @@ void EncodeFlacTask::copyTags()
         return; // the tool takes everything over
     }
     if (&sourceFormat() == &aiffFormat) {
-        showStatus(QStringLiteral("Reading AIFF Tags"));
+        showStatus(tr("Reading AIFF Tags"));
     }
     TranscodeTask::copyTags();
 }

@@ -12,6 +12,8 @@
 #include "formats/flac/VerifyFlacTask.h"
 #include "tags/TagAccess.h"
 
+#include <QtGlobal>
+
 namespace kruv {
 
 namespace {
@@ -24,29 +26,44 @@ constexpr const FormatOption *options[] = {&FlacOptions::level, &FlacOptions::ve
                                            &FlacOptions::keepForeignMetadata, &FlacOptions::fingerprints};
 
 const SourceRule rules[] = {
-    {&appleLosslessFormat, "Encoding Apple Lossless to Flac", nullptr, "Writing Flac Tags"},
-    {&wavpackFormat, "Encoding Wavpack to FLAC", nullptr, "Writing FLAC Tags"},
-    {&monkeysAudioFormat, nullptr, nullptr, "Writing Flac Tags"},
-    {&aiffFormat, nullptr, nullptr, "Writing Flac Tags"},
+    {&appleLosslessFormat, QT_TRANSLATE_NOOP("kruv::ConversionTask", "Encoding Apple Lossless to Flac"),
+     nullptr, QT_TRANSLATE_NOOP("kruv::ConversionTask", "Writing Flac Tags")},
+    {&wavpackFormat, QT_TRANSLATE_NOOP("kruv::ConversionTask", "Encoding Wavpack to FLAC"), nullptr,
+     QT_TRANSLATE_NOOP("kruv::ConversionTask", "Writing FLAC Tags")},
+    {&monkeysAudioFormat, nullptr, nullptr, QT_TRANSLATE_NOOP("kruv::ConversionTask", "Writing Flac Tags")},
+    {&aiffFormat, nullptr, nullptr, QT_TRANSLATE_NOOP("kruv::ConversionTask", "Writing Flac Tags")},
 };
-const TranscodeRecipe recipe{.firstStatus = "Encoding to Flac", .encoder = FlacTool::encode, .rules = rules};
+const TranscodeRecipe recipe{.firstStatus = QT_TRANSLATE_NOOP("kruv::ConversionTask", "Encoding to Flac"),
+                             .encoder = FlacTool::encode,
+                             .rules = rules};
 
 constexpr FailureHint hints[] = {
     {u"already exists, use -f",
-     "Move the existing file away, choose another output folder, or allow overwriting."},
-    {u"decoded number of samples", "The source ends too early: it is damaged or was not copied whole."},
-    {u"unexpected EOF", "The source ends too early: it is damaged or was not copied whole."},
-    {u"END_OF_STREAM events", "The source ends too early: it is damaged or was not copied whole."},
-    {u"MD5 signature mismatch", "The audio is not what was encoded: the file is damaged."},
-    {u"FLAC__STREAM_DECODER_ERROR", "The source is damaged or is not a FLAC file."},
-    {u"FLAC__STREAM_DECODER_ABORTED", "Check that the output folder's disk has space left."},
-    {u"FLAC__STREAM_DECODER", "The source is damaged or is not a FLAC file."},
-    {u"not a WAVE file", "The file is not the kind of audio that its name says."},
+     QT_TRANSLATE_NOOP("FailureAdvice",
+                       "Move the existing file away, choose another output folder, or allow overwriting.")},
+    {u"decoded number of samples",
+     QT_TRANSLATE_NOOP("FailureAdvice", "The source ends too early: it is damaged or was not copied whole.")},
+    {u"unexpected EOF",
+     QT_TRANSLATE_NOOP("FailureAdvice", "The source ends too early: it is damaged or was not copied whole.")},
+    {u"END_OF_STREAM events",
+     QT_TRANSLATE_NOOP("FailureAdvice", "The source ends too early: it is damaged or was not copied whole.")},
+    {u"MD5 signature mismatch",
+     QT_TRANSLATE_NOOP("FailureAdvice", "The audio is not what was encoded: the file is damaged.")},
+    {u"FLAC__STREAM_DECODER_ERROR",
+     QT_TRANSLATE_NOOP("FailureAdvice", "The source is damaged or is not a FLAC file.")},
+    {u"FLAC__STREAM_DECODER_ABORTED",
+     QT_TRANSLATE_NOOP("FailureAdvice", "Check that the output folder's disk has space left.")},
+    {u"FLAC__STREAM_DECODER",
+     QT_TRANSLATE_NOOP("FailureAdvice", "The source is damaged or is not a FLAC file.")},
+    {u"not a WAVE file",
+     QT_TRANSLATE_NOOP("FailureAdvice", "The file is not the kind of audio that its name says.")},
     {u"unsupported number of channels", "flac can't take this number of channels from this kind of file."},
-    {u"'data' chunk has size of 0", "The source holds no audio."},
-    {u"'SSND' chunk has size <= 8", "The source holds no audio."},
-    {u"unsupported format type", "The source holds a kind of audio that this format can't take."},
-    {u"partial sample", "The source ends too early: it is damaged or was not copied whole."},
+    {u"'data' chunk has size of 0", QT_TRANSLATE_NOOP("FailureAdvice", "The source holds no audio.")},
+    {u"'SSND' chunk has size <= 8", QT_TRANSLATE_NOOP("FailureAdvice", "The source holds no audio.")},
+    {u"unsupported format type",
+     QT_TRANSLATE_NOOP("FailureAdvice", "The source holds a kind of audio that this format can't take.")},
+    {u"partial sample",
+     QT_TRANSLATE_NOOP("FailureAdvice", "The source ends too early: it is damaged or was not copied whole.")},
 };
 constexpr QStringView chatter[] = {
     u"flac \\d\\S*\\s*Copyright[\\s\\S]*?Type `flac' for details\\.",
@@ -82,7 +99,7 @@ const Format flacFormat{
     .test =
         [](TaskCompletionSink *queue, const QString &file, std::shared_ptr<KruvTaskResults> results) {
             auto job = makeTestTask<VerifyFlacTask>("flac", "-t", queue, file, std::move(results));
-            job->setTitle(QStringLiteral("Verify FLAC"));
+            job->setTitle(VerifyFlacTask::tr("Verify FLAC"));
             return job;
         },
     .tags = &TagAccesses::flac,

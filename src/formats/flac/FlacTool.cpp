@@ -7,6 +7,8 @@
 #include "formats/flac/FlacOutput.h"
 #include "tasks/ToolOutput.h"
 
+#include <QtGlobal>
+
 namespace kruv::FlacTool {
 
 namespace {
@@ -76,12 +78,14 @@ FlacCommandLine::EncodeRequest encodeRequest(const ToolRequest &request)
 
 const ToolStep encode{
     "flac", [](const ToolRequest &request) { return FlacCommandLine::encode(encodeRequest(request)); },
-    readEncode, "Encoding to Flac: %1% %2"};
+    readEncode, QT_TRANSLATE_NOOP("kruv::ConversionTask", "Encoding to Flac: %1% %2")};
 const ToolStep encodeTemporary{
     "flac",
     [](const ToolRequest &request) { return FlacCommandLine::encodeTemporary(encodeRequest(request)); },
-    readEncode, "Encoding to Flac: %1% %2"};
-const ToolStep decode{"flac", decodeArguments, readDecode, "Decoding Flac: %1%"};
-const ToolStep toWav{"flac", temporaryArguments, readToWav, "Decoding to Wav: %1%"};
+    readEncode, QT_TRANSLATE_NOOP("kruv::ConversionTask", "Encoding to Flac: %1% %2")};
+const ToolStep decode{"flac", decodeArguments, readDecode,
+                      QT_TRANSLATE_NOOP("kruv::ConversionTask", "Decoding Flac: %1%")};
+const ToolStep toWav{"flac", temporaryArguments, readToWav,
+                     QT_TRANSLATE_NOOP("kruv::ConversionTask", "Decoding to Wav: %1%")};
 
 } // namespace kruv::FlacTool

@@ -17,7 +17,7 @@ void VerifyFlacTask::processTaskOutput(const QString &text)
     const auto report = FlacOutput::verifyReport(piece, fileName());
     m_singleResult += report.lines;
     if (report.percentage) {
-        setTopTextFieldString(QStringLiteral("Verifying: %1%").arg(*report.percentage, 0, 'f', 6));
+        setTopTextFieldString(tr("Verifying: %1%").arg(*report.percentage, 0, 'f', 6));
         setProgressIndicatorValue(*report.percentage);
     }
     setTextFieldString(fileName());
@@ -27,7 +27,7 @@ void VerifyFlacTask::processTaskOutput(const QString &text)
 void VerifyFlacTask::willEnd()
 {
     if (cancelled()) {
-        m_singleResult += QStringLiteral("%1 canceled\n").arg(fileName());
+        m_singleResult += tr("%1 canceled\n").arg(fileName());
     }
 }
 

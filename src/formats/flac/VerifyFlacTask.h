@@ -5,11 +5,14 @@
 
 #include "formats/VerifyTask.h"
 
+#include <QCoreApplication>
+
 namespace kruv {
 
 /// Tests a FLAC file with the flac tool.
 class VerifyFlacTask : public VerifyTask
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::VerifyFlacTask)
 public:
     using VerifyTask::VerifyTask;
 

@@ -15,9 +15,9 @@ EncodeHEAACTask::EncodeHEAACTask(TaskCompletionSink *queue, const ConversionRequ
 
 void EncodeHEAACTask::encode(const QString &input)
 {
-    showStatus(QStringLiteral("Encoding To HE-AAC"));
+    showStatus(tr("Encoding To HE-AAC"));
     run("aacplusenc", {input, staged(), QString::number(chosen().number(HeAacTool::bitRate))},
-        HeAacTool::read, QStringLiteral("Encoding to HE-AAC: %1%"));
+        HeAacTool::read, tr("Encoding to HE-AAC: %1%"));
 }
 
 } // namespace kruv

@@ -5,11 +5,14 @@
 
 #include "formats/LossyTask.h"
 
+#include <QCoreApplication>
+
 namespace kruv {
 
 /// Encodes one file to HE-AAC. Its output gets no tags.
 class EncodeHEAACTask final : public LossyTask
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::EncodeHEAACTask)
 public:
     EncodeHEAACTask(TaskCompletionSink *queue, const ConversionRequest &request);
 

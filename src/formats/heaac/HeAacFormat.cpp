@@ -9,6 +9,8 @@
 #include "formats/heaac/EncodeHEAACTask.h"
 #include "formats/heaac/HeAacTool.h"
 
+#include <QtGlobal>
+
 namespace kruv {
 
 namespace {
@@ -18,11 +20,13 @@ constexpr const char *mediaTypes[] = {"audio/mp4"};
 constexpr AudioLimits limits{{}, 2, 1, 999'999};
 constexpr const FormatOption *options[] = {&HeAacTool::bitRate};
 constexpr const Format *readsItself[] = {&aiffFormat};
-const TranscodeRecipe recipe{
-    .firstStatus = "Encoding to HE-AAC", .rules = LossySources::aac, .readsItself = readsItself};
+const TranscodeRecipe recipe{.firstStatus = QT_TRANSLATE_NOOP("kruv::ConversionTask", "Encoding to HE-AAC"),
+                             .rules = LossySources::aac,
+                             .readsItself = readsItself};
 
 constexpr FailureHint hints[] = {
-    {u"there is no HE-AAC of", "Choose a bit rate that suits this source."},
+    {u"there is no HE-AAC of",
+     QT_TRANSLATE_NOOP("FailureAdvice", "Choose a bit rate that suits this source.")},
 };
 constexpr ToolWords words{hints, {}};
 

@@ -10,6 +10,8 @@
 #include "formats/monkeysaudio/VerifyApeTask.h"
 #include "tags/TagAccess.h"
 
+#include <QtGlobal>
+
 namespace kruv {
 
 namespace {
@@ -21,15 +23,19 @@ constexpr AudioLimits limits{bits, 2, 1, 999'999};
 constexpr const FormatOption *options[] = {&MacTool::level};
 
 const TranscodeRecipe recipe{
-    .firstStatus = "Encoding to Monkey's Audio",
+    .firstStatus = QT_TRANSLATE_NOOP("kruv::ConversionTask", "Encoding to Monkey's Audio"),
     .encoder = {"mac", MacTool::compress, MacTool::read,
-                "Encoding to Monkey's Audio: %1%   %2 seconds remaining"},
+                QT_TRANSLATE_NOOP("kruv::ConversionTask",
+                                  "Encoding to Monkey's Audio: %1%   %2 seconds remaining")},
     .rules = usualSources,
 };
-const ToolStep toWav{"mac", MacTool::extract, MacTool::read, "Decoding to WAV: %1%   %2 seconds remaining"};
+const ToolStep toWav{
+    "mac", MacTool::extract, MacTool::read,
+    QT_TRANSLATE_NOOP("kruv::ConversionTask", "Decoding to WAV: %1%   %2 seconds remaining")};
 const DecodeRecipe decoding{
-    "Decoding From Monkey's Audio",
-    {"mac", MacTool::extract, MacTool::read, "Decoding from Monkey's Audio: %1%   %2 seconds remaining"},
+    QT_TRANSLATE_NOOP("kruv::ConversionTask", "Decoding From Monkey's Audio"),
+    {"mac", MacTool::extract, MacTool::read,
+     QT_TRANSLATE_NOOP("kruv::ConversionTask", "Decoding from Monkey's Audio: %1%   %2 seconds remaining")},
     MacTool::extract,
 };
 

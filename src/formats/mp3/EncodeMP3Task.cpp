@@ -31,9 +31,9 @@ Mp3Tool::Tuning EncodeMP3Task::tuning() const
 
 void EncodeMP3Task::encode(const QString &input)
 {
-    const QString progress = QStringLiteral("Encoding to MP3: %1%");
+    const QString progress = tr("Encoding to MP3: %1%");
     const ToolRequest request{.input = input, .output = staged(), .options = chosen()};
-    showStatus(QStringLiteral("Encoding to LAME MP3"));
+    showStatus(tr("Encoding to LAME MP3"));
     if (&sourceFormat() == &wavFormat) {
         run("lame", Mp3Tool::encode(request, tuning()), Mp3Tool::read, progress);
     } else {

@@ -10,6 +10,8 @@
 #include "formats/mp3/Mp3Tool.h"
 #include "tags/TagAccess.h"
 
+#include <QtGlobal>
+
 namespace kruv {
 
 namespace {
@@ -20,14 +22,17 @@ constexpr AudioLimits limits{{}, 2, 1, 999'999};
 constexpr const FormatOption *options[] = {&Mp3Tool::mode, &Mp3Tool::bitRate, &Mp3Tool::quality};
 
 const SourceRule rules[] = {
-    {&appleLosslessFormat, "Decoding ALAC to Wav", nullptr, "Copying M4A Tags"},
-    {&aiffFormat, "24 bit Aiff - translating", nullptr, "Copying Aiff Tags"},
+    {&appleLosslessFormat, QT_TRANSLATE_NOOP("kruv::ConversionTask", "Decoding ALAC to Wav"), nullptr,
+     QT_TRANSLATE_NOOP("kruv::ConversionTask", "Copying M4A Tags")},
+    {&aiffFormat, QT_TRANSLATE_NOOP("kruv::ConversionTask", "24 bit Aiff - translating"), nullptr,
+     QT_TRANSLATE_NOOP("kruv::ConversionTask", "Copying Aiff Tags")},
 };
 // What shntool reads by itself.
 constexpr const Format *readsItself[] = {&flacFormat, &shortenFormat,      &wavpackFormat,
                                          &ttaFormat,  &monkeysAudioFormat, &aiffFormat};
-const TranscodeRecipe recipe{
-    .firstStatus = "Encoding to LAME MP3", .rules = rules, .readsItself = readsItself};
+const TranscodeRecipe recipe{.firstStatus = QT_TRANSLATE_NOOP("kruv::ConversionTask", "Encoding to LAME MP3"),
+                             .rules = rules,
+                             .readsItself = readsItself};
 
 /// A frame header of MPEG audio, layer III: https://www.iso.org/standard/22412.html
 bool isMp3(const FileStart &start)
@@ -40,7 +45,8 @@ bool isMp3(const FileStart &start)
 }
 
 constexpr FailureHint hints[] = {
-    {u"Error writing mp3 output", "Free some space on the output folder's disk and try again."},
+    {u"Error writing mp3 output",
+     QT_TRANSLATE_NOOP("FailureAdvice", "Free some space on the output folder's disk and try again.")},
 };
 constexpr QStringView chatter[] = {
     u"LAME \\d[\\s\\S]*?(qval=\\d+|\\(q=[\\d.]+\\))",

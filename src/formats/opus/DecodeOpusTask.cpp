@@ -21,7 +21,7 @@ ToolPiece read(QStringView piece, QStringView)
 
 void DecodeOpusTask::makeOutput()
 {
-    showStatus(QStringLiteral("Decoding From Opus"));
+    showStatus(tr("Decoding From Opus"));
     publish(&KruvTask::startIndeterminateProgressBar); // the tool knows the time, but not the length
     if (!makesAiff()) {
         decodeTo(staged());
@@ -43,9 +43,11 @@ void DecodeOpusTask::decodeTo(const QString &wav)
     const double wavTime = statedFormat(wav).time();
     if (wavTime + tolerance < sourceTime) {
         const bool diskIsFull = toolWords().contains(u"Cannot seek on wav file output");
-        fail(tr("Only %1 s of %2 s were written: %3.")
-                 .arg(QString::number(wavTime, 'f', 2), QString::number(sourceTime, 'f', 2),
-                      diskIsFull ? tr("the disk is full") : tr("the source is damaged")));
+        const QString reason =
+            diskIsFull ? tr("Only %1 s of %2 s were written: the disk is full. Free some space on the output "
+                            "folder's disk and try again.")
+                       : tr("Only %1 s of %2 s were written: the source is damaged or was not copied whole.");
+        fail(reason.arg(QString::number(wavTime, 'f', 2), QString::number(sourceTime, 'f', 2)));
     }
 }
 

@@ -18,14 +18,14 @@ EncodeOpusTask::EncodeOpusTask(TaskCompletionSink *queue, const ConversionReques
 void EncodeOpusTask::encode(const QString &input)
 {
     if (const SourceRule *special = rule(); special && special->tagStatus) {
-        showStatus(QString::fromUtf8(special->tagStatus));
+        showStatus(ConversionTask::tr(special->tagStatus));
     }
     const auto tags = TagCopy::read(sourceFormat(), fileName());
-    showStatus(QStringLiteral("Encoding To Opus"));
+    showStatus(tr("Encoding To Opus"));
     const QStringList arguments = OpusTool::encode({.input = input, .output = staged(), .options = chosen()},
                                                    tags->titleText(), tags->artistText());
     appendResults(QStringLiteral("opusenc\n") + arguments.join(u'\n') + u'\n');
-    run("opusenc", arguments, OpusTool::read, QStringLiteral("Encoding To Opus"));
+    run("opusenc", arguments, OpusTool::read, tr("Encoding To Opus"));
 }
 
 } // namespace kruv

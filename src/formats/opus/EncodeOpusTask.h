@@ -5,11 +5,14 @@
 
 #include "formats/LossyTask.h"
 
+#include <QCoreApplication>
+
 namespace kruv {
 
 /// Encodes one file to Opus. Title and artist are taken over.
 class EncodeOpusTask final : public LossyTask
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::EncodeOpusTask)
 public:
     EncodeOpusTask(TaskCompletionSink *queue, const ConversionRequest &request);
 

@@ -11,6 +11,8 @@
 #include "formats/opus/OpusTool.h"
 #include "tags/TagAccess.h"
 
+#include <QtGlobal>
+
 namespace kruv {
 
 namespace {
@@ -19,7 +21,8 @@ constexpr QStringView types[] = {u"OPUS"};
 constexpr const char *mediaTypes[] = {"audio/ogg", "audio/x-opus+ogg"};
 constexpr AudioLimits limits{{}, 8, 1, 999'999};
 constexpr const FormatOption *options[] = {&OpusTool::mode, &OpusTool::bitRate, &OpusTool::frameSize};
-const TranscodeRecipe recipe{.firstStatus = "Encoding to Opus", .rules = LossySources::opus};
+const TranscodeRecipe recipe{.firstStatus = QT_TRANSLATE_NOOP("kruv::ConversionTask", "Encoding to Opus"),
+                             .rules = LossySources::opus};
 
 constexpr QStringView chatter[] = {
     u"opusenc\\n--[\\s\\S]*?Preskip: \\d+",

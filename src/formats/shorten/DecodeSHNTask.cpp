@@ -12,7 +12,7 @@ void DecodeSHNTask::makeOutput()
 {
     runShntool(
         ShntoolConversion::convert(PathNames::extension(staged()), PathNames::folderOf(staged()), fileName()),
-        ShntoolConversion::readPlain, QStringLiteral("Decoding SHN: %1%"));
+        ShntoolConversion::readPlain, tr("Decoding SHN: %1%"));
 }
 
 } // namespace kruv

@@ -5,11 +5,14 @@
 
 #include "formats/ConversionTask.h"
 
+#include <QCoreApplication>
+
 namespace kruv {
 
 /// Shorten to WAV or AIFF by shntool.
 class DecodeSHNTask final : public ConversionTask
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::DecodeSHNTask)
 public:
     using ConversionTask::ConversionTask;
 

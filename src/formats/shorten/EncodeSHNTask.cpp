@@ -23,7 +23,7 @@ bool EncodeSHNTask::readsItself() const
 void EncodeSHNTask::encode(const QString &input)
 {
     runShntool(ShntoolConversion::convert(shortenFormat.extension(), PathNames::folderOf(staged()), input),
-               ShntoolConversion::readRepeating, QStringLiteral("Encoding to SHN: %1%"));
+               ShntoolConversion::readRepeating, tr("Encoding to SHN: %1%"));
     if (toolWords().contains(u"child encoder process")) {
         appendResults(
             tr("Shorten holds 8 or 16 bits a sample; other audio, or a full disk, stops its encoder.\n"));

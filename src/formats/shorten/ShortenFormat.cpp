@@ -9,6 +9,8 @@
 #include "formats/shorten/EncodeSHNTask.h"
 #include "formats/shorten/ShortenOptions.h"
 
+#include <QtGlobal>
+
 namespace kruv {
 
 namespace {
@@ -23,7 +25,8 @@ constexpr const FormatOption *options[] = {&ShortenOptions::md5};
 // What shntool reads by itself.
 constexpr const Format *readsItself[] = {&flacFormat,         &wavpackFormat, &ttaFormat,
                                          &monkeysAudioFormat, &aiffFormat,    &shortenFormat};
-const TranscodeRecipe recipe{.firstStatus = "Encoding to SHN", .readsItself = readsItself};
+const TranscodeRecipe recipe{.firstStatus = QT_TRANSLATE_NOOP("kruv::ConversionTask", "Encoding to SHN"),
+                             .readsItself = readsItself};
 
 } // namespace
 

@@ -10,6 +10,8 @@
 #include "formats/tta/VerifyTTATask.h"
 #include "tags/TagAccess.h"
 
+#include <QtGlobal>
+
 namespace kruv {
 
 namespace {
@@ -20,14 +22,17 @@ constexpr int bits[] = {8, 16, 24};
 constexpr AudioLimits limits{bits, 8, 1, 999'999};
 
 const TranscodeRecipe recipe{
-    .firstStatus = "Encoding to TTA",
-    .encoder = {"ttaenc", TtaTool::convert, TtaTool::read, "Encoding to TTA: %1%"},
+    .firstStatus = QT_TRANSLATE_NOOP("kruv::ConversionTask", "Encoding to TTA"),
+    .encoder = {"ttaenc", TtaTool::convert, TtaTool::read,
+                QT_TRANSLATE_NOOP("kruv::ConversionTask", "Encoding to TTA: %1%")},
     .rules = usualSources,
 };
-const ToolStep toWav{"ttaenc", TtaTool::convert, TtaTool::read, "Decoding to Wav: %1%"};
+const ToolStep toWav{"ttaenc", TtaTool::convert, TtaTool::read,
+                     QT_TRANSLATE_NOOP("kruv::ConversionTask", "Decoding to Wav: %1%")};
 const DecodeRecipe decoding{
-    "Decoding from TTA",
-    {"ttaenc", TtaTool::convert, TtaTool::read, "Decoding From TTA: %1%"},
+    QT_TRANSLATE_NOOP("kruv::ConversionTask", "Decoding from TTA"),
+    {"ttaenc", TtaTool::convert, TtaTool::read,
+     QT_TRANSLATE_NOOP("kruv::ConversionTask", "Decoding From TTA: %1%")},
     TtaTool::convert,
 };
 

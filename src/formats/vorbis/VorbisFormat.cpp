@@ -8,6 +8,8 @@
 #include "formats/vorbis/VorbisTool.h"
 #include "tags/TagAccess.h"
 
+#include <QtGlobal>
+
 namespace kruv {
 
 namespace {
@@ -17,8 +19,9 @@ constexpr const char *mediaTypes[] = {"audio/ogg", "audio/x-vorbis+ogg"};
 constexpr AudioLimits limits{{}, 8, 1, 192'000};
 constexpr const FormatOption *options[] = {&VorbisTool::mode, &VorbisTool::bitRate, &VorbisTool::quality};
 const TranscodeRecipe recipe{
-    .firstStatus = QT_TRANSLATE_NOOP("kruv::TranscodeTask", "Encoding to Ogg Vorbis"),
-    .encoder = {"oggenc", VorbisTool::encode, VorbisTool::read, "Encoding to Ogg Vorbis: %1%"},
+    .firstStatus = QT_TRANSLATE_NOOP("kruv::ConversionTask", "Encoding to Ogg Vorbis"),
+    .encoder = {"oggenc", VorbisTool::encode, VorbisTool::read,
+                QT_TRANSLATE_NOOP("kruv::ConversionTask", "Encoding to Ogg Vorbis: %1%")},
 };
 
 } // namespace

@@ -5,18 +5,21 @@
 
 #include "formats/PcmConversionTask.h"
 
+#include <QCoreApplication>
+
 namespace kruv {
 
 /// Makes WAV of AIFF files and AIFF of WAV files.
 class AiffToWavAndViceVersaTask final : public PcmConversionTask
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::AiffToWavAndViceVersaTask)
 public:
     using PcmConversionTask::PcmConversionTask;
 
 protected:
     QString firstStatus() const override
     {
-        return QStringLiteral("Converting to %1").arg(makesAiff() ? u"AIFF" : u"WAV");
+        return tr("Converting to %1").arg(makesAiff() ? u"AIFF" : u"WAV");
     }
 };
 

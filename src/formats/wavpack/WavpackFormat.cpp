@@ -11,6 +11,8 @@
 #include "formats/wavpack/WavpackTool.h"
 #include "tags/TagAccess.h"
 
+#include <QtGlobal>
+
 namespace kruv {
 
 namespace {
@@ -22,15 +24,17 @@ constexpr AudioLimits limits{bits, 256, 1, 384'000};
 constexpr const FormatOption *options[] = {&WavpackTool::mode};
 
 const TranscodeRecipe recipe{
-    .firstStatus = "Encoding Wavpack",
-    .encoder = {"wavpack", WavpackTool::encode, WavpackTool::read, "Encoding to Wavpack: %1%"},
+    .firstStatus = QT_TRANSLATE_NOOP("kruv::ConversionTask", "Encoding Wavpack"),
+    .encoder = {"wavpack", WavpackTool::encode, WavpackTool::read,
+                QT_TRANSLATE_NOOP("kruv::ConversionTask", "Encoding to Wavpack: %1%")},
     .rules = usualSources,
 };
 const ToolStep toWav{"wvunpack", WavpackTool::decodeToTemporary, WavpackTool::read,
-                     "Decoding From Wavpack %1%"};
+                     QT_TRANSLATE_NOOP("kruv::ConversionTask", "Decoding From Wavpack %1%")};
 const DecodeRecipe decoding{
-    "Decoding From Wavpack",
-    {"wvunpack", WavpackTool::decode, WavpackTool::read, "Deoding From Wavpack: %1%"},
+    QT_TRANSLATE_NOOP("kruv::ConversionTask", "Decoding From Wavpack"),
+    {"wvunpack", WavpackTool::decode, WavpackTool::read,
+     QT_TRANSLATE_NOOP("kruv::ConversionTask", "Deoding From Wavpack: %1%")},
     WavpackTool::decodeForAiff,
 };
 

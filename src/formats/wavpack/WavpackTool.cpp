@@ -10,7 +10,8 @@ namespace kruv::WavpackTool {
 
 namespace {
 
-constexpr OptionChoice modes[] = {{"fast", "Fast"}, {"high", "High"}};
+constexpr OptionChoice modes[] = {{"fast", QT_TRANSLATE_NOOP("FormatOption", "Fast")},
+                                  {"high", QT_TRANSLATE_NOOP("FormatOption", "High")}};
 
 bool isDrawing(QChar character)
 {
