@@ -18,7 +18,8 @@ namespace {
 
 using Place = StagingReuse::Place;
 
-/// More than jobs of one album run at once, few enough that an interrupted run over many folders leaves little.
+/// More than jobs of one album run at once, few enough that an interrupted run over many folders leaves
+/// little.
 constexpr std::size_t mostWaiting = 8;
 
 std::mutex lock;

@@ -9,9 +9,10 @@
 
 namespace kruv {
 
-/// While one of these lives, the staging folder that a job has emptied goes to the next job with outputs in the
-/// same folder; a few at most wait for that. ext4 looks at all that was deleted in the last seconds when it makes
-/// a new folder, so that a thousand short jobs would take half as long again with a new one each. Any thread.
+/// While one of these lives, the staging folder that a job has emptied goes to the next job with outputs in
+/// the same folder; a few at most wait for that. ext4 looks at all that was deleted in the last seconds when
+/// it makes a new folder, so that a thousand short jobs would take half as long again with a new one each.
+/// Any thread.
 class StagingReuse
 {
 public:

@@ -3,8 +3,8 @@
 
 #include "tasks/StagingFolder.h"
 
-#include "support/QtPrinters.h"
 #include "support/Files.h"
+#include "support/QtPrinters.h"
 
 #include <QDir>
 
