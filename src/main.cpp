@@ -52,7 +52,8 @@ int openWindow(int argc, char **argv, const kruv::LaunchArguments &launch)
 #else
 int openWindow(int, char **, const kruv::LaunchArguments &)
 {
-    kruv::Console::complain(QStringLiteral("this build has no window; kruv --help shows the commands"));
+    kruv::Console::complain(
+        QCoreApplication::translate("main", "this build has no window; kruv --help shows the commands"));
     return kruv::Usage;
 }
 #endif

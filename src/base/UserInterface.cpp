@@ -23,8 +23,8 @@ std::optional<ExistingFiles> UserInterface::askAboutExisting(const QStringList &
     constexpr ExistingFiles answers[] = {ExistingFiles::Skip, ExistingFiles::Replace,
                                          ExistingFiles::KeepBoth};
     const int answer =
-        ask(tr("%n output(s) exist already", nullptr, static_cast<int>(existing.size())), firstOf(existing),
-            {tr("Skip existing"), tr("Replace"), tr("Keep both"), tr("Cancel")}, 0);
+        ask(Matter::Other, tr("%n output(s) exist already", nullptr, static_cast<int>(existing.size())),
+            firstOf(existing), {tr("Skip existing"), tr("Replace"), tr("Keep both"), cancel()}, 0);
     const bool goesOn = answer >= 0 && answer < static_cast<int>(std::size(answers));
     return goesOn ? std::optional(answers[answer]) : std::nullopt;
 }
@@ -32,10 +32,11 @@ std::optional<ExistingFiles> UserInterface::askAboutExisting(const QStringList &
 bool UserInterface::askAboutLossy(const QStringList &files)
 {
     const int answer =
-        ask(tr("%n file(s) are lossy. A lossless format makes them larger, but brings nothing back. Encode "
+        ask(Matter::Other,
+            tr("%n file(s) are lossy. A lossless format makes them larger, but brings nothing back. Encode "
                "them all the same?",
                nullptr, static_cast<int>(files.size())),
-            firstOf(files), {tr("No"), tr("Yes")}, 0);
+            firstOf(files), {no(), yes()}, 0);
     return answer == 1;
 }
 

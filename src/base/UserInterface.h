@@ -26,16 +26,24 @@ public:
     /// Eight rows of tag name and value.
     using CustomTagRows = std::array<std::pair<QString, QString>, 8>;
 
+    /// What a question is about, for those who answer by flags.
+    enum class Matter { Other, DeletingOriginals, Overwriting, ReadingFormats };
+    /// The usual answers and the title of what went wrong, which are known again by these words.
+    static QString yes() { return tr("Yes"); }
+    static QString no() { return tr("No"); }
+    static QString cancel() { return tr("Cancel"); }
+    static QString errorTitle() { return tr("Error"); }
+
     virtual ~UserInterface() = default;
 
     /// Returns the index of the pressed button; `defaultButton` is the one that Return presses.
-    virtual int ask(const QString &title, const QString &text, const QStringList &buttons,
+    virtual int ask(Matter matter, const QString &title, const QString &text, const QStringList &buttons,
                     int defaultButton) = 0;
     /// The same with a picture beside the question, where pictures can be shown.
     virtual int askBesidePicture(const QString &title, const QString &text, const QStringList &buttons,
                                  int defaultButton, const QImage & /*picture*/)
     {
-        return ask(title, text, buttons, defaultButton);
+        return ask(Matter::Other, title, text, buttons, defaultButton);
     }
     /// Nothing where the command is not to go on. `existing` are the outputs whose names are taken.
     virtual std::optional<ExistingFiles> askAboutExisting(const QStringList &existing);

@@ -4,14 +4,15 @@
 #include "base/Util.h"
 
 #include "base/Preferences.h"
+#include "base/SystemError.h"
 #include "platform/SessionId.h"
 #include "platform/Trash.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 
 #include <cerrno>
-#include <cstring>
 #include <stdexcept>
 #include <unistd.h>
 
@@ -36,9 +37,9 @@ QString nameTemplate(const QString &folder, const QString &extension)
              QStringLiteral("%1").arg(sessionId(), 8, 16, QLatin1Char('0')), extension);
 }
 
-[[noreturn]] void failWithErrno(const char *what)
+[[noreturn]] void failWithErrno(int error, const QString &what)
 {
-    throw std::runtime_error(std::string(what) + std::strerror(errno));
+    throw std::runtime_error(what.arg(systemErrorText(error)).toStdString());
 }
 
 } // namespace
@@ -51,7 +52,8 @@ QString generateTempFileName(const QString &folder, const QString &extension)
     const auto suffixLength = static_cast<int>(QFile::encodeName(extension).size()) + 1;
     if (path.size() > longestPath) {
         errno = ENAMETOOLONG;
-        failWithErrno("Unable to create a temporary file: ");
+        const int error = errno;
+        failWithErrno(error, QCoreApplication::translate("Util", "Unable to create a temporary file: %1"));
     }
     // mkstemps() fills in six characters; the two before them get theirs from the process, so that all eight
     // vary.
@@ -61,10 +63,12 @@ QString generateTempFileName(const QString &folder, const QString &extension)
     firstRandom[1] = digits[static_cast<unsigned>(getpid()) / 36U % 36U];
     const int descriptor = mkstemps(path.data(), suffixLength);
     if (descriptor < 0) {
-        failWithErrno("Unable to create a temporary file: ");
+        const int error = errno;
+        failWithErrno(error, QCoreApplication::translate("Util", "Unable to create a temporary file: %1"));
     }
     if (close(descriptor) != 0) {
-        failWithErrno("Unable to close the temporary file: ");
+        const int error = errno;
+        failWithErrno(error, QCoreApplication::translate("Util", "Unable to close the temporary file: %1"));
     }
     return QFile::decodeName(path);
 }

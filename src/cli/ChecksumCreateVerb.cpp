@@ -31,10 +31,7 @@ ChecksumCreateVerb::ChecksumCreateVerb(CLI::App &parent)
 void ChecksumCreateVerb::runCommands(KruvController &controller, QueueRun &queueRun, const QStringList &paths)
 {
     ChecksumTab &tab = controller.checksumTab();
-    const QString kind = QString::fromStdString(m_kind);
-    if (!tab.createChecksumOptions().selectTitle(kind.toUpper())) {
-        throw UsageError(tr("--kind %1: no such kind; it can be md5, ffp or st5").arg(kind));
-    }
+    choose(tab.createChecksumOptions(), "--kind", m_kind);
     tab.commandOptions().select(ChecksumTab::CreateList);
     tab.sourceSaveButton().setOn(options().besideSource);
     runTab(tab, queueRun, paths);

@@ -16,15 +16,15 @@ namespace {
 /// A question and the flag that says yes to it.
 struct Answer
 {
-    QStringView titleStart;
+    UserInterface::Matter matter;
     bool CommonOptions::*flag;
     const char *flagName;
 };
 
 constexpr Answer answers[] = {
-    {u"You have chosen to delete the original files.", &CommonOptions::yes, "--yes"},
-    {u"One of the output files already exists", &CommonOptions::overwrite, "--overwrite"},
-    {u"You have chosen \"DVD Audio Disc.\"", &CommonOptions::readFormats, ""},
+    {UserInterface::Matter::DeletingOriginals, &CommonOptions::yes, "--yes"},
+    {UserInterface::Matter::Overwriting, &CommonOptions::overwrite, "--overwrite"},
+    {UserInterface::Matter::ReadingFormats, &CommonOptions::readFormats, ""},
 };
 
 } // namespace
@@ -34,14 +34,15 @@ CliUserInterface::CliUserInterface(const CommonOptions &options)
 {
 }
 
-int CliUserInterface::ask(const QString &title, const QString &, const QStringList &buttons, int)
+int CliUserInterface::ask(Matter matter, const QString &title, const QString &, const QStringList &buttons,
+                          int)
 {
     for (const Answer &answer : answers) {
-        if (!title.startsWith(answer.titleStart)) {
+        if (answer.matter != matter) {
             continue;
         }
         if (m_options.*answer.flag) {
-            return static_cast<int>(buttons.indexOf(QStringLiteral("Yes")));
+            return static_cast<int>(buttons.indexOf(yes()));
         }
         throw UsageError(tr("%1 Add %2 to say yes.").arg(title, QLatin1StringView(answer.flagName)));
     }
@@ -83,7 +84,7 @@ void CliUserInterface::alert(const QString &title, const QString &text, const QS
     ++m_alerts;
     QStringList lines = text.split(u'\n', Qt::SkipEmptyParts);
     // Where the title says no more than that, the text is the message.
-    Console::complain(title == u"Error" && !lines.isEmpty() ? lines.takeFirst() : title);
+    Console::complain(title == errorTitle() && !lines.isEmpty() ? lines.takeFirst() : title);
     for (const QString &line : lines) {
         Console::writeError(QStringLiteral("  %1\n").arg(Console::printable(line)));
     }

@@ -18,7 +18,7 @@ class CliUserInterface : public QObject, public UserInterface
 public:
     explicit CliUserInterface(const CommonOptions &options);
 
-    int ask(const QString &title, const QString &text, const QStringList &buttons,
+    int ask(Matter matter, const QString &title, const QString &text, const QStringList &buttons,
             int defaultButton) override;
     std::optional<ExistingFiles> askAboutExisting(const QStringList &existing) override;
     bool askAboutLossy(const QStringList &files) override;

@@ -3,12 +3,19 @@
 
 #include "cli/Commands.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 #include <sstream>
 
 namespace kruv::Commands {
 
 namespace {
+
+struct Text
+{
+    Q_DECLARE_TR_FUNCTIONS(kruv::Completion)
+};
 
 constexpr const char *files = ":files\n";
 constexpr const char *folders = ":folders\n";
@@ -95,7 +102,8 @@ std::string completions(const CLI::App &app, const std::vector<std::string> &wor
     }
     if (!begin.empty() && begin[0] == '-') {
         return flags(command, begin) +
-               (isRoot ? candidate(windowFlag, "Open the window on this tab", begin) : std::string());
+               (isRoot ? candidate(windowFlag, Text::tr("Open the window on this tab").toStdString(), begin)
+                       : std::string());
     }
     std::string found;
     for (const CLI::App *each : subcommandsOf(command)) {

@@ -16,9 +16,8 @@ DecodeVerb::DecodeVerb(CLI::App &parent)
     declareCommonFlags();
     declareOutputFlags();
     declareExistingFlags();
-    addOption("--to", m_format, tr("Format to make (AIFF takes the tags of FLAC and Apple Lossless over)"))
-        ->required()
-        ->type_name("wav|aiff");
+    declareFormatFlag(DecodeTab::targets(),
+                      tr("Format to make (AIFF takes the tags of FLAC and Apple Lossless over)"));
     addFlag("--through-errors", m_throughErrors,
             tr("Go on where a FLAC file is damaged; its original is then kept"));
     addFlag("--keep-foreign-metadata", m_keepForeignMetadata,
@@ -30,10 +29,7 @@ DecodeVerb::DecodeVerb(CLI::App &parent)
 void DecodeVerb::runCommands(KruvController &controller, QueueRun &queueRun, const QStringList &paths)
 {
     DecodeTab &tab = controller.decodeTab();
-    if (!tab.outputFormatMatrix().selectTitle(QString::fromStdString(m_format).toUpper())) {
-        throw UsageError(
-            tr("--to %1: no such format; it can be wav or aiff").arg(QString::fromStdString(m_format)));
-    }
+    chooseFormat(tab.outputFormatMatrix());
     tab.decodeFlacThroughErrors().setOn(m_throughErrors);
     tab.flacKeepForeignMetadataButton().setOn(m_keepForeignMetadata);
     tab.sourceDecodeButton().setOn(options().besideSource);

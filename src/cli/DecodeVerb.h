@@ -20,7 +20,6 @@ protected:
     void runCommands(KruvController &controller, QueueRun &queueRun, const QStringList &paths) override;
 
 private:
-    std::string m_format;
     bool m_throughErrors = false;
     bool m_keepForeignMetadata = false;
 };

@@ -11,6 +11,7 @@
 #include "cli/QueueRun.h"
 #include "cli/TextReporter.h"
 #include "cli/UsageError.h"
+#include "formats/Records.h"
 #include "tabs/ChecksumTab.h"
 #include "tabs/EncodeTab.h"
 #include "tabs/KruvController.h"
@@ -25,7 +26,7 @@ namespace {
 void encode(KruvController &controller, QueueRun &queueRun, const QStringList &tracks)
 {
     EncodeTab &tab = controller.encodeTab();
-    tab.outputFormatMatrix().selectTitle(QStringLiteral("FLAC"));
+    tab.outputFormatMatrix().selectId(QString::fromLatin1(flacFormat.id));
     tab.flacVerifyButton().setOn(true);
     tab.generateFFPButton().setOn(true);
     tab.sourceEncodeButton().setOn(true);

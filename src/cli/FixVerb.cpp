@@ -8,17 +8,7 @@
 #include "tabs/FixTab.h"
 #include "tabs/KruvController.h"
 
-#include <algorithm>
-#include <iterator>
-
 namespace kruv {
-
-namespace {
-
-/// In the order of FixTab::shnMd5Option().
-constexpr const char *md5Lists[] = {"none", "one", "disc"};
-
-} // namespace
 
 FixVerb::FixVerb(CLI::App &parent)
     : TabVerb(parent, "fix", tr("Make the tracks of a set end on CD sector boundaries"))
@@ -27,7 +17,7 @@ FixVerb::FixVerb(CLI::App &parent)
     declareFolderFlag();
     addFlag("--overwrite", overwriteFlag(), tr("Replace outputs and lists that are there already"));
     declareDeletionFlags();
-    addOption("--to", m_format, tr("Format to make"))->required()->type_name("shn|flac|wav|aiff");
+    declareFormatFlag(FixTab::targets(), tr("Format to make"));
     addOption("--level", m_level, tr("FLAC compression level, 0 (fast) to 8 (small); 4 when not given"))
         ->check(CLI::Range(0, 8))
         ->type_name("N");
@@ -41,15 +31,8 @@ FixVerb::FixVerb(CLI::App &parent)
 
 void FixVerb::setControls(FixTab &tab) const
 {
-    if (!tab.outputFormatMatrix().selectTitle(QString::fromStdString(m_format).toUpper())) {
-        throw UsageError(tr("--to %1: no such format; it can be shn, flac, wav or aiff")
-                             .arg(QString::fromStdString(m_format)));
-    }
-    const auto *list = std::ranges::find(md5Lists, m_md5);
-    if (list == std::end(md5Lists)) {
-        throw UsageError(tr("--md5 %1: it can be none, one or disc").arg(QString::fromStdString(m_md5)));
-    }
-    tab.shnMd5Option().select(static_cast<int>(list - std::begin(md5Lists)));
+    chooseFormat(tab.outputFormatMatrix());
+    choose(tab.shnMd5Option(), "--md5", m_md5);
     if (m_level >= 0) {
         tab.flacLevelSlider().setValue(m_level);
     }

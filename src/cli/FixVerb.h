@@ -24,7 +24,6 @@ protected:
 private:
     void setControls(FixTab &tab) const;
 
-    std::string m_format;
     int m_level = -1;
     std::string m_md5 = "none";
     bool m_fingerprints = false;

@@ -16,26 +16,11 @@ namespace kruv {
 
 namespace {
 
-QString either(QStringList words)
-{
-    const QString last = words.takeLast();
-    return words.isEmpty() ? last : words.join(QStringLiteral(", ")) + QStringLiteral(" or ") + last;
-}
-
-QStringList ids(const FormatOption &option)
+QStringList choiceIds(const FormatOption &option)
 {
     QStringList all;
     for (const OptionChoice &choice : option.choices) {
         all.append(QString::fromLatin1(choice.id));
-    }
-    return all;
-}
-
-QStringList idsOf(const QList<const Format *> &formats)
-{
-    QStringList all;
-    for (const Format *format : formats) {
-        all.append(QString::fromLatin1(format->id));
     }
     return all;
 }
@@ -79,13 +64,28 @@ std::string help(const QList<std::pair<const Format *, const FormatOption *>> &o
 
 } // namespace
 
+QString FormatFlags::either(QStringList words)
+{
+    const QString last = words.takeLast();
+    return words.isEmpty() ? last : tr("%1 or %2").arg(words.join(QStringLiteral(", ")), last);
+}
+
+QStringList FormatFlags::ids(const QList<const Format *> &formats)
+{
+    QStringList all;
+    for (const Format *format : formats) {
+        all.append(QString::fromLatin1(format->id));
+    }
+    return all;
+}
+
 FormatFlags::FormatFlags(CLI::App &app, const QList<const Format *> &formats)
     : m_app(app)
     , m_formats(formats)
 {
     m_app.add_option("--to", m_format, tr("Format to make").toStdString())
         ->required()
-        ->type_name(idsOf(m_formats).join(u'|').toStdString());
+        ->type_name(ids(m_formats).join(u'|').toStdString());
     for (const Format *format : m_formats) {
         for (const FormatOption *option : format->options) {
             if (!m_texts.contains(option->id)) {
@@ -114,7 +114,7 @@ std::string FormatFlags::typeName(const FormatOption &option) const
     }
     QStringList all;
     for (const auto &[format, each] : declarations(m_formats, option.id)) {
-        all += ids(*each);
+        all += choiceIds(*each);
     }
     all.removeDuplicates();
     return all.join(u'|').toStdString();
@@ -126,7 +126,7 @@ const Format &FormatFlags::chosen() const
         std::ranges::find_if(m_formats, [this](const Format *format) { return m_format == format->id; });
     if (found == m_formats.end()) {
         throw UsageError(tr("--to %1: no such format; it can be %2")
-                             .arg(QString::fromStdString(m_format), either(idsOf(m_formats))));
+                             .arg(QString::fromStdString(m_format), either(ids(m_formats))));
     }
     return **found;
 }
@@ -170,11 +170,9 @@ void FormatFlags::set(const FormatControls &controls, const FormatOption &option
         return;
     }
     if (option.kind == FormatOption::Kind::Choice) {
-        const qsizetype index = ids(option).indexOf(text);
-        if (index < 0) {
-            throw UsageError(tr("%1: for %2 it can be %3").arg(flag, format, either(ids(option))));
+        if (!controls.choice(option).selectId(text)) {
+            throw UsageError(tr("%1: for %2 it can be %3").arg(flag, format, either(choiceIds(option))));
         }
-        controls.choice(option).select(static_cast<int>(index));
         return;
     }
     bool isNumber = false;

@@ -23,6 +23,10 @@ class FormatFlags
 public:
     FormatFlags(CLI::App &app, const QList<const Format *> &formats);
 
+    /// "a, b or c".
+    static QString either(QStringList words);
+    static QStringList ids(const QList<const Format *> &formats);
+
     /// The format of --to. Throws UsageError for none.
     const Format &chosen() const;
     /// Sets the controls of the chosen format's settings. Throws UsageError for a flag that isn't for that

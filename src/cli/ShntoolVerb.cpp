@@ -10,18 +10,11 @@
 #include "tabs/SHNtoolTab.h"
 #include "tags/TrackNameText.h"
 
-#include <algorithm>
-#include <array>
-#include <string_view>
-
 namespace kruv {
 
 namespace {
 
 enum Flags : unsigned { Reads = 0, Lengths = 1, Makes = 2, Deletes = 4, Saves = 8, Points = 16 };
-
-// In the order of the tab's choice.
-constexpr std::array<std::string_view, 3> lengthTypes{"normal", "fileset", "disc"};
 
 } // namespace
 
@@ -88,7 +81,7 @@ void ShntoolVerb::declareFlags()
 {
     const auto has = [this](Flags flag) { return (m_mode.flags & flag) != 0; };
     if (has(Makes)) {
-        addOption("--to", m_format, tr("Format to make"))->required()->type_name("shn|flac|aiff|wav");
+        declareFormatFlag(SHNtoolTab::targets(), tr("Format to make"));
         has(Deletes) ? declareOutputFlags() : declarePlaceFlags();
         app()
             .get_option("--beside-source")
@@ -114,20 +107,14 @@ void ShntoolVerb::declareFlags()
     }
 }
 
-void ShntoolVerb::choose(SHNtoolTab &tab)
+void ShntoolVerb::setControls(SHNtoolTab &tab)
 {
-    tab.shntoolCommandMatrix().selectTitle(QString::fromLatin1(m_mode.name));
-    const QString format = QString::fromStdString(m_format);
-    if (!format.isEmpty() && !tab.outputFormatMatrix().selectTitle(format.toUpper())) {
-        throw UsageError(tr("--to %1: no such format; it can be shn, flac, aiff or wav").arg(format));
+    tab.shntoolCommandMatrix().selectId(QString::fromLatin1(m_mode.name));
+    if (hasFormat()) {
+        chooseFormat(tab.outputFormatMatrix());
     }
     const std::string length = !m_length.empty() ? m_length : m_names.empty() ? "normal" : "fileset";
-    const auto *type = std::ranges::find(lengthTypes, length);
-    if (type == lengthTypes.end()) {
-        throw UsageError(tr("--length %1: no such layout; it can be normal, fileset or disc")
-                             .arg(QString::fromStdString(length)));
-    }
-    tab.shnLenMatrix().select(static_cast<int>(type - lengthTypes.begin()));
+    choose(tab.shnLenMatrix(), "--length", length);
     tab.sourceEncodeButton().setOn(options().besideSource);
     tab.deleteOriginalsButton().setOn(options().deleteOriginals);
     if (!m_names.empty()) {
@@ -157,7 +144,7 @@ void ShntoolVerb::runCommands(KruvController &controller, QueueRun &queueRun, co
         throw UsageError(tr("shntool split takes one file at a time"));
     }
     SHNtoolTab &tab = controller.shntoolTab();
-    choose(tab);
+    setControls(tab);
     if ((m_mode.flags & Makes) != 0) {
         queueRun.leaveOutResults();
     }

@@ -31,11 +31,10 @@ private:
 
     ShntoolVerb(CLI::App &parent, const Mode &mode);
     void declareFlags();
-    void choose(SHNtoolTab &tab);
+    void setControls(SHNtoolTab &tab);
     void enterNames(SHNtoolTab &tab);
 
     const Mode &m_mode;
-    std::string m_format;
     std::string m_length;
     std::string m_names;
 };

@@ -5,11 +5,13 @@
 
 #include "cli/Console.h"
 #include "cli/ExitStatus.h"
+#include "cli/FormatFlags.h"
 #include "cli/JsonReporter.h"
 #include "cli/QueueRun.h"
 #include "cli/TextReporter.h"
 #include "cli/UsageError.h"
 #include "tabs/BaseTab.h"
+#include "tabs/Controls.h"
 #include "tabs/KruvController.h"
 
 #include <QDir>
@@ -50,6 +52,22 @@ void TabVerb::declarePlaceFlags()
     declareFolderFlag();
     addFlag("--beside-source", m_options.besideSource, tr("Write each output next to its source"))
         ->excludes(app().get_option("--output"));
+}
+
+void TabVerb::declareFormatFlag(const QList<const Format *> &formats, const QString &help)
+{
+    addOption("--to", m_format, help)
+        ->required()
+        ->type_name(FormatFlags::ids(formats).join(u'|').toStdString());
+}
+
+void TabVerb::choose(ChoiceControl &control, const char *flag, const std::string &id)
+{
+    if (!control.selectId(QString::fromStdString(id))) {
+        throw UsageError(tr("%1 %2: it can be %3")
+                             .arg(QLatin1StringView(flag), QString::fromStdString(id),
+                                  FormatFlags::either(control.ids())));
+    }
 }
 
 void TabVerb::declareDeletionFlags()

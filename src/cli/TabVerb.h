@@ -17,9 +17,11 @@
 namespace kruv {
 
 class BaseTab;
+class ChoiceControl;
 class JobReporter;
 class KruvController;
 class QueueRun;
+struct Format;
 
 /// A subcommand that drives a tab: takes files in, sets the tab's controls from flags, runs its command and
 /// waits.
@@ -45,6 +47,13 @@ protected:
     void declareExistingFlags();
     /// For commands that always write into one folder.
     void declareOutputFolder();
+
+    /// --to, where the format has no settings of its own.
+    void declareFormatFlag(const QList<const Format *> &formats, const QString &help);
+    bool hasFormat() const { return !m_format.empty(); }
+    void chooseFormat(ChoiceControl &control) const { choose(control, "--to", m_format); }
+    /// Throws UsageError, naming the flag, where the choice has no such id.
+    static void choose(ChoiceControl &control, const char *flag, const std::string &id);
 
     const CommonOptions &options() const { return m_options; }
     bool &overwriteFlag() { return m_options.overwrite; }
@@ -76,6 +85,7 @@ private:
     std::unique_ptr<JobReporter> makeReporter() const;
 
     CommonOptions m_options;
+    std::string m_format;
     bool m_failed = false;
 };
 

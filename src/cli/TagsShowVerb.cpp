@@ -36,7 +36,7 @@ QString row(const QString &name, const QString &value)
 
 QString pictureText(const AlbumArt &art)
 {
-    return QStringLiteral("%1, %2 × %3, %4 bytes")
+    return TagsShowVerb::tr("%1, %2 × %3, %4 bytes")
         .arg(art.mimeType().isEmpty() ? TagsShowVerb::tr("not readable")
                                       : QString::fromLatin1(art.mimeType()))
         .arg(art.size().width())

@@ -104,7 +104,7 @@ void UtilVerb::declareOwnFlags()
 void UtilVerb::setControls(UtilTab &tab) const
 {
     tab.commandMatrix().select(m_command);
-    tab.replayGainMatrix().select(m_remove ? 1 : 0);
+    tab.replayGainMatrix().selectId(m_remove ? QStringLiteral("remove") : QStringLiteral("add"));
     if (m_command == UtilTab::SampleRateConversion) {
         tab.sampleRateCombo().setText(QString::fromStdString(m_rate) + QStringLiteral(" kHz"));
     }

@@ -10,6 +10,7 @@
 #include "checksums/FlacFingerprint.h"
 #include "checksums/ListText.h"
 #include "formats/Formats.h"
+#include "formats/Records.h"
 #include "formats/TagCopy.h"
 #include "platform/MainThread.h"
 #include "platform/Resources.h"
@@ -30,13 +31,11 @@ namespace {
 
 Q_LOGGING_CATEGORY(fixLog, "kruv.fix")
 
-const QString oneList = QStringLiteral("1 MD5");
-const QString listByDisc = QStringLiteral("MD5 by disc*");
-const QString fingerprints = QStringLiteral("FFP");
-
-bool isOneOf(const QString &path, const char *types)
+/// By its name, and with tags that are copied.
+const Format *taggedFormatOf(const QString &path)
 {
-    return QString::fromLatin1(types).split(u' ').contains(PathNames::fileType(path));
+    const Format *format = Formats::ofType(PathNames::fileType(path));
+    return format && format->takenBy.fix && format->tags ? format : nullptr;
 }
 
 } // namespace
@@ -56,17 +55,17 @@ FixTask::FixTask(TaskCompletionSink *queue, Request request, std::function<void(
     }
 }
 
-QStringList FixTask::fixArguments(const QStringList &fileNames, const QString &outputFormat,
+QStringList FixTask::fixArguments(const QStringList &fileNames, const Format &target,
                                   const QString &outputPath, int flacLevel)
 {
     QString line = QStringLiteral("fix -P pct -O never -k -d");
     QStringList arguments = line.split(u' ');
     arguments << outputPath << QStringLiteral("-o");
-    if (outputFormat == u"flac") {
+    if (&target == &flacFormat) {
         line = QStringLiteral("cust ext=flac { flac -s -%1 -o %f - }").arg(flacLevel);
         arguments << line.split(u' ');
     } else {
-        arguments << outputFormat;
+        arguments << target.extension();
     }
     return arguments << fileNames;
 }
@@ -86,7 +85,7 @@ QStringList FixTask::fixedFiles(const Request &request)
 {
     QStringList files;
     for (const QString &source : request.fileNames) {
-        files.append(PathNames::outputPath(request.outputPath, source, request.outputFormat));
+        files.append(PathNames::outputPath(request.outputPath, source, request.target->extension()));
     }
     return files;
 }
@@ -95,13 +94,13 @@ FixTask::Lists FixTask::lists(const Request &request, const Preferences &prefere
 {
     Lists lists;
     const QStringList files = fixedFiles(request);
-    if (request.outputFormat == u"flac" && request.md5Option == fingerprints) {
+    if (request.target == &flacFormat && request.list == ListKind::Fingerprints) {
         lists[ListText::pathIn(request.outputPath, preferences, QStringLiteral("fingerprint"),
                                preferences.string(QStringLiteral("ffpExtension")))] = files;
-    } else if (request.outputFormat == u"shn" && request.md5Option == oneList) {
+    } else if (request.target == &shortenFormat && request.list == ListKind::Md5) {
         lists[ListText::pathIn(request.outputPath, preferences, QStringLiteral("md5sum"),
                                QStringLiteral("md5"))] = files;
-    } else if (request.outputFormat == u"shn" && request.md5Option == listByDisc) {
+    } else if (request.target == &shortenFormat && request.list == ListKind::Md5ByDisc) {
         for (const QString &file : files) {
             const QString name = QStringLiteral("Disc%1.md5").arg(disc(file));
             lists[ListText::joined(request.outputPath, name)].append(file);
@@ -130,7 +129,7 @@ void FixTask::make(StagedOutputs &outputs)
 /// A tool that is missed only after the long run would let it come to nothing.
 void FixTask::requireTools() const
 {
-    if (m_request.md5Option == fingerprints) {
+    if (m_request.list == ListKind::Fingerprints) {
         ToolCatalog::requireLaunchable(toolPath(QStringLiteral("metaflac")));
     }
 }
@@ -140,7 +139,7 @@ void FixTask::doFixCall(const QString &staging)
     const QStringList &files = m_request.fileNames;
     runTool(
         toolPath(QStringLiteral("shntool")),
-        fixArguments(files, m_request.outputFormat, staging, m_request.flacLevel),
+        fixArguments(files, *m_request.target, staging, m_request.flacLevel),
         [this](const QString &piece) { processTaskOutput(piece); }, PathNames::folderOf(files.at(0)));
 }
 
@@ -161,7 +160,7 @@ void FixTask::dress(StagedOutputs &outputs)
     copyTags(outputs);
     const Lists all = lists(m_request, queue()->preferences());
     for (auto list = all.cbegin(); list != all.cend() && mayGoOn(); ++list) {
-        const bool ofFingerprints = m_request.md5Option == fingerprints;
+        const bool ofFingerprints = m_request.list == ListKind::Fingerprints;
         showStatus(ofFingerprints ? tr("Creating FFP") : tr("Creating MD5"));
         const QString text =
             ofFingerprints ? fingerprintList(outputs, list.value()) : md5List(outputs, list.value());
@@ -204,27 +203,26 @@ void FixTask::showCurrentFile(QStringView piece)
         PathNames::nameWithoutExtension(m_currentLine.sliced(start.size(), end - start.size()));
     m_currentLine.clear();
     setTextFieldString(
-        QStringLiteral("%1 (%2 of %3)")
+        tr("%1 (%2 of %3)")
             .arg(name, m_fileNameDictionary.value(name), QString::number(m_request.fileNames.size())));
     publish(&KruvTask::setTextFieldValue);
 }
 
 void FixTask::copyTags(const StagedOutputs &outputs)
 {
-    if (m_request.outputFormat != u"aiff" && m_request.outputFormat != u"flac") {
+    if (m_request.target != &aiffFormat && m_request.target != &flacFormat) {
         return;
     }
     const QStringList files = fixedFiles(m_request);
     for (qsizetype index = 0; index < files.size() && !cancelled(); ++index) {
         const QString &source = m_request.fileNames[index];
-        if (!isOneOf(source, "AIFF AIF FLAC WV TTA")) {
+        const Format *format = taggedFormatOf(source);
+        if (!format) {
             continue;
         }
         showStatus(tr("Writing tags"));
         try {
-            TagCopy::copy(*Formats::ofType(PathNames::fileType(source)), source,
-                          *Formats::ofType(m_request.outputFormat.toUpper()),
-                          outputs.stagedPath(files[index]));
+            TagCopy::copy(*format, source, *m_request.target, outputs.stagedPath(files[index]));
         } catch (const std::exception &failure) {
             qCWarning(fixLog, "Exception trying to tag fixed files: %s", failure.what());
             if (deleteOriginal()) {
@@ -274,7 +272,8 @@ QString FixTask::fingerprintList(const StagedOutputs &outputs, const QStringList
 
 bool FixTask::isOriginal(const QString &source) const
 {
-    return isOneOf(source, "FLAC SHN WAV AIF AIFF WV TTA");
+    const Format *format = Formats::ofType(PathNames::fileType(source));
+    return format && format->takenBy.fix;
 }
 
 void FixTask::stopTask()

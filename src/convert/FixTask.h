@@ -14,6 +14,7 @@
 namespace kruv {
 
 class Preferences;
+struct Format;
 
 /// Runs `shntool fix` over a whole set of tracks, so that each but the last ends on a CD sector boundary
 /// (a multiple of 588 frames), then copies tags and writes a checksum list for the fixed files. Fixing moves
@@ -22,12 +23,14 @@ class FixTask final : public OutputTask
 {
     Q_DECLARE_TR_FUNCTIONS(kruv::FixTask)
 public:
+    /// The lists that are written of the fixed files: MD5 of Shorten files, fingerprints of FLAC files.
+    enum class ListKind { None, Md5, Md5ByDisc, Fingerprints };
     struct Request
     {
         QStringList fileNames; ///< in the order of the set
-        QString outputFormat;  ///< lower-case extension: "shn", "flac", "wav" or "aiff"
-        QString outputPath;    ///< folder
-        QString md5Option;     ///< "No MD5", "1 MD5", "MD5 by disc*" or "FFP"
+        const Format *target = nullptr;
+        QString outputPath; ///< folder
+        ListKind list = ListKind::None;
         int flacLevel = 0;
     };
 
@@ -38,7 +41,7 @@ public:
     QString inputPath() const override { return m_request.fileNames.value(0); }
     QString outputPath() const override { return m_request.outputPath; }
 
-    static QStringList fixArguments(const QStringList &fileNames, const QString &outputFormat,
+    static QStringList fixArguments(const QStringList &fileNames, const Format &target,
                                     const QString &outputPath, int flacLevel);
     /// Everything that the job makes: fixed files and lists.
     static QStringList outputs(const Request &request, const Preferences &preferences);

@@ -23,7 +23,5 @@ const Format *identify(const QString &path);
 QStringList typesFor(bool TakenBy::*list);
 /// The formats that can be made, of one kind.
 QList<const Format *> made(bool lossy);
-/// As choices show them.
-QStringList labels(const QList<const Format *> &formats);
 
 } // namespace kruv::Formats

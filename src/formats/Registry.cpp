@@ -72,13 +72,4 @@ QList<const Format *> made(bool lossy)
     return found;
 }
 
-QStringList labels(const QList<const Format *> &formats)
-{
-    QStringList all;
-    for (const Format *format : formats) {
-        all.append(format->label.toString());
-    }
-    return all;
-}
-
 } // namespace kruv::Formats

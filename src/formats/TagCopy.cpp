@@ -7,6 +7,8 @@
 #include "tags/TagAccess.h"
 #include "tags/TagsObject.h"
 
+#include <QCoreApplication>
+
 #include <stdexcept>
 
 namespace kruv::TagCopy {
@@ -20,7 +22,9 @@ void write(const Format &format, const QString &path, const TagsObject &record)
 {
     constexpr bool writeEmptyTags = false;
     if (!format.tags || !format.tags->write(path, record, writeEmptyTags)) {
-        throw std::runtime_error("the file is missing, read-only or could not be saved");
+        throw std::runtime_error(
+            QCoreApplication::translate("TagCopy", "the file is missing, read-only or could not be saved")
+                .toStdString());
     }
 }
 

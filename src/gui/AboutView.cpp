@@ -45,7 +45,7 @@ AboutView::AboutView(KruvController &controller, QWidget *parent)
     large.setPointSizeF(large.pointSizeF() * 1.8);
     large.setBold(true);
     title->setFont(large);
-    addLine<QuietLabel>(layout, QStringLiteral("(Build %1)").arg(buildNumber()), this)
+    addLine<QuietLabel>(layout, tr("(Build %1)").arg(buildNumber()), this)
         ->setObjectName(QStringLiteral("buildTextField"));
 
     layout->addSpacing(12);

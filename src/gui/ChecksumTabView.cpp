@@ -15,13 +15,13 @@ ChecksumTabView::ChecksumTabView(ChecksumTab &tab, const QStringList &kinds, QWi
     : TabView(tab, kinds, parent)
 {
     QVBoxLayout *command = options().addGroup(tr("Command"));
-    command->addWidget(
-        new ChoiceGrid(tab.commandOptions(), QStringLiteral("Command"), command->parentWidget()));
+    command->addWidget(new ChoiceGrid(tab.commandOptions(), {QStringLiteral("mode"), tr("Command")},
+                                      command->parentWidget()));
 
     m_listHeading.setText(tr("Checksum file"));
     QVBoxLayout *list = options().addGroup(m_listHeading);
-    auto *kind = new ChoiceGrid(tab.createChecksumOptions(), QStringLiteral("Kind of checksum file"),
-                                list->parentWidget());
+    auto *kind = new ChoiceGrid(tab.createChecksumOptions(),
+                                {QStringLiteral("kind"), tr("Kind of checksum file")}, list->parentWidget());
     QSizePolicy policy = kind->sizePolicy();
     policy.setRetainSizeWhenHidden(true);
     kind->setSizePolicy(policy);

@@ -11,19 +11,19 @@
 
 namespace kruv {
 
-ChoiceGrid::ChoiceGrid(ChoiceControl &control, const QString &name, QWidget *parent)
+ChoiceGrid::ChoiceGrid(ChoiceControl &control, const Name &name, QWidget *parent)
     : QWidget(parent)
     , m_control(control)
 {
-    setObjectName(name);
-    setAccessibleName(name);
+    setObjectName(name.object);
+    setAccessibleName(name.spoken);
     auto *layout = new QGridLayout(this);
     layout->setContentsMargins({});
     layout->setVerticalSpacing(6);
-    const QStringList &titles = control.titles();
-    for (int index = 0; index < titles.size(); ++index) {
-        auto *button = new QRadioButton(titles[index], this);
-        button->setObjectName(name + u' ' + titles[index]);
+    const QList<ChoiceControl::Choice> &choices = control.choices();
+    for (int index = 0; index < choices.size(); ++index) {
+        auto *button = new QRadioButton(choices[index].title, this);
+        button->setObjectName(name.object + u' ' + choices[index].id);
         button->setAutoExclusive(false); // the model decides, and may select none
         layout->addWidget(button, index / control.columns(), index % control.columns());
         connect(button, &QRadioButton::clicked, this, [this, index] {

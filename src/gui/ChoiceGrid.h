@@ -18,9 +18,15 @@ class ChoiceGrid : public QWidget
 {
     Q_OBJECT
 public:
-    /// `control` must outlive the grid. `name` is what the choice is called to those who hear it; the
-    /// buttons' object names are `name` and their title.
-    ChoiceGrid(ChoiceControl &control, const QString &name, QWidget *parent);
+    struct Name
+    {
+        /// The object's; the buttons' are this and their choice's id.
+        QString object;
+        /// What the choice is called to those who hear it.
+        QString spoken;
+    };
+    /// `control` must outlive the grid.
+    ChoiceGrid(ChoiceControl &control, const Name &name, QWidget *parent);
 
 private:
     void showSelection();

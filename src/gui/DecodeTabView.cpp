@@ -15,8 +15,8 @@ DecodeTabView::DecodeTabView(DecodeTab &tab, const QStringList &kinds, QWidget *
     : TabView(tab, kinds, parent)
 {
     QVBoxLayout *format = options().addGroup(tr("Format"));
-    format->addWidget(
-        new ChoiceGrid(tab.outputFormatMatrix(), QStringLiteral("Format"), format->parentWidget()));
+    format->addWidget(new ChoiceGrid(tab.outputFormatMatrix(), {QStringLiteral("format"), tr("Format")},
+                                     format->parentWidget()));
 
     options().addOutputGroup(tab.sourceDecodeButton(), QStringLiteral("sourceDecodeButton"),
                              tab.deleteOriginalsButton());

@@ -17,8 +17,8 @@ EncodeTabView::EncodeTabView(EncodeTab &tab, const QStringList &kinds, QWidget *
     : TabView(tab, QStringList(kinds) << appleLosslessFormat.types.front().toString(), parent)
 {
     QVBoxLayout *format = options().addGroup(tr("Format"));
-    format->addWidget(
-        new ChoiceGrid(tab.outputFormatMatrix(), QStringLiteral("Format"), format->parentWidget()));
+    format->addWidget(new ChoiceGrid(tab.outputFormatMatrix(), {QStringLiteral("format"), tr("Format")},
+                                     format->parentWidget()));
     const FormatPages pages(options(), tab.outputFormatMatrix(), {tab.formats(), tab.formatControls()});
     options().addOutputGroup(tab.sourceEncodeButton(), QStringLiteral("sourceEncodeButton"),
                              tab.deleteOriginalsButton());

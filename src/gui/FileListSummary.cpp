@@ -16,7 +16,7 @@ namespace {
 
 QString countText(int count)
 {
-    return count == 1 ? QStringLiteral("1 file") : QStringLiteral("%1 files").arg(QLocale().toString(count));
+    return count == 1 ? FileListSummary::tr("1 file") : FileListSummary::tr("%Ln files", nullptr, count);
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 
 #include "gui/FileListView.h"
 
+#include "formats/Records.h"
 #include "gui/Glyphs.h"
 #include "gui/NameWidth.h"
 #include "gui/QuietLabel.h"
@@ -79,12 +80,14 @@ QPixmap dropIcon()
 /// "FLAC, WAV or AIFF"; the short twin of AIFF goes without saying.
 QString kindsText(QStringList kinds)
 {
-    kinds.removeAll(QStringLiteral("AIF"));
+    for (const QStringView twin : aiffFormat.types.subspan(1)) {
+        kinds.removeAll(twin.toString());
+    }
     if (kinds.size() < 2) {
         return kinds.value(0);
     }
     const QString last = kinds.takeLast();
-    return kinds.join(QStringLiteral(", ")) + QStringLiteral(" or ") + last;
+    return FileListView::tr("%1 or %2").arg(kinds.join(QStringLiteral(", ")), last);
 }
 
 } // namespace

@@ -17,13 +17,14 @@ FixTabView::FixTabView(FixTab &tab, const QStringList &kinds, QWidget *parent)
     : TabView(tab, kinds, parent)
 {
     QVBoxLayout *format = options().addGroup(tr("Format"));
-    format->addWidget(
-        new ChoiceGrid(tab.outputFormatMatrix(), QStringLiteral("Format"), format->parentWidget()));
+    format->addWidget(new ChoiceGrid(tab.outputFormatMatrix(), {QStringLiteral("format"), tr("Format")},
+                                     format->parentWidget()));
     OptionColumn::addLevel(format, tab.flacLevelSlider(), tr("FLAC &level"),
                            QStringLiteral("flacLevelSlider"));
 
     QVBoxLayout *lists = options().addGroup(tab.md5Label());
-    lists->addWidget(new ChoiceGrid(tab.shnMd5Option(), QStringLiteral("MD5 files"), lists->parentWidget()));
+    lists->addWidget(new ChoiceGrid(tab.shnMd5Option(), {QStringLiteral("lists"), tr("MD5 files")},
+                                    lists->parentWidget()));
     follow(tab.shnMd5Option(), OptionColumn::addDiscNote(lists), [] {});
     OptionColumn::addToggle(lists, tab.flacFingerprintButton(), tr("Fingerprint f&ile"),
                             QStringLiteral("flacFingerprintButton"),

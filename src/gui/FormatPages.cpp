@@ -85,7 +85,7 @@ void FormatPages::addOption(QVBoxLayout *group, const Format &format, const Form
         break;
     case FormatOption::Kind::Choice:
         if (option.choices.size() <= mostInGrid) {
-            const QString name = tr("%1 mode").arg(QString::fromLatin1(format.id).toUpper());
+            const ChoiceGrid::Name name{nameOf(option), tr("%1 mode").arg(format.label)};
             group->addWidget(new ChoiceGrid(controls.choice(option), name, group->parentWidget()));
             break;
         }

@@ -34,7 +34,7 @@ const QString saveFolderKey = QStringLiteral("lastSaveFolder");
 /// Which button Escape presses: the one that changes nothing, where there is one.
 int harmlessButton(const QStringList &buttons)
 {
-    for (const QString &word : {QStringLiteral("Cancel"), QStringLiteral("No")}) {
+    for (const QString &word : {UserInterface::cancel(), UserInterface::no()}) {
         if (const auto index = buttons.indexOf(word); index >= 0) {
             return static_cast<int>(index);
         }
@@ -47,7 +47,7 @@ QMessageBox::ButtonRole roleOf(const QString &word, int index, int harmless)
     if (index == harmless) {
         return QMessageBox::RejectRole;
     }
-    return word == u"Yes" || index == 0 ? QMessageBox::AcceptRole : QMessageBox::ActionRole;
+    return word == UserInterface::yes() || index == 0 ? QMessageBox::AcceptRole : QMessageBox::ActionRole;
 }
 
 /// Of file names with these extensions, in either case.
@@ -120,7 +120,7 @@ QWidget *GuiUserInterface::dialogParent() const
     return dialog ? dialog : m_mainWindow.data();
 }
 
-int GuiUserInterface::ask(const QString &title, const QString &text, const QStringList &buttons,
+int GuiUserInterface::ask(Matter, const QString &title, const QString &text, const QStringList &buttons,
                           int defaultButton)
 {
     return askBesidePicture(title, text, buttons, defaultButton, {});
@@ -168,7 +168,7 @@ int GuiUserInterface::askBesidePicture(const QString &title, const QString &text
 
 void GuiUserInterface::alert(const QString &title, const QString &text, const QString &button)
 {
-    ask(title, text, {button}, 0);
+    askBesidePicture(title, text, {button}, 0, {});
 }
 
 QStringList GuiUserInterface::runFileDialog(QFileDialog &dialog, const QString &folderKey)

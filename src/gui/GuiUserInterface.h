@@ -40,7 +40,7 @@ public:
     /// Null while nothing is attached. Made when first asked for.
     StatusPanel *statusPanel();
 
-    int ask(const QString &title, const QString &text, const QStringList &buttons,
+    int ask(Matter matter, const QString &title, const QString &text, const QStringList &buttons,
             int defaultButton) override;
     int askBesidePicture(const QString &title, const QString &text, const QStringList &buttons,
                          int defaultButton, const QImage &picture) override;

@@ -13,7 +13,8 @@ namespace kruv {
 
 KruvTrimCharsPanel::KruvTrimCharsPanel(QWidget *parent)
     : QDialog(parent)
-    , m_positionMatrix({tr("Beginning"), tr("End")}, 2)
+    , m_positionMatrix({{QStringLiteral("beginning"), tr("Beginning")}, {QStringLiteral("end"), tr("End")}},
+                       2)
     , m_numberField(new QSpinBox(this))
 {
     constexpr int longestName = 255;
@@ -26,7 +27,8 @@ KruvTrimCharsPanel::KruvTrimCharsPanel(QWidget *parent)
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     auto *form = new QFormLayout(this);
     form->addRow(tr("&Characters to trim:"), m_numberField);
-    form->addRow(tr("From the:"), new ChoiceGrid(m_positionMatrix, QStringLiteral("positionMatrix"), this));
+    form->addRow(tr("From the:"),
+                 new ChoiceGrid(m_positionMatrix, {QStringLiteral("positionMatrix"), tr("From the:")}, this));
     form->addRow(buttons);
 }
 

@@ -52,8 +52,8 @@ LossyTabView::LossyTabView(LossyTab &tab, const QStringList &kinds, QWidget *par
     : TabView(tab, QStringList(kinds) << appleLosslessFormat.types.front().toString(), parent)
 {
     QVBoxLayout *format = options().addGroup(tr("Format"));
-    format->addWidget(
-        new ChoiceGrid(tab.outputFormatMatrix(), QStringLiteral("Format"), format->parentWidget()));
+    format->addWidget(new ChoiceGrid(tab.outputFormatMatrix(), {QStringLiteral("format"), tr("Format")},
+                                     format->parentWidget()));
     addPages(options(), tab);
     QVBoxLayout *output = options().addOutputGroup(
         tab.sourceEncodeButton(), QStringLiteral("sourceEncodeButton"), tab.deleteOriginalsButton());

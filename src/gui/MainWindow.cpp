@@ -56,7 +56,7 @@ void MainWindow::makeTabs()
     m_tabView->tabBar()->setExpanding(false);
     m_tabView->tabBar()->setAccessibleName(tr("Functions"));
     for (const QString &label : m_controller.tabLabels()) {
-        m_tabView->addTab(makeTabView(label, m_controller, m_tabView), label);
+        m_tabView->addTab(makeTabView(label, m_controller, m_tabView), tabTitle(label));
     }
     setCentralWidget(m_tabView);
     connect(m_tabView, &QTabWidget::currentChanged, &m_controller, &KruvController::selectTab);
@@ -120,7 +120,7 @@ void MainWindow::restoreState()
 void MainWindow::storeState()
 {
     WindowPlace::store(*this, m_controller.preferences(), placeKey);
-    m_controller.preferences().setValue(tabKey, m_tabView->tabText(m_tabView->currentIndex()));
+    m_controller.preferences().setValue(tabKey, m_controller.tabLabels().value(m_tabView->currentIndex()));
 }
 
 void MainWindow::selectTab(const QString &label)
@@ -132,7 +132,7 @@ void MainWindow::selectTab(const QString &label)
 
 void MainWindow::actOnCurrentTab(void (*action)(BaseTab &tab))
 {
-    if (BaseTab *tab = m_controller.tab(m_tabView->tabText(m_tabView->currentIndex()))) {
+    if (BaseTab *tab = m_controller.tab(m_controller.tabLabels().value(m_tabView->currentIndex()))) {
         action(*tab);
     }
 }

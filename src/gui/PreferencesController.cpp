@@ -79,8 +79,10 @@ PreferencesController::PreferencesController(Preferences &preferences, QWidget *
     , m_preferences(preferences)
     , m_maxThreads(1, std::max(1, QThread::idealThreadCount()),
                    preferences.integer(QStringLiteral("maxThreads")))
-    , m_trashOrDelete({tr("Remove"), tr("Move to the trash")}, 2)
-    , m_lameStereoOption({tr("Stereo"), tr("Joint stereo")}, 2)
+    , m_trashOrDelete(
+          {{QStringLiteral("remove"), tr("Remove")}, {QStringLiteral("trash"), tr("Move to the trash")}}, 2)
+    , m_lameStereoOption(
+          {{QStringLiteral("stereo"), tr("Stereo")}, {QStringLiteral("joint"), tr("Joint stereo")}}, 2)
     , m_lameQValue(lameBest, lameFastest, lameBest)
     , m_toolbar(new QToolBar(this))
     , m_paneActions(new QActionGroup(this))
@@ -162,8 +164,9 @@ void PreferencesController::fillGeneral(QWidget *pane)
     constexpr int roomForTwoDigits = 72;
     threads->setFixedWidth(roomForTwoDigits);
     form->addRow(tr("&Jobs at once:"), threads);
-    form->addRow(tr("Deleted originals:"),
-                 new ChoiceGrid(m_trashOrDelete, QStringLiteral("trashOrDelete"), pane));
+    form->addRow(
+        tr("Deleted originals:"),
+        new ChoiceGrid(m_trashOrDelete, {QStringLiteral("trashOrDelete"), tr("Deleted originals:")}, pane));
     addToggle(form, tr("Warnings:"), m_warnOnDelete, tr("&Ask before originals are deleted"),
               QStringLiteral("warnOnDelete"));
     addToggle(form, {}, m_warnOnFilesSkipped, tr("&Say when files were skipped"),
@@ -205,7 +208,8 @@ void PreferencesController::fillMetadata(QWidget *pane)
     addToggle(form, tr("FLAC:"), m_noPaddingFlac, tr("Write tags without &padding"),
               QStringLiteral("noPaddingFlacTags"));
     form->addRow(tr("MP3 stereo mode:"),
-                 new ChoiceGrid(m_lameStereoOption, QStringLiteral("lameStereoOption"), pane));
+                 new ChoiceGrid(m_lameStereoOption,
+                                {QStringLiteral("lameStereoOption"), tr("MP3 stereo mode:")}, pane));
     auto *quality = new LevelSlider(
         m_lameQValue, QStringLiteral("lameQValue"), [](int value) { return QString::number(value); }, pane);
     form->addRow(tr("MP3 &quality:"), quality);

@@ -19,17 +19,17 @@ QString duration(double seconds)
 {
     constexpr double minute = 60.0;
     constexpr double hour = 3600.0;
-    const auto say = [](double value, const QString &one, const QString &many) {
-        const int whole = std::max(1, static_cast<int>(std::lround(value)));
-        return whole == 1 ? one : many.arg(whole);
-    };
+    const auto whole = [](double value) { return std::max(1, static_cast<int>(std::lround(value))); };
     if (seconds < minute) {
-        return say(seconds, QStringLiteral("1 second"), QStringLiteral("%1 seconds"));
+        const int count = whole(seconds);
+        return count == 1 ? QueueProgress::tr("1 second") : QueueProgress::tr("%n seconds", nullptr, count);
     }
     if (seconds < 1.5 * hour) {
-        return say(seconds / minute, QStringLiteral("1 minute"), QStringLiteral("%1 minutes"));
+        const int count = whole(seconds / minute);
+        return count == 1 ? QueueProgress::tr("1 minute") : QueueProgress::tr("%n minutes", nullptr, count);
     }
-    return say(seconds / hour, QStringLiteral("1 hour"), QStringLiteral("%1 hours"));
+    const int count = whole(seconds / hour);
+    return count == 1 ? QueueProgress::tr("1 hour") : QueueProgress::tr("%n hours", nullptr, count);
 }
 
 } // namespace
@@ -92,13 +92,13 @@ QString QueueProgress::text() const
         return {};
     }
     constexpr double tooEarlyToTell = 3.0; // seconds
-    QString text = QStringLiteral("%1 of %2").arg(m_ended).arg(all());
     const double done = fraction();
     const double elapsed = static_cast<double>(m_clock.elapsed()) / 1000.0;
     if (elapsed > tooEarlyToTell && done > 0.0) {
-        text += QStringLiteral(", about %1 left").arg(duration(elapsed / done * (1.0 - done)));
+        return tr("%1 of %2, about %3 left")
+            .arg(QString::number(m_ended), QString::number(all()), duration(elapsed / done * (1.0 - done)));
     }
-    return text;
+    return tr("%1 of %2").arg(QString::number(m_ended), QString::number(all()));
 }
 
 } // namespace kruv

@@ -57,8 +57,8 @@ ShntoolTabView::ShntoolTabView(SHNtoolTab &tab, const QStringList &kinds, QWidge
     : TabView(tab, kinds, parent)
 {
     QVBoxLayout *command = options().addGroup(tr("Command"));
-    command->addWidget(
-        new ChoiceGrid(tab.shntoolCommandMatrix(), QStringLiteral("Command"), command->parentWidget()));
+    command->addWidget(new ChoiceGrid(tab.shntoolCommandMatrix(), {QStringLiteral("mode"), tr("Command")},
+                                      command->parentWidget()));
     auto *note = new QuietLabel({}, command->parentWidget());
     note->setWordWrap(true);
     note->setMinimumHeight(2 * note->fontMetrics().lineSpacing());
@@ -85,8 +85,8 @@ ShntoolTabView::ShntoolTabView(SHNtoolTab &tab, const QStringList &kinds, QWidge
 void ShntoolTabView::addLengthOptions(SHNtoolTab &tab, QStackedWidget *pages)
 {
     QVBoxLayout *lengths = options().addPage(pages, tr("Lengths"));
-    lengths->addWidget(
-        new ChoiceGrid(tab.shnLenMatrix(), QStringLiteral("Lengths"), lengths->parentWidget()));
+    lengths->addWidget(new ChoiceGrid(tab.shnLenMatrix(), {QStringLiteral("lengths"), tr("Lengths")},
+                                      lengths->parentWidget()));
     OptionColumn::addDiscNote(lengths);
     auto *names = new QPushButton(tr("Track na&mes…"), lengths->parentWidget());
     names->setObjectName(QStringLiteral("namesButton"));
@@ -105,8 +105,8 @@ void ShntoolTabView::addLengthOptions(SHNtoolTab &tab, QStackedWidget *pages)
 void ShntoolTabView::addOutputOptions(SHNtoolTab &tab, QStackedWidget *pages)
 {
     QVBoxLayout *output = options().addPage(pages, tab.outputFormatText().text());
-    output->addWidget(
-        new ChoiceGrid(tab.outputFormatMatrix(), QStringLiteral("Output format"), output->parentWidget()));
+    output->addWidget(new ChoiceGrid(
+        tab.outputFormatMatrix(), {QStringLiteral("format"), tr("Output format")}, output->parentWidget()));
     OptionColumn::addToggle(output, tab.sourceEncodeButton(), tr("&Next to the first file"),
                             QStringLiteral("sourceEncodeButton"), tr("Otherwise one folder is asked for"));
     OptionColumn::addToggle(output, tab.deleteOriginalsButton(), tr("Delete &original files"),

@@ -14,6 +14,8 @@
 #include "gui/UtilTabView.h"
 #include "tabs/KruvController.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 #include <iterator>
 
@@ -29,20 +31,20 @@ QWidget *makeView(const QString &label, KruvController &controller, QWidget *par
 
 struct Row
 {
-    QStringView label;
+    const char *label;
     QWidget *(*make)(const QString &label, KruvController &controller, QWidget *parent);
 };
 
 constexpr Row rows[] = {
-    {u"decode", makeView<DecodeTabView, &KruvController::decodeTab>},
-    {u"encode", makeView<EncodeTabView, &KruvController::encodeTab>},
-    {u"checksum", makeView<ChecksumTabView, &KruvController::checksumTab>},
-    {u"shntool", makeView<ShntoolTabView, &KruvController::shntoolTab>},
-    {u"fix SBE", makeView<FixTabView, &KruvController::fixTab>},
-    {u"util", makeView<UtilTabView, &KruvController::utilTab>},
-    {u"Tags", makeView<TagsTabView, &KruvController::tagsTab>},
-    {u"lossy", makeView<LossyTabView, &KruvController::lossyTab>},
-    {u"about",
+    {QT_TRANSLATE_NOOP("TabTitle", "decode"), makeView<DecodeTabView, &KruvController::decodeTab>},
+    {QT_TRANSLATE_NOOP("TabTitle", "encode"), makeView<EncodeTabView, &KruvController::encodeTab>},
+    {QT_TRANSLATE_NOOP("TabTitle", "checksum"), makeView<ChecksumTabView, &KruvController::checksumTab>},
+    {QT_TRANSLATE_NOOP("TabTitle", "shntool"), makeView<ShntoolTabView, &KruvController::shntoolTab>},
+    {QT_TRANSLATE_NOOP("TabTitle", "fix SBE"), makeView<FixTabView, &KruvController::fixTab>},
+    {QT_TRANSLATE_NOOP("TabTitle", "util"), makeView<UtilTabView, &KruvController::utilTab>},
+    {QT_TRANSLATE_NOOP("TabTitle", "Tags"), makeView<TagsTabView, &KruvController::tagsTab>},
+    {QT_TRANSLATE_NOOP("TabTitle", "lossy"), makeView<LossyTabView, &KruvController::lossyTab>},
+    {QT_TRANSLATE_NOOP("TabTitle", "about"),
      [](const QString &, KruvController &controller, QWidget *parent) -> QWidget * {
          return new AboutView(controller, parent);
      }},
@@ -52,9 +54,15 @@ constexpr Row rows[] = {
 
 QWidget *makeTabView(const QString &label, KruvController &controller, QWidget *parent)
 {
-    const auto *row = std::ranges::find_if(rows, [&label](const Row &each) { return each.label == label; });
+    const auto *row = std::ranges::find_if(
+        rows, [&label](const Row &each) { return label == QLatin1StringView(each.label); });
     Q_ASSERT(row != std::end(rows));
     return row == std::end(rows) ? nullptr : row->make(label, controller, parent);
+}
+
+QString tabTitle(const QString &label)
+{
+    return QCoreApplication::translate("TabTitle", label.toLatin1().constData());
 }
 
 } // namespace kruv

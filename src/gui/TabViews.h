@@ -13,4 +13,7 @@ class KruvController;
 /// Makes the view of the tab with that label. A label without a view is a programming error and gives null.
 QWidget *makeTabView(const QString &label, KruvController &controller, QWidget *parent);
 
+/// What the tab with that label is called in the window.
+QString tabTitle(const QString &label);
+
 } // namespace kruv

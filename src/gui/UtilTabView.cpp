@@ -46,8 +46,8 @@ UtilTabView::UtilTabView(UtilTab &tab, const QStringList &kinds, QWidget *parent
     , m_tab(tab)
 {
     QVBoxLayout *operation = options().addGroup(tr("Operation"));
-    operation->addWidget(
-        new ChoiceGrid(tab.commandMatrix(), QStringLiteral("Operation"), operation->parentWidget()));
+    operation->addWidget(new ChoiceGrid(tab.commandMatrix(), {QStringLiteral("operation"), tr("Operation")},
+                                        operation->parentWidget()));
     addPages();
     connect(&tab.commandMatrix(), &Control::changed, this, &UtilTabView::nameCommand);
     connect(&tab.replayGainMatrix(), &Control::changed, this, &UtilTabView::nameCommand);
@@ -65,8 +65,8 @@ void UtilTabView::addPages()
         tr("The files get one prefix and their number in the list: Prefix01, Prefix02 … The prefix is asked "
            "for."));
     QVBoxLayout *gain = options().addPage(pages, tr("Replay gain"));
-    gain->addWidget(
-        new ChoiceGrid(m_tab.replayGainMatrix(), QStringLiteral("Replay gain"), gain->parentWidget()));
+    gain->addWidget(new ChoiceGrid(m_tab.replayGainMatrix(),
+                                   {QStringLiteral("replayGain"), tr("Replay gain")}, gain->parentWidget()));
     addNote(gain, tr("Album gain spans the FLAC files of a folder."));
     addNote(options().addPage(pages, tr("De-emphasis")),
             tr("For WAV and AIFF files of 44.1 or 48 kHz from discs with pre-emphasis. The originals stay."));

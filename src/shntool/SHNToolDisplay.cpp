@@ -45,13 +45,13 @@ void SHNToolDisplay::showPercentage(const QString &line)
         const double value = percentage.toDouble();
         m_task.setProgressIndicatorValue(value);
         if (m_progress.text) {
-            QString text = QString::fromLatin1(m_progress.text);
+            QString text = tr(m_progress.text);
             text.replace(QStringLiteral("%2"), SHNToolOutput::phase(line));
             m_task.setTopTextFieldString(
                 text.arg(m_progress.asWritten ? percentage : QString::number(value, 'f', 6)));
         }
     } else if (m_progress.unreadable && line.contains(u'%')) {
-        m_task.setTopTextFieldString(QString::fromLatin1(m_progress.unreadable));
+        m_task.setTopTextFieldString(tr(m_progress.unreadable));
     }
 }
 

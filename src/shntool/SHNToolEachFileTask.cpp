@@ -32,7 +32,7 @@ SHNToolEachFileTask::SHNToolEachFileTask(TaskCompletionSink *queue, Request requ
     : SHNToolOutputTask(queue, std::move(request), mode.progress)
     , m_mode(mode)
 {
-    setTitles(QString::fromLatin1(mode.title));
+    setTitles(tr(mode.title));
 }
 
 QStringList SHNToolEachFileTask::outputs() const

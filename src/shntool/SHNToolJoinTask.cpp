@@ -15,7 +15,9 @@ Q_LOGGING_CATEGORY(joinLog, "kruv.shntool", QtWarningMsg)
 }
 
 SHNToolJoinTask::SHNToolJoinTask(TaskCompletionSink *queue, Request given)
-    : SHNToolOutputTask(queue, std::move(given), {.text = "Joining Files: %1%", .namesFile = true})
+    : SHNToolOutputTask(
+          queue, std::move(given),
+          {.text = QT_TRANSLATE_NOOP("kruv::SHNToolDisplay", "Joining Files: %1%"), .namesFile = true})
     , m_toolName(QStringLiteral("joined.") + request().format)
     , m_fileName(request().folder + u'/' + m_toolName)
 {

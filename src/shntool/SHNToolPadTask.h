@@ -12,11 +12,12 @@ class SHNToolPadTask : public SHNToolEachFileTask
 {
 public:
     SHNToolPadTask(TaskCompletionSink *queue, Request request)
-        : SHNToolEachFileTask(queue, std::move(request),
-                              {.word = u"pad",
-                               .postfix = u"-padded",
-                               .title = "Running SHNTool Pad",
-                               .progress = {.text = "Padding: %1%"}})
+        : SHNToolEachFileTask(
+              queue, std::move(request),
+              {.word = u"pad",
+               .postfix = u"-padded",
+               .title = QT_TRANSLATE_NOOP("kruv::SHNToolEachFileTask", "Running SHNTool Pad"),
+               .progress = {.text = QT_TRANSLATE_NOOP("kruv::SHNToolDisplay", "Padding: %1%")}})
     {
     }
 };

@@ -11,7 +11,9 @@
 namespace kruv {
 
 SHNToolSplitTask::SHNToolSplitTask(TaskCompletionSink *queue, Request given, const QString &splitPoints)
-    : SHNToolOutputTask(queue, std::move(given), {.text = "Splitting: %1%", .unreadable = "Splitting: ? %"})
+    : SHNToolOutputTask(queue, std::move(given),
+                        {.text = QT_TRANSLATE_NOOP("kruv::SHNToolDisplay", "Splitting: %1%"),
+                         .unreadable = QT_TRANSLATE_NOOP("kruv::SHNToolDisplay", "Splitting: ? %")})
     , m_splitPoints(splitPoints)
 {
     setTitles(PathNames::lastPathComponent(inputPath()));

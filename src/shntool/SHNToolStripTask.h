@@ -12,11 +12,12 @@ class SHNToolStripTask : public SHNToolEachFileTask
 {
 public:
     SHNToolStripTask(TaskCompletionSink *queue, Request request)
-        : SHNToolEachFileTask(queue, std::move(request),
-                              {.word = u"strip",
-                               .postfix = u"-stripped",
-                               .title = "Running SHNTool Strip",
-                               .progress = {.text = "Stripping: %1%"}})
+        : SHNToolEachFileTask(
+              queue, std::move(request),
+              {.word = u"strip",
+               .postfix = u"-stripped",
+               .title = QT_TRANSLATE_NOOP("kruv::SHNToolEachFileTask", "Running SHNTool Strip"),
+               .progress = {.text = QT_TRANSLATE_NOOP("kruv::SHNToolDisplay", "Stripping: %1%")}})
     {
     }
 };

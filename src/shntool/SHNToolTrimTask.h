@@ -12,11 +12,14 @@ class SHNToolTrimTask : public SHNToolEachFileTask
 {
 public:
     SHNToolTrimTask(TaskCompletionSink *queue, Request request)
-        : SHNToolEachFileTask(queue, std::move(request),
-                              {.word = u"trim",
-                               .postfix = u"-trimmed",
-                               .title = "Running SHNTool Trim",
-                               .progress = {.text = "%2 Files: %1%", .asWritten = true, .namesFile = true}})
+        : SHNToolEachFileTask(
+              queue, std::move(request),
+              {.word = u"trim",
+               .postfix = u"-trimmed",
+               .title = QT_TRANSLATE_NOOP("kruv::SHNToolEachFileTask", "Running SHNTool Trim"),
+               .progress = {.text = QT_TRANSLATE_NOOP("kruv::SHNToolDisplay", "%2 Files: %1%"),
+                            .asWritten = true,
+                            .namesFile = true}})
     {
     }
 };

@@ -219,17 +219,19 @@ bool BaseTab::confirmDeletion(bool deleteOriginals)
         return true;
     }
     const int answer = m_host.userInterface().ask(
+        UserInterface::Matter::DeletingOriginals,
         tr("You have chosen to delete the original files.  Are you sure you want to continue?"), QString(),
-        {tr("Yes"), tr("No")}, 0);
+        {UserInterface::yes(), UserInterface::no()}, 0);
     return answer == 0;
 }
 
 bool BaseTab::askToOverwrite(const QString &detail)
 {
     const int answer = m_host.userInterface().ask(
+        UserInterface::Matter::Overwriting,
         tr("One of the output files already exists and will be overwritten.  Are you sure you "
            "want to continue?"),
-        detail, {tr("No"), tr("Yes")}, 0);
+        detail, {UserInterface::no(), UserInterface::yes()}, 0);
     return answer == 1;
 }
 

@@ -21,8 +21,13 @@ namespace kruv {
 
 ChecksumTab::ChecksumTab(TabHost &host)
     : BaseTab(QStringLiteral("checksum"), host)
-    , m_commandOptions({tr("Verify audio files"), tr("Create checksum file"), tr("Verify checksum files")})
-    , m_createChecksumOptions({QStringLiteral("MD5"), QStringLiteral("ST5"), QStringLiteral("FFP")}, 3)
+    , m_commandOptions({{QStringLiteral("verify-audio"), tr("Verify audio files")},
+                        {QStringLiteral("create"), tr("Create checksum file")},
+                        {QStringLiteral("verify-lists"), tr("Verify checksum files")}})
+    , m_createChecksumOptions({{QStringLiteral("md5"), QStringLiteral("MD5")},
+                               {QStringLiteral("st5"), QStringLiteral("ST5")},
+                               {QStringLiteral("ffp"), QStringLiteral("FFP")}},
+                              3)
 {
     connect(&m_commandOptions, &Control::changed, this, &ChecksumTab::displayRelevantOptions);
     ChecksumTab::displayRelevantOptions();
@@ -119,16 +124,16 @@ bool ChecksumTab::createList()
 {
     const QStringList flac{flacFormat.types.front().toString()};
     const QStringList audio = Formats::typesFor(&TakenBy::checksum);
-    const QString kind = m_createChecksumOptions.selectedTitle();
-    const QStringList files = filesOfTypes(kind == u"FFP" ? flac : audio);
+    const QString kind = m_createChecksumOptions.selectedId();
+    const QStringList files = filesOfTypes(kind == u"ffp" ? flac : audio);
     if (files.isEmpty()) {
         return true;
     }
-    if (kind == u"FFP") {
+    if (kind == u"ffp") {
         return createFFP(files);
     }
     const bool sourceSave = m_sourceSaveButton.isOn();
-    if (auto job = kind == u"MD5" ? createMD5(files, sourceSave) : createST5(files, sourceSave)) {
+    if (auto job = kind == u"md5" ? createMD5(files, sourceSave) : createST5(files, sourceSave)) {
         host().taskQueue().addTask(std::move(job));
     }
     return true;

@@ -53,25 +53,43 @@ void ToggleControl::loadValue(Preferences &preferences, const QString &key)
     setOn(preferences.boolean(key));
 }
 
-ChoiceControl::ChoiceControl(const QStringList &titles, int columns, QObject *parent)
+ChoiceControl::ChoiceControl(const QList<Choice> &choices, int columns, QObject *parent)
     : Control(parent)
-    , m_titles(titles)
+    , m_choices(choices)
     , m_columns(columns)
 {
 }
 
+QStringList ChoiceControl::ids() const
+{
+    QStringList all;
+    for (const Choice &choice : m_choices) {
+        all.append(choice.id);
+    }
+    return all;
+}
+
+QStringList ChoiceControl::titles() const
+{
+    QStringList all;
+    for (const Choice &choice : m_choices) {
+        all.append(choice.title);
+    }
+    return all;
+}
+
 void ChoiceControl::select(int index)
 {
-    const int selected = index >= 0 && index < m_titles.size() ? index : -1;
+    const int selected = index >= 0 && index < m_choices.size() ? index : -1;
     if (m_selected != selected) {
         m_selected = selected;
         valueChanged();
     }
 }
 
-bool ChoiceControl::selectTitle(const QString &title)
+bool ChoiceControl::selectId(const QString &id)
 {
-    const auto index = static_cast<int>(m_titles.indexOf(title));
+    const auto index = static_cast<int>(ids().indexOf(id));
     if (index < 0) {
         return false;
     }
@@ -81,7 +99,7 @@ bool ChoiceControl::selectTitle(const QString &title)
 
 void ChoiceControl::loadValue(Preferences &preferences, const QString &key)
 {
-    if (const int stored = preferences.integer(key); stored >= 0 && stored < m_titles.size()) {
+    if (const int stored = preferences.integer(key); stored >= 0 && stored < m_choices.size()) {
         select(stored);
     }
 }

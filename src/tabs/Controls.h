@@ -60,36 +60,45 @@ private:
     bool m_on = false;
 };
 
-/// A grid of titles of which one is selected, or none. Stored as row times columns plus column; a stored
+/// A grid of choices of which one is selected, or none. Stored as row times columns plus column; a stored
 /// value outside the grid leaves the selection as it is.
 class ChoiceControl : public Control
 {
     Q_OBJECT
 public:
-    /// `titles` row by row, `columns` in a row.
-    explicit ChoiceControl(const QStringList &titles, int columns = 1, QObject *parent = nullptr);
+    struct Choice
+    {
+        /// What flags and code call it.
+        QString id;
+        /// What a person sees.
+        QString title;
+    };
+    /// `choices` row by row, `columns` in a row.
+    explicit ChoiceControl(const QList<Choice> &choices, int columns = 1, QObject *parent = nullptr);
 
-    int rows() const { return static_cast<int>((m_titles.size() + m_columns - 1) / m_columns); }
     int columns() const { return m_columns; }
-    QString title(int row, int column) const { return m_titles.value(row * m_columns + column); }
-    const QStringList &titles() const { return m_titles; }
+    const QList<Choice> &choices() const { return m_choices; }
+    QStringList ids() const;
+    QStringList titles() const;
 
     /// -1 when nothing is selected.
     int selectedIndex() const { return m_selected; }
     int selectedRow() const { return m_selected < 0 ? -1 : m_selected / m_columns; }
     int selectedColumn() const { return m_selected < 0 ? -1 : m_selected % m_columns; }
-    /// Empty when nothing is selected.
-    QString selectedTitle() const { return m_titles.value(m_selected); }
+    /// Both empty when nothing is selected.
+    QString selectedId() const { return m_choices.value(m_selected).id; }
+    QString selectedTitle() const { return m_choices.value(m_selected).title; }
     /// An index outside the grid selects nothing.
     void select(int index);
-    bool selectTitle(const QString &title);
+    /// False, and nothing changes, where there is no such choice.
+    bool selectId(const QString &id);
 
 protected:
     QVariant storedValue() const override { return m_selected; }
     void loadValue(Preferences &preferences, const QString &key) override;
 
 private:
-    QStringList m_titles;
+    QList<Choice> m_choices;
     int m_columns;
     int m_selected = 0;
 };

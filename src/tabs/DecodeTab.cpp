@@ -9,6 +9,7 @@
 #include "formats/Formats.h"
 #include "formats/Records.h"
 #include "formats/flac/FlacOptions.h"
+#include "tabs/FormatControls.h"
 #include "tasks/KruvTaskQueue.h"
 
 #include <vector>
@@ -28,11 +29,16 @@ const Format *formatOf(const QString &file)
 
 DecodeTab::DecodeTab(TabHost &host)
     : ConversionTab(QStringLiteral("decode"), host)
-    , m_outputFormatMatrix({wavFormat.label.toString(), aiffFormat.label.toString()}, 2)
+    , m_outputFormatMatrix(FormatControls::choicesOf(targets()), 2)
 {
     m_sourceDecodeButton.tieTo(host.preferences(), QStringLiteral("decodeToSourceDirectory"));
     m_flacOptionsLabel.setText(tr("FLAC options"));
     showFLacOptions(false);
+}
+
+QList<const Format *> DecodeTab::targets()
+{
+    return {&wavFormat, &aiffFormat};
 }
 
 void DecodeTab::showFLacOptions(bool show)
@@ -65,7 +71,8 @@ void DecodeTab::executeCommand()
     if (fileList().isEmpty() || !confirmDeletion(m_deleteOriginalsButton.isOn())) {
         return;
     }
-    const QString extension = m_outputFormatMatrix.selectedTitle().toLower();
+    const Format *target = targets().value(m_outputFormatMatrix.selectedIndex());
+    const QString extension = target ? target->extension() : QString();
     if (const auto plan = planOutputs(m_sourceDecodeButton, extension, clashTitle())) {
         queueJobs(*plan);
         clearFiles();

@@ -16,6 +16,8 @@ class DecodeTab : public ConversionTab
 public:
     explicit DecodeTab(TabHost &host);
 
+    /// What files are decoded to, in the order of the choice.
+    static QList<const Format *> targets();
     ChoiceControl &outputFormatMatrix() { return m_outputFormatMatrix; }
     ToggleControl &sourceDecodeButton() { return m_sourceDecodeButton; }
     ToggleControl &deleteOriginalsButton() { return m_deleteOriginalsButton; }

@@ -24,7 +24,7 @@ namespace kruv {
 EncodeTab::EncodeTab(TabHost &host)
     : ConversionTab(QStringLiteral("encode"), host)
     , m_formats(Formats::made(false))
-    , m_outputFormatMatrix(Formats::labels(m_formats), 2)
+    , m_outputFormatMatrix(FormatControls::choicesOf(m_formats), 2)
     , m_controls(m_formats, host.preferences())
 {
     m_outputFormatMatrix.tieTo(host.preferences(), QStringLiteral("encodeOutputFormat"));

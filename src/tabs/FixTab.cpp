@@ -4,6 +4,8 @@
 #include "tabs/FixTab.h"
 
 #include "base/UserInterface.h"
+#include "formats/Records.h"
+#include "tabs/FormatControls.h"
 #include "tabs/OutputPlan.h"
 #include "tasks/KruvTaskQueue.h"
 
@@ -20,10 +22,11 @@ constexpr int usualLevel = 5;
 
 FixTab::FixTab(TabHost &host)
     : ConversionTab(QStringLiteral("fix SBE"), host)
-    , m_outputFormatMatrix(
-          {QStringLiteral("SHN"), QStringLiteral("FLAC"), QStringLiteral("WAV"), QStringLiteral("AIFF")}, 2)
+    , m_outputFormatMatrix(FormatControls::choicesOf(targets()), 2)
     , m_flacLevelSlider(0, flacLevels, usualLevel)
-    , m_shnMd5Option({QStringLiteral("No MD5"), QStringLiteral("1 MD5"), QStringLiteral("MD5 by disc*")})
+    , m_shnMd5Option({{QStringLiteral("none"), tr("No MD5")},
+                      {QStringLiteral("one"), tr("1 MD5")},
+                      {QStringLiteral("disc"), tr("MD5 by disc*")}})
 {
     Preferences &preferences = host.preferences();
     m_outputFormatMatrix.tieTo(preferences, QStringLiteral("fixOutputFormat"));
@@ -32,11 +35,30 @@ FixTab::FixTab(TabHost &host)
     FixTab::displayRelevantOptions();
 }
 
+QList<const Format *> FixTab::targets()
+{
+    return {&shortenFormat, &flacFormat, &wavFormat, &aiffFormat};
+}
+
+const Format *FixTab::target() const
+{
+    return targets().value(m_outputFormatMatrix.selectedIndex());
+}
+
+FixTask::ListKind FixTab::list() const
+{
+    using Kind = FixTask::ListKind;
+    if (target() == &flacFormat) {
+        return m_flacFingerprintButton.isOn() ? Kind::Fingerprints : Kind::None;
+    }
+    const QString id = m_shnMd5Option.selectedId();
+    return id == u"one" ? Kind::Md5 : id == u"disc" ? Kind::Md5ByDisc : Kind::None;
+}
+
 void FixTab::displayRelevantOptions()
 {
-    const QString format = m_outputFormatMatrix.selectedTitle();
-    const bool isFlac = format == u"FLAC";
-    const bool isShn = format == u"SHN";
+    const bool isFlac = target() == &flacFormat;
+    const bool isShn = target() == &shortenFormat;
     m_flacFingerprintButton.setHidden(!isFlac);
     m_shnMd5Option.setHidden(!isShn);
     m_flacLevelSlider.setEnabled(isFlac);
@@ -48,21 +70,18 @@ void FixTab::displayRelevantOptions()
 
 void FixTab::executeCommand()
 {
-    const QString format = m_outputFormatMatrix.selectedTitle().toLower();
-    if (fileList().isEmpty() || format.isEmpty() || !confirmDeletion(m_deleteOriginalsButton.isOn())) {
+    if (fileList().isEmpty() || !target() || !confirmDeletion(m_deleteOriginalsButton.isOn())) {
         return;
     }
     const auto folder = chooseOutputFolder();
-    if (!folder || outputsCollide(OutputPlan(fileNames(), *folder, format),
+    if (!folder || outputsCollide(OutputPlan(fileNames(), *folder, target()->extension()),
                                   tr("Two of the files would give the same output"))) {
         return;
     }
-    const bool writesFingerprints = m_flacFingerprintButton.isOn() && format == u"flac";
     const FixTask::Request request{.fileNames = fileNames(),
-                                   .outputFormat = format,
+                                   .target = target(),
                                    .outputPath = *folder,
-                                   .md5Option = writesFingerprints ? QStringLiteral("FFP")
-                                                                   : m_shnMd5Option.selectedTitle(),
+                                   .list = list(),
                                    .flacLevel = m_flacLevelSlider.value()};
     const auto existing = agreeOnExisting(FixTask::outputs(request, host().preferences()));
     if (existing) {

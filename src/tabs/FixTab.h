@@ -16,6 +16,8 @@ class FixTab : public ConversionTab
 public:
     explicit FixTab(TabHost &host);
 
+    /// What fixed files can be, in the order of the choice.
+    static QList<const Format *> targets();
     ChoiceControl &outputFormatMatrix() { return m_outputFormatMatrix; }
     NumberControl &flacLevelSlider() { return m_flacLevelSlider; }
     ChoiceControl &shnMd5Option() { return m_shnMd5Option; }
@@ -27,6 +29,9 @@ public:
     void executeCommand() override;
 
 private:
+    /// Null where none is chosen.
+    const Format *target() const;
+    FixTask::ListKind list() const;
     void start(const FixTask::Request &request, FileCommit::Existing existing);
 
     ChoiceControl m_outputFormatMatrix;

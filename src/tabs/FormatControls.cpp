@@ -13,11 +13,22 @@ namespace kruv {
 
 namespace {
 
-QStringList labels(const FormatOption &option)
+QList<ChoiceControl::Choice> choicesOfOption(const FormatOption &option)
+{
+    QList<ChoiceControl::Choice> all;
+    for (const OptionChoice &choice : option.choices) {
+        all.append(
+            {QString::fromLatin1(choice.id), QCoreApplication::translate("FormatOption", choice.label)});
+    }
+    return all;
+}
+
+/// What is proposed of numbers.
+QStringList proposals(const FormatOption &option)
 {
     QStringList all;
     for (const OptionChoice &choice : option.choices) {
-        all.append(QCoreApplication::translate("FormatOption", choice.label));
+        all.append(QString::fromUtf8(choice.label));
     }
     return all;
 }
@@ -28,6 +39,15 @@ int typedNumber(const QString &text)
 }
 
 } // namespace
+
+QList<ChoiceControl::Choice> FormatControls::choicesOf(const QList<const Format *> &formats)
+{
+    QList<ChoiceControl::Choice> all;
+    for (const Format *format : formats) {
+        all.append({QString::fromLatin1(format->id), format->label.toString()});
+    }
+    return all;
+}
 
 FormatControls::FormatControls(const QList<const Format *> &formats, Preferences &preferences)
 {
@@ -51,7 +71,7 @@ std::shared_ptr<Control> FormatControls::made(const FormatOption &option) const
         return std::make_shared<NumberControl>(option.minimum, option.maximum, option.standard, option.step);
     case FormatOption::Kind::Choice: {
         auto choice =
-            std::make_shared<ChoiceControl>(labels(option), option.choices.size() > 2 ? 1 : columns);
+            std::make_shared<ChoiceControl>(choicesOfOption(option), option.choices.size() > 2 ? 1 : columns);
         choice->select(option.standard);
         return choice;
     }
@@ -62,7 +82,7 @@ std::shared_ptr<Control> FormatControls::made(const FormatOption &option) const
         return entry.option->kind == FormatOption::Kind::Rate &&
                qstrcmp(entry.option->preferenceKey, option.preferenceKey) == 0;
     });
-    return shared == m_entries.end() ? std::make_shared<ComboControl>(labels(option)) : shared->control;
+    return shared == m_entries.end() ? std::make_shared<ComboControl>(proposals(option)) : shared->control;
 }
 
 Control &FormatControls::control(const FormatOption &option) const
@@ -130,7 +150,7 @@ bool FormatControls::isRelevant(const FormatOption &option, const Format *chosen
 void FormatControls::fitRate(const FormatOption &option)
 {
     ComboControl &box = rate(option);
-    box.setItems(labels(option));
+    box.setItems(proposals(option));
     const int typed = typedNumber(box.text());
     if (typed < option.minimum || typed > option.maximum) {
         box.setText(QString::number(option.correction));

@@ -23,6 +23,9 @@ class FormatControls
 public:
     FormatControls(const QList<const Format *> &formats, Preferences &preferences);
 
+    /// Formats as a choice has them.
+    static QList<ChoiceControl::Choice> choicesOf(const QList<const Format *> &formats);
+
     Control &control(const FormatOption &option) const;
     ToggleControl &toggle(const FormatOption &option) const;
     NumberControl &number(const FormatOption &option) const;

@@ -230,16 +230,16 @@ bool KruvController::applicationShouldTerminate()
         return true;
     }
     const int answer = m_userInterface.ask(
-        tr("Tasks in Progress"),
+        UserInterface::Matter::Other, tr("Tasks in Progress"),
         tr("There are %n tasks in the queue.  Are you sure you want to quit?", nullptr, tasks),
-        {tr("No"), tr("Yes")}, 0);
+        {UserInterface::no(), UserInterface::yes()}, 0);
     return answer == 1;
 }
 
 bool KruvController::windowShouldClose()
 {
-    return m_userInterface.ask(tr("Are you sure you want to quit?"), QString(), {tr("No"), tr("Yes")}, 0) ==
-           1;
+    return m_userInterface.ask(UserInterface::Matter::Other, tr("Are you sure you want to quit?"), QString(),
+                               {UserInterface::no(), UserInterface::yes()}, 0) == 1;
 }
 
 void KruvController::applicationWillTerminate()

@@ -31,7 +31,7 @@ void show(Control &control, bool shown)
 LossyTab::LossyTab(TabHost &host)
     : ConversionTab(QStringLiteral("lossy"), host)
     , m_formats(Formats::made(true))
-    , m_outputFormatMatrix(Formats::labels(m_formats), 2)
+    , m_outputFormatMatrix(FormatControls::choicesOf(m_formats), 2)
     , m_controls(m_formats, host.preferences())
 {
     m_bitrateTextField.setText(tr("Bit rate, kbit/s"));
@@ -104,7 +104,7 @@ int LossyTab::comboLevel() const
 
 double LossyTab::opusFrameSizeLevel() const
 {
-    return ToolOutput::leadingNumber(opusFrameSizeCombo().selectedTitle());
+    return ToolOutput::leadingNumber(opusFrameSizeCombo().selectedId());
 }
 
 void LossyTab::displayRelevantOptions()

@@ -7,6 +7,7 @@
 #include "base/Preferences.h"
 #include "base/TextFile.h"
 #include "base/UserInterface.h"
+#include "formats/Records.h"
 #include "shntool/SHNToolCueTask.h"
 #include "shntool/SHNToolJoinTask.h"
 #include "shntool/SHNToolPadTask.h"
@@ -16,6 +17,7 @@
 #include "shntool/SHNToolTrimTask.h"
 #include "shntool/SHNtoolOutputNamingFormatParser.h"
 #include "shntool/SplitTitles.h"
+#include "tabs/FormatControls.h"
 #include "tasks/KruvTaskQueue.h"
 
 #include <QCollator>
@@ -31,7 +33,7 @@ namespace {
 /// A mode of the tool, what shows for it, and what it does.
 struct Command
 {
-    QStringView title;
+    QStringView mode;
     bool writes;
     bool deletes;
     void (*handle)(SHNtoolTab &tab, bool besideSource, bool deleteOriginals);
@@ -50,23 +52,25 @@ constexpr Command commands[] = {
      [](SHNtoolTab &tab, bool beside, bool del) { tab.handleSHNtoolStrip(beside, del); }},
 };
 
-QStringList commandTitles()
+/// The tool's own words are what a person sees, too.
+QList<ChoiceControl::Choice> commandChoices()
 {
-    QStringList titles;
+    QList<ChoiceControl::Choice> choices;
     for (const Command &command : commands) {
-        titles.append(command.title.toString());
+        choices.append({command.mode.toString(), command.mode.toString()});
     }
-    return titles;
+    return choices;
 }
 
 } // namespace
 
 SHNtoolTab::SHNtoolTab(TabHost &host)
     : BaseTab(QStringLiteral("shntool"), host)
-    , m_shntoolCommandMatrix(commandTitles(), 3)
-    , m_shnLenMatrix({tr("normal len output"), tr("show len for fileset"), tr("show len by disc*")})
-    , m_outputFormatMatrix(
-          {QStringLiteral("SHN"), QStringLiteral("FLAC"), QStringLiteral("AIFF"), QStringLiteral("WAV")}, 2)
+    , m_shntoolCommandMatrix(commandChoices(), 3)
+    , m_shnLenMatrix({{QStringLiteral("normal"), tr("normal len output")},
+                      {QStringLiteral("fileset"), tr("show len for fileset")},
+                      {QStringLiteral("disc"), tr("show len by disc*")}})
+    , m_outputFormatMatrix(FormatControls::choicesOf(targets()), 2)
 {
     m_outputFormatText.setText(tr("Output format"));
     m_shntoolCommandMatrix.tieTo(host.preferences(), QStringLiteral("shntoolCommandOption"));
@@ -79,11 +83,22 @@ SHNtoolTab::SHNtoolTab(TabHost &host)
     SHNtoolTab::displayRelevantOptions();
 }
 
+QList<const Format *> SHNtoolTab::targets()
+{
+    return {&shortenFormat, &flacFormat, &aiffFormat, &wavFormat};
+}
+
+QString SHNtoolTab::outputFormat() const
+{
+    const Format *target = targets().value(m_outputFormatMatrix.selectedIndex());
+    return target ? target->extension() : QString();
+}
+
 void SHNtoolTab::displayRelevantOptions()
 {
     const int selected = m_shntoolCommandMatrix.selectedIndex();
     const bool writes = selected >= 0 && commands[selected].writes;
-    const bool isLen = selected >= 0 && commands[selected].title == u"len";
+    const bool isLen = selected >= 0 && commands[selected].mode == u"len";
     const bool takesNames = isLen && m_shnLenMatrix.selectedIndex() > 0;
     m_outputFormatText.setHidden(!writes);
     m_outputFormatMatrix.setHidden(!writes);

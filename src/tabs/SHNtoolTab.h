@@ -13,6 +13,7 @@
 
 namespace kruv {
 
+struct Format;
 class KruvTask;
 class SHNToolTask;
 
@@ -27,6 +28,8 @@ public:
     /// By the tool's own words for its modes.
     ChoiceControl &shntoolCommandMatrix() { return m_shntoolCommandMatrix; }
     ChoiceControl &shnLenMatrix() { return m_shnLenMatrix; }
+    /// What the outputs can be, in the order of the choice.
+    static QList<const Format *> targets();
     ChoiceControl &outputFormatMatrix() { return m_outputFormatMatrix; }
     LabelControl &outputFormatText() { return m_outputFormatText; }
     ToggleControl &sourceEncodeButton() { return m_sourceEncodeButton; }
@@ -70,7 +73,7 @@ private:
     /// Queues the job unless the person wants to keep files that it would replace.
     bool startIfAgreed(const std::shared_ptr<SHNToolOutputTask> &job);
     std::optional<QString> outputFolder(bool besideSource);
-    QString outputFormat() const { return m_outputFormatMatrix.selectedTitle().toLower(); }
+    QString outputFormat() const;
     QString tool() const { return BaseTab::tool(QStringLiteral("shntool")); }
 
     ChoiceControl m_shntoolCommandMatrix;

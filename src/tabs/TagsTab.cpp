@@ -358,7 +358,7 @@ void TagsTab::offerPicture(Command &command, const Offer &offer)
     const int answer = host().userInterface().askBesidePicture(
         tr("Kruv has detected an image file in the source directory. Would you like to use it "
            "for album art?"),
-        {}, {tr("Yes"), tr("No")}, 0, offer.picture.preview);
+        {}, {UserInterface::yes(), UserInterface::no()}, 0, offer.picture.preview);
     if (answer != 0) {
         return;
     }
@@ -377,7 +377,8 @@ void TagsTab::carryOut(const Command &command)
     Q_EMIT selectionChanged();
     if (command.tooFewNames) {
         host().userInterface().alert(
-            tr("Error"), tr("Number of selected files to tag is greater than number of track names entered"),
+            UserInterface::errorTitle(),
+            tr("Number of selected files to tag is greater than number of track names entered"),
             acknowledgeButton());
         return;
     }

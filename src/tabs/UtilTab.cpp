@@ -5,6 +5,8 @@
 
 #include "base/PathNames.h"
 #include "base/UserInterface.h"
+#include "formats/Formats.h"
+#include "formats/Records.h"
 #include "tasks/KruvTaskQueue.h"
 #include "util/DeEmphasisTask.h"
 #include "util/ReplayGainTask.h"
@@ -18,15 +20,13 @@ namespace kruv {
 
 namespace {
 
-QStringList filesOfTypes(QStringList files, const QStringList &types)
+/// Those that are of one of the formats by their names.
+QStringList filesOf(QStringList files, const QList<const Format *> &formats)
 {
-    files.removeIf([&types](const QString &file) { return !types.contains(PathNames::fileType(file)); });
+    files.removeIf([&formats](const QString &file) {
+        return !formats.contains(Formats::ofType(PathNames::fileType(file)));
+    });
     return files;
-}
-
-QStringList soxFiles(const QStringList &files)
-{
-    return filesOfTypes(files, {QStringLiteral("WAV"), QStringLiteral("AIF"), QStringLiteral("AIFF")});
 }
 
 } // namespace
@@ -35,9 +35,13 @@ UtilTab::UtilTab(TabHost &host, CdAccess access)
     : BaseTab(QStringLiteral("util"), host)
     , m_access(std::move(access))
     , m_table(fileList())
-    , m_commandMatrix({tr("CD Extraction"), tr("Batch Rename"), tr("Flac Replay Gain"),
-                       QStringLiteral("de-emphasis"), tr("DVD Audio Disc"), tr("Sample Rate Conversion")})
-    , m_replayGainMatrix({tr("Add"), tr("Remove")}, 2)
+    , m_commandMatrix({{QStringLiteral("extract-cd"), tr("CD Extraction")},
+                       {QStringLiteral("rename"), tr("Batch Rename")},
+                       {QStringLiteral("replay-gain"), tr("Flac Replay Gain")},
+                       {QStringLiteral("de-emphasis"), tr("de-emphasis")},
+                       {QStringLiteral("dvd-audio"), tr("DVD Audio Disc")},
+                       {QStringLiteral("resample"), tr("Sample Rate Conversion")}})
+    , m_replayGainMatrix({{QStringLiteral("add"), tr("Add")}, {QStringLiteral("remove"), tr("Remove")}}, 2)
 {
     m_sampleRateCombo.setText(sampleRates().constFirst());
     connect(&m_commandMatrix, &Control::changed, this, &UtilTab::displayRelevantOptions);
@@ -76,9 +80,10 @@ void UtilTab::chooseCommand()
         const QScopedValueRollback asking(m_asking, true);
         Q_EMIT m_commandMatrix.changed(); // the choice shows while its question is asked
         const int answer = host().userInterface().ask(
+            UserInterface::Matter::ReadingFormats,
             tr("You have chosen \"DVD Audio Disc.\" This will scan the files in the list for format "
                "information. Are you sure you want to continue?"),
-            QString(), {tr("Yes"), tr("No")}, 0);
+            QString(), {UserInterface::yes(), UserInterface::no()}, 0);
         if (answer != 0) {
             m_commandMatrix.select(m_commandMatrixLastSelectedCell);
             return;
@@ -144,7 +149,7 @@ void UtilTab::batchRename()
 
 void UtilTab::replayGain()
 {
-    const QStringList files = filesOfTypes(fileNames(), {QStringLiteral("FLAC")});
+    const QStringList files = filesOf(fileNames(), {&flacFormat});
     if (files.isEmpty()) {
         return showError(tr("No Flac files in file list"));
     }
@@ -157,8 +162,8 @@ void UtilTab::replayGain()
         }
         filesOf[folder].append(file);
     }
-    const auto what = m_replayGainMatrix.selectedTitle() == u"Add" ? ReplayGainTask::What::Add
-                                                                   : ReplayGainTask::What::Remove;
+    const auto what =
+        m_replayGainMatrix.selectedId() == u"add" ? ReplayGainTask::What::Add : ReplayGainTask::What::Remove;
     for (const QString &folder : folders) {
         host().taskQueue().addTask(std::make_shared<ReplayGainTask>(
             &host().taskQueue(), tool(QStringLiteral("metaflac")), what, filesOf[folder]));
@@ -193,7 +198,7 @@ void UtilTab::applyDeEmphasis()
 
 void UtilTab::runSox(const QString &suffix, const SoxJob &makeJob)
 {
-    const QStringList files = soxFiles(fileNames());
+    const QStringList files = filesOf(fileNames(), {&wavFormat, &aiffFormat});
     if (files.isEmpty()) {
         return showError(tr("No Wav/Aiff files in file list"));
     }
@@ -227,7 +232,7 @@ void UtilTab::runSox(const QString &suffix, const SoxJob &makeJob)
 
 void UtilTab::showError(const QString &message)
 {
-    host().userInterface().alert(tr("Error"), message, acknowledgeButton());
+    host().userInterface().alert(UserInterface::errorTitle(), message, acknowledgeButton());
 }
 
 } // namespace kruv

@@ -11,6 +11,7 @@
 #include "tags/TagText.h"
 #include "tasks/NSTaskWrapperSync.h"
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
 #include <QLoggingCategory>
@@ -104,7 +105,8 @@ AACTagsHelper::Record AACTagsHelper::tagsForFile(const QString &path) const
                               openReadOnly);
     const TagLib::MP4::File file(&stream, readProperties);
     if (!stream.isOpen() || !file.isValid()) {
-        throw std::runtime_error("Unable to open the file for reading.");
+        throw std::runtime_error(
+            QCoreApplication::translate("Exceptions", "Unable to open the file for reading.").toStdString());
     }
     readMp4Tag(*file.tag(), *record);
     try {
@@ -126,7 +128,9 @@ bool AACTagsHelper::writeTagsForFile(const QString &path, const TagsObject &reco
     }
     StagedFileStream compact(path);
     if (!isMp4(compact)) {
-        throw std::runtime_error("Unable to open the output file for tagging.");
+        throw std::runtime_error(
+            QCoreApplication::translate("Exceptions", "Unable to open the output file for tagging.")
+                .toStdString());
     }
     // In one step: a new file beside the old one takes its place.
     if (stage(compact, record, writeEmptyTags, &Mp4File::optimize) && compact.commitToNewFile()) {

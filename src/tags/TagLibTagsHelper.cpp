@@ -13,6 +13,7 @@
 #include "tags/StagedFileStream.h"
 #include "tags/XiphTags.h"
 
+#include <QCoreApplication>
 #include <QFileInfo>
 
 #include <aifffile.h>
@@ -95,7 +96,9 @@ template <typename File, typename Edit> bool writeTags(const QString &path, Edit
     StagedFileStream stream(path);
     File file = openTagged<File>(stream);
     if (!stream.isOpen() || !isSound(file, stream)) {
-        throw std::runtime_error("Unable to open the output file for tagging.");
+        throw std::runtime_error(
+            QCoreApplication::translate("Exceptions", "Unable to open the output file for tagging.")
+                .toStdString());
     }
     complete(file, stream);
     return edit(file, stream) && stream.commit();

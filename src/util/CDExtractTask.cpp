@@ -6,6 +6,7 @@
 #include "base/PathNames.h"
 #include "base/TextFile.h"
 #include "base/Version.h"
+#include "formats/Records.h"
 #include "platform/MainThread.h"
 #include "platform/UnmountedDisc.h"
 #include "tasks/ToolCatalog.h"
@@ -22,7 +23,6 @@ namespace kruv {
 namespace {
 
 const QString oneFile = QStringLiteral("audio.wav");
-const QString wav = QStringLiteral("wav");
 
 /// The tool's own name for a track of several.
 QString toolName(int track)
@@ -68,8 +68,8 @@ std::vector<CDExtractTask::Track> CDExtractTask::tracks(const Request &request)
     for (int track = range.first; track <= range.last; ++track) {
         const QString name = oneOnly ? oneFile : toolName(track);
         const QString file = fileNameFor(request, track);
-        tracks.push_back(
-            {name, PathNames::outputPath(request.outputFolder, file.isEmpty() ? name : file, wav)});
+        tracks.push_back({name, PathNames::outputPath(request.outputFolder, file.isEmpty() ? name : file,
+                                                      wavFormat.extension())});
     }
     return tracks;
 }

@@ -3,6 +3,8 @@
 
 #include "util/DeEmphasisTask.h"
 
+#include "formats/Records.h"
+
 namespace kruv {
 
 DeEmphasisTask::DeEmphasisTask(TaskCompletionSink *queue, const QString &fileName, const QString &outputPath,
@@ -13,7 +15,7 @@ DeEmphasisTask::DeEmphasisTask(TaskCompletionSink *queue, const QString &fileNam
                .effect = {QStringLiteral("deemph")},
                .progress = tr("Applying de-emphasis: %1%"),
                .failure = tr("Error in deemph %1"),
-               .taggedTypes = {QStringLiteral("FLAC"), QStringLiteral("AIF"), QStringLiteral("AIFF")}},
+               .tagged = {&flacFormat, &aiffFormat}},
               std::move(results))
 {
 }

@@ -5,6 +5,8 @@
 
 #include "audio/CoreAudioHelper.h"
 #include "base/PathNames.h"
+#include "formats/Formats.h"
+#include "formats/Records.h"
 #include "tags/FlacTagHelper.h"
 
 #include <QLocale>
@@ -15,8 +17,8 @@ namespace kruv {
 
 AudioFormatObject formatSummary(const QString &path)
 {
-    return PathNames::fileType(path) == u"FLAC" ? FlacTagHelper().getFormatInfo(path)
-                                                : CoreAudioHelper::getFormatInfo(path);
+    return Formats::ofType(PathNames::fileType(path)) == &flacFormat ? FlacTagHelper().getFormatInfo(path)
+                                                                     : CoreAudioHelper::getFormatInfo(path);
 }
 
 bool haveSameFormat(const AudioFormatObject &one, const AudioFormatObject &other)

@@ -3,6 +3,8 @@
 
 #include "util/SoxSampleRateConversionTask.h"
 
+#include "formats/Records.h"
+
 namespace kruv {
 
 SoxSampleRateConversionTask::SoxSampleRateConversionTask(TaskCompletionSink *queue, const QString &fileName,
@@ -14,7 +16,7 @@ SoxSampleRateConversionTask::SoxSampleRateConversionTask(TaskCompletionSink *que
                .effect = {QStringLiteral("rate"), sampleRate + u'k'},
                .progress = tr("Converting Sample Rate: %1%"),
                .failure = tr("Error in sample rate conversion %1"),
-               .taggedTypes = {QStringLiteral("AIF"), QStringLiteral("AIFF")},
+               .tagged = {&aiffFormat},
                .sampleRate = sampleRate.toDouble() * 1000},
               std::move(results))
 {

@@ -4,6 +4,8 @@
 #include "util/SoxTask.h"
 
 #include "base/PathNames.h"
+#include "formats/Formats.h"
+#include "formats/Records.h"
 #include "formats/TagFormats.h"
 #include "platform/Resources.h"
 #include "tags/TagsObject.h"
@@ -44,11 +46,11 @@ QString SoxTask::outputPath() const
 
 std::shared_ptr<TagsObject> SoxTask::readTags()
 {
-    const QString type = PathNames::fileType(fileName());
-    if (!m_recipe.taggedTypes.contains(type)) {
+    const Format *format = Formats::ofType(PathNames::fileType(fileName()));
+    if (!m_recipe.tagged.contains(format)) {
         return nullptr;
     }
-    showStatus(type == u"FLAC" ? tr("Copying FLAC Tags") : tr("Copying Aiff Tags"));
+    showStatus(format == &flacFormat ? tr("Copying FLAC Tags") : tr("Copying Aiff Tags"));
     return TagFormats::read(fileName());
 }
 

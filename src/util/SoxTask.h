@@ -13,6 +13,7 @@
 namespace kruv {
 
 class TagsObject;
+struct Format;
 
 /// Runs one effect of sox over one sound file and copies the tags, which sox doesn't know.
 class SoxTask : public OutputTask
@@ -31,10 +32,10 @@ protected:
         QString status;
         QString suffix; ///< of the output's name
         QStringList effect;
-        QString progress; ///< with a place for the percentage
-        QString failure;  ///< what a log says before the output that could not be read
-        QStringList taggedTypes;
-        double sampleRate = 0; ///< of the output, in Hz; 0 means the source's own
+        QString progress;             ///< with a place for the percentage
+        QString failure;              ///< what a log says before the output that could not be read
+        QList<const Format *> tagged; ///< sources whose tags are copied
+        double sampleRate = 0;        ///< of the output, in Hz; 0 means the source's own
     };
 
     SoxTask(TaskCompletionSink *queue, const QString &fileName, const QString &outputFolder, Recipe recipe,

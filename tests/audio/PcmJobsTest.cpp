@@ -33,7 +33,7 @@ TEST(PcmJobs, DecodeConvertAndKeepWhatWouldBeLost)
     DecodeTab &tab = session.controller.decodeTab();
     const auto music = [&session](const QString &name) { return session.music + u'/' + name; };
     const auto decode = [&](const QStringList &files, const QString &format) {
-        tab.outputFormatMatrix().selectTitle(format);
+        tab.outputFormatMatrix().selectId(format.toLower());
         tab.addFiles(files);
         session.ended.clear();
         tab.executeCommand();

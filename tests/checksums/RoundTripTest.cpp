@@ -95,7 +95,7 @@ TEST_F(RoundTrip, Md5ListsOverSubfoldersVerify)
     const QString sub = kruv.folder.makeFolder(u"album/disc 2"_s);
     writeWav(sub + u"/y.wav"_s, {.frames = 100});
     kruv.person.textAnswers.push_back(path("all.md5"));
-    ASSERT_TRUE(kruv.tab.createChecksumOptions().selectTitle(u"MD5"_s));
+    ASSERT_TRUE(kruv.tab.createChecksumOptions().selectId(u"md5"_s));
     kruv.tab.sourceSaveButton().setOn(true);
     kruv.run(ChecksumTab::CreateList, {files[0], sub + u"/y.wav"_s});
     const QStringList lines = linesOf(path("all.md5"));

@@ -49,7 +49,7 @@ QString TabRun::run(ChecksumTab::Command row, const QStringList &files)
 
 void TabRun::create(const QString &kind, const QStringList &files)
 {
-    ASSERT_TRUE(tab.createChecksumOptions().selectTitle(kind));
+    ASSERT_TRUE(tab.createChecksumOptions().selectId(kind.toLower()));
     tab.sourceSaveButton().setOn(true);
     EXPECT_EQ(run(ChecksumTab::CreateList, files), QString());
 }

@@ -40,14 +40,14 @@ protected:
     }
     void encode(const QStringList &paths, const QString &format)
     {
-        ASSERT_TRUE(session.controller.encodeTab().outputFormatMatrix().selectTitle(format));
+        ASSERT_TRUE(session.controller.encodeTab().outputFormatMatrix().selectId(format.toLower()));
         encode(paths);
     }
     /// Into the folder "out".
     void decode(const QStringList &paths, const QString &format)
     {
         DecodeTab &tab = session.controller.decodeTab();
-        tab.outputFormatMatrix().selectTitle(format);
+        tab.outputFormatMatrix().selectId(format.toLower());
         tab.addFiles(paths);
         session.person.textAnswers = {out};
         run(tab);

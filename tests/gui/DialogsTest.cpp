@@ -57,7 +57,7 @@ TEST_F(DialogsTest, PreferencesAreStoredAtOnce)
 
     find<QCheckBox>(&panes, "warnOnDelete")->click();
     EXPECT_FALSE(preferences.boolean(u"warnOnDelete"_s));
-    find<QAbstractButton>(&panes, "trashOrDelete Move to the trash")->click();
+    find<QAbstractButton>(&panes, "trashOrDelete trash")->click();
     EXPECT_EQ(preferences.integer(u"trashOrDelete"_s), 1);
     auto *extension = find<QLineEdit>(&panes, "ffpExtension");
     extension->setText(u"ffp"_s);
@@ -118,7 +118,7 @@ TEST_F(DialogsTest, PromptsReturnWhatWasEnteredOrNothing)
 
     withNextDialog([](QWidget *dialog) {
         dialog->findChild<QSpinBox *>(u"numberField"_s)->setValue(4);
-        dialog->findChild<QAbstractButton *>(u"positionMatrix End"_s)->click();
+        dialog->findChild<QAbstractButton *>(u"positionMatrix end"_s)->click();
         qobject_cast<QDialog *>(dialog)->accept();
     });
     const auto trimmed = userInterface.trimCharacters();

@@ -145,7 +145,7 @@ TEST_F(TabViewTest, ShowsWhatTheOptionsModelsSay)
     EncodeTab &tab = controller.encodeTab();
     window->selectTab(encode);
     auto *pages = find<QStackedWidget>(page(encode), "formatPages");
-    EXPECT_TRUE(find<QAbstractButton>(page(encode), "Format FLAC")->isChecked());
+    EXPECT_TRUE(find<QAbstractButton>(page(encode), "format flac")->isChecked());
     EXPECT_EQ(pages->currentIndex(), tab.outputFormatMatrix().selectedIndex());
 
     toggle(encode, "flacVerifyButton");
@@ -156,13 +156,13 @@ TEST_F(TabViewTest, ShowsWhatTheOptionsModelsSay)
     tab.flacLaxButton().setOn(true);
     EXPECT_TRUE(find<QAbstractButton>(page(encode), "flacLaxButton")->isChecked());
 
-    for (const QString &title : tab.outputFormatMatrix().titles()) {
-        page(encode)->findChild<QAbstractButton *>(u"Format "_s + title)->click();
-        EXPECT_EQ(tab.outputFormatMatrix().selectedTitle(), title);
+    for (const QString &id : tab.outputFormatMatrix().ids()) {
+        page(encode)->findChild<QAbstractButton *>(u"format "_s + id)->click();
+        EXPECT_EQ(tab.outputFormatMatrix().selectedId(), id);
         EXPECT_EQ(pages->currentIndex(), tab.outputFormatMatrix().selectedIndex());
     }
     tab.outputFormatMatrix().select(-1);
-    EXPECT_FALSE(find<QAbstractButton>(page(encode), "Format FLAC")->isChecked());
+    EXPECT_FALSE(find<QAbstractButton>(page(encode), "format flac")->isChecked());
     EXPECT_FALSE(find<QAbstractButton>(page(encode), "flacVerifyButton")->isEnabled());
 
     auto *throughErrors = find<QAbstractButton>(page(decode), "decodeFlacThroughErrors");
@@ -214,14 +214,14 @@ TEST_F(TabViewTest, ShowsTheLossyOptionsOfTheFormatAndCorrectsWhatIsTyped)
     const QString lossy = u"lossy"_s;
     window->selectTab(lossy);
     auto *rate = find<QComboBox>(find<QStackedWidget>(page(lossy), "formatPages")->widget(0), "comboBox");
-    toggle(lossy, "MP3 mode VBR");
+    toggle(lossy, "mp3Matrix vbr");
     EXPECT_FALSE(rate->isVisible());
-    toggle(lossy, "MP3 mode CBR");
+    toggle(lossy, "mp3Matrix cbr");
     EXPECT_TRUE(rate->isVisible());
     rate->lineEdit()->selectAll();
     QTest::keyClicks(rate, u"79\r"_s);
     EXPECT_EQ(controller.lossyTab().comboLevel(), 256);
-    toggle(lossy, "Format HE-AAC");
+    toggle(lossy, "format he-aac");
     EXPECT_EQ(rate->currentText() + rate->itemText(0), u"6024"_s);
 }
 

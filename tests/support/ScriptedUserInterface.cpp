@@ -27,7 +27,7 @@ Answer next(std::deque<Answer> &script, const QString &asked, const Answer &canc
 
 } // namespace
 
-int ScriptedUserInterface::ask(const QString &title, const QString &text, const QStringList &buttons,
+int ScriptedUserInterface::ask(Matter, const QString &title, const QString &text, const QStringList &buttons,
                                int defaultButton)
 {
     questions.push_back({title, text, buttons, defaultButton});

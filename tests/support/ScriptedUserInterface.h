@@ -57,7 +57,7 @@ public:
     bool statusPanelShown = false;
     int scrolledToRow = -1;
 
-    int ask(const QString &title, const QString &text, const QStringList &buttons,
+    int ask(Matter matter, const QString &title, const QString &text, const QStringList &buttons,
             int defaultButton) override;
     void alert(const QString &title, const QString &text, const QString &button) override;
     std::optional<QString> chooseFolder(const QString &title) override;

@@ -23,7 +23,7 @@ protected:
     /// them.
     void create(const char *kind, bool besideSource, const QStringList &files)
     {
-        ASSERT_TRUE(kruv.tab.createChecksumOptions().selectTitle(QString::fromLatin1(kind)));
+        ASSERT_TRUE(kruv.tab.createChecksumOptions().selectId(QString::fromLatin1(kind).toLower()));
         kruv.tab.sourceSaveButton().setOn(besideSource);
         kruv.run(ChecksumTab::CreateList, files);
     }

@@ -17,8 +17,11 @@ using namespace kruv::test;
 
 namespace {
 
-const QStringList formats = {QStringLiteral("SHN"), QStringLiteral("WV"), QStringLiteral("FLAC"),
-                             QStringLiteral("TTA"), QStringLiteral("APE")};
+const QList<ChoiceControl::Choice> formats = {{QStringLiteral("shn"), QStringLiteral("Shorten")},
+                                              {QStringLiteral("wv"), QStringLiteral("WavPack")},
+                                              {QStringLiteral("flac"), QStringLiteral("FLAC")},
+                                              {QStringLiteral("tta"), QStringLiteral("TTA")},
+                                              {QStringLiteral("ape"), QStringLiteral("APE")}};
 
 class ControlsTest : public testing::Test
 {
@@ -43,12 +46,12 @@ TEST_F(ControlsTest, TheLastChoiceComesBack)
         verify.tieTo(preferences, QStringLiteral("flacVerifyButton"));
         warn.tieTo(preferences, QStringLiteral("warnOnDelete"));
         extension.tieTo(preferences, QStringLiteral("ffpExtension"));
-        EXPECT_EQ(format.selectedTitle(), QStringLiteral("FLAC"));
+        EXPECT_EQ(format.selectedId(), QStringLiteral("flac"));
         EXPECT_EQ(level.value(), 5);
         EXPECT_FALSE(verify.isOn());
         EXPECT_TRUE(warn.isOn());
         EXPECT_EQ(extension.text(), QStringLiteral("ffp.txt"));
-        format.selectTitle(QStringLiteral("APE"));
+        format.selectId(QStringLiteral("ape"));
         level.setValue(8);
         verify.setOn(true);
         extension.setText(QStringLiteral("ffp"));
@@ -69,7 +72,7 @@ TEST_F(ControlsTest, TheLastChoiceComesBack)
     verify.tieTo(again, QStringLiteral("flacVerifyButton"));
     warn.tieTo(again, QStringLiteral("warnOnDelete"));
     extension.tieTo(again, QStringLiteral("ffpExtension"));
-    EXPECT_EQ(format.selectedTitle(), QStringLiteral("APE"));
+    EXPECT_EQ(format.selectedId(), QStringLiteral("ape"));
     EXPECT_EQ(level.value(), 8);
     EXPECT_TRUE(verify.isOn());
     EXPECT_TRUE(warn.isOn()) << "stored as a truth value";

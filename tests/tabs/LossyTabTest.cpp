@@ -92,7 +92,7 @@ TEST_F(LossyTabTest, CorrectsBitRatesAndRemembersValues)
     tab.comboBox().setText(u"32"_s);
     KruvController again(session.preferences, person, nullptr);
     LossyTab &next = again.lossyTab();
-    EXPECT_EQ(next.outputFormatMatrix().selectedTitle(), u"HE-AAC"_s);
+    EXPECT_EQ(next.outputFormatMatrix().selectedId(), u"he-aac"_s);
     EXPECT_EQ(next.comboLevel(), 32);
     EXPECT_EQ(next.sliderLevel(), 9);
     EXPECT_EQ(next.stepperTextField().text(), u"0"_s);
@@ -155,7 +155,7 @@ TEST_F(LossyTabTest, BuildsJobsOfWhatWasChosen)
     EXPECT_TRUE(session.ended.at(0).error && session.ended.at(1).error) << "nothing was written";
 
     KruvController other(session.preferences, person, nullptr);
-    other.lossyTab().outputFormatMatrix().selectTitle(u"HE-AAC"_s);
+    other.lossyTab().outputFormatMatrix().selectId(u"he-aac"_s);
     EXPECT_TRUE(other.lossyTab().missingToolText().text().contains(u"apt-get install libfdk-aac-dev"));
 }
 

@@ -46,8 +46,8 @@ protected:
     bool run(const QString &command, const QStringList &files) { return run(command, files, tab()); }
     bool run(const QString &command, const QStringList &files, SHNtoolTab &where)
     {
-        where.shntoolCommandMatrix().selectTitle(command);
-        where.outputFormatMatrix().selectTitle(u"WAV"_s);
+        where.shntoolCommandMatrix().selectId(command);
+        where.outputFormatMatrix().selectId(u"wav"_s);
         where.sourceEncodeButton().setOn(true);
         where.addFiles(files);
         session.ended.clear();
@@ -111,14 +111,14 @@ TEST_F(SHNtoolTabTest, EachCommandShowsItsOptions)
                  {u"split"_s, false, true, false}, {u"join"_s, false, true, true},
                  {u"pad"_s, false, true, true},    {u"cue"_s, false, false, false}};
     for (const auto &each : cases) {
-        tab().shntoolCommandMatrix().selectTitle(each.command);
+        tab().shntoolCommandMatrix().selectId(each.command);
         EXPECT_EQ(!tab().shnLenMatrix().isHidden(), each.lengths) << each.command.toStdString();
         EXPECT_EQ(!tab().outputFormatMatrix().isHidden(), each.output) << each.command.toStdString();
         EXPECT_EQ(!tab().sourceEncodeButton().isHidden(), each.output) << each.command.toStdString();
         EXPECT_EQ(!tab().deleteOriginalsButton().isHidden(), each.deletes) << each.command.toStdString();
         EXPECT_TRUE(tab().namesButton().isHidden());
     }
-    tab().shntoolCommandMatrix().selectTitle(u"len"_s);
+    tab().shntoolCommandMatrix().selectId(u"len"_s);
     tab().shnLenMatrix().select(1);
     EXPECT_FALSE(tab().namesButton().isHidden());
 }

@@ -140,7 +140,7 @@ TEST_F(TabRules, ADecodeBuildsAJobAFile)
     tab.addFiles({file(u"b.flac"_s), file(u"c.OPUS"_s)});
     tab.decodeFlacThroughErrors().setOn(true);
     tab.sourceDecodeButton().setOn(true);
-    ASSERT_TRUE(tab.outputFormatMatrix().selectTitle(u"AIFF"_s));
+    ASSERT_TRUE(tab.outputFormatMatrix().selectId(u"aiff"_s));
     tab.executeCommand();
     EXPECT_EQ(jobs(), (QStringList{u"b.flac"_s, u"c.OPUS"_s}));
     EXPECT_EQ(person.alerts.size(), 0U);
@@ -223,24 +223,24 @@ TEST_F(TabRules, OneFingerprintJobFollowsTheSet)
 TEST_F(TabRules, OptionsFollowTheFormatAndTheList)
 {
     EncodeTab &tab = application->encodeTab();
-    EXPECT_EQ(tab.outputFormatMatrix().selectedTitle(), u"FLAC"_s);
-    EXPECT_FALSE(tab.outputFormatMatrix().selectTitle(u"MP3"_s));
+    EXPECT_EQ(tab.outputFormatMatrix().selectedId(), u"flac"_s);
+    EXPECT_FALSE(tab.outputFormatMatrix().selectId(u"mp3"_s));
     struct Row
     {
         Control &control;
         QString format;
     };
     for (const Row &row :
-         {Row{tab.flacVerifyButton(), u"FLAC"_s}, Row{tab.flacLaxButton(), u"FLAC"_s},
-          Row{tab.flacSlider(), u"FLAC"_s}, Row{tab.flacKeepForeignMetadataButton(), u"FLAC"_s},
-          Row{tab.generateFFPButton(), u"FLAC"_s}, Row{tab.generateMD5Button(), u"SHN"_s},
-          Row{tab.apeSlider(), u"APE"_s}, Row{tab.wavepackFormatMatrix(), u"WV"_s}}) {
-        for (const QString &format : tab.outputFormatMatrix().titles()) {
-            ASSERT_TRUE(tab.outputFormatMatrix().selectTitle(format));
+         {Row{tab.flacVerifyButton(), u"flac"_s}, Row{tab.flacLaxButton(), u"flac"_s},
+          Row{tab.flacSlider(), u"flac"_s}, Row{tab.flacKeepForeignMetadataButton(), u"flac"_s},
+          Row{tab.generateFFPButton(), u"flac"_s}, Row{tab.generateMD5Button(), u"shn"_s},
+          Row{tab.apeSlider(), u"ape"_s}, Row{tab.wavepackFormatMatrix(), u"wv"_s}}) {
+        for (const QString &format : tab.outputFormatMatrix().ids()) {
+            ASSERT_TRUE(tab.outputFormatMatrix().selectId(format));
             EXPECT_EQ(row.control.isEnabled(), row.format == format) << format.toStdString();
         }
     }
-    tab.outputFormatMatrix().selectTitle(u"FLAC"_s);
+    tab.outputFormatMatrix().selectId(u"flac"_s);
     tab.flacVerifyButton().setOn(true);
     EXPECT_EQ(session.preferences.integer(u"flacVerifyButton"_s), 1);
 

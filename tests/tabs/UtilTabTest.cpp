@@ -129,7 +129,7 @@ TEST_F(Utilities, AddsReplayGainWithAlbumGainAFolder)
     EXPECT_EQ(metaflac(files[0], u"REPLAYGAIN_ALBUM_GAIN"_s), metaflac(files[1], u"REPLAYGAIN_ALBUM_GAIN"_s));
     EXPECT_NE(metaflac(files[0], u"REPLAYGAIN_ALBUM_GAIN"_s), metaflac(files[2], u"REPLAYGAIN_ALBUM_GAIN"_s));
     EXPECT_EQ(metaflac(files[0], u"REPLAYGAIN_TRACK_GAIN"_s), metaflac(files[2], u"REPLAYGAIN_TRACK_GAIN"_s));
-    tab.replayGainMatrix().selectTitle(u"Remove"_s);
+    tab.replayGainMatrix().selectId(u"remove"_s);
     run(UtilTab::ReplayGain, files);
     EXPECT_EQ(metaflac(files[0], u"REPLAYGAIN_TRACK_GAIN"_s), QString());
     run(UtilTab::ReplayGain, {files[0] + u".wav"_s});
