@@ -6,6 +6,7 @@
 #include "audio/FileHead.h"
 
 #include <algorithm>
+#include <string_view>
 
 namespace kruv {
 
@@ -66,16 +67,58 @@ CodecPadding ofMusepack(FileHead &file, std::int64_t start)
     return {.leading = silence + decoderDelay, .stated = std::max<std::int64_t>(0, frames - silence)};
 }
 
+// A frame of one-bit audio is what FFmpeg makes of eight samples.
+constexpr int dsdSamples = 8;
+
+CodecPadding ofDsf(FileHead &file)
+{
+    constexpr std::int64_t sampleCount = 64;
+    return {.stated = static_cast<std::int64_t>(file.littleEndian(sampleCount, 8) / dsdSamples)};
+}
+
+/// Where the chunk of that name begins, among those from `offset` on; beyond the end without one.
+std::int64_t dffChunk(FileHead &file, std::int64_t offset, std::string_view name)
+{
+    constexpr int mostChunks = 1000;
+    for (int i = 0; i < mostChunks && offset < file.size(); ++i) {
+        if (file.has(offset, name)) {
+            return offset;
+        }
+        const auto size = static_cast<std::int64_t>(file.bigEndian(offset + 4, 8));
+        if (size < 0 || size > file.size()) {
+            break;
+        }
+        offset += 12 + size + size % 2;
+    }
+    return file.size();
+}
+
+CodecPadding ofDff(FileHead &file)
+{
+    constexpr std::int64_t firstChunk = 16;
+    const std::int64_t properties = dffChunk(file, firstChunk, "PROP");
+    const std::uint64_t channels = file.bigEndian(dffChunk(file, properties + 16, "CHNL") + 12, 2);
+    const std::uint64_t bytes = file.bigEndian(dffChunk(file, firstChunk, "DSD ") + 4, 8);
+    return {.stated = channels == 0 ? 0 : static_cast<std::int64_t>(bytes / channels)};
+}
+
 } // namespace
 
 CodecPadding CodecPadding::of(const QString &path, const AudioContent &content)
 {
-    if (content.container != Container::MpegAudio && content.container != Container::MusepackSv8) {
+    FileHead file(FileDescriptor::openForReading(path));
+    switch (content.container) {
+    case Container::MpegAudio:
+        return ofMp3(file, content.start);
+    case Container::MusepackSv8:
+        return ofMusepack(file, content.start);
+    case Container::Dsf:
+        return ofDsf(file);
+    case Container::Dff:
+        return ofDff(file);
+    default:
         return {};
     }
-    FileHead file(FileDescriptor::openForReading(path));
-    return content.container == Container::MpegAudio ? ofMp3(file, content.start)
-                                                     : ofMusepack(file, content.start);
 }
 
 } // namespace kruv

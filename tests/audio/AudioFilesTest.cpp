@@ -8,11 +8,14 @@
 #include "audio/CoreAudioHelper.h"
 #include "audio/ExtAudioFileReader.h"
 #include "support/Audio.h"
+#include "support/RareAudio.h"
 #include "support/TaggedAudio.h"
 
 #include <QFile>
 
+#include <algorithm>
 #include <gtest/gtest.h>
+#include <random>
 #include <sys/stat.h>
 
 using namespace Qt::Literals::StringLiterals;
@@ -42,7 +45,27 @@ struct Sample
     Kind kind;
     int bits; ///< 0 for lossy codecs
     Hears hears;
+    QByteArray (*make)(const Audio &) = nullptr; ///< instead of a command
 };
+
+/// Whose loudness plays no part.
+QByteArray oneBitAudio()
+{
+    QByteArray bits(70'000, Qt::Uninitialized);
+    std::minstd_rand random;
+    std::ranges::generate(bits, [&] { return static_cast<char>(random() >> 8); });
+    return bits;
+}
+
+QByteArray makeDsf(const Audio &)
+{
+    return dsfBytes(oneBitAudio());
+}
+
+QByteArray makeDff(const Audio &)
+{
+    return dffBytes(oneBitAudio());
+}
 
 constexpr Sample samples[] = {
     {"a.flac", "-c:a flac", "16.wav", Container::Flac, Codec::Flac, Kind::Lossless, 16, Hears::Flips},
@@ -98,6 +121,15 @@ constexpr Sample samples[] = {
      Kind::Lossy, 0, Hears::Nothing},
     {"a.aac", "-c:a aac -f adts", "16.wav", Container::Adts, Codec::Aac, Kind::Lossy, 0, Hears::Nothing},
     {"d.m4a", "-c:a aac", "16.wav", Container::Mp4, Codec::Aac, Kind::Lossy, 0, Hears::Cuts},
+    {"a.als", "", "flat.wav", Container::Mp4, Codec::Mpeg4Als, Kind::Lossless, 16, Hears::Flips, alsBytes},
+    {"b.als", "", "32m.wav", Container::Mp4, Codec::Mpeg4Als, Kind::Lossless, 32, Hears::Flips, alsBytes},
+    {"c.als", "", "six.wav", Container::Mp4, Codec::Mpeg4Als, Kind::Lossless, 16, Hears::Flips, alsBytes},
+    {"20.m4a", "", "20.wav", Container::Mp4, Codec::AppleLossless, Kind::Lossless, 20, Hears::Cuts,
+     alacBytes},
+    {"32.m4a", "", "32m.wav", Container::Mp4, Codec::AppleLossless, Kind::Lossless, 32, Hears::Cuts,
+     alacBytes},
+    {"a.dsf", "", "16.wav", Container::Dsf, Codec::Dsd, Kind::Dsd, 24, Hears::Cuts, makeDsf},
+    {"a.dff", "", "16.wav", Container::Dff, Codec::Dsd, Kind::Dsd, 24, Hears::Cuts, makeDff},
     {"a.ogg", "-c:a libvorbis", "16.wav", Container::Ogg, Codec::Vorbis, Kind::Lossy, 0, Hears::Flips},
     {"a.opus", "-c:a libopus", "16.wav", Container::Ogg, Codec::Opus, Kind::Lossy, 0, Hears::Flips},
 };
@@ -126,6 +158,17 @@ QByteArray readAll(const QString &path, unsigned width = 0)
     return all;
 }
 
+/// In 32 bits each.
+QByteArray atTheHighEnd(const Audio &audio)
+{
+    QByteArray bytes;
+    for (const std::int32_t sample : audio.samples) {
+        const auto wide = static_cast<std::uint32_t>(sample) << (32 - audio.bitsPerSample);
+        bytes.append(reinterpret_cast<const char *>(&wide), sizeof wide);
+    }
+    return bytes;
+}
+
 bool fails(const QString &path)
 {
     try {
@@ -145,6 +188,10 @@ protected:
         , path(folder.file(QString::fromLatin1(sample.name)))
     {
         makeSource();
+        if (sample.make) {
+            writeFile(path, sample.make(audio));
+            return;
+        }
         QStringList command = QString::fromLatin1(sample.command).split(u' ');
         const QString source = folder.file(QString::fromLatin1(sample.source));
         if (command.first().startsWith(u'-')) {
@@ -162,14 +209,23 @@ protected:
             {QLatin1String("8.wav"),
              {.sampleRate = 22'050, .channels = 1, .bitsPerSample = 8, .frames = 22'003}},
             {QLatin1String("16.wav"), {.frames = 30'011}},
+            {QLatin1String("flat.wav"), {.frames = 5'003}},
+            {QLatin1String("20.wav"), {.channels = 1, .bitsPerSample = 20, .frames = 30'011}},
             {QLatin1String("24.wav"), {.sampleRate = 96'000, .bitsPerSample = 24, .frames = 30'000}},
             {QLatin1String("32.wav"), {.sampleRate = 48'000, .bitsPerSample = 32, .frames = 30'011}},
+            {QLatin1String("32m.wav"), {.channels = 1, .bitsPerSample = 32, .frames = 30'011}},
             {QLatin1String("six.wav"), {.sampleRate = 48'000, .channels = 6, .frames = 12'011}},
         };
         for (const auto &[name, shape] : shapes) {
             if (name == QLatin1String(sample.source)) {
-                writeWav(folder.file(name), shape);
+                audio = makeAudio(shape);
             }
+        }
+        if (QLatin1String(sample.source) == QLatin1String("flat.wav")) {
+            audio.samples.resize(audio.samples.size() * 2, -1234);
+        }
+        if (!sample.make) {
+            writeFile(folder.file(QString::fromLatin1(sample.source)), wavBytes(audio));
         }
     }
     /// The samples as the program decodes them.
@@ -177,12 +233,13 @@ protected:
     {
         const QString format = sample.bits == 0   ? u"s16le"_s
                                : sample.bits == 8 ? u"s8"_s
-                                                  : u"s%1le"_s.arg(sample.bits);
+                                                  : u"s%1le"_s.arg((sample.bits + 7) / 8 * 8);
         return toolOutput(u"ffmpeg"_s, {u"-v"_s, u"error"_s, u"-i"_s, path, u"-f"_s, format, u"-c:a"_s,
                                         u"pcm_"_s + format, u"-"_s});
     }
 
     const Sample sample;
+    Audio audio;
     TemporaryFolder folder;
     const QString path;
 };
@@ -202,7 +259,7 @@ TEST_P(AudioFilesOf, GivesTheSamplesThatFFmpegGives)
     const AudioFormatObject info = CoreAudioHelper::getFormatInfo(path);
     EXPECT_EQ(info.bitsPerChannel, sample.bits);
     const QByteArray given = readAll(path);
-    const auto frame = info.channels * (sample.bits == 0 ? 2 : sample.bits / 8);
+    const auto frame = info.channels * (sample.bits == 0 ? 2 : (sample.bits + 7) / 8);
     ASSERT_GT(frame, 0);
     const bool tellsLength = info.totalSamples > 0;
     EXPECT_EQ(tellsLength, sample.hears != Hears::Nothing && sample.container != Container::Mlp);
@@ -214,6 +271,9 @@ TEST_P(AudioFilesOf, GivesTheSamplesThatFFmpegGives)
     const QByteArray wanted = expected();
     EXPECT_TRUE(sample.kind == Kind::Lossy && tellsLength ? wanted.startsWith(given) : wanted == given);
     EXPECT_FALSE(given.isEmpty());
+    if (sample.make && sample.kind == Kind::Lossless) {
+        EXPECT_TRUE(readAll(path, 32) == atTheHighEnd(audio));
+    }
 }
 
 TEST_P(AudioFilesOf, HearsDamage)
@@ -274,6 +334,16 @@ TEST(AudioFiles, ShortenOfAWavWithChunksBeforeTheAudioGivesWhatWentIn)
     EXPECT_TRUE(fails(folder.write(u"cut.shn"_s, whole.chopped(8)))) << "behind the audio";
 }
 
+TEST(AudioFiles, OneBitAudioIsTheSameInBothOfItsContainers)
+{
+    const TemporaryFolder folder;
+    const QString dsf = folder.write(u"s.dsf"_s, dsfBytes(oneBitAudio()));
+    const QString dff = folder.write(u"s.dff"_s, dffBytes(oneBitAudio()));
+    constexpr qsizetype settling = 100 * 6; // bytes in which the filters still hear what they began with
+    EXPECT_EQ(readAll(dsf).size(), 35'000 * 6);
+    EXPECT_EQ(readAll(dsf).sliced(settling), readAll(dff).sliced(settling));
+}
+
 TEST(AudioFiles, TagsAroundTheAudioAreNotHeard)
 {
     const TemporaryFolder folder;
@@ -300,12 +370,7 @@ TEST(AudioFiles, WiderSamplesLieAtTheHighEnd)
     const TemporaryFolder folder;
     for (const unsigned bits : {8U, 16U, 24U}) {
         const Audio audio = makeAudio({.bitsPerSample = bits, .frames = 500});
-        Audio wide = audio;
-        for (std::int32_t &each : wide.samples) {
-            each = static_cast<std::int32_t>(static_cast<std::uint32_t>(each) << (32 - bits));
-        }
-        const QByteArray expected(reinterpret_cast<const char *>(wide.samples.data()),
-                                  static_cast<qsizetype>(wide.samples.size() * 4));
+        const QByteArray expected = atTheHighEnd(audio);
         writeFile(folder.file(u"s.wav"_s), wavBytes(audio));
         toolOutput(u"flac"_s, {u"-s"_s, u"-f"_s, folder.file(u"s.wav"_s)});
         EXPECT_EQ(readAll(folder.file(u"s.wav"_s), 32), expected) << bits;

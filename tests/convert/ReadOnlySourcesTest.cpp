@@ -7,9 +7,9 @@
 #include "support/Audio.h"
 #include "support/Engine.h"
 #include "support/QtPrinters.h"
+#include "support/RareAudio.h"
 
 #include <QProcess>
-#include <QtEndian>
 
 #include <gtest/gtest.h>
 
@@ -19,24 +19,10 @@ namespace kruv::test {
 
 namespace {
 
-QByteArray little(quint64 value, int bytes)
+/// A second of two channels.
+QByteArray oneBitSilence()
 {
-    const quint64 ordered = qToLittleEndian(value);
-    return QByteArray(reinterpret_cast<const char *>(&ordered), bytes);
-}
-
-/// A second of silence of two channels in one bit a sample, at 2.8224 MHz. Layout: the DSF file format of
-/// Sony, version 1.01.
-QByteArray silentDsf()
-{
-    constexpr quint64 block = 4096; // bytes of a channel
-    constexpr quint64 bits = 2'822'400;
-    constexpr quint64 blocks = (bits / 8 + block - 1) / block;
-    const QByteArray samples(static_cast<qsizetype>(blocks * block * 2), '\x69');
-    const quint64 data = 12 + static_cast<quint64>(samples.size());
-    return "DSD " + little(28, 8) + little(28 + 52 + data, 8) + little(0, 8) + "fmt " + little(52, 8) +
-           little(1, 4) + little(0, 4) + little(2, 4) + little(2, 4) + little(2'822'400, 4) + little(1, 4) +
-           little(bits, 8) + little(block, 4) + little(0, 4) + "data" + little(data, 8) + samples;
+    return QByteArray(2 * 352'800, '\x69');
 }
 
 struct ReadOnlySource
@@ -46,6 +32,7 @@ struct ReadOnlySource
     /// What ffmpeg makes it with.
     QStringList arguments;
     bool isLossless = false;
+    QByteArray made = {}; // instead
 };
 
 } // namespace
@@ -64,13 +51,15 @@ TEST(ReadOnlySources, BecomeFlacAndWavByTheirContent)
         {&adtsFormat, "a.aac", {}},
         {&aacFormat, "aac.m4a", {u"-c:a"_s, u"aac"_s}},
         {&vorbisFormat, "a.ogg", {u"-c:a"_s, u"libvorbis"_s}},
-        {&dsdFormat, "a.dsf", {}},
+        {&dsdFormat, "a.dsf", {}, false, dsfBytes(oneBitSilence())},
+        {&dsdFormat, "a.dff", {}, false, dffBytes(oneBitSilence())},
+        {&alsFormat, "a.als", {}, true, alsBytes(makeAudio(shape))},
     };
     for (const ReadOnlySource &source : sources) {
         SCOPED_TRACE(source.name);
         const QString path = engine.folder.file(QString::fromLatin1(source.name));
-        if (source.format == &dsdFormat) {
-            writeFile(path, silentDsf());
+        if (!source.made.isEmpty()) {
+            writeFile(path, source.made);
         } else {
             QProcess ffmpeg;
             ffmpeg.start(u"ffmpeg"_s, QStringList{u"-v"_s, u"error"_s, u"-nostdin"_s, u"-i"_s, wav} +
@@ -106,7 +95,7 @@ TEST(ReadOnlySources, WhatIsComputedAnewNeverTakesTheOriginalsPlace)
 {
     Engine engine;
     const QString dsf = engine.folder.file(u"a.dsf"_s);
-    writeFile(dsf, silentDsf());
+    writeFile(dsf, dsfBytes(oneBitSilence()));
     const std::shared_ptr<ConversionTask> jobs[] = {
         dsdFormat.decode(&engine.queue, {.source = dsf, .output = engine.folder.file(u"a.wav"_s)}),
         flacFormat.encode(&engine.queue, {.source = dsf, .output = engine.folder.file(u"a.flac"_s)}),
