@@ -38,6 +38,7 @@ struct Child
     int output;
     int report; // takes a Problem, closed by the start of the program
     pid_t parent;
+    WatchedTool *watched; // or null
 };
 
 struct Problem
@@ -49,6 +50,9 @@ struct Problem
 [[noreturn]] void becomeTool(const Child &child)
 {
     setsid();
+    if (child.watched) {
+        child.watched->begin(getpid());
+    }
     // Asking is no use here: nobody would be left to see whether the tool listens.
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     if (getppid() != child.parent) {
@@ -96,8 +100,9 @@ ToolLaunch::Started ToolLaunch::start() const
     const std::vector<char *> words = pointersTo(line);
     const std::vector<char *> variables = pointersTo(environment);
     Started started;
-    started.process = startChild({program.c_str(), words.data(), variables.data(),
-                                  folder.empty() ? nullptr : folder.c_str(), output, report[1], getpid()});
+    started.process =
+        startChild({program.c_str(), words.data(), variables.data(),
+                    folder.empty() ? nullptr : folder.c_str(), output, report[1], getpid(), watched});
     started.error = started.process < 0 ? errno : 0;
     close(report[1]);
     Problem problem{};

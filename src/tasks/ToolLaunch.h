@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "tasks/WatchedTool.h"
+
 #include <string>
 #include <sys/types.h>
 #include <vector>
@@ -17,6 +19,7 @@ struct ToolLaunch
     std::vector<std::string> environment;
     std::string folder; // empty: inherited
     int output = -1;    // takes both output streams
+    WatchedTool *watched = nullptr;
 
     struct Started
     {

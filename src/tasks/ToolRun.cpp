@@ -81,7 +81,8 @@ QString ToolRun::launch()
                     .arguments = {},
                     .environment = ToolEnvironment::entries(ToolEnvironment::unbuffered(m_call.environment)),
                     .folder = bytesOf(m_call.folder),
-                    .output = writer.get()};
+                    .output = writer.get(),
+                    .watched = &m_watched};
     std::ranges::transform(m_call.arguments, std::back_inserter(tool.arguments), bytesOf);
     const ToolLaunch::Started started = tool.start();
     if (started.error != 0) {
@@ -204,9 +205,10 @@ int ToolRun::millisecondsLeft() const
     return look == noEnd ? rest : std::min(look, rest);
 }
 
-ToolEnd ToolRun::reap() const
+ToolEnd ToolRun::reap()
 {
     kill(-m_leader, SIGKILL); // what it left running
+    m_watched.end();
     int status = 0;
     while (waitpid(m_leader, &status, 0) < 0 && errno == EINTR) {
     }

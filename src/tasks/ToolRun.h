@@ -6,6 +6,7 @@
 #include "base/Descriptor.h"
 #include "tasks/ToolEnd.h"
 #include "tasks/ToolEnvironment.h"
+#include "tasks/WatchedTool.h"
 
 #include <QProcessEnvironment>
 #include <QString>
@@ -39,7 +40,7 @@ struct ToolCall
 /// Ctrl-C stays the program's own. Standard input is /dev/null: a question is a failure. Both output streams
 /// come through one pipe. It is ended by asking, so that it can remove what it was writing, and by force
 /// where it doesn't listen. When it has ended, whatever it left running is ended too; when the program dies,
-/// so does the tool.
+/// so do the tool and all that it started.
 class ToolRun
 {
 public:
@@ -79,11 +80,12 @@ private:
     void timeIsUp();
     void enter(Phase phase, std::chrono::milliseconds patience);
     int millisecondsLeft() const;
-    ToolEnd reap() const;
+    ToolEnd reap();
 
     const ToolCall m_call;
     const std::stop_token m_stop;
     pid_t m_leader = 0;
+    WatchedTool m_watched;
     Descriptor m_output;
     Descriptor m_ending; // readable once the tool has ended
     Descriptor m_wish;   // readable once somebody wants it to end

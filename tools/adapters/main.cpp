@@ -9,6 +9,7 @@
 #include "PcmPipe.h"
 #include "ShntoolRun.h"
 #include "ToolFinder.h"
+#include "Watch.h"
 #include "WvunpackAdapter.h"
 
 #include <climits>
@@ -54,6 +55,9 @@ int run(const std::string &name, const Arguments &arguments)
     const auto tool = baseName(name);
     const char *searchPath = getenv("PATH");
     const ToolFinder finder(searchPath ? searchPath : "", ownFolder());
+    if (tool == programName && arguments == Arguments{"watch"}) {
+        return watchTools();
+    }
     if (tool == programName) {
         return runPcmPipe(arguments, finder);
     }
