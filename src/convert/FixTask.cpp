@@ -11,6 +11,7 @@
 #include "checksums/ListText.h"
 #include "formats/Formats.h"
 #include "formats/Records.h"
+#include "formats/ShntoolConversion.h"
 #include "formats/TagCopy.h"
 #include "platform/MainThread.h"
 #include "platform/Resources.h"
@@ -176,10 +177,9 @@ void FixTask::processTaskOutput(const QString &piece)
     const QStringView text = ToolOutput::withoutBackspaces(piece);
     m_totalOutput += stripPercent(text.toString());
     showCurrentFile(text);
-    if (const qsizetype percent = text.indexOf(u'%'); percent >= 0) {
-        const double value = ToolOutput::leadingNumber(text.first(percent));
-        setProgressIndicatorValue(value);
-        setTopTextFieldString(tr("Fixing: %1%").arg(value, 0, 'f', 6));
+    if (const auto percentage = ShntoolConversion::percentage(text)) {
+        setProgressIndicatorValue(*percentage);
+        setTopTextFieldString(tr("Fixing: %1%").arg(*percentage, 0, 'f', 6));
         publish(&KruvTask::updateStatus);
     }
 }

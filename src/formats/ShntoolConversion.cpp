@@ -13,9 +13,7 @@ namespace {
 
 void readPercentage(ToolPiece &result, QStringView text)
 {
-    // Names of files stand before the last ": " and may have a "%" of their own.
-    const qsizetype names = text.lastIndexOf(u": ");
-    result.percentage = ToolOutput::lastPercentage(names < 0 ? text : text.sliced(names));
+    result.percentage = percentage(text);
     if (result.percentage) {
         result.percentageText = QString::number(*result.percentage, 'f', 6);
     }
@@ -28,6 +26,12 @@ bool tellsOfFailedEncoder(QStringView text)
 }
 
 } // namespace
+
+std::optional<double> percentage(QStringView text)
+{
+    const qsizetype names = text.lastIndexOf(u": ");
+    return ToolOutput::lastPercentage(names < 0 ? text : text.sliced(names));
+}
 
 QStringList decode(const ToolRequest &request)
 {

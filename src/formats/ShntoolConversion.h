@@ -15,6 +15,9 @@ QStringList decode(const ToolRequest &request);
 /// encoder.
 QStringList convert(const QString &encoder, const QString &folder, const QString &source);
 
+/// The newest in a piece of what it prints. Names of files stand before the last ": " and may have a "%" of
+/// their own.
+std::optional<double> percentage(QStringView text);
 /// The percentage. What it says of start and end goes into the results.
 ToolPiece read(QStringView piece, QStringView name);
 /// The same, with every piece in the results behind that.

@@ -40,15 +40,13 @@ void SHNToolDisplay::read(const QString &piece)
 
 void SHNToolDisplay::showPercentage(const QString &line)
 {
-    const QString percentage = SHNToolOutput::percentage(line);
-    if (!percentage.isEmpty()) {
-        const double value = percentage.toDouble();
-        m_task.setProgressIndicatorValue(value);
+    if (const auto percentage = SHNToolOutput::percentage(line)) {
+        m_task.setProgressIndicatorValue(*percentage);
         if (m_progress.text) {
             QString text = tr(m_progress.text);
             text.replace(QStringLiteral("%2"), SHNToolOutput::phase(line));
             m_task.setTopTextFieldString(
-                text.arg(m_progress.asWritten ? percentage : QString::number(value, 'f', 6)));
+                text.arg(QString::number(*percentage, 'f', m_progress.asWritten ? 0 : 6)));
         }
     } else if (m_progress.unreadable && line.contains(u'%')) {
         m_task.setTopTextFieldString(tr(m_progress.unreadable));

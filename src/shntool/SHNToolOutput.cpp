@@ -5,15 +5,15 @@
 
 #include "base/PathNames.h"
 #include "regex/Regex.h"
+#include "tasks/ToolOutput.h"
 
 namespace kruv::SHNToolOutput {
 
-QString percentage(QStringView line)
+std::optional<double> percentage(QStringView line)
 {
     // Names come first and may hold anything; what the tool draws over stands behind the last colon.
-    static const Regex drawn(QStringLiteral("(?s)^.* : {1,3}([0-9]{1,3})%"));
-    const auto found = drawn.find(line);
-    return found ? found->captures[1] : QString();
+    const qsizetype colon = line.lastIndexOf(u" : ");
+    return colon < 0 ? std::nullopt : ToolOutput::lastPercentage(line.sliced(colon));
 }
 
 QString phase(QStringView line)

@@ -11,9 +11,9 @@
 /// Readers of what shntool prints while it works.
 namespace kruv::SHNToolOutput {
 
-/// Text of the percentage in the line that the tool is drawing
-/// ("Trimming [/a/x.wav] (0:24.00) --> [/b/x-trimmed.wav] :  37% "); empty where there is none yet.
-QString percentage(QStringView line);
+/// The percentage in the line that the tool is drawing
+/// ("Trimming [/a/x.wav] (0:24.00) --> [/b/x-trimmed.wav] :  37% "), where there is one yet.
+std::optional<double> percentage(QStringView line);
 
 /// The line's first word where it is one that a phase of the tool's work begins with ("Trimming"), else null.
 QString phase(QStringView line);

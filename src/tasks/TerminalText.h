@@ -16,19 +16,17 @@ class TerminalText
 public:
     void append(QStringView piece);
 
-    /// Lines that a line break has ended, each with its break, without blanks at their ends.
-    const QString &finishedLines() const { return m_finished; }
     /// The line that is being written. Empty where it grows beyond what a line is, so that looking at it
     /// after each piece costs little whatever a tool prints.
     QString currentLine() const;
-    /// Both together.
+    /// All lines, without blanks at their ends.
     QString text() const;
 
 private:
     void write(QStringView run);
     void endLine();
 
-    QString m_finished;
+    QString m_finished; // lines, each with its break
     QString m_line;
     qsizetype m_cursor = 0;
 };

@@ -7,16 +7,6 @@
 
 namespace kruv::CdOutput {
 
-namespace {
-
-const QRegularExpression &endOfTrack()
-{
-    static const QRegularExpression summary(QStringLiteral("[0-9]+ rderr, [0-9]+ skip, [0-9]+ atom"));
-    return summary;
-}
-
-} // namespace
-
 QString stripPercent(const QString &piece)
 {
     static const QRegularExpression percentAtEnd(QStringLiteral("[0-9]+%$"));
@@ -39,11 +29,6 @@ QStringList percentages(QStringView piece)
     return found;
 }
 
-bool isEndOfTrack(const QString &text)
-{
-    return endOfTrack().match(text).hasMatch();
-}
-
 QString logText(const QString &output)
 {
     const auto start = output.indexOf(QStringLiteral("cdda2wav:"));
@@ -52,9 +37,10 @@ QString logText(const QString &output)
 
 int TrackEnds::count(const QString &piece)
 {
+    static const QRegularExpression summary(QStringLiteral("[0-9]+ rderr, [0-9]+ skip, [0-9]+ atom"));
     m_line += piece;
     int ends = 0;
-    for (auto match = endOfTrack().match(m_line); match.hasMatch(); match = endOfTrack().match(m_line)) {
+    for (auto match = summary.match(m_line); match.hasMatch(); match = summary.match(m_line)) {
         ++ends;
         m_line.remove(0, match.capturedEnd());
     }

@@ -14,12 +14,10 @@ namespace kruv::CdOutput {
 QString stripPercent(const QString &piece);
 /// The text before the "%" of each word that has one.
 QStringList percentages(QStringView piece);
-/// Whether the text holds the summary that stands at the end of a track.
-bool isEndOfTrack(const QString &text);
 /// What a log keeps: everything from the first "cdda2wav:" on, or all where there is none.
 QString logText(const QString &output);
 
-/// Counts the ends of tracks in output that comes in pieces, whatever the cuts.
+/// Counts the summaries that stand at the ends of tracks, in output that comes in pieces, whatever the cuts.
 class TrackEnds
 {
 public:

@@ -111,13 +111,13 @@ TEST(TrackText, ProgressIsReadBehindAnyName)
         QString line;
         QString phase;
         QString name;
-        QString percentage;
+        std::optional<double> percentage;
     } cases[] = {
-        {u"Scanning [/a/50% off.wav] (0:24.00) :   0% "_s, u"Scanning"_s, u"50% off.wav"_s, u"0"_s},
+        {u"Scanning [/a/50% off.wav] (0:24.00) :   0% "_s, u"Scanning"_s, u"50% off.wav"_s, 0.0},
         {u"Post-padding [/a/b] (1.wav] (12:24.000) --> [/a : 3/x.wav] : 100% OK"_s, u"Post-padding"_s,
-         u"b] (1.wav"_s, u"100"_s},
-        {u"Splitting [/a/50% o"_s, u"Splitting"_s, QString(), QString()},
-        {u"Padded last file with 768 zero-bytes."_s, QString(), QString(), QString()},
+         u"b] (1.wav"_s, 100.0},
+        {u"Splitting [/a/50% o"_s, u"Splitting"_s, QString(), {}},
+        {u"Padded last file with 768 zero-bytes."_s, QString(), QString(), {}},
     };
     for (const auto &each : cases) {
         EXPECT_EQ(SHNToolOutput::phase(each.line), each.phase);
