@@ -128,6 +128,7 @@ constexpr Sample samples[] = {
      alacBytes},
     {"32.m4a", "", "32m.wav", Container::Mp4, Codec::AppleLossless, Kind::Lossless, 32, Hears::Cuts,
      alacBytes},
+    {"a.tak", "", "steps.wav", Container::Tak, Codec::Tak, Kind::Lossless, 16, Hears::Flips, takBytes},
     {"a.dsf", "", "16.wav", Container::Dsf, Codec::Dsd, Kind::Dsd, 24, Hears::Cuts, makeDsf},
     {"a.dff", "", "16.wav", Container::Dff, Codec::Dsd, Kind::Dsd, 24, Hears::Cuts, makeDff},
     {"a.ogg", "-c:a libvorbis", "16.wav", Container::Ogg, Codec::Vorbis, Kind::Lossy, 0, Hears::Flips},
@@ -209,6 +210,7 @@ protected:
             {QLatin1String("8.wav"),
              {.sampleRate = 22'050, .channels = 1, .bitsPerSample = 8, .frames = 22'003}},
             {QLatin1String("16.wav"), {.frames = 30'011}},
+            {QLatin1String("steps.wav"), {.frames = 22'060}},
             {QLatin1String("flat.wav"), {.frames = 5'003}},
             {QLatin1String("20.wav"), {.channels = 1, .bitsPerSample = 20, .frames = 30'011}},
             {QLatin1String("24.wav"), {.sampleRate = 96'000, .bitsPerSample = 24, .frames = 30'000}},
@@ -219,6 +221,12 @@ protected:
         for (const auto &[name, shape] : shapes) {
             if (name == QLatin1String(sample.source)) {
                 audio = makeAudio(shape);
+            }
+        }
+        if (QLatin1String(sample.source) == QLatin1String("steps.wav")) {
+            constexpr std::size_t quarter = std::size_t{11'025} * 2;
+            for (std::size_t i = 0; i < 2 * quarter; ++i) {
+                audio.samples[i] = audio.samples[i / quarter * quarter + i % 2];
             }
         }
         if (QLatin1String(sample.source) == QLatin1String("flat.wav")) {

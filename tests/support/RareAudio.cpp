@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <span>
 
 namespace kruv::test {
 
@@ -30,17 +31,26 @@ QByteArray big(quint64 value, int bytes)
     return QByteArray(reinterpret_cast<const char *>(&ordered) + sizeof ordered - bytes, bytes);
 }
 
-/// The highest bit first.
+enum class Order { HighestFirst, LowestFirst };
+
 class BitWriter
 {
 public:
+    explicit BitWriter(Order order = Order::HighestFirst)
+        : m_order(order)
+    {
+    }
+
     BitWriter &put(quint64 value, unsigned count)
     {
-        while (count-- > 0) {
-            if (m_used++ % 8 == 0) {
+        for (unsigned i = 0; i < count; ++i, ++m_used) {
+            if (m_used % 8 == 0) {
                 m_bytes.append('\0');
             }
-            m_bytes.back() = static_cast<char>(m_bytes.back() << 1 | (value >> count & 1));
+            const bool highest = m_order == Order::HighestFirst;
+            const auto bit = static_cast<unsigned>(value >> (highest ? count - 1 - i : i) & 1);
+            m_bytes.back() =
+                static_cast<char>(m_bytes.back() | bit << (highest ? 7 - m_used % 8 : m_used % 8));
         }
         return *this;
     }
@@ -49,6 +59,7 @@ public:
     const QByteArray &bytes() const { return m_bytes; }
 
 private:
+    const Order m_order;
     QByteArray m_bytes;
     unsigned m_used = 0;
 };
@@ -185,6 +196,63 @@ QByteArray alacPacket(const Audio &audio, std::size_t packet)
     return bits.put(7, 3).align().bytes();
 }
 
+/// With its CRC-24.
+QByteArray takChecked(const QByteArray &bytes)
+{
+    quint32 sum = 0xB704CE;
+    for (const char byte : bytes) {
+        sum ^= static_cast<quint32>(static_cast<unsigned char>(byte)) << 16;
+        for (int bit = 0; bit < 8; ++bit) {
+            sum = sum << 1 ^ ((sum & 0x800000) != 0 ? 0x1864CFB : 0);
+        }
+    }
+    return bytes + little(sum, 3);
+}
+
+void putTakDescription(BitWriter &bits, const Audio &audio)
+{
+    constexpr unsigned monoOrStereo = 2;
+    constexpr unsigned quarters = 3; // of a second are a frame
+    bits.put(monoOrStereo, 6).put(0, 4).put(quarters, 4).put(audio.frames(), 35).put(0, 3);
+    bits.put(audio.sampleRate - 6000, 18)
+        .put(audio.bitsPerSample - 8, 5)
+        .put(audio.channels - 1, 4)
+        .put(0, 1);
+}
+
+/// `samples` of one frame; the last one is not coded.
+QByteArray takFrame(const Audio &audio, quint64 number, std::span<const std::int32_t> samples, bool isLast)
+{
+    constexpr unsigned last = 1;
+    constexpr unsigned described = 2;
+    const unsigned flags = (isLast ? last : 0) | (number == 0 ? described : 0);
+    BitWriter head(Order::LowestFirst);
+    head.put(0xA0FF, 16).put(flags, 3).put(number, 21);
+    if (isLast) {
+        head.put(samples.size() / audio.channels - 1, 14).put(0, 2);
+    }
+    if (number == 0) {
+        putTakDescription(head, audio);
+        head.put(0, 6);
+    }
+    BitWriter body(Order::LowestFirst);
+    for (unsigned channel = 0; channel < audio.channels; ++channel) {
+        if (isLast) {
+            for (std::size_t i = channel; i < samples.size(); i += audio.channels) {
+                body.put(static_cast<quint64>(samples[i]), audio.bitsPerSample);
+            }
+        } else {
+            constexpr unsigned differences = 1; // all of them 0
+            body.put(0, 1).put(static_cast<quint64>(samples[channel]), audio.bitsPerSample);
+            body.put(differences, 2).put(0, 3 + 1 + 1 + 6);
+        }
+    }
+    if (!isLast && audio.channels == 2) {
+        body.put(0, 1 + 3); // the channels stand for themselves
+    }
+    return takChecked(head.align().bytes()) + takChecked(body.align().bytes());
+}
+
 QList<QByteArray> packetsOf(const Audio &audio, QByteArray (*packet)(const Audio &, std::size_t))
 {
     QList<QByteArray> packets;
@@ -234,6 +302,23 @@ QByteArray alsBytes(const Audio &audio)
                                                  descriptor(5, alsConfiguration(audio)));
     const QByteArray stream = descriptor(3, big(0, 3) + decoder + descriptor(6, big(2, 1)));
     return mp4Bytes(audio, {"mp4a", fullBox("esds", stream), packetsOf(audio, alsPacket)});
+}
+
+QByteArray takBytes(const Audio &audio)
+{
+    BitWriter description(Order::LowestFirst);
+    putTakDescription(description, audio);
+    const QByteArray checked = takChecked(description.align().bytes());
+    QByteArray file =
+        "tBaK" + big(1, 1) + little(static_cast<quint64>(checked.size()), 3) + checked + big(0, 4);
+    const std::size_t quarter = audio.sampleRate / 4 * audio.channels;
+    const std::span<const std::int32_t> samples = audio.samples;
+    for (std::size_t at = 0; at < samples.size(); at += quarter) {
+        const bool isLast = samples.size() - at <= quarter;
+        file += takFrame(audio, at / quarter, samples.subspan(at, isLast ? samples.size() - at : quarter),
+                         isLast);
+    }
+    return file;
 }
 
 QByteArray alacBytes(const Audio &audio)

@@ -19,6 +19,10 @@ QByteArray dffBytes(const QByteArray &bits);
 /// 16 to 32 bits.
 QByteArray alsBytes(const Audio &audio);
 
+/// TAK: audio of one or two channels and 16 or 24 bits that keeps its values for whole quarters of a second,
+/// but for the frames behind the last quarter, 1 to 15.
+QByteArray takBytes(const Audio &audio);
+
 /// Apple Lossless in MP4 that is not compressed. One or two channels.
 QByteArray alacBytes(const Audio &audio);
 
