@@ -77,8 +77,10 @@ double sampleAt(const Track &track, double time, int channel)
         const double age = time - note * noteLength;
         const double pitch = track.chord[static_cast<std::size_t>(note * 3 % 4)] * (note % 8 < 4 ? 1.0 : 2.0);
         const double phase = 2.0 * std::numbers::pi * pitch * age + 0.3 * channel;
-        sum += std::exp(-decay * age) *
-               (std::sin(phase) + 0.3 * std::sin(2.0 * phase) + 0.1 * std::sin(3.0 * phase));
+        const double sine = std::sin(phase);
+        const double second = 2.0 * sine * std::cos(phase);
+        const double third = sine * (3.0 - 4.0 * sine * sine);
+        sum += std::exp(-decay * age) * (sine + 0.3 * second + 0.1 * third);
     }
     return 0.25 * sum;
 }
