@@ -26,8 +26,10 @@ ChecksumTabView::ChecksumTabView(ChecksumTab &tab, const QStringList &kinds, QWi
     policy.setRetainSizeWhenHidden(true);
     kind->setSizePolicy(policy);
     list->addWidget(kind);
-    OptionColumn::addToggle(list, tab.sourceSaveButton(), tr("&Next to the source files"),
-                            QStringLiteral("sourceSaveButton"), tr("Otherwise a place is asked for"));
+    OptionColumn::addToggle(list, tab.sourceSaveButton(),
+                            {.text = tr("&Next to the source files"),
+                             .objectName = QStringLiteral("sourceSaveButton"),
+                             .toolTip = tr("Otherwise a place is asked for")});
 
     const auto nameCommand = [this, &tab] {
         const bool creates = tab.commandOptions().selectedRow() == ChecksumTab::CreateList;

@@ -22,13 +22,15 @@ DecodeTabView::DecodeTabView(DecodeTab &tab, const QStringList &kinds, QWidget *
                              tab.deleteOriginalsButton());
 
     QVBoxLayout *flac = options().addGroup(tab.flacOptionsLabel());
-    OptionColumn::addToggle(flac, tab.decodeFlacThroughErrors(), tr("Decode through e&rrors"),
-                            QStringLiteral("decodeFlacThroughErrors"),
-                            tr("Go on after damaged places and put silence there"));
+    OptionColumn::addToggle(flac, tab.decodeFlacThroughErrors(),
+                            {.text = tr("Decode through e&rrors"),
+                             .objectName = QStringLiteral("decodeFlacThroughErrors"),
+                             .toolTip = tr("Go on after damaged places and put silence there")});
     OptionColumn::addToggle(
-        flac, tab.flacKeepForeignMetadataButton(), tr("&Keep foreign metadata"),
-        QStringLiteral("flacKeepForeignMetadataButton"),
-        tr("Write back the chunks of the WAV or AIFF file that were kept in the FLAC file"));
+        flac, tab.flacKeepForeignMetadataButton(),
+        {.text = tr("&Keep foreign metadata"),
+         .objectName = QStringLiteral("flacKeepForeignMetadataButton"),
+         .toolTip = tr("Write back the chunks of the WAV or AIFF file that were kept in the FLAC file")});
     setCommand(tr("&Decode"));
 }
 

@@ -26,14 +26,16 @@ FixTabView::FixTabView(FixTab &tab, const QStringList &kinds, QWidget *parent)
     lists->addWidget(new ChoiceGrid(tab.shnMd5Option(), {QStringLiteral("lists"), tr("MD5 files")},
                                     lists->parentWidget()));
     follow(tab.shnMd5Option(), OptionColumn::addDiscNote(lists), [] {});
-    OptionColumn::addToggle(lists, tab.flacFingerprintButton(), tr("Fingerprint f&ile"),
-                            QStringLiteral("flacFingerprintButton"),
-                            tr("Write a list of FLAC fingerprints beside the outputs"));
+    OptionColumn::addToggle(lists, tab.flacFingerprintButton(),
+                            {.text = tr("Fingerprint f&ile"),
+                             .objectName = QStringLiteral("flacFingerprintButton"),
+                             .toolTip = tr("Write a list of FLAC fingerprints beside the outputs")});
 
     QVBoxLayout *output = options().addGroup(tr("Output"));
-    OptionColumn::addToggle(output, tab.deleteOriginalsButton(), tr("Delete &original files"),
-                            QStringLiteral("deleteOriginalsButton"),
-                            tr("Once the outputs of the whole set are written"));
+    OptionColumn::addToggle(output, tab.deleteOriginalsButton(),
+                            {.text = tr("Delete &original files"),
+                             .objectName = QStringLiteral("deleteOriginalsButton"),
+                             .toolTip = tr("Once the outputs of the whole set are written")});
     setCommand(tr("&Fix"));
 }
 

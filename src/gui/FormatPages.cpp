@@ -74,8 +74,10 @@ void FormatPages::addOption(QVBoxLayout *group, const Format &format, const Form
     const FormatControls &controls = m_contents.controls;
     switch (option.kind) {
     case FormatOption::Kind::Toggle:
-        OptionColumn::addToggle(group, controls.toggle(option), translated(option.label), nameOf(option),
-                                translated(option.help));
+        OptionColumn::addToggle(group, controls.toggle(option),
+                                {.text = translated(option.label),
+                                 .objectName = nameOf(option),
+                                 .toolTip = translated(option.help)});
         break;
     case FormatOption::Kind::Number:
         addNumber(group, option);

@@ -179,7 +179,7 @@ QStringList GuiUserInterface::runFileDialog(QFileDialog &dialog, const QString &
     if (!m_queue || dialog.exec() != QDialog::Accepted) {
         return {};
     }
-    const QStringList chosen = dialog.selectedFiles();
+    QStringList chosen = dialog.selectedFiles();
     m_preferences.setValue(folderKey, dialog.fileMode() == QFileDialog::Directory
                                           ? chosen.value(0)
                                           : dialog.directory().absolutePath());
@@ -231,7 +231,8 @@ std::optional<QString> GuiUserInterface::savePath(const QString &message, const 
 std::optional<QString> GuiUserInterface::enterText(const QString &title, const QString &message,
                                                    const QString &initialText)
 {
-    return KruvStringGetterPanel(dialogParent()).runPanel(title, message, initialText);
+    return KruvStringGetterPanel(dialogParent())
+        .runPanel({.title = title, .message = message, .initialString = initialText});
 }
 
 std::optional<TrimCharsObject> GuiUserInterface::trimCharacters()

@@ -30,12 +30,11 @@ KruvStringGetterPanel::KruvStringGetterPanel(QWidget *parent)
     layout->addWidget(buttons);
 }
 
-std::optional<QString> KruvStringGetterPanel::runPanel(const QString &title, const QString &message,
-                                                       const QString &initialString)
+std::optional<QString> KruvStringGetterPanel::runPanel(const Question &question)
 {
-    setWindowTitle(title);
-    m_message->setText(message);
-    m_enteredText->setText(initialString);
+    setWindowTitle(question.title);
+    m_message->setText(question.message);
+    m_enteredText->setText(question.initialString);
     m_enteredText->selectAll();
     return exec() == Accepted ? std::optional(m_enteredText->text()) : std::nullopt;
 }

@@ -19,9 +19,15 @@ class KruvStringGetterPanel : public QDialog
 public:
     explicit KruvStringGetterPanel(QWidget *parent);
 
+    struct Question
+    {
+        QString title;
+        QString message;
+        QString initialString;
+    };
+
     /// Returns what was entered, or nothing when the person cancelled.
-    std::optional<QString> runPanel(const QString &title, const QString &message,
-                                    const QString &initialString);
+    std::optional<QString> runPanel(const Question &question);
 
 private:
     QLabel *m_message;

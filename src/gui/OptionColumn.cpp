@@ -113,12 +113,11 @@ QVBoxLayout *OptionColumn::addPage(QStackedWidget *pages, const QString &title)
     return contents;
 }
 
-QCheckBox *OptionColumn::addToggle(QVBoxLayout *group, ToggleControl &control, const QString &text,
-                                   const QString &objectName, const QString &toolTip)
+QCheckBox *OptionColumn::addToggle(QVBoxLayout *group, ToggleControl &control, const ControlLook &look)
 {
-    auto *box = new QCheckBox(text, group->parentWidget());
-    box->setObjectName(objectName);
-    box->setToolTip(toolTip);
+    auto *box = new QCheckBox(look.text, group->parentWidget());
+    box->setObjectName(look.objectName);
+    box->setToolTip(look.toolTip);
     QSizePolicy policy = box->sizePolicy();
     policy.setRetainSizeWhenHidden(true);
     box->setSizePolicy(policy);
@@ -153,10 +152,14 @@ QVBoxLayout *OptionColumn::addOutputGroup(ToggleControl &beside, const QString &
                                           ToggleControl &deletes)
 {
     QVBoxLayout *output = addGroup(tr("Output"));
-    addToggle(output, beside, tr("&Next to the source files"), besideName,
-              tr("Otherwise one folder is asked for"));
-    addToggle(output, deletes, tr("Delete &original files"), QStringLiteral("deleteOriginalsButton"),
-              tr("Each once its output is written and its job succeeded"));
+    addToggle(output, beside,
+              {.text = tr("&Next to the source files"),
+               .objectName = besideName,
+               .toolTip = tr("Otherwise one folder is asked for")});
+    addToggle(output, deletes,
+              {.text = tr("Delete &original files"),
+               .objectName = QStringLiteral("deleteOriginalsButton"),
+               .toolTip = tr("Each once its output is written and its job succeeded")});
     return output;
 }
 

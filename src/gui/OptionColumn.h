@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "gui/ControlLook.h"
+
 #include <QScrollArea>
 
 class QCheckBox;
@@ -44,9 +46,8 @@ public:
                          const QString &objectName);
     /// Adds what the asterisk of choices "by disc*" stands for.
     static QuietLabel *addDiscNote(QVBoxLayout *group);
-    /// Adds a check box tied to `control`, with that object name.
-    static QCheckBox *addToggle(QVBoxLayout *group, ToggleControl &control, const QString &text,
-                                const QString &objectName, const QString &toolTip = {});
+    /// Adds a check box tied to `control`.
+    static QCheckBox *addToggle(QVBoxLayout *group, ToggleControl &control, const ControlLook &look);
 
     /// For a tab whose options are a form: as wide as this, in device-independent pixels.
     void setColumnWidth(int width);

@@ -77,13 +77,13 @@ QStringList cdProviders()
 PreferencesController::PreferencesController(Preferences &preferences, QWidget *parent)
     : QWidget(parent, Qt::Window)
     , m_preferences(preferences)
-    , m_maxThreads(1, std::max(1, QThread::idealThreadCount()),
+    , m_maxThreads({.minimum = 1, .maximum = std::max(1, QThread::idealThreadCount()), .step = 1},
                    preferences.integer(QStringLiteral("maxThreads")))
     , m_trashOrDelete(
           {{QStringLiteral("remove"), tr("Remove")}, {QStringLiteral("trash"), tr("Move to the trash")}}, 2)
     , m_lameStereoOption(
           {{QStringLiteral("stereo"), tr("Stereo")}, {QStringLiteral("joint"), tr("Joint stereo")}}, 2)
-    , m_lameQValue(lameBest, lameFastest, lameBest)
+    , m_lameQValue({.minimum = lameBest, .maximum = lameFastest, .step = 1}, lameBest)
     , m_toolbar(new QToolBar(this))
     , m_paneActions(new QActionGroup(this))
 {

@@ -107,11 +107,14 @@ void ShntoolTabView::addOutputOptions(SHNtoolTab &tab, QStackedWidget *pages)
     QVBoxLayout *output = options().addPage(pages, tab.outputFormatText().text());
     output->addWidget(new ChoiceGrid(
         tab.outputFormatMatrix(), {QStringLiteral("format"), tr("Output format")}, output->parentWidget()));
-    OptionColumn::addToggle(output, tab.sourceEncodeButton(), tr("&Next to the first file"),
-                            QStringLiteral("sourceEncodeButton"), tr("Otherwise one folder is asked for"));
-    OptionColumn::addToggle(output, tab.deleteOriginalsButton(), tr("Delete &original files"),
-                            QStringLiteral("deleteOriginalsButton"),
-                            tr("All once the outputs are written and the job succeeded"));
+    OptionColumn::addToggle(output, tab.sourceEncodeButton(),
+                            {.text = tr("&Next to the first file"),
+                             .objectName = QStringLiteral("sourceEncodeButton"),
+                             .toolTip = tr("Otherwise one folder is asked for")});
+    OptionColumn::addToggle(output, tab.deleteOriginalsButton(),
+                            {.text = tr("Delete &original files"),
+                             .objectName = QStringLiteral("deleteOriginalsButton"),
+                             .toolTip = tr("All once the outputs are written and the job succeeded")});
 }
 
 } // namespace kruv

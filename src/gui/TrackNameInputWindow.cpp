@@ -3,6 +3,7 @@
 
 #include "gui/TrackNameInputWindow.h"
 
+#include "gui/ControlLook.h"
 #include "gui/QuietLabel.h"
 #include "tabs/TrackNameInputController.h"
 
@@ -20,12 +21,11 @@ namespace {
 
 constexpr QSize firstSize(460, 420);
 
-QPushButton *barButton(const QString &text, const QString &objectName, const QString &toolTip,
-                       QWidget *parent)
+QPushButton *barButton(const ControlLook &look, QWidget *parent)
 {
-    auto *button = new QPushButton(text, parent);
-    button->setObjectName(objectName);
-    button->setToolTip(toolTip);
+    auto *button = new QPushButton(look.text, parent);
+    button->setObjectName(look.objectName);
+    button->setToolTip(look.toolTip);
     button->setAutoDefault(false);
     return button;
 }
@@ -37,10 +37,15 @@ TrackNameInputWindow::TrackNameInputWindow(TrackNameInputController &controller,
     , m_controller(controller)
     , m_names(new QPlainTextEdit(this))
     , m_count(new QuietLabel({}, this))
-    , m_load(barButton(tr("&Load…"), QStringLiteral("load"), tr("Take the names from a numbered list"), this))
-    , m_trim(barButton(tr("&Trim…"), QStringLiteral("trim"),
-                       tr("Cut characters from the start or end of each selected line"), this))
-    , m_undo(barButton({}, QStringLiteral("undo"), tr("Ctrl+Z"), this))
+    , m_load(barButton({.text = tr("&Load…"),
+                        .objectName = QStringLiteral("load"),
+                        .toolTip = tr("Take the names from a numbered list")},
+                       this))
+    , m_trim(barButton({.text = tr("&Trim…"),
+                        .objectName = QStringLiteral("trim"),
+                        .toolTip = tr("Cut characters from the start or end of each selected line")},
+                       this))
+    , m_undo(barButton({.text = {}, .objectName = QStringLiteral("undo"), .toolTip = tr("Ctrl+Z")}, this))
 {
     setObjectName(QStringLiteral("TrackNameInputWindow"));
     setWindowTitle(tr("Track Names"));

@@ -91,8 +91,10 @@ void UtilTabView::addDiscPage(QStackedWidget *pages)
     m_listTracks->setObjectName(QStringLiteral("listTracks"));
     m_listTracks->setAutoDefault(false);
     disc->addWidget(m_listTracks, 0, Qt::AlignLeft);
-    OptionColumn::addToggle(disc, m_tab.oneTrackButton(), tr("All tracks into &one file"),
-                            QStringLiteral("oneTrackButton"));
+    OptionColumn::addToggle(disc, m_tab.oneTrackButton(),
+                            {.text = tr("All tracks into &one file"),
+                             .objectName = QStringLiteral("oneTrackButton"),
+                             .toolTip = {}});
     connect(m_listTracks, &QPushButton::clicked, this, [this] {
         m_listTracks->setEnabled(false);
         m_tab.addTracksOfDrive(m_drives->currentText().section(u' ', 0, 0));

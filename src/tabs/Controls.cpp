@@ -104,19 +104,17 @@ void ChoiceControl::loadValue(Preferences &preferences, const QString &key)
     }
 }
 
-NumberControl::NumberControl(int minimum, int maximum, int value, int step, QObject *parent)
+NumberControl::NumberControl(const Range &range, int value, QObject *parent)
     : Control(parent)
-    , m_minimum(minimum)
-    , m_maximum(maximum)
-    , m_step(step)
+    , m_range(range)
     , m_value(value)
 {
 }
 
 void NumberControl::setValue(int value)
 {
-    const int inRange = std::clamp(value, m_minimum, m_maximum);
-    const int clamped = inRange - (inRange - m_minimum) % m_step;
+    const int inRange = std::clamp(value, minimum(), maximum());
+    const int clamped = inRange - (inRange - minimum()) % step();
     if (m_value != clamped) {
         m_value = clamped;
         valueChanged();

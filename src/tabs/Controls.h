@@ -108,11 +108,18 @@ class NumberControl : public Control
 {
     Q_OBJECT
 public:
-    NumberControl(int minimum, int maximum, int value, int step = 1, QObject *parent = nullptr);
+    struct Range
+    {
+        int minimum;
+        int maximum;
+        int step;
+    };
 
-    int minimum() const { return m_minimum; }
-    int maximum() const { return m_maximum; }
-    int step() const { return m_step; }
+    NumberControl(const Range &range, int value, QObject *parent = nullptr);
+
+    int minimum() const { return m_range.minimum; }
+    int maximum() const { return m_range.maximum; }
+    int step() const { return m_range.step; }
     int value() const { return m_value; }
     /// Values outside the range become its nearer end, values between steps the lower one.
     void setValue(int value);
@@ -122,9 +129,7 @@ protected:
     void loadValue(Preferences &preferences, const QString &key) override;
 
 private:
-    int m_minimum;
-    int m_maximum;
-    int m_step;
+    Range m_range;
     int m_value;
 };
 

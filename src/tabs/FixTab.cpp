@@ -23,7 +23,7 @@ constexpr int usualLevel = 5;
 FixTab::FixTab(TabHost &host)
     : ConversionTab(QStringLiteral("fix SBE"), host)
     , m_outputFormatMatrix(FormatControls::choicesOf(targets()), 2)
-    , m_flacLevelSlider(0, flacLevels, usualLevel)
+    , m_flacLevelSlider({.minimum = 0, .maximum = flacLevels, .step = 1}, usualLevel)
     , m_shnMd5Option({{QStringLiteral("none"), tr("No MD5")},
                       {QStringLiteral("one"), tr("1 MD5")},
                       {QStringLiteral("disc"), tr("MD5 by disc*")}})

@@ -68,7 +68,9 @@ std::shared_ptr<Control> FormatControls::made(const FormatOption &option) const
     case FormatOption::Kind::Toggle:
         return std::make_shared<ToggleControl>();
     case FormatOption::Kind::Number:
-        return std::make_shared<NumberControl>(option.minimum, option.maximum, option.standard, option.step);
+        return std::make_shared<NumberControl>(
+            NumberControl::Range{.minimum = option.minimum, .maximum = option.maximum, .step = option.step},
+            option.standard);
     case FormatOption::Kind::Choice: {
         auto choice =
             std::make_shared<ChoiceControl>(choicesOfOption(option), option.choices.size() > 2 ? 1 : columns);

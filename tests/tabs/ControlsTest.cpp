@@ -37,7 +37,7 @@ TEST_F(ControlsTest, TheLastChoiceComesBack)
     {
         Preferences preferences(file);
         ChoiceControl format(formats, 2);
-        NumberControl level(0, 8, 1);
+        NumberControl level({.minimum = 0, .maximum = 8, .step = 1}, 1);
         ToggleControl verify;
         ToggleControl warn;
         TextControl extension;
@@ -63,7 +63,7 @@ TEST_F(ControlsTest, TheLastChoiceComesBack)
     Preferences again(copy);
     EXPECT_EQ(again.integer(QStringLiteral("flacVerifyButton")), 1);
     ChoiceControl format(formats, 2);
-    NumberControl level(0, 8, 1);
+    NumberControl level({.minimum = 0, .maximum = 8, .step = 1}, 1);
     ToggleControl verify;
     ToggleControl warn;
     TextControl extension;
@@ -88,7 +88,7 @@ TEST_F(ControlsTest, AStoredChoiceThatIsNoneLeavesTheFirst)
         ChoiceControl format(formats);
         format.tieTo(preferences, QStringLiteral("encodeOutputFormat"));
         EXPECT_EQ(format.selectedIndex(), 0);
-        NumberControl level(0, 8, 5);
+        NumberControl level({.minimum = 0, .maximum = 8, .step = 1}, 5);
         level.tieTo(preferences, QStringLiteral("encodeFlacLevel"));
         EXPECT_EQ(level.value(), std::clamp(stored, 0, 8));
     }
