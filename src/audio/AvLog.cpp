@@ -61,7 +61,7 @@ QString takeLastError(int code)
     av_strerror(code, cause.data(), cause.size());
     QString text = QString::fromUtf8(lastError).simplified();
     lastError.clear();
-    const QString causeText = QString::fromUtf8(cause.data());
+    QString causeText = QString::fromUtf8(cause.data());
     if (text.isEmpty() || code == AVERROR(ENOSPC)) {
         return causeText;
     }

@@ -290,10 +290,10 @@ void CodecFileReader::checkLength() const
     if (isAppleLossless()) {
         // Some writers count the last packet as a whole one.
         allowed = m_source.missesPackets() ? 0 : std::max<std::int64_t>(m_packetFrames, 1) - 1;
-    } else if (isLossy() && !m_lengthIsExact) {
-        allowed = m_dataFormat.sampleRate / 10; // delays that nobody states
-    } else if (m_source.content().container == AudioContent::Container::Asf) {
-        allowed = m_dataFormat.sampleRate / 10; // it counts milliseconds
+    } else if ((isLossy() && !m_lengthIsExact) ||
+               m_source.content().container == AudioContent::Container::Asf) {
+        // Lossy codecs have delays that nobody states, and this container counts milliseconds.
+        allowed = m_dataFormat.sampleRate / 10;
     }
     if (missing > allowed) {
         AvSource::cannotRead(tr("The audio ends after %1 of %2 frames.")

@@ -127,8 +127,8 @@ void EncodeCoreAudioSync::copyFrames(ExtAudioFileReader &input, ExtAudioFileWrit
         }
         output.write({buffer.data(), bytes});
         if (input.lengthInFrames() > 0) {
-            const auto frames = static_cast<double>(bytes / frameSize);
-            showProgress(frames * static_cast<double>(pass) * 100.0 /
+            const std::size_t frames = bytes / frameSize;
+            showProgress(static_cast<double>(frames) * static_cast<double>(pass) * 100.0 /
                          static_cast<double>(input.lengthInFrames()));
         }
     }

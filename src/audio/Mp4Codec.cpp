@@ -149,9 +149,12 @@ Codec ofEntry(FileHead &file, Range entry)
         const auto bytes =
             file.bytes(entry.begin, static_cast<std::size_t>(std::min(entry.end - entry.begin, longest)));
         constexpr std::string_view name = "esds";
-        const auto at = std::ranges::search(
-            bytes, name, [](std::uint8_t byte, char c) { return byte == static_cast<std::uint8_t>(c); });
-        return at.empty() ? Codec::Other : ofElementaryStream({at.end(), bytes.end()});
+        const auto at =
+            std::search(bytes.begin(), bytes.end(), name.begin(), name.end(),
+                        [](std::uint8_t byte, char c) { return byte == static_cast<std::uint8_t>(c); });
+        return at == bytes.end()
+                   ? Codec::Other
+                   : ofElementaryStream({at + static_cast<std::ptrdiff_t>(name.size()), bytes.end()});
     }
     return Codec::Other;
 }

@@ -23,8 +23,8 @@ bool isThere(const FileDescriptor &file, std::int64_t end)
         static_cast<std::int64_t>(bytes.size())) {
         return false;
     }
-    const auto found = std::ranges::find_end(bytes, mark);
-    const std::span<const std::uint8_t> page(found.begin(), bytes.end());
+    const auto found = std::find_end(bytes.begin(), bytes.end(), mark.begin(), mark.end());
+    const std::span<const std::uint8_t> page(found, bytes.end());
     if (page.size() < head || page.size() < head + page[26]) {
         return false;
     }

@@ -105,7 +105,7 @@ QByteArray aiffOf(const QByteArray &audio)
 {
     QByteArray common;
     appendBigEndian<quint16>(common, channels);
-    appendBigEndian<quint32>(common, static_cast<quint32>(audio.size() / (channels * bytesPerSample)));
+    appendBigEndian<quint32>(common, static_cast<quint32>(audio.size() / channels / bytesPerSample));
     appendBigEndian<quint16>(common, 8 * bytesPerSample);
     common += extendedRate(sampleRate);
 

@@ -62,7 +62,7 @@ QString DemoVerb::makeFolder() const
         temporary.setAutoRemove(false);
         return temporary.path();
     }
-    const QString folder = QDir().absoluteFilePath(QString::fromStdString(m_folder));
+    QString folder = QDir().absoluteFilePath(QString::fromStdString(m_folder));
     if (!QDir().mkpath(folder)) {
         throw UsageError(tr("%1 can't be made").arg(folder));
     }

@@ -148,7 +148,8 @@ void TagsSetVerb::runCommands(KruvController &controller, QueueRun &queueRun, co
     takeIn(tab, paths);
     const QStringList files = tab.fileNames();
     reportUnheld(files, wanted);
-    queueRun.run([&] { tab.queueChanges(files, m_writeEmpty, [&wanted](qsizetype) { return wanted; }); });
+    queueRun.run(
+        [&] { tab.queueChanges(files, m_writeEmpty, [&wanted](qsizetype) { return TagChanges(wanted); }); });
 }
 
 } // namespace kruv

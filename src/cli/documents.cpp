@@ -7,6 +7,7 @@
 #include "cli/Commands.h"
 #include "formats/Formats.h"
 
+#include <exception>
 #include <fstream>
 #include <iostream>
 
@@ -24,7 +25,7 @@ std::string mediaTypes(const std::string &before, const std::string &after)
     types.removeDuplicates();
     std::string text;
     for (const QString &type : types) {
-        text += before + type.toStdString() + after;
+        text.append(before).append(type.toStdString()).append(after);
     }
     return text;
 }
@@ -32,7 +33,7 @@ std::string mediaTypes(const std::string &before, const std::string &after)
 } // namespace
 
 int main(int argc, char **argv)
-{
+try {
     std::ifstream page(argc == 2 ? argv[1] : "");
     if (!page) {
         std::cerr << "usage: documents TEMPLATE\n";
@@ -54,4 +55,7 @@ int main(int argc, char **argv)
         }
     }
     return std::cout.flush() ? 0 : 1;
+} catch (const std::exception &failure) {
+    std::cerr << failure.what() << '\n';
+    return 1;
 }

@@ -18,12 +18,12 @@ class ColorScheme : public QObject
 public:
     explicit ColorScheme(const QDBusConnection &bus = QDBusConnection::sessionBus());
 
+private Q_SLOTS:
+    void settingChanged(const QDBusMessage &message);
+
 Q_SIGNALS:
     /// With the first answer, and with each change.
     void darkWanted(bool dark);
-
-private Q_SLOTS:
-    void settingChanged(const QDBusMessage &message);
 
 private:
     void ask();

@@ -16,7 +16,7 @@ QString resourcesFolder()
         return QDir::cleanPath(QDir(overriding).absolutePath());
     }
     const QDir programFolder(QCoreApplication::applicationDirPath());
-    const QString installed = QDir::cleanPath(programFolder.filePath(QStringLiteral("../libexec/kruv")));
+    QString installed = QDir::cleanPath(programFolder.filePath(QStringLiteral("../libexec/kruv")));
     if (QFileInfo(installed).isDir()) {
         return installed;
     }

@@ -46,7 +46,7 @@ CompiledExpressions::Compiled CompiledExpressions::get(const QString &pattern, u
     }
     m_entries.push_front({key, compile(pattern, flags)});
     m_entryOfKey.insert(key, m_entries.begin());
-    const Compiled compiled = m_entries.front().compiled;
+    Compiled compiled = m_entries.front().compiled;
     if (m_entries.size() > capacity) {
         m_entryOfKey.remove(m_entries.back().key);
         m_entries.pop_back();

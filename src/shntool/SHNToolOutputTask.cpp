@@ -18,7 +18,7 @@ QString SHNToolOutputTask::runShntool(const QStringList &arguments, const QStrin
 {
     m_display.start();
     runTool(m_request.launchPath, arguments, [this](const QString &piece) { m_display.read(piece); });
-    const QString output = m_display.text().replace(staging, folder);
+    QString output = m_display.text().replace(staging, folder);
     appendResults(output);
     return output;
 }

@@ -38,7 +38,7 @@ QString numbered(const QString &path, const QSet<QString> &planned)
 {
     const QString base = PathNames::folderOf(path) + u'/' + PathNames::nameWithoutExtension(path);
     for (int number = 2;; ++number) {
-        const QString name =
+        QString name =
             QStringLiteral("%1 (%2).%3").arg(base, QString::number(number), PathNames::extension(path));
         if (!FileCommit::isTaken(name) && !planned.contains(name)) {
             return name;

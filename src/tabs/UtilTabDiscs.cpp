@@ -49,14 +49,14 @@ void UtilTab::addTracksOfDrive(const QString &device)
 
 QString UtilTab::getProvider(const QString &bsdName) const
 {
-    const QString fixed = host().preferences().string(QStringLiteral("cdProviderText"));
+    QString fixed = host().preferences().string(QStringLiteral("cdProviderText"));
     if (CDExtractSCSIProviderHelper::isKnownProvider(fixed)) {
         return fixed;
     }
     if (bsdName.isEmpty()) {
         throw std::runtime_error(tr("the files are not on an audio disc").toStdString());
     }
-    const QString provider = CDExtractSCSIProviderHelper(bsdName, m_access.root).runTask();
+    QString provider = CDExtractSCSIProviderHelper(bsdName, m_access.root).runTask();
     if (provider.isEmpty()) {
         throw std::runtime_error(tr("there is no optical drive %1").arg(bsdName).toStdString());
     }

@@ -11,7 +11,7 @@ namespace kruv {
 
 void PieceRelay::put(const QString &piece)
 {
-    constexpr qsizetype mostLength = 512 * 1024;
+    constexpr qsizetype mostLength = qsizetype(512) * 1024;
     std::unique_lock lock(m_lock);
     m_handedOver.wait(lock, [this] { return m_length < mostLength; });
     m_pieces.append(piece);

@@ -52,7 +52,7 @@ void TerminalText::write(QStringView run)
 
 QString TerminalText::currentLine() const
 {
-    constexpr qsizetype longestLine = 16 * 1024; // a few paths
+    constexpr qsizetype longestLine = qsizetype(16) * 1024; // a few paths
     return m_line.size() > longestLine ? QString() : m_line;
 }
 

@@ -39,11 +39,12 @@ std::pair<const Replacement *, bool> TextReplacer::longestAt(std::string_view re
         if (length == rest.size()) {
             return {match, first != last};
         }
-        const auto range = std::ranges::equal_range(
-            first, last, static_cast<unsigned char>(rest[length]), {},
-            [length](const Replacement &each) { return static_cast<unsigned char>(each.text[length]); });
-        first = range.begin();
-        last = range.end();
+        const auto next = static_cast<unsigned char>(rest[length]);
+        const auto nextOf = [length](const Replacement &each) {
+            return static_cast<unsigned char>(each.text[length]);
+        };
+        first = std::ranges::lower_bound(first, last, next, {}, nextOf);
+        last = std::ranges::upper_bound(first, last, next, {}, nextOf);
     }
     return {match, false};
 }
