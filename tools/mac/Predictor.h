@@ -21,7 +21,9 @@ public:
         const uint32_t prediction = predict(static_cast<uint32_t>(other), wide);
         const uint32_t filtered = static_cast<uint32_t>(value) - smooth(m_previousValue);
         const auto residual = static_cast<int32_t>(filtered - prediction);
-        finish(static_cast<uint32_t>(value), filtered, residual);
+        adapt(residual);
+        m_previousFiltered = filtered;
+        m_previousValue = static_cast<uint32_t>(value);
         return residual;
     }
 
@@ -31,7 +33,9 @@ public:
         const uint32_t filtered =
             static_cast<uint32_t>(residual) + predict(static_cast<uint32_t>(other), wide);
         const uint32_t value = filtered + smooth(m_previousValue);
-        finish(value, filtered, residual);
+        adapt(residual);
+        m_previousFiltered = filtered;
+        m_previousValue = value;
         return static_cast<int32_t>(value);
     }
 
@@ -48,7 +52,7 @@ private:
 
     uint32_t predict(uint32_t other, bool wide);
     uint32_t widePrediction() const;
-    void finish(uint32_t value, uint32_t filtered, int32_t residual);
+    void adapt(int32_t residual);
 
     std::array<uint32_t, 4> m_own{};
     std::array<uint32_t, 5> m_cross{};
@@ -104,7 +108,7 @@ inline uint32_t Predictor::widePrediction() const
     return static_cast<uint32_t>(static_cast<int64_t>(sum) >> 10);
 }
 
-inline void Predictor::finish(uint32_t value, uint32_t filtered, int32_t residual)
+inline void Predictor::adapt(int32_t residual)
 {
     const int32_t sign = (residual > 0) - (residual < 0);
     for (std::size_t i = 0; i < m_ownWeights.size(); ++i) {
@@ -113,8 +117,6 @@ inline void Predictor::finish(uint32_t value, uint32_t filtered, int32_t residua
     for (std::size_t i = 0; i < m_crossWeights.size(); ++i) {
         m_crossWeights[i] += static_cast<uint32_t>(sign * m_crossSigns[i]);
     }
-    m_previousFiltered = filtered;
-    m_previousValue = value;
 }
 
 } // namespace kruv::mac

@@ -25,23 +25,26 @@ Bytes tones(const WavFormat &format, std::size_t frames)
 {
     Bytes bytes;
     for (std::size_t i = 0; i < frames * format.channels; ++i) {
-        const double t = static_cast<double>(i / format.channels) / format.sampleRate;
+        const std::size_t frame = i / format.channels;
+        const double t = static_cast<double>(frame) / format.sampleRate;
         const double value =
             0.4 * std::exp(-std::fmod(t, 0.2) / 0.02) * (std::sin(1900 * t) + std::sin(6900 * t));
         const auto sample = std::lround(value * ((1 << (format.bitsPerSample - 1)) - 1));
-        for (unsigned b = 0; b < format.bytesPerSample(); ++b)
+        for (unsigned b = 0; b < format.bytesPerSample(); ++b) {
             bytes.push_back(
                 static_cast<std::uint8_t>((sample + (format.bitsPerSample == 8 ? 128 : 0)) >> (8 * b)));
+        }
     }
     return bytes;
 }
 
 /// The first channel of 16-bit audio.
-std::vector<double> firstChannel(const Bytes &audio, unsigned channels)
+std::vector<double> firstChannel(const Bytes &audio, std::size_t channels)
 {
     std::vector<double> samples;
-    for (std::size_t i = 0; i + 1 < audio.size(); i += 2 * channels)
+    for (std::size_t i = 0; i + 1 < audio.size(); i += 2 * channels) {
         samples.push_back(static_cast<std::int16_t>(readLe16(&audio[i])));
+    }
     return samples;
 }
 
@@ -50,10 +53,12 @@ int lag(const std::vector<double> &source, const std::vector<double> &decoded)
 {
     int best = 0;
     double largest = 0;
+    const auto frames = static_cast<std::ptrdiff_t>(std::min(source.size(), decoded.size()));
     for (int shift = -40; shift <= 40; ++shift) {
         double sum = 0;
-        for (std::size_t i = 40; i + 40 < std::min(source.size(), decoded.size()); ++i)
-            sum += source[i] * decoded[static_cast<std::size_t>(static_cast<int>(i) + shift)];
+        for (std::ptrdiff_t i = 40; i + 40 < frames; ++i) {
+            sum += source[static_cast<std::size_t>(i)] * decoded[static_cast<std::size_t>(i + shift)];
+        }
         if (sum > largest) {
             largest = sum;
             best = shift;
@@ -69,8 +74,9 @@ std::map<std::string, std::string> probe(const std::string &path)
     EXPECT_EQ(result.errors, "");
     std::istringstream lines(std::string(result.output.begin(), result.output.end()));
     std::map<std::string, std::string> fields;
-    for (std::string line; std::getline(lines, line);)
+    for (std::string line; std::getline(lines, line);) {
         fields.try_emplace(line.substr(0, line.find('=')), line.substr(line.find('=') + 1));
+    }
     return fields;
 }
 
@@ -143,8 +149,9 @@ TEST(AacPlusEnc, PrintsRisingPercentages)
     const ProcessResult result =
         run("aacplusenc", {folder.write("a.wav", song(100000)), folder.path("a.m4a"), "48"});
     std::string expected;
-    for (int percent = 0; percent <= 100; ++percent)
+    for (int percent = 0; percent <= 100; ++percent) {
         expected += (percent < 10 ? "[  " : percent < 100 ? "[ " : "[") + std::to_string(percent) + "%]\r";
+    }
     EXPECT_EQ(result.errors, expected + "\n");
 }
 
@@ -217,8 +224,9 @@ TEST(AacPlusEnc, LeavesNothingBehindWhenTerminated)
     ::waitpid(child, &status, 0);
     EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGTERM);
     EXPECT_EQ(folder.names(), std::vector<std::string>{});
-    for (const int end : {input[0], input[1], progress[0], progress[1]})
+    for (const int end : {input[0], input[1], progress[0], progress[1]}) {
         ::close(end);
+    }
 }
 
 } // namespace kruv::aacplusenc

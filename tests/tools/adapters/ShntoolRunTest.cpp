@@ -36,7 +36,7 @@ protected:
     // The audio as a file called `name`, in the format of its extension whatever its case.
     std::string makeSource(const std::string &name, const TestAudio &audio) const
     {
-        const auto path = source(name);
+        auto path = source(name);
         const auto wav = m_folder.path("source.wav");
         writeWav(wav, audio);
         auto extension = name.substr(name.rfind('.') + 1);
@@ -187,8 +187,8 @@ TEST_F(ShntoolRunTest, FixesInTheGivenOrderUnderTheSourcesNames)
 
 TEST_F(ShntoolRunTest, JoinsAndSplitsBackWithoutAQuestion)
 {
-    const auto first = TestAudio::noise(588 * 10, 2, 16, 1);
-    const auto second = TestAudio::noise(588 * 10, 2, 16, 2);
+    const auto first = TestAudio::noise(std::size_t(588) * 10, 2, 16, 1);
+    const auto second = TestAudio::noise(std::size_t(588) * 10, 2, 16, 2);
     const auto a = makeSource("10.wav", first);
     const auto b = makeSource("9.wav", second);
     auto result = runTool("shntool join -o flac -n -d", {output(""), "-O", "never", a, b});
@@ -212,7 +212,8 @@ TEST_F(ShntoolRunTest, JoinsAndSplitsBackWithoutAQuestion)
 
 TEST_F(ShntoolRunTest, SplitsHighResolutionAudioAtTheRightPlace)
 {
-    const auto audio = TestAudio::noise(44100 * 2, 2, 24);
+    constexpr std::size_t secondBytes = std::size_t(44100) * 6;
+    const auto audio = TestAudio::noise(std::size_t(44100) * 2, 2, 24);
     writeFile(source("points.cue"), "FILE \"x\" WAVE\n TRACK 01 AUDIO\n  INDEX 01 00:00:00\n"
                                     " TRACK 02 AUDIO\n  INDEX 01 00:01:00\n");
     for (const char *name : {"a.wav", "b.aif", "c.flac", "d.wv"}) {
@@ -221,8 +222,8 @@ TEST_F(ShntoolRunTest, SplitsHighResolutionAudioAtTheRightPlace)
         const auto result =
             runTool("shntool split -f", {source("points.cue"), "-o", "flac", "-d", output(""), path});
         EXPECT_EQ(result.status, 0) << result.output;
-        EXPECT_TRUE(pcmOf(output("split-track01.flac"), 24) == audio.samples.substr(0, 44100 * 6));
-        EXPECT_TRUE(pcmOf(output("split-track02.flac"), 24) == audio.samples.substr(44100 * 6));
+        EXPECT_TRUE(pcmOf(output("split-track01.flac"), 24) == audio.samples.substr(0, secondBytes));
+        EXPECT_TRUE(pcmOf(output("split-track02.flac"), 24) == audio.samples.substr(secondBytes));
         EXPECT_EQ(leftOver(), (Names{"split-track01.flac", "split-track02.flac"}));
         std::filesystem::remove(output("split-track01.flac"));
         std::filesystem::remove(output("split-track02.flac"));
@@ -272,7 +273,7 @@ TEST_F(ShntoolRunTest, NamesComeBackAsTheyWere)
 TEST_F(ShntoolRunTest, FailuresLeaveNothingAndDoneWorkStays)
 {
     const auto good = makeSource("good.wav", TestAudio::noise(588 * 5 + 1, 2, 16));
-    const auto odd = makeSource("odd.wav", TestAudio::noise(588 * 5, 2, 24));
+    const auto odd = makeSource("odd.wav", TestAudio::noise(std::size_t(588) * 5, 2, 24));
     auto result = runTool("shntool pad -d", {output(""), "-o", "wav", "-O", "never", odd, good});
     EXPECT_EQ(result.status, 1) << "one file was passed over";
     EXPECT_EQ(leftOver(), Names{"good-padded.wav"});
@@ -293,7 +294,7 @@ TEST_F(ShntoolRunTest, FailuresLeaveNothingAndDoneWorkStays)
 TEST_F(ShntoolRunTest, ASignalEndsTheWholeRunAndCleansUp)
 {
     // Large enough to be far from done when its first progress is seen.
-    const auto path = makeSource("long.WAV", TestAudio::noise(44100 * 60, 2, 16));
+    const auto path = makeSource("long.WAV", TestAudio::noise(std::size_t(44100) * 60, 2, 16));
     const auto program = std::string(getenv("KRUV_RESOURCES")) + "/shntool";
     for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
         int ends[2] = {};

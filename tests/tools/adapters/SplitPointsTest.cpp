@@ -26,9 +26,7 @@ TEST(SplitPoints, TimesCountAtTheAudiosOwnRate)
 TEST(SplitPoints, WhatIsNoPointIsLeftToTheTool)
 {
     for (const char *text : {"", "abc", "0:61", "0:01.75", "0:01.1234", "1:", "12x", ":5", "0:01:00",
-                             "INDEX 01 xx", "0:01\n99999999999:00\n",
-                             "\xFF\xFE"
-                             "0"}) {
+                             "INDEX 01 xx", "0:01\n99999999999:00\n", "\xFF\xFE\x30"}) {
         EXPECT_EQ(splitPointsInBytes(text, {48000, 6}), std::nullopt) << text;
     }
 }

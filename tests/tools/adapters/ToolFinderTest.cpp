@@ -20,7 +20,7 @@ class ToolFinderTest : public testing::Test
 protected:
     std::string program(const std::string &name)
     {
-        const auto path = m_folder.path() + "/" + name;
+        auto path = m_folder.path() + "/" + name;
         fs::create_directories(fs::path(path).parent_path());
         std::ofstream(path) << "#!/bin/sh\n";
         fs::permissions(path, fs::perms::owner_all);

@@ -65,7 +65,7 @@ bool haveTools(const Arguments &tools)
 
 TestAudio TestAudio::noise(std::size_t frames, std::uint16_t channels, std::uint16_t bits, unsigned seed)
 {
-    const auto all = pcm(Signal::Noise, {44100, channels, bits}, frames + 100 * seed);
+    const auto all = pcm(Signal::Noise, {44100, channels, bits}, frames + std::size_t(100) * seed);
     return {channels, bits, text(all).substr(std::size_t{100} * seed * channels * bits / 8)};
 }
 

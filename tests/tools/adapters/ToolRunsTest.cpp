@@ -19,7 +19,7 @@ std::string big32(std::uint32_t value)
 // A tree with the shape of an authored one: the track table knows where its author expected the audio to lie.
 void makeDvdTree(const std::string &folder, std::uint32_t expectedTableSector)
 {
-    constexpr std::uint32_t sector = 2048;
+    constexpr std::size_t sector = 2048;
     const auto object = expectedTableSector + 64 + 6 + 2;
     std::string table = std::string("DVDAUDIOSAPP\0\x02\0\x12", 16);
     for (const std::uint32_t first : {0U, 100U}) {

@@ -55,7 +55,7 @@ TEST(OutputFile, ReportsFailingWrites)
     EXPECT_THROW(OutputFile("/nonexistent-folder/out"), ToolError);
     OutputFile full("/dev/full");
     EXPECT_FALSE(full.canRewrite());
-    EXPECT_THROW(full.write(Bytes(1024 * 1024)), ToolError);
+    EXPECT_THROW(full.write(Bytes(1 << 20)), ToolError);
     OutputFile alsoFull("/dev/full");
     alsoFull.write(newBytes);
     EXPECT_THROW(alsoFull.commit(), ToolError);
@@ -75,7 +75,7 @@ TEST(OutputFile, LeavesNothingWhenADiskIsFullOrASignalEndsIt)
                 if (bySignal) {
                     ::raise(SIGTERM);
                 }
-                output.write(Bytes(1024 * 1024));
+                output.write(Bytes(1 << 20));
             } catch (const ToolError &) {
                 ::_exit(7);
             }

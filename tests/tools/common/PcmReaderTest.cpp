@@ -27,7 +27,7 @@ Bytes text(const std::string &value)
 struct Aiff
 {
     unsigned bits = 16;
-    std::string compression = "";
+    std::string compression = {};
     Bytes audio = {};
     std::uint32_t statedFrames = 0;
     std::uint32_t offset = 0;
@@ -37,8 +37,9 @@ struct Aiff
     {
         Bytes common = Bytes{0, 2} + fourBytes(statedFrames) + Bytes{0, static_cast<std::uint8_t>(bits)} +
                        fromHex("400EAC44000000000000");
-        if (!compression.empty())
+        if (!compression.empty()) {
             common = common + text(compression) + Bytes{0, 0};
+        }
         const auto right = static_cast<std::uint32_t>(8 + offset + audio.size());
         return text("FORM") + fourBytes(0) + text(compression.empty() ? "AIFF" : "AIFC") + text("NAME") +
                fourBytes(3) + text("abc") + Bytes{0} + text("COMM") + fourBytes(common.size()) + common +
@@ -51,8 +52,9 @@ Bytes readAll(PcmReader &reader)
 {
     Bytes all;
     Bytes block(5 * reader.format().bytesPerFrame());
-    while (const std::size_t got = reader.read(block))
+    while (const std::size_t got = reader.read(block)) {
         all.insert(all.end(), block.begin(), block.begin() + static_cast<std::ptrdiff_t>(got));
+    }
     return all;
 }
 

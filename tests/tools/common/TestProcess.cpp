@@ -68,6 +68,7 @@ int spawn(const std::string &program, const std::vector<std::string> &arguments,
     std::vector<std::string> words = {programPath(program)};
     words.insert(words.end(), arguments.begin(), arguments.end());
     std::vector<char *> argv;
+    argv.reserve(words.size() + 1);
     for (std::string &word : words) {
         argv.push_back(word.data());
     }

@@ -28,7 +28,7 @@ ReadBack readAll(InputStream &input)
     WavReader reader(input);
     ReadBack result;
     result.everything = reader.header();
-    Bytes block(96 * reader.format().bytesPerFrame());
+    Bytes block(std::size_t(96) * reader.format().bytesPerFrame());
     while (const std::size_t got = reader.readAudio(block)) {
         result.audioBytes += got;
         result.everything.insert(result.everything.end(), block.begin(), block.begin() + std::ptrdiff_t(got));
@@ -59,7 +59,7 @@ ReadBack readFromPipe(const Bytes &file)
         ::close(ends[1]);
     });
     InputStream input("-");
-    const ReadBack result = readAll(input);
+    ReadBack result = readAll(input);
     writer.join();
     ::dup2(saved, STDIN_FILENO);
     ::close(saved);
@@ -166,8 +166,9 @@ TEST(WavReader, RefusesWhatIsNotPcm)
         {"ends in the header", Bytes(good.begin(), good.begin() + 30)},
         {"chunk longer than the file", changed(16, 60000)},
     };
-    for (const auto &[name, file] : rows)
+    for (const auto &[name, file] : rows) {
         EXPECT_THROW(readFromMemory(file), ToolError) << name;
+    }
 }
 
 } // namespace kruv::tools::test

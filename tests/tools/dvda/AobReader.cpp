@@ -21,8 +21,9 @@ public:
     std::uint64_t take(unsigned count)
     {
         std::uint64_t value = 0;
-        for (; count > 0; --count, ++m_position)
+        for (; count > 0; --count, ++m_position) {
             value = value << 1 | (m_bytes[m_position / 8] >> (7 - m_position % 8) & 1);
+        }
         return value;
     }
     void expect(unsigned count, std::uint64_t value)
@@ -72,8 +73,9 @@ ReadPack readPack(std::span<const std::uint8_t> sector)
     bits.expect(8, 0xF8);
 
     pack.hasSystemHeader = bits.nextIs(0x1BB);
-    if (pack.hasSystemHeader)
+    if (pack.hasSystemHeader) {
         bits.skipBytes(18);
+    }
     bits.expect(32, 0x1BD);
     const std::size_t end = bits.take(16) + bits.byte();
     bits.expect(8, 0x81);
@@ -125,8 +127,9 @@ std::vector<std::uint8_t> unpack(std::span<const std::uint8_t> stored, unsigned 
                 }
             }
             for (std::size_t frame : {0U, 1U}) {
-                for (std::size_t i = 0; bits == 24 && i < group->size(); ++i)
+                for (std::size_t i = 0; bits == 24 && i < group->size(); ++i) {
                     *sample(frame, (*group)[i]) = *next++;
+                }
             }
         }
     }

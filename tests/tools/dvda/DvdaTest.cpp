@@ -26,8 +26,9 @@ const std::vector<std::string> completeTree = {"ATS_01_0.BUP", "ATS_01_0.IFO", "
 std::vector<std::string> namesIn(const fs::path &folder)
 {
     std::vector<std::string> names;
-    for (const auto &entry : fs::directory_iterator(folder))
+    for (const auto &entry : fs::directory_iterator(folder)) {
         names.push_back(entry.path().filename().string());
+    }
     std::sort(names.begin(), names.end());
     return names;
 }
@@ -84,8 +85,9 @@ TEST(Dvda, WidensDepthsThatADiscDoesNotHave)
     const std::string tree = folder.path("out");
     ASSERT_EQ(run("dvda", {"-o", tree, "-g", folder.write("a.wav", wav(format, audio))}).status, 0);
     Bytes widened;
-    for (const std::uint8_t sample : audio)
+    for (const std::uint8_t sample : audio) {
         widened = std::move(widened) + Bytes{0, static_cast<std::uint8_t>(sample - 128)};
+    }
     EXPECT_TRUE(audioOf(tree + "/AUDIO_TS/ATS_01_1.AOB", 16) == widened);
 }
 
@@ -158,8 +160,9 @@ TEST(AudioTree, SpreadsTheAudioOverFiles)
     const Bytes audio = pcm(Signal::Noise, {}, 7 * sectorBytes / 4);
     {
         AudioTree tree(folder.path("out"), false, 3);
-        for (std::size_t i = 0; i < audio.size(); i += sectorBytes)
+        for (std::size_t i = 0; i < audio.size(); i += sectorBytes) {
             tree.write(std::span(audio).subspan(i, sectorBytes));
+        }
         const Disc disc{{{lpcmFormat(44100, 16, 2, 0), {{0, 6, 585, 1}}}}, 7};
         tree.complete(disc, {});
         EXPECT_EQ(readFile(folder.path("out/AUDIO_TS/AUDIO_PP.IFO")), simplePlayerInfo(disc, 272 + 5 + 3));

@@ -81,8 +81,9 @@ TEST(InfoFiles, PointSimplePlayersToAbsoluteSectors)
         EXPECT_EQ(u32(info, record + 44), first[i]);
         EXPECT_EQ(u32(info, record + 48), last[i]);
     }
-    for (std::size_t copy = 1; copy < 8; ++copy)
+    for (std::size_t copy = 1; copy < 8; ++copy) {
         EXPECT_EQ(part(info, copy * 16384, 16384), part(info, 0, 16384));
+    }
 }
 
 // The title table outgrows its sector; everything behind moves.

@@ -42,8 +42,9 @@ Written write(const LpcmFormat &format, const std::vector<std::size_t> &trackFra
         source.resize(source.size() + frames % 2 * format.bytesPerFrame());
     }
     result.bytes = sink.take();
-    for (std::size_t i = 0; i < result.bytes.size(); i += sectorBytes)
+    for (std::size_t i = 0; i < result.bytes.size(); i += sectorBytes) {
         result.packs.push_back(readPack(std::span(result.bytes).subspan(i, sectorBytes)));
+    }
     return result;
 }
 
@@ -57,10 +58,12 @@ TEST(PackWriter, WritesTheKnownStartOfAnAob)
                                    "000001BD07DA81810821000104931E600AA000000B000A100F8F000180000000"));
     const std::uint64_t arrivals[] = {0, 43885, 87771, 131657, 479173, 785295, 1091418, 1397540, 1703663};
     const std::uint64_t times[] = {585, 1646, 2625, 3687, 4666, 5727, 6707, 7768};
-    for (std::size_t i = 0; i < std::size(arrivals); ++i)
+    for (std::size_t i = 0; i < std::size(arrivals); ++i) {
         EXPECT_EQ(written.packs[i].arrival, arrivals[i]) << i;
-    for (std::size_t i = 0; i < std::size(times); ++i)
+    }
+    for (std::size_t i = 0; i < std::size(times); ++i) {
         EXPECT_EQ(written.packs[i].time, times[i]) << i;
+    }
 }
 
 // Every sample, every clock and every pointer, over track borders and tracks of unusual lengths.

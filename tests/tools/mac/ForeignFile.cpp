@@ -37,13 +37,15 @@ public:
         }
         const uint32_t low = folded & ((uint32_t{1} << bits) - 1);
         coder.putBits(low & 0xFFFF, std::min(bits, 16));
-        if (bits > 16)
+        if (bits > 16) {
             coder.putBits(low >> 16, bits - 16);
+        }
         m_mean.update(folded);
-        if (m_bits > 0 && m_mean.sum() < 1U << (m_bits + 4))
+        if (m_bits > 0 && m_mean.sum() < 1U << (m_bits + 4)) {
             --m_bits;
-        else if (m_mean.sum() >= 1U << (m_bits + 5))
+        } else if (m_mean.sum() >= 1U << (m_bits + 5)) {
             ++m_bits;
+        }
     }
 
 private:
@@ -82,12 +84,14 @@ Bytes ForeignFile::codeFrame(Format format, const Bytes &audio) const
     ChannelCoder sideCoder(filters, version, fastestKernel());
     Bytes frame;
     const uint32_t checksum = tools::crc32(audio) >> 1;
-    for (int shift = 24; shift >= 0; shift -= 8)
+    for (int shift = 24; shift >= 0; shift -= 8) {
         frame.push_back(static_cast<uint8_t>(checksum >> shift));
-    if (version >= 3990)
+    }
+    if (version >= 3990) {
         codeBlocks<ResidualEncoder>(midCoder, sideCoder, arithmetic, format, audio, frame);
-    else
+    } else {
         codeBlocks<HighBitsEncoder>(midCoder, sideCoder, arithmetic, format, audio, frame);
+    }
     return frame;
 }
 
@@ -105,8 +109,9 @@ Bytes ForeignFile::oldHeader(Format format, uint32_t blocks) const
     tools::writeLe32(&header[24], 1);
     tools::writeLe32(&header[28], blocks);
     const std::size_t elements = withSeekElements ? 3 : 1;
-    if (withPeakLevel)
+    if (withPeakLevel) {
         header.resize(header.size() + 4, 0x55);
+    }
     if (withSeekElements) {
         header.resize(header.size() + 4);
         tools::writeLe32(&header[header.size() - 4], static_cast<uint32_t>(elements));

@@ -15,8 +15,9 @@ namespace kruv::mac::test {
 std::string shellWord(const std::string &word)
 {
     std::string result = "'";
-    for (const char c : word)
+    for (const char c : word) {
         result += c == '\'' ? std::string("'\\''") : std::string(1, c);
+    }
     return result + "'";
 }
 
@@ -34,8 +35,9 @@ Outcome runShell(const std::string &command)
 std::string macProgram()
 {
     const char *resources = std::getenv("KRUV_RESOURCES");
-    if (!resources)
+    if (!resources) {
         throw std::runtime_error("KRUV_RESOURCES must name the folder of the tools");
+    }
     return shellWord(std::string(resources) + "/mac");
 }
 
@@ -55,10 +57,12 @@ Bytes makeExtremes(Format format, unsigned blocks)
     const std::size_t width = format.bits / 8;
     for (std::size_t at = 0; at < audio.size(); at += width) {
         const bool high = audio[at] & 1;
-        for (std::size_t i = 0; i < width; ++i)
+        for (std::size_t i = 0; i < width; ++i) {
             audio[at + i] = high ? 0xFF : 0;
-        if (format.bits > 8)
+        }
+        if (format.bits > 8) {
             audio[at + width - 1] = high ? 0x7F : 0x80;
+        }
     }
     return audio;
 }
@@ -66,9 +70,11 @@ Bytes makeExtremes(Format format, unsigned blocks)
 Bytes makeOneSilent(Format format, unsigned blocks)
 {
     Bytes audio = makeAudio(Signal::Noise, format, blocks);
-    for (std::size_t at = 0; at < audio.size(); ++at)
-        if (at % format.blockBytes() >= format.bits / 8)
+    for (std::size_t at = 0; at < audio.size(); ++at) {
+        if (at % format.blockBytes() >= format.bits / 8) {
             audio[at] = format.bits == 8 ? 128 : 0;
+        }
+    }
     return audio;
 }
 

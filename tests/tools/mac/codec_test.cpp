@@ -59,8 +59,9 @@ TEST(CodecWideSamples, QuietAudioAtTheHighestLevel)
     const Bytes loud = makeAudio(Signal::Music, {16, 2}, 30000);
     for (std::size_t at = 0; at < loud.size(); at += 2) {
         const auto sample = static_cast<int16_t>(loud[at] | loud[at + 1] << 8) * 5;
-        for (int shift = 0; shift < 24; shift += 8)
+        for (int shift = 0; shift < 24; shift += 8) {
             audio.push_back(static_cast<uint8_t>(sample >> shift));
+        }
     }
     expectExact(audio, format, 5000, "quiet music");
 }
@@ -76,12 +77,14 @@ INSTANTIATE_TEST_SUITE_P(Formats, Codec,
 TEST(CodecLengths, FrameEdgesAndShortest)
 {
     constexpr Format format{16, 2};
-    for (const unsigned blocks : {1U, 2U, 15U, 16U, 17U, 511U, 512U, 513U, 73727U, 73728U, 73729U, 147456U})
+    for (const unsigned blocks : {1U, 2U, 15U, 16U, 17U, 511U, 512U, 513U, 73727U, 73728U, 73729U, 147456U}) {
         expectExact(makeAudio(Signal::Music, format, blocks), format, blocks < 1000 ? 5000 : 2000,
                     std::to_string(blocks) + " blocks");
-    for (const unsigned blocks : {294911U, 294912U, 294913U})
+    }
+    for (const unsigned blocks : {294911U, 294912U, 294913U}) {
         expectExact(makeAudio(Signal::Music, {8, 1}, blocks), {8, 1}, 4000,
                     std::to_string(blocks) + " blocks");
+    }
     expectExact(makeAudio(Signal::Music, {8, 1}, 1179649), {8, 1}, 5000, "two longest frames");
 }
 

@@ -121,8 +121,9 @@ TEST(Container, AcceptsTagsSpareSeekEntriesAndNoChecksum)
 
     Bytes spare = slice(ape, 0, 84) + Bytes(40) + slice(ape, 84, ape.size());
     tools::writeLe32(&spare[16], 48);
-    for (const std::size_t entry : {76U, 80U})
+    for (const std::size_t entry : {76U, 80U}) {
         tools::writeLe32(&spare[entry], tools::readLe32(&spare[entry]) + 40);
+    }
     EXPECT_EQ(errorOf(spare), ErrorNumber::Checksum);
     std::fill_n(&spare[36], 16, uint8_t{0});
     EXPECT_TRUE(decompressed(spare) == wav);
@@ -139,8 +140,9 @@ TEST(Container, ReadsOlderVersions)
             for (const unsigned level : levels) {
                 ForeignFile maker{version, static_cast<uint16_t>(level), {}};
                 // What ffmpeg 5.1 expects there.
-                if (bits == 24 && level == 5000)
+                if (bits == 24 && level == 5000) {
                     maker.arithmetic = {true, true};
+                }
                 maker.withPeakLevel = level % 2000 == 0;
                 maker.withSeekElements = level > 2000;
                 const Bytes ape = maker.make(format, audio);

@@ -14,8 +14,9 @@ namespace {
 std::vector<int16_t> randomNumbers(std::size_t count, std::mt19937 &random, bool extreme)
 {
     std::vector<int16_t> numbers(count);
-    for (int16_t &number : numbers)
+    for (int16_t &number : numbers) {
         number = extreme ? (random() % 2 ? int16_t{-32768} : int16_t{32767}) : static_cast<int16_t>(random());
+    }
     return numbers;
 }
 

@@ -33,8 +33,9 @@ protected:
             {"IN.wav", wav}, {"OUT.ape", ape}, {"BACK.wav", folder.path("back.wav")}};
         for (const auto &[name, path] : files) {
             const auto at = arguments.find(name);
-            if (at != std::string::npos)
+            if (at != std::string::npos) {
                 arguments.replace(at, std::string(name).size(), shellWord(path));
+            }
         }
         return macProgram() + " " + arguments;
     }

@@ -59,7 +59,7 @@ Bytes unusualStream(std::uint32_t version)
     }
     bits.putUnsigned(9, width::function);
     bits.putUnsigned(44, width::verbatimLength);
-    for (const std::uint8_t byte : WavFormat().header(5 * 32 * 4)) {
+    for (const std::uint8_t byte : WavFormat().header(std::uint64_t(5) * 32 * 4)) {
         bits.putUnsigned(byte, width::verbatimByte);
     }
     std::mt19937 random(7);

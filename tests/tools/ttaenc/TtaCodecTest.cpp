@@ -134,7 +134,7 @@ TEST(TtaCodec, AllFiltersGiveTheSameNumbers)
     for (const unsigned bytesPerSample : {1u, 2u, 3u}) {
         for (const unsigned channels : {1u, 2u, 5u}) {
             // Noise beyond 24 bits, so that everything that can wrap does.
-            std::vector<std::int32_t> data(channels * 3000);
+            std::vector<std::int32_t> data(std::size_t(channels) * 3000);
             for (auto &value : data) {
                 value = static_cast<std::int32_t>(random() >> (random() % 20)) * (random() % 2 ? 1 : -1);
             }
@@ -152,7 +152,7 @@ TEST(TtaCodec, SurvivesRareLoudSamplesInNearSilence)
 {
     // Each of them takes up to two megabytes of ones in the stream.
     const WavFormat format{rate, 1, 24};
-    Bytes audio(3 * 1500);
+    Bytes audio(std::size_t(3) * 1500);
     for (std::size_t i = 0; i < audio.size(); i += 3) {
         audio[i] = static_cast<std::uint8_t>(i / 3 % 4);
     }
@@ -190,7 +190,7 @@ TEST(TtaCodec, FindsEveryDamagedByteAndKeepsTheOtherFrames)
         Bytes expected = file;
         const std::size_t begin = 44 + frame * 1044 * 4;
         std::fill_n(expected.begin() + std::ptrdiff_t(begin),
-                    std::min<std::size_t>(1044 * 4, file.size() - begin), 0);
+                    std::min(std::size_t(1044) * 4, file.size() - begin), 0);
         EXPECT_TRUE(result.file == expected)
             << "the damaged frame is silent, the others are whole; " << place;
     }

@@ -16,7 +16,7 @@ std::string progress(const std::string &before, const std::string &after)
 {
     std::string text;
     for (int i = 0; i <= 100; ++i) {
-        text += before + std::to_string(i) + after;
+        text.append(before).append(std::to_string(i)).append(after);
     }
     return text + "\n";
 }
