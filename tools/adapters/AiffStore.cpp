@@ -147,7 +147,7 @@ private:
 
 } // namespace
 
-bool storeAiff(std::string start, int input, const std::string &file)
+bool storeAiff(const std::string &start, int input, const std::string &file)
 {
     const auto header = WavHeader::parse(start);
     const auto pcm = header ? pcmOf(start, *header) : std::nullopt;

@@ -263,6 +263,7 @@ void ChildProcess::relayOutput(int outputEnd, int errorEnd)
     bool broken = false;
     while (!relays.empty()) {
         std::vector<pollfd> places;
+        places.reserve(relays.size() + 1);
         for (const auto &relay : relays) {
             places.push_back({relay.source.descriptor(), POLLIN, 0});
         }

@@ -120,7 +120,7 @@ std::vector<DvdImage::Entry> DvdImage::readFolder(std::uint32_t sector, std::uin
 
 std::vector<DvdImage::Entry> DvdImage::audioFiles() const
 {
-    constexpr long long volumeDescriptor = 16 * sectorSize;
+    constexpr auto volumeDescriptor = 16LL * sectorSize;
     constexpr std::size_t rootRecord = 156;
     const auto descriptor = readAt(m_descriptor, sectorSize, volumeDescriptor);
     if (descriptor.size() != sectorSize || descriptor.compare(1, 5, "CD001") != 0) {
@@ -135,6 +135,7 @@ std::vector<DvdImage::Entry> DvdImage::audioFiles() const
     }
     const auto entries = readFolder(folder->sector, folder->size);
     std::vector<std::string> names;
+    names.reserve(entries.size());
     for (const auto &entry : entries) {
         names.push_back(entry.name);
     }

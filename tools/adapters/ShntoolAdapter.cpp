@@ -89,13 +89,20 @@ Arguments decoderOptions(const std::string &helper)
     return options;
 }
 
-ShntoolOutput plannedOutput(const std::string &source, const std::string &prefix, const std::string &postfix,
-                            const std::string &extension)
+// What an output's name has around its source's.
+struct Affixes
+{
+    std::string prefix;
+    std::string ending;
+
+    std::string around(const std::string &name) const { return prefix + name + ending; }
+};
+
+ShntoolOutput plannedOutput(const std::string &source, const Affixes &affixes)
 {
     const std::string name(baseName(source));
-    const std::string stem(stemOf(name));
-    const auto ending = postfix + "." + extension;
-    return {{prefix + name + ending, prefix + stem + ending}, prefix + stem + ending};
+    const std::string wanted = affixes.around(std::string(stemOf(name)));
+    return {{affixes.around(name), wanted}, wanted};
 }
 
 std::string valueOr(const ShntoolCommand &command, char letter, std::string_view otherwise)
@@ -114,9 +121,9 @@ void planOutputs(ShntoolPlan &plan, const ShntoolCommand &command, const std::st
         const auto name = valueOr(command, 'a', "") + "joined" + valueOr(command, 'z', "") + "." + extension;
         plan.outputs.push_back({{name, name}, name});
     } else {
-        const auto postfix = valueOr(command, 'z', command.mode->postfix);
+        const auto ending = valueOr(command, 'z', command.mode->postfix) + "." + extension;
         for (const auto &file : command.files) {
-            plan.outputs.push_back(plannedOutput(file, prefix, postfix, extension));
+            plan.outputs.push_back(plannedOutput(file, {.prefix = prefix, .ending = ending}));
         }
     }
 }

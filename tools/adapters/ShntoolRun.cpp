@@ -176,7 +176,8 @@ private:
                 baseName(m_plan.exactFile.empty() ? output.wantedName : m_plan.exactFile));
             for (const auto &name : output.possibleNames) {
                 if (name != shown) {
-                    m_command.replacements.push_back({stage + "/" + name, std::string("/").append(shown)});
+                    m_command.replacements.push_back(
+                        {std::string(stage).append("/").append(name), std::string("/").append(shown)});
                 }
             }
         }

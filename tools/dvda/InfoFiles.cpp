@@ -129,7 +129,7 @@ void putManagerTable(Bytes &bytes, std::size_t offset, const Disc &disc)
         put32(bytes, entry + 4, disc.titles[j].length());
         put8(bytes, entry + 8, 1); // title set
         put8(bytes, entry + 9, j + 1);
-        put32(bytes, entry + 10, 2 * managerSectors); // distance to the title set
+        put32(bytes, entry + 10, std::uint64_t(2) * managerSectors); // distance to the title set
     }
 }
 
