@@ -190,7 +190,7 @@ QString TextReporter::totalRow() const
     for (const Row &row : m_running) {
         partly += std::clamp(row.percent, 0.0, 100.0) / 100.0;
     }
-    const QString text = tr("%1 of %2").arg(done).arg(m_totals.all);
+    QString text = tr("%1 of %2").arg(done).arg(m_totals.all);
     const double finished = done + partly;
     if (finished > 0.5 && m_totals.all > 0) {
         const double elapsed = static_cast<double>(m_clock.elapsed()) / 1000.0;

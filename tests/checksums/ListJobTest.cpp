@@ -36,7 +36,7 @@ protected:
     QString sparse(const char *name)
     {
         constexpr qint64 fiftyGigabytes = 50LL * 1000 * 1000 * 1000;
-        const QString path = engine.folder.write(QString::fromLatin1(name), "");
+        QString path = engine.folder.write(QString::fromLatin1(name), "");
         EXPECT_TRUE(QFile::resize(path, fiftyGigabytes));
         return path;
     }

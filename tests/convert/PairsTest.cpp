@@ -163,7 +163,7 @@ protected:
     }
     QString wavOf(const AudioShape &shape) const
     {
-        const QString path = place(u"wav"_s, shape, u"wav"_s);
+        QString path = place(u"wav"_s, shape, u"wav"_s);
         if (!QFile::exists(path)) {
             writeWav(path, shape);
         }

@@ -20,7 +20,7 @@ Answer next(std::deque<Answer> &script, const QString &asked, const Answer &canc
         ADD_FAILURE() << "no answer is scripted for: " << asked.toStdString();
         script.push_back(cancelled);
     }
-    const Answer answer = script.front();
+    Answer answer = script.front();
     script.pop_front();
     return answer;
 }

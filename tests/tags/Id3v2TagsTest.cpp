@@ -60,7 +60,7 @@ protected:
     /// An MP3 file with this tag in front.
     QString tagged(const QByteArray &tag) const
     {
-        const QString path = folder.audio(u"mp3"_s);
+        QString path = folder.audio(u"mp3"_s);
         writeFile(path, tag + readFile(path));
         return path;
     }
