@@ -79,17 +79,31 @@ QString Preferences::userFile()
            QStringLiteral("/kruv/kruv.conf");
 }
 
+void Preferences::registerControl(const QString &key, const QVariant &standard)
+{
+    const std::lock_guard guard(m_lock);
+    if (!registeredDefault(key)) {
+        m_controls.insert(key, standard);
+    }
+}
+
 bool Preferences::isForgotten(const QString &key) const
 {
     const RegisteredDefault *entry = registeredDefault(key);
-    return m_controlState == ControlState::Defaults && entry && entry->kind == Kind::Control;
+    const bool isControl = entry ? entry->kind == Kind::Control : m_controls.contains(key);
+    return m_controlState == ControlState::Defaults && isControl;
+}
+
+QVariant Preferences::standard(const QString &key) const
+{
+    const RegisteredDefault *entry = registeredDefault(key);
+    return entry ? entry->value : m_controls.value(key);
 }
 
 QVariant Preferences::value(const QString &key) const
 {
-    const RegisteredDefault *entry = registeredDefault(key);
-    const QVariant fallback = entry ? entry->value : QVariant();
     const std::lock_guard guard(m_lock);
+    const QVariant fallback = standard(key);
     return isForgotten(key) ? m_forgotten.value(key, fallback) : m_settings.value(key, fallback);
 }
 
@@ -100,8 +114,8 @@ int Preferences::integer(const QString &key) const
     if (isNumber) {
         return stored;
     }
-    const RegisteredDefault *entry = registeredDefault(key);
-    return entry ? entry->value.toInt() : 0;
+    const std::lock_guard guard(m_lock);
+    return standard(key).toInt();
 }
 
 bool Preferences::boolean(const QString &key) const

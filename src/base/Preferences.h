@@ -34,6 +34,9 @@ public:
     /// The per-user file that the program uses.
     static QString userFile();
 
+    /// Registers a control's default that is declared elsewhere, unless the key has one already.
+    void registerControl(const QString &key, const QVariant &standard);
+
     /// The registered default where the store holds something that is no number.
     int integer(const QString &key) const;
     bool boolean(const QString &key) const;
@@ -48,11 +51,13 @@ Q_SIGNALS:
 
 private:
     QVariant value(const QString &key) const;
+    QVariant standard(const QString &key) const;
     bool isForgotten(const QString &key) const;
 
     mutable std::mutex m_lock;
     QSettings m_settings;
     const ControlState m_controlState;
+    QHash<QString, QVariant> m_controls;  // registered from elsewhere, with their defaults
     QHash<QString, QVariant> m_forgotten; // control states of this run only
 };
 

@@ -3,6 +3,7 @@
 
 #include "tabs/FormatControls.h"
 
+#include "base/Preferences.h"
 #include "tasks/ToolOutput.h"
 
 #include <QCoreApplication>
@@ -55,7 +56,9 @@ FormatControls::FormatControls(const QList<const Format *> &formats, Preferences
         for (const FormatOption *option : format->options) {
             m_entries.push_back({option, made(*option)});
             if (option->preferenceKey) {
-                m_entries.back().control->tieTo(preferences, QString::fromLatin1(option->preferenceKey));
+                const QString key = QString::fromLatin1(option->preferenceKey);
+                preferences.registerControl(key, option->standard);
+                m_entries.back().control->tieTo(preferences, key);
             }
         }
     }

@@ -4,8 +4,11 @@
 #include "tabs/Controls.h"
 
 #include "base/Preferences.h"
+#include "formats/Formats.h"
+#include "formats/vorbis/VorbisTool.h"
 #include "support/Files.h"
 #include "support/QtPrinters.h"
+#include "tabs/FormatControls.h"
 
 #include <QFile>
 
@@ -31,6 +34,31 @@ protected:
 };
 
 } // namespace
+
+TEST_F(ControlsTest, OptionsOfFormatsBeginAsTheHelpSaysAndTheCommandLineStoresNone)
+{
+    const QList<const Format *> all = Formats::made(true) + Formats::made(false);
+    {
+        Preferences fresh(file);
+        const FormatControls controls(all, fresh);
+        for (const Format *format : all) {
+            for (const FormatOption *option : format->options) {
+                if (option->kind != FormatOption::Kind::Rate) {
+                    EXPECT_EQ(controls.value(*option), option->standard) << format->id << ' ' << option->id;
+                }
+            }
+        }
+        controls.number(VorbisTool::quality).setValue(9);
+    }
+    {
+        Preferences commandLine(file, Preferences::ControlState::Defaults);
+        const FormatControls controls(all, commandLine);
+        EXPECT_EQ(controls.value(VorbisTool::quality), VorbisTool::quality.standard);
+        controls.number(VorbisTool::quality).setValue(1);
+    }
+    Preferences window(file);
+    EXPECT_EQ(FormatControls(all, window).value(VorbisTool::quality), 9);
+}
 
 TEST_F(ControlsTest, TheLastChoiceComesBack)
 {
