@@ -6,6 +6,7 @@
 #include "formats/FormatOption.h"
 #include "gui/Bindings.h"
 #include "gui/ChoiceGrid.h"
+#include "gui/Follow.h"
 #include "gui/LevelSlider.h"
 #include "gui/OptionColumn.h"
 #include "gui/QuietLabel.h"
@@ -51,6 +52,7 @@ FormatPages::FormatPages(OptionColumn &column, ChoiceControl &chosen, const Cont
     for (const Format *format : m_contents.formats) {
         addPage(column, *format);
     }
+    reserveHeight();
     const auto showPage = [pages = m_pages, &chosen] {
         pages->setCurrentIndex(std::max(0, chosen.selectedIndex()));
     };
@@ -67,6 +69,24 @@ void FormatPages::addPage(OptionColumn &column, const Format &format)
     if (format.options.empty()) {
         group->addWidget(new QuietLabel(tr("%1 has no options").arg(format.label), group->parentWidget()));
     }
+}
+
+void FormatPages::reserveHeight()
+{
+    int height = 0;
+    for (int index = 0; index < m_pages->count(); ++index) {
+        QWidget *page = m_pages->widget(index);
+        QWidgetList hidden = page->findChildren<QWidget *>(Qt::FindDirectChildrenOnly);
+        hidden.removeIf([](const QWidget *each) { return !each->isHidden(); });
+        for (QWidget *each : hidden) {
+            each->show();
+        }
+        height = std::max(height, page->sizeHint().height());
+        for (QWidget *each : hidden) {
+            each->hide();
+        }
+    }
+    m_pages->setMinimumHeight(height);
 }
 
 void FormatPages::addOption(QVBoxLayout *group, const Format &format, const FormatOption &option) const
@@ -154,6 +174,8 @@ void FormatPages::addField(QVBoxLayout *group, const FormatOption &option, QWidg
     auto *label = new QLabel(translated(option.label), group->parentWidget());
     if (LabelControl *caption = captionOf(option)) {
         Bindings::bind(*caption, label);
+    } else {
+        follow(m_contents.controls.control(option), label, [] {});
     }
     label->setBuddy(field);
     field->setAccessibleName(label->text());

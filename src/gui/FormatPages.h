@@ -48,6 +48,8 @@ public:
 
 private:
     void addPage(OptionColumn &column, const Format &format);
+    /// Room for all settings of any page, so that nothing below moves while they come and go.
+    void reserveHeight();
     void addOption(QVBoxLayout *group, const Format &format, const FormatOption &option) const;
     void addNumber(QVBoxLayout *group, const FormatOption &option) const;
     void addRate(QVBoxLayout *group, const FormatOption &option) const;

@@ -4,6 +4,7 @@
 #include "gui/OptionColumn.h"
 
 #include "gui/Bindings.h"
+#include "gui/Follow.h"
 #include "gui/LevelSlider.h"
 #include "gui/QuietLabel.h"
 
@@ -134,6 +135,7 @@ void OptionColumn::addLevel(QVBoxLayout *group, NumberControl &control, const QS
     auto *slider = new LevelSlider(
         control, objectName, [](int level) { return QString::number(level); }, group->parentWidget());
     label->setBuddy(slider->slider());
+    follow(control, label, [] {});
     row->addWidget(label);
     row->addWidget(slider, 1);
     group->addLayout(row);

@@ -11,6 +11,7 @@
 
 #include <QAbstractButton>
 #include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QProcess>
@@ -223,6 +224,31 @@ TEST_F(TabViewTest, ShowsTheLossyOptionsOfTheFormatAndCorrectsWhatIsTyped)
     EXPECT_EQ(controller.lossyTab().comboLevel(), 256);
     toggle(lossy, "format he-aac");
     EXPECT_EQ(rate->currentText() + rate->itemText(0), u"6024"_s);
+}
+
+TEST_F(TabViewTest, LabelsOfLossySettingsComeAndGoWithThemAndNothingBelowMoves)
+{
+    const QString lossy = u"lossy"_s;
+    window->selectTab(lossy);
+    LossyTab &tab = controller.lossyTab();
+    auto *pages = find<QStackedWidget>(page(lossy), "formatPages");
+    const int height = pages->height();
+    for (int format = 0; format < pages->count(); ++format) {
+        tab.outputFormatMatrix().select(format);
+        const auto toggles = pages->currentWidget()->findChildren<QAbstractButton *>();
+        for (QAbstractButton *mode : toggles) {
+            mode->click();
+            serveEvents();
+            EXPECT_EQ(pages->height(), height) << mode->text().toStdString();
+            const auto labels = pages->currentWidget()->findChildren<QLabel *>();
+            for (const QLabel *label : labels) {
+                if (label->buddy()) {
+                    EXPECT_EQ(label->isVisible(), label->buddy()->isVisible())
+                        << label->text().toStdString() << " in mode " << mode->text().toStdString();
+                }
+            }
+        }
+    }
 }
 
 } // namespace kruv::test
