@@ -13,6 +13,7 @@
 #include "gui/StatusPanel.h"
 #include "platform/DesktopNotifier.h"
 #include "platform/LauncherBadge.h"
+#include "tasks/KruvTaskQueue.h"
 
 #include <QApplication>
 #include <QFileDialog>
@@ -83,6 +84,9 @@ void GuiUserInterface::attach(QWidget *mainWindow, KruvTaskQueue &queue)
     m_mainWindow = mainWindow;
     m_queue = &queue;
     m_progress = std::make_unique<QueueProgress>(queue, nullptr);
+    // The results of the last job come after this signal.
+    connect(
+        &queue, &KruvTaskQueue::becameIdle, this, [this] { m_windowsOfRun = 0; }, Qt::QueuedConnection);
     connect(m_progress.get(), &QueueProgress::changed, this, [this] {
         desktop().badge.setProgress(m_progress->isBusy() ? std::optional(m_progress->fraction())
                                                          : std::nullopt);
@@ -105,7 +109,7 @@ StatusPanel *GuiUserInterface::statusPanel()
 {
     if (!m_statusPanel && m_queue) {
         m_statusPanel = std::make_unique<StatusPanel>(*m_queue, *m_progress, m_preferences, m_mainWindow);
-        connect(m_statusPanel.get(), &StatusPanel::outputWanted, this, &GuiUserInterface::openResultsWindow);
+        connect(m_statusPanel.get(), &StatusPanel::outputWanted, this, &GuiUserInterface::openWindow);
     }
     return m_statusPanel.get();
 }
@@ -200,6 +204,7 @@ QStringList GuiUserInterface::chooseFiles(const QString &title, const QString &p
                                           const QStringList &types)
 {
     QFileDialog dialog(dialogParent(), title);
+    dialog.setOption(QFileDialog::HideNameFilterDetails); // two dozen patterns
     if (!types.isEmpty()) {
         dialog.setNameFilters({tr("Files of use here (%1)").arg(patternsOf(types)), tr("All files (*)")});
     }
@@ -283,9 +288,23 @@ void GuiUserInterface::updateStatusPanel()
 
 void GuiUserInterface::openResultsWindow(const QString &text, const QString &title)
 {
+    constexpr int mostOfRun = 5;
     if (!m_queue) {
         return;
     }
+    if (m_windowsOfRun < mostOfRun) {
+        ++m_windowsOfRun;
+        openWindow(text, title);
+        return;
+    }
+    if (!m_moreOutput) {
+        m_moreOutput = openWindow({}, tr("More output"));
+    }
+    m_moreOutput->addText(text, title);
+}
+
+OutputWindowController *GuiUserInterface::openWindow(const QString &text, const QString &title)
+{
     constexpr int step = 28; // device-independent pixels, both ways
     auto *window = new OutputWindowController;
     window->setAttribute(Qt::WA_DeleteOnClose);
@@ -301,6 +320,7 @@ void GuiUserInterface::openResultsWindow(const QString &text, const QString &tit
     }
     window->move(m_outputWindowTopLeft);
     window->show();
+    return window;
 }
 
 GuiUserInterface::Desktop &GuiUserInterface::desktop()

@@ -18,6 +18,7 @@ class QFileDialog;
 namespace kruv {
 
 class KruvTaskQueue;
+class OutputWindowController;
 class Preferences;
 class QueueProgress;
 class StatusPanel;
@@ -67,6 +68,7 @@ private:
     Desktop &desktop();
     QStringList runFileDialog(QFileDialog &dialog, const QString &folderKey);
     void updateStatusPanel();
+    OutputWindowController *openWindow(const QString &text, const QString &title);
     QWidget *dialogParent() const;
 
     Preferences &m_preferences;
@@ -81,6 +83,9 @@ private:
     bool m_bringToFront = false;
     int m_scrollTo = -1;
     QPoint m_outputWindowTopLeft;
+    // A tool that is missing fails thousands of jobs: after a few windows their words share one.
+    int m_windowsOfRun = 0;
+    QPointer<OutputWindowController> m_moreOutput;
 };
 
 } // namespace kruv

@@ -104,6 +104,11 @@ void OutputWindowController::setTextValue(const QString &text, const QString &ti
     setWindowTitle(title);
 }
 
+void OutputWindowController::addText(const QString &text, const QString &title)
+{
+    m_textField->appendPlainText(QStringLiteral("%1:\n%2").arg(title, text));
+}
+
 void OutputWindowController::keyPressEvent(QKeyEvent *event)
 {
     if (event->key() == Qt::Key_Escape) {

@@ -11,7 +11,7 @@ class QPlainTextEdit;
 
 namespace kruv {
 
-/// A window with the text that a command's jobs produced. Filled once; can be searched, copied and saved.
+/// A window with the text that a command's jobs produced. Can be searched, copied and saved.
 class OutputWindowController : public QWidget
 {
     Q_OBJECT
@@ -19,6 +19,8 @@ public:
     OutputWindowController();
 
     void setTextValue(const QString &text, const QString &title);
+    /// Below what is there, with `title` as its heading.
+    void addText(const QString &text, const QString &title);
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;

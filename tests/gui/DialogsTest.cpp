@@ -104,6 +104,29 @@ TEST_F(DialogsTest, ResultsCanBeFoundCopiedAndSaved)
     serveEvents();
 }
 
+TEST_F(DialogsTest, ManyFailuresShareAWindow)
+{
+    for (int number = 1; number <= 100; ++number) {
+        userInterface.openResultsWindow(u"no such tool"_s, u"track%1.wav"_s.arg(number));
+    }
+    EXPECT_EQ(resultsWindow(6), nullptr);
+    QStringList titles;
+    QString more;
+    for (int number = 0; number < 6; ++number) {
+        OutputWindowController *window = resultsWindow(number);
+        ASSERT_NE(window, nullptr);
+        titles << window->windowTitle();
+        if (titles.back() == u"More output") {
+            more = find<QPlainTextEdit>(window, "outputText")->toPlainText();
+        }
+    }
+    EXPECT_TRUE(titles.contains(u"track5.wav"_s) && !titles.contains(u"track6.wav"_s));
+    EXPECT_TRUE(more.startsWith(u"track6.wav:\nno such tool\n"_s) && more.contains(u"track100.wav"_s));
+    while (OutputWindowController *window = resultsWindow(0)) {
+        delete window;
+    }
+}
+
 TEST_F(DialogsTest, PromptsReturnWhatWasEnteredOrNothing)
 {
     withNextDialog([](QWidget *dialog) {
