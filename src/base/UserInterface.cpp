@@ -16,15 +16,24 @@ QString firstOf(const QStringList &names)
            (unnamed > 0 ? u'\n' + UserInterface::tr("and %n more", nullptr, unnamed) : QString());
 }
 
+QString existingTitle(qsizetype existing, qsizetype outputs)
+{
+    const auto all = static_cast<int>(outputs);
+    if (existing < outputs) {
+        return UserInterface::tr("%1 of %n outputs exist already", nullptr, all).arg(existing);
+    }
+    return all == 1 ? UserInterface::tr("The output exists already")
+                    : UserInterface::tr("All %n outputs exist already", nullptr, all);
+}
+
 } // namespace
 
-std::optional<ExistingFiles> UserInterface::askAboutExisting(const QStringList &existing)
+std::optional<ExistingFiles> UserInterface::askAboutExisting(const QStringList &existing, qsizetype outputs)
 {
     constexpr ExistingFiles answers[] = {ExistingFiles::Skip, ExistingFiles::Replace,
                                          ExistingFiles::KeepBoth};
-    const int answer =
-        ask(Matter::Other, tr("%n output(s) exist already", nullptr, static_cast<int>(existing.size())),
-            firstOf(existing), {tr("Skip existing"), tr("Replace"), tr("Keep both"), cancel()}, 0);
+    const int answer = ask(Matter::Other, existingTitle(existing.size(), outputs), firstOf(existing),
+                           {tr("Skip existing"), tr("Replace"), tr("Keep both"), cancel()}, 0);
     const bool goesOn = answer >= 0 && answer < static_cast<int>(std::size(answers));
     return goesOn ? std::optional(answers[answer]) : std::nullopt;
 }
@@ -33,9 +42,12 @@ bool UserInterface::askAboutLossy(const QStringList &files)
 {
     const int answer =
         ask(Matter::Other,
-            tr("%n file(s) are lossy. A lossless format makes them larger, but brings nothing back. Encode "
-               "them all the same?",
-               nullptr, static_cast<int>(files.size())),
+            files.size() == 1
+                ? tr("One file is lossy. A lossless format makes it larger, but brings nothing back. Encode "
+                     "it all the same?")
+                : tr("%n files are lossy. A lossless format makes them larger, but brings nothing back. "
+                     "Encode them all the same?",
+                     nullptr, static_cast<int>(files.size())),
             firstOf(files), {no(), yes()}, 0);
     return answer == 1;
 }

@@ -45,8 +45,9 @@ public:
     {
         return ask(Matter::Other, title, text, buttons, defaultButton);
     }
-    /// Nothing where the command is not to go on. `existing` are the outputs whose names are taken.
-    virtual std::optional<ExistingFiles> askAboutExisting(const QStringList &existing);
+    /// Nothing where the command is not to go on. `existing` are those of its `outputs` whose names are
+    /// taken.
+    virtual std::optional<ExistingFiles> askAboutExisting(const QStringList &existing, qsizetype outputs);
     /// Whether these lossy files are to become lossless ones, which are larger and sound the same.
     virtual bool askAboutLossy(const QStringList &files);
     virtual void alert(const QString &title, const QString &text, const QString &button) = 0;

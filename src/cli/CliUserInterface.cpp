@@ -49,7 +49,7 @@ int CliUserInterface::ask(Matter matter, const QString &title, const QString &, 
     throw UsageError(title);
 }
 
-std::optional<ExistingFiles> CliUserInterface::askAboutExisting(const QStringList &existing)
+std::optional<ExistingFiles> CliUserInterface::askAboutExisting(const QStringList &existing, qsizetype)
 {
     if (m_options.overwrite) {
         return ExistingFiles::Replace;

@@ -20,7 +20,7 @@ public:
 
     int ask(Matter matter, const QString &title, const QString &text, const QStringList &buttons,
             int defaultButton) override;
-    std::optional<ExistingFiles> askAboutExisting(const QStringList &existing) override;
+    std::optional<ExistingFiles> askAboutExisting(const QStringList &existing, qsizetype outputs) override;
     bool askAboutLossy(const QStringList &files) override;
     void alert(const QString &title, const QString &text, const QString &button) override;
     std::optional<QString> chooseFolder(const QString &title) override;

@@ -25,28 +25,29 @@ std::optional<QString> ConversionTab::chooseOutputFolderUnless(const ToggleContr
     return besideSources.isOn() ? QString() : chooseOutputFolder();
 }
 
-bool ConversionTab::outputsCollide(const OutputPlan &plan, const QString &title)
+bool ConversionTab::outputsCollide(const OutputPlan &plan)
 {
     const auto collision = plan.collision();
     if (collision) {
-        host().userInterface().alert(title, *collision, acknowledgeButton());
+        host().userInterface().alert(tr("Two of the files would give the same output"), *collision,
+                                     acknowledgeButton());
     }
     return collision.has_value();
 }
 
 std::optional<OutputPlan> ConversionTab::planOutputs(const ToggleControl &besideSources,
-                                                     const QString &extension, const QString &clash)
+                                                     const QString &extension)
 {
     const auto folder = chooseOutputFolderUnless(besideSources);
     if (!folder) {
         return std::nullopt;
     }
     OutputPlan plan(fileNames(), *folder, extension);
-    if (outputsCollide(plan, clash)) {
+    if (outputsCollide(plan)) {
         return std::nullopt;
     }
     if (const QStringList existing = plan.existing(); !existing.isEmpty()) {
-        const auto choice = host().userInterface().askAboutExisting(existing);
+        const auto choice = host().userInterface().askAboutExisting(existing, plan.outputs().size());
         if (!choice) {
             return std::nullopt;
         }
@@ -63,12 +64,6 @@ std::shared_ptr<KruvTask> ConversionTab::makeJob(Format::JobMaker maker, const O
         {.source = entry.source, .output = entry.output, .options = options, .mayReplace = entry.mayReplace});
     job->setDeleteOriginal(deletesOriginal);
     return job;
-}
-
-QString ConversionTab::clashTitle()
-{
-    return tr("One of the output files already exists and will be overwritten.  Select a different output "
-              "directory and try again");
 }
 
 } // namespace kruv

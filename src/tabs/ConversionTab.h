@@ -30,19 +30,15 @@ protected:
     /// The folder that the person chose, or an empty text where outputs go beside their sources; nothing when
     /// the person cancelled.
     std::optional<QString> chooseOutputFolderUnless(const ToggleControl &besideSources);
-    /// True, with `title` told, where two sources would give one output.
-    bool outputsCollide(const OutputPlan &plan, const QString &title);
+    /// True, and told, where two sources would give one output.
+    bool outputsCollide(const OutputPlan &plan);
     /// Where the outputs of the listed files go: asks for a folder, and about those whose names are taken.
     /// Nothing when the command is not to go on.
-    std::optional<OutputPlan> planOutputs(const ToggleControl &besideSources, const QString &extension,
-                                          const QString &clash);
+    std::optional<OutputPlan> planOutputs(const ToggleControl &besideSources, const QString &extension);
 
     /// The job that makes one output of a plan by a format's `maker`, not queued yet.
     std::shared_ptr<KruvTask> makeJob(Format::JobMaker maker, const OutputPlan::Entry &entry,
                                       const OptionValues &options, bool deletesOriginal);
-
-    /// What a person is told whose outputs are in each other's way.
-    static QString clashTitle();
 };
 
 } // namespace kruv

@@ -73,7 +73,7 @@ void DecodeTab::executeCommand()
     }
     const Format *target = targets().value(m_outputFormatMatrix.selectedIndex());
     const QString extension = target ? target->extension() : QString();
-    if (const auto plan = planOutputs(m_sourceDecodeButton, extension, clashTitle())) {
+    if (const auto plan = planOutputs(m_sourceDecodeButton, extension)) {
         queueJobs(*plan);
         clearFiles();
     }

@@ -89,7 +89,7 @@ void EncodeTab::executeCommand()
         !confirmDeletion(m_deleteOriginalsButton.isOn())) {
         return;
     }
-    if (const auto plan = planOutputs(m_sourceEncodeButton, format->extension(), clashTitle())) {
+    if (const auto plan = planOutputs(m_sourceEncodeButton, format->extension())) {
         queueJobs(*format, *plan);
         clearFiles();
     }

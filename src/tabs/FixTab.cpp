@@ -74,8 +74,7 @@ void FixTab::executeCommand()
         return;
     }
     const auto folder = chooseOutputFolder();
-    if (!folder || outputsCollide(OutputPlan(fileNames(), *folder, target()->extension()),
-                                  tr("Two of the files would give the same output"))) {
+    if (!folder || outputsCollide(OutputPlan(fileNames(), *folder, target()->extension()))) {
         return;
     }
     const FixTask::Request request{.fileNames = fileNames(),

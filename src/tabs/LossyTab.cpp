@@ -169,7 +169,7 @@ void LossyTab::executeCommand()
     if (fileList().isEmpty() || !format || !confirmDeletion(m_deleteOriginalsButton.isOn())) {
         return;
     }
-    if (const auto plan = planOutputs(m_sourceEncodeButton, format->extension(), clashTitle())) {
+    if (const auto plan = planOutputs(m_sourceEncodeButton, format->extension())) {
         queueJobs(*format, *plan);
         clearFiles();
     }

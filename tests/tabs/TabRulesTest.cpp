@@ -20,8 +20,7 @@ namespace {
 
 const QString deleteQuestion =
     u"You have chosen to delete the original files.  Are you sure you want to continue?"_s;
-const QString clashMessage =
-    u"One of the output files already exists and will be overwritten.  Select a different output directory and try again"_s;
+const QString clashMessage = u"Two of the files would give the same output"_s;
 
 /// A session whose flac is a program that succeeds without doing anything.
 class TabRules : public testing::Test
@@ -151,17 +150,20 @@ TEST_F(TabRules, ExistingFlacOutputsAreAskedAboutOnce)
 {
     EncodeTab &tab = application->encodeTab();
     tab.addFiles({file(u"a.wav"_s), file(u"b.wav"_s)});
-    file(u"a.flac"_s);
-    file(u"b.flac"_s);
     tab.sourceEncodeButton().setOn(true);
     constexpr int cancel = 3;
+    file(u"a.flac"_s);
+    person.buttonAnswers = {cancel};
+    tab.executeCommand();
+    EXPECT_EQ(std::exchange(person.questions, {}).back().title, u"1 of 2 outputs exist already"_s);
+    file(u"b.flac"_s);
     constexpr int skip = 0;
     constexpr int replace = 1;
     constexpr int keepBoth = 2;
     person.buttonAnswers = {cancel};
     tab.executeCommand();
     EXPECT_EQ(person.questions.back(), (ScriptedUserInterface::Question{
-                                           u"2 output(s) exist already"_s,
+                                           u"All 2 outputs exist already"_s,
                                            session.music + u"/a.flac\n"_s + session.music + u"/b.flac"_s,
                                            {u"Skip existing"_s, u"Replace"_s, u"Keep both"_s, u"Cancel"_s},
                                            skip}));
