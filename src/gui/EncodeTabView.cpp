@@ -3,7 +3,6 @@
 
 #include "gui/EncodeTabView.h"
 
-#include "formats/Records.h"
 #include "gui/ChoiceGrid.h"
 #include "gui/FormatPages.h"
 #include "gui/OptionColumn.h"
@@ -14,7 +13,7 @@
 namespace kruv {
 
 EncodeTabView::EncodeTabView(EncodeTab &tab, const QStringList &kinds, QWidget *parent)
-    : TabView(tab, QStringList(kinds) << appleLosslessFormat.types.front().toString(), parent)
+    : TabView(tab, kinds, parent)
 {
     QVBoxLayout *format = options().addGroup(tr("Format"));
     format->addWidget(new ChoiceGrid(tab.outputFormatMatrix(), {QStringLiteral("format"), tr("Format")},

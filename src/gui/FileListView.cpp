@@ -3,7 +3,7 @@
 
 #include "gui/FileListView.h"
 
-#include "formats/Records.h"
+#include "formats/Formats.h"
 #include "gui/Glyphs.h"
 #include "gui/NameWidth.h"
 #include "gui/QuietLabel.h"
@@ -77,12 +77,13 @@ QPixmap dropIcon()
     return glyphIcon(Glyph::DropFiles).pixmap(size, QIcon::Disabled);
 }
 
-/// "FLAC, WAV or AIFF"; the short twin of AIFF goes without saying.
+/// "FLAC, WAV or AIFF"; other spellings of a format's type go without saying.
 QString kindsText(QStringList kinds)
 {
-    for (const QStringView twin : aiffFormat.types.subspan(1)) {
-        kinds.removeAll(twin.toString());
-    }
+    kinds.removeIf([](const QString &kind) {
+        const Format *format = Formats::ofType(kind);
+        return format && format->types.front() != kind;
+    });
     if (kinds.size() < 2) {
         return kinds.value(0);
     }

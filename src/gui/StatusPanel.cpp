@@ -10,6 +10,7 @@
 #include "tasks/KruvTask.h"
 #include "tasks/KruvTaskQueue.h"
 
+#include <QApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -42,6 +43,7 @@ StatusPanel::StatusPanel(KruvTaskQueue &queue, QueueProgress &progress, Preferen
 {
     setObjectName(QStringLiteral("statusPanel"));
     setAttribute(Qt::WA_ShowWithoutActivating);
+    setAttribute(Qt::WA_AlwaysShowToolTips); // it is seldom the active window
     makeTable();
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins({});
@@ -80,8 +82,8 @@ QLayout *StatusPanel::makeBar()
 {
     m_text->setObjectName(QStringLiteral("statusText"));
     m_stopAll->setObjectName(QStringLiteral("stopAll"));
-    m_stopAll->setToolTip(
-        tr("Drop what waits and let the running tools finish; a second time ends those too"));
+    m_stopAll->setToolTip(tr("Drop what waits and give up what runs; a job of a single tool may finish, a "
+                             "second time ends it too"));
     m_removeErrors->setObjectName(QStringLiteral("removeErrors"));
     connect(m_stopAll, &QPushButton::clicked, &m_queue, &KruvTaskQueue::cancelAllTasks);
     connect(m_removeErrors, &QPushButton::clicked, &m_queue, &KruvTaskQueue::removeAllErrors);
@@ -118,7 +120,10 @@ void StatusPanel::bringToFront()
     if (!isVisible()) {
         show();
     }
-    raise();
+    // Not over a question that waits for its answer.
+    if (!QApplication::activeModalWidget()) {
+        raise();
+    }
 }
 
 void StatusPanel::scrollTo(int row)

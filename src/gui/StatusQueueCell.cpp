@@ -3,6 +3,7 @@
 
 #include "gui/StatusQueueCell.h"
 
+#include "formats/FailureAdvice.h"
 #include "gui/PromptStyle.h"
 #include "gui/QuietLabel.h"
 #include "tasks/KruvTask.h"
@@ -96,14 +97,18 @@ QString statusText(const KruvTask &task)
     return task.cancelled() && !task.isDone() ? QObject::tr("Stopping…") : task.topTextField().text;
 }
 
-/// The whole path, and of a failed job the end of what its tool said.
+/// The whole path, and of a failed job what its tool said and what to do.
 QString toolTipOf(const KruvTask &task)
 {
     constexpr qsizetype mostText = 600;
-    const QString path = task.inputPath().isEmpty() ? task.title() : task.inputPath();
-    const QString said = task.error() ? task.results()->results(task).trimmed().right(mostText) : QString();
-    const QString text = said.isEmpty() ? path : path + QStringLiteral("\n\n") + said;
-    return QStringLiteral("<p style='white-space:pre-wrap'>%1</p>").arg(text.toHtmlEscaped());
+    QStringList parts{task.inputPath().isEmpty() ? task.title() : task.inputPath()};
+    if (task.error()) {
+        const QString said = task.results()->results(task);
+        parts << FailureAdvice::essence(said).right(mostText) << FailureAdvice::advice(said);
+        parts.removeAll(QString());
+    }
+    return QStringLiteral("<p style='white-space:pre-wrap'>%1</p>")
+        .arg(parts.join(QStringLiteral("\n\n")).toHtmlEscaped());
 }
 
 } // namespace

@@ -53,7 +53,7 @@ QVariant FileList::data(const QModelIndex &index, int role) const
     }
     switch (role) {
     case Qt::DisplayRole:
-        return PathNames::lastPathComponent(at(index.row()));
+        return PathNames::lastPathComponent(at(index.row())).replace(u'\n', u' '); // a row is one line
     case Qt::ToolTipRole:
         return at(index.row());
     default:
