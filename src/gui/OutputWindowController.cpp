@@ -106,7 +106,7 @@ void OutputWindowController::setTextValue(const QString &text, const QString &ti
 
 void OutputWindowController::addText(const QString &text, const QString &title)
 {
-    m_textField->appendPlainText(QStringLiteral("%1:\n%2").arg(title, text));
+    m_textField->appendPlainText(QStringLiteral("%1:\n%2\n").arg(title, text.trimmed()));
 }
 
 void OutputWindowController::keyPressEvent(QKeyEvent *event)

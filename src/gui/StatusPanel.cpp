@@ -90,6 +90,7 @@ QLayout *StatusPanel::makeBar()
     auto *bar = new QHBoxLayout;
     bar->setContentsMargins(outerMargin, outerMargin / 2, outerMargin, outerMargin / 2);
     bar->addWidget(m_text, 1);
+    bar->addSpacing(outerMargin / 2);
     bar->addWidget(m_removeErrors);
     bar->addWidget(m_stopAll);
     return bar;
