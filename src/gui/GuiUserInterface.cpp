@@ -228,7 +228,11 @@ std::optional<QString> GuiUserInterface::savePath(const QString &message, const 
     QFileDialog dialog(dialogParent(), title.isEmpty() ? message : title);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setFileMode(QFileDialog::AnyFile);
-    dialog.selectFile(proposedName);
+    const QFileInfo proposed(proposedName);
+    if (proposed.isAbsolute()) {
+        m_preferences.setValue(saveFolderKey, proposed.absolutePath());
+    }
+    dialog.selectFile(proposed.fileName());
     const QStringList chosen = runFileDialog(dialog, saveFolderKey);
     return chosen.isEmpty() ? std::nullopt : std::optional(chosen.constFirst());
 }

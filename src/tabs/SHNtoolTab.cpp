@@ -276,7 +276,7 @@ void SHNtoolTab::handleSHNtoolJoin(bool besideSource, bool deleteOriginals)
         return;
     }
     const QString title = tr("Save joined file as...");
-    const auto fileName = openSavePanel(title, title, QStringLiteral("joined.") + outputFormat());
+    const auto fileName = openSavePanel(title, title, *folder + QStringLiteral("/joined.") + outputFormat());
     if (!fileName) {
         return;
     }
