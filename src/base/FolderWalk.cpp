@@ -24,10 +24,20 @@ bool isPassedOver(QStringView name)
     return name == u".DS_Store" || name == u".TOC.plist" || StagingName::isTemporaryFile(name);
 }
 
-bool isFolder(const QByteArray &path)
+/// DT_DIR, DT_REG and so on of what a link leads to; DT_UNKNOWN where it leads nowhere.
+unsigned char typeBehind(const QByteArray &path)
 {
     struct stat status = {};
-    return stat(path.constData(), &status) == 0 && S_ISDIR(status.st_mode);
+    if (stat(path.constData(), &status) != 0) {
+        return DT_UNKNOWN;
+    }
+    return IFTODT(status.st_mode);
+}
+
+/// Opening one could wait for ever.
+bool isPipeOrDevice(unsigned char type)
+{
+    return type == DT_FIFO || type == DT_SOCK || type == DT_CHR || type == DT_BLK;
 }
 
 } // namespace
@@ -49,8 +59,8 @@ private:
 void FolderWalk::walk(const QString &path, const Visitor &visit)
 {
     const QByteArray bytes = QFile::encodeName(path);
-    if (!isFolder(bytes)) {
-        if (!isPassedOver(PathNames::lastPathComponent(path))) {
+    if (const unsigned char type = typeBehind(bytes); type != DT_DIR) {
+        if (!isPipeOrDevice(type) && !isPassedOver(PathNames::lastPathComponent(path))) {
             visit(path);
         }
         return;
@@ -83,15 +93,15 @@ void FolderWalk::visitEntry(const QByteArray &folder, const char *name, unsigned
         m_undecodableNames.append(text);
         return;
     }
-    const bool mayBeFolderLink = type == DT_LNK || type == DT_UNKNOWN;
     if (StagingName::isFolder(QFile::decodeName(name))) {
         return; // what a job is making, or what is left of one
     }
-    if (type == DT_DIR || (mayBeFolderLink && isFolder(path))) {
+    if (type == DT_LNK || type == DT_UNKNOWN) {
+        type = typeBehind(path);
+    }
+    if (type == DT_DIR) {
         walkFolder(path, visit);
-    } else if (type == DT_FIFO || type == DT_SOCK || type == DT_CHR || type == DT_BLK) {
-        return; // opening one could wait for ever
-    } else if (!isPassedOver(QFile::decodeName(name))) {
+    } else if (!isPipeOrDevice(type) && !isPassedOver(QFile::decodeName(name))) {
         visit(text);
     }
 }

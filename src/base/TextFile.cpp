@@ -7,6 +7,7 @@
 #include "base/WholeFile.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QLoggingCategory>
 
 namespace kruv::TextFile {
@@ -27,7 +28,8 @@ QString write(const QString &path, const QString &text)
 std::optional<QString> read(const QString &path)
 {
     QFile file(path);
-    const bool readable = file.open(QIODevice::ReadOnly);
+    // Opening a pipe could wait for ever.
+    const bool readable = QFileInfo(path).isFile() && file.open(QIODevice::ReadOnly);
     const QByteArray bytes = readable ? file.read(mostBytes + 1) : QByteArray();
     if (!readable || file.error() != QFileDevice::NoError || bytes.size() > mostBytes) {
         qCInfo(textLog, "Could not open file...%s %s", qUtf8Printable(path),

@@ -4,6 +4,7 @@
 #include "tabs/AlbumArtControl.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QLocale>
 
 #include <utility>
@@ -33,7 +34,7 @@ AlbumArtControl::Shown AlbumArtControl::Shown::of(std::shared_ptr<const AlbumArt
 AlbumArtControl::Shown AlbumArtControl::Shown::ofFile(const QString &path)
 {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly) || file.size() > mostBytes) {
+    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly) || file.size() > mostBytes) {
         return {};
     }
     return of(std::make_shared<const AlbumArt>(file.readAll()));

@@ -309,11 +309,15 @@ void SHNtoolTab::handleSHNtoolSplit(bool besideSource)
     if (!folder) {
         return;
     }
+    const auto points = TextFile::read(*splitPoints);
+    if (!points) {
+        host().userInterface().alert(tr("%1 could not be read.").arg(*splitPoints), QString(),
+                                     acknowledgeButton());
+        return;
+    }
     auto job = std::make_shared<SHNToolSplitTask>(&host().taskQueue(), request(*folder, {fileList().at(0)}),
                                                   *splitPoints);
-    if (const auto text = TextFile::read(*splitPoints)) {
-        job->setTrackTitleMap(SplitTitles::trackTitleMap(*text, outputFormat()));
-    }
+    job->setTrackTitleMap(SplitTitles::trackTitleMap(*points, outputFormat()));
     if (startIfAgreed(job) && fileList().count() > 1) {
         host().userInterface().alert(
             tr("Only the first file is split: %1").arg(PathNames::lastPathComponent(fileList().at(0))),
