@@ -39,6 +39,25 @@ int reportParse(const CLI::App &app, const CLI::ParseError &result)
     return Usage;
 }
 
+/// Paths are taken one by one by their verbs; a text of another kind can't be told from what was meant.
+void checkEncoding(const CLI::App &app)
+{
+    for (const CLI::Option *option : app.get_options()) {
+        for (const std::string &value :
+             option->get_name(true) == "paths" ? std::vector<std::string>() : option->results()) {
+            const QString text = QString::fromStdString(value);
+            if (text.toStdString() != value) {
+                throw UsageError(QCoreApplication::translate("Program", "%1: %2 is not valid UTF-8")
+                                     .arg(QString::fromStdString(option->get_name(false, true)),
+                                          Console::printable(text)));
+            }
+        }
+    }
+    for (const CLI::App *command : app.get_subcommands()) {
+        checkEncoding(*command);
+    }
+}
+
 } // namespace
 
 bool isCommand(const std::string &name)
@@ -69,6 +88,7 @@ int run(int argc, char **argv)
     }
     try {
         app.parse(argc, argv);
+        checkEncoding(app);
         for (const auto &verb : verbs) {
             if (verb->wasGiven()) {
                 return verb->run();

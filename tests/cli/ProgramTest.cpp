@@ -262,12 +262,15 @@ TEST_F(Program, NamesOnTheCommandLineAreTakenAsTheyAre)
     const Outcome outcome = encode({u"--beside-source"_s, u"new\nline.wav"_s});
     EXPECT_TRUE(outcome.err.contains("new?line.flac\n")) << outcome.err.constData();
 
-    const QByteArray script = "\"$0\" encode --to flac --beside-source \"$(printf 'l\\351t.wav')\"";
-    QProcess shellProcess;
-    shellProcess.start(u"/bin/sh"_s, {u"-c"_s, QString::fromLatin1(script), program});
-    const Outcome notUtf8 = end(shellProcess);
-    EXPECT_EQ(notUtf8.status, 1);
-    EXPECT_TRUE(notUtf8.err.contains("not valid UTF-8"));
+    for (const auto &[arguments, status] :
+         {std::pair{"encode --to flac --beside-source \"$(printf 'l\\351t.wav')\"", 1},
+          {"util rename --prefix \"$(printf 'l\\351t')\" -- -x.wav", 2}}) {
+        QProcess shellProcess;
+        shellProcess.start(u"/bin/sh"_s, {u"-c"_s, u"\"$0\" "_s + QString::fromLatin1(arguments), program});
+        const Outcome notUtf8 = end(shellProcess);
+        EXPECT_EQ(notUtf8.status, status);
+        EXPECT_TRUE(notUtf8.err.contains("not valid UTF-8"));
+    }
 }
 
 TEST_F(Program, AClosedPipeStopsNoJob)
