@@ -7,6 +7,7 @@
 
 #include <QSaveFile>
 
+#include <algorithm>
 #include <cerrno>
 #include <unistd.h>
 
@@ -15,8 +16,17 @@ namespace kruv::WholeFile {
 QString write(const QString &path, const QByteArray &bytes)
 {
     QSaveFile file(path);
+    const auto wasWritten = [&] { // the second piece of a full disk tells why the first was short
+        qint64 written = 0;
+        qint64 piece = 1;
+        while (written < bytes.size() && piece > 0) {
+            piece = file.write(bytes.constData() + written, bytes.size() - written);
+            written += std::max<qint64>(piece, 0);
+        }
+        return written == bytes.size();
+    };
     // Committing would pass over what fails in the last flush, and leave an empty file.
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush()) {
+    if (!file.open(QIODevice::WriteOnly) || !wasWritten() || !file.flush()) {
         return file.errorString();
     }
     if (fsync(file.handle()) != 0) {

@@ -25,6 +25,10 @@ TEST(WholeFile, ReplacesAFileWholeOrLeavesIt)
             EXPECT_NE(TextFile::write(list, QString(length, u'x')), QString());
         }
     }
+    {
+        const FullDisk nearlyFull(50'000);
+        EXPECT_EQ(TextFile::write(list, QString(100'000, u'x')), u"File too large"_s) << "the reason";
+    }
     EXPECT_EQ(readFile(list), "the old list\n");
     EXPECT_NE(TextFile::write(folder.file(u"nowhere/list.md5"_s), u"x"_s), QString());
 
