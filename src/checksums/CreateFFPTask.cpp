@@ -3,7 +3,6 @@
 
 #include "checksums/CreateFFPTask.h"
 
-#include "base/Preferences.h"
 #include "checksums/FlacFingerprint.h"
 #include "checksums/ListText.h"
 #include "platform/Resources.h"
@@ -17,33 +16,17 @@
 
 namespace kruv {
 
-CreateFFPTask::CreateFFPTask(TaskCompletionSink *queue, const QHash<QString, QStringList> &files,
-                             const QString &ffpName)
-    : CreateFFPTask(queue, [&] {
-        const Preferences &preferences = queue->preferences();
-        const bool afterFolder = preferences.boolean(QStringLiteral("checksumFileUsesOutputDirName"));
-        const QString extension = preferences.string(QStringLiteral("ffpExtension"));
-        QList<List> lists;
-        for (auto group = files.cbegin(); group != files.cend(); ++group) {
-            const QString &folder = group.key();
-            const QString name =
-                afterFolder ? ListText::fileName(folder, true, QString(), extension) : ffpName;
-            lists.append({ListText::joined(folder, name), group.value()});
-        }
-        return lists;
-    }())
-{
-}
-
 CreateFFPTask::CreateFFPTask(TaskCompletionSink *queue, const QStringList &files, const QString &path)
     : CreateFFPTask(queue, QList<List>{{path, files}})
 {
 }
 
-CreateFFPTask::CreateFFPTask(TaskCompletionSink *queue, QList<List> lists)
+CreateFFPTask::CreateFFPTask(TaskCompletionSink *queue, const QList<List> &lists)
     : ListJob(queue)
-    , m_lists(std::move(lists))
 {
+    for (const List &list : lists) {
+        m_lists.append({TextOutput(list.path, list.files), list.files});
+    }
     setTitle(tr("Create FFP checksum file"));
     setTextFieldString(title());
     publish(&KruvTask::setTextFieldValue);
@@ -53,12 +36,12 @@ void CreateFFPTask::doStartTask()
 {
     ToolCatalog::requireLaunchable(toolPath(QStringLiteral("metaflac")));
     showStatus(tr("Creating FFP checksum file"));
-    for (const List &list : m_lists) {
+    for (const TargetedList &list : std::as_const(m_lists)) {
         doCreateFFP(list);
     }
 }
 
-void CreateFFPTask::doCreateFFP(const List &list)
+void CreateFFPTask::doCreateFFP(const TargetedList &list)
 {
     std::vector<QString> fingerprints(static_cast<std::size_t>(list.files.size()));
     forEachFile(fingerprints.size(), [&](std::size_t index, FileProgress &) {
@@ -76,7 +59,7 @@ void CreateFFPTask::doCreateFFP(const List &list)
             fail(tr("%1: this name breaks its line, so the list can't be verified.").arg(each.trimmed()));
         }
     }
-    writeList(list.path, text);
+    writeList(list.target, text);
 }
 
 QString CreateFFPTask::fingerprintOf(const QString &file)
@@ -86,7 +69,12 @@ QString CreateFFPTask::fingerprintOf(const QString &file)
         fail(tr("%1 is not in the list: it is not a regular file.").arg(file));
         return {};
     }
-    return fingerprint(file, stopToken());
+    const QString found = fingerprint(file, stopToken());
+    if (!cancelled() && !isMetaflacError(found) && !isFingerprint(found)) {
+        fail(tr("%1 is not in the list: metaflac told no fingerprint of it.").arg(file));
+        return {};
+    }
+    return found;
 }
 
 } // namespace kruv

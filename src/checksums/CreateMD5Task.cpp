@@ -17,7 +17,7 @@ namespace kruv {
 CreateMD5Task::CreateMD5Task(TaskCompletionSink *queue, const QStringList &files, const QString &outputPath)
     : ListJob(queue)
     , m_files(files)
-    , m_outputPath(outputPath)
+    , m_list(outputPath, files)
 {
     setTitle(tr("Create MD5 checksum file"));
     setTextFieldString(title());
@@ -54,7 +54,7 @@ void CreateMD5Task::doCreateMd5()
         return;
     }
     const bool inOneFolder = areAllSameDirectory(m_files);
-    const QString folder = PathNames::folderOf(m_outputPath);
+    const QString folder = PathNames::folderOf(m_list.path());
     QString text = ListText::md5Header();
     for (std::size_t index = 0; index < hashes.size(); ++index) {
         const QString &file = m_files[static_cast<qsizetype>(index)];
@@ -67,7 +67,7 @@ void CreateMD5Task::doCreateMd5()
     }
     setProgressIndicatorValue(0.0);
     showStatus(QString());
-    writeList(m_outputPath, text);
+    writeList(m_list, text);
 }
 
 } // namespace kruv

@@ -17,7 +17,7 @@ class CreateMD5Task : public ListJob
 public:
     CreateMD5Task(TaskCompletionSink *queue, const QStringList &files, const QString &outputPath);
 
-    QString outputPath() const override { return m_outputPath; }
+    QString outputPath() const override { return m_list.path(); }
     /// True when every file lies in the folder of the first one; also for no files.
     static bool areAllSameDirectory(const QStringList &files);
 
@@ -26,7 +26,7 @@ private:
     void doCreateMd5();
 
     const QStringList m_files;
-    const QString m_outputPath;
+    const TextOutput m_list;
 };
 
 } // namespace kruv

@@ -4,7 +4,6 @@
 #include "checksums/CreateST5Task.h"
 
 #include "base/PathNames.h"
-#include "base/TextFile.h"
 #include "checksums/ListText.h"
 #include "checksums/ShntoolHash.h"
 #include "tasks/ToolCatalog.h"
@@ -25,7 +24,7 @@ QStringList hashArguments(const QStringList &names)
 CreateST5Task::CreateST5Task(TaskCompletionSink *queue, const QString &launchPath, const QStringList &files,
                              const QString &outputPath)
     : KruvAsyncNSTask(queue, launchPath, {})
-    , m_outputPath(outputPath)
+    , m_target(outputPath, files)
 {
     const QString folder = PathNames::folderOf(files.at(0));
     QStringList names;
@@ -42,6 +41,7 @@ CreateST5Task::CreateST5Task(TaskCompletionSink *queue, const QString &launchPat
     setArguments(hashArguments(names));
     setDirectory(folder);
     m_runs = ShntoolHash::runs(names);
+    m_unhashed = names.size();
     setTitle(tr("Create ST5"));
     setTextFieldString(title());
     publish(&KruvTask::setTextFieldValue);
@@ -87,6 +87,7 @@ void CreateST5Task::takeRunOutput()
     const QString text = m_output.text();
     for (const QString &line : ShntoolHash::hashLines(text)) {
         m_list += line + u'\n';
+        --m_unhashed;
     }
     for (const QString &complaint : ShntoolHash::complaints(text)) {
         m_complaints += complaint + u'\n';
@@ -112,11 +113,17 @@ bool CreateST5Task::runsAgain()
 void CreateST5Task::willEnd()
 {
     takeRunOutput();
+    if (!wasStopped() && !error() && m_unhashed > 0) {
+        m_complaints += tr("shntool told no hash of %1 of the files.\n").arg(m_unhashed);
+        setError(true);
+    }
     const bool anyHash = m_list.contains(ListText::st5Separator);
-    const bool isWorthKeeping = !cancelled() && (anyHash || !error());
-    const QString problem = isWorthKeeping ? TextFile::write(m_outputPath, m_list) : QString();
+    const bool isWorthKeeping = !wasStopped() && (anyHash || !error());
+    const QString problem = isWorthKeeping ? m_target.write(m_list, error() ? TextOutput::Content::LacksFiles
+                                                                            : TextOutput::Content::Whole)
+                                           : QString();
     if (!problem.isEmpty()) {
-        m_complaints += tr("The list %1 could not be written: %2.\n").arg(m_outputPath, problem);
+        m_complaints += tr("The list %1 could not be written: %2.\n").arg(m_target.path(), problem);
         setError(true);
     }
     results()->setResults(m_complaints + m_list, *this);

@@ -5,6 +5,7 @@
 
 #include "tasks/KruvAsyncNSTask.h"
 #include "tasks/TerminalText.h"
+#include "tasks/TextOutput.h"
 
 #include <QCoreApplication>
 
@@ -21,11 +22,12 @@ public:
                   const QString &outputPath);
 
     void startTask() override;
-    QString outputPath() const override { return m_outputPath; }
+    QString outputPath() const override { return m_target.path(); }
 
 protected:
     void processTaskOutput(const QString &text) override;
     bool runsAgain() override;
+    bool isFinished() const override { return m_runs.isEmpty(); }
     void willEnd() override;
     void finalCleanup() override;
 
@@ -33,7 +35,8 @@ private:
     void takeRunOutput();
     void prepareNextRun();
 
-    const QString m_outputPath;
+    const TextOutput m_target;
+    qsizetype m_unhashed = 0;
     QList<QStringList> m_runs; // names still to hash, a list for each run of the tool
     /// Why a file is not in the list, a sentence each.
     QStringList m_leftOut;

@@ -7,6 +7,8 @@
 #include "platform/Resources.h"
 #include "tasks/NSTaskWrapperSync.h"
 
+#include <QRegularExpression>
+
 #include <utility>
 
 namespace kruv {
@@ -23,6 +25,12 @@ QString fingerprint(const QString &path, std::stop_token stop)
 bool isMetaflacError(const QString &fingerprint)
 {
     return fingerprint.contains(u"FLAC__METADATA_CHAIN");
+}
+
+bool isFingerprint(const QString &fingerprint)
+{
+    static const QRegularExpression atEnd(QStringLiteral(":[0-9a-f]{32}\n?$"));
+    return atEnd.match(fingerprint).hasMatch();
 }
 
 } // namespace kruv

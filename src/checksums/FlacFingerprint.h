@@ -17,4 +17,7 @@ QString fingerprint(const QString &path, std::stop_token stop = {});
 /// True for what metaflac says about a file that it can't read.
 bool isMetaflacError(const QString &fingerprint);
 
+/// False where metaflac was ended, or said something else.
+bool isFingerprint(const QString &fingerprint);
+
 } // namespace kruv

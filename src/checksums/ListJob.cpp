@@ -4,7 +4,6 @@
 #include "checksums/ListJob.h"
 
 #include "base/InParallel.h"
-#include "base/TextFile.h"
 #include "platform/MainThread.h"
 #include "tasks/TaskCompletionSink.h"
 
@@ -85,11 +84,12 @@ void ListJob::showStatus(const QString &status)
     publish(&KruvTask::setCombinedStatus);
 }
 
-void ListJob::writeList(const QString &path, const QString &text)
+void ListJob::writeList(const TextOutput &list, const QString &text)
 {
-    const QString problem = TextFile::write(path, text);
+    const QString problem =
+        list.write(text, error() ? TextOutput::Content::LacksFiles : TextOutput::Content::Whole);
     if (!problem.isEmpty()) {
-        fail(tr("The list %1 could not be written: %2.").arg(path, problem));
+        fail(tr("The list %1 could not be written: %2.").arg(list.path(), problem));
     }
 }
 

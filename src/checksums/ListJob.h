@@ -4,6 +4,7 @@
 #pragma once
 
 #include "tasks/KruvTask.h"
+#include "tasks/TextOutput.h"
 
 #include <QCoreApplication>
 
@@ -55,7 +56,7 @@ protected:
     void showProgress();
     void showStatus(const QString &status);
     /// Writes a list; where that fails, so does the job, and says so.
-    void writeList(const QString &path, const QString &text);
+    void writeList(const TextOutput &list, const QString &text);
 
 private:
     void advance(qint64 units);

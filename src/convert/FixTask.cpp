@@ -256,15 +256,17 @@ QString FixTask::md5List(const StagedOutputs &outputs, const QStringList &files)
     return text;
 }
 
-QString FixTask::fingerprintList(const StagedOutputs &outputs, const QStringList &files) const
+QString FixTask::fingerprintList(const StagedOutputs &outputs, const QStringList &files)
 {
     QString text = ListText::ffpHeader();
     for (const QString &file : files) {
         if (cancelled()) {
             break;
         }
-        if (const QString line = fingerprint(outputs.stagedPath(file)); !isMetaflacError(line)) {
+        if (const QString line = fingerprint(outputs.stagedPath(file)); isFingerprint(line)) {
             text += line;
+        } else {
+            failAfterwards(tr("%1 is not in the list: metaflac told no fingerprint of it.").arg(file));
         }
     }
     return text;

@@ -69,7 +69,7 @@ private:
     void showCurrentFile(QStringView piece);
     void copyTags(const StagedOutputs &outputs);
     QString md5List(const StagedOutputs &outputs, const QStringList &files);
-    QString fingerprintList(const StagedOutputs &outputs, const QStringList &files) const;
+    QString fingerprintList(const StagedOutputs &outputs, const QStringList &files);
 
     const Request m_request;
     const std::function<void()> m_clearTab;

@@ -18,8 +18,9 @@ class SHNToolCueTask : public KruvAsyncNSTaskFileOutputRedirection
 public:
     SHNToolCueTask(const QString &fileName, TaskCompletionSink *queue, const QString &launchPath,
                    const QStringList &files)
-        : KruvAsyncNSTaskFileOutputRedirection(
-              fileName, queue, launchPath, QStringList{QStringLiteral("cue"), QStringLiteral("-c")} + files)
+        : KruvAsyncNSTaskFileOutputRedirection(TextOutput(fileName, files), queue, launchPath,
+                                               QStringList{QStringLiteral("cue"), QStringLiteral("-c")} +
+                                                   files)
     {
         setTitle(tr("Creating CUE sheet"));
         setSubTitle(tr("Processing"));
@@ -37,7 +38,7 @@ protected:
     }
     void cleanup() override
     {
-        if (!error() && !cancelled()) {
+        if (!error() && !wasStopped()) {
             KruvAsyncNSTaskFileOutputRedirection::cleanup();
         } else if (!error()) {
             results()->setHasResults(false);

@@ -46,6 +46,7 @@ std::optional<OutputPlan> ConversionTab::planOutputs(const ToggleControl &beside
     if (outputsCollide(plan)) {
         return std::nullopt;
     }
+    addLists(plan);
     if (const QStringList existing = plan.existing(); !existing.isEmpty()) {
         const auto choice = host().userInterface().askAboutExisting(existing, plan.outputs().size());
         if (!choice) {

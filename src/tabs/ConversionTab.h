@@ -36,6 +36,9 @@ protected:
     /// Nothing when the command is not to go on.
     std::optional<OutputPlan> planOutputs(const ToggleControl &besideSources, const QString &extension);
 
+    /// Adds to a plan what is written about its outputs; nothing where no option asks for it.
+    virtual void addLists(OutputPlan & /*plan*/) {}
+
     /// The job that makes one output of a plan by a format's `maker`, not queued yet.
     std::shared_ptr<KruvTask> makeJob(Format::JobMaker maker, const OutputPlan::Entry &entry,
                                       const OptionValues &options, bool deletesOriginal);

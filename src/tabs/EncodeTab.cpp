@@ -105,23 +105,46 @@ bool EncodeTab::mayEncodeLossy()
     return lossy.isEmpty() || host().userInterface().askAboutLossy(lossy);
 }
 
-std::shared_ptr<KruvTask> EncodeTab::listAfter(const Format &format, const OutputPlan &plan)
+bool EncodeTab::wants(const FormatOption &option) const
 {
-    const auto wants = [&](const FormatOption &option) {
-        return std::ranges::count(format.options, &option) > 0 && m_controls.toggle(option).isOn();
-    };
+    const Format *format = chosenFormat();
+    return format && std::ranges::count(format->options, &option) > 0 && m_controls.toggle(option).isOn();
+}
+
+void EncodeTab::addLists(OutputPlan &plan)
+{
     const Preferences &preferences = host().preferences();
+    const auto add = [&](const QString &folder, const QString &name, const QString &extension,
+                         const QString &about) {
+        plan.addList({ListText::pathIn(folder, preferences, name, extension), extension, about});
+    };
     if (wants(ShortenOptions::md5)) {
-        const QString list = ListText::pathIn(plan.entries().front().folder, preferences,
-                                              QStringLiteral("md5sum"), QStringLiteral("md5"));
-        return std::make_shared<CreateMD5Task>(&host().taskQueue(), plan.outputs(), list);
+        add(plan.entries().front().folder, QStringLiteral("md5sum"), QStringLiteral("md5"), {});
     }
     if (wants(FlacOptions::fingerprints)) {
-        const QString name =
-            QStringLiteral("fingerprint.") + preferences.string(QStringLiteral("ffpExtension"));
-        return std::make_shared<CreateFFPTask>(&host().taskQueue(), plan.outputsByFolder(), name);
+        for (const QString &folder : plan.folders()) {
+            add(folder, QStringLiteral("fingerprint"), preferences.string(QStringLiteral("ffpExtension")),
+                folder);
+        }
     }
-    return nullptr;
+}
+
+std::shared_ptr<KruvTask> EncodeTab::listAfter(const OutputPlan &plan)
+{
+    if (plan.lists().empty()) {
+        return nullptr;
+    }
+    if (wants(ShortenOptions::md5)) {
+        return std::make_shared<CreateMD5Task>(&host().taskQueue(), plan.outputs(),
+                                               plan.lists().front().path);
+    }
+    QList<CreateFFPTask::List> lists;
+    for (const OutputPlan::List &list : plan.lists()) {
+        if (const QStringList files = plan.outputsFor(list); !files.isEmpty()) {
+            lists.append({list.path, files});
+        }
+    }
+    return std::make_shared<CreateFFPTask>(&host().taskQueue(), lists);
 }
 
 void EncodeTab::queueJobs(const Format &format, const OutputPlan &plan)
@@ -130,7 +153,7 @@ void EncodeTab::queueJobs(const Format &format, const OutputPlan &plan)
         return;
     }
     const auto results = std::make_shared<KruvTaskResults>();
-    results->setTaskAfterSetDone(listAfter(format, plan));
+    results->setTaskAfterSetDone(listAfter(plan));
     const OptionValues options = m_controls.values(format);
     std::vector<std::shared_ptr<KruvTask>> jobs;
     for (const OutputPlan::Entry &entry : plan.entries()) {

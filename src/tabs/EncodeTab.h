@@ -43,7 +43,9 @@ public:
 private:
     /// Asks about lossy files in the list. True when the command may go on.
     bool mayEncodeLossy();
-    std::shared_ptr<KruvTask> listAfter(const Format &format, const OutputPlan &plan);
+    bool wants(const FormatOption &option) const;
+    void addLists(OutputPlan &plan) override;
+    std::shared_ptr<KruvTask> listAfter(const OutputPlan &plan);
     void queueJobs(const Format &format, const OutputPlan &plan);
 
     const QList<const Format *> m_formats;

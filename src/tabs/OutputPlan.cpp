@@ -34,12 +34,11 @@ private:
 };
 
 /// "song (2).flac" for "song.flac", or the first number that is free.
-QString numbered(const QString &path, const QSet<QString> &planned)
+QString numbered(const QString &path, const QString &extension, const QSet<QString> &planned)
 {
-    const QString base = PathNames::folderOf(path) + u'/' + PathNames::nameWithoutExtension(path);
+    const QString base = path.chopped(extension.size() + 1);
     for (int number = 2;; ++number) {
-        QString name =
-            QStringLiteral("%1 (%2).%3").arg(base, QString::number(number), PathNames::extension(path));
+        QString name = QStringLiteral("%1 (%2).%3").arg(base, QString::number(number), extension);
         if (!FileCommit::isTaken(name) && !planned.contains(name)) {
             return name;
         }
@@ -66,13 +65,25 @@ QStringList OutputPlan::outputs() const
     return all;
 }
 
-QHash<QString, QStringList> OutputPlan::outputsByFolder() const
+QStringList OutputPlan::folders() const
 {
-    QHash<QString, QStringList> grouped;
+    QStringList all;
     for (const Entry &entry : m_entries) {
-        grouped[entry.folder].append(entry.output);
+        all.append(entry.folder);
     }
-    return grouped;
+    all.removeDuplicates();
+    return all;
+}
+
+QStringList OutputPlan::outputsFor(const List &list) const
+{
+    QStringList about;
+    for (const Entry &entry : m_entries) {
+        if (list.folder.isEmpty() || entry.folder == list.folder) {
+            about.append(entry.output);
+        }
+    }
+    return about;
 }
 
 QStringList OutputPlan::existing() const
@@ -83,6 +94,11 @@ QStringList OutputPlan::existing() const
             taken.append(entry.output);
         }
     }
+    for (const List &list : m_lists) {
+        if (FileCommit::isTaken(list.path)) {
+            taken.append(list.path);
+        }
+    }
     return taken;
 }
 
@@ -90,6 +106,7 @@ void OutputPlan::settleExisting(ExistingFiles choice)
 {
     if (choice == ExistingFiles::Skip) {
         std::erase_if(m_entries, [](const Entry &entry) { return FileCommit::isTaken(entry.output); });
+        std::erase_if(m_lists, [](const List &list) { return FileCommit::isTaken(list.path); });
         return;
     }
     const QStringList all = outputs();
@@ -101,8 +118,13 @@ void OutputPlan::settleExisting(ExistingFiles choice)
         if (choice == ExistingFiles::Replace) {
             entry.mayReplace = true;
         } else {
-            entry.output = numbered(entry.output, planned);
+            entry.output = numbered(entry.output, PathNames::extension(entry.output), planned);
             planned.insert(entry.output);
+        }
+    }
+    for (List &list : m_lists) {
+        if (choice == ExistingFiles::KeepBoth && FileCommit::isTaken(list.path)) {
+            list.path = numbered(list.path, list.extension, planned);
         }
     }
 }

@@ -6,7 +6,6 @@
 #include "base/ExistingFiles.h"
 
 #include <QCoreApplication>
-#include <QHash>
 #include <QString>
 #include <QStringList>
 
@@ -28,24 +27,37 @@ public:
         /// What lies there already is replaced.
         bool mayReplace = false;
     };
+    /// A text about outputs, written once they are all there.
+    struct List
+    {
+        QString path;
+        /// The part of the name behind the number that tells two apart: "ffp.txt".
+        QString extension;
+        /// Of the outputs that it is about, or an empty text for all.
+        QString folder;
+    };
 
     /// `chosenFolder` empty means beside each source.
     OutputPlan(const QStringList &sources, const QString &chosenFolder, const QString &extension);
 
     const std::vector<Entry> &entries() const { return m_entries; }
     QStringList outputs() const;
-    /// Outputs grouped by their folder, in list order.
-    QHash<QString, QStringList> outputsByFolder() const;
+    /// The folders of the outputs, each once.
+    QStringList folders() const;
+    QStringList outputsFor(const List &list) const;
+    void addList(const List &list) { m_lists.push_back(list); }
+    const std::vector<List> &lists() const { return m_lists; }
     /// Names the sources that would give the same output, the first few, where there are such: writing both
     /// would lose one.
     std::optional<QString> collision() const;
-    /// The outputs whose names are taken, in list order.
+    /// The outputs and lists whose names are taken, in list order.
     QStringList existing() const;
     /// What becomes of those.
     void settleExisting(ExistingFiles choice);
 
 private:
     std::vector<Entry> m_entries;
+    std::vector<List> m_lists;
 };
 
 } // namespace kruv

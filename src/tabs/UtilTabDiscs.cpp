@@ -41,12 +41,8 @@ void UtilTab::addTracksOfDrive(const QString &device)
             if (tracks) {
                 addTracksOfDrive(device, *tracks);
             } else {
-<<<<<<< HEAD
-                showError(tr("There is no audio disc in %1").arg(device));
-=======
                 showError(QFileInfo::exists(device) ? tr("There is no audio disc in %1").arg(device)
                                                     : tr("There is no drive %1").arg(device));
->>>>>>> a7625a2 (Say what the system said of a short write, what is no audio, and which drive is missing)
             }
             Q_EMIT tracksOfDriveListed();
         };

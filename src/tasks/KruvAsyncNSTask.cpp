@@ -74,7 +74,7 @@ bool KruvAsyncNSTask::toolEnded(const ToolEnd &end)
     if (!cancelled() && runsAgain()) {
         return true;
     }
-    if (end.succeeded()) {
+    if (end.succeeded() && isFinished()) {
         noteDoneAllTheSame();
     }
     startFinishing();

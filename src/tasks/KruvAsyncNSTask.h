@@ -42,6 +42,8 @@ protected:
     /// Asked when the tool has ended and the job was not cancelled: whether it is to run once more, perhaps
     /// with other arguments. Main thread.
     virtual bool runsAgain() { return false; }
+    /// Whether the run that ended was the last that is needed, though the job was cancelled meanwhile.
+    virtual bool isFinished() const { return true; }
     /// Runs once, when the tool has ended or a waiting job was cancelled, before anything else. Main thread.
     virtual void willEnd() {}
     /// Takes the place of cleanup() for a job that was cancelled while it waited: such a job has nothing to

@@ -3,16 +3,14 @@
 
 #include "tasks/KruvAsyncNSTaskFileOutputRedirection.h"
 
-#include "base/TextFile.h"
-
 namespace kruv {
 
-KruvAsyncNSTaskFileOutputRedirection::KruvAsyncNSTaskFileOutputRedirection(const QString &fileName,
+KruvAsyncNSTaskFileOutputRedirection::KruvAsyncNSTaskFileOutputRedirection(const TextOutput &file,
                                                                            TaskCompletionSink *queue,
                                                                            const QString &launchPath,
                                                                            const QStringList &arguments)
     : KruvAsyncNSTask(queue, launchPath, arguments)
-    , m_fileName(fileName)
+    , m_file(file)
 {
 }
 
@@ -29,11 +27,14 @@ void KruvAsyncNSTaskFileOutputRedirection::startTask()
 
 void KruvAsyncNSTaskFileOutputRedirection::cleanup()
 {
-    const QString problem = TextFile::write(m_fileName, results()->results());
+    const QString problem = m_file.write(results()->results(), TextOutput::Content::Whole);
     if (problem.isEmpty()) {
         results()->setHasResults(false);
     } else {
-        fail(tr("The file %1 could not be written: %2.").arg(m_fileName, problem));
+        const QString text = results()->results(*this);
+        results()->setResults(QString(), *this); // the reason comes first
+        fail(tr("The file %1 could not be written: %2.").arg(fileName(), problem));
+        appendResults(text);
     }
 }
 

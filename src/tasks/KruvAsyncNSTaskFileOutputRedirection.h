@@ -4,6 +4,7 @@
 #pragma once
 
 #include "tasks/KruvAsyncNSTask.h"
+#include "tasks/TextOutput.h"
 
 #include <QCoreApplication>
 
@@ -16,23 +17,23 @@ class KruvAsyncNSTaskFileOutputRedirection : public KruvAsyncNSTask
 {
     Q_DECLARE_TR_FUNCTIONS(kruv::KruvAsyncNSTaskFileOutputRedirection)
 public:
-    KruvAsyncNSTaskFileOutputRedirection(const QString &fileName, TaskCompletionSink *queue,
+    KruvAsyncNSTaskFileOutputRedirection(const TextOutput &file, TaskCompletionSink *queue,
                                          const QString &launchPath, const QStringList &arguments);
 
-    const QString &fileName() const { return m_fileName; }
+    const QString &fileName() const { return m_file.path(); }
     const QString &subTitle() const { return m_subTitle; }
     /// Status line while the tool runs.
     void setSubTitle(const QString &subTitle) { m_subTitle = subTitle; }
 
     void startTask() override;
-    QString outputPath() const override { return m_fileName; }
+    QString outputPath() const override { return m_file.path(); }
 
 protected:
     /// Subclasses with outcome work of their own call this one first.
     void cleanup() override;
 
 private:
-    QString m_fileName;
+    const TextOutput m_file;
     QString m_subTitle;
 };
 

@@ -123,6 +123,8 @@ protected:
     /// The tool of a cancelled job may end as it likes.
     void judge(const ToolEnd &end, const QString &launchPath);
     void noteDoneAllTheSame() { m_state.setDoneAllTheSame(); }
+    /// It was cancelled before what it was asked for was done.
+    bool wasStopped() const { return cancelled() && !m_state.doneAllTheSame(); }
     /// Tells the queue on the main thread, waiting for it.
     void notifyQueue();
     void rowChanged();

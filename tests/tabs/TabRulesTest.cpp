@@ -179,6 +179,30 @@ TEST_F(TabRules, ExistingFlacOutputsAreAskedAboutOnce)
     EXPECT_EQ(person.questions.size(), 4U) << "asked once a command however many clash";
 }
 
+TEST_F(TabRules, AListAfterTheSetFollowsTheAnswerForTheOutputs)
+{
+    EncodeTab &tab = application->encodeTab();
+    application->preferences().setValue(u"ffpExtension"_s, u"ffp.txt"_s);
+    tab.generateFFPButton().setOn(true);
+    tab.sourceEncodeButton().setOn(true);
+    const QString list = file(u"fingerprint.ffp.txt"_s, "old");
+    QStringList written;
+    QObject::connect(&application->taskQueue(), &KruvTaskQueue::taskStarted,
+                     [&](KruvTask &task) { written << task.outputPath().section(u'/', -1); });
+    for (const auto &[answer, wanted] : {std::pair{0, QString()},
+                                         {1, u"fingerprint.ffp.txt"_s},
+                                         {2, u"fingerprint (2).ffp.txt"_s},
+                                         {3, QString()}}) {
+        tab.addFiles({file(u"a.wav"_s)});
+        person.buttonAnswers = {answer};
+        tab.executeCommand();
+        EXPECT_EQ(person.questions.back().text, list) << "before anything starts";
+        jobs();
+        EXPECT_EQ(std::exchange(written, {}).filter(u"ffp"_s).value(0), wanted) << answer;
+        EXPECT_EQ(readFile(list), "old") << "no fingerprint was told for the new one";
+    }
+}
+
 TEST_F(TabRules, TwoSourcesOfOneOutputAreRefused)
 {
     session.folder.makeFolder(u"music/one"_s);

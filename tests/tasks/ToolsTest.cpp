@@ -102,8 +102,8 @@ protected:
     std::shared_ptr<KruvAsyncNSTaskFileOutputRedirection> makeJob(const QString &file,
                                                                   const QStringList &arguments)
     {
-        auto job = std::make_shared<KruvAsyncNSTaskFileOutputRedirection>(file, &engine.queue, fakeTool(),
-                                                                          arguments);
+        auto job = std::make_shared<KruvAsyncNSTaskFileOutputRedirection>(TextOutput(file, {}), &engine.queue,
+                                                                          fakeTool(), arguments);
         job->setTitle(u"Creating list"_s);
         job->setSubTitle(u"listing"_s);
         return job;
@@ -141,6 +141,40 @@ TEST_F(FileOutputRedirection, LeavesTheOldListWhenItNeverRan)
     EXPECT_TRUE(engine.userInterface.resultsWindows.empty());
 }
 
+TEST_F(FileOutputRedirection, IsWrittenWhereTheToolWasLetFinish)
+{
+    const QString marker = engine.folder.file(u"marker"_s);
+    const auto job = makeJob(list, {u"wait"_s, marker, engine.folder.file(u"release"_s)});
+    engine.queue.addTask(job);
+    ASSERT_TRUE(waitUntil([&] { return QFile::exists(marker); }));
+    job->cancelTask();
+    engine.folder.write(u"release"_s, {});
+    ASSERT_TRUE(engine.runToEnd());
+    EXPECT_TRUE(job->state().doneAllTheSame());
+    EXPECT_TRUE(readFile(list).startsWith("waiting"));
+}
+
+TEST_F(FileOutputRedirection, ReplacesNoFileThatNobodyAgreedTo)
+{
+    const QString source = engine.folder.write(u"song.wav"_s, "audio");
+    const QString link = engine.folder.file(u"link.md5"_s);
+    ASSERT_TRUE(QFile::link(source, link));
+    const TextOutput early(list, {source});
+    engine.folder.write(u"list.txt"_s, "old");
+    const TextOutput agreed(list, {source});
+    constexpr auto whole = TextOutput::Content::Whole;
+    EXPECT_TRUE(early.write(u"new"_s, whole).contains(u"already exists"_s)) << "it came meanwhile";
+    EXPECT_NE(agreed.write(u"new"_s, TextOutput::Content::LacksFiles), QString());
+    EXPECT_EQ(readFile(list), "old");
+    for (const QString &path : {source, link}) {
+        EXPECT_TRUE(TextOutput(path, {source}).write(u"new"_s, whole).contains(u"is about"_s))
+            << qUtf8Printable(path);
+    }
+    EXPECT_EQ(readFile(source), "audio");
+    EXPECT_EQ(agreed.write(u"new"_s, whole), QString());
+    EXPECT_EQ(readFile(list), "new");
+}
+
 TEST_F(FileOutputRedirection, FailsWhenTheListCannotBeWritten)
 {
     const QString nowhere = engine.folder.file(u"not there/list.txt"_s);
@@ -149,6 +183,6 @@ TEST_F(FileOutputRedirection, FailsWhenTheListCannotBeWritten)
     ASSERT_TRUE(engine.runToEnd());
     EXPECT_TRUE(job->error());
     ASSERT_EQ(engine.userInterface.resultsWindows.size(), 1U);
-    EXPECT_TRUE(engine.userInterface.resultsWindows[0].text.startsWith(u"a:1\n"_s));
-    EXPECT_TRUE(engine.userInterface.resultsWindows[0].text.contains(nowhere));
+    EXPECT_TRUE(engine.userInterface.resultsWindows[0].text.startsWith(u"The file "_s + nowhere));
+    EXPECT_TRUE(engine.userInterface.resultsWindows[0].text.contains(u"\na:1\n"_s));
 }
