@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <QCoreApplication>
 #include <QString>
 #include <QStringList>
 
@@ -12,6 +13,7 @@ namespace kruv {
 /// made was agreed to be replaced; what came later is not, and neither is a file that the text is about.
 class TextOutput
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::TextOutput)
 public:
     enum class Content { Whole, LacksFiles };
 
