@@ -72,7 +72,11 @@ void FolderWalk::walk(const QString &path, const Visitor &visit)
 void FolderWalk::walkFolder(const QByteArray &folder, const Visitor &visit)
 {
     const std::unique_ptr<DIR, int (*)(DIR *)> stream(opendir(folder.constData()), closedir);
-    if (!stream || !m_visited->enter(dirfd(stream.get()))) {
+    if (!stream) {
+        m_unreadableFolders.append(QFile::decodeName(folder));
+        return;
+    }
+    if (!m_visited->enter(dirfd(stream.get()))) {
         return;
     }
     const dirent *entry = nullptr;

@@ -16,8 +16,8 @@ namespace kruv {
 /// Goes through the files that a person hands in: a folder stands for everything below it, hidden entries
 /// included, in the order the file system lists it. ".DS_Store", ".TOC.plist", and what the program itself
 /// has there only for a while (StagingName.h) are passed over. Links to folders are followed, each real
-/// folder once. Unreadable folders yield nothing, nor do the pipes, sockets and devices in a folder. Any
-/// thread.
+/// folder once. Unreadable folders yield nothing, nor do the pipes, sockets and devices in a folder and links
+/// to them. Any thread.
 class FolderWalk
 {
 public:
@@ -34,6 +34,8 @@ public:
 
     /// Entries passed over because their names are not valid UTF-8, as they can best be shown.
     const QStringList &undecodableNames() const { return m_undecodableNames; }
+    /// Folders that could not be looked into.
+    const QStringList &unreadableFolders() const { return m_unreadableFolders; }
 
 private:
     void walkFolder(const QByteArray &folder, const Visitor &visit);
@@ -41,6 +43,7 @@ private:
 
     const std::stop_token m_stop;
     QStringList m_undecodableNames;
+    QStringList m_unreadableFolders;
     class Visited;
     std::shared_ptr<Visited> m_visited;
 };

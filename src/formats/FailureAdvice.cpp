@@ -50,6 +50,7 @@ constexpr FailureHint plainCauses[] = {
      QT_TRANSLATE_NOOP("FailureAdvice", "The file is not the kind of audio that its name says.")},
     {u"can't open input file",
      QT_TRANSLATE_NOOP("FailureAdvice", "Check that the file is there and may be read.")},
+    {u"can't be read: ", QT_TRANSLATE_NOOP("FailureAdvice", "Check that the file is there and may be read.")},
     {u"Permission denied",
      QT_TRANSLATE_NOOP("FailureAdvice", "Check that the output folder may be written to.")},
     {u"Read-only file system",

@@ -37,6 +37,7 @@ struct BaseTab::Intake
     QStringList badExtensions;
     int refused = 0;
     QStringList undecodable;
+    QStringList unreadable;
 };
 
 BaseTab::BaseTab(const QString &label, TabHost &host)
@@ -50,7 +51,7 @@ void BaseTab::addCheckedFiles(const QStringList &paths)
 {
     if (m_intakeInBackground) {
         takeInBackground([paths](const std::stop_token &) {
-            return Intake{FileList::Batch(paths), {}, 0, {}};
+            return Intake{FileList::Batch(paths), {}, 0, {}, {}};
         });
     } else if (m_fileList.add(paths) > 0) {
         filesAdded();
@@ -105,7 +106,8 @@ BaseTab::Intake BaseTab::collect(const QStringList &paths, const QSet<QString> &
             }
         });
     }
-    return {FileList::Batch(accepted), badExtensions.values(), refused, walk.undecodableNames()};
+    return {FileList::Batch(accepted), badExtensions.values(), refused, walk.undecodableNames(),
+            walk.unreadableFolders()};
 }
 
 void BaseTab::take(Intake intake)
@@ -121,6 +123,7 @@ void BaseTab::take(Intake intake)
         }
     }
     reportUndecodable(m_host.userInterface(), intake.undecodable);
+    reportUnreadable(m_host.userInterface(), intake.unreadable);
 }
 
 void BaseTab::reportUndecodable(UserInterface &userInterface, const QStringList &names)
@@ -130,6 +133,14 @@ void BaseTab::reportUndecodable(UserInterface &userInterface, const QStringList 
             tr("Files whose names are not valid UTF-8 were skipped. Rename them, for example with convmv, "
                "and add them again."),
             firstOf(names), acknowledgeButton());
+    }
+}
+
+void BaseTab::reportUnreadable(UserInterface &userInterface, const QStringList &folders)
+{
+    if (!folders.isEmpty()) {
+        userInterface.alert(tr("Folders that can't be read were skipped. Check that you may open them."),
+                            firstOf(folders), acknowledgeButton());
     }
 }
 

@@ -55,6 +55,8 @@ public:
     void setAlertsOfRefusedFiles(bool alerts) { m_alertsOfRefusedFiles = alerts; }
     /// Tells the person of files that can't be worked on because their names are not valid UTF-8.
     static void reportUndecodable(UserInterface &userInterface, const QStringList &names);
+    /// Tells the person of folders that could not be looked into.
+    static void reportUnreadable(UserInterface &userInterface, const QStringList &folders);
 
     void addButtonClick();
     void clearButtonClick() { clearFiles(); }

@@ -138,6 +138,7 @@ KruvController::Intake KruvController::getFiles(const QStringList &paths, const 
         });
     }
     intake.undecodable = walk.undecodableNames();
+    intake.unreadable = walk.unreadableFolders();
     return intake;
 }
 
@@ -185,6 +186,7 @@ void KruvController::hand(const Intake &intake, const QString &label)
         tab(label)->addFiles(intake.files);
     }
     BaseTab::reportUndecodable(m_userInterface, intake.undecodable);
+    BaseTab::reportUnreadable(m_userInterface, intake.unreadable);
 }
 
 QString KruvController::labelForRoute(const QString &fileType) const

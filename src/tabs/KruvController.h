@@ -86,6 +86,7 @@ private:
     {
         QStringList files;
         QStringList undecodable;
+        QStringList unreadable;
     };
     /// The named files, and the files with an extension below the named folders.
     static Intake getFiles(const QStringList &paths, const std::stop_token &stop);

@@ -9,6 +9,7 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <climits>
 #include <stdexcept>
 
 namespace kruv {
@@ -47,6 +48,10 @@ QString StagedOutputs::add(const QString &path, const QString &stagedName)
     }
     if (find(path)) {
         fail(tr("Two of the outputs would get the same name, %1.").arg(path));
+    }
+    if (QFile::encodeName(PathNames::lastPathComponent(path)).size() > NAME_MAX) {
+        fail(tr("The output %1 can't be written: its name is too long. Shorten the name of the source.")
+                 .arg(path));
     }
     if (QFileInfo(path).isDir()) {
         fail(tr("The output %1 can't be written: there is a folder of that name.").arg(path));
@@ -126,7 +131,7 @@ void StagedOutputs::commit(bool durable)
 
 void StagedOutputs::commitOne(const Output &output)
 {
-    if (m_existing == FileCommit::Existing::Replace && FileCommit::isTaken(output.path)) {
+    if (m_existing == FileCommit::Existing::Replace && QFileInfo(output.path).isFile()) {
         QFile::setPermissions(output.staged,
                               QFile::permissions(output.path)); // where the file system has them
     }

@@ -6,21 +6,11 @@
 #include "base/TextFile.h"
 #include "tasks/FileCommit.h"
 
-#include <QCoreApplication>
 #include <QFileInfo>
 
 #include <algorithm>
 
 namespace kruv {
-
-namespace {
-
-QString tr(const char *text)
-{
-    return QCoreApplication::translate("TextOutput", text);
-}
-
-} // namespace
 
 TextOutput::TextOutput(const QString &path, const QStringList &aboutFiles)
     : m_path(path)

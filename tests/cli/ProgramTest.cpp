@@ -261,6 +261,9 @@ TEST_F(Program, NamesOnTheCommandLineAreTakenAsTheyAre)
     EXPECT_EQ(files(u"*.flac"_s), (QStringList{u"-x.flac"_s, u"decode.flac"_s}));
     const Outcome outcome = encode({u"--beside-source"_s, u"new\nline.wav"_s});
     EXPECT_TRUE(outcome.err.contains("new?line.flac\n")) << outcome.err.constData();
+    wav(QString(251, u'n') + u".wav"_s);
+    EXPECT_TRUE(
+        encode({u"--beside-source"_s, QString(251, u'n') + u".wav"_s}).err.contains("its name is too long"));
 
     for (const auto &[arguments, status] :
          {std::pair{"encode --to flac --beside-source \"$(printf 'l\\351t.wav')\"", 1},
@@ -271,6 +274,14 @@ TEST_F(Program, NamesOnTheCommandLineAreTakenAsTheyAre)
         EXPECT_EQ(notUtf8.status, status);
         EXPECT_TRUE(notUtf8.err.contains("not valid UTF-8"));
     }
+}
+
+TEST_F(Program, ALinkToNothingIsReplacedByAReadableFile)
+{
+    wav(u"a.wav"_s);
+    ASSERT_TRUE(QFile::link(folder.file(u"gone"_s), music + u"/a.flac"_s));
+    EXPECT_EQ(encode({u"--beside-source"_s, u"--overwrite"_s, u"a.wav"_s}).status, 0);
+    EXPECT_TRUE(QFile::permissions(music + u"/a.flac"_s).testFlag(QFile::ReadOwner));
 }
 
 TEST_F(Program, AClosedPipeStopsNoJob)

@@ -58,6 +58,12 @@ TEST(FailureText, IsTheToolsReasonAndWhatToDo)
     EXPECT_EQ(FailureAdvice::essence(odd), odd);
     EXPECT_EQ(FailureAdvice::essence(u"a.flac: testing, 32.000000% complete\na.flac: lost"_s),
               u"a.flac: lost"_s);
+    // The job writes down its arguments first: they must not hide the reason.
+    EXPECT_EQ(FailureAdvice::essence(u"opusenc\n--hard-cbr\n--bitrate\n160\n--title\na\nb\n/m/a.wav\n"
+                                     "/m/.kruv-abcdefgh/a.opus\nError opening output file\n"_s),
+              u"Error opening output file"_s);
+    EXPECT_TRUE(FailureAdvice::advice(u"/m/a.wav can't be read: Permission denied."_s)
+                    .startsWith(u"Check that the file"_s));
 }
 
 TEST(ConsoleText, FitsIntoTheTerminal)

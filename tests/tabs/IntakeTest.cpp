@@ -100,7 +100,8 @@ TEST(FolderWalk, FindsEveryFileOnceAndSkipsWhatIsNone)
     ASSERT_TRUE(QFile::link(folder.file(u"a"_s), folder.file(u"a/.hidden/loop"_s)));
     ASSERT_TRUE(QFile::link(folder.file(u"gone"_s), folder.file(u"a/dangling.wav"_s)));
     ASSERT_EQ(mkfifo(QFile::encodeName(folder.file(u"a/pipe.wav"_s)).constData(), 0600), 0);
-    ASSERT_TRUE(QFile::link(folder.file(u"a/pipe.wav"_s), folder.file(u"a/linkedpipe.wav"_s)));
+    ASSERT_TRUE(QFile::link(folder.file(u"a/pipe.wav"_s), folder.file(u"a/linked pipe.wav"_s)));
+    ASSERT_TRUE(QFile::link(u"/dev/zero"_s, folder.file(u"a/endless.wav"_s)));
     const UndecodableFile latin1(folder.file(u"a"_s), "l\xe9t.wav");
 
     QStringList found;

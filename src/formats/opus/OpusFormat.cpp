@@ -26,6 +26,7 @@ const TranscodeRecipe recipe{.firstStatus = QT_TRANSLATE_NOOP("kruv::ConversionT
 
 constexpr QStringView chatter[] = {
     u"opusenc\\n--[\\s\\S]*?Preskip: \\d+",
+    u"opusenc\\n--[\\s\\S]*?/\\.kruv-[a-z]{8}/[^\\n]*\\.opus\\n", // where it failed before it encoded
     u"Decoding to \\d+ Hz[^\\n]*(\\n[^\\n]*=[^\\n]*|\\nEncoded with[^\\n]*)*",
     u"\\r *\\[[-\\\\|/]\\] [^\\r\\n]*",
     u"\\rDecoding complete\\. *",
