@@ -13,8 +13,10 @@
 #include <QSet>
 
 #include <cerrno>
+#include <dirent.h>
 #include <fcntl.h>
 #include <filesystem>
+#include <memory>
 #include <mutex>
 #include <stdexcept>
 #include <sys/file.h>
@@ -102,11 +104,13 @@ void StagingFolder::empty()
 {
     // Not by Qt, for which a name of other bytes than UTF-8 does not exist.
     const std::string lockName = StagingLock::fileName().toStdString();
-    std::error_code ignored;
-    for (const auto &entry :
-         std::filesystem::directory_iterator(QFile::encodeName(m_place.path).toStdString(), ignored)) {
-        if (entry.path().filename() != lockName) {
-            std::filesystem::remove_all(entry.path(), ignored);
+    const std::string folder = QFile::encodeName(m_place.path).toStdString();
+    const std::unique_ptr<DIR, int (*)(DIR *)> entries(opendir(folder.c_str()), closedir);
+    while (const dirent *entry = entries ? readdir(entries.get()) : nullptr) {
+        const std::string name = static_cast<const char *>(entry->d_name);
+        std::error_code ignored;
+        if (name != "." && name != ".." && name != lockName) {
+            std::filesystem::remove_all(folder + '/' + name, ignored);
         }
     }
 }
