@@ -7,7 +7,6 @@
 #include "base/PathNames.h"
 #include "formats/Records.h"
 #include "formats/ShntoolConversion.h"
-#include "formats/StatedFormat.h"
 #include "formats/flac/FlacOptions.h"
 #include "formats/flac/FlacOutput.h"
 #include "formats/flac/FlacTool.h"
@@ -16,17 +15,6 @@
 
 namespace kruv {
 
-namespace {
-
-/// The tool reads one or two channels of AIFF, and of AIFF-C only what is plain PCM in its order.
-bool isAiffForFlac(const QString &path)
-{
-    constexpr int mostChannels = 2;
-    return !CoreAudioHelper::isAIFC(path) && statedFormat(path).channels <= mostChannels;
-}
-
-} // namespace
-
 EncodeFlacTask::EncodeFlacTask(TaskCompletionSink *queue, const ConversionRequest &request)
     : TranscodeTask(queue, request, flacFormat)
 {
@@ -34,8 +22,15 @@ EncodeFlacTask::EncodeFlacTask(TaskCompletionSink *queue, const ConversionReques
 
 bool EncodeFlacTask::readsItself() const
 {
-    return &sourceFormat() == &flacFormat || TranscodeTask::readsItself() ||
-           (&sourceFormat() == &aiffFormat && isAiffForFlac(fileName()));
+    return &sourceFormat() == &flacFormat || TranscodeTask::readsItself() || isAiffForFlac();
+}
+
+/// The tool reads one or two channels of AIFF, and of AIFF-C only what is plain PCM in its order.
+bool EncodeFlacTask::isAiffForFlac() const
+{
+    constexpr int mostChannels = 2;
+    return &sourceFormat() == &aiffFormat && !CoreAudioHelper::isAIFC(fileName()) &&
+           sourceAudio().channels <= mostChannels;
 }
 
 void EncodeFlacTask::makeOutput()

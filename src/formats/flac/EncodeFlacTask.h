@@ -22,6 +22,7 @@ protected:
     bool readsItself() const override;
 
 private:
+    bool isAiffForFlac() const;
     void requireForeignMetadata() const;
     void encodeThroughShntool();
     void run(const ToolStep &step, const ToolRequest &request);
