@@ -16,6 +16,16 @@ namespace kruv::FailureAdvice {
 
 namespace {
 
+// Said of several failures.
+constexpr const char *freeSomeSpace =
+    QT_TRANSLATE_NOOP("FailureAdvice", "Free some space on the output folder's disk and try again.");
+constexpr const char *checkTheFile =
+    QT_TRANSLATE_NOOP("FailureAdvice", "Check that the file is there and may be read.");
+constexpr const char *nothingNeeded =
+    QT_TRANSLATE_NOOP("FailureAdvice", "Files that need nothing are left as they are, without an output.");
+constexpr const char *otherKind =
+    QT_TRANSLATE_NOOP("FailureAdvice", "The file is not the kind of audio that its name says.");
+
 // The plain causes come first, then what the formats know of their tools, then the catch-alls.
 constexpr FailureHint plainCauses[] = {
     {u"opening the output file",
@@ -24,41 +34,31 @@ constexpr FailureHint plainCauses[] = {
     {u"could not open output file",
      QT_TRANSLATE_NOOP("FailureAdvice",
                        "Move an existing file away, or check that the output folder may be written to.")},
-    {u"already sector-aligned",
-     QT_TRANSLATE_NOOP("FailureAdvice", "Files that need nothing are left as they are, without an output.")},
-    {u"no silence to trim",
-     QT_TRANSLATE_NOOP("FailureAdvice", "Files that need nothing are left as they are, without an output.")},
-    {u"already has a canonical header",
-     QT_TRANSLATE_NOOP("FailureAdvice", "Files that need nothing are left as they are, without an output.")},
+    {u"already sector-aligned", nothingNeeded},
+    {u"no silence to trim", nothingNeeded},
+    {u"already has a canonical header", nothingNeeded},
     {u"is not CD-quality",
      QT_TRANSLATE_NOOP("FailureAdvice", "This needs files with 2 channels of 16 bits at 44.1 kHz.")},
     {u"differs among these files",
      QT_TRANSLATE_NOOP("FailureAdvice", "Only files of the same format can be joined; convert them first.")},
-    {u"could not open split point file",
-     QT_TRANSLATE_NOOP("FailureAdvice", "Check that the file is there and may be read.")},
+    {u"could not open split point file", checkTheFile},
     {u"value not in bytes, m:ss",
      QT_TRANSLATE_NOOP("FailureAdvice",
                        "The points are to be a cue sheet, or times like 3:05.32, one a line.")},
     {u"Argument list too long",
      QT_TRANSLATE_NOOP("FailureAdvice",
                        "These are too many files for one run of the tool: take fewer at a time.")},
-    {u"No space left",
-     QT_TRANSLATE_NOOP("FailureAdvice", "Free some space on the output folder's disk and try again.")},
-    {u"header not found",
-     QT_TRANSLATE_NOOP("FailureAdvice", "The file is not the kind of audio that its name says.")},
-    {u"header does not begin",
-     QT_TRANSLATE_NOOP("FailureAdvice", "The file is not the kind of audio that its name says.")},
-    {u"can't open input file",
-     QT_TRANSLATE_NOOP("FailureAdvice", "Check that the file is there and may be read.")},
-    {u"can't be read: ", QT_TRANSLATE_NOOP("FailureAdvice", "Check that the file is there and may be read.")},
+    {u"No space left", freeSomeSpace},
+    {u"header not found", otherKind},
+    {u"header does not begin", otherKind},
+    {u"can't open input file", checkTheFile},
+    {u"can't be read: ", checkTheFile},
     {u"Permission denied",
      QT_TRANSLATE_NOOP("FailureAdvice", "Check that the output folder may be written to.")},
     {u"Read-only file system",
      QT_TRANSLATE_NOOP("FailureAdvice", "Choose an output folder that may be written to.")},
-    {u"disk is full",
-     QT_TRANSLATE_NOOP("FailureAdvice", "Free some space on the output folder's disk and try again.")},
-    {u"disk probably full",
-     QT_TRANSLATE_NOOP("FailureAdvice", "Free some space on the output folder's disk and try again.")},
+    {u"disk is full", freeSomeSpace},
+    {u"disk probably full", freeSomeSpace},
     {u"error while writing",
      QT_TRANSLATE_NOOP("FailureAdvice", "Check that the output folder's disk has space left.")},
 };
@@ -69,10 +69,8 @@ constexpr FailureHint catchAlls[] = {
     {u"error while transferring",
      QT_TRANSLATE_NOOP("FailureAdvice",
                        "Check that the source is whole and the output folder's disk has space left.")},
-    {u"write failed",
-     QT_TRANSLATE_NOOP("FailureAdvice", "Free some space on the output folder's disk and try again.")},
-    {u"unknown file type",
-     QT_TRANSLATE_NOOP("FailureAdvice", "The file is not the kind of audio that its name says.")},
+    {u"write failed", freeSomeSpace},
+    {u"unknown file type", otherKind},
 };
 
 // Starts of lines that say nothing of the failure.
