@@ -31,7 +31,7 @@ unsigned char typeBehind(const QByteArray &path)
     if (stat(path.constData(), &status) != 0) {
         return DT_UNKNOWN;
     }
-    return IFTODT(status.st_mode);
+    return static_cast<unsigned char>(IFTODT(status.st_mode));
 }
 
 /// Opening one could wait for ever.
