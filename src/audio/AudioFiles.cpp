@@ -59,6 +59,25 @@ std::unique_ptr<ExtAudioFileReader> readerFor(const QString &path, const AudioCo
 
 } // namespace
 
+std::unique_ptr<ExtAudioFileReader> openIndependently(const QString &path)
+{
+    constexpr std::uint32_t mostBits = 16; // of Monkey's Audio that FFmpeg decodes rightly at every level
+    const AudioContent content = ContentProbe::of(path);
+    if (content.container == AudioContent::Container::Shorten ||
+        content.container == AudioContent::Container::MonkeysAudio) {
+        try {
+            auto reader = std::make_unique<CodecFileReader>(path, content, QString());
+            if (reader->dataFormat().bitsPerChannel <= mostBits) {
+                reader->setClientFormat(reader->dataFormat().clientFormat());
+                return reader;
+            }
+        } catch (const AudioError &) {
+            // It does not know the file. Whether that is the file's fault our coder tells.
+        }
+    }
+    return open(path, content);
+}
+
 std::unique_ptr<ExtAudioFileReader> open(const QString &path)
 {
     return open(path, ContentProbe::of(path));

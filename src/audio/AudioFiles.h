@@ -24,6 +24,9 @@ std::unique_ptr<ExtAudioFileReader> open(const QString &path);
 /// The same for one whose content has been looked at already.
 std::unique_ptr<ExtAudioFileReader> open(const QString &path, const AudioContent &content);
 
+/// The same by FFmpeg, where it can be trusted with what our own coders make: a second opinion on them.
+std::unique_ptr<ExtAudioFileReader> openIndependently(const QString &path);
+
 /// A writer. Erases a file that is there, but not before it is known that `format` can be written.
 /// `expectedFrames` of input decide between the 32-bit and the 64-bit form of WAV.
 std::unique_ptr<ExtAudioFileWriter> create(const QString &path, FileType fileType,

@@ -199,6 +199,11 @@ void CodecFileReader::prepareDigest()
     }
 }
 
+QString CodecFileReader::decoder() const
+{
+    return QStringLiteral("ffmpeg/") + QLatin1StringView(m_decoder->codec->name);
+}
+
 std::size_t CodecFileReader::read(std::span<std::uint8_t> buffer)
 {
     if (m_firstFailure) {

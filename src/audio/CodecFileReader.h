@@ -30,6 +30,8 @@ public:
     {
         return m_dataFormat.isFloatingPoint() && m_converter && m_converter->hasClipped();
     }
+    QByteArray statedDigest() const override { return m_digest ? m_statedDigest : QByteArray(); }
+    QString decoder() const override;
 
 private:
     void openDecoder();

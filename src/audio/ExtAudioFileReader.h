@@ -5,6 +5,9 @@
 
 #include "audio/AudioStreamFormat.h"
 
+#include <QByteArray>
+#include <QString>
+
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -37,6 +40,10 @@ public:
     virtual std::size_t read(std::span<std::uint8_t> buffer) = 0;
     /// True once samples beyond full scale were cut to what integers hold (lossless floating point only).
     virtual bool hasClipped() const { return false; }
+    /// The MD5 of all samples as FLAC keeps it, where the file holds one; read() checks it at the end.
+    virtual QByteArray statedDigest() const { return {}; }
+    /// What decodes it, as reports name it: "ffmpeg/flac".
+    virtual QString decoder() const = 0;
 
 protected:
     ExtAudioFileReader() = default;

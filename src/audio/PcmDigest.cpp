@@ -5,6 +5,8 @@
 
 #include <QByteArrayView>
 
+#include <bit>
+
 namespace kruv {
 
 PcmDigest::PcmDigest(unsigned bits)
@@ -16,6 +18,11 @@ template <typename Sample> void PcmDigest::addShifted(std::span<const Sample> sa
 {
     const unsigned shift = 8 * sizeof(Sample) - m_bits;
     const std::size_t width = (m_bits + 7) / 8;
+    if (width == sizeof(Sample) && shift == 0 && std::endian::native == std::endian::little) {
+        m_hash.addData(QByteArrayView(reinterpret_cast<const char *>(samples.data()),
+                                      static_cast<qsizetype>(samples.size_bytes())));
+        return;
+    }
     m_bytes.resize(samples.size() * width);
     char *target = m_bytes.data();
     for (const Sample sample : samples) {

@@ -51,6 +51,7 @@ const std::vector<RegisteredDefault> &registeredDefaults()
         {"encodeToSourceDirectory", 0, Kind::Control},
         {"decodeToSourceDirectory", 0, Kind::Control},
         {"encodeLossyToSourceDirectory", 0, Kind::Control},
+        {"proveOutputs", false, Kind::Setting},
         {"noPaddingFlacTags", false, Kind::Setting},
         {"cdProviderText", QString(), Kind::Setting},
     };

@@ -23,6 +23,7 @@ struct CommonOptions
     std::string text;
     bool besideSource = false;
     bool deleteOriginals = false;
+    bool prove = false;
     bool overwrite = false;
     bool skipExisting = false;
     bool keepBoth = false;

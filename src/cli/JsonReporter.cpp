@@ -59,6 +59,14 @@ void JsonReporter::ended(const KruvTask &task, const Totals &)
     QJsonObject object = event("ended", task);
     object.insert(QStringLiteral("status"), statusOf(task));
     object.insert(QStringLiteral("message"), task.error() ? failureMessage(task) : QString());
+    if (const ProofNote proof = task.proof(); proof.holds()) {
+        object.insert(QStringLiteral("proof"), proof.kind);
+        object.insert(QStringLiteral("digest"), proof.digest);
+        object.insert(QStringLiteral("decoder"), proof.decoder);
+    } else if (!proof.unproven.isEmpty()) {
+        object.insert(QStringLiteral("proof"), QStringLiteral("none"));
+        object.insert(QStringLiteral("unproven"), proof.unproven);
+    }
     writeLine(object);
 }
 

@@ -82,7 +82,12 @@ void ShntoolVerb::declareFlags()
     const auto has = [this](Flags flag) { return (m_mode.flags & flag) != 0; };
     if (has(Makes)) {
         declareFormatFlag(SHNtoolTab::targets(), tr("Format to make"));
-        has(Deletes) ? declareOutputFlags() : declarePlaceFlags();
+        if (has(Deletes)) {
+            declareOutputFlags();
+        } else {
+            declarePlaceFlags();
+            declareProofFlag();
+        }
         app()
             .get_option("--beside-source")
             ->description(tr("Write the output next to the first file").toStdString());

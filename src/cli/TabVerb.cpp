@@ -75,6 +75,14 @@ void TabVerb::declareDeletionFlags()
     addFlag("--delete-originals", m_options.deleteOriginals,
             tr("Delete each source once its output is written and its job succeeded"));
     addFlag("-y,--yes", m_options.yes, tr("Say yes to the question whether originals may be deleted"));
+    declareProofFlag();
+}
+
+void TabVerb::declareProofFlag()
+{
+    addFlag("--prove", m_options.prove,
+            tr("Decode each output and compare it with its source before it gets its name; always done before "
+               "originals are deleted"));
 }
 
 void TabVerb::declareOutputFlags()
@@ -114,6 +122,9 @@ int TabVerb::run()
     KruvController controller(preferences, userInterface, nullptr);
     if (m_options.jobs > 0) {
         controller.taskQueue().setMaxThreads(m_options.jobs);
+    }
+    if (m_options.prove) {
+        controller.taskQueue().setProvesOutputs();
     }
     QueueRun queueRun(controller.taskQueue(), userInterface, makeReporter());
     runCommands(controller, queueRun, paths);

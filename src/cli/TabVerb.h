@@ -41,6 +41,7 @@ protected:
     /// The output folder, or beside the sources.
     void declarePlaceFlags();
     void declareDeletionFlags();
+    void declareProofFlag();
     /// Place and deletion.
     void declareOutputFlags();
     /// What becomes of outputs that are there already.

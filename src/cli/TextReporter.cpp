@@ -108,9 +108,10 @@ void TextReporter::ended(const KruvTask &task, const Totals &totals)
         printFailure(task);
     } else if (!m_style.quiet && !m_style.rows) {
         const QString what = task.outputPath().isEmpty() ? nameOf(task) : task.outputPath();
-        const bool wasCancelled = endOf(task) == TaskState::Outcome::Cancelled;
-        Console::writeError(QStringLiteral("%1 %2\n").arg(wasCancelled ? tr("canceled") : tr("done"),
-                                                          Console::printable(what)));
+        const QString end = endOf(task) == TaskState::Outcome::Cancelled ? tr("canceled")
+                            : task.proof().holds()                       ? tr("done, proven")
+                                                                         : tr("done");
+        Console::writeError(QStringLiteral("%1 %2\n").arg(end, Console::printable(what)));
     }
 }
 

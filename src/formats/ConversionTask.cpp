@@ -4,6 +4,7 @@
 #include "formats/ConversionTask.h"
 
 #include "audio/EncodeCoreAudioSync.h"
+#include "audio/Proof.h"
 #include "base/PathNames.h"
 #include "formats/AudioLimitsCheck.h"
 #include "formats/Formats.h"
@@ -54,6 +55,41 @@ void ConversionTask::identifySource()
         m_sourceAudio = statedFormat(fileName());
         AudioLimitsCheck::require(*target(), fileName(), m_sourceAudio);
     }
+}
+
+/// A tool that makes something else than it was asked for has not made the output.
+void ConversionTask::requireOutputKind() const
+{
+    const Format *made = Formats::identify(m_staged);
+    const Format *wanted = target() ? target() : Formats::ofType(PathNames::fileType(m_request.output));
+    if (made != wanted) {
+        throw std::runtime_error(tr("What was made is no %1 file.").arg(wanted->label).toStdString());
+    }
+}
+
+ProofNote ConversionTask::prove(const StagedOutputs &)
+{
+    requireOutputKind();
+    const auto progress = [this](double percent) { return showProof(percent); };
+    if (m_sourceFormat->isLossy() || (target() && target()->isLossy())) {
+        const auto finding = Proof::sameLength(fileName(), m_staged, progress);
+        return finding ? ProofNote{.kind = QStringLiteral("same-length"), .decoder = finding->decoder}
+                       : ProofNote();
+    }
+    if (const QString obstacle = Proof::obstacle(fileName()); !obstacle.isEmpty()) {
+        return {.unproven = obstacle};
+    }
+    const auto finding = Proof::sameAudio({.sources = {fileName()}, .outputs = {m_staged}}, progress);
+    return finding ? ProofNote{.kind = QStringLiteral("same-audio"),
+                               .digest = QString::fromLatin1(finding->digest.toHex()),
+                               .decoder = finding->decoder}
+                   : ProofNote();
+}
+
+bool ConversionTask::showProof(double percent)
+{
+    showProgress(tr("Proving: %1%").arg(QString::number(percent, 'f', 0)), percent);
+    return mayGoOn();
 }
 
 bool ConversionTask::makesAiff() const

@@ -27,6 +27,7 @@ public:
 
 protected:
     void make(StagedOutputs &outputs) final;
+    ProofNote prove(const StagedOutputs &outputs) override;
     /// Makes staged() of the source.
     virtual void makeOutput() = 0;
     /// What the output can hold; null for what has no limits of interest.
@@ -59,6 +60,8 @@ protected:
 
 private:
     void identifySource();
+    void requireOutputKind() const;
+    bool showProof(double percent);
     void take(const ToolPiece &piece, const QString &progress);
 
     const ConversionRequest m_request;

@@ -47,6 +47,7 @@ private:
     Preferences &m_preferences;
     NumberControl m_maxThreads;
     ChoiceControl m_trashOrDelete;
+    ToggleControl m_proveOutputs;
     ToggleControl m_warnOnDelete;
     ToggleControl m_warnOnFilesSkipped;
     ToggleControl m_checksumFileUsesOutputDirName;

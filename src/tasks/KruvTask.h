@@ -4,6 +4,7 @@
 #pragma once
 
 #include "tasks/KruvTaskResults.h"
+#include "tasks/ProofNote.h"
 #include "tasks/TaskRow.h"
 #include "tasks/TaskState.h"
 
@@ -96,6 +97,8 @@ public:
     /// The source and the output of the job as a person knows them, for messages. Empty where it has none.
     virtual QString inputPath() const { return {}; }
     virtual QString outputPath() const { return {}; }
+    /// Of a job that has ended; empty where it was not to prove anything.
+    virtual ProofNote proof() const { return {}; }
 
     /// Ends a job that could not be started: appends `reason`, marks it failed and tells the queue, all
     /// through the event loop, so that any number of instant failures needs no stack. Main thread.

@@ -39,6 +39,11 @@ void KruvTaskQueue::setMaxThreads(int maxThreads)
     fillFreePlaces();
 }
 
+bool KruvTaskQueue::provesOutputs() const
+{
+    return m_provesOutputs || m_preferences.boolean(QStringLiteral("proveOutputs"));
+}
+
 void KruvTaskQueue::addTask(std::shared_ptr<KruvTask> task)
 {
     if (m_quitting) {

@@ -59,6 +59,9 @@ public:
     /// none for ever and becomes one.
     void setMaxThreads(int maxThreads);
     int maxThreads() const override { return m_maxThreads; }
+    /// All jobs of this run prove their outputs, whatever the preference says.
+    void setProvesOutputs() { m_provesOutputs = true; }
+    bool provesOutputs() const override;
 
     void preventSleep();
     void allowSleep();
@@ -100,6 +103,7 @@ private:
 
     int m_activeTask = 0; // entries of m_taskArray that were started
     std::atomic<int> m_maxThreads = 1;
+    std::atomic<bool> m_provesOutputs = false;
     int m_lowestActivePosition = 0;
     bool m_cancellingAll = false;
     bool m_quitting = false;

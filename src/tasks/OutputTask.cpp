@@ -4,6 +4,7 @@
 #include "tasks/OutputTask.h"
 
 #include "tasks/OriginalFile.h"
+#include "tasks/TaskCompletionSink.h"
 
 #include <QCoreApplication>
 
@@ -28,6 +29,9 @@ void OutputTask::doStartTask()
     make(outputs);
     if (mayGoOn()) {
         dress(outputs);
+    }
+    if (mayGoOn() && (deleteOriginal() || (queue() && queue()->provesOutputs()))) {
+        proveOutputs(outputs);
     }
     if (!mayGoOn()) {
         return;
@@ -68,6 +72,28 @@ void OutputTask::requireUnchanged(const std::vector<FileStamp> &stamps) const
             refuse(tr("%1 was changed or removed while it was read. Nothing was made of it; try again.")
                        .arg(source));
         }
+    }
+}
+
+ProofNote OutputTask::prove(const StagedOutputs &)
+{
+    return {.unproven =
+                QCoreApplication::translate("OutputTask", "nothing is known that could prove its output")};
+}
+
+void OutputTask::proveOutputs(const StagedOutputs &outputs)
+{
+    showStatus(QCoreApplication::translate("OutputTask", "Proving…"));
+    restartProgress();
+    m_proof = prove(outputs);
+    if (m_proof.holds() || !mayGoOn()) {
+        return;
+    }
+    if (deleteOriginal()) {
+        failAfterwards(m_proof.unproven);
+    } else {
+        appendResults(QCoreApplication::translate("OutputTask", "%1 was made, but not proven: %2.\n")
+                          .arg(outputPath(), m_proof.unproven));
     }
 }
 

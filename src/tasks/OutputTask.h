@@ -14,9 +14,9 @@
 namespace kruv {
 
 /// A job that makes files. This is the one road that outputs walk: the sources are stamped, the outputs made
-/// in a staging folder and dressed there, the sources looked at again, the outputs given their names, and
-/// last of all the originals may go. A job that fails or is cancelled on the way leaves nothing under a final
-/// name.
+/// in a staging folder and dressed there, proven to hold what the sources do, the sources looked at again,
+/// the outputs given their names, and last of all the originals may go. A job that fails or is cancelled on
+/// the way leaves nothing under a final name.
 class OutputTask : public StagedTask
 {
     Q_DECLARE_TR_FUNCTIONS(kruv::OutputTask)
@@ -24,6 +24,7 @@ public:
     /// What there is under an output's name is replaced when the new file is complete; else it stays and the
     /// job fails. Before the start.
     void setMayReplace(bool mayReplace) { m_mayReplace = mayReplace; }
+    ProofNote proof() const override { return m_proof; }
 
 protected:
     using StagedTask::StagedTask;
@@ -34,6 +35,9 @@ protected:
     virtual void make(StagedOutputs &outputs) = 0;
     /// Completes what was made: tags, pictures, marks.
     virtual void dress(StagedOutputs &) {}
+    /// Shows that the staged outputs hold what they owe to the sources, or says why that can't be shown.
+    /// Throws where they don't. What a cancelled job returns is not read.
+    virtual ProofNote prove(const StagedOutputs &outputs);
     /// Runs when the outputs have their names, before originals go.
     virtual void committed(const StagedOutputs &) {}
     /// Whether this source goes where originals are to be deleted.
@@ -48,9 +52,11 @@ private:
     void doStartTask() final;
     std::vector<FileStamp> stampSources() const;
     void requireUnchanged(const std::vector<FileStamp> &stamps) const;
+    void proveOutputs(const StagedOutputs &outputs);
     void releaseOriginals(const StagedOutputs &outputs);
 
     bool m_mayReplace = false;
+    ProofNote m_proof;
     QString m_flaw;
 };
 

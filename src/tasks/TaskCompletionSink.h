@@ -28,6 +28,9 @@ public:
     /// How many jobs may run at once, which also bounds the threads of one. Any thread.
     virtual int maxThreads() const = 0;
 
+    /// Whether jobs that keep their originals prove their outputs as well. Any thread.
+    virtual bool provesOutputs() const = 0;
+
     /// A job's status row shows something new.
     virtual void taskRowChanged(KruvTask &task) = 0;
 };

@@ -1,0 +1,60 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+
+/// Shows that outputs hold the audio of their sources, by content: both are decoded in this process and compared
+/// sample by sample, piece by piece, in constant memory. Any thread. What is disproved, and a file of either side
+/// that is damaged, is a std::runtime_error in words for a person.
+namespace kruv::Proof {
+
+/// What a set job may do besides passing the samples on.
+enum class Change {
+    None,
+    SilenceBefore, ///< zeros in front, to fill a sector of a CD
+    SilenceBehind, ///< the same at the end
+    SilenceCut     ///< zeros at either end may be missing
+};
+
+/// What is to be shown: that the outputs, one after another, give the sources, one after another, but for one
+/// change.
+struct Claim
+{
+    QStringList sources = {};
+    QStringList outputs = {};
+    Change change = Change::None;
+};
+
+/// What was shown. Lengths are in frames, one sample of each channel.
+struct Finding
+{
+    std::int64_t frames = 0; ///< of the sources
+    std::int64_t added = 0;  ///< of silence
+    std::int64_t cut = 0;    ///< of silence
+    /// MD5 of the outputs' samples as FLAC keeps it: signed, low byte first, in as few bytes as their depth needs.
+    QByteArray digest = {};
+    QString decoder = {}; ///< of the outputs
+};
+
+/// Told how far the proof is, in percent. False ends it.
+using Progress = std::function<bool(double percent)>;
+
+/// Why sameness of samples can't be shown for what is made of `source`, a clause; empty where it can.
+QString obstacle(const QString &source);
+
+/// Nothing where `progress` ended it.
+std::optional<Finding> sameAudio(const Claim &claim, const Progress &progress);
+
+/// For lossy outputs: that `output` decodes without a complaint from beginning to end and plays as long as
+/// `source`.
+std::optional<Finding> sameLength(const QString &source, const QString &output, const Progress &progress);
+
+} // namespace kruv::Proof
