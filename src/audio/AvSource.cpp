@@ -25,8 +25,9 @@ const char *demuxerFor(const AudioContent &content)
 {
     switch (content.container) {
     case Container::Unknown:
-    case Container::Shorten: // our own coder's
         break;
+    case Container::Shorten:
+        return "shn";
     case Container::Wav:
     case Container::Rf64:
     case Container::Bw64:

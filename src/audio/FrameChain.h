@@ -13,8 +13,8 @@
 
 namespace kruv {
 
-/// The audio of several files of one rate and number of channels as one stream of frames. Each file is open only
-/// while it is read. Every failure is a std::runtime_error that names the file.
+/// The audio of several files of one rate and number of channels as one stream of frames. Each file is open
+/// only while it is read. Every failure is a std::runtime_error that names the file.
 class FrameChain
 {
 public:
@@ -33,8 +33,8 @@ public:
 
     /// Before the first read().
     void setClientFormat(const AudioStreamFormat &format) { m_client = format; }
-    /// Fills `buffer`, a multiple of the frame; fewer bytes only behind the last file's end, which is then known
-    /// to be sound.
+    /// Fills `buffer`, a multiple of the frame; fewer bytes only behind the last file's end, which is then
+    /// known to be sound.
     std::size_t read(std::span<std::uint8_t> buffer);
 
 private:

@@ -165,7 +165,8 @@ void Comparison::compare(std::span<const std::uint8_t> source, std::span<const s
     const auto same = static_cast<std::size_t>(difference.in1 - source.begin());
     if (same < both) {
         const auto frame = m_finding.frames - framesIn(source) + framesIn(source.first(same));
-        disprove(tr("The output holds other audio: it differs from its source at frame %1, %2 s after the beginning.")
+        disprove(tr("The output holds other audio: it differs from its source at frame %1, %2 s after the "
+                    "beginning.")
                      .arg(QString::number(frame),
                           QString::number(static_cast<double>(frame) / m_client.sampleRate, 'f', 2)));
     }
@@ -187,9 +188,10 @@ void Comparison::requireAnnouncedEnds() const
         disprove(tr("The output has %1 frames that its source does not have.").arg(m_finding.added));
     }
     if (m_finding.added * sectorsInASecond >= m_client.sampleRate) {
-        disprove(tr("The output has %1 frames of silence more than its source, which is more than a sector of a "
-                    "CD takes.")
-                     .arg(m_finding.added));
+        disprove(
+            tr("The output has %1 frames of silence more than its source, which is more than a sector of a "
+               "CD takes.")
+                .arg(m_finding.added));
     }
 }
 
@@ -232,7 +234,8 @@ std::int64_t Comparison::leadingSilence(const QStringList &files)
 
 std::span<const std::uint8_t> Comparison::readSource(std::size_t most)
 {
-    const std::size_t got = m_source.read(std::span(m_sourceFrames).first(std::min(most, m_sourceFrames.size())));
+    const std::size_t got =
+        m_source.read(std::span(m_sourceFrames).first(std::min(most, m_sourceFrames.size())));
     const std::span<const std::uint8_t> frames(m_sourceFrames.data(), got);
     m_finding.frames += framesIn(frames);
     return frames;
@@ -240,7 +243,8 @@ std::span<const std::uint8_t> Comparison::readSource(std::size_t most)
 
 std::span<const std::uint8_t> Comparison::readOutput(std::size_t most)
 {
-    const std::size_t got = m_output.read(std::span(m_outputFrames).first(std::min(most, m_outputFrames.size())));
+    const std::size_t got =
+        m_output.read(std::span(m_outputFrames).first(std::min(most, m_outputFrames.size())));
     const std::span<const std::uint8_t> frames(m_outputFrames.data(), got);
     m_outputRead += framesIn(frames);
     if (m_output.statedDigest().isEmpty()) {
@@ -252,7 +256,8 @@ std::span<const std::uint8_t> Comparison::readOutput(std::size_t most)
 bool Comparison::tell() const
 {
     const std::int64_t all = m_output.statedFrames();
-    const double percent = all > 0 ? 100.0 * static_cast<double>(m_outputRead) / static_cast<double>(all) : 0.0;
+    const double percent =
+        all > 0 ? 100.0 * static_cast<double>(m_outputRead) / static_cast<double>(all) : 0.0;
     return m_progress(std::min(percent, 100.0));
 }
 

@@ -11,9 +11,9 @@
 #include <functional>
 #include <optional>
 
-/// Shows that outputs hold the audio of their sources, by content: both are decoded in this process and compared
-/// sample by sample, piece by piece, in constant memory. Any thread. What is disproved, and a file of either side
-/// that is damaged, is a std::runtime_error in words for a person.
+/// Shows that outputs hold the audio of their sources, by content: both are decoded in this process and
+/// compared sample by sample, piece by piece, in constant memory. Any thread. What is disproved, and a file
+/// of either side that is damaged, is a std::runtime_error in words for a person.
 namespace kruv::Proof {
 
 /// What a set job may do besides passing the samples on.
@@ -39,7 +39,8 @@ struct Finding
     std::int64_t frames = 0; ///< of the sources
     std::int64_t added = 0;  ///< of silence
     std::int64_t cut = 0;    ///< of silence
-    /// MD5 of the outputs' samples as FLAC keeps it: signed, low byte first, in as few bytes as their depth needs.
+    /// MD5 of the outputs' samples as FLAC keeps it: signed, low byte first, in as few bytes as their depth
+    /// needs.
     QByteArray digest = {};
     QString decoder = {}; ///< of the outputs
 };

@@ -12,7 +12,8 @@ struct ProofNote
 {
     /// "same-audio", "same-set" or "same-length", as reports have it; empty where nothing was shown.
     QString kind = {};
-    QString digest = {};  ///< MD5 of the outputs' samples, in hexadecimal digits; empty where samples may differ
+    QString digest =
+        {}; ///< MD5 of the outputs' samples, in hexadecimal digits; empty where samples may differ
     QString decoder = {}; ///< of the outputs: "ffmpeg/flac"
     /// What a set job changed, in numbers, for a person; empty where nothing.
     QString words = {};
