@@ -52,7 +52,10 @@ struct AudioStreamFormat
     std::uint32_t channelMask = 0;    ///< speakers as in WAVEFORMATEXTENSIBLE; 0 = not told
 
     /// Of linear PCM, and of a codec that holds floating-point samples losslessly.
-    bool isFloatingPoint() const { return (formatFlags & isFloat) != 0; }
+    bool isFloatingPoint() const
+    {
+        return formatType != FormatType::AppleLossless && (formatFlags & isFloat) != 0;
+    }
     /// The width that samples of this format are converted in: 8, 16, 24 or 32 bits. Depths between them go
     /// up to the next, their bits at the high end and zeros below; codecs without a depth of their own
     /// get 16.

@@ -50,4 +50,9 @@ QString fakeTool()
     return QStringLiteral(KRUV_FAKE_TOOL);
 }
 
+QString faultyTool()
+{
+    return QStringLiteral(KRUV_FAULTY_TOOL);
+}
+
 } // namespace kruv::test
