@@ -80,9 +80,10 @@ void TabVerb::declareDeletionFlags()
 
 void TabVerb::declareProofFlag()
 {
-    addFlag("--prove", m_options.prove,
-            tr("Decode each output and compare it with its source before it gets its name; always done before "
-               "originals are deleted"));
+    addFlag(
+        "--prove", m_options.prove,
+        tr("Decode each output and compare it with its source before it gets its name; always done before "
+           "originals are deleted"));
 }
 
 void TabVerb::declareOutputFlags()
