@@ -37,6 +37,7 @@ FrameChain::FrameChain(QStringList files, Opener opener)
         describe(*reader, file);
         allTell = allTell && reader->lengthInFrames() > 0;
         m_statedFrames += reader->lengthInFrames();
+        m_lengths.push_back(reader->lengthInFrames());
         m_statedDigest = m_files.size() == 1 ? reader->statedDigest() : QByteArray();
     }
     m_statedFrames = allTell ? m_statedFrames : 0;
@@ -74,21 +75,32 @@ std::size_t FrameChain::read(std::span<std::uint8_t> buffer)
             if (m_next == m_files.size()) {
                 break;
             }
-            m_reader = open(m_files[m_next++]);
-            m_reader->setClientFormat(m_client);
-            m_decoder = m_reader->decoder();
+            openNext();
         }
-        try {
-            filled += m_reader->read(buffer.subspan(filled));
-        } catch (const std::exception &failure) {
-            fail(QT_TRANSLATE_NOOP("kruv::FrameChain", "%1 is damaged: %2"), m_files[m_next - 1],
-                 reasonOf(failure));
-        }
+        filled += readOn(buffer.subspan(filled));
         if (filled < buffer.size()) {
             m_reader.reset();
         }
     }
     return filled;
+}
+
+void FrameChain::openNext()
+{
+    m_lengths[static_cast<std::size_t>(m_next)] = 0;
+    m_reader = open(m_files[m_next++]);
+    m_reader->setClientFormat(m_client);
+    m_decoder = m_reader->decoder();
+}
+
+std::size_t FrameChain::readOn(std::span<std::uint8_t> buffer)
+try {
+    const std::size_t got = m_reader->read(buffer);
+    m_lengths[static_cast<std::size_t>(m_next) - 1] +=
+        static_cast<std::int64_t>(got / m_client.bytesPerFrame);
+    return got;
+} catch (const std::exception &failure) {
+    fail(QT_TRANSLATE_NOOP("kruv::FrameChain", "%1 is damaged: %2"), m_files[m_next - 1], reasonOf(failure));
 }
 
 } // namespace kruv

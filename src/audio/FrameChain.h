@@ -26,6 +26,8 @@ public:
     const AudioStreamFormat &format() const { return m_format; }
     /// What the files announce together; 0 where one does not tell.
     std::int64_t statedFrames() const { return m_statedFrames; }
+    /// In frames: of the files that were read to their end; what the others announce.
+    const std::vector<std::int64_t> &lengths() const { return m_lengths; }
     /// The MD5 of the samples that the only file holds; empty where it holds none, or there are more files.
     QByteArray statedDigest() const { return m_statedDigest; }
     /// Of the file that is read.
@@ -40,12 +42,15 @@ public:
 private:
     std::unique_ptr<ExtAudioFileReader> open(const QString &file) const;
     void describe(const ExtAudioFileReader &reader, const QString &file);
+    void openNext();
+    std::size_t readOn(std::span<std::uint8_t> buffer);
 
     const QStringList m_files;
     const Opener m_opener;
     AudioStreamFormat m_format;
     AudioStreamFormat m_client;
     std::int64_t m_statedFrames = 0;
+    std::vector<std::int64_t> m_lengths;
     QByteArray m_statedDigest;
     QString m_decoder;
     qsizetype m_next = 0; // the file that is opened next

@@ -4,6 +4,7 @@
 #include "audio/Proof.h"
 
 #include "audio/AudioContent.h"
+#include "audio/AudioError.h"
 #include "audio/AudioFiles.h"
 #include "audio/ContentProbe.h"
 #include "audio/FrameChain.h"
@@ -112,6 +113,9 @@ std::optional<Finding> Comparison::run()
     const QByteArray stated = m_output.statedDigest(); // which held, or reading would have failed
     m_finding.digest = stated.isEmpty() ? m_digest.result() : stated;
     m_finding.decoder = m_output.decoder();
+    m_finding.sourceLengths = m_source.lengths();
+    m_finding.outputLengths = m_output.lengths();
+    m_finding.format = m_source.format();
     if (digestDecides() && m_finding.digest != m_source.statedDigest()) {
         disprove(tr("The output holds other audio: its checksum is not the one that its source states."));
     }
@@ -179,40 +183,33 @@ void Comparison::compare(std::span<const std::uint8_t> source, std::span<const s
 
 void Comparison::requireAnnouncedEnds() const
 {
-    constexpr std::uint32_t sectorsInASecond = 75;
-    const bool isPadded = m_claim.change == Change::SilenceBehind || m_claim.change == Change::SilenceBefore;
+    const bool isFilled = m_claim.change == Change::SectorFilled;
     if (m_finding.cut > 0 && (m_claim.change != Change::SilenceCut || !m_endsAreSilent)) {
         disprove(tr("%1 frames of its source are missing in the output.").arg(m_finding.cut));
     }
-    if (m_finding.added > 0 && (!isPadded || !m_endsAreSilent)) {
+    if (m_finding.added > 0 && (!isFilled || !m_endsAreSilent)) {
         disprove(tr("The output has %1 frames that its source does not have.").arg(m_finding.added));
     }
-    if (m_finding.added * sectorsInASecond >= m_client.sampleRate) {
+    const std::int64_t sector = std::max(m_client.sampleRate / sectorsInASecond, 1U);
+    if (isFilled && (m_outputRead % sector != 0 || m_finding.added >= sector)) {
         disprove(
-            tr("The output has %1 frames of silence more than its source, which is more than a sector of a "
-               "CD takes.")
+            tr("The output has %1 frames of silence more than its source, which does not fill a sector of a "
+               "CD up.")
                 .arg(m_finding.added));
     }
 }
 
-/// In front of the output, or of what is left of the source.
+/// In front of what is left of the source.
 void Comparison::passOverSilence()
 {
-    if (m_claim.change == Change::SilenceBefore) {
-        std::int64_t left = m_output.statedFrames() - m_source.statedFrames();
-        while (left > 0) {
-            const auto frames = readOutput(static_cast<std::size_t>(left) * m_client.bytesPerFrame);
-            m_endsAreSilent = m_endsAreSilent && isSilence(frames);
-            m_finding.added += framesIn(frames);
-            left = frames.empty() ? 0 : left - framesIn(frames);
-        }
-    } else if (m_claim.change == Change::SilenceCut) {
-        std::int64_t left = leadingSilence(m_claim.sources) - leadingSilence(m_claim.outputs);
-        while (left > 0) {
-            const auto frames = readSource(static_cast<std::size_t>(left) * m_client.bytesPerFrame);
-            m_finding.cut += framesIn(frames);
-            left = frames.empty() ? 0 : left - framesIn(frames);
-        }
+    if (m_claim.change != Change::SilenceCut) {
+        return;
+    }
+    std::int64_t left = leadingSilence(m_claim.sources) - leadingSilence(m_claim.outputs);
+    while (left > 0) {
+        const auto frames = readSource(static_cast<std::size_t>(left) * m_client.bytesPerFrame);
+        m_finding.cut += framesIn(frames);
+        left = frames.empty() ? 0 : left - framesIn(frames);
     }
 }
 
@@ -279,6 +276,16 @@ std::optional<std::int64_t> decodedFrames(FrameChain &chain, const Progress &pro
 }
 
 } // namespace
+
+bool changesSamples(const QString &source)
+try {
+    const AudioContent content = ContentProbe::of(source);
+    return content.kind == AudioContent::Kind::Dsd || content.codec == AudioContent::Codec::FloatPcm ||
+           (content.container == AudioContent::Container::WavPack &&
+            AudioFiles::open(source, content)->dataFormat().isFloatingPoint());
+} catch (const AudioError &) {
+    return false; // its job will tell
+}
 
 QString obstacle(const QString &source)
 {

@@ -11,6 +11,7 @@
 #include "checksums/ListText.h"
 #include "formats/Formats.h"
 #include "formats/Records.h"
+#include "formats/SetProof.h"
 #include "formats/ShntoolConversion.h"
 #include "formats/TagCopy.h"
 #include "platform/MainThread.h"
@@ -23,7 +24,9 @@
 #include <QFile>
 #include <QLoggingCategory>
 
+#include <algorithm>
 #include <exception>
+#include <stdexcept>
 #include <utility>
 
 namespace kruv {
@@ -168,6 +171,37 @@ void FixTask::dress(StagedOutputs &outputs)
         const QString problem = mayGoOn() ? TextFile::write(outputs.stagedPath(list.key()), text) : QString();
         if (!problem.isEmpty()) {
             fail(tr("The list %1 could not be written: %2.").arg(list.key(), problem));
+        }
+    }
+}
+
+ProofNote FixTask::prove(const StagedOutputs &outputs)
+{
+    QStringList fixed;
+    for (const QString &file : fixedFiles(m_request)) {
+        fixed.append(outputs.stagedPath(file));
+    }
+    SetProof proof(Proof::Change::SectorFilled, [this](double percent) { return showProof(percent); });
+    if (const auto finding = proof.show(m_request.fileNames, fixed)) {
+        requireSectorBoundaries(*finding);
+    }
+    return proof.note();
+}
+
+/// Each track but the last ends on the sector boundary before the end of its source.
+void FixTask::requireSectorBoundaries(const Proof::Finding &finding) const
+{
+    const std::int64_t sector = std::max(finding.format.sampleRate / Proof::sectorsInASecond, 1U);
+    std::int64_t wanted = 0;
+    std::int64_t made = 0;
+    for (std::size_t track = 0; track + 1 < finding.outputLengths.size(); ++track) {
+        wanted += finding.sourceLengths[track];
+        made += finding.outputLengths[track];
+        if (made != wanted - wanted % sector) {
+            throw std::runtime_error(
+                tr("The output of %1 does not end on the sector boundary before the end of its source.")
+                    .arg(m_request.fileNames[static_cast<qsizetype>(track)])
+                    .toStdString());
         }
     }
 }

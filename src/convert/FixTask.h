@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "audio/Proof.h"
 #include "tasks/OutputTask.h"
 
 #include <QCoreApplication>
@@ -54,6 +55,7 @@ protected:
     QStringList sources() const override { return m_request.fileNames; }
     void make(StagedOutputs &outputs) override;
     void dress(StagedOutputs &outputs) override;
+    ProofNote prove(const StagedOutputs &outputs) override;
     bool isOriginal(const QString &source) const override;
 
 private:
@@ -64,6 +66,7 @@ private:
 
     void requireTools() const;
     void doFixCall(const QString &staging);
+    void requireSectorBoundaries(const Proof::Finding &finding) const;
     void checkOutputs(const StagedOutputs &outputs);
     void processTaskOutput(const QString &piece);
     void showCurrentFile(QStringView piece);

@@ -19,6 +19,10 @@ const Format *ofType(QStringView type);
 /// the begin of the file.
 const Format *identify(const QString &path);
 
+/// A tool that makes something else than it was asked for has not made the output: throws where the file is
+/// not of the format `wanted`.
+void requireContent(const QString &path, const Format *wanted);
+
 /// The types of the formats that a list takes, in the registry's order.
 QStringList typesFor(bool TakenBy::*list);
 /// The formats that can be made, of one kind.

@@ -6,7 +6,10 @@
 #include "formats/Formats.h"
 #include "formats/Records.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
+#include <stdexcept>
 
 namespace kruv::Formats {
 
@@ -44,6 +47,15 @@ const Format *identify(const QString &path)
         return first([&start](const Format &format) { return format.isContent(start); });
     } catch (const AudioError &) {
         return nullptr;
+    }
+}
+
+void requireContent(const QString &path, const Format *wanted)
+{
+    if (identify(path) != wanted) {
+        throw std::runtime_error(QCoreApplication::translate("Formats", "What was made is no %1 file.")
+                                     .arg(wanted->label)
+                                     .toStdString());
     }
 }
 

@@ -4,6 +4,7 @@
 #include "shntool/SHNToolEachFileTask.h"
 
 #include "base/PathNames.h"
+#include "formats/SetProof.h"
 #include "shntool/SHNToolArguments.h"
 #include "shntool/SHNToolOutput.h"
 
@@ -75,6 +76,22 @@ void SHNToolEachFileTask::allowPassingOver(StagedOutputs &outputs, const QString
         setError(false);
         failAfterwards(tr("the tool passed over some of the files"));
     }
+}
+
+ProofNote SHNToolEachFileTask::prove(const StagedOutputs &outputs)
+{
+    qsizetype done = 0;
+    SetProof proof(m_mode.change, [this, &done](double percent) {
+        return showProof((100.0 * static_cast<double>(done) + percent) /
+                         static_cast<double>(request().files.size()));
+    });
+    const QStringList paths = this->outputs();
+    for (; done < paths.size() && mayGoOn(); ++done) {
+        if (outputs.wasMade(paths[done])) { // and not passed over
+            proof.show({request().files[done]}, {outputs.stagedPath(paths[done])});
+        }
+    }
+    return proof.note();
 }
 
 } // namespace kruv

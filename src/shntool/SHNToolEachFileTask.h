@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "audio/Proof.h"
 #include "shntool/SHNToolOutputTask.h"
 
 #include <QCoreApplication>
@@ -26,11 +27,13 @@ protected:
         QStringView postfix;
         const char *title;
         SHNToolProgress progress;
+        Proof::Change change = Proof::Change::None;
     };
 
     SHNToolEachFileTask(TaskCompletionSink *queue, Request request, const Mode &mode);
 
     void make(StagedOutputs &outputs) override;
+    ProofNote prove(const StagedOutputs &outputs) override;
 
 private:
     void allowPassingOver(StagedOutputs &outputs, const QString &toolOutput);

@@ -4,6 +4,7 @@
 #include "shntool/SHNToolJoinTask.h"
 
 #include "base/PathNames.h"
+#include "formats/SetProof.h"
 #include "shntool/SHNToolArguments.h"
 
 #include <QLoggingCategory>
@@ -30,6 +31,13 @@ void SHNToolJoinTask::make(StagedOutputs &outputs)
     outputs.add(m_fileName, m_toolName);
     const QString staging = outputs.stagingFor(folder);
     runShntool(SHNToolArguments::join(staging, request().format, request().files), staging, folder);
+}
+
+ProofNote SHNToolJoinTask::prove(const StagedOutputs &outputs)
+{
+    SetProof proof(Proof::Change::None, [this](double percent) { return showProof(percent); });
+    proof.show(request().files, {outputs.stagedPath(m_fileName)});
+    return proof.note();
 }
 
 void SHNToolJoinTask::committed(const StagedOutputs &outputs)

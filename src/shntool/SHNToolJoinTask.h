@@ -25,6 +25,7 @@ public:
 
 protected:
     void make(StagedOutputs &outputs) override;
+    ProofNote prove(const StagedOutputs &outputs) override;
     void committed(const StagedOutputs &outputs) override;
 
 private:

@@ -17,7 +17,8 @@ public:
               {.word = u"pad",
                .postfix = u"-padded",
                .title = QT_TRANSLATE_NOOP("kruv::SHNToolEachFileTask", "Running SHNTool Pad"),
-               .progress = {.text = QT_TRANSLATE_NOOP("kruv::SHNToolDisplay", "Padding: %1%")}})
+               .progress = {.text = QT_TRANSLATE_NOOP("kruv::SHNToolDisplay", "Padding: %1%")},
+               .change = Proof::Change::SectorFilled})
     {
     }
 };

@@ -4,9 +4,15 @@
 #include "shntool/SHNToolSplitTask.h"
 
 #include "base/PathNames.h"
+#include "formats/SetProof.h"
 #include "shntool/SHNToolArguments.h"
+#include "shntool/SplitPositions.h"
 
 #include <QDir>
+#include <QFile>
+
+#include <algorithm>
+#include <stdexcept>
 
 namespace kruv {
 
@@ -64,6 +70,8 @@ void SHNToolSplitTask::takeTracks(StagedOutputs &outputs, const QString &staging
     if (tracks.isEmpty()) {
         return; // what was announced is missed
     }
+    std::ranges::stable_sort(tracks, {}, &QString::size); // the hundredth behind the tenth
+    m_tracks = tracks;
     for (const QString &known : knownTracks()) {
         if (!tracks.removeOne(known)) {
             outputs.withdraw(pathOf(known));
@@ -71,6 +79,37 @@ void SHNToolSplitTask::takeTracks(StagedOutputs &outputs, const QString &staging
     }
     for (const QString &track : std::as_const(tracks)) {
         outputs.add(pathOf(track), track);
+    }
+}
+
+ProofNote SHNToolSplitTask::prove(const StagedOutputs &outputs)
+{
+    QStringList tracks;
+    for (const QString &track : m_tracks) {
+        tracks.append(outputs.stagedPath(pathOf(track)));
+    }
+    SetProof proof(Proof::Change::None, [this](double percent) { return showProof(percent); });
+    if (const auto finding = proof.show(request().files, tracks)) {
+        requireCutsAtPoints(*finding);
+    }
+    return proof.note();
+}
+
+void SHNToolSplitTask::requireCutsAtPoints(const Proof::Finding &finding) const
+{
+    QFile points(m_splitPoints);
+    if (!points.open(QIODevice::ReadOnly)) {
+        throw std::runtime_error(tr("%1 can't be read any more.").arg(m_splitPoints).toStdString());
+    }
+    std::vector<std::int64_t> cuts;
+    std::int64_t end = 0;
+    for (const std::int64_t length : finding.outputLengths) {
+        cuts.push_back(end += length);
+    }
+    cuts.pop_back(); // the end of the whole
+    if (!SplitPositions::fit(cuts, points.readAll(), finding.format)) {
+        throw std::runtime_error(
+            tr("The tracks are not cut where %1 says.").arg(m_splitPoints).toStdString());
     }
 }
 

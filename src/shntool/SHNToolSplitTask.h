@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "audio/Proof.h"
 #include "shntool/SHNToolOutputTask.h"
 
 #include <QMap>
@@ -24,13 +25,17 @@ public:
 
 protected:
     void make(StagedOutputs &outputs) override;
+    ProofNote prove(const StagedOutputs &outputs) override;
 
 private:
     QStringList knownTracks() const;
     QString pathOf(const QString &track) const;
     void takeTracks(StagedOutputs &outputs, const QString &staging);
 
+    void requireCutsAtPoints(const Proof::Finding &finding) const;
+
     const QString m_splitPoints;
+    QStringList m_tracks; // that the tool made, in their order
     QMap<QString, QString> m_trackTitleMap;
 };
 

@@ -19,7 +19,8 @@ public:
                .title = QT_TRANSLATE_NOOP("kruv::SHNToolEachFileTask", "Running SHNTool Trim"),
                .progress = {.text = QT_TRANSLATE_NOOP("kruv::SHNToolDisplay", "%2 Files: %1%"),
                             .asWritten = true,
-                            .namesFile = true}})
+                            .namesFile = true},
+               .change = Proof::Change::SilenceCut})
     {
     }
 };

@@ -30,7 +30,7 @@ void OutputTask::doStartTask()
     if (mayGoOn()) {
         dress(outputs);
     }
-    if (mayGoOn() && (deleteOriginal() || (queue() && queue()->provesOutputs()))) {
+    if (mayGoOn() && !outputs.isEmpty() && (deleteOriginal() || (queue() && queue()->provesOutputs()))) {
         proveOutputs(outputs);
     }
     if (!mayGoOn()) {
@@ -86,6 +86,9 @@ void OutputTask::proveOutputs(const StagedOutputs &outputs)
     showStatus(QCoreApplication::translate("OutputTask", "Proving…"));
     restartProgress();
     m_proof = prove(outputs);
+    if (!m_proof.words.isEmpty()) {
+        appendResults(QCoreApplication::translate("OutputTask", "Proven: %1.\n").arg(m_proof.words));
+    }
     if (m_proof.holds() || !mayGoOn()) {
         return;
     }
@@ -95,6 +98,14 @@ void OutputTask::proveOutputs(const StagedOutputs &outputs)
         appendResults(QCoreApplication::translate("OutputTask", "%1 was made, but not proven: %2.\n")
                           .arg(outputPath(), m_proof.unproven));
     }
+}
+
+bool OutputTask::showProof(double percent)
+{
+    showProgress(
+        QCoreApplication::translate("OutputTask", "Proving: %1%").arg(QString::number(percent, 'f', 0)),
+        percent);
+    return mayGoOn();
 }
 
 void OutputTask::failAfterwards(const QString &reason)

@@ -38,6 +38,8 @@ protected:
     /// Shows that the staged outputs hold what they owe to the sources, or says why that can't be shown.
     /// Throws where they don't. What a cancelled job returns is not read.
     virtual ProofNote prove(const StagedOutputs &outputs);
+    /// Shows how far the proof is. False where the job is not to go on.
+    bool showProof(double percent);
     /// Runs when the outputs have their names, before originals go.
     virtual void committed(const StagedOutputs &) {}
     /// Whether this source goes where originals are to be deleted.

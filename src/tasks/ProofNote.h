@@ -12,8 +12,9 @@ struct ProofNote
 {
     /// "same-audio", "same-set" or "same-length", as reports have it; empty where nothing was shown.
     QString kind = {};
-    QString digest =
-        {}; ///< MD5 of the outputs' samples, in hexadecimal digits; empty where samples may differ
+    /// MD5 of the outputs' samples, in hexadecimal digits, with a blank between those of outputs that were
+    /// each proven by itself; empty where samples may differ.
+    QString digest = {};
     QString decoder = {}; ///< of the outputs: "ffmpeg/flac"
     /// What a set job changed, in numbers, for a person; empty where nothing.
     QString words = {};

@@ -35,6 +35,9 @@ public:
     /// The output that was announced as `path` will not be made after all.
     void withdraw(const QString &path);
 
+    /// Whether none is announced.
+    bool isEmpty() const { return m_outputs.empty(); }
+
     /// Where the output is made that was announced as `path`.
     QString stagedPath(const QString &path) const;
     /// The folder that outputs for `folder` are made in.
