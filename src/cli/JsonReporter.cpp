@@ -63,6 +63,9 @@ void JsonReporter::ended(const KruvTask &task, const Totals &)
         object.insert(QStringLiteral("proof"), proof.kind);
         object.insert(QStringLiteral("digest"), proof.digest);
         object.insert(QStringLiteral("decoder"), proof.decoder);
+        if (!proof.words.isEmpty()) {
+            object.insert(QStringLiteral("words"), proof.words);
+        }
     } else if (!proof.unproven.isEmpty()) {
         object.insert(QStringLiteral("proof"), QStringLiteral("none"));
         object.insert(QStringLiteral("unproven"), proof.unproven);

@@ -108,11 +108,18 @@ void TextReporter::ended(const KruvTask &task, const Totals &totals)
         printFailure(task);
     } else if (!m_style.quiet && !m_style.rows) {
         const QString what = task.outputPath().isEmpty() ? nameOf(task) : task.outputPath();
-        const QString end = endOf(task) == TaskState::Outcome::Cancelled ? tr("canceled")
-                            : task.proof().holds()                       ? tr("done, proven")
-                                                                         : tr("done");
-        Console::writeError(QStringLiteral("%1 %2\n").arg(end, Console::printable(what)));
+        Console::writeError(QStringLiteral("%1 %2\n").arg(wordsFor(task), Console::printable(what)));
     }
+}
+
+QString TextReporter::wordsFor(const KruvTask &task)
+{
+    if (endOf(task) == TaskState::Outcome::Cancelled) {
+        return tr("canceled");
+    }
+    const ProofNote proof = task.proof();
+    const QString words = proof.words.isEmpty() ? QString() : QStringLiteral(" (%1)").arg(proof.words);
+    return proof.holds() ? tr("done, proven") + words : tr("done");
 }
 
 void TextReporter::printFailure(const KruvTask &task)

@@ -51,6 +51,8 @@ private:
     QString totalRow() const;
     QString rowText(const Row &row, int width) const;
     QString colored(const QString &text, const char *code) const;
+    /// What became of a job that did not fail.
+    static QString wordsFor(const KruvTask &task);
     void printFailure(const KruvTask &task);
 
     const Style m_style;
