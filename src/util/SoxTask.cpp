@@ -3,6 +3,7 @@
 
 #include "util/SoxTask.h"
 
+#include "audio/Proof.h"
 #include "base/PathNames.h"
 #include "formats/Formats.h"
 #include "formats/Records.h"
@@ -85,6 +86,14 @@ void SoxTask::dress(StagedOutputs &outputs)
     if (m_tags && !TagFormats::write(PathNames::fileType(fileName()), staged, *m_tags, false)) {
         fail(tr("The tags of %1 could not be written to %2.").arg(fileName(), outputPath()));
     }
+}
+
+/// Its samples are others on purpose, but the output has to be whole.
+ProofNote SoxTask::prove(const StagedOutputs &outputs)
+{
+    Proof::sameLength(fileName(), outputs.stagedPath(outputPath()),
+                      [this](double percent) { return showProof(percent); });
+    return {.unproven = tr("its samples were changed on purpose")};
 }
 
 void SoxTask::committed(const StagedOutputs &)

@@ -44,6 +44,7 @@ protected:
 
     void make(StagedOutputs &outputs) override;
     void dress(StagedOutputs &outputs) override;
+    ProofNote prove(const StagedOutputs &outputs) override;
     void committed(const StagedOutputs &outputs) override;
 
 private:
