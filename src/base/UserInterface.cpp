@@ -52,4 +52,14 @@ bool UserInterface::askAboutLossy(const QStringList &files)
     return answer == 1;
 }
 
+bool UserInterface::askAboutChanged(const QStringList &files)
+{
+    const int answer = ask(tr("%n original(s) can't be got back from their outputs, whose sound is computed "
+                              "anew: DSD becomes PCM, "
+                              "and floating-point samples become integers. Delete these originals, too?",
+                              static_cast<int>(files.size())),
+                           firstOf(files), {tr("No"), tr("Yes")}, 0);
+    return answer == 1;
+}
+
 } // namespace kruv

@@ -50,6 +50,8 @@ public:
     virtual std::optional<ExistingFiles> askAboutExisting(const QStringList &existing, qsizetype outputs);
     /// Whether these lossy files are to become lossless ones, which are larger and sound the same.
     virtual bool askAboutLossy(const QStringList &files);
+    /// Whether these originals may go, too, whose outputs have other samples on purpose.
+    virtual bool askAboutChanged(const QStringList &files);
     virtual void alert(const QString &title, const QString &text, const QString &button) = 0;
 
     // Nothing is returned when the person cancels.

@@ -22,6 +22,8 @@ public:
             int defaultButton) override;
     std::optional<ExistingFiles> askAboutExisting(const QStringList &existing, qsizetype outputs) override;
     bool askAboutLossy(const QStringList &files) override;
+    /// Without the flag the originals stay, and their jobs say so.
+    bool askAboutChanged(const QStringList &) override { return m_options.deleteChanged; }
     void alert(const QString &title, const QString &text, const QString &button) override;
     std::optional<QString> chooseFolder(const QString &title) override;
     QStringList chooseFiles(const QString &title, const QString &prompt, const QStringList &types) override;

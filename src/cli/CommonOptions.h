@@ -23,6 +23,8 @@ struct CommonOptions
     std::string text;
     bool besideSource = false;
     bool deleteOriginals = false;
+    /// Originals whose outputs have other samples on purpose may go, too.
+    bool deleteChanged = false;
     bool prove = false;
     bool overwrite = false;
     bool skipExisting = false;

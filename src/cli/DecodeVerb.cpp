@@ -15,6 +15,7 @@ DecodeVerb::DecodeVerb(CLI::App &parent)
 {
     declareCommonFlags();
     declareOutputFlags();
+    declareChangeFlag();
     declareExistingFlags();
     declareFormatFlag(DecodeTab::targets(),
                       tr("Format to make (AIFF takes the tags of FLAC and Apple Lossless over)"));

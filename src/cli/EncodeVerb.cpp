@@ -16,6 +16,7 @@ EncodeVerb::EncodeVerb(CLI::App &parent)
 {
     declareCommonFlags();
     declareOutputFlags();
+    declareChangeFlag();
     declareExistingFlags();
     addFlag("--from-lossy", fromLossyFlag(), tr("Make lossless files of lossy ones, too"));
     setFooter(tr("Example: a folder of WAV files, verified, two at a time, next to their sources\n"

@@ -86,6 +86,14 @@ void TabVerb::declareProofFlag()
            "originals are deleted"));
 }
 
+void TabVerb::declareChangeFlag()
+{
+    app()
+        .add_flag("--delete-changed", m_options.deleteChanged,
+                  "Delete also originals that can't be got back from their outputs: DSD, floating point")
+        ->needs(app().get_option("--delete-originals"));
+}
+
 void TabVerb::declareOutputFlags()
 {
     declarePlaceFlags();

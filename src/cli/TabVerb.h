@@ -42,6 +42,8 @@ protected:
     void declarePlaceFlags();
     void declareDeletionFlags();
     void declareProofFlag();
+    /// For commands that make other samples of some sources.
+    void declareChangeFlag();
     /// Place and deletion.
     void declareOutputFlags();
     /// What becomes of outputs that are there already.

@@ -18,6 +18,8 @@ struct ConversionRequest
     OptionValues options = {};
     /// What lies there already is replaced.
     bool mayReplace = false;
+    /// The original may go though the output has other samples on purpose.
+    bool mayDeleteChanged = false;
 };
 
 } // namespace kruv

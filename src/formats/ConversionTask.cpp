@@ -29,9 +29,6 @@ void ConversionTask::make(StagedOutputs &outputs)
 {
     m_outputs = &outputs;
     identifySource();
-    if (m_sourceFormat->kind == FormatKind::ChangesSignal && deleteOriginal()) {
-        failAfterwards(tr("its samples were computed anew, so it can't be got back from the output"));
-    }
     m_staged = outputs.add(m_request.output);
     makeOutput();
     if (mayGoOn() && !outputs.wasMade(m_request.output)) {
@@ -57,27 +54,25 @@ void ConversionTask::identifySource()
     }
 }
 
-/// A tool that makes something else than it was asked for has not made the output.
-void ConversionTask::requireOutputKind() const
-{
-    const Format *made = Formats::identify(m_staged);
-    const Format *wanted = target() ? target() : Formats::ofType(PathNames::fileType(m_request.output));
-    if (made != wanted) {
-        throw std::runtime_error(tr("What was made is no %1 file.").arg(wanted->label).toStdString());
-    }
-}
-
 ProofNote ConversionTask::prove(const StagedOutputs &)
 {
-    requireOutputKind();
+    Formats::requireContent(m_staged,
+                            target() ? target() : Formats::ofType(PathNames::fileType(m_request.output)));
     const auto progress = [this](double percent) { return showProof(percent); };
-    if (m_sourceFormat->isLossy() || (target() && target()->isLossy())) {
-        const auto finding = Proof::sameLength(fileName(), m_staged, progress);
-        return finding ? ProofNote{.kind = QStringLiteral("same-length"), .decoder = finding->decoder}
-                       : ProofNote();
-    }
-    if (const QString obstacle = Proof::obstacle(fileName()); !obstacle.isEmpty()) {
+    const bool isLossy = m_sourceFormat->isLossy() || (target() && target()->isLossy());
+    const QString obstacle = isLossy && m_sourceFormat->kind != FormatKind::ChangesSignal
+                                 ? QString()
+                                 : Proof::obstacle(fileName());
+    const bool isChange = !obstacle.isEmpty() && Proof::changesSamples(fileName());
+    if (!obstacle.isEmpty() && !isChange) {
         return {.unproven = obstacle};
+    }
+    if (isLossy || isChange) {
+        const auto finding = Proof::sameLength(fileName(), m_staged, progress);
+        if (!finding || (isChange && !m_request.mayDeleteChanged)) {
+            return {.unproven = agreementTo(obstacle)};
+        }
+        return {.kind = QStringLiteral("same-length"), .decoder = finding->decoder};
     }
     const auto finding = Proof::sameAudio({.sources = {fileName()}, .outputs = {m_staged}}, progress);
     return finding ? ProofNote{.kind = QStringLiteral("same-audio"),
@@ -86,10 +81,14 @@ ProofNote ConversionTask::prove(const StagedOutputs &)
                    : ProofNote();
 }
 
-bool ConversionTask::showProof(double percent)
+/// The reason, with what would let the original go all the same.
+QString ConversionTask::agreementTo(const QString &reason) const
 {
-    showProgress(tr("Proving: %1%").arg(QString::number(percent, 'f', 0)), percent);
-    return mayGoOn();
+    return deleteOriginal()
+               ? tr("%1; --delete-changed, or a yes to the question about changed sound, would let "
+                    "it go all the same")
+                     .arg(reason)
+               : reason;
 }
 
 bool ConversionTask::makesAiff() const

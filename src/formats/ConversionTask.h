@@ -60,8 +60,7 @@ protected:
 
 private:
     void identifySource();
-    void requireOutputKind() const;
-    bool showProof(double percent);
+    QString agreementTo(const QString &reason) const;
     void take(const ToolPiece &piece, const QString &progress);
 
     const ConversionRequest m_request;

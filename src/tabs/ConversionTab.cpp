@@ -3,8 +3,10 @@
 
 #include "tabs/ConversionTab.h"
 
+#include "audio/Proof.h"
 #include "base/UserInterface.h"
 #include "formats/ConversionTask.h"
+#include "formats/Formats.h"
 #include "tasks/KruvTaskQueue.h"
 
 #include <QSet>
@@ -57,13 +59,27 @@ std::optional<OutputPlan> ConversionTab::planOutputs(const ToggleControl &beside
     return plan;
 }
 
-std::shared_ptr<KruvTask> ConversionTab::makeJob(Format::JobMaker maker, const OutputPlan::Entry &entry,
-                                                 const OptionValues &options, bool deletesOriginal)
+ConversionTab::Deletion ConversionTab::agreeOnDeletion(bool deletesOriginals, const Format &target)
 {
-    std::shared_ptr<KruvTask> job = maker(
-        &host().taskQueue(),
-        {.source = entry.source, .output = entry.output, .options = options, .mayReplace = entry.mayReplace});
-    job->setDeleteOriginal(deletesOriginal);
+    QStringList changed = deletesOriginals ? fileNames() : QStringList();
+    changed.removeIf([&target](const QString &file) {
+        const Format *source = target.isLossy() ? Formats::identify(file) : nullptr;
+        return target.isLossy() ? !source || source->kind != FormatKind::ChangesSignal
+                                : !Proof::changesSamples(file);
+    });
+    return {.originals = deletesOriginals,
+            .changed = !changed.isEmpty() && host().userInterface().askAboutChanged(changed)};
+}
+
+std::shared_ptr<KruvTask> ConversionTab::makeJob(Format::JobMaker maker, const OutputPlan::Entry &entry,
+                                                 const OptionValues &options, Deletion deletion)
+{
+    std::shared_ptr<KruvTask> job = maker(&host().taskQueue(), {.source = entry.source,
+                                                                .output = entry.output,
+                                                                .options = options,
+                                                                .mayReplace = entry.mayReplace,
+                                                                .mayDeleteChanged = deletion.changed});
+    job->setDeleteOriginal(deletion.originals);
     return job;
 }
 

@@ -39,9 +39,18 @@ protected:
     /// Adds to a plan what is written about its outputs; nothing where no option asks for it.
     virtual void addLists(OutputPlan & /*plan*/) {}
 
+    /// Which originals go.
+    struct Deletion
+    {
+        bool originals = false;
+        bool changed = false; ///< also those whose outputs have other samples on purpose
+    };
+    /// Where originals are to be deleted, asks about those that can't be got back from files of `target`.
+    Deletion agreeOnDeletion(bool deletesOriginals, const Format &target);
+
     /// The job that makes one output of a plan by a format's `maker`, not queued yet.
     std::shared_ptr<KruvTask> makeJob(Format::JobMaker maker, const OutputPlan::Entry &entry,
-                                      const OptionValues &options, bool deletesOriginal);
+                                      const OptionValues &options, Deletion deletion);
 };
 
 } // namespace kruv

@@ -84,6 +84,8 @@ void DecodeTab::queueJobs(const OutputPlan &plan)
     OptionValues options;
     options.set(FlacOptions::throughErrors, m_decodeFlacThroughErrors.isOn());
     options.set(FlacOptions::keepForeignMetadata, m_flacKeepForeignMetadataButton.isOn());
+    const Deletion deletion = agreeOnDeletion(m_deleteOriginalsButton.isOn(),
+                                              *Formats::ofType(m_outputFormatMatrix.selectedTitle()));
     std::vector<std::shared_ptr<KruvTask>> jobs;
     QStringList withoutJob;
     for (const OutputPlan::Entry &entry : plan.entries()) {
@@ -92,7 +94,7 @@ void DecodeTab::queueJobs(const OutputPlan &plan)
             withoutJob.append(entry.source);
             continue;
         }
-        jobs.push_back(makeJob(format->decode, entry, options, m_deleteOriginalsButton.isOn()));
+        jobs.push_back(makeJob(format->decode, entry, options, deletion));
     }
     reportWithoutJob(withoutJob, m_outputFormatMatrix.selectedTitle());
     host().taskQueue().addTasks(jobs);

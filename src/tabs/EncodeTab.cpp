@@ -155,9 +155,10 @@ void EncodeTab::queueJobs(const Format &format, const OutputPlan &plan)
     const auto results = std::make_shared<KruvTaskResults>();
     results->setTaskAfterSetDone(listAfter(plan));
     const OptionValues options = m_controls.values(format);
+    const Deletion deletion = agreeOnDeletion(m_deleteOriginalsButton.isOn(), format);
     std::vector<std::shared_ptr<KruvTask>> jobs;
     for (const OutputPlan::Entry &entry : plan.entries()) {
-        jobs.push_back(makeJob(format.encode, entry, options, m_deleteOriginalsButton.isOn()));
+        jobs.push_back(makeJob(format.encode, entry, options, deletion));
         jobs.back()->setResults(results);
         results->addTaskInSet(*jobs.back());
     }

@@ -178,9 +178,10 @@ void LossyTab::executeCommand()
 void LossyTab::queueJobs(const Format &format, const OutputPlan &plan)
 {
     const OptionValues options = m_controls.values(format);
+    const Deletion deletion = agreeOnDeletion(m_deleteOriginalsButton.isOn(), format);
     std::vector<std::shared_ptr<KruvTask>> jobs;
     for (const OutputPlan::Entry &entry : plan.entries()) {
-        jobs.push_back(makeJob(format.encode, entry, options, m_deleteOriginalsButton.isOn()));
+        jobs.push_back(makeJob(format.encode, entry, options, deletion));
     }
     host().taskQueue().addTasks(jobs);
 }

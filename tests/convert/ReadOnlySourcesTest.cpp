@@ -8,6 +8,8 @@
 #include "support/Engine.h"
 #include "support/QtPrinters.h"
 #include "support/RareAudio.h"
+#include "support/Session.h"
+#include "tabs/DecodeTab.h"
 
 #include <QProcess>
 
@@ -91,23 +93,32 @@ TEST(ReadOnlySources, BecomeFlacAndWavByTheirContent)
     }
 }
 
-TEST(ReadOnlySources, WhatIsComputedAnewNeverTakesTheOriginalsPlace)
+TEST(ReadOnlySources, WhatIsComputedAnewTakesTheOriginalsPlaceByAgreementOnly)
 {
-    Engine engine;
-    const QString dsf = engine.folder.file(u"a.dsf"_s);
-    writeFile(dsf, dsfBytes(oneBitSilence()));
-    const std::shared_ptr<ConversionTask> jobs[] = {
-        dsdFormat.decode(&engine.queue, {.source = dsf, .output = engine.folder.file(u"a.wav"_s)}),
-        flacFormat.encode(&engine.queue, {.source = dsf, .output = engine.folder.file(u"a.flac"_s)}),
-    };
-    for (const auto &job : jobs) {
-        SCOPED_TRACE(job->outputPath().toStdString());
-        job->setDeleteOriginal(true);
-        engine.queue.addTask(job);
-        ASSERT_TRUE(engine.runToEnd());
-        EXPECT_TRUE(job->error());
-        EXPECT_TRUE(QFile::exists(job->outputPath()));
-        EXPECT_TRUE(QFile::exists(dsf));
+    Session session;
+    session.preferences.setValue(u"warnOnDelete"_s, false);
+    const QString dsf = session.music + u"/a.dsf"_s;
+    const QString wav = session.music + u"/b.wav"_s;
+    for (const bool agrees : {false, true}) {
+        writeFile(dsf, dsfBytes(oneBitSilence()));
+        writeWav(wav);
+        DecodeTab &tab = session.controller.decodeTab();
+        tab.deleteOriginalsButton().setOn(true);
+        tab.outputFormatMatrix().selectTitle(u"AIFF"_s);
+        tab.addFiles({dsf, wav});
+        session.person.textAnswers = {session.folder.makeFolder(agrees ? u"yes"_s : u"no"_s)};
+        session.person.buttonAnswers = {agrees ? 1 : 0};
+        session.ended.clear();
+        tab.executeCommand();
+        ASSERT_TRUE(session.runToEnd());
+        EXPECT_EQ(session.person.questions.back().text, dsf) << "and nothing of the other file";
+        EXPECT_EQ(QFile::exists(dsf), !agrees);
+        EXPECT_FALSE(QFile::exists(wav));
+        ASSERT_EQ(session.ended.size(), 2U);
+        for (const Ended &job : session.ended) {
+            EXPECT_EQ(job.error, job.input == dsf && !agrees) << job.text.toStdString();
+            EXPECT_EQ(job.text.contains(u"--delete-changed"_s), job.error);
+        }
     }
 }
 
