@@ -315,14 +315,19 @@ std::optional<Finding> sameLength(const QString &source, const QString &output, 
     if (!frames) {
         return std::nullopt;
     }
-    const FrameChain original({source}, AudioFiles::open);
-    const auto wanted = static_cast<double>(original.statedFrames()) / original.format().sampleRate;
+    FrameChain original({source}, AudioFiles::open);
+    const auto length = original.statedFrames() > 0 ? std::optional(original.statedFrames())
+                                                    : decodedFrames(original, progress);
+    if (!length) {
+        return std::nullopt;
+    }
+    const auto wanted = static_cast<double>(*length) / original.format().sampleRate;
     const auto plays = static_cast<double>(*frames) / made.format().sampleRate;
     if (std::abs(wanted - plays) > lengthTolerance) {
         disprove(tr("The output plays for %1 s, its source for %2 s.")
                      .arg(QString::number(plays, 'f', 3), QString::number(wanted, 'f', 3)));
     }
-    return Finding{.frames = original.statedFrames(), .decoder = made.decoder()};
+    return Finding{.frames = *length, .decoder = made.decoder()};
 }
 
 } // namespace kruv::Proof
