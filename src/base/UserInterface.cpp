@@ -54,12 +54,27 @@ bool UserInterface::askAboutLossy(const QStringList &files)
 
 bool UserInterface::askAboutChanged(const QStringList &files)
 {
-    const int answer = ask(tr("%n original(s) can't be got back from their outputs, whose sound is computed "
-                              "anew: DSD becomes PCM, "
-                              "and floating-point samples become integers. Delete these originals, too?",
-                              static_cast<int>(files.size())),
-                           firstOf(files), {tr("No"), tr("Yes")}, 0);
+    const QString why = tr("DSD becomes PCM, and floating-point samples become integers.");
+    const int answer = ask(
+        Matter::Other,
+        files.size() == 1 ? tr("The sound of one original is computed anew, so it can't be got back from its "
+                               "output: %1 Delete this original, too?")
+                                .arg(why)
+                          : tr("The sound of %n originals is computed anew, so they can't be got back from "
+                               "their outputs: %1 Delete these originals, too?",
+                               nullptr, static_cast<int>(files.size()))
+                                .arg(why),
+        firstOf(files), {no(), yes()}, 0);
     return answer == 1;
+}
+
+std::optional<bool> UserInterface::askAboutLosses(const QStringList &losses)
+{
+    const int answer =
+        ask(Matter::Other,
+            tr("Deleting the originals would lose what the new files can't hold. Keep those originals?"),
+            firstOf(losses), {tr("Keep these originals"), tr("Delete all the same"), cancel()}, 0);
+    return answer == 0 || answer == 1 ? std::optional(answer == 1) : std::nullopt;
 }
 
 } // namespace kruv

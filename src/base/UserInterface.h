@@ -52,6 +52,11 @@ public:
     virtual bool askAboutLossy(const QStringList &files);
     /// Whether these originals may go, too, whose outputs have other samples on purpose.
     virtual bool askAboutChanged(const QStringList &files);
+    /// Whether originals may go although the new files can't hold all that is in them; `losses` are sentences
+    /// that say what. False keeps those originals; nothing where the command is not to go on.
+    virtual std::optional<bool> askAboutLosses(const QStringList &losses);
+    /// Whether that was agreed to beforehand, so that nothing need be looked at.
+    virtual bool agreesToLosses() const { return false; }
     virtual void alert(const QString &title, const QString &text, const QString &button) = 0;
 
     // Nothing is returned when the person cancels.

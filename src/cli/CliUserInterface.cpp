@@ -79,6 +79,16 @@ bool CliUserInterface::askAboutLossy(const QStringList &files)
                          .arg(Console::printable(files.constFirst())));
 }
 
+std::optional<bool> CliUserInterface::askAboutLosses(const QStringList &losses)
+{
+    for (const QString &sentence : losses) {
+        Console::complain(sentence);
+    }
+    Console::writeError(tr("Their originals are kept. Add --accept-losses to delete them all the same.") +
+                        u'\n');
+    return false;
+}
+
 void CliUserInterface::alert(const QString &title, const QString &text, const QString &)
 {
     ++m_alerts;

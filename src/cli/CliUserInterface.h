@@ -24,6 +24,8 @@ public:
     bool askAboutLossy(const QStringList &files) override;
     /// Without the flag the originals stay, and their jobs say so.
     bool askAboutChanged(const QStringList &) override { return m_options.deleteChanged; }
+    std::optional<bool> askAboutLosses(const QStringList &losses) override;
+    bool agreesToLosses() const override { return m_options.acceptLosses; }
     void alert(const QString &title, const QString &text, const QString &button) override;
     std::optional<QString> chooseFolder(const QString &title) override;
     QStringList chooseFiles(const QString &title, const QString &prompt, const QStringList &types) override;

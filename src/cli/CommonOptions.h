@@ -25,6 +25,8 @@ struct CommonOptions
     bool deleteOriginals = false;
     /// Originals whose outputs have other samples on purpose may go, too.
     bool deleteChanged = false;
+    /// Originals may go although their outputs can't hold all that is in them.
+    bool acceptLosses = false;
     bool prove = false;
     bool overwrite = false;
     bool skipExisting = false;

@@ -75,6 +75,8 @@ void TabVerb::declareDeletionFlags()
     addFlag("--delete-originals", m_options.deleteOriginals,
             tr("Delete each source once its output is written and its job succeeded"));
     addFlag("-y,--yes", m_options.yes, tr("Say yes to the question whether originals may be deleted"));
+    addFlag("--accept-losses", m_options.acceptLosses,
+            tr("Delete originals also where their outputs can't hold all of their tags and pictures"));
     declareProofFlag();
 }
 

@@ -62,7 +62,8 @@ TagsSetVerb::TagsSetVerb(CLI::App &parent)
                   tr(flag.help))
             ->type_name("TEXT");
     }
-    addOption("--custom", m_customTags, tr("A tag of any name, in FLAC files; may be given several times"))
+    addOption("--custom", m_customTags,
+              tr("A tag of any name, in FLAC, WV, APE, TTA, Ogg and Opus files; may be given several times"))
         ->type_name("NAME=VALUE")
         ->expected(1)
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
@@ -121,16 +122,10 @@ void TagsSetVerb::reportUnheld(const QStringList &files, const TagChanges &chang
     }
     for (const QString &type : std::as_const(types)) {
         QStringList unheld;
-        for (const TagsFlag &flag : tagsFlags) {
-            if (changes.texts.contains(flag.field) && !TagFormats::holds(type, flag.field)) {
-                unheld << flagText(flag);
+        for (const QString &name : changes.customTags.keys()) {
+            if (!TagFormats::holdsCustomTag(type, name)) {
+                unheld << QStringLiteral("--custom ") + name;
             }
-        }
-        if (changes.picture && !TagFormats::holdsPicture(type)) {
-            unheld << QStringLiteral("--art");
-        }
-        if (!changes.customTags.isEmpty() && !TagFormats::holdsCustomTags(type)) {
-            unheld << QStringLiteral("--custom");
         }
         if (!unheld.isEmpty()) {
             Console::complain(tr(".%1 files are left without what they can't hold here: %2")

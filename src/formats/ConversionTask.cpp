@@ -10,6 +10,7 @@
 #include "formats/Formats.h"
 #include "formats/Records.h"
 #include "formats/StatedFormat.h"
+#include "formats/TagCopy.h"
 #include "platform/Resources.h"
 
 #include <QFile>
@@ -94,6 +95,20 @@ QString ConversionTask::agreementTo(const QString &reason) const
 bool ConversionTask::makesAiff() const
 {
     return Formats::ofType(PathNames::fileType(m_request.output)) == &aiffFormat;
+}
+
+void ConversionTask::copyTagsIntoAiff(const QString &status)
+{
+    if (!makesAiff() || !sourceFormat().tags) {
+        return;
+    }
+    showStatus(status);
+    try {
+        TagCopy::copy(sourceFormat(), fileName(), aiffFormat, staged());
+    } catch (const std::exception &failure) {
+        appendResults(tr("Error writing tags to file:\n%1").arg(QString::fromUtf8(failure.what())));
+        failAfterwards(tr("its tags could not be copied"));
+    }
 }
 
 QString ConversionTask::scratchWav()

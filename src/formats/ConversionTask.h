@@ -42,6 +42,8 @@ protected:
     const QString &staged() const { return m_staged; }
     /// Of a job that decodes: whether it makes AIFF, and not WAV.
     bool makesAiff() const;
+    /// Writes the source's tags into an output that is AIFF, and shows `status` meanwhile.
+    void copyTagsIntoAiff(const QString &status);
     /// A place for a temporary WAV. Nothing is created.
     QString scratchWav();
 

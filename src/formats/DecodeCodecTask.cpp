@@ -3,6 +3,8 @@
 
 #include "formats/DecodeCodecTask.h"
 
+#include "formats/Format.h"
+
 namespace kruv {
 
 DecodeCodecTask::DecodeCodecTask(TaskCompletionSink *queue, const ConversionRequest &request,
@@ -25,6 +27,11 @@ void DecodeCodecTask::makeOutput()
     if (runStep(decoder, {.input = fileName(), .output = wav})) {
         convert(wav, staged(), FormatType::LinearPcm, FileType::Aiff);
     }
+}
+
+void DecodeCodecTask::dress(StagedOutputs &)
+{
+    copyTagsIntoAiff(tr("Copying %1 Tags").arg(sourceFormat().label));
 }
 
 } // namespace kruv

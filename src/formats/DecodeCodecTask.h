@@ -25,6 +25,7 @@ public:
 
 protected:
     void makeOutput() override;
+    void dress(StagedOutputs &outputs) override;
 
 private:
     const DecodeRecipe &m_recipe;

@@ -4,9 +4,6 @@
 #include "formats/PcmConversionTask.h"
 
 #include "formats/Records.h"
-#include "formats/TagCopy.h"
-
-#include <exception>
 
 namespace kruv {
 
@@ -28,16 +25,7 @@ void PcmConversionTask::makeOutput()
 
 void PcmConversionTask::dress(StagedOutputs &)
 {
-    if (!makesAiff() || !sourceFormat().tags) {
-        return;
-    }
-    showStatus(tagStatus());
-    try {
-        TagCopy::copy(sourceFormat(), fileName(), aiffFormat, staged());
-    } catch (const std::exception &failure) {
-        appendResults(tr("Error writing tags to file:\n%1").arg(QString::fromUtf8(failure.what())));
-        failAfterwards(tr("its tags could not be copied"));
-    }
+    copyTagsIntoAiff(tagStatus());
 }
 
 } // namespace kruv

@@ -10,8 +10,6 @@
 
 #include <QLoggingCategory>
 
-#include <algorithm>
-#include <array>
 #include <exception>
 
 namespace kruv::TagFormats {
@@ -52,24 +50,10 @@ Record readOrBlank(Record (*read)(const QString &path), const QString &path)
     return blank;
 }
 
-bool holds(const QString &type, TagField field)
-{
-    constexpr std::array generic{TagField::Title, TagField::Artist, TagField::Album, TagField::Comment,
-                                 TagField::Genre, TagField::Year,   TagField::Track};
-    const TagAccess *access = accessOf(type);
-    return access && (!access->isGeneric || std::ranges::count(generic, field) > 0);
-}
-
-bool holdsPicture(const QString &type)
+bool holdsCustomTag(const QString &type, const QString &name)
 {
     const TagAccess *access = accessOf(type);
-    return access && !access->isGeneric;
-}
-
-bool holdsCustomTags(const QString &type)
-{
-    const TagAccess *access = accessOf(type);
-    return access && access->holdsCustomTags;
+    return access && access->holdsCustomTag && access->holdsCustomTag(name);
 }
 
 bool isWritten(const QString &type)

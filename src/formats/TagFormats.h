@@ -21,11 +21,9 @@ Record readForComparison(const QString &path);
 /// A record with empty texts where `read` throws.
 Record readOrBlank(Record (*read)(const QString &path), const QString &path);
 
-/// Whether files of this type hold such a text, a picture, or tags under any name. What they don't hold is
-/// passed over by their writer.
-bool holds(const QString &type, TagField field);
-bool holdsPicture(const QString &type);
-bool holdsCustomTags(const QString &type);
+/// Whether files of this type hold a tag of this name, beside a record's fields and pictures, which all of
+/// them do. What they don't hold is passed over by their writer.
+bool holdsCustomTag(const QString &type, const QString &name);
 
 /// Whether tags can be written into files of this type.
 bool isWritten(const QString &type);

@@ -4,7 +4,6 @@
 #include "gui/TagsTabView.h"
 
 #include "base/PathNames.h"
-#include "formats/TagFormats.h"
 #include "gui/Bindings.h"
 #include "gui/FileListView.h"
 #include "gui/Follow.h"
@@ -59,9 +58,6 @@ TagsTabView::TagsTabView(TagsTab &tab, const QStringList &kinds, QWidget *parent
     form->addLayout(top);
     form->addLayout(makeNumbers());
     form->addLayout(makeOptions());
-    m_limits = new QuietLabel({}, m_form);
-    m_limits->setWordWrap(true);
-    form->addWidget(m_limits);
     orderTabs();
     setCommand(tr("&Write Tags"));
 
@@ -414,12 +410,6 @@ void TagsTabView::showSelection()
     m_progress->setRange(0, static_cast<int>(std::max<qsizetype>(count, 1)));
     m_progress->setValue(static_cast<int>(read));
     m_progress->setVisible(m_tab.isReading() && read > 0);
-    const bool generic = std::ranges::any_of(m_tab.selectedFiles(), [](const QString &file) {
-        return !TagFormats::holdsPicture(PathNames::fileType(file));
-    });
-    m_limits->setText(generic ? tr("APE, WV and TTA files keep title, artist, album, year, track, genre and "
-                                   "comment only.")
-                              : QString());
 }
 
 void TagsTabView::showState()

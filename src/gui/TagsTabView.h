@@ -67,7 +67,6 @@ private:
     QPushButton *m_choosePicture = nullptr;
     QPushButton *m_removePicture = nullptr;
     QLabel *m_count = nullptr;
-    QLabel *m_limits = nullptr;
     QProgressBar *m_progress = nullptr;
     QPushButton *m_customTags = nullptr;
     QPushButton *m_trackNames = nullptr;

@@ -59,27 +59,41 @@ std::optional<OutputPlan> ConversionTab::planOutputs(const ToggleControl &beside
     return plan;
 }
 
-ConversionTab::Deletion ConversionTab::agreeOnDeletion(bool deletesOriginals, const Format &target)
+void ConversionTab::queueWhenSettled(const OutputPlan &plan, const Format &target,
+                                     const ToggleControl &deletes,
+                                     const std::function<void(const Originals &originals)> &queueJobs)
 {
-    QStringList changed = deletesOriginals ? fileNames() : QStringList();
-    changed.removeIf([&target](const QString &file) {
-        const Format *source = target.isLossy() ? Formats::identify(file) : nullptr;
-        return target.isLossy() ? !source || source->kind != FormatKind::ChangesSignal
-                                : !Proof::changesSamples(file);
-    });
-    return {.originals = deletesOriginals,
-            .changed = !changed.isEmpty() && host().userInterface().askAboutChanged(changed)};
+    const auto finish = [this, queueJobs](const Originals &originals) {
+        queueJobs(originals);
+        clearFiles();
+    };
+    if (!deletes.isOn()) {
+        finish({});
+        return;
+    }
+    QStringList sources;
+    for (const OutputPlan::Entry &entry : plan.entries()) {
+        sources.append(entry.source);
+    }
+    m_lossQuestion.settle(
+        {.files = sources, .target = &target, .label = target.label.toString()}, worksInBackground(),
+        [finish](const LossQuestion::Answer &answer) { finish({.deletes = true, .answer = answer}); });
 }
 
 std::shared_ptr<KruvTask> ConversionTab::makeJob(Format::JobMaker maker, const OutputPlan::Entry &entry,
-                                                 const OptionValues &options, Deletion deletion)
+                                                 const OptionValues &options, const Originals &originals)
 {
-    std::shared_ptr<KruvTask> job = maker(&host().taskQueue(), {.source = entry.source,
-                                                                .output = entry.output,
-                                                                .options = options,
-                                                                .mayReplace = entry.mayReplace,
-                                                                .mayDeleteChanged = deletion.changed});
-    job->setDeleteOriginal(deletion.originals);
+    const std::shared_ptr<ConversionTask> job =
+        maker(&host().taskQueue(), {.source = entry.source,
+                                    .output = entry.output,
+                                    .options = options,
+                                    .mayReplace = entry.mayReplace,
+                                    .mayDeleteChanged = originals.answer.mayDeleteChanged});
+    job->setDeleteOriginal(originals.deletes);
+    const QString reason = originals.answer.kept.value(entry.source);
+    if (!reason.isEmpty()) {
+        job->failAfterwards(reason);
+    }
     return job;
 }
 

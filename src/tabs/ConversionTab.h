@@ -7,6 +7,7 @@
 #include "formats/OptionValues.h"
 #include "tabs/BaseTab.h"
 #include "tabs/Controls.h"
+#include "tabs/LossQuestion.h"
 #include "tabs/OutputPlan.h"
 
 #include <memory>
@@ -39,18 +40,25 @@ protected:
     /// Adds to a plan what is written about its outputs; nothing where no option asks for it.
     virtual void addLists(OutputPlan & /*plan*/) {}
 
-    /// Which originals go.
-    struct Deletion
+    /// What the jobs of one command are to do with their originals.
+    struct Originals
     {
-        bool originals = false;
-        bool changed = false; ///< also those whose outputs have other samples on purpose
+        bool deletes = false;
+        LossQuestion::Answer answer = {};
     };
-    /// Where originals are to be deleted, asks about those that can't be got back from files of `target`.
-    Deletion agreeOnDeletion(bool deletesOriginals, const Format &target);
+    /// Queues the jobs of a plan once it is settled which originals go that hold more than files of `target`
+    /// will, and empties the list.
+    void queueWhenSettled(const OutputPlan &plan, const Format &target, const ToggleControl &deletes,
+                          const std::function<void(const Originals &originals)> &queueJobs);
+    bool isSettling() const { return m_lossQuestion.isOpen(); }
+    LossQuestion &lossQuestion() { return m_lossQuestion; }
 
     /// The job that makes one output of a plan by a format's `maker`, not queued yet.
     std::shared_ptr<KruvTask> makeJob(Format::JobMaker maker, const OutputPlan::Entry &entry,
-                                      const OptionValues &options, Deletion deletion);
+                                      const OptionValues &options, const Originals &originals);
+
+private:
+    LossQuestion m_lossQuestion{host()};
 };
 
 } // namespace kruv

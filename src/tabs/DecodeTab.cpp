@@ -68,24 +68,24 @@ void DecodeTab::clearFiles()
 
 void DecodeTab::executeCommand()
 {
-    if (fileList().isEmpty() || !confirmDeletion(m_deleteOriginalsButton.isOn())) {
+    if (fileList().isEmpty() || isSettling() || !confirmDeletion(m_deleteOriginalsButton.isOn())) {
         return;
     }
     const Format *target = targets().value(m_outputFormatMatrix.selectedIndex());
-    const QString extension = target ? target->extension() : QString();
-    if (const auto plan = planOutputs(m_sourceDecodeButton, extension)) {
-        queueJobs(*plan);
-        clearFiles();
+    if (!target) {
+        return;
+    }
+    if (const auto plan = planOutputs(m_sourceDecodeButton, target->extension())) {
+        queueWhenSettled(*plan, *target, m_deleteOriginalsButton,
+                         [this, plan](const Originals &originals) { queueJobs(*plan, originals); });
     }
 }
 
-void DecodeTab::queueJobs(const OutputPlan &plan)
+void DecodeTab::queueJobs(const OutputPlan &plan, const Originals &originals)
 {
     OptionValues options;
     options.set(FlacOptions::throughErrors, m_decodeFlacThroughErrors.isOn());
     options.set(FlacOptions::keepForeignMetadata, m_flacKeepForeignMetadataButton.isOn());
-    const Deletion deletion = agreeOnDeletion(m_deleteOriginalsButton.isOn(),
-                                              *Formats::ofType(m_outputFormatMatrix.selectedTitle()));
     std::vector<std::shared_ptr<KruvTask>> jobs;
     QStringList withoutJob;
     for (const OutputPlan::Entry &entry : plan.entries()) {
@@ -94,7 +94,7 @@ void DecodeTab::queueJobs(const OutputPlan &plan)
             withoutJob.append(entry.source);
             continue;
         }
-        jobs.push_back(makeJob(format->decode, entry, options, deletion));
+        jobs.push_back(makeJob(format->decode, entry, options, originals));
     }
     reportWithoutJob(withoutJob, m_outputFormatMatrix.selectedTitle());
     host().taskQueue().addTasks(jobs);

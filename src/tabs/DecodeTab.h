@@ -34,7 +34,7 @@ protected:
     void filesAdded() override;
 
 private:
-    void queueJobs(const OutputPlan &plan);
+    void queueJobs(const OutputPlan &plan, const Originals &originals);
 
     ChoiceControl m_outputFormatMatrix;
     ToggleControl m_sourceDecodeButton;

@@ -85,13 +85,16 @@ void EncodeTab::displayRelevantOptions()
 void EncodeTab::executeCommand()
 {
     const Format *format = chosenFormat();
-    if (fileList().isEmpty() || !format || !mayEncodeLossy() ||
+    if (fileList().isEmpty() || isSettling() || !format || !mayEncodeLossy() ||
         !confirmDeletion(m_deleteOriginalsButton.isOn())) {
         return;
     }
     if (const auto plan = planOutputs(m_sourceEncodeButton, format->extension())) {
-        queueJobs(*format, *plan);
-        clearFiles();
+        const OptionValues options = m_controls.values(*format);
+        queueWhenSettled(*plan, *format, m_deleteOriginalsButton,
+                         [this, format, plan, options](const Originals &originals) {
+                             queueJobs(*format, *plan, options, originals);
+                         });
     }
 }
 
@@ -147,18 +150,17 @@ std::shared_ptr<KruvTask> EncodeTab::listAfter(const OutputPlan &plan)
     return std::make_shared<CreateFFPTask>(&host().taskQueue(), lists);
 }
 
-void EncodeTab::queueJobs(const Format &format, const OutputPlan &plan)
+void EncodeTab::queueJobs(const Format &format, const OutputPlan &plan, const OptionValues &options,
+                          const Originals &originals)
 {
     if (plan.entries().empty()) {
         return;
     }
     const auto results = std::make_shared<KruvTaskResults>();
     results->setTaskAfterSetDone(listAfter(plan));
-    const OptionValues options = m_controls.values(format);
-    const Deletion deletion = agreeOnDeletion(m_deleteOriginalsButton.isOn(), format);
     std::vector<std::shared_ptr<KruvTask>> jobs;
     for (const OutputPlan::Entry &entry : plan.entries()) {
-        jobs.push_back(makeJob(format.encode, entry, options, deletion));
+        jobs.push_back(makeJob(format.encode, entry, options, originals));
         jobs.back()->setResults(results);
         results->addTaskInSet(*jobs.back());
     }

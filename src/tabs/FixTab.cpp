@@ -70,7 +70,8 @@ void FixTab::displayRelevantOptions()
 
 void FixTab::executeCommand()
 {
-    if (fileList().isEmpty() || !target() || !confirmDeletion(m_deleteOriginalsButton.isOn())) {
+    if (fileList().isEmpty() || !target() || isSettling() ||
+        !confirmDeletion(m_deleteOriginalsButton.isOn())) {
         return;
     }
     const auto folder = chooseOutputFolder();
@@ -83,12 +84,23 @@ void FixTab::executeCommand()
                                    .list = list(),
                                    .flacLevel = m_flacLevelSlider.value()};
     const auto existing = agreeOnExisting(FixTask::outputs(request, host().preferences()));
-    if (existing) {
-        start(request, *existing);
+    if (!existing) {
+        return;
     }
+    const bool deletes = m_deleteOriginalsButton.isOn();
+    const auto go = [this, request, existing, deletes](const LossQuestion::Answer &answer) {
+        start(request, *existing, {.deletes = deletes, .answer = answer});
+    };
+    if (!deletes) {
+        go({});
+        return;
+    }
+    lossQuestion().settle(
+        {.files = request.fileNames, .target = target(), .label = target()->label.toString()},
+        worksInBackground(), go);
 }
 
-void FixTab::start(const FixTask::Request &request, FileCommit::Existing existing)
+void FixTab::start(const FixTask::Request &request, FileCommit::Existing existing, const Originals &originals)
 {
     auto job = std::make_shared<FixTask>(&host().taskQueue(), request, [tab = QPointer<FixTab>(this)] {
         if (tab) {
@@ -96,7 +108,10 @@ void FixTab::start(const FixTask::Request &request, FileCommit::Existing existin
         }
     });
     job->setMayReplace(existing == FileCommit::Existing::Replace);
-    job->setDeleteOriginal(m_deleteOriginalsButton.isOn());
+    job->setDeleteOriginal(originals.deletes);
+    for (const QString &reason : originals.answer.kept) {
+        job->failAfterwards(reason);
+    }
     host().taskQueue().addTask(std::move(job));
 }
 

@@ -32,7 +32,7 @@ private:
     /// Null where none is chosen.
     const Format *target() const;
     FixTask::ListKind list() const;
-    void start(const FixTask::Request &request, FileCommit::Existing existing);
+    void start(const FixTask::Request &request, FileCommit::Existing existing, const Originals &originals);
 
     ChoiceControl m_outputFormatMatrix;
     NumberControl m_flacLevelSlider;

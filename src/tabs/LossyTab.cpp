@@ -166,22 +166,24 @@ void LossyTab::executeCommand()
 {
     displayRelevantOptions(); // puts a bit rate right that is still being typed
     const Format *format = chosenFormat();
-    if (fileList().isEmpty() || !format || !confirmDeletion(m_deleteOriginalsButton.isOn())) {
+    if (fileList().isEmpty() || isSettling() || !format || !confirmDeletion(m_deleteOriginalsButton.isOn())) {
         return;
     }
     if (const auto plan = planOutputs(m_sourceEncodeButton, format->extension())) {
-        queueJobs(*format, *plan);
-        clearFiles();
+        const OptionValues options = m_controls.values(*format);
+        queueWhenSettled(*plan, *format, m_deleteOriginalsButton,
+                         [this, format, plan, options](const Originals &originals) {
+                             queueJobs(*format, *plan, options, originals);
+                         });
     }
 }
 
-void LossyTab::queueJobs(const Format &format, const OutputPlan &plan)
+void LossyTab::queueJobs(const Format &format, const OutputPlan &plan, const OptionValues &options,
+                         const Originals &originals)
 {
-    const OptionValues options = m_controls.values(format);
-    const Deletion deletion = agreeOnDeletion(m_deleteOriginalsButton.isOn(), format);
     std::vector<std::shared_ptr<KruvTask>> jobs;
     for (const OutputPlan::Entry &entry : plan.entries()) {
-        jobs.push_back(makeJob(format.encode, entry, options, deletion));
+        jobs.push_back(makeJob(format.encode, entry, options, originals));
     }
     host().taskQueue().addTasks(jobs);
 }

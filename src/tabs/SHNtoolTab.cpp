@@ -113,11 +113,23 @@ void SHNtoolTab::executeCommand()
 {
     const int selected = m_shntoolCommandMatrix.selectedIndex();
     const bool deleteOriginals = m_deleteOriginalsButton.isOn() && !m_deleteOriginalsButton.isHidden();
-    if (fileList().isEmpty() || selected < 0 || !confirmDeletion(deleteOriginals)) {
+    if (fileList().isEmpty() || selected < 0 || m_lossQuestion.isOpen() ||
+        !confirmDeletion(deleteOriginals)) {
         return;
     }
-    commands[selected].handle(*this, m_sourceEncodeButton.isOn(), deleteOriginals);
-    clearFiles();
+    const bool besideSource = m_sourceEncodeButton.isOn();
+    const auto go = [this, selected, besideSource, deleteOriginals](const LossQuestion::Answer &answer) {
+        m_kept = answer.kept;
+        commands[selected].handle(*this, besideSource, deleteOriginals);
+        clearFiles();
+    };
+    if (!deleteOriginals) {
+        go({});
+        return;
+    }
+    // The tool's outputs get no tags, whatever their format.
+    m_lossQuestion.settle({.files = fileNames(), .label = QStringLiteral("shntool")}, worksInBackground(),
+                          go);
 }
 
 void SHNtoolTab::trackNamesEntered(const QStringList &names)
@@ -235,6 +247,7 @@ template <class Job> void SHNtoolTab::convertEach(bool besideSource, bool delete
     if (const auto folder = outputFolder(besideSource)) {
         auto job = std::make_shared<Job>(&host().taskQueue(), request(*folder, fileNames()));
         job->setDeleteOriginal(deleteOriginals);
+        keepOriginals(*job);
         startIfAgreed(job);
     }
 }
@@ -242,6 +255,14 @@ template <class Job> void SHNtoolTab::convertEach(bool besideSource, bool delete
 SHNToolOutputTask::Request SHNtoolTab::request(const QString &folder, const QStringList &files) const
 {
     return {.launchPath = tool(), .folder = folder, .format = outputFormat(), .files = files};
+}
+
+/// They go together or stay together.
+void SHNtoolTab::keepOriginals(SHNToolOutputTask &job) const
+{
+    for (const QString &reason : m_kept) {
+        job.failAfterwards(reason);
+    }
 }
 
 bool SHNtoolTab::startIfAgreed(const std::shared_ptr<SHNToolOutputTask> &job)
@@ -284,6 +305,7 @@ void SHNtoolTab::handleSHNtoolJoin(bool besideSource, bool deleteOriginals)
     job->setFileName(*fileName);
     job->setMayReplace(QFileInfo::exists(*fileName)); // the person was asked, where it is there
     job->setDeleteOriginal(deleteOriginals);
+    keepOriginals(*job);
     host().taskQueue().addTask(job);
 }
 

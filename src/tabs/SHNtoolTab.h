@@ -7,6 +7,7 @@
 #include "shntool/SHNToolOutputTask.h"
 #include "tabs/BaseTab.h"
 #include "tabs/Controls.h"
+#include "tabs/LossQuestion.h"
 #include "tabs/TrackNameInputController.h"
 
 #include <memory>
@@ -70,6 +71,7 @@ private:
     std::shared_ptr<SHNToolTask> makeReport(const QString &command) const;
     template <class Job> void convertEach(bool besideSource, bool deleteOriginals);
     SHNToolOutputTask::Request request(const QString &folder, const QStringList &files) const;
+    void keepOriginals(SHNToolOutputTask &job) const;
     /// Queues the job unless the person wants to keep files that it would replace.
     bool startIfAgreed(const std::shared_ptr<SHNToolOutputTask> &job);
     std::optional<QString> outputFolder(bool besideSource);
@@ -85,6 +87,9 @@ private:
     Control m_namesButton;
     LabelControl m_namesText;
     QStringList m_names;
+    LossQuestion m_lossQuestion{host()};
+    /// Of the command that runs.
+    LossQuestion::Kept m_kept;
 };
 
 } // namespace kruv

@@ -111,7 +111,9 @@ AACTagsHelper::Record AACTagsHelper::tagsForFile(const QString &path) const
     readMp4Tag(*file.tag(), *record);
     try {
         const QString genre = readMp4Genre(Mp4File(stream).moov());
-        record->setGenreText(genre.isNull() ? QStringLiteral("") : genre);
+        if (record->values(TagField::Genre).size() < 2) {
+            record->setGenreText(genre.isNull() ? QStringLiteral("") : genre);
+        }
     } catch (const Mp4Error &error) {
         qCInfo(mp4Log, "%s: %s", qUtf8Printable(path), error.what());
         record->setGenreText(fromTagLibString(file.tag()->genre()));

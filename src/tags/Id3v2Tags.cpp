@@ -85,20 +85,63 @@ void readId3v2Date(const ID3v2::Tag &tag, TagsObject &record)
         return;
     }
     const QString text = frameText(tag, "TDRC");
-    if (!readDate(text, record) && tag.header()->majorVersion() < 4) {
+    if (tag.header()->majorVersion() >= 4) {
+        readDateOrKeep(text, record);
+    } else if (!readDate(text, record)) {
         readJoinedDate(text, record);
     }
 }
 
-void readPicture(const ID3v2::Tag &tag, TagsObject &record)
+void readPictures(const ID3v2::Tag &tag, TagsObject &record)
 {
+    std::vector<TypedPicture> others;
     const ID3v2::FrameList &frames = tag.frameList("APIC");
-    if (frames.isEmpty()) {
-        return;
+    for (const ID3v2::Frame *each : frames) {
+        const auto *frame = dynamic_cast<const ID3v2::AttachedPictureFrame *>(each);
+        if (frame == nullptr) {
+            continue;
+        }
+        const QByteArray bytes = fromTagLibBytes(frame->picture());
+        const auto type = static_cast<PictureType>(frame->type());
+        if (each == frames.front()) {
+            record.setEncodedAlbumArt(bytes);
+            record.setPictureType(type);
+        } else {
+            others.push_back(
+                {type, fromTagLibString(frame->description()), std::make_shared<const AlbumArt>(bytes)});
+        }
     }
-    if (const auto *frame = dynamic_cast<const ID3v2::AttachedPictureFrame *>(frames.front())) {
-        const ByteVector bytes = frame->picture();
-        record.setEncodedAlbumArt({bytes.data(), static_cast<qsizetype>(bytes.size())});
+    record.setOtherPictures(std::move(others));
+}
+
+/// Texts that may be of several values, one frame each.
+struct TextFrame
+{
+    TagField field;
+    const char *id;
+};
+constexpr std::array textFrames{
+    TextFrame{TagField::Title, "TIT2"},       TextFrame{TagField::Artist, "TPE1"},
+    TextFrame{TagField::AlbumArtist, "TPE2"}, TextFrame{TagField::Album, "TALB"},
+    TextFrame{TagField::Genre, "TCON"},       TextFrame{TagField::Composer, "TCOM"},
+};
+
+QStringList frameValues(const ID3v2::Tag &tag, const char *id)
+{
+    const ID3v2::FrameList &frames = tag.frameList(id);
+    const auto *frame =
+        frames.isEmpty() ? nullptr : dynamic_cast<const ID3v2::TextIdentificationFrame *>(frames.front());
+    return frame ? fromTagLibList(frame->fieldList()) : QStringList();
+}
+
+/// What is shown is in the record already; where it is several values joined, they are told apart.
+void readSeveralValues(const ID3v2::Tag &tag, TagsObject &record)
+{
+    for (const TextFrame &row : textFrames) {
+        const QStringList values = frameValues(tag, row.id);
+        if (values.size() > 1 && values.join(u' ') == record.text(row.field)) {
+            record.setValues(row.field, values);
+        }
     }
 }
 
@@ -169,6 +212,9 @@ void writeId3v2Date(ID3v2::Tag &tag, const TagsObject &record, const Id3v2Dialec
             replaceFrame(tag, "TYER", year, dialect.textEncoding);
         }
     }
+    if (year.isEmpty() && !joinedDate(record).isEmpty()) {
+        replaceFrame(tag, "TDRC", joinedDate(record), String::Latin1);
+    }
     if (!dialect.dateInOneFrame && !month.isEmpty() && !day.isEmpty()) {
         replaceFrame(tag, "TDAT", day + month, dialect.textEncoding);
     }
@@ -204,9 +250,23 @@ bool holdsPicture(const ID3v2::Tag &tag, const AlbumArt &art)
     const ID3v2::FrameList &frames = tag.frameList("APIC");
     return std::any_of(frames.begin(), frames.end(), [&bytes](const ID3v2::Frame *frame) {
         const auto *picture = dynamic_cast<const ID3v2::AttachedPictureFrame *>(frame);
-        const ByteVector held = picture ? picture->picture() : ByteVector();
-        return QByteArrayView(held.data(), static_cast<qsizetype>(held.size())) == bytes;
+        return picture && fromTagLibBytes(picture->picture()) == bytes;
     });
+}
+
+void addOtherPictures(ID3v2::Tag &tag, const TagsObject &record)
+{
+    for (const TypedPicture &other : record.otherPictures()) {
+        if (holdsPicture(tag, *other.art)) {
+            continue;
+        }
+        auto frame = std::make_unique<ID3v2::AttachedPictureFrame>();
+        frame->setMimeType(other.art->mimeType().constData());
+        frame->setPicture(toTagLibBytes(other.art->encoded()));
+        frame->setType(static_cast<ID3v2::AttachedPictureFrame::Type>(other.type));
+        frame->setDescription(toTagLibString(other.description));
+        tag.addFrame(frame.release());
+    }
 }
 
 /// Other pictures stay beside the new one.
@@ -269,7 +329,31 @@ void readId3v2(const TagLib::Tag &generic, ID3v2::Tag &tag, TagsObject &record)
     readNumberPair(tag, discPair, record);
     readNumberPair(tag, trackPair, record);
     readId3v2Date(tag, record);
-    readPicture(tag, record);
+    readSeveralValues(tag, record);
+    readPictures(tag, record);
+}
+
+QMap<TagField, QStringList> severalId3v2Values(const ID3v2::Tag &tag)
+{
+    QMap<TagField, QStringList> several;
+    for (const TextFrame &row : textFrames) {
+        if (const QStringList values = frameValues(tag, row.id); values.size() > 1) {
+            several.insert(row.field, values);
+        }
+    }
+    return several;
+}
+
+void writeSeveralId3v2Values(ID3v2::Tag &tag, const QMap<TagField, QStringList> &several)
+{
+    for (const TextFrame &row : textFrames) {
+        const QStringList values = several.value(row.field);
+        const QStringList written = frameValues(tag, row.id);
+        if (values.size() > 1 && written != values && written.join(u' ') == values.join(u' ')) {
+            dynamic_cast<ID3v2::TextIdentificationFrame &>(*tag.frameList(row.id).front())
+                .setText(toTagLibList(values));
+        }
+    }
 }
 
 void writeId3v2(TagLib::Tag &generic, ID3v2::Tag &tag, const TagsObject &record, const Id3v2Dialect &dialect,
@@ -288,7 +372,13 @@ void writeId3v2(TagLib::Tag &generic, ID3v2::Tag &tag, const TagsObject &record,
     writeComment(generic, tag, record, writeEmptyTags);
     writeNumberPair(tag, trackPair, record, encoding, writeEmptyTags);
     writeNumberPair(tag, discPair, record, encoding, writeEmptyTags);
+    QMap<TagField, QStringList> several;
+    for (const TextFrame &row : textFrames) {
+        several.insert(row.field, record.values(row.field));
+    }
+    writeSeveralId3v2Values(tag, several);
     writePicture(tag, record, writeEmptyTags);
+    addOtherPictures(tag, record);
 }
 
 } // namespace kruv

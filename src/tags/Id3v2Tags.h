@@ -26,6 +26,11 @@ void useUtf8InId3v2();
 /// Fills the record. `generic` is the file's tag as a whole, of which `tag` is a part.
 void readId3v2(const TagLib::Tag &generic, TagLib::ID3v2::Tag &tag, TagsObject &record);
 
+/// The values of the texts that have several.
+QMap<TagField, QStringList> severalId3v2Values(const TagLib::ID3v2::Tag &tag);
+/// Makes them several again where the text that was written is those values joined.
+void writeSeveralId3v2Values(TagLib::ID3v2::Tag &tag, const QMap<TagField, QStringList> &values);
+
 void writeId3v2(TagLib::Tag &generic, TagLib::ID3v2::Tag &tag, const TagsObject &record,
                 const Id3v2Dialect &dialect, bool writeEmptyTags);
 

@@ -12,6 +12,9 @@
 
 #include <algorithm>
 #include <array>
+#include <memory>
+#include <utility>
+#include <vector>
 
 namespace kruv {
 
@@ -20,6 +23,7 @@ namespace {
 using TagLib::MP4::CoverArt;
 using TagLib::MP4::CoverArtList;
 using TagLib::MP4::Item;
+using TagLib::MP4::ItemMap;
 using TagLib::MP4::Tag;
 
 struct FieldItem
@@ -73,16 +77,25 @@ void readMp4Date(const QString &text, TagsObject &record)
         record.setDayText(text.mid(8, 2));
     } else if (text.size() == 4) {
         record.setYearText(text);
+    } else {
+        record.setUnparsedDate(text);
     }
 }
 
-void readPicture(const Tag &tag, TagsObject &record)
+/// Their kinds are not told.
+void readPictures(const Tag &tag, TagsObject &record)
 {
-    const CoverArtList pictures = tag.item(pictureItem).toCoverArtList();
-    if (!pictures.isEmpty()) {
-        const TagLib::ByteVector bytes = pictures.front().data();
-        record.setEncodedAlbumArt({bytes.data(), static_cast<qsizetype>(bytes.size())});
+    std::vector<TypedPicture> others;
+    bool isFirst = true;
+    for (const CoverArt &picture : tag.item(pictureItem).toCoverArtList()) {
+        const QByteArray bytes = fromTagLibBytes(picture.data());
+        if (std::exchange(isFirst, false)) {
+            record.setEncodedAlbumArt(bytes);
+        } else {
+            others.push_back({.art = std::make_shared<const AlbumArt>(bytes)});
+        }
     }
+    record.setOtherPictures(std::move(others));
 }
 
 /// The bytes of an item's first value: inside an atom "data", after its kind and language.
@@ -112,39 +125,66 @@ void writeNumberPair(Tag &tag, const TagsObject &record, const PairItem &pair, Q
     }
 }
 
-/// Text that reads the same already is left alone: it may be several values.
-void writeText(Tag &tag, const char *name, const QString &text, QByteArrayList &written)
+/// Text that reads the same already is left alone, or put back: it may be several values.
+void writeText(Tag &tag, const ItemMap &before, const char *name, const QStringList &values,
+               QByteArrayList &written)
 {
+    const QString text = values.join(u' ');
     if (!text.isEmpty() && itemText(tag, name) != text) {
-        tag.setItem(name, Item(TagLib::StringList(toTagLibString(text))));
+        const bool readsTheSame =
+            before.contains(name) && fromTagLibList(before[name].toStringList()).join(u' ') == text;
+        tag.setItem(name, readsTheSame ? before[name] : Item(toTagLibList(values)));
         written.append(name);
     }
 }
 
+CoverArt coverArt(const QByteArray &bytes)
+{
+    return {bytes.startsWith("\xFF\xD8") ? CoverArt::JPEG : CoverArt::PNG, toTagLibBytes(bytes)};
+}
+
+bool isHeld(const CoverArtList &pictures, const AlbumArt &art)
+{
+    return std::any_of(pictures.begin(), pictures.end(), [&art](const CoverArt &each) {
+        return fromTagLibBytes(each.data()) == art.encoded();
+    });
+}
+
 /// The new picture takes the first one's place, the others stay. So does one that is there already, as when a
 /// record goes back into the file it came from.
-bool writePicture(Tag &tag, const TagsObject &record, QByteArrayList &written)
+bool writePicture(CoverArtList &pictures, const AlbumArt &art)
 {
-    const auto art = record.picture();
-    if (!art || art->image().isNull()) {
-        return true;
-    }
-    CoverArtList pictures = tag.item(pictureItem).toCoverArtList();
     if (!pictures.isEmpty()) {
-        const TagLib::ByteVector first = pictures.front().data();
-        if (QByteArrayView(first.data(), static_cast<qsizetype>(first.size())) == art->encoded()) {
+        if (fromTagLibBytes(pictures.front().data()) == art.encoded()) {
             return true;
         }
         pictures.erase(pictures.begin());
     }
-    const QByteArray png = art->png().bytes;
-    if (png.isEmpty()) {
+    const QByteArray png = art.png().bytes;
+    pictures.prepend(coverArt(png));
+    return !png.isEmpty();
+}
+
+bool writePictures(Tag &tag, const TagsObject &record, QByteArrayList &written)
+{
+    const CoverArtList before = tag.item(pictureItem).toCoverArtList();
+    CoverArtList pictures = before;
+    const auto art = record.picture();
+    if (art && !art->image().isNull() && !writePicture(pictures, *art)) {
         return false;
     }
-    pictures.prepend(
-        CoverArt(CoverArt::PNG, TagLib::ByteVector(png.constData(), static_cast<unsigned int>(png.size()))));
-    tag.setItem(pictureItem, Item(pictures));
-    written.append(pictureItem);
+    for (const TypedPicture &other : record.otherPictures()) {
+        const QByteArray &bytes = other.art->encoded();
+        const bool isKnownKind = bytes.startsWith("\xFF\xD8") || bytes.startsWith("\x89PNG");
+        if (!isHeld(pictures, *other.art)) {
+            pictures.append(coverArt(isKnownKind ? bytes : other.art->png().bytes));
+        }
+    }
+    const auto data = [](const CoverArt &one, const CoverArt &other) { return one.data() == other.data(); };
+    if (!std::equal(pictures.begin(), pictures.end(), before.begin(), before.end(), data)) {
+        tag.setItem(pictureItem, Item(pictures));
+        written.append(pictureItem);
+    }
     return true;
 }
 
@@ -187,9 +227,8 @@ Mp4Atom &itemList(Mp4Atom &moov, Mp4Atom &saved)
 void readMp4Tag(const Tag &tag, TagsObject &record)
 {
     for (const FieldItem &row : fieldItems) {
-        const QString text = itemText(tag, row.name);
-        if (!text.isNull() && row.field != TagField::Genre) {
-            record.setText(row.field, text);
+        if (tag.contains(row.name)) {
+            record.setValues(row.field, fromTagLibList(tag.item(row.name).toStringList()));
         }
     }
     readMp4Date(itemText(tag, dateItem), record);
@@ -207,7 +246,7 @@ void readMp4Tag(const Tag &tag, TagsObject &record)
         set(row.number, pair.first);
         set(row.total, pair.second);
     }
-    readPicture(tag, record);
+    readPictures(tag, record);
 }
 
 QString readMp4Genre(Mp4Atom &moov)
@@ -232,18 +271,19 @@ QString readMp4Genre(Mp4Atom &moov)
 std::optional<Mp4WrittenItems> writeMp4Tag(Tag &tag, const TagsObject &record, bool writeEmptyTags)
 {
     Mp4WrittenItems written{{}, writeEmptyTags};
+    const ItemMap before = tag.itemMap();
 
     if (writeEmptyTags) {
         clearExceptEncoding(tag);
     }
     for (const FieldItem &row : fieldItems) {
-        writeText(tag, row.name, record.text(row.field), written.names);
+        writeText(tag, before, row.name, record.values(row.field), written.names);
     }
-    writeText(tag, dateItem, joinedDate(record), written.names);
+    writeText(tag, before, dateItem, {joinedDate(record)}, written.names);
     for (const PairItem &row : pairItems) {
         writeNumberPair(tag, record, row, written.names);
     }
-    if (!writePicture(tag, record, written.names)) {
+    if (!writePictures(tag, record, written.names)) {
         return {};
     }
     return written;

@@ -4,8 +4,10 @@
 #include "tags/TagAccess.h"
 
 #include "tags/AACTagsHelper.h"
+#include "tags/ApeTags.h"
 #include "tags/FlacTagHelper.h"
 #include "tags/TagLibTagsHelper.h"
+#include "tags/XiphTags.h"
 
 namespace kruv::TagAccesses {
 
@@ -51,19 +53,28 @@ void removeFlacPadding(const QString &path)
 
 const TagAccess flac{.read = readWith<&Helper::tagsForFlacFile>,
                      .write = writeWith<&Helper::writeTagsForFLACFile>,
-                     .holdsCustomTags = true,
+                     .holdsCustomTag = isCustomXiphName,
                      .removePadding = removeFlacPadding};
 const TagAccess mp3{readWith<&Helper::tagsForMP3File>, writeWith<&Helper::writeTagsForMP3File>};
-const TagAccess monkeysAudio{readWith<&Helper::tagsForAPEFile>, writeWith<&Helper::writeTagsForAPEFile>, true,
-                             true};
-const TagAccess wavpack{readWith<&Helper::tagsForWavpackFile>, writeWith<&Helper::writeTagsForWavpackFile>,
-                        true, true};
-const TagAccess tta{readWith<&Helper::tagsForTTAFile>, writeWith<&Helper::writeTagsForTTAFile>, true, true};
+const TagAccess monkeysAudio{.read = readWith<&Helper::tagsForAPEFile>,
+                             .write = writeWith<&Helper::writeTagsForAPEFile>,
+                             .holdsCustomTag = isCustomApeName,
+                             .holdsOnePictureOfAKind = true};
+const TagAccess wavpack{.read = readWith<&Helper::tagsForWavpackFile>,
+                        .write = writeWith<&Helper::writeTagsForWavpackFile>,
+                        .holdsCustomTag = isCustomApeName,
+                        .holdsOnePictureOfAKind = true};
+const TagAccess tta{.read = readWith<&Helper::tagsForTTAFile>,
+                    .write = writeWith<&Helper::writeTagsForTTAFile>,
+                    .holdsCustomTag = isCustomApeName,
+                    .holdsOnePictureOfAKind = true};
 const TagAccess mp4{readMp4, writeMp4};
 const TagAccess aiff{readWith<&Helper::tagsForAIFFFile>, writeAiff, false};
-const TagAccess vorbis{readWith<&Helper::tagsForVorbisFile>, writeWith<&Helper::writeTagsForVorbisFile>, true,
-                       false, true};
-const TagAccess opus{readWith<&Helper::tagsForOpusFile>, writeWith<&Helper::writeTagsForOpusFile>, true,
-                     false, true};
+const TagAccess vorbis{.read = readWith<&Helper::tagsForVorbisFile>,
+                       .write = writeWith<&Helper::writeTagsForVorbisFile>,
+                       .holdsCustomTag = isCustomXiphName};
+const TagAccess opus{.read = readWith<&Helper::tagsForOpusFile>,
+                     .write = writeWith<&Helper::writeTagsForOpusFile>,
+                     .holdsCustomTag = isCustomXiphName};
 
 } // namespace kruv::TagAccesses

@@ -20,10 +20,10 @@ struct TagAccess
     bool (*write)(const QString &path, const TagsObject &record, bool writeEmptyTags);
     /// Whether files are read by this when several are compared.
     bool isCompared = true;
-    /// Only what the tag library's generic tag has.
-    bool isGeneric = false;
-    /// Tags under any name.
-    bool holdsCustomTags = false;
+    /// Whether a tag of this name, beside the record's fields, is held; null where none is.
+    bool (*holdsCustomTag)(const QString &name) = nullptr;
+    /// Whether there is room for one picture of each kind only.
+    bool holdsOnePictureOfAKind = false;
     /// Takes out the room that is kept for later tags; null where a file has none.
     void (*removePadding)(const QString &path) = nullptr;
 };

@@ -4,6 +4,7 @@
 #include "tags/TagLibTagsHelper.h"
 
 #include "tags/AiffChunks.h"
+#include "tags/ApeTags.h"
 #include "tags/BitmapData.h"
 #include "tags/FlacPadding.h"
 #include "tags/FlacTagHelper.h"
@@ -20,6 +21,7 @@
 #include <apefile.h>
 #include <apetag.h>
 #include <flacfile.h>
+#include <id3v1tag.h>
 #include <id3v2framefactory.h>
 #include <mpegfile.h>
 #include <opusfile.h>
@@ -105,21 +107,36 @@ template <typename File, typename Edit> bool writeTags(const QString &path, Edit
 }
 
 template <typename File>
-TagLibTagsHelper::Record readGenericTags(const TagLibTagsHelper &helper, const QString &path)
+TagLibTagsHelper::Record readApeTags(const TagLibTagsHelper &helper, const QString &path)
 {
-    return readTags<File>(helper, path,
-                          [](File &file, TagsObject &record) { readGenericTag(*file.tag(), record); });
+    return readTags<File>(helper, path, [](File &file, TagsObject &record) {
+        readGenericTag(*file.tag(), record);
+        if (const TagLib::APE::Tag *tag = file.APETag(false)) {
+            readApe(*tag, record);
+        }
+    });
 }
 
-/// `mainTag(file)` creates the tag that can hold all texts where there is only an ID3v1 tag, which can't.
-template <typename File, typename MainTag>
-bool writeGenericTags(const QString &path, const TagsObject &record, bool writeEmptyTags, MainTag mainTag)
+/// An ID3v1 tag that is there gets what it can hold.
+template <typename File> void writeId3v1(File &file, const TagsObject &record, bool writeEmptyTags)
+{
+    if (TagLib::Tag *tag = file.ID3v1Tag(false)) {
+        writeGenericTag(*tag, *tag, record, writeEmptyTags);
+    }
+}
+
+template <typename File> bool writeApeTags(const QString &path, const TagsObject &record, bool writeEmptyTags)
 {
     return writeTags<File>(path, [&](File &file, StagedFileStream &) {
-        const TagLib::Tag &current = *mainTag(file);
-        writeGenericTag(*file.tag(), current, record, writeEmptyTags);
-        return file.save();
+        writeId3v1(file, record, writeEmptyTags);
+        return writeApe(*file.APETag(true), record, writeEmptyTags) && file.save();
     });
+}
+
+/// The library has no APE tags in TrueAudio files.
+TagLib::APE::Tag apeTagAt(TagLib::File &file, const ApeTagPlace &place)
+{
+    return place.length > 0 ? TagLib::APE::Tag(&file, place.footer) : TagLib::APE::Tag();
 }
 
 template <typename File>
@@ -160,17 +177,21 @@ TagLibTagsHelper::Record TagLibTagsHelper::tagsForFlacFile(const QString &path) 
 
 TagLibTagsHelper::Record TagLibTagsHelper::tagsForAPEFile(const QString &path) const
 {
-    return readGenericTags<TagLib::APE::File>(*this, path);
+    return readApeTags<TagLib::APE::File>(*this, path);
 }
 
 TagLibTagsHelper::Record TagLibTagsHelper::tagsForWavpackFile(const QString &path) const
 {
-    return readGenericTags<TagLib::WavPack::File>(*this, path);
+    return readApeTags<TagLib::WavPack::File>(*this, path);
 }
 
 TagLibTagsHelper::Record TagLibTagsHelper::tagsForTTAFile(const QString &path) const
 {
-    return readGenericTags<TagLib::TrueAudio::File>(*this, path);
+    using File = TagLib::TrueAudio::File;
+    return readTags<File>(*this, path, [](File &file, TagsObject &record) {
+        readId3v2(*file.tag(), *file.ID3v2Tag(true), record);
+        readApe(apeTagAt(file, findApeTag(file)), record);
+    });
 }
 
 TagLibTagsHelper::Record TagLibTagsHelper::tagsForVorbisFile(const QString &path) const
@@ -200,11 +221,13 @@ bool TagLibTagsHelper::writeTagsForMP3File(const QString &path, const TagsObject
 {
     using File = TagLib::MPEG::File;
     return writeTags<File>(path, [&](File &file, StagedFileStream &) {
+        const auto several = severalId3v2Values(*file.ID3v2Tag(true));
         if (writeEmptyTags) {
             file.strip();
         }
         TagLib::ID3v2::Tag &tag = *file.ID3v2Tag(true);
         writeId3v2(*file.tag(), tag, record, mp3Dialect, writeEmptyTags);
+        writeSeveralId3v2Values(tag, several);
         return file.save();
     });
 }
@@ -242,22 +265,37 @@ bool TagLibTagsHelper::writeTagsForFLACFile(const QString &path, const TagsObjec
 bool TagLibTagsHelper::writeTagsForAPEFile(const QString &path, const TagsObject &record,
                                            bool writeEmptyTags) const
 {
-    return writeGenericTags<TagLib::APE::File>(path, record, writeEmptyTags,
-                                               [](auto &file) { return file.APETag(true); });
+    return writeApeTags<TagLib::APE::File>(path, record, writeEmptyTags);
 }
 
 bool TagLibTagsHelper::writeTagsForWavpackFile(const QString &path, const TagsObject &record,
                                                bool writeEmptyTags) const
 {
-    return writeGenericTags<TagLib::WavPack::File>(path, record, writeEmptyTags,
-                                                   [](auto &file) { return file.APETag(true); });
+    return writeApeTags<TagLib::WavPack::File>(path, record, writeEmptyTags);
 }
 
 bool TagLibTagsHelper::writeTagsForTTAFile(const QString &path, const TagsObject &record,
                                            bool writeEmptyTags) const
 {
-    return writeGenericTags<TagLib::TrueAudio::File>(path, record, writeEmptyTags,
-                                                     [](auto &file) { return file.ID3v2Tag(true); });
+    using File = TagLib::TrueAudio::File;
+    return writeTags<File>(path, [&](File &file, StagedFileStream &) {
+        // The other tags that it has must not say something else.
+        if (file.hasID3v2Tag()) {
+            writeId3v2(*file.tag(), *file.ID3v2Tag(), record, mp3Dialect, writeEmptyTags);
+        }
+        writeId3v1(file, record, writeEmptyTags);
+        if ((file.hasID3v2Tag() || file.hasID3v1Tag()) && !file.save()) {
+            return false;
+        }
+        const ApeTagPlace place = findApeTag(file);
+        TagLib::APE::Tag tag = apeTagAt(file, place);
+        if (!writeApe(tag, record, writeEmptyTags)) {
+            return false;
+        }
+        file.insert(tag.isEmpty() ? TagLib::ByteVector() : tag.render(),
+                    static_cast<unsigned long>(place.start), static_cast<unsigned long>(place.length));
+        return true;
+    });
 }
 
 void TagLibTagsHelper::setBlankTags(TagsObject &record) const

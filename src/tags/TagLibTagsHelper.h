@@ -12,7 +12,8 @@
 namespace kruv {
 
 /// Reads tags into a record and writes a record into a file: ID3v2 in MP3 and AIFF, Vorbis comments and
-/// picture blocks in FLAC, APE tags in Monkey's Audio and WavPack, ID3v2 in TrueAudio. Paths are full paths.
+/// picture blocks in FLAC, APE tags in Monkey's Audio, WavPack and TrueAudio. An ID3v2 tag that a TrueAudio
+/// file has, too, is read where the APE tag says nothing, and written with it. Paths are full paths.
 ///
 /// Readers always return a record: one with empty texts when the file is missing or can't be read.
 ///

@@ -51,6 +51,34 @@ QString fromTagLibString(const TagLib::String &text)
     return bytes.isEmpty() ? QStringLiteral("") : QString::fromUtf8(bytes.data(), bytes.size());
 }
 
+TagLib::StringList toTagLibList(const QStringList &values)
+{
+    TagLib::StringList list;
+    for (const QString &value : values) {
+        list.append(toTagLibString(value));
+    }
+    return list;
+}
+
+QStringList fromTagLibList(const TagLib::StringList &values)
+{
+    QStringList list;
+    for (const TagLib::String &value : values) {
+        list.append(fromTagLibString(value));
+    }
+    return list;
+}
+
+QByteArray fromTagLibBytes(const TagLib::ByteVector &bytes)
+{
+    return {bytes.data(), static_cast<qsizetype>(bytes.size())};
+}
+
+TagLib::ByteVector toTagLibBytes(const QByteArray &bytes)
+{
+    return {bytes.constData(), static_cast<unsigned int>(bytes.size())};
+}
+
 bool readDate(const QString &text, TagsObject &record)
 {
     for (const QStringView pattern : datePatterns) {
@@ -74,12 +102,21 @@ bool readDate(const QString &text, TagsObject &record)
     return false;
 }
 
+void readDateOrKeep(const QString &text, TagsObject &record)
+{
+    if (!readDate(text, record)) {
+        record.setUnparsedDate(text);
+    }
+}
+
 QString joinedDate(const TagsObject &record)
 {
     const QString month = record.monthText();
     const QString day = record.dayText();
     if (month.isEmpty() || day.isEmpty()) {
-        return record.yearText();
+        const QString whole = record.unparsedDate();
+        return whole.startsWith(record.yearText()) ? whole.isEmpty() ? record.yearText() : whole
+                                                   : record.yearText();
     }
     return QStringLiteral("%1-%2-%3").arg(record.yearText(), month, day);
 }

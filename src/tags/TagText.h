@@ -6,8 +6,11 @@
 #include "tags/TagsObject.h"
 
 #include <QString>
+#include <QStringList>
 
+#include <tbytevector.h>
 #include <tstring.h>
+#include <tstringlist.h>
 
 namespace kruv {
 
@@ -16,12 +19,21 @@ TagLib::String toTagLibString(const QString &text);
 /// Never null.
 QString fromTagLibString(const TagLib::String &text);
 
+TagLib::StringList toTagLibList(const QStringList &values);
+QStringList fromTagLibList(const TagLib::StringList &values);
+QByteArray fromTagLibBytes(const TagLib::ByteVector &bytes);
+TagLib::ByteVector toTagLibBytes(const QByteArray &bytes);
+
 /// Sets the record's year, and where the text has five or more characters its month and day, from a date in
 /// one of nine patterns ("2004-05-06", "05/06/2004", "2004"); the first that fits the whole text wins, digit
 /// for digit. False, with the record left as it is, when none does.
 bool readDate(const QString &text, TagsObject &record);
 
-/// "year-month-day" when the record has both month and day, else the year alone.
+/// The same; what is no such date goes through the record as it is.
+void readDateOrKeep(const QString &text, TagsObject &record);
+
+/// "year-month-day" when the record has both month and day, else the year alone; a date that could not be
+/// taken apart where it has none of them.
 QString joinedDate(const TagsObject &record);
 
 /// True when a writer is to write this field's text.

@@ -18,6 +18,22 @@ void TagsObject::setText(TagField field, const QString &text)
 {
     const std::lock_guard guard(m_lock);
     m_texts[static_cast<std::size_t>(field)] = text;
+    m_values[static_cast<std::size_t>(field)].clear();
+}
+
+QStringList TagsObject::values(TagField field) const
+{
+    const std::lock_guard guard(m_lock);
+    const auto index = static_cast<std::size_t>(field);
+    return m_values[index].isEmpty() && !m_texts[index].isEmpty() ? QStringList{m_texts[index]}
+                                                                  : m_values[index];
+}
+
+void TagsObject::setValues(TagField field, const QStringList &values)
+{
+    const std::lock_guard guard(m_lock);
+    m_texts[static_cast<std::size_t>(field)] = values.join(u' ');
+    m_values[static_cast<std::size_t>(field)] = values;
 }
 
 QImage TagsObject::albumArt() const
@@ -48,6 +64,42 @@ void TagsObject::setPicture(std::shared_ptr<const AlbumArt> picture)
     m_picture = std::move(picture);
 }
 
+PictureType TagsObject::pictureType() const
+{
+    const std::lock_guard guard(m_lock);
+    return m_pictureType;
+}
+
+void TagsObject::setPictureType(PictureType type)
+{
+    const std::lock_guard guard(m_lock);
+    m_pictureType = type;
+}
+
+std::vector<TypedPicture> TagsObject::otherPictures() const
+{
+    const std::lock_guard guard(m_lock);
+    return m_otherPictures;
+}
+
+void TagsObject::setOtherPictures(std::vector<TypedPicture> pictures)
+{
+    const std::lock_guard guard(m_lock);
+    m_otherPictures = std::move(pictures);
+}
+
+QString TagsObject::unparsedDate() const
+{
+    const std::lock_guard guard(m_lock);
+    return m_unparsedDate;
+}
+
+void TagsObject::setUnparsedDate(const QString &text)
+{
+    const std::lock_guard guard(m_lock);
+    m_unparsedDate = text;
+}
+
 TagsObject::CustomTags TagsObject::customTagsDictionary() const
 {
     const std::lock_guard guard(m_lock);
@@ -58,6 +110,21 @@ void TagsObject::setCustomTagsDictionary(const CustomTags &tags)
 {
     const std::lock_guard guard(m_lock);
     m_customTagsDictionary = tags;
+}
+
+QStringList TagsObject::customValues(const QString &name) const
+{
+    const std::lock_guard guard(m_lock);
+    const QString text = m_customTagsDictionary.value(name);
+    const QStringList values = m_customValues.value(name);
+    return values.join(u' ') == text ? values : QStringList{text}; // the text may have been set since
+}
+
+void TagsObject::setCustomValues(const QString &name, const QStringList &values)
+{
+    const std::lock_guard guard(m_lock);
+    m_customTagsDictionary.insert(name, values.join(u' '));
+    m_customValues.insert(name, values);
 }
 
 bool TagsObject::isEqual(const TagsObject *other) const

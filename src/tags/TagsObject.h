@@ -3,16 +3,18 @@
 
 #pragma once
 
-#include "tags/AlbumArt.h"
+#include "tags/TypedPicture.h"
 
 #include <QByteArray>
 #include <QImage>
 #include <QMap>
 #include <QString>
+#include <QStringList>
 
 #include <array>
 #include <memory>
 #include <mutex>
+#include <vector>
 
 namespace kruv {
 
@@ -44,7 +46,11 @@ public:
     using CustomTags = QMap<QString, QString>;
 
     QString text(TagField field) const;
+    /// Several values become one text.
     void setText(TagField field, const QString &text);
+    /// The values that the text is made of, joined by blanks; one or none as a rule.
+    QStringList values(TagField field) const;
+    void setValues(TagField field, const QStringList &values);
 
     QString titleText() const { return text(TagField::Title); }
     void setTitleText(const QString &text) { setText(TagField::Title, text); }
@@ -86,10 +92,21 @@ public:
     std::shared_ptr<const AlbumArt> picture() const;
     void setPicture(std::shared_ptr<const AlbumArt> picture);
     bool hasSameAlbumArt(const TagsObject &other) const;
+    /// The picture's kind, and the pictures beside it.
+    PictureType pictureType() const;
+    void setPictureType(PictureType type);
+    std::vector<TypedPicture> otherPictures() const;
+    void setOtherPictures(std::vector<TypedPicture> pictures);
+    /// A date that has no year, month and day to show ("2004-05"), on its way from file to file.
+    QString unparsedDate() const;
+    void setUnparsedDate(const QString &text);
 
     /// User-defined tags: name to value.
     CustomTags customTagsDictionary() const;
     void setCustomTagsDictionary(const CustomTags &tags);
+    /// As with texts, the values that one of them is made of.
+    QStringList customValues(const QString &name) const;
+    void setCustomValues(const QString &name, const QStringList &values);
 
     /// False for nullptr.
     bool isEqual(const TagsObject *other) const;
@@ -101,8 +118,13 @@ public:
 private:
     mutable std::mutex m_lock;
     std::array<QString, tagFieldCount> m_texts;
+    std::array<QStringList, tagFieldCount> m_values;
     std::shared_ptr<const AlbumArt> m_picture;
+    PictureType m_pictureType = PictureType::Other;
+    std::vector<TypedPicture> m_otherPictures;
+    QString m_unparsedDate;
     CustomTags m_customTagsDictionary;
+    QMap<QString, QStringList> m_customValues;
 };
 
 } // namespace kruv

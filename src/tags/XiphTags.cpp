@@ -6,6 +6,7 @@
 #include "base/Version.h"
 #include "tags/FlacPadding.h"
 #include "tags/TagText.h"
+#include "tags/XiphPictures.h"
 
 #include <QLoggingCategory>
 #include <QtEndian>
@@ -14,8 +15,6 @@
 #include <array>
 #include <cstdint>
 #include <exception>
-#include <flacpicture.h>
-#include <memory>
 #include <stdexcept>
 #include <xiphcomment.h>
 
@@ -56,8 +55,6 @@ constexpr const char *dateKey = "DATE";
 constexpr const char *encoderKey = "ENCODER";
 
 constexpr unsigned int longestBlock = 0xFFFFFF;
-/// A picture block's own fields, beside the picture's bytes.
-constexpr unsigned int pictureFieldsSize = 64;
 
 /// A length in a comment block: 32 bits, the least byte first. Nothing is left where it ends too early.
 std::uint32_t takeLength(QByteArrayView &rest)
@@ -92,11 +89,20 @@ QString joinedValues(const XiphComment &comment, const String &key)
     return fields.contains(key) ? fromTagLibString(fields[key].toString(" ")) : QString();
 }
 
+/// Several values give as many fields of that name.
+void setField(XiphComment &comment, const String &key, const QStringList &values)
+{
+    comment.addField(key, values.isEmpty() ? String() : toTagLibString(values.constFirst()), true);
+    for (const QString &value : values.mid(1)) {
+        comment.addField(key, toTagLibString(value), false);
+    }
+}
+
 /// Values that read the same already are left alone: they may be several.
-void writeField(XiphComment &comment, const String &key, const QString &text)
+void writeField(XiphComment &comment, const String &key, const QString &text, const QStringList &values)
 {
     if (text.isEmpty() || joinedValues(comment, key) != text) {
-        comment.addField(key, toTagLibString(text), true);
+        setField(comment, key, values);
     }
 }
 
@@ -108,56 +114,32 @@ bool isCommentApart(const XiphComment &comment, const FieldKey &row, const QStri
            joinedValues(comment, descriptionKey) == text;
 }
 
-void clearExceptEncoder(XiphComment &comment)
+/// Several values that the record shows as one text stay several.
+void clearExceptEncoder(XiphComment &comment, const TagsObject &record)
 {
     const TagLib::Ogg::FieldListMap fields = comment.fieldListMap();
+    const TagsObject::CustomTags customTags = record.customTagsDictionary();
+    const auto isInRecord = [&](const String &key, const QString &text) {
+        return customTags.value(fromTagLibString(key)) == text ||
+               std::ranges::any_of(fieldKeys, [&](const FieldKey &row) {
+                   return key == row.key && record.text(row.field) == text;
+               });
+    };
+    const auto stays = [&](const String &key) {
+        const bool isSeveral = fields[key].size() > 1;
+        return key == encoderKey || (isSeveral && isInRecord(key, joinedValues(comment, key)));
+    };
     for (const auto &[key, values] : fields) {
-        if (key != encoderKey) {
+        if (!stays(key)) {
             comment.removeFields(key);
         }
     }
     comment.removeAllPictures();
 }
 
-/// Those very bytes, as when a record goes back into the file it came from. A FLAC file has its pictures in
-/// blocks, an Ogg file in its comment.
-template <typename Holder> bool holdsPicture(Holder &holder, const AlbumArt &art)
+void writeCustomTags(XiphComment &comment, const TagsObject &record)
 {
-    const QByteArray &bytes = art.encoded();
-    const auto pictures = holder.pictureList();
-    return std::any_of(pictures.begin(), pictures.end(), [&bytes](const TagLib::FLAC::Picture *picture) {
-        const TagLib::ByteVector held = picture->data();
-        return QByteArrayView(held.data(), static_cast<qsizetype>(held.size())) == bytes;
-    });
-}
-
-template <typename Holder> bool addPicture(Holder &holder, const TagsObject &record)
-{
-    constexpr qsizetype mostBytes = longestBlock - pictureFieldsSize;
-    const auto art = record.picture();
-    if (!art || holdsPicture(holder, *art) || art->png().bytes.isEmpty()) {
-        return true;
-    }
-    const AlbumArt::Png &png = art->png();
-    // A large photograph fits as the JPEG it came as, and not as PNG.
-    const bool asItCame = png.bytes.size() > mostBytes && !art->encoded().isEmpty();
-    const QByteArray bytes = asItCame ? art->encoded() : png.bytes;
-    if (bytes.size() > mostBytes) {
-        qCWarning(xiphLog, "Picture too large for a FLAC file");
-        return false;
-    }
-    auto picture = std::make_unique<TagLib::FLAC::Picture>();
-    picture->setMimeType(asItCame ? art->mimeType().constData() : "image/png");
-    picture->setWidth(png.width);
-    picture->setHeight(png.height);
-    picture->setColorDepth(png.bitsPerPixel);
-    picture->setData(TagLib::ByteVector(bytes.constData(), static_cast<unsigned int>(bytes.size())));
-    holder.addPicture(picture.release());
-    return true;
-}
-
-void writeCustomTags(XiphComment &comment, const TagsObject::CustomTags &tags)
-{
+    const TagsObject::CustomTags tags = record.customTagsDictionary();
     for (auto tag = tags.cbegin(); tag != tags.cend(); ++tag) {
         if (tag.value().isEmpty()) {
             continue;
@@ -167,7 +149,7 @@ void writeCustomTags(XiphComment &comment, const TagsObject::CustomTags &tags)
             const String key = toTagLibString(tag.key());
             // The editor trims what it shows; that alone is no change.
             if (joinedValues(comment, key).trimmed() != tag.value()) {
-                writeField(comment, key, tag.value());
+                writeField(comment, key, tag.value(), record.customValues(tag.key()));
             }
             if (!comment.contains(key)) {
                 throw std::invalid_argument("not a field name");
@@ -180,28 +162,18 @@ void writeCustomTags(XiphComment &comment, const TagsObject::CustomTags &tags)
 
 void readFields(const XiphComment &comment, TagsObject &record)
 {
+    const auto &fields = comment.fieldListMap();
     for (const FieldKey &row : fieldKeys) {
-        const QString text = joinedValues(comment, row.key);
-        if (!text.isNull()) {
-            record.setText(row.field, text);
+        if (fields.contains(row.key)) {
+            record.setValues(row.field, fromTagLibList(fields[row.key]));
         }
     }
-    readDate(joinedValues(comment, dateKey), record);
-    TagsObject::CustomTags customTags;
-    for (const auto &[key, values] : comment.fieldListMap()) {
+    readDateOrKeep(joinedValues(comment, dateKey), record);
+    record.setCustomTagsDictionary({});
+    for (const auto &[key, values] : fields) {
         if (!isKnown(key)) {
-            customTags.insert(fromTagLibString(key), fromTagLibString(values.toString(" ")));
+            record.setCustomValues(fromTagLibString(key), fromTagLibList(values));
         }
-    }
-    record.setCustomTagsDictionary(customTags);
-}
-
-template <typename Holder> void readPicture(Holder &holder, TagsObject &record)
-{
-    const auto pictures = holder.pictureList();
-    if (!pictures.isEmpty()) {
-        const TagLib::ByteVector bytes = pictures.front()->data();
-        record.setEncodedAlbumArt({bytes.data(), static_cast<qsizetype>(bytes.size())});
     }
 }
 
@@ -210,7 +182,7 @@ void writeTexts(XiphComment &comment, const TagsObject &record, bool writeEmptyT
     for (const FieldKey &row : fieldKeys) {
         const QString text = record.text(row.field);
         if (isToBeWritten(text, writeEmptyTags) && !isCommentApart(comment, row, text)) {
-            writeField(comment, row.key, text);
+            writeField(comment, row.key, text, record.values(row.field));
         }
     }
 }
@@ -222,6 +194,15 @@ QString dateOf(const XiphComment &comment, const TagsObject &record)
 }
 
 } // namespace
+
+bool isCustomXiphName(const QString &name)
+{
+    const auto isAllowed = [](QChar character) {
+        return character >= u' ' && character <= u'}' && character != u'=';
+    };
+    return !name.isEmpty() && std::ranges::all_of(name, isAllowed) &&
+           !isKnown(toTagLibString(name.toUpper()));
+}
 
 void takeLatin1Fields(TagLib::IOStream &stream, XiphComment &comment)
 {
@@ -243,46 +224,46 @@ void readXiph(TagLib::FLAC::File &file, TagsObject &record)
     if (const XiphComment *comment = file.hasXiphComment() ? file.xiphComment() : nullptr) {
         readFields(*comment, record);
     }
-    readPicture(file, record);
+    readXiphPictures(file.pictureList(), record);
 }
 
 void readOggXiph(XiphComment &comment, TagsObject &record)
 {
     readFields(comment, record);
-    readPicture(comment, record);
+    readXiphPictures(comment.pictureList(), record);
 }
 
 bool writeXiph(TagLib::FLAC::File &file, const TagsObject &record, bool writeEmptyTags, QString &date)
 {
     XiphComment &comment = *file.xiphComment(true);
     if (writeEmptyTags) {
-        clearExceptEncoder(comment);
+        clearExceptEncoder(comment, record);
         file.removePictures();
     }
     writeTexts(comment, record, writeEmptyTags);
-    if (!addPicture(file, record)) {
+    if (!addXiphPictures(file, record)) {
         return false;
     }
     comment.addField(encoderKey, toTagLibString(QStringLiteral("Kruv %1").arg(shortVersion())), true);
-    writeCustomTags(comment, record.customTagsDictionary());
+    writeCustomTags(comment, record);
     date = dateOf(comment, record);
     // metaflac sets the date once this is saved. With the field here already it finds room for it in place,
     // and never has to rewrite the file.
-    writeField(comment, dateKey, date);
+    writeField(comment, dateKey, date, {date});
     return comment.render(false).size() <= longestBlock;
 }
 
 bool writeOggXiph(XiphComment &comment, const TagsObject &record, bool writeEmptyTags)
 {
     if (writeEmptyTags) {
-        clearExceptEncoder(comment);
+        clearExceptEncoder(comment, record);
     }
     writeTexts(comment, record, writeEmptyTags);
-    writeCustomTags(comment, record.customTagsDictionary());
+    writeCustomTags(comment, record);
     if (const QString date = dateOf(comment, record); !date.isEmpty()) {
-        writeField(comment, dateKey, date);
+        writeField(comment, dateKey, date, {date});
     }
-    return addPicture(comment, record);
+    return addXiphPictures(comment, record);
 }
 
 } // namespace kruv

@@ -14,6 +14,9 @@ namespace kruv {
 /// taken for Latin-1, in which some programs wrote them.
 void takeLatin1Fields(TagLib::IOStream &stream, TagLib::Ogg::XiphComment &comment);
 
+/// Whether a field of this name is a person's own.
+bool isCustomXiphName(const QString &name);
+
 /// Vorbis comment fields and picture blocks of a FLAC file.
 void readXiph(TagLib::FLAC::File &file, TagsObject &record);
 

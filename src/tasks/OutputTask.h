@@ -25,6 +25,10 @@ public:
     /// job fails. Before the start.
     void setMayReplace(bool mayReplace) { m_mayReplace = mayReplace; }
     ProofNote proof() const override { return m_proof; }
+    /// For outputs that are made, but lack something: the job goes on and commits them, then it fails, and
+    /// its originals stay for this reason, a clause. What a person should know was said by then. The first
+    /// reason counts. Before the start, or by the job itself.
+    void failAfterwards(const QString &reason);
 
 protected:
     using StagedTask::StagedTask;
@@ -44,11 +48,6 @@ protected:
     virtual void committed(const StagedOutputs &) {}
     /// Whether this source goes where originals are to be deleted.
     virtual bool isOriginal(const QString &) const { return true; }
-
-    /// For outputs that are made, but lack something: the job goes on and commits them, then it fails, and
-    /// its originals stay for this reason, a clause. What a person should know was said by then. The first
-    /// reason counts.
-    void failAfterwards(const QString &reason);
 
 private:
     void doStartTask() final;

@@ -30,6 +30,7 @@ QByteArray encodedNoise(const QString &extension)
     const TemporaryFolder folder;
     const QString wave = folder.file(u"noise.wav"_s);
     const QString result = folder.file(u"noise."_s + extension);
+    const QString codec = extension == u"m4a" ? u"alac"_s : u"libvorbis"_s;
     writeWav(wave);
     const QMap<QString, QStringList> commands{
         {u"mp3"_s, {u"lame"_s, u"--quiet"_s, wave, result}},
@@ -40,7 +41,9 @@ QByteArray encodedNoise(const QString &extension)
          {u"ffmpeg"_s, u"-v"_s, u"error"_s, u"-i"_s, wave, u"-bitexact"_s, u"-map_metadata"_s, u"-1"_s,
           result}},
     };
-    const QStringList command = commands.value(extension);
+    const QStringList byFfmpeg{u"ffmpeg"_s, u"-v"_s,        u"error"_s,         u"-i"_s, wave,  u"-c:a"_s,
+                               codec,       u"-bitexact"_s, u"-map_metadata"_s, u"-1"_s, result};
+    const QStringList command = commands.value(extension, byFfmpeg);
     toolOutput(command.first(), command.mid(1));
     return readFile(result);
 }

@@ -22,8 +22,8 @@ namespace kruv::test {
 class AudioFolder : public TemporaryFolder
 {
 public:
-    /// Path of a new untagged file. Extensions: mp3, aiff, flac, ape, wv, tta. The .ape has no more than the
-    /// format's marker before its noise.
+    /// Path of a new untagged file. Extensions: mp3, aiff, flac, ape, wv, tta, m4a, ogg. The .ape has no more
+    /// than the format's marker before its noise.
     QString audio(const QString &extension, const QString &name = {}) const;
 };
 

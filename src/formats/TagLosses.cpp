@@ -1,0 +1,145 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "formats/TagLosses.h"
+
+#include "base/InParallel.h"
+#include "formats/Format.h"
+#include "formats/Formats.h"
+#include "formats/TagCopy.h"
+#include "tags/TagAccess.h"
+#include "tags/TagsObject.h"
+
+#include <QLoggingCategory>
+#include <QSet>
+
+#include <algorithm>
+#include <exception>
+#include <mutex>
+
+namespace kruv {
+
+namespace {
+
+Q_LOGGING_CATEGORY(lossLog, "kruv.formats.losses", QtWarningMsg)
+
+bool hasText(const TagsObject &record)
+{
+    for (std::size_t index = 0; index < tagFieldCount; ++index) {
+        const auto field = static_cast<TagField>(index);
+        if (field != TagField::EncoderSettings && !record.text(field).isEmpty()) {
+            return true;
+        }
+    }
+    return !record.unparsedDate().isEmpty();
+}
+
+bool hasTwoOfAKind(const TagsObject &record)
+{
+    QSet<PictureType> kinds;
+    const auto others = record.otherPictures();
+    const bool isFrontApart =
+        std::ranges::any_of(others, [](const auto &each) { return each.type == PictureType::FrontCover; });
+    kinds.insert(isFrontApart ? record.pictureType() : PictureType::FrontCover);
+    return std::ranges::any_of(others, [&kinds](const TypedPicture &each) {
+        const bool isTaken = kinds.contains(each.type);
+        kinds.insert(each.type);
+        return isTaken;
+    });
+}
+
+bool holdsCustomTags(const TagsObject &record, const TagAccess &target)
+{
+    const TagsObject::CustomTags tags = record.customTagsDictionary();
+    return std::all_of(tags.keyValueBegin(), tags.keyValueEnd(), [&target](const auto &tag) {
+        return tag.second.isEmpty() || (target.holdsCustomTag && target.holdsCustomTag(tag.first));
+    });
+}
+
+TagLosses ofFile(const QString &file, const TagAccess *target)
+{
+    const Format *format = Formats::identify(file);
+    // What its own kind holds it holds.
+    if (!format || !format->tags || format->tags == target) {
+        return {};
+    }
+    try {
+        return TagLosses::of(*TagCopy::read(*format, file), target);
+    } catch (const std::exception &failure) {
+        qCInfo(lossLog, "%s: %s", qUtf8Printable(file), failure.what());
+        return {};
+    }
+}
+
+} // namespace
+
+TagLosses TagLosses::of(const TagsObject &record, const TagAccess *target)
+{
+    TagLosses losses;
+    if (!target) {
+        losses.texts = hasText(record);
+        losses.pictures = record.picture() != nullptr;
+        losses.customTags = !record.customTagsDictionary().isEmpty();
+        return losses;
+    }
+    losses.pictures = target->holdsOnePictureOfAKind && hasTwoOfAKind(record);
+    losses.customTags = !holdsCustomTags(record, *target);
+    return losses;
+}
+
+TagLosses::ByFile TagLosses::ofFiles(const QStringList &files, const TagAccess *target,
+                                     const std::function<bool()> &stopped)
+{
+    constexpr int mostThreads = 4;
+    ByFile all;
+    std::mutex lock;
+    inParallel(static_cast<std::size_t>(files.size()), threadsForOneJob(mostThreads), stopped,
+               [&](std::size_t index) {
+                   const QString &file = files[static_cast<qsizetype>(index)];
+                   if (const TagLosses losses = ofFile(file, target); losses.isAny()) {
+                       const std::lock_guard guard(lock);
+                       all.insert(file, losses);
+                   }
+               });
+    return all;
+}
+
+QStringList TagLosses::sentences(const ByFile &losses, const QString &label)
+{
+    const auto count = [&losses](bool TagLosses::*kind) {
+        return static_cast<int>(
+            std::ranges::count_if(losses, [kind](const TagLosses &each) { return each.*kind; }));
+    };
+    QStringList sentences;
+    if (const int files = count(&TagLosses::texts); files > 0) {
+        sentences << tr("%n file(s) have tags that %1 files of ours can't keep", nullptr, files).arg(label);
+    }
+    if (const int files = count(&TagLosses::pictures); files > 0) {
+        sentences
+            << tr("%n file(s) have pictures that %1 files of ours can't keep", nullptr, files).arg(label);
+    }
+    if (const int files = count(&TagLosses::customTags); files > 0) {
+        sentences << tr("%n file(s) have tags of other names that %1 files of ours can't keep", nullptr,
+                        files)
+                         .arg(label);
+    }
+    return sentences;
+}
+
+QString TagLosses::reason(const QString &label) const
+{
+    QStringList kinds;
+    if (texts) {
+        kinds << tr("tags");
+    }
+    if (pictures) {
+        kinds << tr("pictures");
+    }
+    if (customTags) {
+        kinds << tr("tags of other names");
+    }
+    return tr("%1 files can't keep its %2; --accept-losses agrees to that")
+        .arg(label, kinds.join(QStringLiteral(", ")));
+}
+
+} // namespace kruv
