@@ -69,7 +69,7 @@ QString CreateFFPTask::fingerprintOf(const QString &file)
         fail(tr("%1 is not in the list: it is not a regular file.").arg(file));
         return {};
     }
-    const QString found = fingerprint(file, stopToken());
+    QString found = fingerprint(file, stopToken());
     if (!cancelled() && !isMetaflacError(found) && !isFingerprint(found)) {
         fail(tr("%1 is not in the list: metaflac told no fingerprint of it.").arg(file));
         return {};

@@ -110,7 +110,7 @@ void StagingFolder::empty()
         const std::string name = static_cast<const char *>(entry->d_name);
         std::error_code ignored;
         if (name != "." && name != ".." && name != lockName) {
-            std::filesystem::remove_all(folder + '/' + name, ignored);
+            std::filesystem::remove_all(std::filesystem::path(folder) / name, ignored);
         }
     }
 }

@@ -211,21 +211,25 @@ TEST_F(AudioService, AacHoldsRatesAndFollowsQuality)
 {
     constexpr qint64 seconds = 4;
     writeWav(file(u"s.wav"_s), {.frames = seconds * 44'100, .signal = Signal::Sine});
-    const auto kilobits = [&](std::uint32_t mode, std::uint32_t bitrate, std::uint32_t quality) {
+    struct Wanted
+    {
+        std::uint32_t mode = 0, bitrate = 0, quality = 0;
+    };
+    const auto kilobits = [&](const Wanted &wanted) {
         const auto task = std::make_shared<KruvTask>(nullptr);
         EncodeCoreAudioSync conversion(*task, file(u"s.wav"_s), file(u"o.m4a"_s), FormatType::Aac,
                                        FileType::M4af);
-        conversion.setMode(mode);
-        conversion.setBitrate(bitrate);
-        conversion.setQuality(quality);
+        conversion.setMode(wanted.mode);
+        conversion.setBitrate(wanted.bitrate);
+        conversion.setQuality(wanted.quality);
         EXPECT_TRUE(conversion.doEncodeCall());
         return readFile(file(u"o.m4a"_s)).size() * 8 / seconds / 1000;
     };
     for (const std::uint32_t mode : {0U, 1U, 2U}) {
-        EXPECT_NEAR(static_cast<double>(kilobits(mode, 96'000, 0)), 96.0, 12.0) << mode;
+        EXPECT_NEAR(static_cast<double>(kilobits({.mode = mode, .bitrate = 96'000})), 96.0, 12.0) << mode;
     }
-    EXPECT_LT(kilobits(3, 0, 1), kilobits(3, 0, 64));
-    EXPECT_LT(kilobits(3, 0, 64), kilobits(3, 0, 127));
+    EXPECT_LT(kilobits({.mode = 3, .quality = 1}), kilobits({.mode = 3, .quality = 64}));
+    EXPECT_LT(kilobits({.mode = 3, .quality = 64}), kilobits({.mode = 3, .quality = 127}));
 }
 
 } // namespace kruv::test

@@ -47,6 +47,7 @@ TEST(TemporaryNames, AreUniqueAcrossThreads)
     std::mutex lock;
     QSet<QString> paths;
     std::vector<std::thread> threads;
+    threads.reserve(4);
     for (int i = 0; i < 4; ++i) {
         threads.emplace_back([&] {
             for (int made = 0; made < 50; ++made) {

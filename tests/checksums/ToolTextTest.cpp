@@ -44,9 +44,9 @@ TEST(VerifyOutput, FindsThePercentage)
 TEST(VerifyOutput, KeepsWhatAReportNeeds)
 {
     const QString wavpack =
-        onScreen({"\n WVUNPACK  Hybrid Lossless Audio Decompressor  linux-gnu Version 5.6.0\n"
-                  " Copyright (c) 1998 - 2022 David Bryant.  All Rights Reserved.\n\n",
-                  "verifying a.wv,", "  38% done...", "\b\b\b\b\b\b\b\b\b\b\b\b", " 100% done...",
+        onScreen({"\n WVUNPACK  Hybrid Lossless Audio Decompressor  linux-gnu Version 5.6.0\n",
+                  " Copyright (c) 1998 - 2022 David Bryant.  All Rights Reserved.\n\n", "verifying a.wv,",
+                  "  38% done...", "\b\b\b\b\b\b\b\b\b\b\b\b", " 100% done...",
                   "\rverified a.wv in 0.11 secs (lossless, 46.37%)    \n"});
     EXPECT_EQ(VerifyOutput::namedLines(wavpack, u"a.wv"_s),
               u"a.wv: verified a.wv in 0.11 secs (lossless, 46.37%)\n"_s);

@@ -311,7 +311,7 @@ QByteArray takBytes(const Audio &audio)
     const QByteArray checked = takChecked(description.align().bytes());
     QByteArray file =
         "tBaK" + big(1, 1) + little(static_cast<quint64>(checked.size()), 3) + checked + big(0, 4);
-    const std::size_t quarter = audio.sampleRate / 4 * audio.channels;
+    const std::size_t quarter = std::size_t{audio.sampleRate} / 4 * audio.channels;
     const std::span<const std::int32_t> samples = audio.samples;
     for (std::size_t at = 0; at < samples.size(); at += quarter) {
         const bool isLast = samples.size() - at <= quarter;
