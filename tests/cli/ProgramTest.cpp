@@ -299,7 +299,7 @@ TEST_F(Program, AClosedPipeStopsNoJob)
 TEST_F(Program, ShntoolCommandsTakeTheirFiles)
 {
     const QStringList shntool{u"shntool"_s};
-    wav(u"-all.wav"_s, 3 * 44100);
+    wav(u"-all.wav"_s, 132'300);
     wav(u"other.wav"_s);
     folder.write(u"points.txt"_s, "0:01\n0:02\n");
     folder.write(u"names.txt"_s, "One\nTwo\n");

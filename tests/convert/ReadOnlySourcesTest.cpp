@@ -104,7 +104,7 @@ TEST(ReadOnlySources, WhatIsComputedAnewTakesTheOriginalsPlaceByAgreementOnly)
         writeWav(wav);
         DecodeTab &tab = session.controller.decodeTab();
         tab.deleteOriginalsButton().setOn(true);
-        tab.outputFormatMatrix().selectTitle(u"AIFF"_s);
+        tab.outputFormatMatrix().selectId(u"aiff"_s);
         tab.addFiles({dsf, wav});
         session.person.textAnswers = {session.folder.makeFolder(agrees ? u"yes"_s : u"no"_s)};
         session.person.buttonAnswers = {agrees ? 1 : 0};

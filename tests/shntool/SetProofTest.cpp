@@ -4,6 +4,7 @@
 // The jobs on sets and the proofs that they owe: with the real tool, and with tools that are wrong.
 
 #include "convert/FixTask.h"
+#include "formats/Formats.h"
 #include "platform/Resources.h"
 #include "shntool/SHNToolJoinTask.h"
 #include "shntool/SHNToolPadTask.h"
@@ -97,9 +98,8 @@ private:
         if (mode == u"fix") {
             return std::make_shared<FixTask>(&engine.queue,
                                              FixTask::Request{.fileNames = sources,
-                                                              .outputFormat = format,
-                                                              .outputPath = out,
-                                                              .md5Option = u"No MD5"_s},
+                                                              .target = Formats::ofType(format.toUpper()),
+                                                              .outputPath = out},
                                              [] {});
         }
         if (mode == u"split") {

@@ -50,9 +50,4 @@ QString fakeTool()
     return QStringLiteral(KRUV_FAKE_TOOL);
 }
 
-QString faultyTool()
-{
-    return QStringLiteral(KRUV_FAULTY_TOOL);
-}
-
 } // namespace kruv::test

@@ -44,7 +44,4 @@ public:
 /// Path of the helper program that plays an external tool; FakeTool.cpp lists its modes.
 QString fakeTool();
 
-/// Path of the helper program that runs a real tool and spoils what it makes; see FaultyTool.cpp.
-QString faultyTool();
-
 } // namespace kruv::test
