@@ -386,8 +386,8 @@ TEST_F(Conversion, FormatsBecomeOneAnotherWithTheirTags)
     const QString title = u"\u6b4c"_s;
     const QStringList formats{u"FLAC"_s, u"SHN"_s, u"WV"_s, u"TTA"_s, u"APE"_s, u"M4A"_s};
     for (qsizetype way = 0; way < formats.size() * formats.size(); ++way) {
-        const QString from = formats[way / formats.size()];
-        const QString to = formats[way % formats.size()];
+        const QString &from = formats[way / formats.size()];
+        const QString &to = formats[way % formats.size()];
         if (from == to) {
             continue;
         }

@@ -184,7 +184,7 @@ TEST_F(LossyConversion, DeletesOnlyOriginalsThatWereEncodedWhole)
 
 TEST_F(LossyConversion, DecodesOpusAndNoticesDamage)
 {
-    writeWav(music(u"a.wav"_s), {.frames = 5 * 44'100});
+    writeWav(music(u"a.wav"_s), {.frames = 220'500});
     EXPECT_EQ(encode(u"Opus"_s, {music(u"a.wav"_s)}), QString());
     QFile::remove(music(u"a.wav"_s));
     QByteArray damaged = readFile(music(u"a.opus"_s));

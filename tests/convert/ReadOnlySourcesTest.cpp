@@ -24,7 +24,7 @@ namespace {
 /// A second of two channels.
 QByteArray oneBitSilence()
 {
-    return QByteArray(2 * 352'800, '\x69');
+    return QByteArray(705'600, '\x69');
 }
 
 struct ReadOnlySource

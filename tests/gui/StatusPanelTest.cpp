@@ -70,7 +70,7 @@ TEST_F(StatusPanelTest, DrawsProgressAndOutcome)
     running->setProgressIndicatorValue(75);
     running->updateStatus();
     const int threeQuarters = pixelsLike(rowLayout(0).progressIndicator, fill);
-    EXPECT_NEAR(threeQuarters, quarter * 3, quarter / 4);
+    EXPECT_NEAR(threeQuarters, quarter * 3, 0.25 * quarter);
     EXPECT_EQ(pixelsLike(rowLayout(2).progressIndicator, fill), 0);
     EXPECT_GT(pixelsLike(rowLayout(0).cancelButton, QColor(115, 115, 115)), 20);
 
@@ -143,6 +143,7 @@ TEST_F(StatusPanelTest, ClosesByItselfUnlessSomethingFailed)
 TEST_F(StatusPanelTest, ScrollsToTheJobStartedLast)
 {
     std::vector<std::shared_ptr<FakeJob>> jobs;
+    jobs.reserve(60);
     for (int number = 0; number < 60; ++number) {
         jobs.push_back(submit("job"));
     }

@@ -24,6 +24,7 @@ TEST(MainThread, ServesManyThreadsEachInItsOwnOrder)
     std::vector<std::vector<int>> seen(threadCount);
     std::atomic<int> finished = 0;
     std::vector<std::thread> threads;
+    threads.reserve(threadCount);
     for (int thread = 0; thread < threadCount; ++thread) {
         threads.emplace_back([&, thread] {
             for (int i = 0; i < perThread; ++i) {

@@ -61,6 +61,7 @@ TEST(Regex, ManyThreadsShareTheCompiledExpressions)
 {
     std::atomic<int> right = 0;
     std::vector<std::thread> threads;
+    threads.reserve(4);
     const Regex shared(u"(\\d+)"_s);
     for (int thread = 0; thread < 4; ++thread) {
         threads.emplace_back([&right, &shared] {

@@ -79,7 +79,7 @@ QByteArray pcmBytes(const Audio &audio, ByteOrder order)
 {
     const unsigned size = audio.bitsPerSample / 8;
     QByteArray bytes;
-    bytes.reserve(static_cast<qsizetype>(audio.samples.size() * size));
+    bytes.reserve(static_cast<qsizetype>(audio.samples.size()) * size);
     for (const std::int32_t sample : audio.samples) {
         appendInteger(bytes, static_cast<std::uint64_t>(sample + zeroLevel(audio.bitsPerSample, order)), size,
                       order);
@@ -95,7 +95,7 @@ std::vector<std::int32_t> samplesIn(const QByteArray &pcm, unsigned bitsPerSampl
     }
     std::vector<std::int32_t> samples(static_cast<std::size_t>(pcm.size()) / size);
     for (std::size_t i = 0; i < samples.size(); ++i) {
-        auto value = static_cast<std::int64_t>(integerAt(pcm, static_cast<qsizetype>(i * size), size, order));
+        auto value = static_cast<std::int64_t>(integerAt(pcm, static_cast<qsizetype>(i) * size, size, order));
         value -= zeroLevel(bitsPerSample, order);
         const unsigned unused = 32 - bitsPerSample;
         samples[i] = static_cast<std::int32_t>(static_cast<std::uint32_t>(value) << unused) >> unused;

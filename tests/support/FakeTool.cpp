@@ -65,7 +65,7 @@ int printChunks(int status, char **chunks)
 int flood(int megabytes, const std::string &text)
 {
     std::string block;
-    while (block.size() < 1024 * 1024) {
+    while (block.size() < std::size_t{1024} * 1024) {
         block += text;
     }
     for (int i = 0; i < megabytes; ++i) {
