@@ -97,7 +97,7 @@ public:
     QStringList addresses;
     QList<QVariantMap> updates;
 
-public Q_SLOTS:
+public Q_SLOTS: // NOLINT(readability-redundant-access-specifiers): moc needs it
     void update(const QString &address, const QVariantMap &properties)
     {
         addresses.append(address);

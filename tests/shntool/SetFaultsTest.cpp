@@ -17,9 +17,8 @@
 
 #include <QDir>
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
+#include <gtest/gtest.h>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -66,8 +65,7 @@ protected:
             writeFile(wav, wavBytes(audio));
             sources.append(engine.folder.file(u"%1."_s.arg(number) + format.extension()));
             if (sources.back() != wav) {
-                engine.queue.addTask(
-                    format.encode(&engine.queue, {.source = wav, .output = sources.back()}));
+                engine.queue.addTask(format.encode(&engine.queue, {.source = wav, .output = sources.back()}));
             }
         }
         EXPECT_TRUE(engine.runToEnd());

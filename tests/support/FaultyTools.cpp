@@ -12,9 +12,9 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace kruv::test {
 
-const QStringList FaultyTools::faults = {u"half"_s,       u"garbage"_s, u"wrong64"_s,   u"flip"_s,
-                                         u"empty"_s,      u"nothing"_s, u"failed"_s,    u"flood"_s,
-                                         u"halfFailed"_s, u"crashed"_s, u"silent"_s,    u"keepsPipe"_s};
+const QStringList FaultyTools::faults = {u"half"_s,       u"garbage"_s, u"wrong64"_s, u"flip"_s,
+                                         u"empty"_s,      u"nothing"_s, u"failed"_s,  u"flood"_s,
+                                         u"halfFailed"_s, u"crashed"_s, u"silent"_s,  u"keepsPipe"_s};
 
 FaultyTools::FaultyTools(TemporaryFolder &folder)
     : m_folder(folder)

@@ -21,8 +21,8 @@ public:
 
     static const QStringList faults;
 
-    /// Makes the folder of a new case with a folder "out" in it. `plan`, "TOOL FAULT", holds for every tool that
-    /// is given a path in it; empty for a case in which nothing is wrong.
+    /// Makes the folder of a new case with a folder "out" in it. `plan`, "TOOL FAULT", holds for every tool
+    /// that is given a path in it; empty for a case in which nothing is wrong.
     QString newCase(const QString &plan);
     /// The tools that ran for a case, each once; none where this process does everything.
     static QStringList toolsOf(const QString &caseFolder);
@@ -40,8 +40,8 @@ private:
     QMap<QString, QString> m_cases;
 };
 
-/// What ffmpeg makes of files, 16 bit; it may not complain. One process decodes them all: its start takes longer
-/// than its work.
+/// What ffmpeg makes of files, 16 bit; it may not complain. One process decodes them all: its start takes
+/// longer than its work.
 std::vector<Audio> decodedByFfmpeg(const QStringList &files, TemporaryFolder &folder);
 
 } // namespace kruv::test
