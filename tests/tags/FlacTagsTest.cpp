@@ -50,7 +50,7 @@ class FlacTags : public testing::Test
 protected:
     void setTag(const QString &field) const { metaflac({u"--set-tag="_s + field, path}); }
 
-    const AudioFolder folder;
+    const AudioFolder folder = {};
     const TagLibTagsHelper helper{};
     const QString path = folder.audio(u"flac"_s);
 };

@@ -56,7 +56,7 @@ protected:
         return GetParam().write(path, record, writeEmptyTags);
     }
 
-    const AudioFolder folder;
+    const AudioFolder folder = {};
     const Helper helper{};
 };
 
@@ -202,7 +202,7 @@ QByteArray apeTag(const QByteArray &key, const QByteArray &value)
 
 TEST(ApeTags, WhatIsStoredBesideTheNumberStays)
 {
-    const AudioFolder folder;
+    const AudioFolder folder = {};
     const Helper helper{};
     const QString path = folder.audio(u"ape"_s);
     const QByteArray audio = readFile(path);
@@ -224,7 +224,7 @@ TEST(ApeTags, WhatIsStoredBesideTheNumberStays)
 
 TEST(ApeTags, ForeignItemsAndAnId3v1TagStay)
 {
-    const AudioFolder folder;
+    const AudioFolder folder = {};
     const Helper helper{};
     const QString path = folder.audio(u"wv"_s);
     const QByteArray audio = readFile(path);

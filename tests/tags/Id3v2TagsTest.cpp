@@ -70,7 +70,7 @@ protected:
         return record->yearText() + u'|' + record->monthText() + u'|' + record->dayText();
     }
 
-    const AudioFolder folder;
+    const AudioFolder folder = {};
     const TagLibTagsHelper helper{};
 };
 

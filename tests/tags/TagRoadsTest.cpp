@@ -78,7 +78,7 @@ class TagRoads : public testing::Test
 protected:
     QString audio(const Kind &kind) const { return folder.audio(QString::fromLatin1(kind.extension)); }
 
-    const AudioFolder folder;
+    const AudioFolder folder = {};
 };
 
 TEST_F(TagRoads, FromEveryFormatToEveryOtherAllArrivesOrIsNamed)

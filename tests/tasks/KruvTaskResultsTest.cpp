@@ -65,7 +65,7 @@ TEST(KruvTaskResults, FloodsAreCutAndSaySo)
     for (const auto &job : jobs) {
         kept += results.results(*job).size();
     }
-    EXPECT_LT(kept, KruvTaskResults::maxSetLength + 100 * 20);
+    EXPECT_LT(kept, KruvTaskResults::maxSetLength + 2000);
     results.setResults(u"short"_s, *jobs[0]);
     jobs[0]->say(u" and more"_s);
     EXPECT_EQ(results.results(*jobs[0]), u"short and more"_s);

@@ -31,7 +31,10 @@ public:
         FakeJob::startTask();
         runInBackground([this] { work(*this); });
     }
-    void stopRunning() override { KruvTask::stopRunning(); }
+    void stopRunning() override
+    {
+        KruvTask::stopRunning();
+    } // NOLINT(bugprone-parent-virtual-call): as jobs do it
     bool startLastPart() { return startFinishing(); }
 
     void stopTask() override

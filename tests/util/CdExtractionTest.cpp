@@ -70,7 +70,7 @@ protected:
             session.folder.write(u"files/cdda:host=sr2/"_s + name(track) + u".aiff"_s, "on the disc");
         }
         const Audio noise = makeAudio({.frames = tracksOnDisc * sectorsOfTrack * sectorBytes / 4});
-        image = wavBytes(noise).right(tracksOnDisc * sectorsOfTrack * sectorBytes);
+        image = wavBytes(noise).right(qsizetype{tracksOnDisc} * sectorsOfTrack * sectorBytes);
         session.folder.write(u"disc.bin"_s, image);
         session.folder.write(u"disc.cue"_s, cue);
     }
@@ -79,8 +79,8 @@ protected:
     QByteArray callsFile() const { return session.folder.file(u"calls"_s).toUtf8(); }
     QByteArray audioOf(int first, int last) const
     {
-        const int start = (first - 1) * sectorsOfTrack * sectorBytes;
-        return image.mid(start, (last - first + 1) * sectorsOfTrack * sectorBytes);
+        const qsizetype start = qsizetype{first - 1} * sectorsOfTrack * sectorBytes;
+        return image.mid(start, qsizetype{last - first + 1} * sectorsOfTrack * sectorBytes);
     }
     QByteArray written(const QString &file) const
     {
