@@ -85,6 +85,7 @@ void OutputTask::proveOutputs(const StagedOutputs &outputs)
 {
     showStatus(QCoreApplication::translate("OutputTask", "Proving…"));
     restartProgress();
+    outputs.requireMade();
     m_proof = prove(outputs);
     if (!m_proof.words.isEmpty()) {
         appendResults(QCoreApplication::translate("OutputTask", "Proven: %1.\n").arg(m_proof.words));

@@ -102,12 +102,19 @@ bool StagedOutputs::wasMade(const QString &path) const
     return info.isFile() && info.size() > 0;
 }
 
-void StagedOutputs::commit(bool durable)
+void StagedOutputs::requireMade() const
 {
     for (const Output &output : m_outputs) {
         if (!wasMade(output.path)) {
             fail(tr("%1 was not made, though nothing complained.").arg(output.path));
         }
+    }
+}
+
+void StagedOutputs::commit(bool durable)
+{
+    requireMade();
+    for (const Output &output : m_outputs) {
         const QString problem = durable ? FileCommit::toDisk(output.staged) : QString();
         if (!problem.isEmpty()) {
             fail(tr("%1 could not be brought to the disk: %2.").arg(output.path, problem));

@@ -48,6 +48,8 @@ public:
     /// Whether the file is there and not empty.
     bool wasMade(const QString &path) const;
 
+    /// Throws when an output was not made, in words for a person.
+    void requireMade() const;
     /// Gives every output its final name, or none; throws when one was not made. `durable`: bring them to the
     /// disk before and after, so that a power cut can't take them back; needed before an original goes.
     void commit(bool durable);

@@ -61,6 +61,7 @@ TEST(PcmJobs, DecodeConvertAndKeepWhatWouldBeLost)
               record->text(TagField::Title));
 
     QFile::remove(music(u"a.wav"_s));
+    session.person.buttonAnswers = {1}; // that its tags are lost
     decode({music(u"a.aiff"_s)}, u"WAV"_s);
     EXPECT_EQ(readFile(music(u"a.wav"_s)), wavBytes(audio));
     EXPECT_FALSE(QFile::exists(music(u"a.aiff"_s)));

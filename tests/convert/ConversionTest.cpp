@@ -361,12 +361,15 @@ TEST_F(Conversion, EveryFormatIsMadeAndDecoded)
             EXPECT_EQ(entries(session.music).size(), 2) << "only source and output";
             const auto carried = TagCopy::read(formatOf(encoded), encoded);
             EXPECT_EQ(carried->titleText(), format == u"SHN" ? QString() : tags.titleText());
-            EXPECT_EQ(!carried->albumArt().isNull(), format == u"M4A" || format == u"FLAC");
+            EXPECT_EQ(!carried->albumArt().isNull(), format != u"SHN");
 
             decode({encoded}, u"AIFF"_s);
             EXPECT_EQ(failures(), QString());
             EXPECT_TRUE(readAiff(out + u"/a.aiff"_s) == audio);
             deleteOriginals();
+            if (format != u"SHN") {
+                session.person.buttonAnswers = {1}; // that its tags are lost
+            }
             decode({encoded}, u"WAV"_s);
             EXPECT_EQ(failures(), QString());
             EXPECT_TRUE(readWav(out + u"/a.wav"_s) == audio);

@@ -79,7 +79,7 @@ std::uint32_t secondGroupChannels(const Assignment &assignment)
 
 std::size_t LpcmFormat::accessUnitBytes() const
 {
-    return 40 * findRate(sampleRate)->multiple * bytesPerFrame();
+    return std::size_t{40} * findRate(sampleRate)->multiple * bytesPerFrame();
 }
 
 std::array<std::uint8_t, 3> LpcmFormat::code() const

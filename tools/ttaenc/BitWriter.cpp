@@ -97,11 +97,13 @@ void BitWriter::putResiduals(std::span<const std::int32_t> residuals, unsigned c
             std::uint32_t ones = 0;
             state.all.adapt(value);
             if (value >> lowBits != 0) {
+                // NOLINTNEXTLINE(clang-analyzer-core.UndefinedBinaryOperatorResult): a width is 0 to 27
                 value -= 1u << lowBits;
                 lowBits = state.large.width;
                 state.large.adapt(value);
                 ones = 1 + (value >> lowBits);
             }
+            // NOLINTNEXTLINE(clang-analyzer-core.UndefinedBinaryOperatorResult): a width is 0 to 27
             const std::uint64_t low = value & ((std::uint64_t(1) << lowBits) - 1);
             if (ones + 1 + lowBits <= longestPut) {
                 put(((std::uint64_t(1) << ones) - 1) | low << (ones + 1), ones + 1 + lowBits);

@@ -17,8 +17,19 @@ void DecodeFlacTask::makeOutput()
     runStep(FlacTool::decode, {.input = fileName(), .output = staged(), .options = chosen()});
     // Where it goes on through errors, the tool's status is that of success.
     if (mayGoOn() && FlacOutput::reportsDamage(toolWords(), title())) {
-        failAfterwards(tr("it is damaged and was decoded through errors"));
+        m_wasDamaged = true;
+        failAfterwards(damaged());
     }
+}
+
+ProofNote DecodeFlacTask::prove(const StagedOutputs &outputs)
+{
+    return m_wasDamaged ? ProofNote{.unproven = damaged()} : ConversionTask::prove(outputs);
+}
+
+QString DecodeFlacTask::damaged()
+{
+    return tr("it is damaged and was decoded through errors");
 }
 
 void DecodeFlacTask::dress(StagedOutputs &)

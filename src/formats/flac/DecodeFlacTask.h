@@ -17,6 +17,12 @@ public:
 protected:
     void makeOutput() override;
     void dress(StagedOutputs &outputs) override;
+    ProofNote prove(const StagedOutputs &outputs) override;
+
+private:
+    static QString damaged(); // a clause
+
+    bool m_wasDamaged = false;
 };
 
 } // namespace kruv
