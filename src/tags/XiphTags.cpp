@@ -76,9 +76,15 @@ QByteArrayView takeText(QByteArrayView &rest)
     return text;
 }
 
+/// What an encoder says of itself goes with its audio, and means nothing in another file.
+bool isOfEncoder(const String &key)
+{
+    return key == encoderKey || key == "ENCODER_OPTIONS";
+}
+
 bool isKnown(const String &key)
 {
-    return key == dateKey || key == encoderKey ||
+    return key == dateKey || isOfEncoder(key) ||
            std::any_of(fieldKeys.begin(), fieldKeys.end(),
                        [&](const FieldKey &row) { return key == row.key; });
 }
@@ -127,7 +133,7 @@ void clearExceptEncoder(XiphComment &comment, const TagsObject &record)
     };
     const auto stays = [&](const String &key) {
         const bool isSeveral = fields[key].size() > 1;
-        return key == encoderKey || (isSeveral && isInRecord(key, joinedValues(comment, key)));
+        return isOfEncoder(key) || (isSeveral && isInRecord(key, joinedValues(comment, key)));
     };
     for (const auto &[key, values] : fields) {
         if (!stays(key)) {
