@@ -25,10 +25,10 @@ constexpr std::size_t bufferBytes = std::size_t{128} * 1024;
 /// Seconds by which lossy audio may be off: what a coder puts before and behind it is not always stated.
 constexpr double lengthTolerance = 0.1;
 
-QString tr(const char *text)
+struct Text
 {
-    return QCoreApplication::translate("kruv::Proof", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(kruv::Proof)
+};
 
 [[noreturn]] void disprove(const QString &text)
 {
@@ -98,7 +98,7 @@ void Comparison::requireSameKind() const
     const AudioStreamFormat &source = m_source.format();
     const AudioStreamFormat &output = m_output.format();
     if (source.sampleRate != output.sampleRate || source.channels != output.channels) {
-        disprove(tr("The output has %1 Hz and %2 channels, its source %3 Hz and %4 channels.")
+        disprove(Text::tr("The output has %1 Hz and %2 channels, its source %3 Hz and %4 channels.")
                      .arg(QString::number(output.sampleRate), QString::number(output.channels),
                           QString::number(source.sampleRate), QString::number(source.channels)));
     }
@@ -117,7 +117,8 @@ std::optional<Finding> Comparison::run()
     m_finding.outputLengths = m_output.lengths();
     m_finding.format = m_source.format();
     if (digestDecides() && m_finding.digest != m_source.statedDigest()) {
-        disprove(tr("The output holds other audio: its checksum is not the one that its source states."));
+        disprove(
+            Text::tr("The output holds other audio: its checksum is not the one that its source states."));
     }
     return m_finding;
 }
@@ -139,7 +140,7 @@ bool Comparison::readAll()
     }
     m_finding.frames = m_source.statedFrames();
     if (m_outputRead != m_finding.frames) {
-        disprove(tr("The output has %1 frames, its source %2.")
+        disprove(Text::tr("The output has %1 frames, its source %2.")
                      .arg(QString::number(m_outputRead), QString::number(m_finding.frames)));
     }
     return true;
@@ -169,10 +170,11 @@ void Comparison::compare(std::span<const std::uint8_t> source, std::span<const s
     const auto same = static_cast<std::size_t>(difference.in1 - source.begin());
     if (same < both) {
         const auto frame = m_finding.frames - framesIn(source) + framesIn(source.first(same));
-        disprove(tr("The output holds other audio: it differs from its source at frame %1, %2 s after the "
-                    "beginning.")
-                     .arg(QString::number(frame),
-                          QString::number(static_cast<double>(frame) / m_client.sampleRate, 'f', 2)));
+        disprove(
+            Text::tr("The output holds other audio: it differs from its source at frame %1, %2 s after the "
+                     "beginning.")
+                .arg(QString::number(frame),
+                     QString::number(static_cast<double>(frame) / m_client.sampleRate, 'f', 2)));
     }
     const auto onlySource = source.subspan(both);
     const auto onlyOutput = output.subspan(both);
@@ -185,16 +187,17 @@ void Comparison::requireAnnouncedEnds() const
 {
     const bool isFilled = m_claim.change == Change::SectorFilled;
     if (m_finding.cut > 0 && (m_claim.change != Change::SilenceCut || !m_endsAreSilent)) {
-        disprove(tr("%1 frames of its source are missing in the output.").arg(m_finding.cut));
+        disprove(Text::tr("%1 frames of its source are missing in the output.").arg(m_finding.cut));
     }
     if (m_finding.added > 0 && (!isFilled || !m_endsAreSilent)) {
-        disprove(tr("The output has %1 frames that its source does not have.").arg(m_finding.added));
+        disprove(Text::tr("The output has %1 frames that its source does not have.").arg(m_finding.added));
     }
     const std::int64_t sector = std::max(m_client.sampleRate / sectorsInASecond, 1U);
     if (isFilled && (m_outputRead % sector != 0 || m_finding.added >= sector)) {
         disprove(
-            tr("The output has %1 frames of silence more than its source, which does not fill a sector of a "
-               "CD up.")
+            Text::tr(
+                "The output has %1 frames of silence more than its source, which does not fill a sector of a "
+                "CD up.")
                 .arg(m_finding.added));
     }
 }
@@ -292,14 +295,14 @@ QString obstacle(const QString &source)
     const AudioContent content = ContentProbe::of(source);
     switch (content.kind) {
     case AudioContent::Kind::Dsd:
-        return tr("its samples were computed anew, so it can't be got back from the output");
+        return Text::tr("its samples were computed anew, so it can't be got back from the output");
     case AudioContent::Kind::Hybrid:
-        return tr("it is one half of a hybrid WavPack recording, and the other half is not read here");
+        return Text::tr("it is one half of a hybrid WavPack recording, and the other half is not read here");
     default:
         break;
     }
     return AudioFiles::open(source, content)->dataFormat().isFloatingPoint()
-               ? tr("its samples are floating-point numbers, which the output does not hold bit by bit")
+               ? Text::tr("its samples are floating-point numbers, which the output does not hold bit by bit")
                : QString();
 }
 
@@ -324,7 +327,7 @@ std::optional<Finding> sameLength(const QString &source, const QString &output, 
     const auto wanted = static_cast<double>(*length) / original.format().sampleRate;
     const auto plays = static_cast<double>(*frames) / made.format().sampleRate;
     if (std::abs(wanted - plays) > lengthTolerance) {
-        disprove(tr("The output plays for %1 s, its source for %2 s.")
+        disprove(Text::tr("The output plays for %1 s, its source for %2 s.")
                      .arg(QString::number(plays, 'f', 3), QString::number(wanted, 'f', 3)));
     }
     return Finding{.frames = *length, .decoder = made.decoder()};

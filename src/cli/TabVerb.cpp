@@ -90,9 +90,8 @@ void TabVerb::declareProofFlag()
 
 void TabVerb::declareChangeFlag()
 {
-    app()
-        .add_flag("--delete-changed", m_options.deleteChanged,
-                  "Delete also originals that can't be got back from their outputs: DSD, floating point")
+    addFlag("--delete-changed", m_options.deleteChanged,
+            tr("Delete also originals that can't be got back from their outputs: DSD, floating point"))
         ->needs(app().get_option("--delete-originals"));
 }
 

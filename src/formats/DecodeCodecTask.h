@@ -5,6 +5,8 @@
 
 #include "formats/ConversionTask.h"
 
+#include <QCoreApplication>
+
 namespace kruv {
 
 /// How a codec's tool decodes to WAV.
@@ -20,6 +22,7 @@ struct DecodeRecipe
 /// over.
 class DecodeCodecTask : public ConversionTask
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::DecodeCodecTask)
 public:
     DecodeCodecTask(TaskCompletionSink *queue, const ConversionRequest &request, const DecodeRecipe &recipe);
 

@@ -6,6 +6,7 @@
 #include "audio/Proof.h"
 #include "shntool/SHNToolOutputTask.h"
 
+#include <QCoreApplication>
 #include <QMap>
 
 namespace kruv {
@@ -13,6 +14,7 @@ namespace kruv {
 /// Splits one file into tracks and gives those that have a title its name.
 class SHNToolSplitTask : public SHNToolOutputTask
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::SHNToolSplitTask)
 public:
     /// `request` has one file; `splitPoints` is the file with the points.
     SHNToolSplitTask(TaskCompletionSink *queue, Request request, const QString &splitPoints);
