@@ -111,6 +111,21 @@ bool insertPump(int stream, HeaderChange change)
     return true;
 }
 
+/// What a file that begins so is decoded as; null where it needs no decoder.
+const char *formatOf(std::string_view start)
+{
+    struct Magic
+    {
+        std::string_view bytes;
+        const char *format;
+    };
+    static constexpr std::array magics{Magic{"fLaC", "flac"}, Magic{"FORM", "aiff"}, Magic{"wvpk", "wv"},
+                                       Magic{"ajkg", "shn"},  Magic{"MAC ", "ape"},  Magic{"TTA1", "tta"}};
+    const auto *magic = std::find_if(magics.begin(), magics.end(),
+                                     [start](const Magic &each) { return start.starts_with(each.bytes); });
+    return magic == magics.end() ? nullptr : magic->format;
+}
+
 int runTool(const ToolFinder &finder, const Arguments &call)
 {
     const auto program = finder.find(call.front());
@@ -174,20 +189,25 @@ Arguments decoderCall(const std::string &format, const std::string &file, bool m
     return {"ttaenc", "-d", "-o", "-", name};
 }
 
+std::string missingDecoder(const Arguments &files, const ToolFinder &finder)
+{
+    constexpr std::size_t longestMagic = 4;
+    for (const auto &file : files) {
+        const char *format = formatOf(readStart(file, longestMagic));
+        const auto call = format ? decoderCall(format, file, false, false) : Arguments();
+        if (!call.empty() && finder.find(call.front()).empty()) {
+            return call.front();
+        }
+    }
+    return {};
+}
+
 std::string decodedStart(const std::string &file, const ToolFinder &finder)
 {
-    struct Magic
-    {
-        std::string_view bytes;
-        const char *format;
-    };
-    static constexpr std::array magics{Magic{"fLaC", "flac"}, Magic{"FORM", "aiff"}, Magic{"wvpk", "wv"},
-                                       Magic{"ajkg", "shn"},  Magic{"MAC ", "ape"},  Magic{"TTA1", "tta"}};
     constexpr std::size_t enough = 65536;
     auto start = readStart(file, enough);
-    const auto magic = std::find_if(magics.begin(), magics.end(),
-                                    [&start](const Magic &each) { return start.starts_with(each.bytes); });
-    if (magic == magics.end()) {
+    const char *format = formatOf(start);
+    if (!format) {
         return start;
     }
     int ends[2];
@@ -201,7 +221,7 @@ std::string decodedStart(const std::string &file, const ToolFinder &finder)
         close(ends[0]);
         dup2(ends[1], STDOUT_FILENO);
         dup2(open("/dev/null", O_WRONLY | O_CLOEXEC), STDERR_FILENO);
-        _exit(decode(magic->format, file, finder));
+        _exit(decode(format, file, finder));
     }
     File output(ends[0]);
     close(ends[1]);

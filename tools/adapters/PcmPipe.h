@@ -23,6 +23,9 @@ int runPcmPipe(const Arguments &arguments, const ToolFinder &finder);
 /// can decode it.
 std::string decodedStart(const std::string &file, const ToolFinder &finder);
 
+/// The decoder that one of `files` needs and that is nowhere; empty where none is missing.
+std::string missingDecoder(const Arguments &files, const ToolFinder &finder);
+
 /// What has to run to decode `file`; an empty list when it is a WAV and nothing has to. The first word is the
 /// tool.
 Arguments decoderCall(const std::string &format, const std::string &file, bool madeFromOther, bool isWav);

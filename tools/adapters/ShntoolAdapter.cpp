@@ -170,6 +170,7 @@ ShntoolPlan planShntool(const Arguments &arguments, const ShntoolSurroundings &s
         plan.arguments = arguments;
         return plan;
     }
+    plan.sources = command->files;
     if (writesFiles(*command)) {
         planWriting(plan, *command, surroundings.helper);
     }
@@ -186,7 +187,6 @@ ShntoolPlan planShntool(const Arguments &arguments, const ShntoolSurroundings &s
         }
         if (option.letter == 'f' && command->mode->name == "split") {
             plan.pointsArgument = plan.arguments.size() - 1;
-            plan.splitSource = command->files.front();
         }
     }
     if (!plan.folder.empty()) {

@@ -35,13 +35,13 @@ struct ShntoolPlan
     std::size_t folderArgument = 0; // place of the output folder in them; 0: nothing is written
     std::string folder;             // where the outputs belong
     std::string exactFile;          // where the only output belongs, instead; may be empty
+    Arguments sources;              // as they were given
     std::string encoder;            // the program that encodes them; empty where it is this one
     std::vector<ShntoolOutput> outputs;
     std::string takenPrefix; // outputs that can't be named beforehand begin with this ...
     std::string takenSuffix; // ... and end with this
     std::vector<ShntoolStandIn> standIns;
     std::size_t pointsArgument = 0; // place of the split-point file; 0: none
-    std::string splitSource;        // the file to be split there
     bool replace = false;           // existing outputs are overwritten
     bool oneResult = false;         // all outputs or none
     std::string error;              // not empty: don't run, say this

@@ -149,7 +149,7 @@ private:
     bool adaptSplitPoints(const ToolFinder &finder)
     {
         constexpr std::size_t sizeLimit = 1 << 20;
-        const auto header = WavHeader::parse(decodedStart(m_plan.splitSource, finder));
+        const auto header = WavHeader::parse(decodedStart(m_plan.sources.front(), finder));
         const PcmLayout layout = header ? PcmLayout{header->rate, header->frameSize} : PcmLayout();
         auto &file = m_command.arguments[m_plan.pointsArgument];
         const auto given = readStart(file, sizeLimit);
@@ -242,6 +242,14 @@ std::string helperCall(const ToolFinder &finder)
     return path.find_first_of(" \t\n") == std::string::npos ? path : std::string(programName);
 }
 
+// shntool itself would say of a missing encoder that it ended, and of a decoder that the source can't be
+// read.
+std::string missingTool(const ShntoolPlan &plan, const ToolFinder &finder)
+{
+    const bool byName = !plan.encoder.empty() && plan.encoder.find('/') == std::string::npos;
+    return byName && finder.find(plan.encoder).empty() ? plan.encoder : missingDecoder(plan.sources, finder);
+}
+
 } // namespace
 
 int runShntool(const std::string &name, const Arguments &arguments, const ToolFinder &finder)
@@ -251,9 +259,8 @@ int runShntool(const std::string &name, const Arguments &arguments, const ToolFi
         complain(baseName(name), "error: " + plan.error);
         return EXIT_FAILURE;
     }
-    const bool byName = !plan.encoder.empty() && plan.encoder.find('/') == std::string::npos;
-    if (byName && finder.find(plan.encoder).empty()) {
-        complain(baseName(name), "error: " + ToolFinder::missingText(plan.encoder));
+    if (const auto missing = missingTool(plan, finder); !missing.empty()) {
+        complain(baseName(name), "error: " + ToolFinder::missingText(missing));
         return EXIT_FAILURE;
     }
     ChildCommand command{finder.find("shntool"), name, plan.arguments, {}, {}};

@@ -132,7 +132,7 @@ std::string ToolFinder::missingText(std::string_view tool)
     if (known && !known->package.empty()) {
         text.append("; install the package \"").append(known->package).append("\"");
     } else {
-        text.append("; it belongs into Kruv's resources folder");
+        text.append("; it belongs to Kruv: build or install Kruv again");
     }
     return text;
 }

@@ -291,6 +291,17 @@ TEST_F(ShntoolRunTest, FailuresLeaveNothingAndDoneWorkStays)
     EXPECT_EQ(leftOver(), Names{});
 }
 
+TEST_F(ShntoolRunTest, AMissingDecoderIsNamed)
+{
+    const tools::test::TemporaryFolder nothing;
+    for (const auto &[start, decoder] : {std::pair{"ajkg", "shorten"}, {"wvpk", "wvunpack"}}) {
+        writeFile(source("a.x"), start);
+        EXPECT_EQ(missingDecoder({source("none"), source("a.x")}, {nothing.path(""), nothing.path("")}),
+                  decoder);
+    }
+    EXPECT_EQ(missingDecoder({makeSource("a.wav", m_cd)}, {nothing.path(""), nothing.path("")}), "");
+}
+
 TEST_F(ShntoolRunTest, ASignalEndsTheWholeRunAndCleansUp)
 {
     // Large enough to be far from done when its first progress is seen.
