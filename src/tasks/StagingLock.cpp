@@ -70,9 +70,14 @@ qint64 ageOf(const QString &path)
 
 bool isGone(const QString &stagingFolder, const QString &lock)
 {
-    const QList<QByteArray> owner = contentOf(lock).trimmed().split('\n');
+    const QByteArray content = contentOf(lock);
+    const QList<QByteArray> owner = content.trimmed().split('\n');
     constexpr qsizetype parts = 4;
-    if (owner.size() != parts || owner[0] != QSysInfo::machineHostName().toUtf8()) {
+    const bool isWhole = owner.size() == parts;
+    if (!isWhole && !content.isEmpty()) {
+        return false; // somebody else's file; ours is empty where a crash took what was written
+    }
+    if (!isWhole || owner[0] != QSysInfo::machineHostName().toUtf8()) {
         return ageOf(lock) > longestJob;
     }
     if (owner[1] != bootId()) {
@@ -102,7 +107,10 @@ bool isStale(const QString &stagingFolder)
     const QString path = stagingFolder + u'/' + fileName();
     const int lock = open(QFile::encodeName(path).constData(), O_RDWR | O_CLOEXEC);
     if (lock < 0) {
-        return !QFile::exists(path) && ageOf(stagingFolder + u'/') > day;
+        // Ours is empty without its lock; what holds files is a person's folder that happens to have the
+        // name.
+        return QDir(stagingFolder).isEmpty(QDir::AllEntries | QDir::Hidden | QDir::System) &&
+               ageOf(stagingFolder + u'/') > day;
     }
     const bool stale = flock(lock, LOCK_EX | LOCK_NB) == 0 && isGone(stagingFolder, path);
     close(lock);

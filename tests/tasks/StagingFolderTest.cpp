@@ -7,8 +7,10 @@
 #include "support/QtPrinters.h"
 
 #include <QDir>
+#include <QSysInfo>
 
 #include <gtest/gtest.h>
+#include <utime.h>
 
 using namespace Qt::Literals::StringLiterals;
 using namespace kruv;
@@ -65,6 +67,25 @@ TEST_F(StagingFolderTest, OneThatWasMovedAwayIsNotWaitedFor)
     QDir().mkdir(album);
     const StagingFolder next(album);
     EXPECT_TRUE(QFile::exists(next.pathFor(u"lock"_s)));
+}
+
+TEST_F(StagingFolderTest, SweepsOnlyWhatIsItsOwn)
+{
+    const QString gone = folder.makeFolder(u".kruv-abcdefgh"_s);
+    const QString empty = folder.makeFolder(u".kruv-emptyish"_s);
+    const QString music = folder.makeFolder(u".kruv-mymusics"_s);
+    const QString locks = folder.makeFolder(u".kruv-mykeylox"_s);
+    const QStringList files{
+        folder.write(u".kruv-abcdefgh/lock"_s, QSysInfo::machineHostName().toUtf8() + "\nboot\n1\n1\n"),
+        folder.write(u".kruv-abcdefgh/half.flac"_s, "half"),
+        folder.write(u".kruv-mymusics/song.flac"_s, "song"),
+        folder.write(u".kruv-mykeylox/lock"_s, "a picture of a lock")};
+    const utimbuf longAgo{1, 1};
+    for (const QString &path : files + QStringList{gone, empty, music, locks}) {
+        utime(QFile::encodeName(path).constData(), &longAgo);
+    }
+    StagingFolder::sweep(folder.path());
+    EXPECT_EQ(namesIn(folder.path()), (QStringList{u".kruv-mykeylox"_s, u".kruv-mymusics"_s}));
 }
 
 TEST_F(StagingFolderTest, FewWaitHoweverManyFoldersThereAre)
