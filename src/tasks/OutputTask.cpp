@@ -26,6 +26,9 @@ void OutputTask::doStartTask()
 {
     const std::vector<FileStamp> stamps = stampSources();
     StagedOutputs outputs(m_mayReplace ? FileCommit::Existing::Replace : FileCommit::Existing::Keep);
+    if (!deleteOriginal()) {
+        outputs.protect(sources());
+    }
     make(outputs);
     if (mayGoOn()) {
         dress(outputs);

@@ -4,6 +4,7 @@
 #include "tasks/StagedOutputs.h"
 
 #include "base/PathNames.h"
+#include "tasks/FileStamp.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -46,6 +47,12 @@ QString StagedOutputs::add(const QString &path, const QString &stagedName)
     if (m_existing == FileCommit::Existing::Keep && FileCommit::isTaken(path)) {
         failAsTaken(path);
     }
+    const auto isOutput = [&path](const QString &source) { return FileStamp::isSameFile(source, path); };
+    if (FileCommit::isTaken(path) && std::ranges::any_of(m_protected, isOutput)) {
+        fail(tr("%1 is the source itself and was left as it is: choose another output folder, or let the "
+                "originals be deleted.")
+                 .arg(path));
+    }
     if (find(path)) {
         fail(tr("Two of the outputs would get the same name, %1.").arg(path));
     }
@@ -56,7 +63,14 @@ QString StagedOutputs::add(const QString &path, const QString &stagedName)
     if (QFileInfo(path).isDir()) {
         fail(tr("The output %1 can't be written: there is a folder of that name.").arg(path));
     }
-    m_outputs.push_back({path, staging(PathNames::folderOf(path)).pathFor(stagedName)});
+    const QString staged = staging(PathNames::folderOf(path)).pathFor(stagedName);
+    if (QFile::encodeName(staged).size() >= PATH_MAX) {
+        fail(
+            tr("The output %1 can't be written: its path is too long. Choose an output folder that is not so "
+               "deep.")
+                .arg(path));
+    }
+    m_outputs.push_back({path, staged});
     return m_outputs.back().staged;
 }
 

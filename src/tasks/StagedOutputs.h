@@ -25,6 +25,9 @@ public:
     /// What the rule for existing files is, for all outputs alike.
     explicit StagedOutputs(FileCommit::Existing existing);
 
+    /// No output may take the place of one of these. Before the outputs are announced.
+    void protect(const QStringList &sources) { m_protected = sources; }
+
     /// Announces an output and returns where it is to be made: under its final name, in a staging folder.
     /// Throws when there is a file of that name that is not to be replaced, or when nothing can be written
     /// there.
@@ -70,6 +73,7 @@ private:
     void takeBack();
 
     const FileCommit::Existing m_existing;
+    QStringList m_protected;
     std::map<QString, std::unique_ptr<StagingFolder>> m_folders;
     std::vector<Output> m_outputs;
     QStringList m_committed;

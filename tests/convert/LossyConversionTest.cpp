@@ -114,6 +114,10 @@ TEST_F(LossyConversion, ReplacesASongByItselfOnlyWithAWholeOne)
     AACTagsHelper().writeTagsForFile(song, *fullRecord(), false, false);
     const QByteArray before = readFile(song);
     QFile::setPermissions(song, QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup);
+    session.person.buttonAnswers = {1};
+    EXPECT_TRUE(encode(u"AAC"_s, {song}).contains(u"is the source itself"_s));
+    EXPECT_EQ(readFile(song), before);
+    deleteOriginals();
     const QString resources = session.folder.makeFolder(u"resources"_s);
     const QString tool = session.folder.file(u"resources/aacplusenc"_s);
     // How an encoder may fail, the last two with the status of success.
