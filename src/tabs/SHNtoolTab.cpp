@@ -16,6 +16,7 @@
 #include "shntool/SHNToolTask.h"
 #include "shntool/SHNToolTrimTask.h"
 #include "shntool/SHNtoolOutputNamingFormatParser.h"
+#include "shntool/SplitPositions.h"
 #include "shntool/SplitTitles.h"
 #include "tabs/FormatControls.h"
 #include "tasks/KruvTaskQueue.h"
@@ -335,6 +336,13 @@ void SHNtoolTab::handleSHNtoolSplit(bool besideSource)
     if (!points) {
         host().userInterface().alert(tr("%1 could not be read.").arg(*splitPoints), QString(),
                                      acknowledgeButton());
+        return;
+    }
+    if (const QString problem = SplitPositions::problemIn(*points); !problem.isEmpty()) {
+        host().userInterface().alert(tr("%1 can't be split by %2.")
+                                         .arg(PathNames::lastPathComponent(fileList().at(0)),
+                                              PathNames::lastPathComponent(*splitPoints)),
+                                     problem, acknowledgeButton());
         return;
     }
     auto job = std::make_shared<SHNToolSplitTask>(&host().taskQueue(), request(*folder, {fileList().at(0)}),

@@ -7,6 +7,7 @@
 #include "shntool/SHNToolLenReport.h"
 #include "shntool/SHNToolOutput.h"
 #include "shntool/SHNtoolOutputNamingFormatParser.h"
+#include "shntool/SplitPositions.h"
 #include "shntool/SplitTitles.h"
 #include "support/QtPrinters.h"
 #include "tags/TrackNameText.h"
@@ -76,6 +77,20 @@ TEST(TrackText, TitlesBecomeFileNamesThatStayInTheirFolder)
         "TRACK 01 AUDIO\r\nTITLE \"Les \351t\351s \340 la plage, \347a va tr\350s bien\"\r\n";
     EXPECT_EQ(SplitTitles::trackTitleMap(TextEncoding::text(latin1), u"flac"_s).first(),
               u"01 Les étés à la plage, ça va très bien.flac"_s);
+}
+
+TEST(TrackText, WhatIsNoPointToSplitAtIsNamed)
+{
+    for (const auto &[text, problem] :
+         {std::pair{u"0:01\r\n 1:02.33\r\n0:03.250\n176400\n\n  \n"_s, u""_s},
+          {u"0:01\n\n-5\n"_s, u"Line 3 is no point: \"-5\"."_s},
+          {u"0:61\n"_s, u"Line 1 "_s},
+          {u"FILE \"a.wav\" WAVE\n\n TRACK 01 AUDIO\n INDEX 01 00:00:00\n"_s, u""_s},
+          {u"FILE \"a.wav\" WAVE\n INDEX 01 00:00:00\nFILE \"b.wav\" WAVE\n INDEX 01 00:00:00\n"_s,
+           u"The cue sheet is of 2 files"_s}}) {
+        const QString found = SplitPositions::problemIn(text);
+        EXPECT_TRUE(problem.isEmpty() ? found.isEmpty() : found.startsWith(problem)) << found.toStdString();
+    }
 }
 
 TEST(TrackText, LengthReportsSurviveWarningsInTheMiddleOfALine)

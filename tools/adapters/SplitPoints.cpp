@@ -108,6 +108,19 @@ std::string narrowed(std::string_view text, std::size_t lowByte)
     return narrow;
 }
 
+// The tool takes a blank line of a list for a point.
+std::string withoutBlankLines(const std::string &text)
+{
+    std::string kept;
+    std::string_view rest = text;
+    while (!rest.empty()) {
+        const auto line = rest.substr(0, std::min(rest.find('\n'), rest.size() - 1) + 1);
+        kept += trimmed(line.substr(0, line.find('\n'))).empty() ? std::string_view() : line;
+        rest.remove_prefix(line.size());
+    }
+    return kept;
+}
+
 } // namespace
 
 std::string plainSplitPoints(const std::string &text)
@@ -119,7 +132,7 @@ std::string plainSplitPoints(const std::string &text)
             plain[at] = '\n';
         }
     }
-    return plain;
+    return withoutBlankLines(plain);
 }
 
 std::optional<std::string> splitPointsInBytes(const std::string &text, const PcmLayout &layout)

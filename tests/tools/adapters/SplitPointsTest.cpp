@@ -47,7 +47,7 @@ TEST(SplitPoints, SheetsOfAnyMakeBecomePlain)
          {plain, wide(false, "\xFF\xFE"), wide(true, "\xFE\xFF"), wide(false, ""), wide(true, "")}) {
         EXPECT_EQ(plainSplitPoints(text), plain);
     }
-    EXPECT_EQ(plainSplitPoints("0:01\r0:02\r"), "0:01\n0:02\n");
+    EXPECT_EQ(plainSplitPoints("0:01\r\r0:02\r \r"), "0:01\n0:02\n");
     EXPECT_EQ(plainSplitPoints(""), "");
 }
 
