@@ -41,6 +41,7 @@ QProcessEnvironment make(const QString &resources)
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     appendToPath(environment, resources);
     setUtf8CharacterType(environment);
+    environment.insert(QStringLiteral("NSUnbufferedIO"), QStringLiteral("YES"));
     return environment;
 }
 
@@ -90,15 +91,10 @@ void appendToPath(QProcessEnvironment &environment, const QString &folder)
     environment.insert(key, environment.value(key) + u':' + folder);
 }
 
-QProcessEnvironment unbuffered(QProcessEnvironment environment)
-{
-    environment.insert(QStringLiteral("NSUnbufferedIO"), QStringLiteral("YES"));
-    return environment;
-}
-
 std::vector<std::string> entries(const QProcessEnvironment &environment)
 {
-    // Most tools get the same one, and writing it out anew was a tenth of what a short job costs us.
+    // Most tools get the very same one, which compares by its address; writing it out anew was a tenth of
+    // what a short job costs us.
     static std::mutex lock;
     static QProcessEnvironment known;
     static std::vector<std::string> cached;

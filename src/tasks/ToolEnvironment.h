@@ -12,15 +12,13 @@
 /// The environment that every external tool is run in.
 namespace kruv::ToolEnvironment {
 
-/// The inherited environment with PATH = inherited PATH, ":", the resources folder, and a UTF-8 character
-/// type where the inherited locale has none (tools convert tag text from it). Any thread.
+/// The inherited environment with PATH = inherited PATH, ":", the resources folder; a UTF-8 character type
+/// where the inherited locale has none (tools convert tag text from it); and NSUnbufferedIO = YES, which asks
+/// tools that know it not to hold back their output. Any thread.
 QProcessEnvironment base();
 
 /// PATH = its current value, ":", `folder`.
 void appendToPath(QProcessEnvironment &environment, const QString &folder);
-
-/// `environment` with NSUnbufferedIO = YES, which asks tools that know it not to hold back their output.
-QProcessEnvironment unbuffered(QProcessEnvironment environment);
 
 /// As the "NAME=value" that the system takes. What was inherited keeps its bytes, text or not.
 std::vector<std::string> entries(const QProcessEnvironment &environment);

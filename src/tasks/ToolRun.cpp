@@ -79,7 +79,7 @@ QString ToolRun::launch()
     const Descriptor writer(ends[1]);
     ToolLaunch tool{.program = bytesOf(directProgram(m_call.launchPath, m_call.arguments)),
                     .arguments = {},
-                    .environment = ToolEnvironment::entries(ToolEnvironment::unbuffered(m_call.environment)),
+                    .environment = ToolEnvironment::entries(m_call.environment),
                     .folder = bytesOf(m_call.folder),
                     .output = writer.get(),
                     .watched = &m_watched};
