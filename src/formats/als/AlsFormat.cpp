@@ -21,7 +21,7 @@ const Format alsFormat{
     .label = u"MPEG-4 ALS",
     .types = types,
     .mediaTypes = mediaTypes,
-    .takenBy = {.decode = true, .encode = true},
+    .takenBy = {.decode = true, .encode = true, .lossy = true},
     .isContent = holdsCodec<AudioContent::Codec::Mpeg4Als>,
     .decode = makeConversionTask<PcmConversionTask>,
 };

@@ -27,7 +27,7 @@ const Format cafFormat{
     .label = u"CAF",
     .types = types,
     .mediaTypes = mediaTypes,
-    .takenBy = {.decode = true, .encode = true},
+    .takenBy = {.decode = true, .encode = true, .lossy = true},
     .isContent = isLosslessCaf,
     .decode = makeConversionTask<PcmConversionTask>,
 };

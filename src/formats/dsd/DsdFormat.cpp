@@ -22,7 +22,7 @@ const Format dsdFormat{
     .types = types,
     .mediaTypes = mediaTypes,
     .kind = FormatKind::ChangesSignal,
-    .takenBy = {.decode = true, .encode = true},
+    .takenBy = {.decode = true, .encode = true, .lossy = true},
     .isContent = isContainer<AudioContent::Container::Dsf, AudioContent::Container::Dff>,
     .decode = makeConversionTask<PcmConversionTask>,
 };

@@ -42,7 +42,7 @@ const Format opusFormat{
     .types = types,
     .mediaTypes = mediaTypes,
     .kind = FormatKind::Lossy,
-    .takenBy = {.decode = true, .tags = true},
+    .takenBy = {.decode = true, .encode = true, .tags = true},
     .isContent =
         [](const FileStart &start) {
             return start.bytes().startsWith("OggS") && start.bytes().contains("OpusHead");

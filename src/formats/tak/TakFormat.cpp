@@ -21,7 +21,7 @@ const Format takFormat{
     .label = u"TAK",
     .types = types,
     .mediaTypes = mediaTypes,
-    .takenBy = {.decode = true, .encode = true},
+    .takenBy = {.decode = true, .encode = true, .lossy = true},
     .isContent = [](const FileStart &start) { return start.bytes().startsWith("tBaK"); },
     .decode = makeConversionTask<PcmConversionTask>,
 };

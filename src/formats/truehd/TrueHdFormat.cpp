@@ -21,7 +21,7 @@ const Format trueHdFormat{
     .label = u"TrueHD",
     .types = types,
     .mediaTypes = mediaTypes,
-    .takenBy = {.decode = true, .encode = true},
+    .takenBy = {.decode = true, .encode = true, .lossy = true},
     .isContent = isContainer<AudioContent::Container::Mlp>,
     .decode = makeConversionTask<PcmConversionTask>,
 };

@@ -27,7 +27,7 @@ const Format wave64Format{
     .label = u"Wave64",
     .types = types,
     .mediaTypes = mediaTypes,
-    .takenBy = {.decode = true, .encode = true},
+    .takenBy = {.decode = true, .encode = true, .lossy = true},
     .isContent = isWave64,
     .decode = makeConversionTask<PcmConversionTask>,
 };

@@ -21,7 +21,7 @@ const Format wmaLosslessFormat{
     .label = u"WMA Lossless",
     .types = types,
     .mediaTypes = mediaTypes,
-    .takenBy = {.decode = true, .encode = true},
+    .takenBy = {.decode = true, .encode = true, .lossy = true},
     .isContent = holdsCodec<AudioContent::Codec::WmaLossless>,
     .decode = makeConversionTask<PcmConversionTask>,
 };
