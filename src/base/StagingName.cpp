@@ -35,6 +35,14 @@ bool isFolder(QStringView name)
     return name.startsWith(prefix) && expression.match(name).hasMatch();
 }
 
+void removeFolders(QString &text)
+{
+    static const QRegularExpression expression(QStringLiteral("/\\.kruv-[a-z]{%1}(?=/)").arg(letters));
+    if (text.contains(prefix)) {
+        text.remove(expression);
+    }
+}
+
 bool isTemporaryFile(QStringView name)
 {
     static const QRegularExpression expression(

@@ -16,6 +16,9 @@ QString pattern();
 /// Whether a folder of that name is one of these, in use or left behind.
 bool isFolder(QStringView name);
 
+/// Takes them out of the paths in a tool's words, so that these are the names that the files will have.
+void removeFolders(QString &text);
+
 /// Whether a file of that name is audio on its way between two steps, "Kruv-<session>-<8 characters>.wav".
 /// Killed runs of earlier versions left such beside people's music.
 bool isTemporaryFile(QStringView name);

@@ -3,6 +3,7 @@
 
 #include "formats/FailureAdvice.h"
 
+#include "base/StagingName.h"
 #include "formats/Formats.h"
 #include "formats/ToolWords.h"
 
@@ -19,6 +20,8 @@ namespace {
 // Said of several failures.
 constexpr const char *freeSomeSpace =
     QT_TRANSLATE_NOOP("FailureAdvice", "Free some space on the output folder's disk and try again.");
+constexpr const char *checkTheFolder = QT_TRANSLATE_NOOP(
+    "FailureAdvice", "Check that the output folder exists, may be written to, and has space left.");
 constexpr const char *checkTheFile =
     QT_TRANSLATE_NOOP("FailureAdvice", "Check that the file is there and may be read.");
 constexpr const char *nothingNeeded =
@@ -28,9 +31,8 @@ constexpr const char *otherKind =
 
 // The plain causes come first, then what the formats know of their tools, then the catch-alls.
 constexpr FailureHint plainCauses[] = {
-    {u"opening the output file",
-     QT_TRANSLATE_NOOP("FailureAdvice",
-                       "Check that the output folder exists, may be written to, and has space left.")},
+    {u"opening the output file", checkTheFolder},
+    {u"Nothing can be written in", checkTheFolder},
     {u"could not open output file",
      QT_TRANSLATE_NOOP("FailureAdvice",
                        "Move an existing file away, or check that the output folder may be written to.")},
@@ -129,7 +131,8 @@ QString adviceIn(std::span<const FailureHint> hints, const QString &toolText)
 QString essence(const QString &toolText)
 {
     constexpr qsizetype mostLines = 6;
-    const QString plain = QString(toolText).replace(chatter(), QStringLiteral("\n"));
+    QString plain = QString(toolText).replace(chatter(), QStringLiteral("\n"));
+    StagingName::removeFolders(plain);
     QStringList kept;
     for (const QStringView line : QStringView(plain).split(u'\n')) {
         const QStringView words = line.trimmed();

@@ -29,12 +29,9 @@ namespace {
 
 [[noreturn]] void cannotWrite(const QString &folder, int error)
 {
-    throw std::runtime_error(
-        StagingFolder::tr(
-            "Nothing can be written in the output folder %1: %2. Check that the output folder exists, may be "
-            "written to, and has space left.")
-            .arg(folder, systemErrorText(error))
-            .toStdString());
+    throw std::runtime_error(StagingFolder::tr("Nothing can be written in the output folder %1: %2.")
+                                 .arg(folder, systemErrorText(error))
+                                 .toStdString());
 }
 
 /// Looking once is enough: what this process leaves behind it removes by itself.

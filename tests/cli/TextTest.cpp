@@ -62,6 +62,8 @@ TEST(FailureText, IsTheToolsReasonAndWhatToDo)
     EXPECT_EQ(FailureAdvice::essence(u"opusenc\n--hard-cbr\n--bitrate\n160\n--title\na\nb\n/m/a.wav\n"
                                      "/m/.kruv-abcdefgh/a.opus\nError opening output file\n"_s),
               u"Error opening output file"_s);
+    EXPECT_EQ(FailureAdvice::essence(u"sox FAIL formats: can't open `/m/.kruv-abcdefgh/a.wav'"_s),
+              u"sox FAIL formats: can't open `/m/a.wav'"_s);
     EXPECT_TRUE(FailureAdvice::advice(u"/m/a.wav can't be read: Permission denied."_s)
                     .startsWith(u"Check that the file"_s));
 }
