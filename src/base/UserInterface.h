@@ -48,6 +48,8 @@ public:
     /// Nothing where the command is not to go on. `existing` are those of its `outputs` whose names are
     /// taken.
     virtual std::optional<ExistingFiles> askAboutExisting(const QStringList &existing, qsizetype outputs);
+    /// They do and are to stay, so nothing happens: for a person who was not asked just now.
+    virtual void allOutputsExist(qsizetype /*outputs*/) {}
     /// Whether these lossy files are to become lossless ones, which are larger and sound the same.
     virtual bool askAboutLossy(const QStringList &files);
     /// Whether these originals may go, too, whose outputs have other samples on purpose.

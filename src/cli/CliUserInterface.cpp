@@ -34,8 +34,8 @@ CliUserInterface::CliUserInterface(const CommonOptions &options)
 {
 }
 
-int CliUserInterface::ask(Matter matter, const QString &title, const QString &, const QStringList &buttons,
-                          int)
+int CliUserInterface::ask(Matter matter, const QString &title, const QString &text,
+                          const QStringList &buttons, int)
 {
     for (const Answer &answer : answers) {
         if (answer.matter != matter) {
@@ -44,7 +44,10 @@ int CliUserInterface::ask(Matter matter, const QString &title, const QString &, 
         if (m_options.*answer.flag) {
             return static_cast<int>(buttons.indexOf(yes()));
         }
-        throw UsageError(tr("%1 Add %2 to say yes.").arg(title, QLatin1StringView(answer.flagName)));
+        const QString names = QString(text).replace(u'\n', QStringLiteral(", "));
+        throw UsageError(matter == Matter::Overwriting && !names.isEmpty()
+                             ? tr("%1: exists already. Add --overwrite to replace what is there.").arg(names)
+                             : tr("%1 Add %2 to say yes.").arg(title, QLatin1StringView(answer.flagName)));
     }
     throw UsageError(title);
 }
@@ -87,6 +90,15 @@ std::optional<bool> CliUserInterface::askAboutLosses(const QStringList &losses)
     Console::writeError(tr("Their originals are kept. Add --accept-losses to delete them all the same.") +
                         u'\n');
     return false;
+}
+
+void CliUserInterface::allOutputsExist(qsizetype outputs)
+{
+    if (!m_options.quiet) {
+        const auto all = static_cast<int>(outputs);
+        Console::complain(all == 1 ? tr("nothing to do: the output exists already")
+                                   : tr("nothing to do: all %n outputs exist already", nullptr, all));
+    }
 }
 
 void CliUserInterface::alert(const QString &title, const QString &text, const QString &)

@@ -21,6 +21,7 @@ public:
     int ask(Matter matter, const QString &title, const QString &text, const QStringList &buttons,
             int defaultButton) override;
     std::optional<ExistingFiles> askAboutExisting(const QStringList &existing, qsizetype outputs) override;
+    void allOutputsExist(qsizetype outputs) override;
     bool askAboutLossy(const QStringList &files) override;
     /// Without the flag the originals stay, and their jobs say so.
     bool askAboutChanged(const QStringList &) override { return m_options.deleteChanged; }

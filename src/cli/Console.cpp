@@ -3,9 +3,12 @@
 
 #include "cli/Console.h"
 
+#include "base/SystemError.h"
+
 #include <QList>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
 #include <cwchar>
 #include <numeric>
@@ -17,12 +20,16 @@ namespace kruv::Console {
 
 namespace {
 
-void write(std::FILE *stream, const QString &text)
+/// Returns the system's error number, 0 where all was written.
+int write(std::FILE *stream, const QString &text)
 {
     const QByteArray bytes = text.toUtf8();
-    std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stream);
-    std::fflush(stream);
+    const auto size = static_cast<std::size_t>(bytes.size());
+    const bool whole = std::fwrite(bytes.constData(), 1, size, stream) == size;
+    return whole && std::fflush(stream) == 0 ? 0 : errno;
 }
+
+int firstOutputError = 0; // main thread
 
 /// One character and the terminal columns it takes: two in East Asian scripts, none for combining marks.
 struct Cell
@@ -51,12 +58,19 @@ int columnsOf(const std::vector<Cell> &cells)
 
 void writeOut(const QString &text)
 {
-    write(stdout, text);
+    const int error = write(stdout, text);
+    firstOutputError = firstOutputError != 0 ? firstOutputError : error;
 }
 
 void writeError(const QString &text)
 {
     write(stderr, text);
+}
+
+QString outputProblem()
+{
+    writeOut(QString()); // what a library left in the stream
+    return firstOutputError == 0 || firstOutputError == EPIPE ? QString() : systemErrorText(firstOutputError);
 }
 
 void complain(const QString &line)

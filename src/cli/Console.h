@@ -5,11 +5,15 @@
 
 #include <QString>
 
-/// Standard streams as UTF-8 text. Write errors are ignored: a closed pipe must not stop the jobs.
+/// Standard streams as UTF-8 text. Write errors stop no jobs: what could not be written of standard output is
+/// told by outputProblem() at the end.
 namespace kruv::Console {
 
 void writeOut(const QString &text);
 void writeError(const QString &text);
+/// Why standard output was not written whole; empty where it was, and where its reader went away, as in
+/// kruv verify ... | head.
+QString outputProblem();
 /// "kruv: <line>" on standard error, in one line whatever the text holds.
 void complain(const QString &line);
 

@@ -101,7 +101,7 @@ void FormatFlags::declare(const char *id)
     const FormatOption &first = *options.constFirst().second;
     const std::string name = std::string("--") + id;
     if (first.kind == FormatOption::Kind::Toggle) {
-        m_app.add_flag(name + "{1}", m_texts[id], help(options));
+        m_app.add_flag(name, m_texts[id], help(options));
     } else {
         m_app.add_option(name, m_texts[id], help(options))->type_name(typeName(first));
     }

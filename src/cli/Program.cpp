@@ -58,20 +58,8 @@ void checkEncoding(const CLI::App &app)
     }
 }
 
-} // namespace
-
-bool isCommand(const std::string &name)
+int runCommand(int argc, char **argv)
 {
-    CLI::App app;
-    const auto verbs = Commands::declare(app);
-    return !app.get_subcommands([&name](const CLI::App *command) { return command->get_name() == name; })
-                .empty();
-}
-
-int run(int argc, char **argv)
-{
-    // A reader that goes away (kruv verify ... | head) must not end the jobs.
-    std::signal(SIGPIPE, SIG_IGN);
     CLI::App app(Text::tr("Kruv: converts, verifies and keeps collections of lossless audio.\n"
                           "Without a command, alone or with files, it opens the window.")
                      .toStdString(),
@@ -84,7 +72,7 @@ int run(int argc, char **argv)
     const auto verbs = Commands::declare(app);
     if (argc > 1 && std::string_view(argv[1]) == "--complete") {
         std::cout << Commands::completions(app, {argv + 2, argv + argc});
-        return std::cout.flush() ? Success : Failure;
+        return Success;
     }
     try {
         app.parse(argc, argv);
@@ -103,6 +91,29 @@ int run(int argc, char **argv)
         return Failure;
     }
     return Usage;
+}
+
+} // namespace
+
+bool isCommand(const std::string &name)
+{
+    CLI::App app;
+    const auto verbs = Commands::declare(app);
+    return !app.get_subcommands([&name](const CLI::App *command) { return command->get_name() == name; })
+                .empty();
+}
+
+int run(int argc, char **argv)
+{
+    // A reader that goes away (kruv verify ... | head) must not end the jobs.
+    std::signal(SIGPIPE, SIG_IGN);
+    const int status = runCommand(argc, argv);
+    const QString problem = Console::outputProblem();
+    if (problem.isEmpty()) {
+        return status;
+    }
+    Console::complain(Text::tr("standard output could not be written: %1").arg(problem));
+    return status == Success ? static_cast<int>(Failure) : status;
 }
 
 } // namespace kruv::Program

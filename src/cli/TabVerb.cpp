@@ -3,6 +3,7 @@
 
 #include "cli/TabVerb.h"
 
+#include "base/SystemError.h"
 #include "cli/Console.h"
 #include "cli/ExitStatus.h"
 #include "cli/FormatFlags.h"
@@ -15,11 +16,42 @@
 #include "tabs/KruvController.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
+#include <cerrno>
+#include <climits>
+#include <sys/stat.h>
 
 namespace kruv {
+
+namespace {
+
+/// Why the system finds nothing there, its error number; 0 where there is something.
+int errorAt(const QString &path)
+{
+    struct stat found = {};
+    return stat(QFile::encodeName(QDir().absoluteFilePath(path)).constData(), &found) == 0 ? 0 : errno;
+}
+
+QString textOf(int error)
+{
+    switch (error) {
+    case ENOENT:
+    case ENOTDIR:
+        return TabVerb::tr("no such file or folder");
+    case EACCES:
+        return TabVerb::tr("a folder on the way there can't be read; check that you may open it");
+    case ENAMETOOLONG:
+        return TabVerb::tr("longer than the system allows: %1 bytes a name, %2 bytes a path")
+            .arg(QString::number(NAME_MAX), QString::number(PATH_MAX - 1));
+    default:
+        return systemErrorText(error);
+    }
+}
+
+} // namespace
 
 TabVerb::TabVerb(CLI::App &parent, const std::string &name, const QString &description)
     : Verb(parent, name, description)
@@ -152,8 +184,8 @@ QStringList TabVerb::existingPaths()
             Console::complain(tr("%1: the name is not valid UTF-8; rename it, for example with convmv")
                                   .arg(Console::printable(path)));
             m_failed = true;
-        } else if (!QFileInfo::exists(path)) {
-            Console::complain(tr("%1: no such file or folder").arg(Console::printable(path)));
+        } else if (const int error = errorAt(path); error != 0) {
+            Console::complain(QStringLiteral("%1: %2").arg(path, textOf(error)));
             m_failed = true;
         } else if (const QFileInfo info(path); !info.isFile() && !info.isDir()) {
             Console::complain(tr("%1: neither a regular file nor a folder; it was left alone")
@@ -173,7 +205,11 @@ void TabVerb::checkOutputFolder()
     }
     const QString folder = QString::fromStdString(m_options.output);
     const QFileInfo info(folder);
-    if (!info.exists()) {
+    const int error = errorAt(folder);
+    if (error != 0 && error != ENOENT) {
+        throw UsageError(QStringLiteral("--output %1: %2").arg(folder, textOf(error)));
+    }
+    if (error != 0) {
         throw UsageError(tr("--output: there is no folder %1; make it first: mkdir -p '%1'").arg(folder));
     }
     if (!info.isDir()) {

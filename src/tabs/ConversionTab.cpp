@@ -50,11 +50,15 @@ std::optional<OutputPlan> ConversionTab::planOutputs(const ToggleControl &beside
     }
     addLists(plan);
     if (const QStringList existing = plan.existing(); !existing.isEmpty()) {
-        const auto choice = host().userInterface().askAboutExisting(existing, plan.outputs().size());
+        const qsizetype outputs = plan.outputs().size();
+        const auto choice = host().userInterface().askAboutExisting(existing, outputs);
         if (!choice) {
             return std::nullopt;
         }
         plan.settleExisting(*choice);
+        if (plan.entries().empty()) {
+            host().userInterface().allOutputsExist(outputs);
+        }
     }
     return plan;
 }

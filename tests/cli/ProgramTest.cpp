@@ -199,13 +199,15 @@ TEST_F(Program, FailuresNameTheFileAndTheOthersFinish)
 
     const Outcome readOnly = encode({u"-o"_s, u"/proc"_s, big});
     EXPECT_EQ(readOnly.status, 1);
-    EXPECT_TRUE(readOnly.err.contains("Check that the output folder")) << readOnly.err.constData();
+    EXPECT_EQ(readOnly.err.count("Check that the output folder"), 1) << readOnly.err.constData();
 
     ASSERT_TRUE(QFile::link(u"/proc/self/mem"_s, music + u"/unreadable.wav"_s));
     const Outcome several = encode({u"--beside-source"_s, u"missing.wav"_s, u"unreadable.wav"_s, big});
     EXPECT_EQ(several.status, 1);
     EXPECT_TRUE(several.err.contains("missing.wav: no such file")) << several.err.constData();
     EXPECT_TRUE(several.err.contains("failed " + music.toUtf8() + "/unreadable.wav\n  "));
+    EXPECT_TRUE(
+        encode({u"--beside-source"_s, QString(256, u'n')}).err.contains("longer than the system allows"));
     EXPECT_TRUE(QFile::exists(music + u"/big.flac"_s));
     EXPECT_EQ(several.out, QByteArray()) << "only results belong there";
 
@@ -294,6 +296,36 @@ TEST_F(Program, AClosedPipeStopsNoJob)
         run({u"-c"_s, u"\"$0\" encode --to flac --beside-source --json . | head -c 1"_s, real});
     EXPECT_EQ(outcome.out, QByteArray("{"));
     EXPECT_TRUE(waitUntil([this] { return files(u"*.flac"_s).size() == 6; }));
+}
+
+TEST_F(Program, OutputThatCantBeWrittenIsAFailure)
+{
+    wav(u"a.wav"_s);
+    const QString real = std::exchange(program, u"/bin/sh"_s);
+    for (const char *call :
+         {"--help", "--version", "encode --help", "tools", "tools --json", "shntool len a.wav",
+          "encode --to flac --json -o . --overwrite a.wav", "--complete kruv e"}) {
+        const Outcome outcome =
+            run({u"-c"_s, u"\"$0\" "_s + QString::fromLatin1(call) + u" > /dev/full"_s, real});
+        EXPECT_EQ(outcome.status, 1) << call;
+        EXPECT_TRUE(outcome.err.contains("standard output could not be written: No space left")) << call;
+    }
+}
+
+TEST_F(Program, WhatIsThereAlreadyIsNamed)
+{
+    wav(u"a.wav"_s, 588 * 10);
+    ASSERT_EQ(encode({u"--beside-source"_s, u"a.wav"_s}).status, 0);
+    const Outcome skipped = encode({u"--beside-source"_s, u"--skip-existing"_s, u"a.wav"_s});
+    EXPECT_EQ(skipped.status, 0);
+    EXPECT_EQ(skipped.err, "kruv: nothing to do: the output exists already\n");
+    for (const QStringList &verb : {QStringList{u"fix"_s}, {u"shntool"_s, u"strip"_s}}) {
+        const QStringList arguments = verb + QStringList{u"--to"_s, u"flac"_s, u"-o"_s, music, u"a.wav"_s};
+        run(arguments);
+        const Outcome refused = run(arguments);
+        EXPECT_EQ(refused.status, 2);
+        EXPECT_TRUE(refused.err.contains(music.toUtf8() + "/a")) << refused.err.constData();
+    }
 }
 
 TEST_F(Program, ShntoolCommandsTakeTheirFiles)
