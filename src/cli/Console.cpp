@@ -69,7 +69,6 @@ void writeError(const QString &text)
 
 QString outputProblem()
 {
-    writeOut(QString()); // what a library left in the stream
     return firstOutputError == 0 || firstOutputError == EPIPE ? QString() : systemErrorText(firstOutputError);
 }
 

@@ -19,7 +19,7 @@ FixVerb::FixVerb(CLI::App &parent)
     declareDeletionFlags();
     declareFormatFlag(FixTab::targets(), tr("Format to make"));
     addOption("--level", m_level, tr("FLAC compression level, 0 (fast) to 8 (small); 4 when not given"))
-        ->check(CLI::Range(0, 8))
+        ->check(CLI::Range(0, 8).description(std::string()))
         ->type_name("N");
     addOption("--md5", m_md5, tr("MD5 lists of SHN outputs: none, one for all, or one for each disc"))
         ->type_name("none|one|disc");

@@ -13,7 +13,7 @@
 
 #include <csignal>
 #include <exception>
-#include <iostream>
+#include <sstream>
 #include <string_view>
 
 namespace kruv::Program {
@@ -29,7 +29,10 @@ struct Text
 int reportParse(const CLI::App &app, const CLI::ParseError &result)
 {
     if (result.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
-        return app.exit(result);
+        std::ostringstream text;
+        const int status = app.exit(result, text, text);
+        Console::writeOut(QString::fromStdString(text.str()));
+        return status;
     }
     QString problem = QString::fromUtf8(result.what());
     if (app.get_subcommands().empty() && !app.remaining().empty()) {
@@ -71,7 +74,7 @@ int runCommand(int argc, char **argv)
                    .toStdString());
     const auto verbs = Commands::declare(app);
     if (argc > 1 && std::string_view(argv[1]) == "--complete") {
-        std::cout << Commands::completions(app, {argv + 2, argv + argc});
+        Console::writeOut(QString::fromStdString(Commands::completions(app, {argv + 2, argv + argc})));
         return Success;
     }
     try {

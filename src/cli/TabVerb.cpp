@@ -66,8 +66,9 @@ void TabVerb::declareCommonFlags(bool needsPaths)
     addOption("paths", m_options.paths, tr("Files, and folders with everything below them"))
         ->required(needsPaths)
         ->type_name("PATH");
-    addOption("-j,--jobs", m_options.jobs, tr("Jobs at once (default: the preference, 2 at first)"))
-        ->check(CLI::Range(1, mostJobs))
+    addOption("-j,--jobs", m_options.jobs,
+              tr("Jobs at once, 1 to %1 (default: the preference, 2 at first)").arg(mostJobs))
+        ->check(CLI::Range(1, mostJobs).description(std::string()))
         ->type_name("N");
     addFlag("-q,--quiet", m_options.quiet, tr("Say nothing but errors and results"));
     addFlag("--json", m_options.json, tr("One JSON object a line on standard output"));
@@ -207,7 +208,7 @@ void TabVerb::checkOutputFolder()
     const QFileInfo info(folder);
     const int error = errorAt(folder);
     if (error != 0 && error != ENOENT) {
-        throw UsageError(QStringLiteral("--output %1: %2").arg(folder, textOf(error)));
+        throw UsageError(tr("--output %1: %2").arg(folder, textOf(error)));
     }
     if (error != 0) {
         throw UsageError(tr("--output: there is no folder %1; make it first: mkdir -p '%1'").arg(folder));

@@ -109,7 +109,8 @@ bool isStale(const QString &stagingFolder)
     if (lock < 0) {
         // Ours is empty without its lock; what holds files is a person's folder that happens to have the
         // name.
-        return QDir(stagingFolder).isEmpty(QDir::AllEntries | QDir::Hidden | QDir::System) &&
+        return QDir(stagingFolder)
+                   .isEmpty(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden | QDir::System) &&
                ageOf(stagingFolder + u'/') > day;
     }
     const bool stale = flock(lock, LOCK_EX | LOCK_NB) == 0 && isGone(stagingFolder, path);
