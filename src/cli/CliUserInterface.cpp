@@ -46,7 +46,7 @@ int CliUserInterface::ask(Matter matter, const QString &title, const QString &te
         }
         const QString names = QString(text).replace(u'\n', QStringLiteral(", "));
         throw UsageError(matter == Matter::Overwriting && !names.isEmpty()
-                             ? tr("%1: exists already. Add --overwrite to replace what is there.").arg(names)
+                             ? tr("There already: %1. Add --overwrite to replace what is there.").arg(names)
                              : tr("%1 Add %2 to say yes.").arg(title, QLatin1StringView(answer.flagName)));
     }
     throw UsageError(title);

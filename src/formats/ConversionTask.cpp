@@ -39,11 +39,11 @@ void ConversionTask::make(StagedOutputs &outputs)
 
 void ConversionTask::identifySource()
 {
-    if (QFile source(fileName()); !source.open(QIODevice::ReadOnly)) {
+    m_sourceFormat = Formats::identify(fileName());
+    if (QFile source(fileName()); !m_sourceFormat && !source.open(QIODevice::ReadOnly)) {
         throw std::runtime_error(
             tr("%1 can't be read: %2.").arg(fileName(), source.errorString()).toStdString());
     }
-    m_sourceFormat = Formats::identify(fileName());
     if (!m_sourceFormat || !m_sourceFormat->decode) {
         throw std::runtime_error(tr("%1 holds no audio of a kind that can be read, whatever its name says.")
                                      .arg(fileName())
