@@ -193,7 +193,7 @@ QString KruvController::labelForRoute(const QString &fileType) const
 {
     // Coded files are decoded first; what is plain PCM can be encoded.
     const Format *format = Formats::ofType(fileType);
-    if (format && format->recipe && !format->isLossy()) {
+    if (format && (format->recipe || format->isLossy())) {
         return decodeLabel;
     }
     for (const QString &label : {encodeLabel, decodeLabel, checksumLabel}) {

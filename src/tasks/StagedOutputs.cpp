@@ -48,7 +48,9 @@ QString StagedOutputs::add(const QString &path, const QString &stagedName)
         failAsTaken(path);
     }
     const auto isOutput = [&path](const QString &source) { return FileStamp::isSameFile(source, path); };
-    if (FileCommit::isTaken(path) && std::ranges::any_of(m_protected, isOutput)) {
+    // A link's own place may be taken: the source stays.
+    if (FileCommit::isTaken(path) && !QFileInfo(path).isSymLink() &&
+        std::ranges::any_of(m_protected, isOutput)) {
         fail(tr("%1 is the source itself and was left as it is: choose another output folder, or let the "
                 "originals be deleted.")
                  .arg(path));

@@ -179,7 +179,7 @@ TEST(ApplicationIntake, HandsTheSelectedTabWhatItTakes)
     KruvController &controller = session.controller;
     session.preferences.setValue(u"warnOnFilesSkipped"_s, false);
     QStringList files;
-    for (const char16_t *name : {u"music/a.wav", u"music/b.opus", u"music/plain", u"music/list.md5"}) {
+    for (const char16_t *name : {u"music/a.wav", u"music/b.jpg", u"music/plain", u"music/list.md5"}) {
         files << session.folder.write(QStringView(name).toString(), "x");
     }
     const auto select = [&controller](const QString &label) {
