@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -23,8 +24,11 @@ namespace kruv::adapters {
 
 namespace {
 
-// Adapters take a second at most to end their tools and to remove what is temporary.
-constexpr int roundsOfPatience = 40;
+using Clock = std::chrono::steady_clock;
+
+// Adapters take a second at most to end their tools and to remove what is temporary. Not counted in rounds:
+// on a busy machine these are long.
+constexpr std::chrono::seconds patience(2);
 constexpr useconds_t round = 50'000; // microseconds
 
 void waitForTheProgram()
@@ -107,16 +111,20 @@ int watchTools()
     }
     waitForTheProgram();
     std::vector<pid_t> sessions = sessionsInTable();
-    for (int i = 0; !sessions.empty(); ++i) {
+    const auto deadline = Clock::now() + patience;
+    bool asked = false;
+    while (!sessions.empty()) {
+        const bool tooLate = Clock::now() >= deadline;
         const std::vector<Process> left = processesIn(sessions);
         // The number of a session that has ended may soon be somebody else's.
         sessions.clear();
         for (const Process &process : left) {
             sessions.push_back(process.session);
-            if (i == 0 || i >= roundsOfPatience) {
-                kill(process.number, i == 0 ? SIGTERM : SIGKILL);
+            if (!asked || tooLate) {
+                kill(process.number, asked ? SIGKILL : SIGTERM);
             }
         }
+        asked = true;
         if (!left.empty()) {
             usleep(round);
         }
