@@ -112,15 +112,20 @@ QStringList TagLosses::sentences(const ByFile &losses, const QString &label)
     };
     QStringList sentences;
     if (const int files = count(&TagLosses::texts); files > 0) {
-        sentences << tr("%n file(s) have tags that %1 files of ours can't keep", nullptr, files).arg(label);
+        sentences << (files == 1 ? tr("One file has tags that %1 files of ours can't keep")
+                                 : tr("%n files have tags that %1 files of ours can't keep", nullptr, files))
+                         .arg(label);
     }
     if (const int files = count(&TagLosses::pictures); files > 0) {
-        sentences
-            << tr("%n file(s) have pictures that %1 files of ours can't keep", nullptr, files).arg(label);
+        sentences << (files == 1
+                          ? tr("One file has pictures that %1 files of ours can't keep")
+                          : tr("%n files have pictures that %1 files of ours can't keep", nullptr, files))
+                         .arg(label);
     }
     if (const int files = count(&TagLosses::customTags); files > 0) {
-        sentences << tr("%n file(s) have tags of other names that %1 files of ours can't keep", nullptr,
-                        files)
+        sentences << (files == 1 ? tr("One file has tags of other names that %1 files of ours can't keep")
+                                 : tr("%n files have tags of other names that %1 files of ours can't keep",
+                                      nullptr, files))
                          .arg(label);
     }
     return sentences;
