@@ -92,6 +92,10 @@ struct Format
     /// Tests a file with its codec's own tool; null where there is none. The report goes into the results.
     std::shared_ptr<KruvTask> (*test)(TaskCompletionSink *queue, const QString &file,
                                       std::shared_ptr<KruvTaskResults> results) = nullptr;
+    /// Whether a WAV comes back from it with what it holds beside its audio.
+    bool keepsWavChunks = false;
+    /// With which files keep all chunks of their sources; null where there is no such option.
+    const FormatOption *chunksOption = nullptr;
     /// Null where files have no tags.
     const TagAccess *tags = nullptr;
     /// What is known of its tools' words, or null.

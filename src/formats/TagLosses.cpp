@@ -3,9 +3,11 @@
 
 #include "formats/TagLosses.h"
 
+#include "audio/ForeignChunks.h"
 #include "base/InParallel.h"
 #include "formats/Format.h"
 #include "formats/Formats.h"
+#include "formats/Records.h"
 #include "formats/TagCopy.h"
 #include "tags/TagAccess.h"
 #include "tags/TagsObject.h"
@@ -56,19 +58,31 @@ bool holdsCustomTags(const TagsObject &record, const TagAccess &target)
     });
 }
 
-TagLosses ofFile(const QString &file, const TagAccess *target)
+TagLosses tagLosses(const QString &file, const Format &format, const TagAccess *target)
 {
-    const Format *format = Formats::identify(file);
     // What its own kind holds it holds.
-    if (!format || !format->tags || format->tags == target) {
+    if (!format.tags || format.tags == target) {
         return {};
     }
     try {
-        return TagLosses::of(*TagCopy::read(*format, file), target);
+        return TagLosses::of(*TagCopy::read(format, file), target);
     } catch (const std::exception &failure) {
         qCInfo(lossLog, "%s: %s", qUtf8Printable(file), failure.what());
         return {};
     }
+}
+
+TagLosses ofFile(const QString &file, const TagLosses::Target &target)
+{
+    const Format *format = Formats::identify(file);
+    if (!format) {
+        return {};
+    }
+    TagLosses losses = tagLosses(file, *format, target.tags);
+    using Kept = TagLosses::KeptChunks;
+    const bool keeps = target.chunks == Kept::All || (target.chunks == Kept::OfWav && format == &wavFormat);
+    losses.chunks = !keeps && !ForeignChunks::of(file).empty();
+    return losses;
 }
 
 } // namespace
@@ -87,7 +101,7 @@ TagLosses TagLosses::of(const TagsObject &record, const TagAccess *target)
     return losses;
 }
 
-TagLosses::ByFile TagLosses::ofFiles(const QStringList &files, const TagAccess *target,
+TagLosses::ByFile TagLosses::ofFiles(const QStringList &files, const Target &target,
                                      const std::function<bool()> &stopped)
 {
     constexpr int mostThreads = 4;
@@ -128,6 +142,13 @@ QStringList TagLosses::sentences(const ByFile &losses, const QString &label)
                                       nullptr, files))
                          .arg(label);
     }
+    if (const int files = count(&TagLosses::chunks); files > 0) {
+        sentences << (files == 1
+                          ? tr("One file has chunks beside its audio that %1 files of ours can't keep")
+                          : tr("%n files have chunks beside their audio that %1 files of ours can't keep",
+                               nullptr, files))
+                         .arg(label);
+    }
     return sentences;
 }
 
@@ -142,6 +163,9 @@ QString TagLosses::reason(const QString &label) const
     }
     if (customTags) {
         kinds << tr("tags of other names");
+    }
+    if (chunks) {
+        kinds << tr("chunks beside the audio");
     }
     return tr("%1 files can't keep its %2; --accept-losses agrees to that")
         .arg(label, kinds.join(QStringLiteral(", ")));

@@ -14,7 +14,7 @@ namespace kruv {
 class TagsObject;
 struct TagAccess;
 
-/// What of a file's tags would be gone with the file, because another one can't hold it.
+/// What of a file beside its audio would be gone with the file, because another one can't hold it.
 struct TagLosses
 {
     Q_DECLARE_TR_FUNCTIONS(kruv::TagLosses)
@@ -22,16 +22,24 @@ public:
     bool texts = false;
     bool pictures = false;
     bool customTags = false;
+    bool chunks = false; ///< what WAV and AIFF files hold beside audio and tags
 
-    bool isAny() const { return texts || pictures || customTags; }
+    bool isAny() const { return texts || pictures || customTags || chunks; }
 
     /// `target` is null where files have no tags.
     static TagLosses of(const TagsObject &record, const TagAccess *target);
 
     using ByFile = QHash<QString, TagLosses>;
+    enum class KeptChunks { None, OfWav, All };
+    /// What the new files hold.
+    struct Target
+    {
+        const TagAccess *tags = nullptr;
+        KeptChunks chunks = KeptChunks::None;
+    };
     /// Of those files that would lose anything. Reads their tags, on several threads; not for the main thread
     /// where a person waits.
-    static ByFile ofFiles(const QStringList &files, const TagAccess *target,
+    static ByFile ofFiles(const QStringList &files, const Target &target,
                           const std::function<bool()> &stopped);
 
     /// One sentence for each kind of loss, in numbers; `label` is the target's.

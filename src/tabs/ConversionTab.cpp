@@ -64,7 +64,7 @@ std::optional<OutputPlan> ConversionTab::planOutputs(const ToggleControl &beside
 }
 
 void ConversionTab::queueWhenSettled(const OutputPlan &plan, const Format &target,
-                                     const ToggleControl &deletes,
+                                     const OptionValues &options, const ToggleControl &deletes,
                                      const std::function<void(const Originals &originals)> &queueJobs)
 {
     const auto finish = [this, queueJobs](const Originals &originals) {
@@ -80,7 +80,8 @@ void ConversionTab::queueWhenSettled(const OutputPlan &plan, const Format &targe
         sources.append(entry.source);
     }
     m_lossQuestion.settle(
-        {.files = sources, .target = &target, .label = target.label.toString()}, worksInBackground(),
+        {.files = sources, .target = &target, .options = options, .label = target.label.toString()},
+        worksInBackground(),
         [finish](const LossQuestion::Answer &answer) { finish({.deletes = true, .answer = answer}); });
 }
 

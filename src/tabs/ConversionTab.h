@@ -48,7 +48,8 @@ protected:
     };
     /// Queues the jobs of a plan once it is settled which originals go that hold more than files of `target`
     /// will, and empties the list.
-    void queueWhenSettled(const OutputPlan &plan, const Format &target, const ToggleControl &deletes,
+    void queueWhenSettled(const OutputPlan &plan, const Format &target, const OptionValues &options,
+                          const ToggleControl &deletes,
                           const std::function<void(const Originals &originals)> &queueJobs);
     bool isSettling() const { return m_lossQuestion.isOpen(); }
     LossQuestion &lossQuestion() { return m_lossQuestion; }

@@ -76,7 +76,7 @@ void DecodeTab::executeCommand()
         return;
     }
     if (const auto plan = planOutputs(m_sourceDecodeButton, target->extension())) {
-        queueWhenSettled(*plan, *target, m_deleteOriginalsButton,
+        queueWhenSettled(*plan, *target, {}, m_deleteOriginalsButton,
                          [this, plan](const Originals &originals) { queueJobs(*plan, originals); });
     }
 }

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "base/BackgroundWork.h"
+#include "formats/OptionValues.h"
 #include "formats/TagLosses.h"
 
 #include <QHash>
@@ -34,10 +35,12 @@ public:
     struct Run
     {
         QStringList files;
-        /// What the new files are, null where they are of the originals' own kind without tags; and what they
-        /// are called.
+        /// What the new files are, null where they get no tags; and what they are called.
         const Format *target = nullptr;
+        OptionValues options = {};
         QString label = {};
+        /// Where it is the job's purpose that chunks go.
+        bool dropsChunks = false;
     };
 
     explicit LossQuestion(TabHost &host)

@@ -171,7 +171,7 @@ void LossyTab::executeCommand()
     }
     if (const auto plan = planOutputs(m_sourceEncodeButton, format->extension())) {
         const OptionValues options = m_controls.values(*format);
-        queueWhenSettled(*plan, *format, m_deleteOriginalsButton,
+        queueWhenSettled(*plan, *format, options, m_deleteOriginalsButton,
                          [this, format, plan, options](const Originals &originals) {
                              queueJobs(*format, *plan, options, originals);
                          });

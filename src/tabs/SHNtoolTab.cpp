@@ -129,8 +129,10 @@ void SHNtoolTab::executeCommand()
         return;
     }
     // The tool's outputs get no tags, whatever their format.
-    m_lossQuestion.settle({.files = fileNames(), .label = QStringLiteral("shntool")}, worksInBackground(),
-                          go);
+    m_lossQuestion.settle({.files = fileNames(),
+                           .label = QStringLiteral("shntool"),
+                           .dropsChunks = commands[selected].mode == u"strip"},
+                          worksInBackground(), go);
 }
 
 void SHNtoolTab::trackNamesEntered(const QStringList &names)

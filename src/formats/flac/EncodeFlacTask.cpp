@@ -10,6 +10,7 @@
 #include "formats/flac/FlacOptions.h"
 #include "formats/flac/FlacOutput.h"
 #include "formats/flac/FlacTool.h"
+#include "formats/flac/ForeignMetadata.h"
 
 #include <stdexcept>
 
@@ -76,6 +77,14 @@ void EncodeFlacTask::run(const ToolStep &step, const ToolRequest &request)
     if (mayGoOn() && FlacOutput::reportsShortSource(toolWords())) {
         fail(tr("%1 ends before the audio that it announces.").arg(fileName()));
     }
+}
+
+ProofNote EncodeFlacTask::prove(const StagedOutputs &outputs)
+{
+    if (chosen().isOn(FlacOptions::keepForeignMetadata)) {
+        ForeignMetadata::requireAllOf(fileName(), staged());
+    }
+    return TranscodeTask::prove(outputs);
 }
 
 void EncodeFlacTask::copyTags()

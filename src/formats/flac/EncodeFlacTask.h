@@ -20,6 +20,7 @@ protected:
     void encode(const QString &input) override;
     void copyTags() override;
     bool readsItself() const override;
+    ProofNote prove(const StagedOutputs &outputs) override;
 
 private:
     bool isAiffForFlac() const;

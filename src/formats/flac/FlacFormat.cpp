@@ -103,6 +103,7 @@ const Format flacFormat{
             job->setTitle(VerifyFlacTask::tr("Verify FLAC"));
             return job;
         },
+    .chunksOption = &FlacOptions::keepForeignMetadata,
     .tags = &TagAccesses::flac,
     .words = &words,
 };

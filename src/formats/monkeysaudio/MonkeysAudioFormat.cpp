@@ -67,6 +67,7 @@ const Format monkeysAudioFormat{
         [](TaskCompletionSink *queue, const QString &file, std::shared_ptr<KruvTaskResults> results) {
             return makeTestTask<VerifyApeTask>("mac", "-v", queue, file, std::move(results));
         },
+    .keepsWavChunks = true,
     .tags = &TagAccesses::monkeysAudio,
     .words = &words,
 };

@@ -53,6 +53,7 @@ const Format shortenFormat{
     .encoderTool = "shorten",
     .recipe = &recipe,
     .toWav = &ShntoolConversion::toWav,
+    .keepsWavChunks = true,
 };
 
 } // namespace kruv

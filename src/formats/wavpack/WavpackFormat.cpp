@@ -73,6 +73,7 @@ const Format wavpackFormat{
         [](TaskCompletionSink *queue, const QString &file, std::shared_ptr<KruvTaskResults> results) {
             return makeTestTask<VerifyWavepackTask>("wvunpack", "-v", queue, file, std::move(results));
         },
+    .keepsWavChunks = true,
     .tags = &TagAccesses::wavpack,
     .words = &words,
 };
