@@ -73,11 +73,16 @@ QString generateTempFileName(const QString &folder, const QString &extension)
     return QFile::decodeName(path);
 }
 
-bool deleteFile(const QString &path, const Preferences &preferences)
+QString deleteFile(const QString &path, const Preferences &preferences)
 {
-    const bool toTrash = preferences.integer(QStringLiteral("trashOrDelete")) != 0;
-    const bool done = toTrash ? moveToTrash(path) : QFile::remove(path);
-    return done || !QFile::exists(path);
+    QFile file(path);
+    QString problem;
+    if (preferences.integer(QStringLiteral("trashOrDelete")) != 0) {
+        problem = moveToTrash(path);
+    } else if (!file.remove()) {
+        problem = QCoreApplication::translate("Util", "it could not be deleted (%1)").arg(file.errorString());
+    }
+    return QFile::exists(path) ? problem : QString();
 }
 
 } // namespace kruv::Util

@@ -3,11 +3,12 @@
 
 #pragma once
 
-class QString;
+#include <QString>
 
 namespace kruv {
 
-/// Moves a file to the desktop's trash (freedesktop.org trash location). False when it stayed where it was.
-bool moveToTrash(const QString &path);
+/// Moves a file to the desktop's trash (freedesktop.org trash location). An empty text, or why it could not be
+/// done, a clause for a person; the file is then where it was.
+[[nodiscard]] QString moveToTrash(const QString &path);
 
 } // namespace kruv

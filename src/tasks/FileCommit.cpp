@@ -90,15 +90,4 @@ std::optional<Problem> commit(const QString &staged, const QString &final, Exist
     return Problem{error == EEXIST, systemErrorText(error)};
 }
 
-QString toDisk(const QString &path)
-{
-    const int descriptor = open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
-    if (descriptor < 0) {
-        return systemErrorText(errno);
-    }
-    const int error = fsync(descriptor) == 0 ? 0 : errno;
-    close(descriptor);
-    return error == 0 ? QString() : systemErrorText(error);
-}
-
 } // namespace kruv::FileCommit

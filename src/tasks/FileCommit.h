@@ -7,7 +7,7 @@
 
 #include <optional>
 
-/// The step that gives a finished file its final name, and the ways to bring it to the disk. All block.
+/// The step that gives a finished file its final name. All block.
 namespace kruv::FileCommit {
 
 /// What becomes of a file that has the name already.
@@ -32,9 +32,5 @@ bool isTaken(const QString &path);
 /// Moves `staged` to `final`, which lies on the same file system. On failure the staged file is where it was,
 /// and so is whatever has the name.
 std::optional<Problem> commit(const QString &staged, const QString &final, Existing existing);
-
-/// Brings a file, or a folder with its names, to the disk. An empty text, or what the system said; an error
-/// means that what was written may be lost.
-QString toDisk(const QString &path);
 
 } // namespace kruv::FileCommit

@@ -6,6 +6,7 @@
 #include <QFile>
 
 #include <sys/stat.h>
+#include <sys/vfs.h>
 
 namespace kruv {
 
@@ -20,13 +21,33 @@ std::optional<struct stat> statusOf(const QString &path)
     return status;
 }
 
+bool keepsNumbers(const QString &path)
+{
+    constexpr long vfat = 0x4D44;
+    constexpr long exfat = 0x2011BAB0;
+    constexpr long fuse = 0x65735546;
+    struct statfs volume = {};
+    return statfs(QFile::encodeName(path).constData(), &volume) == 0 && volume.f_type != vfat &&
+           volume.f_type != exfat && volume.f_type != fuse;
+}
+
 } // namespace
 
 std::optional<FileStamp> FileStamp::of(const QString &path)
 {
     const auto status = statusOf(path);
-    return status ? std::optional(FileStamp{status->st_size, status->st_mtim.tv_sec, status->st_mtim.tv_nsec})
-                  : std::nullopt;
+    if (!status) {
+        return std::nullopt;
+    }
+    FileStamp stamp{.size = status->st_size,
+                    .seconds = status->st_mtim.tv_sec,
+                    .nanoseconds = status->st_mtim.tv_nsec};
+    if (keepsNumbers(path)) {
+        stamp.number = status->st_ino;
+        stamp.touchedSeconds = status->st_ctim.tv_sec;
+        stamp.touchedNanoseconds = status->st_ctim.tv_nsec;
+    }
+    return stamp;
 }
 
 bool FileStamp::isSameFile(const QString &first, const QString &second)

@@ -10,15 +10,26 @@
 
 namespace kruv {
 
-/// What tells that a file was not touched between two looks: its size and the time of its last change.
-/// Numbers of the file system take no part: some give a file another one whenever its caches are dropped.
+/// What tells that a file was not touched between two looks: its size, the time of its last change, and,
+/// where the file system keeps them, its number and the time when anything of it changed. FAT, exFAT and what
+/// comes by way of FUSE give a file other ones whenever its caches are dropped.
 struct FileStamp
 {
     std::int64_t size = 0;
     std::int64_t seconds = 0;
     std::int64_t nanoseconds = 0;
+    std::uint64_t number = 0;
+    std::int64_t touchedSeconds = 0;
+    std::int64_t touchedNanoseconds = 0;
 
     bool operator==(const FileStamp &) const = default;
+    /// Whether it has the content that it had, as far as that can be told: a new name, link or access right
+    /// changes nothing of it.
+    bool hasContentOf(const FileStamp &other) const
+    {
+        return size == other.size && seconds == other.seconds && nanoseconds == other.nanoseconds &&
+               number == other.number;
+    }
 
     /// Nothing for what is no regular file.
     static std::optional<FileStamp> of(const QString &path);

@@ -5,6 +5,7 @@
 
 #include "base/Preferences.h"
 #include "base/UserInterface.h"
+#include "platform/MainThread.h"
 #include "platform/PowerManager.h"
 #include "tasks/KruvTask.h"
 
@@ -96,11 +97,32 @@ bool KruvTaskQueue::takeFromQueue(const KruvTask &task)
     if (found == m_ticketOfTask.end()) {
         return false;
     }
-    if (m_taskArray.extract(found->second).mapped().started) {
+    const Entry entry = m_taskArray.extract(found->second).mapped();
+    if (entry.onlyWaits) {
+        --m_waitingTasks;
+    } else if (entry.started) {
         --m_activeTask;
     }
     m_ticketOfTask.erase(found);
     return true;
+}
+
+void KruvTaskQueue::taskOnlyWaits(KruvTask &task)
+{
+    MainThread::post([this, waiting = task.shared_from_this()] { freePlaceOf(*waiting); });
+}
+
+void KruvTaskQueue::freePlaceOf(const KruvTask &task)
+{
+    constexpr int mostWaiting = 64; // each holds its outputs, and a thread
+    const std::lock_guard lock(m_lock);
+    const auto found = m_ticketOfTask.find(&task);
+    if (found != m_ticketOfTask.end() && m_waitingTasks < mostWaiting) {
+        m_taskArray.at(found->second).onlyWaits = true;
+        --m_activeTask;
+        ++m_waitingTasks;
+        fillFreePlaces();
+    }
 }
 
 void KruvTaskQueue::taskCompleted(KruvTask &task)
@@ -123,7 +145,7 @@ try {
     if (auto followUp = task.results()->takeTaskAfterSetDone(); followUp && !followUp->isDone()) {
         addTask(std::move(followUp));
     }
-    if (m_activeTask == 0 && !m_cancellingAll) {
+    if (!isBusy() && !m_cancellingAll) {
         endBusyPeriod();
     }
     showResultsOf(task);
@@ -206,7 +228,7 @@ void KruvTaskQueue::cancelAllTasks()
     std::for_each(tasks.rbegin(), tasks.rend(), [](const auto &task) { task->cancelTask(); });
     m_cancellingAll = false;
     fillFreePlaces(); // with the follow-up jobs of the sets that have ended
-    if (m_activeTask == 0 && !tasks.empty()) {
+    if (!isBusy() && !tasks.empty()) {
         endBusyPeriod();
     }
 }

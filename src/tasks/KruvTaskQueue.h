@@ -39,12 +39,13 @@ public:
     void addTask(std::shared_ptr<KruvTask> task) override;
     void addTasks(std::span<const std::shared_ptr<KruvTask>> tasks);
     void taskCompleted(KruvTask &task) override;
+    void taskOnlyWaits(KruvTask &task) override;
     void taskRowChanged(KruvTask &task) override;
     const Preferences &preferences() const override { return m_preferences; }
 
     /// Jobs submitted and not yet completed. Any thread.
     int taskCount() const;
-    /// Jobs that run.
+    /// Jobs that run, without those that only wait.
     int activeTask() const { return m_activeTask; }
     StatusTableModel &panelArray() { return m_panelArray; }
 
@@ -79,12 +80,15 @@ private:
     {
         std::shared_ptr<KruvTask> task;
         bool started = false;
+        bool onlyWaits = false;
     };
 
     void startTask(const std::shared_ptr<KruvTask> &task);
     void startAndCount(Entry &entry);
     void fillFreePlaces();
+    void freePlaceOf(const KruvTask &task);
     bool takeFromQueue(const KruvTask &task);
+    bool isBusy() const { return m_activeTask + m_waitingTasks > 0; }
     void endBusyPeriod();
     void showResultsOf(const KruvTask &task);
     void showOutputWindow(const QString &text, const QString &title);
@@ -101,7 +105,8 @@ private:
     Ticket m_firstWaiting = 0; // nothing before it waits
     StatusTableModel m_panelArray;
 
-    int m_activeTask = 0; // entries of m_taskArray that were started
+    int m_activeTask = 0;   // entries of m_taskArray that were started and do not only wait
+    int m_waitingTasks = 0; // those that do
     std::atomic<int> m_maxThreads = 1;
     std::atomic<bool> m_provesOutputs = false;
     int m_lowestActivePosition = 0;

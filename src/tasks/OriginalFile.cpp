@@ -4,6 +4,7 @@
 #include "tasks/OriginalFile.h"
 
 #include "base/Util.h"
+#include "tasks/FileStamp.h"
 #include "tasks/KruvTask.h"
 #include "tasks/StagedOutputs.h"
 #include "tasks/TaskCompletionSink.h"
@@ -21,15 +22,21 @@ struct Text
 
 } // namespace
 
-void deleteAfterCommit(KruvTask &task, const QString &source, const StagedOutputs &outputs)
+void deleteAfterCommit(KruvTask &task, const QString &source, const FileStamp &read,
+                       const StagedOutputs &outputs)
 {
     if (!task.deleteOriginal() || task.error() || task.cancelled() || !task.queue()) {
         return;
     }
     if (outputs.committed().isEmpty() || !outputs.isDurable()) {
-        keep(task, source, Text::tr("its output is missing, empty or not safely on the disk"));
-    } else if (!Util::deleteFile(source, task.queue()->preferences())) {
-        keep(task, source, Text::tr("it could not be deleted; its output is complete"));
+        return keep(task, source, Text::tr("its output is missing, empty or not safely on the disk"));
+    }
+    const auto now = FileStamp::of(source);
+    if (now && *now != read) {
+        return keep(task, source, Text::tr("it was changed after it was read, and its output lacks that"));
+    }
+    if (const QString problem = Util::deleteFile(source, task.queue()->preferences()); !problem.isEmpty()) {
+        keep(task, source, Text::tr("%1; its output is complete").arg(problem));
     }
 }
 

@@ -43,10 +43,13 @@ void OutputTask::doStartTask()
     if (!startFinishing()) {
         return;
     }
+    if (deleteOriginal() && queue()) {
+        queue()->taskOnlyWaits(*this);
+    }
     outputs.commit(deleteOriginal());
     committed(outputs);
     if (mayGoOn()) {
-        releaseOriginals(outputs);
+        releaseOriginals(outputs, stamps);
     }
     if (!m_flaw.isEmpty()) {
         setError(true);
@@ -71,7 +74,8 @@ void OutputTask::requireUnchanged(const std::vector<FileStamp> &stamps) const
     const QStringList files = sources();
     for (std::size_t index = 0; index < stamps.size(); ++index) {
         const QString &source = files[static_cast<qsizetype>(index)];
-        if (FileStamp::of(source) != stamps[index]) {
+        const auto now = FileStamp::of(source);
+        if (!now || !now->hasContentOf(stamps[index])) {
             refuse(tr("%1 was changed or removed while it was read. Nothing was made of it; try again.")
                        .arg(source));
         }
@@ -119,10 +123,12 @@ void OutputTask::failAfterwards(const QString &reason)
     }
 }
 
-void OutputTask::releaseOriginals(const StagedOutputs &outputs)
+void OutputTask::releaseOriginals(const StagedOutputs &outputs, const std::vector<FileStamp> &stamps)
 {
     const QStringList &made = outputs.committed();
-    for (const QString &source : deleteOriginal() ? sources() : QStringList()) {
+    const QStringList originals = deleteOriginal() ? sources() : QStringList();
+    for (qsizetype index = 0; index < originals.size(); ++index) {
+        const QString &source = originals[index];
         const bool isOutput = std::ranges::any_of(
             made, [&source](const QString &output) { return FileStamp::isSameFile(source, output); });
         if (isOutput || !isOriginal(source)) {
@@ -132,7 +138,7 @@ void OutputTask::releaseOriginals(const StagedOutputs &outputs)
             OriginalFile::keep(*this, source, m_flaw);
             return;
         }
-        OriginalFile::deleteAfterCommit(*this, source, outputs);
+        OriginalFile::deleteAfterCommit(*this, source, stamps[static_cast<std::size_t>(index)], outputs);
     }
 }
 

@@ -54,7 +54,7 @@ private:
     std::vector<FileStamp> stampSources() const;
     void requireUnchanged(const std::vector<FileStamp> &stamps) const;
     void proveOutputs(const StagedOutputs &outputs);
-    void releaseOriginals(const StagedOutputs &outputs);
+    void releaseOriginals(const StagedOutputs &outputs, const std::vector<FileStamp> &stamps);
 
     bool m_mayReplace = false;
     ProofNote m_proof;

@@ -4,6 +4,7 @@
 #include "tasks/StagedOutputs.h"
 
 #include "base/PathNames.h"
+#include "tasks/DiskSync.h"
 #include "tasks/FileStamp.h"
 
 #include <QFile>
@@ -130,26 +131,30 @@ void StagedOutputs::requireMade() const
 void StagedOutputs::commit(bool durable)
 {
     requireMade();
+    QStringList staged;
     for (const Output &output : m_outputs) {
-        const QString problem = durable ? FileCommit::toDisk(output.staged) : QString();
-        if (!problem.isEmpty()) {
-            fail(tr("%1 could not be brought to the disk: %2.").arg(output.path, problem));
-        }
+        staged.append(output.staged);
+    }
+    const QString problem = durable ? DiskSync(staged).run() : QString();
+    if (!problem.isEmpty()) {
+        fail(tr("The outputs could not be brought to the disk (%1).").arg(problem));
     }
     for (const Output &output : m_outputs) {
         commitOne(output);
     }
-    if (!durable) {
-        return;
+    if (durable) {
+        bringNamesToDisk();
     }
+}
+
+/// With the files once more: FAT loses one whose entry reaches the disk before its clusters.
+void StagedOutputs::bringNamesToDisk()
+{
+    QStringList places = m_committed;
     for (const auto &[folder, staging] : m_folders) {
-        FileCommit::toDisk(folder); // some file systems can't; what counts is the file
-        FileCommit::toDisk(staging->path());
+        places += {folder, staging->path()};
     }
-    for (const Output &output : m_outputs) {
-        FileCommit::toDisk(output.path); // FAT loses a file whose entry reaches the disk before its clusters
-    }
-    m_durable = true;
+    m_durable = DiskSync(places).run().isEmpty();
 }
 
 void StagedOutputs::commitOne(const Output &output)

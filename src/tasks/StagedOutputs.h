@@ -58,7 +58,7 @@ public:
     void commit(bool durable);
     /// Final paths of what was committed.
     const QStringList &committed() const { return m_committed; }
-    /// Whether they were brought to the disk.
+    /// Whether they were brought to the disk, with their names.
     bool isDurable() const { return m_durable; }
 
 private:
@@ -70,6 +70,7 @@ private:
     StagingFolder &staging(const QString &folder);
     const Output *find(const QString &path) const;
     void commitOne(const Output &output);
+    void bringNamesToDisk();
     void takeBack();
 
     const FileCommit::Existing m_existing;

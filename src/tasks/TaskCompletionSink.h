@@ -31,6 +31,9 @@ public:
     /// Whether jobs that keep their originals prove their outputs as well. Any thread.
     virtual bool provesOutputs() const = 0;
 
+    /// From here on the job does nothing but wait for the disk: another one may run beside it. Any thread.
+    virtual void taskOnlyWaits(KruvTask &task) = 0;
+
     /// A job's status row shows something new.
     virtual void taskRowChanged(KruvTask &task) = 0;
 };
