@@ -32,7 +32,11 @@ QString write(const QString &path, const QByteArray &bytes)
     if (fsync(file.handle()) != 0) {
         return systemErrorText(errno);
     }
-    return file.commit() ? QString() : file.errorString();
+    errno = 0;
+    if (file.commit()) {
+        return {};
+    }
+    return errno != 0 ? systemErrorText(errno) : file.errorString(); // which often is not known
 }
 
 } // namespace kruv::WholeFile

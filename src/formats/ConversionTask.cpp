@@ -7,6 +7,7 @@
 #include "audio/Proof.h"
 #include "base/PathNames.h"
 #include "formats/AudioLimitsCheck.h"
+#include "formats/FailureAdvice.h"
 #include "formats/Formats.h"
 #include "formats/Records.h"
 #include "formats/StatedFormat.h"
@@ -132,6 +133,9 @@ bool ConversionTask::run(const char *tool, const QStringList &arguments, ToolRea
         }
         take(read(text, title()), progress);
     });
+    if (error() && FailureAdvice::essence(results()->results(*this)).isEmpty()) {
+        appendResults(m_toolWords); // what its reader passed over may say why
+    }
     appendResults(QStringLiteral("\n")); // what follows is another tool's
     return done;
 }

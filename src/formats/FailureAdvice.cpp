@@ -20,7 +20,7 @@ namespace {
 // Said of several failures.
 constexpr const char *freeSomeSpace =
     QT_TRANSLATE_NOOP("FailureAdvice", "Free some space on the output folder's disk and try again.");
-constexpr const char *checkTheFolder = QT_TRANSLATE_NOOP(
+constexpr const char *checkFolder = QT_TRANSLATE_NOOP(
     "FailureAdvice", "Check that the output folder exists, may be written to, and has space left.");
 constexpr const char *checkTheFile =
     QT_TRANSLATE_NOOP("FailureAdvice", "Check that the file is there and may be read.");
@@ -31,8 +31,8 @@ constexpr const char *otherKind =
 
 // The plain causes come first, then what the formats know of their tools, then the catch-alls.
 constexpr FailureHint plainCauses[] = {
-    {u"opening the output file", checkTheFolder},
-    {u"Nothing can be written in", checkTheFolder},
+    {u"opening the output file", checkFolder},
+    {u"Nothing can be written in", checkFolder},
     {u"could not open output file",
      QT_TRANSLATE_NOOP("FailureAdvice",
                        "Move an existing file away, or check that the output folder may be written to.")},
@@ -72,6 +72,13 @@ constexpr FailureHint catchAlls[] = {
      QT_TRANSLATE_NOOP("FailureAdvice",
                        "Check that the source is whole and the output folder's disk has space left.")},
     {u"write failed", freeSomeSpace},
+    {u"WRITE_ERROR", freeSomeSpace},
+    {u"can't create file", checkFolder},
+    {u"can't close", checkFolder},
+    {u"close failed", checkFolder},
+    {u"Failed writing", checkFolder},
+    {u"could not be saved", checkFolder},
+    {u"was not written, whatever", checkFolder},
     {u"unknown file type", otherKind},
 };
 
@@ -130,17 +137,17 @@ QString adviceIn(std::span<const FailureHint> hints, const QString &toolText)
 
 QString essence(const QString &toolText)
 {
-    constexpr qsizetype mostLines = 6;
+    constexpr qsizetype mostLines = 6; // the last ones: tools say first how they began
     QString plain = QString(toolText).replace(chatter(), QStringLiteral("\n"));
     StagingName::removeFolders(plain);
     QStringList kept;
     for (const QStringView line : QStringView(plain).split(u'\n')) {
         const QStringView words = line.trimmed();
-        if (!isNoise(words) && !kept.contains(words) && kept.size() < mostLines) {
+        if (!isNoise(words) && !kept.contains(words)) {
             kept.append(words.toString());
         }
     }
-    return kept.join(u'\n');
+    return kept.sliced(std::max<qsizetype>(0, kept.size() - mostLines)).join(u'\n');
 }
 
 QString advice(const QString &toolText)

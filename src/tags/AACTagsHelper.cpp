@@ -15,6 +15,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QLoggingCategory>
+#include <QtEndian>
 
 #include <algorithm>
 #include <cstdint>
@@ -41,6 +42,36 @@ bool hasRoomFor(qint64 bytes, const QString &path)
         return true;
     }
     return volume.f_bavail > static_cast<std::uint64_t>(bytes) / std::max(volume.f_frsize, 1UL);
+}
+
+/// How much media a file has; nothing where its atoms don't end where it ends.
+std::optional<quint64> mediaSize(const QString &path)
+{
+    constexpr int shortHeader = 8;
+    QFile file(path);
+    quint64 media = 0;
+    quint64 offset = 0;
+    const auto length = static_cast<quint64>(QFileInfo(path).size());
+    if (!file.open(QIODevice::ReadOnly)) {
+        return std::nullopt;
+    }
+    while (offset < length) {
+        const QByteArray header =
+            file.seek(static_cast<qint64>(offset)) ? file.read(2 * shortHeader) : QByteArray();
+        if (header.size() < shortHeader) {
+            return std::nullopt;
+        }
+        quint64 size = qFromBigEndian<quint32>(header.constData());
+        if (size == 1 && header.size() == 2 * shortHeader) {
+            size = qFromBigEndian<quint64>(header.constData() + shortHeader);
+        }
+        if (size < shortHeader || size > length - offset) {
+            return std::nullopt;
+        }
+        media += header.mid(4, 4) == "mdat" ? size : 0;
+        offset += size;
+    }
+    return media;
 }
 
 /// The index that the tag library makes of the file's items and the record, in a scratch file of its own that
@@ -159,12 +190,21 @@ void AACTagsHelper::makeGapless(const QString &path) const
         return;
     }
     const QFile::Permissions before = QFile::permissions(target);
+    const auto media = mediaSize(target);
     NSTaskWrapperSync tool(
         toolPath(QStringLiteral("AtomicParsley")),
         {target, QStringLiteral("--overWrite"), QStringLiteral("--gapless"), QStringLiteral("--true")});
     tool.setEnvironmentVariable(QStringLiteral("AP_PADDING"), QStringLiteral("\"DEFAULT_PAD=0:MAX_PAD=0\""));
     tool.runTask();
     qCInfo(mp4Log, "%s", qUtf8Printable(tool.output()));
+    // It tells nothing of writes that fail.
+    if (media && mediaSize(target) != media) {
+        throw std::runtime_error(QCoreApplication::translate(
+                                     "Exceptions",
+                                     "The file was damaged while it was marked as gapless; its disk may be "
+                                     "full. Free some space and try again.")
+                                     .toStdString());
+    }
     if (QFile::permissions(target) != before) {
         QFile::setPermissions(target, before);
     }

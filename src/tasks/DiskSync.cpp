@@ -142,8 +142,7 @@ bool DiskSync::shareTrip() const
     for (const Item &item : m_items) {
         descriptors.emplace(&volumeOf(item.descriptor), item.descriptor);
     }
-    return std::ranges::all_of(
-        descriptors, [](const auto &each) { return each.first->bring(each.second); });
+    return std::ranges::all_of(descriptors, [](const auto &each) { return each.first->bring(each.second); });
 }
 
 QString DiskSync::run()
@@ -153,7 +152,8 @@ QString DiskSync::run()
         if (item.error != 0) {
             continue;
         }
-        // Where the volume was brought to the disk, nothing is left to write, but this file's own errors tell.
+        // Where the volume was brought to the disk, nothing is left to write, but this file's own errors
+        // tell.
         const int result = isThere ? sync_file_range(item.descriptor, 0, 0, SYNC_FILE_RANGE_WAIT_BEFORE)
                                    : fsync(item.descriptor);
         if (result != 0 && !isNothingToDo(errno)) {

@@ -19,8 +19,8 @@ public:
     DiskSync(const DiskSync &) = delete;
     DiskSync &operator=(const DiskSync &) = delete;
 
-    /// Brings them to the disk. An empty text, or which could not be brought there and why, for a person: what
-    /// was written may be lost. Blocks.
+    /// Brings them to the disk. An empty text, or which could not be brought there and why, for a person:
+    /// what was written may be lost. Blocks.
     QString run();
 
 private:

@@ -39,9 +39,8 @@ std::optional<FileStamp> FileStamp::of(const QString &path)
     if (!status) {
         return std::nullopt;
     }
-    FileStamp stamp{.size = status->st_size,
-                    .seconds = status->st_mtim.tv_sec,
-                    .nanoseconds = status->st_mtim.tv_nsec};
+    FileStamp stamp{
+        .size = status->st_size, .seconds = status->st_mtim.tv_sec, .nanoseconds = status->st_mtim.tv_nsec};
     if (keepsNumbers(path)) {
         stamp.number = status->st_ino;
         stamp.touchedSeconds = status->st_ctim.tv_sec;

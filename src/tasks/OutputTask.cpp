@@ -29,11 +29,26 @@ void OutputTask::doStartTask()
     if (!deleteOriginal()) {
         outputs.protect(sources());
     }
+    try {
+        walk(outputs, stamps);
+    } catch (const std::exception &failure) {
+        fail(QString::fromUtf8(failure.what()));
+    }
+    if (error() && outputs.isShortOfSpace()) {
+        results()->appendLine(
+            QCoreApplication::translate("OutputTask",
+                                        "No space left, or nearly none, on the output folder's disk."),
+            *this);
+    }
+}
+
+void OutputTask::walk(StagedOutputs &outputs, const std::vector<FileStamp> &stamps)
+{
     make(outputs);
     if (mayGoOn()) {
         dress(outputs);
     }
-    if (mayGoOn() && !outputs.isEmpty() && (deleteOriginal() || (queue() && queue()->provesOutputs()))) {
+    if (mayGoOn() && !outputs.isEmpty() && owesProof(outputs)) {
         proveOutputs(outputs);
     }
     if (!mayGoOn()) {
@@ -80,6 +95,12 @@ void OutputTask::requireUnchanged(const std::vector<FileStamp> &stamps) const
                        .arg(source));
         }
     }
+}
+
+bool OutputTask::owesProof(const StagedOutputs &outputs) const
+{
+    // Some tools don't notice that their last write failed.
+    return deleteOriginal() || (queue() && queue()->provesOutputs()) || outputs.isShortOfSpace();
 }
 
 ProofNote OutputTask::prove(const StagedOutputs &)

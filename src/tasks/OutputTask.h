@@ -51,8 +51,10 @@ protected:
 
 private:
     void doStartTask() final;
+    void walk(StagedOutputs &outputs, const std::vector<FileStamp> &stamps);
     std::vector<FileStamp> stampSources() const;
     void requireUnchanged(const std::vector<FileStamp> &stamps) const;
+    bool owesProof(const StagedOutputs &outputs) const;
     void proveOutputs(const StagedOutputs &outputs);
     void releaseOriginals(const StagedOutputs &outputs, const std::vector<FileStamp> &stamps);
 

@@ -12,7 +12,9 @@
 
 #include <algorithm>
 #include <climits>
+#include <cstdint>
 #include <stdexcept>
+#include <sys/statvfs.h>
 
 namespace kruv {
 
@@ -117,6 +119,16 @@ bool StagedOutputs::wasMade(const QString &path) const
 {
     const QFileInfo info(stagedPath(path));
     return info.isFile() && info.size() > 0;
+}
+
+bool StagedOutputs::isShortOfSpace() const
+{
+    constexpr std::uint64_t enough = std::uint64_t{16} * 1024 * 1024;
+    return std::ranges::any_of(m_folders, [](const auto &each) {
+        struct statvfs volume = {};
+        return statvfs(QFile::encodeName(each.first).constData(), &volume) == 0 && volume.f_blocks != 0 &&
+               volume.f_bavail < enough / std::max(volume.f_frsize, 1UL);
+    });
 }
 
 void StagedOutputs::requireMade() const

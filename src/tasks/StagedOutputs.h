@@ -53,6 +53,9 @@ public:
 
     /// Throws when an output was not made, in words for a person.
     void requireMade() const;
+    /// Whether a disk that they lie on is full, or so nearly that writes may have failed.
+    bool isShortOfSpace() const;
+
     /// Gives every output its final name, or none; throws when one was not made. `durable`: bring them to the
     /// disk before and after, so that a power cut can't take them back; needed before an original goes.
     void commit(bool durable);

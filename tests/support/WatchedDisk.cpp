@@ -1,12 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The Kruv developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-// Runs a command whose disk is full, or fails, at a chosen moment: full_disk COMMAND ARGUMENT...
+// Runs a command whose disk is full, or fails, at a chosen moment: watched_disk COMMAND ARGUMENT...
 // What the command and all that it starts do to files in folders named "case-N" is counted, each folder for
-// itself: writes, new files and folders, renames, links, what goes to the disk. The file "case-N.fault" beside
-// that folder says which of them fails, by number; from then on there is no space in that folder, for writes
-// and new files. "case-N.log" gets what was done, one a line. Ends as the command ended, or with 77 where the
-// system doesn't let system calls be watched.
+// itself: writes, new files and folders, renames, links, what goes to the disk. The file "case-N.fault"
+// beside that folder says which of them fails, by number; from then on there is no space in that folder, for
+// writes and new files. "case-N.log" gets what was done, one a line. Ends as the command ended, or with 77
+// where the system doesn't let system calls be watched.
 
 #include <algorithm>
 #include <array>
@@ -29,6 +29,7 @@
 #include <sys/prctl.h>
 #include <sys/socket.h>
 #include <sys/syscall.h>
+#include <sys/vfs.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <vector>
@@ -53,7 +54,7 @@ struct Change
 
 constexpr Change changes[] = {
     {SYS_write, "write", Place::Descriptor, 0, true},
-    {SYS_pwrite64, "write", Place::Descriptor, 0, true},
+    {SYS_pwrite64, "pwrite", Place::Descriptor, 0, true},
     {SYS_writev, "write", Place::Descriptor, 0, true},
     {SYS_pwritev, "write", Place::Descriptor, 0, true},
     {SYS_sendfile, "write", Place::Descriptor, 0, true},
@@ -63,6 +64,8 @@ constexpr Change changes[] = {
     {SYS_fsync, "fsync", Place::Descriptor, 0, false},
     {SYS_fdatasync, "fsync", Place::Descriptor, 0, false},
     {SYS_syncfs, "syncfs", Place::Descriptor, 0, false},
+    {SYS_statfs, "space", Place::Path, 0, false},
+    {SYS_fstatfs, "space", Place::Descriptor, 0, false},
     {SYS_openat, "create", Place::PathAt, 1, true},
     {SYS_mkdirat, "mkdir", Place::PathAt, 1, true},
     {SYS_linkat, "link", Place::PathAt, 3, true},
@@ -84,8 +87,8 @@ std::vector<sock_filter> filter()
     for (const Change &change : changes) {
         const auto number = static_cast<std::uint32_t>(change.number);
         if (std::strcmp(change.name, "create") == 0) {
-            const auto flags = static_cast<std::uint32_t>(offsetof(seccomp_data, args) +
-                                                          8 * (change.argument + 1));
+            const auto flags =
+                static_cast<std::uint32_t>(offsetof(seccomp_data, args) + 8 * (change.argument + 1));
             program.push_back(BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, number, 0, 4));
             program.push_back(BPF_STMT(BPF_LD | BPF_W | BPF_ABS, flags));
             program.push_back(BPF_JUMP(BPF_JMP | BPF_JSET | BPF_K, O_CREAT, 0, 1));
@@ -203,9 +206,45 @@ std::string pathOf(const seccomp_notif &question, const Change &change)
     if (path.empty() || path.front() == '/') {
         return path;
     }
-    const bool isHere = change.place == Place::Path ||
-                        static_cast<int>(question.data.args[change.argument - 1]) == AT_FDCWD;
+    const bool isHere =
+        change.place == Place::Path || static_cast<int>(question.data.args[change.argument - 1]) == AT_FDCWD;
     return (isHere ? linkTarget(proc + "/cwd") : descriptor(change.argument - 1)) + '/' + path;
+}
+
+/// Whether a write goes into what the file has already.
+bool isInside(const seccomp_notif &question, const Change &change, const std::string &path)
+{
+    const std::string kind = change.name;
+    if (question.data.nr != SYS_write && question.data.nr != SYS_pwrite64) {
+        return false;
+    }
+    std::uint64_t offset = question.data.args[3];
+    if (kind == "write") {
+        std::ifstream info("/proc/" + std::to_string(question.pid) + "/fdinfo/" +
+                           std::to_string(static_cast<int>(question.data.args[0])));
+        std::string word;
+        info >> word >> offset;
+    }
+    std::error_code error;
+    const auto size = fs::file_size(path, error);
+    return !error && offset + question.data.args[2] <= size;
+}
+
+/// Answers a question for the space on a disk: there is none.
+bool tellOfNoSpace(const seccomp_notif &question, const std::string &path)
+{
+    struct statfs volume = {};
+    const std::string memory = "/proc/" + std::to_string(question.pid) + "/mem";
+    const int file = open(memory.c_str(), O_WRONLY | O_CLOEXEC);
+    if (file < 0 || statfs(path.c_str(), &volume) != 0) {
+        return false;
+    }
+    volume.f_bfree = 0;
+    volume.f_bavail = 0;
+    const bool told = pwrite(file, &volume, sizeof volume, static_cast<off_t>(question.data.args[1])) ==
+                      static_cast<ssize_t>(sizeof volume);
+    close(file);
+    return told;
 }
 
 /// What was done in one folder.
@@ -218,11 +257,11 @@ public:
     {
         std::ifstream(path + ".fault") >> m_fault;
     }
-    bool fails(const Change &change, const std::string &path)
+    bool isFull() const { return m_fault > 0 && m_count >= m_fault; }
+    bool fails(const Change &change, bool takesSpace, const std::string &path)
     {
         ++m_count;
-        const bool fails =
-            m_fault > 0 && (m_count == m_fault || (m_count > m_fault && change.takesSpace));
+        const bool fails = m_count == m_fault || (isFull() && takesSpace);
         m_log << change.name << ' ' << path.substr(m_path.size()) << (fails ? " FAILED" : "") << '\n'
               << std::flush;
         return fails;
@@ -246,18 +285,27 @@ std::string caseOf(const std::string &path)
 class Watch
 {
 public:
-    /// 0, or what the system call is to fail with.
-    int answer(const seccomp_notif &question)
+    /// Fills in what becomes of the system call.
+    void answer(const seccomp_notif &question, seccomp_notif_resp &response)
     {
+        response.flags = SECCOMP_USER_NOTIF_FLAG_CONTINUE;
         const Change *change = std::find_if(std::begin(changes), std::end(changes), [&](const Change &each) {
             return each.number == question.data.nr;
         });
         const std::string path = pathOf(question, *change);
-        const std::string folder = caseOf(path);
-        if (folder.empty() || (std::strcmp(change->name, "create") == 0 && fs::exists(path))) {
-            return 0;
+        const std::string name = caseOf(path + '/');
+        if (name.empty()) {
+            return;
         }
-        return m_folders.try_emplace(folder, folder).first->second.fails(*change, path) ? ENOSPC : 0;
+        Folder &folder = m_folders.try_emplace(name, name).first->second;
+        const std::string what = change->name;
+        if (what == "space") {
+            response.flags = folder.isFull() && tellOfNoSpace(question, path) ? 0U : response.flags;
+        } else if ((what != "create" || !fs::exists(path)) &&
+                   folder.fails(*change, change->takesSpace && !isInside(question, *change, path), path)) {
+            response.flags = 0;
+            response.error = -ENOSPC;
+        }
     }
 
 private:
@@ -275,8 +323,7 @@ void watch(int listener)
         }
         seccomp_notif_resp response{};
         response.id = question.id;
-        response.error = -watch.answer(question);
-        response.flags = response.error == 0 ? SECCOMP_USER_NOTIF_FLAG_CONTINUE : 0U;
+        watch.answer(question, response);
         ioctl(listener, SECCOMP_IOCTL_NOTIF_SEND, &response);
     }
 }
