@@ -3,6 +3,8 @@
 
 #include "base/Preferences.h"
 
+#include "base/IniText.h"
+
 #include <QStandardPaths>
 
 #include <algorithm>
@@ -69,7 +71,7 @@ const RegisteredDefault *registeredDefault(const QString &key)
 } // namespace
 
 Preferences::Preferences(const QString &file, ControlState controlState)
-    : m_settings(file, QSettings::IniFormat)
+    : m_settings(file, IniText::settingsFormat())
     , m_controlState(controlState)
 {
 }

@@ -175,7 +175,9 @@ void TextReporter::drawRows()
     const int width = terminal.columns - 1;
     QString screen = m_rowsOnScreen > 0 ? QStringLiteral("\x1b[%1A\r\x1b[J").arg(m_rowsOnScreen) : QString();
     m_rowsOnScreen = 0;
-    for (const KruvTask *task : m_order.mid(0, std::clamp(terminal.rows - besideTheRows, 0, mostRows))) {
+    QList<const KruvTask *> shown = m_order;
+    shown.removeIf([](const KruvTask *task) { return task->state().phase() == TaskState::Phase::Finishing; });
+    for (const KruvTask *task : shown.mid(0, std::clamp(terminal.rows - besideTheRows, 0, mostRows))) {
         screen += rowText(m_running.value(task), width) + u'\n';
         ++m_rowsOnScreen;
     }

@@ -22,7 +22,8 @@ struct Text
 QString prepareTrash()
 {
     const QString dataHome = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
-    const bool isPlaced = qEnvironmentVariableIsSet("XDG_DATA_HOME") || qEnvironmentVariableIsSet("HOME");
+    const bool isPlaced =
+        !qEnvironmentVariableIsEmpty("XDG_DATA_HOME") || !qEnvironmentVariableIsEmpty("HOME");
     if (!isPlaced || !QDir::isAbsolutePath(dataHome)) {
         return Text::tr("there is no trash, as neither HOME nor XDG_DATA_HOME names a folder");
     }

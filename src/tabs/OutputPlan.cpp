@@ -33,13 +33,14 @@ private:
     QHash<QString, QString> m_names;
 };
 
-/// "song (2).flac" for "song.flac", or the first number that is free.
+/// `planned` has the keys of names that are taken by other outputs. "song (2).flac" for "song.flac", or the
+/// first number that is free.
 QString numbered(const QString &path, const QString &extension, const QSet<QString> &planned)
 {
     const QString base = path.chopped(extension.size() + 1);
     for (int number = 2;; ++number) {
         QString name = QStringLiteral("%1 (%2).%3").arg(base, QString::number(number), extension);
-        if (!FileCommit::isTaken(name) && !planned.contains(name)) {
+        if (!FileCommit::isTaken(name) && !planned.contains(FoldedNames::key(name))) {
             return name;
         }
     }
@@ -109,8 +110,10 @@ void OutputPlan::settleExisting(ExistingFiles choice)
         std::erase_if(m_lists, [](const List &list) { return FileCommit::isTaken(list.path); });
         return;
     }
-    const QStringList all = outputs();
-    QSet<QString> planned(all.begin(), all.end());
+    QSet<QString> planned; // their keys
+    for (const Entry &entry : m_entries) {
+        planned.insert(FoldedNames::key(entry.output));
+    }
     for (Entry &entry : m_entries) {
         if (!FileCommit::isTaken(entry.output)) {
             continue;
@@ -119,7 +122,7 @@ void OutputPlan::settleExisting(ExistingFiles choice)
             entry.mayReplace = true;
         } else {
             entry.output = numbered(entry.output, PathNames::extension(entry.output), planned);
-            planned.insert(entry.output);
+            planned.insert(FoldedNames::key(entry.output));
         }
     }
     for (List &list : m_lists) {
@@ -129,23 +132,28 @@ void OutputPlan::settleExisting(ExistingFiles choice)
     }
 }
 
-std::optional<QString> OutputPlan::collision() const
+std::optional<QString> OutputPlan::collision(const NameTest &areOne) const
 {
     constexpr qsizetype mostNamed = 5;
-    QHash<QString, QString> sourceOfOutput;
+    QMultiHash<QString, const Entry *> earlierEntries;
     RealFolders realFolders;
     QStringList collisions;
     for (const Entry &entry : m_entries) {
         // A folder may be in the list twice, once through a link.
-        const QString output =
-            realFolders.of(entry.folder) + u'/' + PathNames::lastPathComponent(entry.output);
-        const auto earlier = sourceOfOutput.constFind(output);
-        if (earlier != sourceOfOutput.constEnd()) {
-            collisions.append(
-                tr("%1\nand\n%2\nwould both be written to\n%3").arg(*earlier, entry.source, entry.output));
+        const QString folder = realFolders.of(entry.folder);
+        const QString name = PathNames::lastPathComponent(entry.output);
+        const QString key = folder + u'/' + FoldedNames::key(name);
+        const QList<const Entry *> alike = earlierEntries.values(key);
+        const auto earlier = std::ranges::find_if(alike, [&](const Entry *each) {
+            const QString other = PathNames::lastPathComponent(each->output);
+            return other == name || areOne(folder, other, name);
+        });
+        if (earlier != alike.end()) {
+            collisions.append(tr("%1\nand\n%2\nwould both be written to\n%3")
+                                  .arg((*earlier)->source, entry.source, entry.output));
             continue;
         }
-        sourceOfOutput.insert(output, entry.source);
+        earlierEntries.insert(key, &entry);
     }
     if (collisions.isEmpty()) {
         return std::nullopt;

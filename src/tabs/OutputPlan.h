@@ -4,11 +4,13 @@
 #pragma once
 
 #include "base/ExistingFiles.h"
+#include "base/FoldedNames.h"
 
 #include <QCoreApplication>
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -47,9 +49,11 @@ public:
     QStringList outputsFor(const List &list) const;
     void addList(const List &list) { m_lists.push_back(list); }
     const std::vector<List> &lists() const { return m_lists; }
+    /// Whether a folder's file system takes two names for one.
+    using NameTest = std::function<bool(const QString &folder, const QString &first, const QString &second)>;
     /// Names the sources that would give the same output, the first few, where there are such: writing both
-    /// would lose one.
-    std::optional<QString> collision() const;
+    /// would lose one. `areOne` is asked of names that some file system would take for one.
+    std::optional<QString> collision(const NameTest &areOne = FoldedNames::areOne) const;
     /// The outputs and lists whose names are taken, in list order.
     QStringList existing() const;
     /// What becomes of those.

@@ -3,6 +3,7 @@
 
 #include "tasks/StagedOutputs.h"
 
+#include "base/FoldedNames.h"
 #include "base/PathNames.h"
 #include "tasks/DiskSync.h"
 #include "tasks/FileStamp.h"
@@ -58,7 +59,7 @@ QString StagedOutputs::add(const QString &path, const QString &stagedName)
                 "originals be deleted.")
                  .arg(path));
     }
-    if (find(path)) {
+    if (findAlike(path)) {
         fail(tr("Two of the outputs would get the same name, %1.").arg(path));
     }
     if (QFile::encodeName(PathNames::lastPathComponent(path)).size() > NAME_MAX) {
@@ -101,6 +102,20 @@ QString StagedOutputs::scratch(const QString &folder, const QString &extension)
 const StagedOutputs::Output *StagedOutputs::find(const QString &path) const
 {
     const auto found = std::ranges::find(m_outputs, path, &Output::path);
+    return found == m_outputs.end() ? nullptr : &*found;
+}
+
+/// One whose name the disk takes for this one: the later would be made over the earlier.
+const StagedOutputs::Output *StagedOutputs::findAlike(const QString &path) const
+{
+    const QString key = FoldedNames::key(path);
+    const auto found = std::ranges::find_if(m_outputs, [&](const Output &output) {
+        return output.path == path ||
+               (FoldedNames::key(output.path) == key &&
+                PathNames::folderOf(output.path) == PathNames::folderOf(path) &&
+                FoldedNames::areOne(PathNames::folderOf(path), PathNames::lastPathComponent(output.path),
+                                    PathNames::lastPathComponent(path)));
+    });
     return found == m_outputs.end() ? nullptr : &*found;
 }
 

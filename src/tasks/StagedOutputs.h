@@ -72,6 +72,7 @@ private:
     };
     StagingFolder &staging(const QString &folder);
     const Output *find(const QString &path) const;
+    const Output *findAlike(const QString &path) const;
     void commitOne(const Output &output);
     void bringNamesToDisk();
     void takeBack();

@@ -4,7 +4,9 @@
 #include "base/Preferences.h"
 
 #include "support/Files.h"
+#include "support/FullDisk.h"
 #include "support/QtPrinters.h"
+#include "support/Wait.h"
 
 #include <QFile>
 
@@ -41,6 +43,25 @@ TEST_F(PreferencesTest, ValuesOutliveTheProgram)
         EXPECT_FALSE(again.boolean(QStringLiteral("warnOnDelete")));
         EXPECT_EQ(again.integer(QStringLiteral("maxThreads")), 7);
     }
+}
+
+TEST_F(PreferencesTest, StayAsTheyWereWhereTheDiskIsFull)
+{
+    const QString trash = QStringLiteral("trashOrDelete");
+    const QString kept =
+        folder.write(QStringLiteral("kept.conf"),
+                     "[General]\nshntoolNamesFormat=\"Za\\x17c \\x142, \\\"x\\\"\"\ntrashOrDelete=1\n");
+    const QByteArray before = readFile(kept);
+    {
+        Preferences preferences(kept);
+        EXPECT_EQ(preferences.string(QStringLiteral("shntoolNamesFormat")), QStringLiteral("Zaż ł, \"x\""));
+        const FullDisk full(0);
+        preferences.setValue(trash, 0);
+        serveEvents();
+        EXPECT_EQ(preferences.integer(trash), 0) << "as long as the program runs";
+        EXPECT_EQ(readFile(kept), before);
+    }
+    EXPECT_EQ(Preferences(kept).integer(trash), 0) << "stored as soon as there is room";
 }
 
 TEST_F(PreferencesTest, TheCommandLineNeitherReadsNorLeavesControlStates)

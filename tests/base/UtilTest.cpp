@@ -3,6 +3,7 @@
 
 #include "base/Util.h"
 
+#include "base/FoldedNames.h"
 #include "base/Preferences.h"
 #include "platform/SessionId.h"
 #include "support/EnvironmentVariable.h"
@@ -80,7 +81,7 @@ protected:
 
 TEST_F(DeletedFiles, AreGoneByDefault)
 {
-    Util::deleteFile(original, preferences);
+    EXPECT_EQ(Util::deleteFile(original, preferences), QString());
     EXPECT_FALSE(QFile::exists(original));
     EXPECT_TRUE(trash().isEmpty());
 }
@@ -90,18 +91,60 @@ TEST_F(DeletedFiles, LieInTheTrashWhenThePersonWantsThat)
     for (const int wish : {1, -1}) {
         preferences.setValue(QStringLiteral("trashOrDelete"), wish);
         writeFile(original, "audio");
-        Util::deleteFile(original, preferences);
+        EXPECT_EQ(Util::deleteFile(original, preferences), QString());
         EXPECT_FALSE(QFile::exists(original));
     }
     ASSERT_EQ(trash().size(), 2) << "one name twice keeps both";
     EXPECT_EQ(readFile(folder.file(QStringLiteral("data/Trash/files/") + trash()[0])), QByteArray("audio"));
 }
 
+TEST_F(DeletedFiles, StayWhereThereIsNoTrash)
+{
+    preferences.setValue(QStringLiteral("trashOrDelete"), 1);
+    const QByteArray aFile = folder.write(QStringLiteral("file"), "x").toUtf8();
+    const EnvironmentVariable home("HOME", "");
+    const QString here = QDir::currentPath();
+    ASSERT_TRUE(QDir::setCurrent(folder.makeFolder(QStringLiteral("here"))));
+    for (const QByteArray &noFolder : {QByteArray(), QByteArray("relative"), aFile, aFile + "/below"}) {
+        const EnvironmentVariable elsewhere("XDG_DATA_HOME", noFolder);
+        EXPECT_TRUE(Util::deleteFile(original, preferences).contains(QStringLiteral("trash")))
+            << noFolder.constData();
+        EXPECT_EQ(readFile(original), QByteArray("audio"));
+    }
+    EXPECT_TRUE(QDir().isEmpty()) << "nothing is moved into the current folder";
+    QDir::setCurrent(here);
+    const EnvironmentVariable fresh("XDG_DATA_HOME", folder.file(QStringLiteral("a/new/home")).toUtf8());
+    EXPECT_EQ(Util::deleteFile(original, preferences), QString());
+    EXPECT_TRUE(QFile::exists(
+        folder.file(QStringLiteral("a/new/home/Trash/files/") + QFileInfo(original).fileName())));
+}
+
 TEST_F(DeletedFiles, AreNeverFolders)
 {
     const QString album = folder.makeFolder(QStringLiteral("album"));
     writeFile(album + QStringLiteral("/a.wav"), "audio");
-    EXPECT_FALSE(Util::deleteFile(album, preferences)) << "it is still there, and that is told";
-    EXPECT_TRUE(Util::deleteFile(folder.file(QStringLiteral("missing")), preferences));
+    EXPECT_NE(Util::deleteFile(album, preferences), QString()) << "it is still there, and that is told";
+    EXPECT_EQ(Util::deleteFile(folder.file(QStringLiteral("missing")), preferences), QString());
     EXPECT_TRUE(QFile::exists(album + QStringLiteral("/a.wav")));
+}
+
+TEST(FoldedNames, AreAlikeToAnyFileSystemThatFolds)
+{
+    const auto key = [](QStringView name) { return FoldedNames::key(name.toString()); };
+    for (const auto &[one, other] : {std::pair(u"Track01.wav", u"tRACK01.WAV"),
+                                     {u"Caf\u00e9", u"CAFE\u0301"},
+                                     {u"stra\u00dfe", u"STRASSE"},
+                                     {u"\u03c3\u03b1\u03c2", u"\u03a3\u0391\u03a3"},
+                                     {u"\ufb00", u"FF"},
+                                     {u"a\u200bb", u"AB"},
+                                     {u"end...", u"END"}}) {
+        EXPECT_EQ(key(one), key(other));
+    }
+    EXPECT_NE(key(u"a"), key(u"\u00e4"));
+    const TemporaryFolder folder;
+    EXPECT_FALSE(FoldedNames::areOne(folder.path(), QStringLiteral("a"), QStringLiteral("A")))
+        << "no file system for tests folds";
+    EXPECT_TRUE(QDir(folder.path()).isEmpty());
+    EXPECT_TRUE(FoldedNames::areOne(folder.file(QStringLiteral("nowhere")), QStringLiteral("a"),
+                                    QStringLiteral("A")));
 }

@@ -78,10 +78,7 @@ std::vector<Job> jobs()
         {"Resample", u"util resample --rate 48 -o @/out @"_s, {u"a.wav"_s}},
         {"Rename", u"util rename --prefix Disc @"_s, wavs},
         {"TagsThatFit", u"tags set --title T @"_s, {u"a.flac"_s}},
-        {"TagsThatMoveAudio",
-         u"tags set --art @/cover.png @"_s,
-         {u"a.flac"_s, u"a.m4a"_s, u"cover.png"_s}},
-         true},
+        {"TagsThatMoveAudio", u"tags set --art @/cover.png @"_s, {u"a.flac"_s, u"a.m4a"_s, u"cover.png"_s}},
         {"ReplayGain", u"util replay-gain @"_s, {u"a.flac"_s}}};
 }
 

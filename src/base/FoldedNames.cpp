@@ -1,0 +1,69 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "base/FoldedNames.h"
+
+#include "base/Descriptor.h"
+#include "base/StagingName.h"
+
+#include <QFile>
+
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace kruv::FoldedNames {
+
+namespace {
+
+QByteArray make(const QString &path)
+{
+    const QByteArray name = QFile::encodeName(path);
+    const Descriptor file(open(name.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
+    return file.isOpen() ? name : QByteArray();
+}
+
+bool isVisible(QChar character)
+{
+    const bool isVariant = character >= QChar(0xFE00) && character <= QChar(0xFE0F);
+    return character.category() != QChar::Other_Format && !isVariant;
+}
+
+} // namespace
+
+QString key(const QString &name)
+{
+    QString folded =
+        name.normalized(QString::NormalizationForm_KD).toUpper().toCaseFolded(); // the sharp s is SS
+    folded.removeIf([](QChar character) { return !isVisible(character); });
+    while (folded.endsWith(u'.')) {
+        folded.chop(1);
+    }
+    return folded.normalized(QString::NormalizationForm_KD);
+}
+
+bool areOne(const QString &folder, const QString &first, const QString &second)
+{
+    if (first == second) {
+        return true;
+    }
+    const QString trial = folder + u'/' + StagingName::random();
+    const QByteArray place = QFile::encodeName(trial);
+    if (mkdir(place.constData(), 0700) != 0) {
+        return true;
+    }
+    const QByteArray one = make(trial + u'/' + first);
+    errno = 0;
+    const QByteArray other = one.isEmpty() ? one : make(trial + u'/' + second);
+    const bool areOne = one.isEmpty() || (other.isEmpty() && errno == EEXIST);
+    for (const QByteArray &made : {one, other}) {
+        if (!made.isEmpty()) {
+            unlink(made.constData());
+        }
+    }
+    rmdir(place.constData());
+    return areOne;
+}
+
+} // namespace kruv::FoldedNames
