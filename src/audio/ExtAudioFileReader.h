@@ -28,6 +28,10 @@ public:
     /// tell.
     std::int64_t lengthInFrames() const { return m_lengthInFrames; }
 
+    /// Whether the header tells the length. False for PCM whose writer left it open: its audio goes on to the file's
+    /// end.
+    virtual bool statesLength() const { return true; }
+
     /// What read() is to give. Takes the file's rate and channels, and widths of 8, 16, 24 and 32 bits; of
     /// integers none below the file's own, and wider samples have theirs at the high end, zeros below: asked
     /// for 32 bits, two files of whatever depths can be compared. Floating point and lossy audio is rounded

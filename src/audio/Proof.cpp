@@ -55,6 +55,7 @@ private:
     bool compareAll();
     void compare(std::span<const std::uint8_t> source, std::span<const std::uint8_t> output);
     void requireAnnouncedEnds() const;
+    void requireAudio() const;
     void passOverSilence();
     std::int64_t leadingSilence(const QStringList &files);
     std::span<const std::uint8_t> readSource(std::size_t most);
@@ -110,6 +111,7 @@ std::optional<Finding> Comparison::run()
     if (!(digestDecides() ? readAll() : compareAll())) {
         return std::nullopt;
     }
+    requireAudio();
     const QByteArray stated = m_output.statedDigest(); // which held, or reading would have failed
     m_finding.digest = stated.isEmpty() ? m_digest.result() : stated;
     m_finding.decoder = m_output.decoder();
@@ -161,6 +163,13 @@ bool Comparison::compareAll()
     }
     requireAnnouncedEnds();
     return true;
+}
+
+void Comparison::requireAudio() const
+{
+    if (m_finding.frames == 0) {
+        disprove(tr("There is no audio in %1.").arg(m_claim.sources.join(QStringLiteral(", "))));
+    }
 }
 
 void Comparison::compare(std::span<const std::uint8_t> source, std::span<const std::uint8_t> output)

@@ -6,6 +6,7 @@
 #include "cli/Console.h"
 #include "tasks/KruvTask.h"
 
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 
@@ -59,6 +60,9 @@ void JsonReporter::ended(const KruvTask &task, const Totals &)
     QJsonObject object = event("ended", task);
     object.insert(QStringLiteral("status"), statusOf(task));
     object.insert(QStringLiteral("message"), task.error() ? failureMessage(task) : QString());
+    if (const QStringList remarks = task.remarks(); !remarks.isEmpty()) {
+        object.insert(QStringLiteral("remarks"), QJsonArray::fromStringList(remarks));
+    }
     if (const ProofNote proof = task.proof(); proof.holds()) {
         object.insert(QStringLiteral("proof"), proof.kind);
         object.insert(QStringLiteral("digest"), proof.digest);

@@ -108,7 +108,8 @@ void TextReporter::ended(const KruvTask &task, const Totals &totals)
         printFailure(task);
     } else if (!m_style.quiet && !m_style.rows) {
         const QString what = task.outputPath().isEmpty() ? nameOf(task) : task.outputPath();
-        Console::writeError(QStringLiteral("%1 %2\n").arg(wordsFor(task), Console::printable(what)));
+        Console::writeError(QStringLiteral("%1 %2\n").arg(wordsFor(task), Console::printable(what)) +
+                            indented(task.remarks().join(u'\n')));
     }
 }
 

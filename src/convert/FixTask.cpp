@@ -45,7 +45,7 @@ const Format *taggedFormatOf(const QString &path)
 } // namespace
 
 FixTask::FixTask(TaskCompletionSink *queue, Request request, std::function<void()> clearTab)
-    : OutputTask(queue, {})
+    : AudioOutputTask(queue, {})
     , m_request(std::move(request))
     , m_clearTab(std::move(clearTab))
 {
@@ -315,7 +315,7 @@ bool FixTask::isOriginal(const QString &source) const
 void FixTask::stopTask()
 {
     MainThread::run(m_clearTab);
-    OutputTask::stopTask();
+    AudioOutputTask::stopTask();
 }
 
 } // namespace kruv

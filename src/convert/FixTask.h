@@ -4,7 +4,7 @@
 #pragma once
 
 #include "audio/Proof.h"
-#include "tasks/OutputTask.h"
+#include "audio/AudioOutputTask.h"
 
 #include <QCoreApplication>
 #include <QHash>
@@ -20,7 +20,7 @@ struct Format;
 /// Runs `shntool fix` over a whole set of tracks, so that each but the last ends on a CD sector boundary
 /// (a multiple of 588 frames), then copies tags and writes a checksum list for the fixed files. Fixing moves
 /// audio from one file to the next: either all of them are there in the end, or none.
-class FixTask final : public OutputTask
+class FixTask final : public AudioOutputTask
 {
     Q_DECLARE_TR_FUNCTIONS(kruv::FixTask)
 public:

@@ -21,7 +21,7 @@
 namespace kruv {
 
 ConversionTask::ConversionTask(TaskCompletionSink *queue, const ConversionRequest &request)
-    : OutputTask(queue, request.source)
+    : AudioOutputTask(queue, request.source)
     , m_request(request)
 {
     setMayReplace(request.mayReplace);

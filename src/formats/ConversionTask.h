@@ -7,7 +7,7 @@
 #include "audio/AudioStreamFormat.h"
 #include "formats/ConversionRequest.h"
 #include "formats/ToolStep.h"
-#include "tasks/OutputTask.h"
+#include "audio/AudioOutputTask.h"
 
 #include <QCoreApplication>
 
@@ -17,7 +17,7 @@ struct Format;
 
 /// Makes one file of another. The source is taken for what its content is, and refused where the target can't
 /// hold its audio, before any tool starts. The steps are runs of tools or conversions in this process.
-class ConversionTask : public OutputTask
+class ConversionTask : public AudioOutputTask
 {
     Q_DECLARE_TR_FUNCTIONS(kruv::ConversionTask)
 public:

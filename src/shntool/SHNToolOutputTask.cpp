@@ -7,7 +7,7 @@ namespace kruv {
 
 SHNToolOutputTask::SHNToolOutputTask(TaskCompletionSink *queue, Request request,
                                      const SHNToolProgress &progress)
-    : OutputTask(queue, {})
+    : AudioOutputTask(queue, {})
     , m_request(std::move(request))
     , m_display(*this, progress)
 {

@@ -4,14 +4,14 @@
 #pragma once
 
 #include "shntool/SHNToolDisplay.h"
-#include "tasks/OutputTask.h"
+#include "audio/AudioOutputTask.h"
 
 #include <QCoreApplication>
 
 namespace kruv {
 
 /// Base of the jobs in which one run of shntool makes files of a tab's files.
-class SHNToolOutputTask : public OutputTask
+class SHNToolOutputTask : public AudioOutputTask
 {
     Q_DECLARE_TR_FUNCTIONS(kruv::SHNToolOutputTask)
 public:

@@ -97,6 +97,8 @@ public:
     /// The source and the output of the job as a person knows them, for messages. Empty where it has none.
     virtual QString inputPath() const { return {}; }
     virtual QString outputPath() const { return {}; }
+    /// What a person should know of a job that went well all the same, a sentence each.
+    virtual QStringList remarks() const { return {}; }
     /// Of a job that has ended; empty where it was not to prove anything.
     virtual ProofNote proof() const { return {}; }
 

@@ -44,7 +44,11 @@ void OutputTask::doStartTask()
 
 void OutputTask::walk(StagedOutputs &outputs, const std::vector<FileStamp> &stamps)
 {
+    inspectSources();
     make(outputs);
+    if (error() && !cancelled()) {
+        blameSources();
+    }
     if (mayGoOn()) {
         dress(outputs);
     }
@@ -101,6 +105,19 @@ bool OutputTask::owesProof(const StagedOutputs &outputs) const
 {
     // Some tools don't notice that their last write failed.
     return deleteOriginal() || (queue() && queue()->provesOutputs()) || outputs.isShortOfSpace();
+}
+
+void OutputTask::blameSources()
+{
+    if (const QString complaint = sourceComplaint(); !complaint.isEmpty()) {
+        results()->setResults(complaint + u'\n', *this);
+    }
+}
+
+void OutputTask::addRemark(const QString &sentence)
+{
+    m_remarks.append(sentence);
+    appendResults(sentence + u'\n');
 }
 
 ProofNote OutputTask::prove(const StagedOutputs &)

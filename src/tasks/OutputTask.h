@@ -29,12 +29,18 @@ public:
     /// its originals stay for this reason, a clause. What a person should know was said by then. The first
     /// reason counts. Before the start, or by the job itself.
     void failAfterwards(const QString &reason);
+    QStringList remarks() const override { return m_remarks; }
 
 protected:
     using StagedTask::StagedTask;
 
     /// The files that the outputs are made from.
     virtual QStringList sources() const { return {fileName()}; }
+    /// Looks at the sources before anything is made of them. What it throws fails the job.
+    virtual void inspectSources() {}
+    /// What is wrong with the sources of a job that failed while it made its outputs, a sentence that then stands for
+    /// all that the tools said; empty where nothing is.
+    virtual QString sourceComplaint() { return {}; }
     /// Announces the outputs and makes them.
     virtual void make(StagedOutputs &outputs) = 0;
     /// Completes what was made: tags, pictures, marks.
@@ -49,16 +55,20 @@ protected:
     /// Whether this source goes where originals are to be deleted.
     virtual bool isOriginal(const QString &) const { return true; }
 
+    void addRemark(const QString &sentence);
+
 private:
     void doStartTask() final;
     void walk(StagedOutputs &outputs, const std::vector<FileStamp> &stamps);
     std::vector<FileStamp> stampSources() const;
     void requireUnchanged(const std::vector<FileStamp> &stamps) const;
     bool owesProof(const StagedOutputs &outputs) const;
+    void blameSources();
     void proveOutputs(const StagedOutputs &outputs);
     void releaseOriginals(const StagedOutputs &outputs, const std::vector<FileStamp> &stamps);
 
     bool m_mayReplace = false;
+    QStringList m_remarks;
     ProofNote m_proof;
     QString m_flaw;
 };

@@ -25,7 +25,7 @@ Q_LOGGING_CATEGORY(soxLog, "kruv.util", QtWarningMsg)
 
 SoxTask::SoxTask(TaskCompletionSink *queue, const QString &fileName, const QString &outputFolder,
                  Recipe recipe, std::shared_ptr<KruvTaskResults> results)
-    : OutputTask(queue, fileName)
+    : AudioOutputTask(queue, fileName)
     , m_outputFolder(outputFolder)
     , m_recipe(std::move(recipe))
 {

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "tasks/OutputTask.h"
+#include "audio/AudioOutputTask.h"
 #include "util/SoxOutput.h"
 
 #include <QCoreApplication>
@@ -16,7 +16,7 @@ class TagsObject;
 struct Format;
 
 /// Runs one effect of sox over one sound file and copies the tags, which sox doesn't know.
-class SoxTask : public OutputTask
+class SoxTask : public AudioOutputTask
 {
     Q_DECLARE_TR_FUNCTIONS(kruv::SoxTask)
 public:

@@ -19,15 +19,4 @@ namespace kruv::adapters {
 /// Returns the exit status; where another program finishes the work it does not return.
 int runPcmPipe(const Arguments &arguments, const ToolFinder &finder);
 
-/// The start of `file` as a WAV: its header and a little audio, whatever the container is. Empty when nothing
-/// can decode it.
-std::string decodedStart(const std::string &file, const ToolFinder &finder);
-
-/// The decoder that one of `files` needs and that is nowhere; empty where none is missing.
-std::string missingDecoder(const Arguments &files, const ToolFinder &finder);
-
-/// What has to run to decode `file`; an empty list when it is a WAV and nothing has to. The first word is the
-/// tool.
-Arguments decoderCall(const std::string &format, const std::string &file, bool madeFromOther, bool isWav);
-
 } // namespace kruv::adapters

@@ -174,6 +174,9 @@ ShntoolPlan planShntool(const Arguments &arguments, const ShntoolSurroundings &s
     if (writesFiles(*command)) {
         planWriting(plan, *command, surroundings.helper);
     }
+    if (!command->mode->headersOnly) {
+        plan.heardSources = command->files;
+    }
     if (command->mode->sorts && !command->value('r')) {
         command->setValue('r', "none");
     }

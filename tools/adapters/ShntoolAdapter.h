@@ -38,6 +38,7 @@ struct ShntoolPlan
     Arguments sources;              // as they were given
     std::string encoder;            // the program that encodes them; empty where it is this one
     std::vector<ShntoolOutput> outputs;
+    Arguments heardSources;  // those whose decoders' complaints count
     std::string takenPrefix; // outputs that can't be named beforehand begin with this ...
     std::string takenSuffix; // ... and end with this
     std::vector<ShntoolStandIn> standIns;
@@ -46,7 +47,7 @@ struct ShntoolPlan
     bool oneResult = false;         // all outputs or none
     std::string error;              // not empty: don't run, say this
 
-    bool runsAlone() const { return folderArgument == 0 && standIns.empty(); }
+    bool runsAlone() const { return folderArgument == 0 && standIns.empty() && heardSources.empty(); }
 };
 
 /// What the planning asks the file system.

@@ -4,10 +4,11 @@
 #include "ShntoolRun.h"
 
 #include "ChildProcess.h"
+#include "Decoding.h"
 #include "File.h"
-#include "PcmPipe.h"
 #include "ScratchFolder.h"
 #include "ShntoolAdapter.h"
+#include "SoundReport.h"
 #include "SplitPoints.h"
 #include "WavHeader.h"
 
@@ -64,6 +65,26 @@ public:
         auto child = std::make_unique<ChildProcess>(std::move(m_command));
         child->run();
         return child;
+    }
+
+    // Whether every source was decoded to its end without a complaint; says it of each that was not.
+    bool sourcesAreSound(const ToolFinder &finder, bool toolSucceeded)
+    {
+        m_report.read();
+        bool areSound = true;
+        for (const auto &source : m_plan.heardSources) {
+            // Some ways to read a file end before its end.
+            const bool isUnknown = toolSucceeded && !m_report.knows(source) && isDecoded(source);
+            if (isUnknown && !decodesWell(source, finder)) {
+                m_report.read();
+            }
+            if (const auto complaint = m_report.complaint(source); !complaint.empty()) {
+                complain("shntool [" + m_plan.arguments.front() + "]",
+                         "error: [" + source + "] " + complaint);
+                areSound = false;
+            }
+        }
+        return areSound;
     }
 
     // Moves the outputs to their places; false when one could not be moved.
@@ -229,6 +250,7 @@ private:
     std::string m_name;
     ShntoolPlan m_plan;
     ChildCommand m_command;
+    SoundReport m_report;
     std::optional<ScratchFolder> m_standIns;
     std::optional<ScratchFolder> m_points;
     std::optional<ScratchFolder> m_stage;
@@ -273,7 +295,7 @@ int runShntool(const std::string &name, const Arguments &arguments, const ToolFi
     catchSignals();
     const bool oneResult = plan.oneResult;
     std::unique_ptr<ChildProcess> child;
-    bool published = true;
+    bool isWhole = true;
     {
         ShntoolRun steps(name, std::move(plan), std::move(command));
         if (const auto problem = steps.prepare(finder); !problem.empty()) {
@@ -281,11 +303,14 @@ int runShntool(const std::string &name, const Arguments &arguments, const ToolFi
             return EXIT_FAILURE;
         }
         child = steps.run();
-        if (child->endedByItself() && (child->exitStatus() == 0 || !oneResult)) {
-            published = steps.publish();
+        if (child->endedByItself()) {
+            isWhole = steps.sourcesAreSound(finder, child->exitStatus() == 0);
+        }
+        if (isWhole && child->endedByItself() && (child->exitStatus() == 0 || !oneResult)) {
+            isWhole = steps.publish();
         }
     }
-    if (published) {
+    if (isWhole) {
         child->endLikewise();
     }
     return EXIT_FAILURE;

@@ -5,11 +5,16 @@
 
 #include "File.h"
 #include "WavHeader.h"
+#include "common/InputStream.h"
+#include "common/LittleEndian.h"
+#include "common/ToolError.h"
+#include "common/WavReader.h"
 
 #include <climits>
 #include <cstdlib>
 #include <fcntl.h>
 #include <memory>
+#include <span>
 #include <string_view>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -27,6 +32,20 @@ constexpr std::string_view marker("kruv-source\n");
 constexpr std::string_view wavPackMagic("wvpk\x18\x00\x00\x00\x07\x04", 10);
 constexpr std::string_view flacMagic("fLaC");
 
+bool hasOddChunk(std::span<const std::uint8_t> header)
+{
+    constexpr std::size_t riffHead = 12;
+    constexpr std::size_t chunkHead = 8;
+    for (std::size_t at = riffHead; at + chunkHead < header.size();) {
+        const std::uint32_t size = tools::readLe32(&header[at + 4]);
+        if (size % 2 != 0) {
+            return true;
+        }
+        at += chunkHead + size;
+    }
+    return false;
+}
+
 bool writeStandIn(const std::string &path, const std::string &source, const std::string &content)
 {
     constexpr mode_t ownerOnly = 0600;
@@ -41,6 +60,19 @@ bool writeStandIn(const std::string &path, const std::string &source, const std:
     return true;
 }
 
+// shntool knows neither chunks that are filled up nor lengths that are left open.
+bool isUnusualWav(const std::string &path)
+try {
+    tools::InputStream input(path);
+    if (!tools::WavReader::isWav(input)) {
+        return false;
+    }
+    const tools::WavReader reader(input, tools::WavTolerance::Repair);
+    return !reader.isRiff() || !reader.statesLength() || hasOddChunk(reader.header());
+} catch (const tools::ToolError &) {
+    return false;
+}
+
 } // namespace
 
 SourceKind sourceKind(const std::string &path)
@@ -49,6 +81,9 @@ SourceKind sourceKind(const std::string &path)
     auto start = readStart(path, usualHeader);
     if (start.starts_with("wvpk")) {
         return SourceKind::WavPack;
+    }
+    if (isUnusualWav(path)) {
+        return SourceKind::UnusualPcm;
     }
     if (start.starts_with("RIFF") && !WavHeader::parse(start)) {
         start = readStart(path, headerLimit);

@@ -10,6 +10,7 @@ namespace kruv::adapters {
 enum class SourceKind {
     Direct,        // as it is
     ExtensibleWav, // refused: it knows the plain PCM tag only, and runs no decoder on WAVs
+    UnusualPcm,    // WAVs without a stated length, with an odd chunk before the audio, and of 64-bit sizes
     WavPack, // refused when written by version 5: it looks at the file's version before it runs the decoder
 };
 

@@ -62,6 +62,7 @@ std::optional<WavHeader> WavHeader::parse(std::string_view start)
         at += chunkHead;
         if (name == "data") {
             header.data = at;
+            header.dataSize = static_cast<std::uint32_t>(size);
             return header.format != 0 ? std::optional(header) : std::nullopt;
         }
         if (name == "fmt " && size >= plainFormatSize && at + size <= start.size()) {
@@ -73,6 +74,22 @@ std::optional<WavHeader> WavHeader::parse(std::string_view start)
         at += size + size % 2;
     }
     return std::nullopt;
+}
+
+bool WavHeader::statesLength() const
+{
+    return dataSize != 0 && dataSize < 0xFFFFFF00 && (dataSize < 0x7FFFF000 || dataSize > 0x80000000);
+}
+
+std::string WavHeader::withDataSize(std::string start, std::uint32_t size) const
+{
+    constexpr std::size_t number = 4;
+    constexpr std::size_t riffHead = 8;
+    const auto riffSize = static_cast<std::uint64_t>(data) + size - riffHead;
+    start.replace(data - number, number, bytesOf(size, number));
+    start.replace(number, number,
+                  bytesOf(static_cast<std::uint32_t>(std::min<std::uint64_t>(riffSize, UINT32_MAX)), number));
+    return start;
 }
 
 bool isExtensiblePcm(std::string_view start)

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -17,6 +18,13 @@ struct WavHeader
     std::size_t data = 0;       // first byte of audio
     unsigned rate = 0;          // frames per second
     unsigned frameSize = 0;     // bytes
+    std::uint32_t dataSize = 0; // of the audio, as it is stated
+
+    /// False where a writer left the length open, as on a pipe: 0, or one of the values that stand for "as
+    /// long as it gets".
+    bool statesLength() const;
+    /// The header in `start`, with another length of the audio and no other chunk behind it.
+    std::string withDataSize(std::string start, std::uint32_t size) const;
 
     /// Finds them in the first bytes of a file; nothing when these are no WAV, or end before the audio
     /// begins.

@@ -121,6 +121,7 @@ void AiffReader::beginAudio(std::uint32_t chunkSize)
     const std::uint64_t stated = std::uint64_t{m_statedFrames} * bytesPerFrame();
     const std::uint64_t inChunk = chunkSize >= 8 + std::uint64_t{offset} ? chunkSize - 8 - offset : 0;
     const bool unreliable = (chunkSize == 0 && stated != 0) || chunkSize >= 0x7FFFF000;
+    m_statesLength = !unreliable;
     if (!unreliable) {
         m_remaining = stated == 0 ? inChunk : std::min(stated, inChunk);
     }

@@ -30,6 +30,8 @@ public:
     bool isLittleEndian() const { return m_littleEndian; }
     /// Audio bytes in whole frames as far as they are known beforehand.
     std::optional<std::uint64_t> audioBytes() const { return m_audioBytes; }
+    /// Whether the header tells the length, and not the input's end.
+    bool statesLength() const { return m_statesLength; }
     /// True when the file states more audio than has arrived at the end.
     bool endedEarly() const { return m_endedEarly; }
 
@@ -52,6 +54,7 @@ private:
     bool m_littleEndian = false;
     std::optional<std::uint64_t> m_audioBytes;
     std::optional<std::uint64_t> m_remaining; ///< audio bytes to come; nothing = until the end of input
+    bool m_statesLength = false;
     bool m_endedEarly = false;
 };
 

@@ -37,6 +37,8 @@ public:
     const PcmFormat &format() const { return m_format; }
     /// Length in frames as far as it is known beforehand; fewer may come.
     std::optional<std::uint64_t> frames() const;
+    /// Whether the file's header tells the length; else the audio goes on to the file's end.
+    bool statesLength() const { return m_wav ? m_wav->statesLength() : m_aiff->statesLength(); }
     /// True for AIFF files that are not of the "sowt" kind: in the file, samples have their high byte first.
     bool isBigEndian() const { return m_aiff && !m_aiff->isLittleEndian(); }
     /// True when the file states more audio than has arrived at the end (a file cut short).

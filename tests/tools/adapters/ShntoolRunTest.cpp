@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Kruv developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "PcmPipe.h"
+#include "Decoding.h"
 #include "ToolFinder.h"
 #include "ToolRun.h"
 

@@ -1,0 +1,102 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "audio/SourceCheck.h"
+
+#include "audio/AudioContent.h"
+#include "audio/AudioFiles.h"
+#include "audio/ContentProbe.h"
+#include "audio/ExtAudioFileReader.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+
+#include <stdexcept>
+#include <vector>
+
+namespace kruv::SourceCheck {
+
+namespace {
+
+struct Text
+{
+    Q_DECLARE_TR_FUNCTIONS(kruv::SourceCheck)
+};
+
+std::vector<std::uint8_t> bufferFor(const ExtAudioFileReader &reader)
+{
+    constexpr std::size_t frames = 16384;
+    return std::vector<std::uint8_t>(frames * reader.clientFormat().bytesPerFrame);
+}
+
+/// Nothing where it can't be opened: what is wrong with it is told by who decodes it.
+std::unique_ptr<ExtAudioFileReader> tryToOpen(const QString &file)
+try {
+    return AudioFiles::open(file);
+} catch (const std::exception &) {
+    return nullptr;
+}
+
+bool isEmpty(ExtAudioFileReader &reader)
+try {
+    auto buffer = bufferFor(reader);
+    return reader.lengthInFrames() == 0 && reader.read(buffer) == 0;
+} catch (const std::exception &) {
+    return false;
+}
+
+/// False where `goesOn` ended it.
+bool decode(const QString &file, const std::function<bool()> &goesOn)
+{
+    const auto reader = AudioFiles::open(file);
+    auto buffer = bufferFor(*reader);
+    while (goesOn()) {
+        if (reader->read(buffer) < buffer.size()) {
+            return true;
+        }
+    }
+    return false;
+}
+
+bool isReadableAudio(const QString &file)
+try {
+    return QFileInfo(file).isReadable() && ContentProbe::of(file).isKnown();
+} catch (const std::exception &) {
+    return false;
+}
+
+} // namespace
+
+QStringList inspect(const QStringList &files)
+{
+    QStringList remarks;
+    for (const QString &file : files) {
+        const auto reader = tryToOpen(file);
+        if (reader && isEmpty(*reader)) {
+            throw std::runtime_error(Text::tr("%1 holds no audio.").arg(file).toStdString());
+        }
+        if (reader && !reader->statesLength()) {
+            remarks.append(
+                Text::tr("The header of %1 does not tell how long its audio is; it was read to the file's end.")
+                    .arg(file));
+        }
+    }
+    return remarks;
+}
+
+QString complaint(const QStringList &files, const std::function<bool()> &goesOn)
+{
+    for (const QString &file : files) {
+        try {
+            if (isReadableAudio(file) && !decode(file, goesOn)) {
+                return {};
+            }
+        } catch (const std::exception &failure) {
+            // The last line of an error says why.
+            return Text::tr("%1 is damaged: %2").arg(file, QString::fromUtf8(failure.what()).section(u'\n', -1));
+        }
+    }
+    return {};
+}
+
+} // namespace kruv::SourceCheck
