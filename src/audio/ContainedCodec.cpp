@@ -60,7 +60,9 @@ Codec inRiff(FileHead &file)
             return highFirst ? ofFormatTag(number(offset + 8, 2)) : ofWaveFormat(file, offset + 8);
         }
         const auto size = static_cast<std::int64_t>(number(offset + 4, 4));
-        offset += 8 + size + size % 2;
+        offset += 8 + size;
+        // Some writers leave the byte out that an odd chunk is filled up with.
+        offset += file.has(offset, "fmt ") ? 0 : size % 2;
     }
     return Codec::Unknown;
 }

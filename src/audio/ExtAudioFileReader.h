@@ -28,9 +28,13 @@ public:
     /// tell.
     std::int64_t lengthInFrames() const { return m_lengthInFrames; }
 
-    /// Whether the header tells the length. False for PCM whose writer left it open: its audio goes on to the file's
-    /// end.
-    virtual bool statesLength() const { return true; }
+    /// What the header of PCM tells of the length, as far as it is known without reading the audio.
+    enum class Length {
+        Told,
+        LeftOpen, ///< by a writer that did not get to its end; the audio goes on to the file's
+        TooMuch   ///< the file was cut short
+    };
+    virtual Length length() const { return Length::Told; }
 
     /// What read() is to give. Takes the file's rate and channels, and widths of 8, 16, 24 and 32 bits; of
     /// integers none below the file's own, and wider samples have theirs at the high end, zeros below: asked

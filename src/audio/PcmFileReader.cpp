@@ -35,6 +35,13 @@ PcmFileReader::PcmFileReader(std::unique_ptr<tools::InputStream> input, FormatTy
     m_lengthInFrames = static_cast<std::int64_t>(m_pcm.frames().value_or(0));
 }
 
+ExtAudioFileReader::Length PcmFileReader::length() const
+{
+    return m_pcm.endedEarly()     ? Length::TooMuch
+           : m_pcm.statesLength() ? Length::Told
+                                  : Length::LeftOpen;
+}
+
 std::size_t PcmFileReader::read(std::span<std::uint8_t> buffer)
 {
     return clientFormat().bytesPerFrame == m_dataFormat.bytesPerFrame ? readNarrow(buffer)

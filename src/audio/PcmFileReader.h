@@ -28,7 +28,7 @@ public:
     PcmFileReader(std::unique_ptr<tools::InputStream> input, FormatType formatType);
 
     std::size_t read(std::span<std::uint8_t> buffer) override;
-    bool statesLength() const override { return m_pcm.statesLength(); }
+    Length length() const override;
     QString decoder() const override { return QStringLiteral("kruv"); }
 
 private:

@@ -11,6 +11,7 @@
 #include <QCoreApplication>
 #include <QFileInfo>
 
+#include <memory>
 #include <stdexcept>
 #include <vector>
 
@@ -27,6 +28,11 @@ std::vector<std::uint8_t> bufferFor(const ExtAudioFileReader &reader)
 {
     constexpr std::size_t frames = 16384;
     return std::vector<std::uint8_t>(frames * reader.clientFormat().bytesPerFrame);
+}
+
+[[noreturn]] void refuse(const QString &sentence)
+{
+    throw std::runtime_error(sentence.toStdString());
 }
 
 /// Nothing where it can't be opened: what is wrong with it is told by who decodes it.
@@ -72,16 +78,25 @@ QStringList inspect(const QStringList &files)
     QStringList remarks;
     for (const QString &file : files) {
         const auto reader = tryToOpen(file);
-        if (reader && isEmpty(*reader)) {
-            throw std::runtime_error(Text::tr("%1 holds no audio.").arg(file).toStdString());
+        if (reader && reader->length() == ExtAudioFileReader::Length::TooMuch) {
+            refuse(Text::tr("%1 is damaged: it has less audio than its header states.").arg(file));
         }
-        if (reader && !reader->statesLength()) {
+        if (reader && isEmpty(*reader)) {
+            refuse(Text::tr("%1 holds no audio.").arg(file));
+        }
+        if (reader && reader->length() == ExtAudioFileReader::Length::LeftOpen) {
             remarks.append(
                 Text::tr("The header of %1 does not tell how long its audio is; it was read to the file's end.")
                     .arg(file));
         }
     }
     return remarks;
+}
+
+bool tellsLength(const QString &file)
+{
+    const auto reader = tryToOpen(file);
+    return !reader || reader->length() == ExtAudioFileReader::Length::Told;
 }
 
 QString complaint(const QStringList &files, const std::function<bool()> &goesOn)
@@ -93,7 +108,9 @@ QString complaint(const QStringList &files, const std::function<bool()> &goesOn)
             }
         } catch (const std::exception &failure) {
             // The last line of an error says why.
-            return Text::tr("%1 is damaged: %2").arg(file, QString::fromUtf8(failure.what()).section(u'\n', -1));
+            QString why = QString::fromUtf8(failure.what()).section(u'\n', -1);
+            why.remove(file + QStringLiteral(": ")); // our coders begin with it
+            return Text::tr("%1 is damaged: %2").arg(file, why);
         }
     }
     return {};

@@ -4,11 +4,31 @@
 #include "checksums/ShntoolHash.h"
 
 #include "checksums/ListText.h"
+#include "regex/Regex.h"
 #include "tasks/ToolOutput.h"
 
 #include <algorithm>
 
 namespace kruv::ShntoolHash {
+
+namespace {
+
+/// Our adapter's, on a file that its decoder could not read whole.
+const Regex &verdict()
+{
+    static const Regex expression(
+        QStringLiteral("(?m)^shntool \\[hash\\]: error: \\[(.+)\\] (is damaged: .*|can't be (?:decoded|read): .*)$"));
+    return expression;
+}
+
+/// Of a hash line.
+QString nameIn(QStringView line)
+{
+    const qsizetype separator = line.indexOf(ListText::st5Separator);
+    return line.sliced(separator + ListText::st5Separator.size()).toString();
+}
+
+} // namespace
 
 std::optional<double> percentage(QStringView line)
 {
@@ -40,11 +60,21 @@ bool isHashLine(QStringView line)
                                [](QChar digit) { return QStringView(u"0123456789abcdef").contains(digit); });
 }
 
+QStringList unsound(const QString &text)
+{
+    QStringList names;
+    for (const auto &found : verdict().findAll(text)) {
+        names.append(found.captures[1]);
+    }
+    return names;
+}
+
 QStringList hashLines(const QString &text)
 {
+    const QStringList left = unsound(text);
     QStringList found;
     for (const QStringView line : QStringView(text).split(u'\n')) {
-        if (isHashLine(line)) {
+        if (isHashLine(line) && !left.contains(nameIn(line))) {
             found.append(line.toString());
         }
     }
@@ -53,11 +83,14 @@ QStringList hashLines(const QString &text)
 
 QStringList complaints(const QString &text)
 {
+    const QStringList left = unsound(text);
     QStringList found;
     for (const QStringView line : QStringView(text).split(u'\n')) {
-        const bool progress = line.startsWith(u"Hashing [");
-        if (!progress && !isHashLine(line) && !line.trimmed().isEmpty()) {
-            found.append(line.trimmed().toString());
+        const bool isProgress = line.startsWith(u"Hashing [");
+        const bool isSaidBetter = std::ranges::any_of(
+            left, [line](const QString &name) { return line.endsWith(QStringLiteral("file: [%1]").arg(name)); });
+        if (!isProgress && !isSaidBetter && !isHashLine(line) && !line.trimmed().isEmpty()) {
+            found.append(verdict().replace(line, u"$1 $2.").trimmed());
         }
     }
     found.removeDuplicates();

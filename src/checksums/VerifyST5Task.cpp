@@ -67,7 +67,7 @@ std::pair<VerifyListTask::Outcome, QString> VerifyST5Task::compare(const QString
     }
     const QString output = hash(name, progress);
     const QString complaints = ShntoolHash::complaints(output).join(u'\n');
-    if (complaints.contains(u"warning")) {
+    if (complaints.contains(u"warning") || !ShntoolHash::unsound(output).isEmpty()) {
         return {file.exists() ? Outcome::Failed : Outcome::Missing, complaints};
     }
     return computedLine(output, name) == stored ? std::pair(Outcome::Matched, QStringLiteral("OK"))

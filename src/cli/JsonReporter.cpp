@@ -22,6 +22,22 @@ QJsonObject event(const char *name, const KruvTask &task)
             {QStringLiteral("output"), task.outputPath()}};
 }
 
+QJsonObject describe(const DamageNote &damage)
+{
+    QJsonArray places;
+    for (const DamageNote::Place &place : damage.places) {
+        places.append(QJsonObject{
+            {QStringLiteral("from"), damage.seconds(place.firstSample)},
+            {QStringLiteral("to"), damage.seconds(place.firstSample + place.samples)},
+            {QStringLiteral("firstSample"), static_cast<qint64>(place.firstSample)},
+            {QStringLiteral("samples"), static_cast<qint64>(place.samples)},
+        });
+    }
+    return {{QStringLiteral("places"), places},
+            {QStringLiteral("damagedSamples"), static_cast<qint64>(damage.damagedSamples())},
+            {QStringLiteral("allSamples"), static_cast<qint64>(damage.allSamples)}};
+}
+
 QString statusOf(const KruvTask &task)
 {
     switch (JobReporter::endOf(task)) {
@@ -62,6 +78,9 @@ void JsonReporter::ended(const KruvTask &task, const Totals &)
     object.insert(QStringLiteral("message"), task.error() ? failureMessage(task) : QString());
     if (const QStringList remarks = task.remarks(); !remarks.isEmpty()) {
         object.insert(QStringLiteral("remarks"), QJsonArray::fromStringList(remarks));
+    }
+    if (const auto damage = task.damage()) {
+        object.insert(QStringLiteral("damage"), describe(*damage));
     }
     if (const ProofNote proof = task.proof(); proof.holds()) {
         object.insert(QStringLiteral("proof"), proof.kind);

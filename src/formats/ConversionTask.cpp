@@ -128,8 +128,9 @@ bool ConversionTask::run(const char *tool, const QStringList &arguments, ToolRea
     constexpr qsizetype enough = qsizetype{64} * 1024;
     m_toolWords.clear();
     const bool done = runTool(toolPath(QString::fromLatin1(tool)), arguments, [&](const QString &text) {
-        if (m_toolWords.size() < enough) {
-            m_toolWords += text;
+        m_toolWords += text;
+        if (m_toolWords.size() > 2 * enough) { // what matters is said first or last
+            m_toolWords.remove(enough, m_toolWords.size() - 2 * enough);
         }
         take(read(text, title()), progress);
     });

@@ -4,6 +4,7 @@
 #include "formats/LossyTask.h"
 
 #include "audio/CoreAudioHelper.h"
+#include "formats/PlainWav.h"
 #include "formats/Records.h"
 #include "formats/StatedFormat.h"
 
@@ -17,15 +18,16 @@ void LossyTask::makeOutput()
     TranscodeTask::makeOutput();
 }
 
+/// Not every encoder knows RF64 and its kin.
+bool LossyTask::readsItself() const
+{
+    return TranscodeTask::readsItself() && (&sourceFormat() != &wavFormat || isRiffWav(fileName()));
+}
+
 void LossyTask::requireSoundSource() const
 {
     if (&sourceFormat() == &wavFormat && CoreAudioHelper::getFormatInfo(fileName()).sampleRate == 0) {
         throw std::runtime_error(tr("%1 is not a WAV file, or holds a kind of audio that can't be read.")
-                                     .arg(fileName())
-                                     .toStdString());
-    }
-    if (isCutShort(fileName())) {
-        throw std::runtime_error(tr("%1 has less audio than its header states: it was not copied whole.")
                                      .arg(fileName())
                                      .toStdString());
     }

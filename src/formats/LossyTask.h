@@ -18,6 +18,7 @@ public:
 protected:
     void makeOutput() override;
     void dress(StagedOutputs &outputs) override;
+    bool readsItself() const override;
 
 private:
     void requireSoundSource() const;

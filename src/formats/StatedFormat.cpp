@@ -4,9 +4,6 @@
 #include "formats/StatedFormat.h"
 
 #include "audio/CoreAudioHelper.h"
-#include "audio/FileDescriptor.h"
-#include "common/InputStream.h"
-#include "common/PcmReader.h"
 
 #include <QFile>
 
@@ -30,16 +27,6 @@ AudioFormatObject statedFormat(const QString &path)
             std::int64_t{properties->lengthInMilliseconds()} * properties->sampleRate() / perSecond;
     }
     return format;
-}
-
-bool isCutShort(const QString &path)
-{
-    try {
-        tools::InputStream input(FileDescriptor::openForReading(path).release(), path.toStdString());
-        return tools::PcmReader(input).endedEarly();
-    } catch (const std::exception &) {
-        return false; // none of the two
-    }
 }
 
 } // namespace kruv

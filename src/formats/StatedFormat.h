@@ -14,8 +14,4 @@ namespace kruv {
 /// for Shorten. Any thread.
 AudioFormatObject statedFormat(const QString &path);
 
-/// Whether a WAV or AIFF file of integer samples was cut short: it has less audio than its header states. The
-/// encoders don't mind that.
-bool isCutShort(const QString &path);
-
 } // namespace kruv

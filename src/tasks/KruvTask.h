@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "tasks/DamageNote.h"
 #include "tasks/KruvTaskResults.h"
 #include "tasks/ProofNote.h"
 #include "tasks/TaskRow.h"
@@ -16,6 +17,7 @@
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <stop_token>
 
 namespace kruv {
@@ -99,6 +101,8 @@ public:
     virtual QString outputPath() const { return {}; }
     /// What a person should know of a job that went well all the same, a sentence each.
     virtual QStringList remarks() const { return {}; }
+    /// Where the source is damaged, of a job that was to go on all the same and had to.
+    virtual std::optional<DamageNote> damage() const { return {}; }
     /// Of a job that has ended; empty where it was not to prove anything.
     virtual ProofNote proof() const { return {}; }
 

@@ -66,6 +66,9 @@ void OutputTask::walk(StagedOutputs &outputs, const std::vector<FileStamp> &stam
         queue()->taskOnlyWaits(*this);
     }
     outputs.commit(deleteOriginal());
+    for (const QString &remark : m_remarks) {
+        appendResults(remark + u'\n');
+    }
     committed(outputs);
     if (mayGoOn()) {
         releaseOriginals(outputs, stamps);
@@ -117,7 +120,6 @@ void OutputTask::blameSources()
 void OutputTask::addRemark(const QString &sentence)
 {
     m_remarks.append(sentence);
-    appendResults(sentence + u'\n');
 }
 
 ProofNote OutputTask::prove(const StagedOutputs &)

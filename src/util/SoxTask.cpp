@@ -3,6 +3,9 @@
 
 #include "util/SoxTask.h"
 
+#include "audio/AudioFiles.h"
+#include "audio/EncodeCoreAudioSync.h"
+#include "audio/ExtAudioFileReader.h"
 #include "audio/Proof.h"
 #include "base/PathNames.h"
 #include "formats/Formats.h"
@@ -64,12 +67,26 @@ QStringList SoxTask::arguments(const QString &source, const QString &output, con
            effect;
 }
 
+/// sox looks at no checksum, and takes a length that a header leaves open for none.
+QString SoxTask::soxInput(StagedOutputs &outputs)
+{
+    const auto source = AudioFiles::open(fileName());
+    if (source->dataFormat().formatType == FormatType::LinearPcm &&
+        source->length() == ExtAudioFileReader::Length::Told) {
+        return fileName();
+    }
+    QString wav = outputs.scratch(m_outputFolder, QStringLiteral("wav"));
+    EncodeCoreAudioSync(*this, fileName(), wav, FormatType::LinearPcm, FileType::Wave).doEncodeCall();
+    return wav;
+}
+
 void SoxTask::make(StagedOutputs &outputs)
 {
     showStatus(m_recipe.status);
     m_tags = readTags();
     const QString staged = outputs.add(outputPath());
-    runTool(toolPath(QStringLiteral("sox")), arguments(fileName(), staged, m_recipe.effect),
+    const QString input = soxInput(outputs);
+    runTool(toolPath(QStringLiteral("sox")), arguments(input, staged, m_recipe.effect),
             [this](const QString &piece) { processTaskOutput(piece); });
     qCInfo(soxLog, "done %s", qUtf8Printable(fileName()));
     if (mayGoOn()) {

@@ -49,6 +49,7 @@ protected:
 
 private:
     std::shared_ptr<TagsObject> readTags();
+    QString soxInput(StagedOutputs &outputs);
     void processTaskOutput(const QString &piece);
     void checkLength(const QString &output);
 

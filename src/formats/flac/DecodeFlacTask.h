@@ -13,6 +13,7 @@ class DecodeFlacTask final : public ConversionTask
     Q_DECLARE_TR_FUNCTIONS(kruv::DecodeFlacTask)
 public:
     using ConversionTask::ConversionTask;
+    std::optional<DamageNote> damage() const override { return m_damage; }
 
 protected:
     void makeOutput() override;
@@ -20,9 +21,11 @@ protected:
     ProofNote prove(const StagedOutputs &outputs) override;
 
 private:
-    static QString damaged(); // a clause
+    static QString damagedReason() { return tr("it is damaged and was decoded through errors"); }
+    QString damageInWords() const;
 
-    bool m_wasDamaged = false;
+    bool m_isDamaged = false; // and was decoded all the same
+    std::optional<DamageNote> m_damage;
 };
 
 } // namespace kruv

@@ -3,7 +3,10 @@
 
 #include "formats/flac/EncodeFlacTask.h"
 
+#include "audio/AudioFiles.h"
 #include "audio/CoreAudioHelper.h"
+#include "audio/ExtAudioFileReader.h"
+#include "audio/SourceCheck.h"
 #include "base/PathNames.h"
 #include "formats/Records.h"
 #include "formats/ShntoolConversion.h"
@@ -31,7 +34,7 @@ bool EncodeFlacTask::isAiffForFlac() const
 {
     constexpr int mostChannels = 2;
     return &sourceFormat() == &aiffFormat && !CoreAudioHelper::isAIFC(fileName()) &&
-           sourceAudio().channels <= mostChannels;
+           sourceAudio().channels <= mostChannels && SourceCheck::tellsLength(fileName());
 }
 
 void EncodeFlacTask::makeOutput()
@@ -39,6 +42,7 @@ void EncodeFlacTask::makeOutput()
     requireForeignMetadata();
     if (readsItself()) {
         run(FlacTool::encode, {.input = fileName(), .output = staged(), .options = chosen()});
+        requireSameDigest();
     } else if (&sourceFormat() == &shortenFormat || &sourceFormat() == &monkeysAudioFormat) {
         encodeThroughShntool();
     } else {
@@ -85,6 +89,18 @@ ProofNote EncodeFlacTask::prove(const StagedOutputs &outputs)
         ForeignMetadata::requireAllOf(fileName(), staged());
     }
     return TranscodeTask::prove(outputs);
+}
+
+/// The encoder does not check what its FLAC sources state.
+void EncodeFlacTask::requireSameDigest()
+{
+    if (!mayGoOn() || &sourceFormat() != &flacFormat) {
+        return;
+    }
+    const QByteArray stated = AudioFiles::open(fileName())->statedDigest();
+    if (!stated.isEmpty() && AudioFiles::open(staged())->statedDigest() != stated) {
+        fail(tr("%1 is damaged: its audio does not match the checksum that it holds.").arg(fileName()));
+    }
 }
 
 void EncodeFlacTask::copyTags()

@@ -25,6 +25,7 @@ protected:
 private:
     bool isAiffForFlac() const;
     void requireForeignMetadata() const;
+    void requireSameDigest();
     void encodeThroughShntool();
     void run(const ToolStep &step, const ToolRequest &request);
 };
