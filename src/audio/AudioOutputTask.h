@@ -7,8 +7,8 @@
 
 namespace kruv {
 
-/// A job that makes files of audio files. Sources without audio are refused. Where the job fails, its sources are
-/// decoded here once more: a tool's words seldom tell which of them is damaged, and how.
+/// A job that makes files of audio files. Sources without audio are refused. Where the job fails, its sources
+/// are decoded here once more: a tool's words seldom tell which of them is damaged, and how.
 class AudioOutputTask : public OutputTask
 {
 protected:

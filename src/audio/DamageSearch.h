@@ -15,8 +15,9 @@
 
 namespace kruv {
 
-/// Looks for the damaged places of a file whose frames have checksums and tell where they belong, as those of FLAC, and
-/// that a tool decoded through its errors: wherever no sound frame of it stands in what the tool made. Any thread.
+/// Looks for the damaged places of a file whose frames have checksums and tell where they belong, as those of
+/// FLAC, and that a tool decoded through its errors: wherever no sound frame of it stands in what the tool
+/// made. Any thread.
 class DamageSearch
 {
 public:

@@ -18,7 +18,8 @@ using namespace std::string_view_literals;
 constexpr std::int64_t headerSize = 8;
 constexpr std::int64_t formHeaderSize = 12;
 
-// What says how the audio is stored, padding, and peaks, which can be measured again. AIFF keeps its tags in "ID3 ".
+// What says how the audio is stored, padding, and peaks, which can be measured again. AIFF keeps its tags in
+// "ID3 ".
 constexpr std::string_view plainInWav[] = {"fmt "sv, "data"sv, "fact"sv, "ds64"sv, "JUNK"sv,
                                            "junk"sv, "PAD "sv, "FLLR"sv, "PEAK"sv};
 constexpr std::string_view plainInAiff[] = {"COMM"sv, "SSND"sv, "FVER"sv, "CHAN"sv, "PAD "sv,
@@ -29,7 +30,8 @@ bool namesProgramOnly(FileHead &file, const Chunk &chunk)
 {
     constexpr std::int64_t entry = headerSize + 4;
     return file.has(chunk.offset, "LIST") && file.has(chunk.offset + headerSize, "INFOISFT") &&
-           static_cast<std::int64_t>(file.littleEndian(chunk.offset + entry + 4, 4)) + entry + headerSize + 1 >=
+           static_cast<std::int64_t>(file.littleEndian(chunk.offset + entry + 4, 4)) + entry + headerSize +
+                   1 >=
                chunk.size;
 }
 
@@ -38,9 +40,8 @@ std::int64_t sizeOfContent(FileHead &file, std::int64_t offset, bool isAiff, boo
     constexpr std::uint64_t inDs64 = 0xFFFFFFFF;
     constexpr std::int64_t dataSizeInDs64 = formHeaderSize + headerSize + 8;
     const std::uint64_t size = isAiff ? file.bigEndian(offset + 4, 4) : file.littleEndian(offset + 4, 4);
-    return static_cast<std::int64_t>(is64 && size == inDs64 && file.has(offset, "data")
-                                         ? file.littleEndian(dataSizeInDs64, 8)
-                                         : size);
+    return static_cast<std::int64_t>(
+        is64 && size == inDs64 && file.has(offset, "data") ? file.littleEndian(dataSizeInDs64, 8) : size);
 }
 
 std::vector<Chunk> foreignIn(FileHead &file)

@@ -8,8 +8,8 @@
 #include <cstdint>
 #include <vector>
 
-/// What WAV (RIFF, RF64) and AIFF files hold beside their audio and the tags that are read here: cue points, broadcast
-/// metadata, info lists, markers and what programs of all kinds leave.
+/// What WAV (RIFF, RF64) and AIFF files hold beside their audio and the tags that are read here: cue points,
+/// broadcast metadata, info lists, markers and what programs of all kinds leave.
 namespace kruv::ForeignChunks {
 
 /// In bytes, with its header of eight bytes and without the padding byte.

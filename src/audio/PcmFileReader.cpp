@@ -37,9 +37,7 @@ PcmFileReader::PcmFileReader(std::unique_ptr<tools::InputStream> input, FormatTy
 
 ExtAudioFileReader::Length PcmFileReader::length() const
 {
-    return m_pcm.endedEarly()     ? Length::TooMuch
-           : m_pcm.statesLength() ? Length::Told
-                                  : Length::LeftOpen;
+    return m_pcm.endedEarly() ? Length::TooMuch : m_pcm.statesLength() ? Length::Told : Length::LeftOpen;
 }
 
 std::size_t PcmFileReader::read(std::span<std::uint8_t> buffer)

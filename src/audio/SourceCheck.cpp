@@ -86,7 +86,8 @@ QStringList inspect(const QStringList &files)
         }
         if (reader && reader->length() == ExtAudioFileReader::Length::LeftOpen) {
             remarks.append(
-                Text::tr("The header of %1 does not tell how long its audio is; it was read to the file's end.")
+                Text::tr(
+                    "The header of %1 does not tell how long its audio is; it was read to the file's end.")
                     .arg(file));
         }
     }

@@ -11,15 +11,16 @@
 /// What the sources of a job are told of. Any thread.
 namespace kruv::SourceCheck {
 
-/// Throws std::runtime_error, a sentence, where one of `files` was cut short or holds no audio at all. Returns what a
-/// person should know of the others though it stops no job, a sentence each.
+/// Throws std::runtime_error, a sentence, where one of `files` was cut short or holds no audio at all.
+/// Returns what a person should know of the others though it stops no job, a sentence each.
 QStringList inspect(const QStringList &files);
 
-/// Whether the header of PCM tells its length, and truly. Of what is no PCM, and of what can't be opened, true.
+/// Whether the header of PCM tells its length, and truly. Of what is no PCM, and of what can't be opened,
+/// true.
 bool tellsLength(const QString &file);
 
-/// What is wrong with the first of `files` that can't be decoded to its end, a sentence. Empty where all can, where
-/// a file is no audio of a known kind, and where `goesOn` ended it.
+/// What is wrong with the first of `files` that can't be decoded to its end, a sentence. Empty where all can,
+/// where a file is no audio of a known kind, and where `goesOn` ended it.
 QString complaint(const QStringList &files, const std::function<bool()> &goesOn);
 
 } // namespace kruv::SourceCheck

@@ -16,8 +16,8 @@ namespace {
 /// Our adapter's, on a file that its decoder could not read whole.
 const Regex &verdict()
 {
-    static const Regex expression(
-        QStringLiteral("(?m)^shntool \\[hash\\]: error: \\[(.+)\\] (is damaged: .*|can't be (?:decoded|read): .*)$"));
+    static const Regex expression(QStringLiteral(
+        "(?m)^shntool \\[hash\\]: error: \\[(.+)\\] (is damaged: .*|can't be (?:decoded|read): .*)$"));
     return expression;
 }
 
@@ -87,8 +87,9 @@ QStringList complaints(const QString &text)
     QStringList found;
     for (const QStringView line : QStringView(text).split(u'\n')) {
         const bool isProgress = line.startsWith(u"Hashing [");
-        const bool isSaidBetter = std::ranges::any_of(
-            left, [line](const QString &name) { return line.endsWith(QStringLiteral("file: [%1]").arg(name)); });
+        const bool isSaidBetter = std::ranges::any_of(left, [line](const QString &name) {
+            return line.endsWith(QStringLiteral("file: [%1]").arg(name));
+        });
         if (!isProgress && !isSaidBetter && !isHashLine(line) && !line.trimmed().isEmpty()) {
             found.append(verdict().replace(line, u"$1 $2.").trimmed());
         }

@@ -21,13 +21,15 @@ QString currentName(QStringView line);
 /// A hash, two blanks, "[shntool]", two blanks, a name.
 bool isHashLine(QStringView line);
 
-/// The files of a whole run that could not be decoded to their end; what the tool hashed of them is not their audio.
+/// The files of a whole run that could not be decoded to their end; what the tool hashed of them is not their
+/// audio.
 QStringList unsound(const QString &text);
 
 /// The hash lines of a whole run, in the order they were printed, less those of unsound files.
 QStringList hashLines(const QString &text);
 
-/// What the tool complained about, a line each, without repetitions. Of unsound files only what is wrong with them.
+/// What the tool complained about, a line each, without repetitions. Of unsound files only what is wrong with
+/// them.
 QStringList complaints(const QString &text);
 
 /// Splits names so that the hash lines of each run fit into one of the tool's writes. A run that prints more

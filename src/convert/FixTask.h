@@ -3,8 +3,8 @@
 
 #pragma once
 
-#include "audio/Proof.h"
 #include "audio/AudioOutputTask.h"
+#include "audio/Proof.h"
 
 #include <QCoreApplication>
 #include <QHash>

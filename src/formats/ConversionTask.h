@@ -4,10 +4,10 @@
 #pragma once
 
 #include "audio/AudioFormatObject.h"
+#include "audio/AudioOutputTask.h"
 #include "audio/AudioStreamFormat.h"
 #include "formats/ConversionRequest.h"
 #include "formats/ToolStep.h"
-#include "audio/AudioOutputTask.h"
 
 #include <QCoreApplication>
 

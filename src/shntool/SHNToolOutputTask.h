@@ -3,8 +3,8 @@
 
 #pragma once
 
-#include "shntool/SHNToolDisplay.h"
 #include "audio/AudioOutputTask.h"
+#include "shntool/SHNToolDisplay.h"
 
 #include <QCoreApplication>
 

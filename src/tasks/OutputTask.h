@@ -38,8 +38,8 @@ protected:
     virtual QStringList sources() const { return {fileName()}; }
     /// Looks at the sources before anything is made of them. What it throws fails the job.
     virtual void inspectSources() {}
-    /// What is wrong with the sources of a job that failed while it made its outputs, a sentence that then stands for
-    /// all that the tools said; empty where nothing is.
+    /// What is wrong with the sources of a job that failed while it made its outputs, a sentence that then
+    /// stands for all that the tools said; empty where nothing is.
     virtual QString sourceComplaint() { return {}; }
     /// Announces the outputs and makes them.
     virtual void make(StagedOutputs &outputs) = 0;

@@ -4,6 +4,7 @@
 // What WAV and AIFF files hold beside their audio, when they are to go.
 
 #include "audio/ForeignChunks.h"
+
 #include "platform/Resources.h"
 #include "support/Audio.h"
 #include "support/EnvironmentVariable.h"
@@ -112,8 +113,8 @@ TEST_F(ForeignChunksKept, OriginalsGoUnaskedOnlyWhereTheyComeBack)
 TEST_F(ForeignChunksKept, FlacThatLosesThemIsDisproved)
 {
     const QString tools = session.folder.makeFolder(u"tools"_s);
-    const QString tool = session.folder.write(u"tools/flac"_s,
-                                              "#!/bin/sh\nfor a; do shift\n"
+    const QString tool =
+        session.folder.write(u"tools/flac"_s, "#!/bin/sh\nfor a; do shift\n"
                                               "[ \"$a\" = --keep-foreign-metadata ] || set -- \"$@\" \"$a\"\n"
                                               "done\nexec " +
                                                   toolPath(u"flac"_s).toUtf8() + " \"$@\"\n");

@@ -21,9 +21,8 @@ QString timeText(double seconds)
     constexpr int minute = 60;
     constexpr int decimals = 3;
     const auto minutes = static_cast<qint64>(seconds) / minute;
-    return QStringLiteral("%1:%2")
-        .arg(minutes)
-        .arg(seconds - static_cast<double>(minutes * minute), decimals + 3, 'f', decimals, u'0');
+    return QStringLiteral("%1:%2").arg(minutes).arg(seconds - static_cast<double>(minutes * minute),
+                                                    decimals + 3, 'f', decimals, u'0');
 }
 
 } // namespace
@@ -49,7 +48,8 @@ QString DecodeFlacTask::damageInWords() const
 {
     constexpr std::size_t mostPlaces = 20;
     if (!m_damage || m_damage->places.empty()) {
-        return tr("%1 is damaged: its audio does not match the checksum that it holds, though every frame can be "
+        return tr("%1 is damaged: its audio does not match the checksum that it holds, though every frame "
+                  "can be "
                   "decoded. What was decoded was kept.")
             .arg(fileName());
     }
@@ -58,12 +58,14 @@ QString DecodeFlacTask::damageInWords() const
         if (places.size() == mostPlaces) {
             break;
         }
-        places.append(tr("%1 to %2").arg(timeText(m_damage->seconds(place.firstSample)),
-                                         timeText(m_damage->seconds(place.firstSample + place.samples))));
+        places.append(tr("%1 to %2")
+                          .arg(timeText(m_damage->seconds(place.firstSample)),
+                               timeText(m_damage->seconds(place.firstSample + place.samples))));
     }
     const auto further = static_cast<int>(m_damage->places.size() - static_cast<std::size_t>(places.size()));
     const QString more = further == 0 ? QString() : tr(", and at %n more places", nullptr, further);
-    return tr("%1 is damaged: of %2 samples in each channel %3 could not be decoded, at %4%5. What was decoded was "
+    return tr("%1 is damaged: of %2 samples in each channel %3 could not be decoded, at %4%5. What was "
+              "decoded was "
               "kept.")
         .arg(fileName(), QString::number(m_damage->allSamples), QString::number(m_damage->damagedSamples()),
              places.join(QStringLiteral(", ")), more);

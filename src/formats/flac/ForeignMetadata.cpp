@@ -56,12 +56,12 @@ void requireAllOf(const QString &source, const QString &flac)
         const auto wanted = original.bytes(chunk.offset, static_cast<std::size_t>(chunk.size));
         const bool isKept = std::ranges::any_of(blocks, [&wanted](const Bytes &block) {
             // A padding byte may follow.
-            return block.size() >= wanted.size() &&
-                   std::equal(wanted.begin(), wanted.end(), block.begin());
+            return block.size() >= wanted.size() && std::equal(wanted.begin(), wanted.end(), block.begin());
         });
         if (!isKept) {
-            throw std::runtime_error(
-                Text::tr("The output lacks foreign metadata of %1 that was to be kept.").arg(source).toStdString());
+            throw std::runtime_error(Text::tr("The output lacks foreign metadata of %1 that was to be kept.")
+                                         .arg(source)
+                                         .toStdString());
         }
     }
 }
