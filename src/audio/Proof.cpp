@@ -168,7 +168,7 @@ bool Comparison::compareAll()
 void Comparison::requireAudio() const
 {
     if (m_finding.frames == 0) {
-        disprove(tr("There is no audio in %1.").arg(m_claim.sources.join(QStringLiteral(", "))));
+        disprove(Text::tr("There is no audio in %1.").arg(m_claim.sources.join(QStringLiteral(", "))));
     }
 }
 

@@ -75,7 +75,7 @@ QString SoxTask::soxInput(StagedOutputs &outputs)
         source->length() == ExtAudioFileReader::Length::Told) {
         return fileName();
     }
-    QString wav = outputs.scratch(m_outputFolder, QStringLiteral("wav"));
+    QString wav = outputs.scratch(m_outputFolder, wavFormat.extension());
     EncodeCoreAudioSync(*this, fileName(), wav, FormatType::LinearPcm, FileType::Wave).doEncodeCall();
     return wav;
 }
