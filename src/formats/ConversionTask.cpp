@@ -16,6 +16,7 @@
 
 #include <QFile>
 
+#include <algorithm>
 #include <stdexcept>
 
 namespace kruv {
@@ -173,9 +174,17 @@ bool ConversionTask::convert(const QString &input, const QString &output, Format
            mayGoOn();
 }
 
+bool ConversionTask::isBeyondWav() const
+{
+    constexpr std::int64_t most = 0xFFFFFFFF - 65536; // bytes of audio, with room for chunks around it
+    const AudioFormatObject audio = statedFormat(fileName());
+    const std::int64_t bytesPerSample = (audio.bitsPerChannel + 7) / 8;
+    return audio.totalSamples > most / std::max<std::int64_t>(bytesPerSample * audio.channels, 1);
+}
+
 bool ConversionTask::makeWav(const QString &wav, const ToolStep *step)
 {
-    return step ? runStep(*step, {.input = fileName(), .output = wav})
+    return step && !isBeyondWav() ? runStep(*step, {.input = fileName(), .output = wav})
                 : convert(fileName(), wav, FormatType::LinearPcm, FileType::Wave);
 }
 

@@ -53,11 +53,13 @@ protected:
     bool runStep(const ToolStep &step, const ToolRequest &request);
     /// Runs a conversion of shntool's that writes into the folder of staged(), under the source's name.
     bool runShntool(const QStringList &arguments, ToolReader read, const QString &progress);
-    /// What the latest tool printed, the first part of it, however the reads cut it.
+    /// What the latest tool printed, however the reads cut it; of very much the beginning and the end.
     const QString &toolWords() const { return m_toolWords; }
     /// Converts in this process. Returns whether the job may go on.
     bool convert(const QString &input, const QString &output, FormatType formatType, FileType fileType);
-    /// Makes a WAV of the source: by `step`, or where that is null in this process.
+    /// Whether the source has more audio than a WAV of 32-bit sizes can hold, which is all that the tools write.
+    bool isBeyondWav() const;
+    /// Makes a WAV of the source: by `step`, or in this process where that is null or can't.
     bool makeWav(const QString &wav, const ToolStep *step);
 
 private:

@@ -6,6 +6,7 @@
 #include "audio/DamageSearch.h"
 #include "formats/Records.h"
 #include "formats/TagCopy.h"
+#include "formats/flac/FlacOptions.h"
 #include "formats/flac/FlacOutput.h"
 #include "formats/flac/FlacTool.h"
 
@@ -29,6 +30,10 @@ QString timeText(double seconds)
 
 void DecodeFlacTask::makeOutput()
 {
+    if (isBeyondWav() && !chosen().isOn(FlacOptions::throughErrors)) {
+        convert(fileName(), staged(), FormatType::LinearPcm, makesAiff() ? FileType::Aiff : FileType::Wave);
+        return;
+    }
     runStep(FlacTool::decode, {.input = fileName(), .output = staged(), .options = chosen()});
     // Where it goes on through errors, the tool's status is that of success.
     if (mayGoOn() && FlacOutput::reportsDamage(toolWords(), title())) {
