@@ -289,7 +289,7 @@ TEST_P(DamagedSources, NeverGiveOtherAudioAndSuccess)
     const bool isLong = wanted > 0;
     constexpr int few = 6;
     constexpr std::size_t someJobs = 3;
-    constexpr int atOnce = 20;
+    constexpr int atOnce = 5;
     std::mt19937 random(qEnvironmentVariableIntValue("KRUV_SEED") + 1);
     for (const Job &job : jobs) {
         add(readFile(whole), u"nothing wrong"_s, job);

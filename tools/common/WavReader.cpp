@@ -242,8 +242,8 @@ void WavReader::decideLength(std::uint64_t stated, bool placeholder)
     const auto size = m_input.size();
     const std::uint64_t available = size ? *size - m_input.position() : 0;
     const std::uint64_t riffEnd = std::uint64_t(readLe32(&m_header[4])) + 8;
-    const bool unreliable =
-        stated == 0 || (placeholder && !(m_kind == Kind::Riff && size && isNear(*size, riffEnd)));
+    const bool fitsTheFile = m_kind == Kind::Riff && size && isNear(*size, riffEnd) && stated <= available;
+    const bool unreliable = stated == 0 || (placeholder && !fitsTheFile);
     m_statesLength = !unreliable;
     if (stated == 0 && emptyDataIsMeant()) {
         m_remaining = 0;
