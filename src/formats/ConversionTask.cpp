@@ -185,7 +185,7 @@ bool ConversionTask::isBeyondWav() const
 bool ConversionTask::makeWav(const QString &wav, const ToolStep *step)
 {
     return step && !isBeyondWav() ? runStep(*step, {.input = fileName(), .output = wav})
-                : convert(fileName(), wav, FormatType::LinearPcm, FileType::Wave);
+                                  : convert(fileName(), wav, FormatType::LinearPcm, FileType::Wave);
 }
 
 } // namespace kruv

@@ -57,7 +57,8 @@ protected:
     const QString &toolWords() const { return m_toolWords; }
     /// Converts in this process. Returns whether the job may go on.
     bool convert(const QString &input, const QString &output, FormatType formatType, FileType fileType);
-    /// Whether the source has more audio than a WAV of 32-bit sizes can hold, which is all that the tools write.
+    /// Whether the source has more audio than a WAV of 32-bit sizes can hold, which is all that the tools
+    /// write.
     bool isBeyondWav() const;
     /// Makes a WAV of the source: by `step`, or in this process where that is null or can't.
     bool makeWav(const QString &wav, const ToolStep *step);

@@ -24,7 +24,7 @@ QString treeIn(const QString &folder)
 
 DVDAuthorTask::DVDAuthorTask(TaskCompletionSink *queue, const QStringList &fileNames,
                              const QString &outputPath)
-    : OutputTask(queue, {})
+    : AudioOutputTask(queue, {})
     , m_fileNames(fileNames)
     , m_outputPath(outputPath)
 {

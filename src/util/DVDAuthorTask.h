@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "tasks/OutputTask.h"
+#include "audio/AudioOutputTask.h"
 
 #include <QCoreApplication>
 
@@ -11,7 +11,7 @@ namespace kruv {
 
 /// Makes a DVD-Audio disc image, "image.iso", of PCM files that share one format. The log of the authoring
 /// tool, "log.txt", stays beside it; after a failure it is in the results instead.
-class DVDAuthorTask : public OutputTask
+class DVDAuthorTask : public AudioOutputTask
 {
     Q_DECLARE_TR_FUNCTIONS(kruv::DVDAuthorTask)
 public:

@@ -79,6 +79,20 @@ TEST(ShntoolHash, TellsHashesFromComplaints)
               QStringList(u"shntool [hash]: warning: cannot open non-existent file: [no.wav]"_s));
 }
 
+TEST(ShntoolHash, LeavesUnsoundFilesOut)
+{
+    const QString text =
+        u"shntool [hash]: warning: possibly truncated and/or corrupt file: [b [1].wv]\n"
+        "2fb80136fd29456c798b920ba28158b5  [shntool]  a.wv\n"
+        "3fb80136fd29456c798b920ba28158b5  [shntool]  b [1].wv\n"
+        "shntool [hash]: error: [b [1].wv] is damaged: wvunpack could not decode all of it\n"_s;
+    EXPECT_EQ(ShntoolHash::hashLines(text),
+              QStringList(u"2fb80136fd29456c798b920ba28158b5  [shntool]  a.wv"_s));
+    EXPECT_EQ(ShntoolHash::complaints(text),
+              QStringList(u"b [1].wv is damaged: wvunpack could not decode all of it."_s));
+    EXPECT_EQ(ShntoolHash::unsound(text), QStringList(u"b [1].wv"_s));
+}
+
 TEST(ShntoolHash, KeepsTheHashLinesOfARunWithinOneWrite)
 {
     QStringList names;

@@ -210,12 +210,10 @@ TEST_F(SoundSources, ThatAreDecodedThroughErrorsTellWhereTheyAreDamaged)
 
 TEST_F(SoundSources, AreTheSameToOurDecodersToFfmpegAndToTheCodecsOwnTool)
 {
-    const OwnDecoder owns[] = {{&flacFormat, "flac", "-s -d %1 -o %2"},
-                               {&wavpackFormat, "wvunpack", "-q %1 -o %2"},
-                               {&ttaFormat, "ttaenc", "-d -o %2 %1"},
-                               {&monkeysAudioFormat, "mac", "%1 %2 -d"},
-                               {&shortenFormat, "shorten", "-x %1 %2"},
-                               {&appleLosslessFormat, nullptr, nullptr}};
+    const OwnDecoder owns[] = {
+        {&flacFormat, "flac", "-s -d %1 -o %2"}, {&wavpackFormat, "wvunpack", "-q %1 -o %2"},
+        {&ttaFormat, "ttaenc", "-d -o %2 %1"},   {&monkeysAudioFormat, "mac", "%1 %2 -d"},
+        {&shortenFormat, "shorten", "-x %1 %2"}, {&appleLosslessFormat, nullptr, nullptr}};
     const AudioShape shapes[] = {
         {.frames = 9'001},
         {.sampleRate = 48'000, .channels = 1, .frames = 5'000, .signal = Signal::Sine},
@@ -229,9 +227,9 @@ TEST_F(SoundSources, AreTheSameToOurDecodersToFfmpegAndToTheCodecsOwnTool)
             const QString source = made(*format, shape);
             const Bytes ours = samplesOf(source);
             EXPECT_TRUE(ours == samplesOf(wav));
-            EXPECT_TRUE(ours == outputOf(u"ffmpeg"_s, {u"-v"_s, u"error"_s, u"-nostdin"_s, u"-i"_s, source,
-                                                       u"-c:a"_s, u"pcm_s32le"_s, u"-f"_s, u"s32le"_s,
-                                                       u"-"_s}));
+            EXPECT_TRUE(ours ==
+                        outputOf(u"ffmpeg"_s, {u"-v"_s, u"error"_s, u"-nostdin"_s, u"-i"_s, source, u"-c:a"_s,
+                                               u"pcm_s32le"_s, u"-f"_s, u"s32le"_s, u"-"_s}));
             if (tool != nullptr) {
                 const QString own = engine.folder.file(u"own.wav"_s);
                 QFile::remove(own);
