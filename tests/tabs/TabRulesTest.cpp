@@ -6,6 +6,7 @@
 #include "tabs/ChecksumTab.h"
 #include "tabs/DecodeTab.h"
 #include "tabs/EncodeTab.h"
+#include "tabs/OutputPlan.h"
 
 #include <QDir>
 #include <QFile>
@@ -69,6 +70,29 @@ private:
 };
 
 } // namespace
+
+TEST(OutputPlan, KnowsNamesThatOneVolumeTakesForOne)
+{
+    const auto folds = [](const QString &folder, const QString &, const QString &) {
+        return folder == u"/fat";
+    };
+    struct Case
+    {
+        QStringList sources;
+        QString folder;
+        bool collides;
+    };
+    for (const Case &each : {Case{{u"/d1/Track01.wav"_s, u"/d2/tRACK01.wav"_s}, u"/fat"_s, true},
+                             Case{{u"/d1/Track01.wav"_s, u"/d2/tRACK01.wav"_s}, u"/plain"_s, false},
+                             Case{{u"/d1/Track01.wav"_s, u"/d2/Track01.aiff"_s}, u"/plain"_s, true},
+                             Case{{u"/d1/Caf\u00e9.wav"_s, u"/d2/CAFE\u0301.wav"_s}, u"/fat"_s, true},
+                             Case{{u"/fat/a.wav"_s, u"/plain/A.wav"_s}, {}, false},
+                             Case{{u"/d1/a.wav"_s, u"/d2/\u00e4.wav"_s}, u"/fat"_s, false}}) {
+        EXPECT_EQ(OutputPlan(each.sources, each.folder, u"flac"_s).collision(folds).has_value(),
+                  each.collides)
+            << each.sources.join(u' ').toStdString() << " in " << each.folder.toStdString();
+    }
+}
 
 TEST_F(TabRules, AnEmptyListDoesNothing)
 {

@@ -47,6 +47,27 @@ TEST(KruvTaskQueue, StartsInOrderAndNeverMoreThanTheLimit)
     }
 }
 
+TEST(KruvTaskQueue, OneThatOnlyWaitsFreesItsPlaceAndIsWaitedFor)
+{
+    Engine engine(1);
+    QStringList starts;
+    const Jobs jobs = makeSet(engine.queue, 100, &starts);
+    addAll(engine.queue, jobs);
+    for (const auto &job : jobs) {
+        engine.queue.taskOnlyWaits(*job);
+        serveEvents();
+    }
+    EXPECT_EQ(starts, numbers(1, 65)) << "each that waits holds its outputs: not any number of them may";
+    EXPECT_EQ(engine.queue.activeTask(), 1);
+    for (std::size_t ended = 0; ended < jobs.size(); ++ended) {
+        EXPECT_TRUE(engine.userInterface.notifications.isEmpty());
+        jobs[ended]->succeed();
+        EXPECT_LE(engine.queue.activeTask(), 1);
+    }
+    EXPECT_EQ(starts.size(), 100);
+    EXPECT_EQ(engine.userInterface.notifications.size(), 1);
+}
+
 TEST(KruvTaskQueue, TakesItsLimitFromThePreferencesAndFollowsThem)
 {
     const TemporaryFolder folder;

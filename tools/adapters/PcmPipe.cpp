@@ -53,21 +53,6 @@ bool insertPump(HeaderChange change)
     return true;
 }
 
-/// What a file that begins so is decoded as; null where it needs no decoder.
-const char *formatOf(std::string_view start)
-{
-    struct Magic
-    {
-        std::string_view bytes;
-        const char *format;
-    };
-    static constexpr std::array magics{Magic{"fLaC", "flac"}, Magic{"FORM", "aiff"}, Magic{"wvpk", "wv"},
-                                       Magic{"ajkg", "shn"},  Magic{"MAC ", "ape"},  Magic{"TTA1", "tta"}};
-    const auto *magic = std::find_if(magics.begin(), magics.end(),
-                                     [start](const Magic &each) { return start.starts_with(each.bytes); });
-    return magic == magics.end() ? nullptr : magic->format;
-}
-
 int runTool(const ToolFinder &finder, const Arguments &call)
 {
     const auto program = finder.find(call.front());
