@@ -42,8 +42,9 @@ std::vector<Job> jobs()
     const QString toFolder = u" -o @/out --delete-originals --yes @"_s;
     const QStringList wavs{u"a.wav"_s, u"b.wav"_s};
     return {
-        {"EncodeFlac", u"encode --to flac --fingerprints"_s + toEach, {u"a.wav"_s}},
-        {"EncodeShorten", u"encode --to shn --md5"_s + toEach, {u"a.wav"_s}},
+        {"EncodeFlac", u"encode --to flac"_s + toEach, {u"a.wav"_s}},
+        {"EncodeFlacWithList", u"encode --to flac --fingerprints -o @/out @"_s, {u"a.wav"_s}},
+        {"EncodeShorten", u"encode --to shn"_s + toEach, {u"a.wav"_s}},
         {"EncodeWavPack", u"encode --to wv"_s + toEach, {u"a.wav"_s}},
         {"EncodeTta", u"encode --to tta"_s + toEach, {u"a.flac"_s}},
         {"EncodeMonkeysAudio", u"encode --to ape"_s + toEach, {u"a.flac"_s}},
@@ -170,6 +171,7 @@ protected:
         for (const QString &path : status == notWatched ? QStringList() : cases) {
             Outcome &outcome = outcomes[path];
             outcome.failed = cases.size() == 1 && status != 0;
+            outcome.words = cases.size() == 1 ? QString::fromUtf8(m_complaints) : QString();
             for (const QByteArray &line : lines) {
                 const bool isAbout = cases.size() == 1 || line.contains(path.toUtf8());
                 const QJsonObject object = QJsonDocument::fromJson(line).object();
@@ -199,7 +201,7 @@ protected:
         if (readFile(path) == readFile(expected)) {
             return true;
         }
-        if (isText(path)) { // with the time in it
+        if (isText(path) || path.endsWith(u"-converted.wav")) { // with the time, or chance, in it
             return QFileInfo(path).size() == QFileInfo(expected).size();
         }
         const auto go = [](double) { return true; };
@@ -253,10 +255,11 @@ TEST_P(FullDisk, LosesNothingWheneverItComes)
     ASSERT_FALSE(undisturbed.value(clean).failed) << m_complaints.constData();
     const auto log = [](const QString &path) { return readFile(path + u".log"_s).trimmed().split('\n'); };
     const int count = static_cast<int>(log(clean).size());
-    constexpr int most = 24; // a tool that writes in a hundred small pieces is no other case than in ten
+    // A tool that writes in a hundred small pieces is no other case than in ten.
+    const int most = GetParam().command.count(u'@') > 1 ? 8 : 16;
     QMap<QString, int> faults;
     for (int fault = 1; fault <= count; ++fault) {
-        fault = fault == most ? std::max(most, count - 6) : fault;
+        fault = fault == most ? std::max(most, count - 3) : fault;
         faults.insert(makeCase(fault), fault);
     }
     const auto outcomes = runCases(faults.keys());
