@@ -212,6 +212,7 @@ TEST_F(SHNtoolTabTest, WhatComesToNothingLeavesTheFolderAsItWas)
             for (const QString &text : texts) {
                 session.person.textAnswers.push_back(path(text));
             }
+            session.person.buttonAnswers = {1}; // what lies beside the audio may go
             cancelsOnceItWrites = cancels;
             std::optional<FullDisk> full;
             if (!cancels) {

@@ -22,6 +22,7 @@
 #include <cstring>
 #include <fcntl.h>
 #include <memory>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -60,12 +61,16 @@ public:
             dup2(input.descriptor(), STDOUT_FILENO);
             _exit(runTool(finder, m_call));
         }
+        if (m_child > 0) {
+            m_ending = File(static_cast<int>(syscall(SYS_pidfd_open, m_child, 0)));
+        }
     }
     ~Decoder() { stop(); }
     Decoder(const Decoder &) = delete;
     Decoder &operator=(const Decoder &) = delete;
 
-    int output() const { return m_output.descriptor(); }
+    /// To its own end: what it may leave behind counts for nothing.
+    Inflow output() const { return {m_output.descriptor(), m_ending.descriptor()}; }
 
     /// Waits for its end; returns its exit status.
     int end()
@@ -106,6 +111,7 @@ public:
 private:
     const Arguments m_call;
     File m_output;
+    File m_ending;
     pid_t m_child = -1;
 };
 
