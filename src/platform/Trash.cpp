@@ -4,10 +4,25 @@
 #include "platform/Trash.h"
 
 #include <QCoreApplication>
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QStandardPaths>
+#include <QStorageInfo>
+#include <QUrl>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <fcntl.h>
+#include <optional>
+#include <sys/stat.h>
+#include <unistd.h>
+
+// Not by Qt 6.4, which tries for ever where the trash can't be written to, and moves files into the current
+// folder where there is none. https://specifications.freedesktop.org/trash-spec/1.0/
 
 namespace kruv {
 
@@ -18,36 +33,153 @@ struct Text
     Q_DECLARE_TR_FUNCTIONS(kruv::Trash)
 };
 
-/// Makes sure that the person's trash is there, without which files would be moved into the current folder.
-QString prepareTrash()
+/// A folder for trash, and what the paths in it are relative to; an empty text where they are absolute.
+struct Place
+{
+    QString folder;
+    QString top;
+};
+
+QString reasonFor(int error)
+{
+    return Text::tr("it could not be moved to the trash (%1)")
+        .arg(QString::fromLocal8Bit(std::strerror(error)));
+}
+
+std::optional<struct stat> statusOf(const QString &path)
+{
+    struct stat status = {};
+    return lstat(QFile::encodeName(path).constData(), &status) == 0 ? std::optional(status) : std::nullopt;
+}
+
+/// False with errno set.
+bool makeFolder(const QString &path)
+{
+    if (mkdir(QFile::encodeName(path).constData(), 0700) == 0) {
+        return true;
+    }
+    const int error = errno;
+    const bool isThere = QFileInfo(path).isDir();
+    errno = error;
+    return isThere;
+}
+
+/// The person's own trash; throws the reason, a text, where there is none.
+Place homeTrash()
 {
     const QString dataHome = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
     const bool isPlaced =
         !qEnvironmentVariableIsEmpty("XDG_DATA_HOME") || !qEnvironmentVariableIsEmpty("HOME");
     if (!isPlaced || !QDir::isAbsolutePath(dataHome)) {
-        return Text::tr("there is no trash, as neither HOME nor XDG_DATA_HOME names a folder");
+        throw Text::tr("there is no trash, as neither HOME nor XDG_DATA_HOME names a folder");
     }
-    const QString trash = dataHome + QStringLiteral("/Trash");
-    constexpr auto ownerOnly = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner;
-    QDir folder;
-    if (!QFileInfo(trash).isDir() && (!folder.mkpath(dataHome) || !folder.mkdir(trash, ownerOnly))) {
-        return Text::tr("the trash %1 can't be made").arg(trash);
+    const Place place{dataHome + QStringLiteral("/Trash"), {}};
+    if (!QDir().mkpath(dataHome) || !makeFolder(place.folder)) {
+        throw Text::tr("the trash %1 can't be made").arg(place.folder);
     }
-    return {};
+    return place;
+}
+
+/// The trash of the volume that is mounted at `top`: a shared one that was made rightly, or the person's.
+Place volumeTrash(const QString &top)
+{
+    const QString owner = QString::number(getuid());
+    const QString base = top.endsWith(u'/') ? top : top + u'/';
+    const auto shared = statusOf(base + QStringLiteral(".Trash"));
+    const QString inShared = base + QStringLiteral(".Trash/") + owner;
+    if (shared && S_ISDIR(shared->st_mode) && (shared->st_mode & S_ISVTX) != 0 && makeFolder(inShared)) {
+        return {inShared, base};
+    }
+    const Place place{base + QStringLiteral(".Trash-") + owner, base};
+    const bool made = makeFolder(place.folder);
+    const auto status = statusOf(place.folder);
+    if (!made || !status || !S_ISDIR(status->st_mode)) {
+        throw Text::tr("the trash %1 can't be made").arg(place.folder);
+    }
+    return place;
+}
+
+Place trashFor(const QString &path)
+{
+    const Place home = homeTrash();
+    const auto there = statusOf(home.folder);
+    const auto here = statusOf(path);
+    return there && here && there->st_dev == here->st_dev ? home : volumeTrash(QStorageInfo(path).rootPath());
+}
+
+/// Writes where the file came from, under a name that is free. 0 or the error number.
+int writeInfo(const QByteArray &infoPath, const QString &origin)
+{
+    const int file = open(infoPath.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
+    if (file < 0) {
+        return errno;
+    }
+    const QByteArray info =
+        "[Trash Info]\nPath=" + QUrl::toPercentEncoding(origin, "/") + "\nDeletionDate=" +
+        QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-ddThh:mm:ss")).toLatin1() + '\n';
+    const bool written = write(file, info.constData(), static_cast<std::size_t>(info.size())) == info.size();
+    const int error = written ? 0 : errno;
+    close(file);
+    if (!written) {
+        unlink(infoPath.constData());
+    }
+    return error;
+}
+
+/// 0 or the error number; what has the new name already stays.
+int moveTo(const QByteArray &from, const QByteArray &to)
+{
+    if (renameat2(AT_FDCWD, from.constData(), AT_FDCWD, to.constData(), RENAME_NOREPLACE) == 0) {
+        return 0;
+    }
+    if (errno != EINVAL && errno != ENOSYS && errno != EOPNOTSUPP) {
+        return errno;
+    }
+    struct stat there = {};
+    if (lstat(to.constData(), &there) == 0) {
+        return EEXIST;
+    }
+    return std::rename(from.constData(), to.constData()) == 0 ? 0 : errno;
+}
+
+int moveInto(const Place &place, const QString &path)
+{
+    if (!makeFolder(place.folder + QStringLiteral("/files")) ||
+        !makeFolder(place.folder + QStringLiteral("/info"))) {
+        return errno;
+    }
+    const QByteArray from = QFile::encodeName(path);
+    const QString origin = place.top.isEmpty() ? path : QDir(place.top).relativeFilePath(path);
+    constexpr int mostOfOneName = 100'000;
+    constexpr qsizetype longest = 200; // bytes; more is added to the name
+    const QByteArray name = from.sliced(from.lastIndexOf('/') + 1).left(longest);
+    const QByteArray folder = QFile::encodeName(place.folder);
+    int error = EEXIST;
+    for (int number = 1; number < mostOfOneName && error == EEXIST; ++number) {
+        const QByteArray freeName = number == 1 ? name : name + '.' + QByteArray::number(number);
+        const QByteArray info = folder + "/info/" + freeName + ".trashinfo";
+        error = writeInfo(info, origin);
+        if (error == 0 && (error = moveTo(from, folder + "/files/" + freeName)) != 0) {
+            unlink(info.constData());
+        }
+    }
+    return error;
 }
 
 } // namespace
 
 QString moveToTrash(const QString &path)
 {
-    if (const QString problem = prepareTrash(); !problem.isEmpty()) {
-        return problem;
+    const QString source = QFileInfo(path).absoluteFilePath();
+    if (QFileInfo(source).isDir()) {
+        return reasonFor(EISDIR);
     }
-    QFile file(path);
-    if (!file.moveToTrash()) {
-        return Text::tr("it could not be moved to the trash (%1)").arg(file.errorString());
+    try {
+        const int error = moveInto(trashFor(source), source);
+        return error == 0 ? QString() : reasonFor(error);
+    } catch (const QString &reason) {
+        return reason;
     }
-    return QFile::exists(file.fileName()) ? QString() : Text::tr("it did not arrive in the trash");
 }
 
 } // namespace kruv

@@ -112,6 +112,14 @@ TEST_F(DeletedFiles, StayWhereThereIsNoTrash)
         EXPECT_EQ(readFile(original), QByteArray("audio"));
     }
     EXPECT_TRUE(QDir().isEmpty()) << "nothing is moved into the current folder";
+    {
+        folder.makeFolder(QStringLiteral("locked"));
+        folder.makeFolder(QStringLiteral("locked/Trash"));
+        folder.write(QStringLiteral("locked/Trash/info"), "a file in the place of a folder");
+        const EnvironmentVariable locked("XDG_DATA_HOME", folder.file(QStringLiteral("locked")).toUtf8());
+        EXPECT_NE(Util::deleteFile(original, preferences), QString());
+        EXPECT_EQ(readFile(original), QByteArray("audio"));
+    }
     QDir::setCurrent(here);
     const EnvironmentVariable fresh("XDG_DATA_HOME", folder.file(QStringLiteral("a/new/home")).toUtf8());
     EXPECT_EQ(Util::deleteFile(original, preferences), QString());
