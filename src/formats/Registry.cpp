@@ -52,7 +52,8 @@ const Format *identify(const QString &path)
 
 void requireContent(const QString &path, const Format *wanted)
 {
-    if (identify(path) != wanted) {
+    const Format *found = identify(path);
+    if (found != (wanted == &heAacFormat ? &aacFormat : wanted)) { // HE-AAC is known as AAC
         throw std::runtime_error(QCoreApplication::translate("Formats", "What was made is no %1 file.")
                                      .arg(wanted->label)
                                      .toStdString());
