@@ -299,6 +299,10 @@ void CodecFileReader::checkLength() const
                m_source.content().container == AudioContent::Container::Asf) {
         // Lossy codecs have delays that nobody states, and this container counts milliseconds.
         allowed = m_dataFormat.sampleRate / 10;
+    } else if (m_source.content().codec == AudioContent::Codec::Vorbis) {
+        // FFmpeg takes the first of short blocks, as in silence, for the lead of the others.
+        constexpr std::int64_t halfOfShortBlock = 256;
+        allowed = halfOfShortBlock;
     }
     if (missing > allowed) {
         AvSource::cannotRead(tr("The audio ends after %1 of %2 frames.")
