@@ -3,6 +3,8 @@
 
 #include "formats/ConversionTask.h"
 
+#include "audio/AudioContent.h"
+#include "audio/ContentProbe.h"
 #include "audio/EncodeCoreAudioSync.h"
 #include "audio/Proof.h"
 #include "base/PathNames.h"
@@ -20,6 +22,17 @@
 #include <stdexcept>
 
 namespace kruv {
+
+namespace {
+
+/// What is worth a question even where every sample changes.
+bool isHalfOrComputedAnew(const QString &source)
+{
+    const AudioContent::Kind kind = ContentProbe::of(source).kind;
+    return kind == AudioContent::Kind::Hybrid || kind == AudioContent::Kind::Dsd;
+}
+
+} // namespace
 
 ConversionTask::ConversionTask(TaskCompletionSink *queue, const ConversionRequest &request)
     : AudioOutputTask(queue, request.source)
@@ -63,9 +76,8 @@ ProofNote ConversionTask::prove(const StagedOutputs &)
                             target() ? target() : Formats::ofType(PathNames::fileType(m_request.output)));
     const auto progress = [this](double percent) { return showProof(percent); };
     const bool isLossy = m_sourceFormat->isLossy() || (target() && target()->isLossy());
-    const QString obstacle = isLossy && m_sourceFormat->kind != FormatKind::ChangesSignal
-                                 ? QString()
-                                 : Proof::obstacle(fileName());
+    const QString obstacle =
+        isLossy && !isHalfOrComputedAnew(fileName()) ? QString() : Proof::obstacle(fileName());
     const bool isChange = !obstacle.isEmpty() && Proof::changesSamples(fileName());
     if (!obstacle.isEmpty() && !isChange) {
         return {.unproven = obstacle};

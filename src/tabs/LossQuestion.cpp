@@ -3,9 +3,11 @@
 
 #include "tabs/LossQuestion.h"
 
+#include "audio/AudioContent.h"
+#include "audio/ContentProbe.h"
 #include "audio/Proof.h"
 #include "base/UserInterface.h"
-#include "formats/Formats.h"
+#include "formats/Format.h"
 #include "tabs/TabHost.h"
 
 namespace kruv {
@@ -18,8 +20,7 @@ bool isComputedAnew(const QString &file, const Format &target)
     if (!target.isLossy()) {
         return Proof::changesSamples(file);
     }
-    const Format *source = Formats::identify(file);
-    return source && source->kind == FormatKind::ChangesSignal;
+    return ContentProbe::of(file).kind == AudioContent::Kind::Dsd;
 }
 
 TagLosses::KeptChunks keptChunks(const LossQuestion::Run &run)
