@@ -50,6 +50,15 @@ bool hasTwoOfAKind(const TagsObject &record)
     });
 }
 
+/// Those that APEv2 alone takes as they are.
+bool hasUnreadablePicture(const TagsObject &record)
+{
+    const auto isUnreadable = [](const AlbumArt &art) { return art.image().isNull(); };
+    return (record.picture() && isUnreadable(*record.picture())) ||
+           std::ranges::any_of(record.otherPictures(),
+                               [&](const TypedPicture &each) { return isUnreadable(*each.art); });
+}
+
 bool holdsCustomTags(const TagsObject &record, const TagAccess &target)
 {
     const TagsObject::CustomTags tags = record.customTagsDictionary();
@@ -60,8 +69,8 @@ bool holdsCustomTags(const TagsObject &record, const TagAccess &target)
 
 TagLosses tagLosses(const QString &file, const Format &format, const TagAccess *target)
 {
-    // What its own kind holds it holds.
-    if (!format.tags || format.tags == target) {
+    // FLAC made of FLAC keeps all that the tool finds.
+    if (!format.tags || (target == &TagAccesses::flac && format.tags == target)) {
         return {};
     }
     try {
@@ -93,11 +102,11 @@ TagLosses TagLosses::of(const TagsObject &record, const TagAccess *target)
     if (!target) {
         losses.texts = hasText(record);
         losses.pictures = record.picture() != nullptr;
-        losses.customTags = !record.customTagsDictionary().isEmpty();
+        losses.customTags = !record.customTagsDictionary().isEmpty() || record.isPartOfFile();
         return losses;
     }
-    losses.pictures = target->holdsOnePictureOfAKind && hasTwoOfAKind(record);
-    losses.customTags = !holdsCustomTags(record, *target);
+    losses.pictures = target->holdsOnePictureOfAKind ? hasTwoOfAKind(record) : hasUnreadablePicture(record);
+    losses.customTags = record.isPartOfFile() || !holdsCustomTags(record, *target);
     return losses;
 }
 

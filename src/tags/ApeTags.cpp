@@ -5,6 +5,7 @@
 
 #include "tags/ApePictures.h"
 #include "tags/LeadingNumber.h"
+#include "tags/MoreTags.h"
 #include "tags/TagText.h"
 
 #include <QDate>
@@ -144,7 +145,8 @@ void writeText(Tag &tag, const TextItem &item, const TagsObject &record, bool wr
 void writePair(Tag &tag, const PairItem &item, const TagsObject &record, bool writeEmptyTags)
 {
     const NumberPair held = pairOf(tag, item);
-    NumberPair pair{record.text(item.number), record.text(item.total)};
+    const auto [number, total] = numberAndTotal(record, item.number, item.total);
+    NumberPair pair{number, total};
     if (item.isNumeric && leadingInt32(pair.number) > 0) {
         pair.number = QString::number(leadingInt32(pair.number));
     }
@@ -228,6 +230,8 @@ void readApe(const Tag &tag, TagsObject &record)
         }
     }
     readApePictures(tag, record);
+    record.setPartOfFile(record.isPartOfFile() ||
+                         MoreTags::isIn(tag)); // a TrueAudio file may have both kinds
 }
 
 bool writeApe(Tag &tag, const TagsObject &record, bool writeEmptyTags)

@@ -4,6 +4,7 @@
 #include "tags/Id3v2Tags.h"
 
 #include "tags/GenericTag.h"
+#include "tags/MoreTags.h"
 #include "tags/TagText.h"
 
 #include <algorithm>
@@ -331,6 +332,7 @@ void readId3v2(const TagLib::Tag &generic, ID3v2::Tag &tag, TagsObject &record)
     readId3v2Date(tag, record);
     readSeveralValues(tag, record);
     readPictures(tag, record);
+    record.setPartOfFile(MoreTags::isIn(tag));
 }
 
 QMap<TagField, QStringList> severalId3v2Values(const ID3v2::Tag &tag)

@@ -4,6 +4,7 @@
 #include "tags/Mp4Tags.h"
 
 #include "tags/LeadingNumber.h"
+#include "tags/MoreTags.h"
 #include "tags/Mp4Genres.h"
 #include "tags/TagText.h"
 
@@ -117,8 +118,9 @@ int clampedNumber(const QString &text)
 
 void writeNumberPair(Tag &tag, const TagsObject &record, const PairItem &pair, QByteArrayList &written)
 {
-    const int number = clampedNumber(record.text(pair.number));
-    const int total = clampedNumber(record.text(pair.total));
+    const auto [numberText, totalText] = numberAndTotal(record, pair.number, pair.total);
+    const int number = clampedNumber(numberText);
+    const int total = clampedNumber(totalText);
     if (number != 0 || total != 0) {
         tag.setItem(pair.name, Item(number, total));
         written.append(pair.name);
@@ -247,6 +249,7 @@ void readMp4Tag(const Tag &tag, TagsObject &record)
         set(row.total, pair.second);
     }
     readPictures(tag, record);
+    record.setPartOfFile(MoreTags::isIn(tag));
 }
 
 QString readMp4Genre(Mp4Atom &moov)

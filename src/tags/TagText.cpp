@@ -121,4 +121,13 @@ QString joinedDate(const TagsObject &record)
     return QStringLiteral("%1-%2-%3").arg(record.yearText(), month, day);
 }
 
+std::pair<QString, QString> numberAndTotal(const TagsObject &record, TagField number, TagField total)
+{
+    const QString text = record.text(number);
+    if (!record.text(total).isEmpty() || !text.contains(u'/')) {
+        return {text, record.text(total)};
+    }
+    return {text.section(u'/', 0, 0), text.section(u'/', 1)};
+}
+
 } // namespace kruv

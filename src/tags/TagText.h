@@ -11,6 +11,7 @@
 #include <tbytevector.h>
 #include <tstring.h>
 #include <tstringlist.h>
+#include <utility>
 
 namespace kruv {
 
@@ -35,6 +36,9 @@ void readDateOrKeep(const QString &text, TagsObject &record);
 /// "year-month-day" when the record has both month and day, else the year alone; a date that could not be
 /// taken apart where it has none of them.
 QString joinedDate(const TagsObject &record);
+
+/// A number and the total. Some programs put both into the number's field, as "3/12".
+std::pair<QString, QString> numberAndTotal(const TagsObject &record, TagField number, TagField total);
 
 /// True when a writer is to write this field's text.
 inline bool isToBeWritten(const QString &text, bool writeEmptyTags)

@@ -100,6 +100,18 @@ void TagsObject::setUnparsedDate(const QString &text)
     m_unparsedDate = text;
 }
 
+bool TagsObject::isPartOfFile() const
+{
+    const std::lock_guard guard(m_lock);
+    return m_isPartOfFile;
+}
+
+void TagsObject::setPartOfFile(bool isPart)
+{
+    const std::lock_guard guard(m_lock);
+    m_isPartOfFile = isPart;
+}
+
 TagsObject::CustomTags TagsObject::customTagsDictionary() const
 {
     const std::lock_guard guard(m_lock);

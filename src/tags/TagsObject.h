@@ -100,6 +100,9 @@ public:
     /// A date that has no year, month and day to show ("2004-05"), on its way from file to file.
     QString unparsedDate() const;
     void setUnparsedDate(const QString &text);
+    /// Whether the file says more than a record can carry; see MoreTags.
+    bool isPartOfFile() const;
+    void setPartOfFile(bool isPart);
 
     /// User-defined tags: name to value.
     CustomTags customTagsDictionary() const;
@@ -123,6 +126,7 @@ private:
     PictureType m_pictureType = PictureType::Other;
     std::vector<TypedPicture> m_otherPictures;
     QString m_unparsedDate;
+    bool m_isPartOfFile = false;
     CustomTags m_customTagsDictionary;
     QMap<QString, QStringList> m_customValues;
 };

@@ -5,6 +5,7 @@
 
 #include "base/Version.h"
 #include "tags/FlacPadding.h"
+#include "tags/MoreTags.h"
 #include "tags/TagText.h"
 #include "tags/XiphPictures.h"
 
@@ -76,10 +77,10 @@ QByteArrayView takeText(QByteArrayView &rest)
     return text;
 }
 
-/// What an encoder says of itself goes with its audio, and means nothing in another file.
+/// What an encoder says of itself and of its channels goes with its audio, and means nothing in another file.
 bool isOfEncoder(const String &key)
 {
-    return key == encoderKey || key == "ENCODER_OPTIONS";
+    return key == encoderKey || key == "ENCODER_OPTIONS" || key == "WAVEFORMATEXTENSIBLE_CHANNEL_MASK";
 }
 
 bool isKnown(const String &key)
@@ -181,6 +182,7 @@ void readFields(const XiphComment &comment, TagsObject &record)
             record.setCustomValues(fromTagLibString(key), fromTagLibList(values));
         }
     }
+    record.setPartOfFile(MoreTags::isIn(comment));
 }
 
 void writeTexts(XiphComment &comment, const TagsObject &record, bool writeEmptyTags)
@@ -196,7 +198,8 @@ void writeTexts(XiphComment &comment, const TagsObject &record, bool writeEmptyT
 /// What the DATE field is to be.
 QString dateOf(const XiphComment &comment, const TagsObject &record)
 {
-    return record.yearText().isEmpty() ? joinedValues(comment, dateKey) : joinedDate(record);
+    const QString date = joinedDate(record);
+    return date.isEmpty() ? joinedValues(comment, dateKey) : date;
 }
 
 } // namespace

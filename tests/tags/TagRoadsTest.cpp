@@ -5,10 +5,14 @@
 #include "support/TaggedAudio.h"
 #include "tags/BitmapData.h"
 #include "tags/TagAccess.h"
+#include "tags/TagText.h"
 
 #include <QFile>
 
+#include <aifffile.h>
 #include <gtest/gtest.h>
+#include <mp4file.h>
+#include <unsynchronizedlyricsframe.h>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -98,6 +102,49 @@ TEST_F(TagRoads, FromEveryFormatToEveryOtherAllArrivesOrIsNamed)
             expectSame(*target.access->read(to), *record, target);
         }
     }
+}
+
+TEST_F(TagRoads, NumbersAndDatesAsOtherProgramsWriteThemArrive)
+{
+    TagsObject record;
+    record.setTrackText(u"3/12"_s);
+    record.setDiscText(u"1/2"_s);
+    record.setUnparsedDate(u"2004-05-06T07:08"_s);
+    for (const Kind &kind : kinds) {
+        SCOPED_TRACE(kind.extension);
+        const QString path = audio(kind);
+        ASSERT_TRUE(kind.access->write(path, record, false));
+        const auto held = kind.access->read(path);
+        EXPECT_EQ(numberAndTotal(*held, TagField::Track, TagField::TrackTotal), std::pair(u"3"_s, u"12"_s));
+        EXPECT_EQ(numberAndTotal(*held, TagField::Disc, TagField::DiscTotal), std::pair(u"1"_s, u"2"_s));
+        EXPECT_TRUE(joinedDate(*held).startsWith(u"2004-05-06")) << qUtf8Printable(joinedDate(*held));
+    }
+}
+
+TEST_F(TagRoads, WhatARecordCannotCarryIsNamed)
+{
+    const auto isLost = [](const QString &path, const Kind &kind) {
+        return TagLosses::of(*kind.access->read(path), &TagAccesses::wavpack).customTags;
+    };
+    const Kind &aiff = kinds[5];
+    const QString lyrics = audio(aiff);
+    EXPECT_FALSE(isLost(lyrics, aiff));
+    TagLib::RIFF::AIFF::File tagged(QFile::encodeName(lyrics).constData());
+    tagged.tag()->addFrame(std::make_unique<TagLib::ID3v2::UnsynchronizedLyricsFrame>().release());
+    ASSERT_TRUE(tagged.save());
+    EXPECT_TRUE(isLost(lyrics, aiff));
+
+    const Kind &m4a = kinds[6];
+    const QString path = audio(m4a);
+    TagLib::MP4::File file(QFile::encodeName(path).constData());
+    file.tag()->setItem("tmpo", 0);
+    file.tag()->setItem("cpil", false);
+    file.tag()->setItem("----:com.apple.iTunes:iTunNORM", TagLib::StringList(" 0000"));
+    ASSERT_TRUE(file.save());
+    EXPECT_FALSE(isLost(path, m4a)) << "what says nothing of the music";
+    file.tag()->setItem("----:com.apple.iTunes:ISRC", TagLib::StringList("US1"));
+    ASSERT_TRUE(file.save());
+    EXPECT_TRUE(isLost(path, m4a));
 }
 
 TEST_F(TagRoads, SeveralValuesThatAreShownAsOneTextOutliveTheEditor)
