@@ -69,6 +69,7 @@ constexpr FailureHint hints[] = {
 constexpr QStringView chatter[] = {
     u"flac \\d\\S*\\s*Copyright[\\s\\S]*?Type `flac' for details\\.",
     u"(testing, )?\\d+(\\.\\d+)?% complete(, ratio=\\d+\\.\\d{3})?",
+    u"wrote \\d+ (bytes|samples)(, ratio=[\\d.]+)?",
     u"(init_status|init status|state) = FLAC__[A-Z_]*[A-Z](?![a-z])",
     u"[^\\n]*WARNING: skipping unknown chunk[^)]*\\)",
 };

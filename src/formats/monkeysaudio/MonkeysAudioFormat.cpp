@@ -41,6 +41,7 @@ const DecodeRecipe decoding{
 
 constexpr QStringView chatter[] = {
     u"(Compressing \\([a-z ]+\\)|Decompressing)\\.\\.\\.",
+    u"Success\\.\\.\\.",
     u"Progress: [\\d.]+% \\([^)]*\\)",
 };
 constexpr ToolWords words{{}, chatter};
