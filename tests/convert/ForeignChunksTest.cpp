@@ -56,7 +56,7 @@ protected:
         tab.outputFormatMatrix().selectId(format);
         tab.deleteOriginalsButton().setOn(true);
         tab.addFiles({wav});
-        session.person.textAnswers = {session.folder.makeFolder(u"to-"_s + format)};
+        session.person.textAnswers = {session.folder.makeFolder(u"run-%1"_s.arg(++runs))};
         session.person.questions.clear();
         session.person.buttonAnswers = {0}; // keep it
         session.ended.clear();
@@ -68,6 +68,7 @@ protected:
     }
 
     Session session;
+    int runs = 0;
 };
 
 } // namespace

@@ -68,7 +68,7 @@ protected:
     bool runAndDelete(const QString &command, const QStringList &files, SHNtoolTab &where)
     {
         where.deleteOriginalsButton().setOn(command != u"split");
-        session.person.buttonAnswers = {0};
+        session.person.buttonAnswers = {0, 1}; // originals go, whatever outputs can't hold
         return run(command, files, where);
     }
     QString said() const { return session.ended.empty() ? QString() : session.ended.front().text; }
@@ -212,7 +212,6 @@ TEST_F(SHNtoolTabTest, WhatComesToNothingLeavesTheFolderAsItWas)
             for (const QString &text : texts) {
                 session.person.textAnswers.push_back(path(text));
             }
-            session.person.buttonAnswers = {1}; // what lies beside the audio may go
             cancelsOnceItWrites = cancels;
             std::optional<FullDisk> full;
             if (!cancels) {
