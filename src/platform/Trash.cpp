@@ -18,6 +18,7 @@
 #include <cstring>
 #include <fcntl.h>
 #include <optional>
+#include <stdexcept>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -39,6 +40,11 @@ struct Place
     QString folder;
     QString top;
 };
+
+[[noreturn]] void refuse(const QString &reason)
+{
+    throw std::runtime_error(reason.toStdString());
+}
 
 QString reasonFor(int error)
 {
@@ -64,18 +70,18 @@ bool makeFolder(const QString &path)
     return isThere;
 }
 
-/// The person's own trash; throws the reason, a text, where there is none.
+/// The person's own trash; throws the reason where there is none.
 Place homeTrash()
 {
     const QString dataHome = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
     const bool isPlaced =
         !qEnvironmentVariableIsEmpty("XDG_DATA_HOME") || !qEnvironmentVariableIsEmpty("HOME");
     if (!isPlaced || !QDir::isAbsolutePath(dataHome)) {
-        throw Text::tr("there is no trash, as neither HOME nor XDG_DATA_HOME names a folder");
+        refuse(Text::tr("there is no trash, as neither HOME nor XDG_DATA_HOME names a folder"));
     }
     const Place place{dataHome + QStringLiteral("/Trash"), {}};
     if (!QDir().mkpath(dataHome) || !makeFolder(place.folder)) {
-        throw Text::tr("the trash %1 can't be made").arg(place.folder);
+        refuse(Text::tr("the trash %1 can't be made").arg(place.folder));
     }
     return place;
 }
@@ -94,7 +100,7 @@ Place volumeTrash(const QString &top)
     const bool made = makeFolder(place.folder);
     const auto status = statusOf(place.folder);
     if (!made || !status || !S_ISDIR(status->st_mode)) {
-        throw Text::tr("the trash %1 can't be made").arg(place.folder);
+        refuse(Text::tr("the trash %1 can't be made").arg(place.folder));
     }
     return place;
 }
@@ -177,8 +183,8 @@ QString moveToTrash(const QString &path)
     try {
         const int error = moveInto(trashFor(source), source);
         return error == 0 ? QString() : reasonFor(error);
-    } catch (const QString &reason) {
-        return reason;
+    } catch (const std::runtime_error &reason) {
+        return QString::fromUtf8(reason.what());
     }
 }
 
