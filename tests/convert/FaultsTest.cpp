@@ -73,12 +73,12 @@ protected:
 
     QString makeSource()
     {
-        const QString wav = engine.folder.file(u"made.wav"_s);
+        QString wav = engine.folder.file(u"made.wav"_s);
         writeWav(wav, shape);
         if (GetParam().source == &wavFormat) {
             return wav;
         }
-        const QString path = engine.folder.file(u"made."_s + GetParam().source->extension());
+        QString path = engine.folder.file(u"made."_s + GetParam().source->extension());
         engine.queue.addTask(GetParam().source->encode(&engine.queue, {.source = wav, .output = path}));
         EXPECT_TRUE(engine.runToEnd());
         return path;
@@ -86,7 +86,7 @@ protected:
     /// Adds the job of one case and returns its folder.
     QString add(FaultyTools &tools, const QString &source, const QString &plan)
     {
-        const QString folder = tools.newCase(plan);
+        QString folder = tools.newCase(plan);
         const auto [from, to, isDecode] = GetParam();
         const QString input = folder + u"/in."_s + from->extension();
         QFile::copy(source, input);

@@ -77,7 +77,7 @@ protected:
     }
     QString add(FaultyTools &tools, const QStringList &sources, const QString &plan)
     {
-        const QString folder = tools.newCase(plan);
+        QString folder = tools.newCase(plan);
         for (const QString &source : sources) {
             QFile::copy(source, folder + u'/' + QFileInfo(source).fileName());
         }

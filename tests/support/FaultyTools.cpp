@@ -37,7 +37,7 @@ FaultyTools::FaultyTools(TemporaryFolder &folder)
 QString FaultyTools::newCase(const QString &plan)
 {
     const QString name = u"case-%1"_s.arg(m_cases.size());
-    const QString folder = m_folder.makeFolder(name);
+    QString folder = m_folder.makeFolder(name);
     m_folder.makeFolder(name + u"/out"_s);
     m_folder.write(name + u".fault"_s, plan.toUtf8());
     m_cases.insert(folder, plan);
