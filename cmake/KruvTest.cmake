@@ -48,4 +48,5 @@ set(KRUV_TEST_ENVIRONMENT
   QT_QPA_PLATFORM=offscreen
   LC_ALL=C.UTF-8
   DBUS_SESSION_BUS_ADDRESS=disabled:
+  LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/support/lsan.supp:print_suppressions=0
   TSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/support/tsan.supp)
