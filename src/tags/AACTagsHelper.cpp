@@ -48,6 +48,7 @@ bool hasRoomFor(qint64 bytes, const QString &path)
 std::optional<quint64> mediaSize(const QString &path)
 {
     constexpr int shortHeader = 8;
+    constexpr int longHeader = 16;
     QFile file(path);
     quint64 media = 0;
     quint64 offset = 0;
@@ -57,12 +58,12 @@ std::optional<quint64> mediaSize(const QString &path)
     }
     while (offset < length) {
         const QByteArray header =
-            file.seek(static_cast<qint64>(offset)) ? file.read(2 * shortHeader) : QByteArray();
+            file.seek(static_cast<qint64>(offset)) ? file.read(longHeader) : QByteArray();
         if (header.size() < shortHeader) {
             return std::nullopt;
         }
         quint64 size = qFromBigEndian<quint32>(header.constData());
-        if (size == 1 && header.size() == 2 * shortHeader) {
+        if (size == 1 && header.size() == longHeader) {
             size = qFromBigEndian<quint64>(header.constData() + shortHeader);
         }
         if (size < shortHeader || size > length - offset) {

@@ -163,19 +163,15 @@ void writePair(Tag &tag, const PairItem &item, const TagsObject &record, bool wr
 void writeYear(Tag &tag, const TagsObject &record, bool writeEmptyTags)
 {
     const QString text = record.yearText();
+    const QString date = joinedDate(record);
     const int year = std::max(0, leadingInt32(text));
-    if (text.isEmpty() && !joinedDate(record).isEmpty()) {
-        setValues(tag, yearItem, {joinedDate(record)});
+    const bool hasDay = !record.monthText().isEmpty() && !record.dayText().isEmpty();
+    if (text.isEmpty() ? !date.isEmpty() : year != 0 && hasDay) {
+        setValues(tag, yearItem, {date});
     } else if (!isToBeWritten(text, writeEmptyTags)) {
         return;
-    } else if (year == 0) {
-        tag.setYear(0);
-    } else if (record.monthText().isEmpty() || record.dayText().isEmpty()) {
-        if (leadingInt32(textOf(tag, yearItem)) != year || writeEmptyTags) {
-            tag.setYear(static_cast<unsigned int>(year));
-        }
-    } else {
-        setValues(tag, yearItem, {joinedDate(record)});
+    } else if (year == 0 || writeEmptyTags || leadingInt32(textOf(tag, yearItem)) != year) {
+        tag.setYear(static_cast<unsigned int>(year));
     }
 }
 
