@@ -79,7 +79,7 @@ Place homeTrash()
     if (!isPlaced || !QDir::isAbsolutePath(dataHome)) {
         refuse(Text::tr("there is no trash, as neither HOME nor XDG_DATA_HOME names a folder"));
     }
-    const Place place{dataHome + QStringLiteral("/Trash"), {}};
+    Place place{dataHome + QStringLiteral("/Trash"), {}};
     if (!QDir().mkpath(dataHome) || !makeFolder(place.folder)) {
         refuse(Text::tr("the trash %1 can't be made").arg(place.folder));
     }
@@ -96,7 +96,7 @@ Place volumeTrash(const QString &top)
     if (shared && S_ISDIR(shared->st_mode) && (shared->st_mode & S_ISVTX) != 0 && makeFolder(inShared)) {
         return {inShared, base};
     }
-    const Place place{base + QStringLiteral(".Trash-") + owner, base};
+    Place place{base + QStringLiteral(".Trash-") + owner, base};
     const bool made = makeFolder(place.folder);
     const auto status = statusOf(place.folder);
     if (!made || !status || !S_ISDIR(status->st_mode)) {
