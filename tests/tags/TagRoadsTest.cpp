@@ -12,6 +12,7 @@
 #include <aifffile.h>
 #include <gtest/gtest.h>
 #include <mp4file.h>
+#include <span>
 #include <unsynchronizedlyricsframe.h>
 
 using namespace Qt::Literals::StringLiterals;
