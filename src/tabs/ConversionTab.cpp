@@ -3,10 +3,8 @@
 
 #include "tabs/ConversionTab.h"
 
-#include "audio/Proof.h"
 #include "base/UserInterface.h"
 #include "formats/ConversionTask.h"
-#include "formats/Formats.h"
 #include "tasks/KruvTaskQueue.h"
 
 #include <QSet>
@@ -79,8 +77,11 @@ void ConversionTab::queueWhenSettled(const OutputPlan &plan, const Format &targe
     for (const OutputPlan::Entry &entry : plan.entries()) {
         sources.append(entry.source);
     }
+    using Kept = TagLosses::KeptChunks;
+    const bool keepsAll = target.chunksOption && options.isOn(*target.chunksOption);
+    const Kept chunks = keepsAll ? Kept::All : target.keepsWavChunks ? Kept::OfWav : Kept::None;
     m_lossQuestion.settle(
-        {.files = sources, .target = &target, .options = options, .label = target.label.toString()},
+        {.files = sources, .target = &target, .label = target.label.toString(), .chunks = chunks},
         worksInBackground(),
         [finish](const LossQuestion::Answer &answer) { finish({.deletes = true, .answer = answer}); });
 }

@@ -23,16 +23,6 @@ bool isComputedAnew(const QString &file, const Format &target)
     return ContentProbe::of(file).kind == AudioContent::Kind::Dsd;
 }
 
-TagLosses::KeptChunks keptChunks(const LossQuestion::Run &run)
-{
-    using Kept = TagLosses::KeptChunks;
-    if (run.dropsChunks ||
-        (run.target && run.target->chunksOption && run.options.isOn(*run.target->chunksOption))) {
-        return Kept::All;
-    }
-    return run.target && run.target->keepsWavChunks ? Kept::OfWav : Kept::None;
-}
-
 } // namespace
 
 LossQuestion::Found LossQuestion::look(const Run &run, bool atTags, const std::function<bool()> &stopped)
@@ -45,7 +35,7 @@ LossQuestion::Found LossQuestion::look(const Run &run, bool atTags, const std::f
     }
     if (atTags) {
         found.losses = TagLosses::ofFiles(
-            run.files, {.tags = run.target ? run.target->tags : nullptr, .chunks = keptChunks(run)}, stopped);
+            run.files, {.tags = run.target ? run.target->tags : nullptr, .chunks = run.chunks}, stopped);
     }
     return found;
 }

@@ -4,7 +4,6 @@
 #pragma once
 
 #include "base/BackgroundWork.h"
-#include "formats/OptionValues.h"
 #include "formats/TagLosses.h"
 
 #include <QHash>
@@ -37,10 +36,9 @@ public:
         QStringList files;
         /// What the new files are, null where they get no tags; and what they are called.
         const Format *target = nullptr;
-        OptionValues options = {};
         QString label = {};
-        /// Where it is the job's purpose that chunks go.
-        bool dropsChunks = false;
+        /// Of the originals that need no question.
+        TagLosses::KeptChunks chunks = TagLosses::KeptChunks::None;
     };
 
     explicit LossQuestion(TabHost &host)

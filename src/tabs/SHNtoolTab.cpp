@@ -129,9 +129,11 @@ void SHNtoolTab::executeCommand()
         return;
     }
     // The tool's outputs get no tags, whatever their format.
+    using Kept = TagLosses::KeptChunks;
+    const bool isToDropThem = commands[selected].mode == u"strip";
     m_lossQuestion.settle({.files = fileNames(),
                            .label = QStringLiteral("shntool"),
-                           .dropsChunks = commands[selected].mode == u"strip"},
+                           .chunks = isToDropThem ? Kept::All : Kept::None},
                           worksInBackground(), go);
 }
 

@@ -11,6 +11,7 @@
 #include "support/QtPrinters.h"
 #include "support/Session.h"
 #include "tabs/EncodeTab.h"
+#include "tabs/FixTab.h"
 
 #include <QtEndian>
 
@@ -109,6 +110,23 @@ TEST_F(ForeignChunksKept, OriginalsGoUnaskedOnlyWhereTheyComeBack)
     EXPECT_FALSE(goesUnasked(u"flac"_s));
     session.controller.encodeTab().flacKeepForeignMetadataButton().setOn(true);
     EXPECT_TRUE(goesUnasked(u"flac"_s));
+}
+
+TEST_F(ForeignChunksKept, FixedSetsNeverHaveThem)
+{
+    const QString wav = session.music + u"/a.wav"_s;
+    writeFile(wav, with(wavBytes(makeAudio({.frames = 3000})), broadcast, {}));
+    session.preferences.setValue(u"warnOnDelete"_s, false);
+    FixTab &tab = session.controller.fixTab();
+    tab.outputFormatMatrix().selectId(u"shn"_s);
+    tab.deleteOriginalsButton().setOn(true);
+    tab.addFiles({wav});
+    session.person.textAnswers = {session.folder.makeFolder(u"fixed"_s)};
+    session.person.buttonAnswers = {0}; // keep it
+    tab.executeCommand();
+    ASSERT_TRUE(session.runToEnd());
+    EXPECT_EQ(session.person.questions.size(), 1U);
+    EXPECT_TRUE(QFile::exists(wav));
 }
 
 TEST_F(ForeignChunksKept, FlacThatLosesThemIsDisproved)
