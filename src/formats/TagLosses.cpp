@@ -9,6 +9,7 @@
 #include "formats/Formats.h"
 #include "formats/Records.h"
 #include "formats/TagCopy.h"
+#include "tags/ApePictures.h"
 #include "tags/TagAccess.h"
 #include "tags/TagsObject.h"
 
@@ -39,11 +40,8 @@ bool hasText(const TagsObject &record)
 bool hasTwoOfAKind(const TagsObject &record)
 {
     QSet<PictureType> kinds;
-    const auto others = record.otherPictures();
-    const bool isFrontApart =
-        std::ranges::any_of(others, [](const auto &each) { return each.type == PictureType::FrontCover; });
-    kinds.insert(isFrontApart ? record.pictureType() : PictureType::FrontCover);
-    return std::ranges::any_of(others, [&kinds](const TypedPicture &each) {
+    kinds.insert(apePictureType(record));
+    return std::ranges::any_of(record.otherPictures(), [&kinds](const TypedPicture &each) {
         const bool isTaken = kinds.contains(each.type);
         kinds.insert(each.type);
         return isTaken;

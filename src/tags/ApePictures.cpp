@@ -104,16 +104,15 @@ std::optional<TypedPicture> held(const Tag &tag, PictureType type)
     return pictureOf(type, items[key]);
 }
 
-/// The record's own picture is the front cover where no other one is.
-PictureType ownType(const TagsObject &record)
+} // namespace
+
+PictureType apePictureType(const TagsObject &record)
 {
     const auto others = record.otherPictures();
     const bool isFrontApart =
         std::ranges::any_of(others, [](const auto &each) { return each.type == PictureType::FrontCover; });
     return isFrontApart ? record.pictureType() : PictureType::FrontCover;
 }
-
-} // namespace
 
 bool isApePictureName(const QString &name)
 {
@@ -129,13 +128,10 @@ void readApePictures(const Tag &tag, TagsObject &record)
         }
     }
     const auto front = std::ranges::find(pictures, PictureType::FrontCover, &TypedPicture::type);
-    const auto own = front == pictures.end() ? pictures.begin() : front;
-    if (own != pictures.end()) {
-        record.setPicture(own->art);
-        record.setPictureType(own->type);
-        pictures.erase(own);
-        record.setOtherPictures(std::move(pictures));
+    if (front != pictures.end()) {
+        std::rotate(pictures.begin(), front, front + 1);
     }
+    record.setPictures(std::move(pictures));
 }
 
 void writeApePictures(Tag &tag, const TagsObject &record, bool writeEmptyTags)
@@ -147,7 +143,7 @@ void writeApePictures(Tag &tag, const TagsObject &record, bool writeEmptyTags)
         }
     }
     if (art) {
-        const PictureType type = ownType(record);
+        const PictureType type = apePictureType(record);
         const auto before = held(tag, type);
         if (!before || !before->art->isSameAs(*art)) {
             setPicture(tag, type, {}, *art);

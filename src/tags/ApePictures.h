@@ -12,6 +12,9 @@ namespace kruv {
 /// Whether an item of this name, in any case, is a picture.
 bool isApePictureName(const QString &name);
 
+/// The kind that the record's own picture gets: the front cover, where no other one is that.
+PictureType apePictureType(const TagsObject &record);
+
 /// The front cover, else the first picture that there is, becomes the record's own.
 void readApePictures(const TagLib::APE::Tag &tag, TagsObject &record);
 

@@ -95,24 +95,15 @@ void readId3v2Date(const ID3v2::Tag &tag, TagsObject &record)
 
 void readPictures(const ID3v2::Tag &tag, TagsObject &record)
 {
-    std::vector<TypedPicture> others;
-    const ID3v2::FrameList &frames = tag.frameList("APIC");
-    for (const ID3v2::Frame *each : frames) {
-        const auto *frame = dynamic_cast<const ID3v2::AttachedPictureFrame *>(each);
-        if (frame == nullptr) {
-            continue;
-        }
-        const QByteArray bytes = fromTagLibBytes(frame->picture());
-        const auto type = static_cast<PictureType>(frame->type());
-        if (each == frames.front()) {
-            record.setEncodedAlbumArt(bytes);
-            record.setPictureType(type);
-        } else {
-            others.push_back(
-                {type, fromTagLibString(frame->description()), std::make_shared<const AlbumArt>(bytes)});
+    std::vector<TypedPicture> pictures;
+    for (const ID3v2::Frame *each : tag.frameList("APIC")) {
+        if (const auto *frame = dynamic_cast<const ID3v2::AttachedPictureFrame *>(each)) {
+            pictures.push_back({static_cast<PictureType>(frame->type()),
+                                fromTagLibString(frame->description()),
+                                std::make_shared<const AlbumArt>(fromTagLibBytes(frame->picture()))});
         }
     }
-    record.setOtherPictures(std::move(others));
+    record.setPictures(std::move(pictures));
 }
 
 /// Texts that may be of several values, one frame each.

@@ -14,7 +14,6 @@
 #include <algorithm>
 #include <array>
 #include <memory>
-#include <utility>
 #include <vector>
 
 namespace kruv {
@@ -86,17 +85,11 @@ void readMp4Date(const QString &text, TagsObject &record)
 /// Their kinds are not told.
 void readPictures(const Tag &tag, TagsObject &record)
 {
-    std::vector<TypedPicture> others;
-    bool isFirst = true;
+    std::vector<TypedPicture> pictures;
     for (const CoverArt &picture : tag.item(pictureItem).toCoverArtList()) {
-        const QByteArray bytes = fromTagLibBytes(picture.data());
-        if (std::exchange(isFirst, false)) {
-            record.setEncodedAlbumArt(bytes);
-        } else {
-            others.push_back({.art = std::make_shared<const AlbumArt>(bytes)});
-        }
+        pictures.push_back({.art = std::make_shared<const AlbumArt>(fromTagLibBytes(picture.data()))});
     }
-    record.setOtherPictures(std::move(others));
+    record.setPictures(std::move(pictures));
 }
 
 /// The bytes of an item's first value: inside an atom "data", after its kind and language.

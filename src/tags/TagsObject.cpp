@@ -70,21 +70,23 @@ PictureType TagsObject::pictureType() const
     return m_pictureType;
 }
 
-void TagsObject::setPictureType(PictureType type)
-{
-    const std::lock_guard guard(m_lock);
-    m_pictureType = type;
-}
-
 std::vector<TypedPicture> TagsObject::otherPictures() const
 {
     const std::lock_guard guard(m_lock);
     return m_otherPictures;
 }
 
-void TagsObject::setOtherPictures(std::vector<TypedPicture> pictures)
+void TagsObject::setPictures(std::vector<TypedPicture> pictures)
 {
+    TypedPicture own;
+    if (!pictures.empty()) {
+        own = std::move(pictures.front());
+        pictures.erase(pictures.begin());
+    }
+    const bool isEmpty = own.art && own.art->encoded().isEmpty() && own.art->image().isNull();
     const std::lock_guard guard(m_lock);
+    m_picture = isEmpty ? nullptr : std::move(own.art);
+    m_pictureType = own.type;
     m_otherPictures = std::move(pictures);
 }
 

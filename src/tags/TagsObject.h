@@ -94,9 +94,9 @@ public:
     bool hasSameAlbumArt(const TagsObject &other) const;
     /// The picture's kind, and the pictures beside it.
     PictureType pictureType() const;
-    void setPictureType(PictureType type);
     std::vector<TypedPicture> otherPictures() const;
-    void setOtherPictures(std::vector<TypedPicture> pictures);
+    /// All at once: the first is the picture, the others are beside it. A first one without a byte is none.
+    void setPictures(std::vector<TypedPicture> pictures);
     /// A date that has no year, month and day to show ("2004-05"), on its way from file to file.
     QString unparsedDate() const;
     void setUnparsedDate(const QString &text);

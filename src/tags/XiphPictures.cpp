@@ -83,19 +83,12 @@ template <typename Holder> bool addPictures(Holder &holder, const TagsObject &re
 
 void readXiphPictures(const TagLib::List<Picture *> &pictures, TagsObject &record)
 {
-    std::vector<TypedPicture> others;
+    std::vector<TypedPicture> read;
     for (const Picture *picture : pictures) {
-        const QByteArray bytes = fromTagLibBytes(picture->data());
-        const auto type = static_cast<PictureType>(picture->type());
-        if (picture == pictures.front()) {
-            record.setEncodedAlbumArt(bytes);
-            record.setPictureType(type);
-        } else {
-            others.push_back(
-                {type, fromTagLibString(picture->description()), std::make_shared<const AlbumArt>(bytes)});
-        }
+        read.push_back({static_cast<PictureType>(picture->type()), fromTagLibString(picture->description()),
+                        std::make_shared<const AlbumArt>(fromTagLibBytes(picture->data()))});
     }
-    record.setOtherPictures(std::move(others));
+    record.setPictures(std::move(read));
 }
 
 bool addXiphPictures(TagLib::FLAC::File &file, const TagsObject &record)

@@ -47,12 +47,12 @@ std::shared_ptr<TagsObject> richRecord()
     record->setTrackTotalText(u"9"_s);
     record->setDiscText(u"1"_s);
     record->setDiscTotalText(u"2"_s);
-    record->setEncodedAlbumArt(getBitmapDataForImage(test::picture(Qt::red), "PNG"));
-    record->setPictureType(PictureType::FrontCover);
+    const auto art = [](Qt::GlobalColor color) {
+        return std::make_shared<const AlbumArt>(getBitmapDataForImage(test::picture(color), "PNG"));
+    };
     constexpr auto back = static_cast<PictureType>(4);
-    record->setOtherPictures(
-        {{back, u"seen from behind"_s,
-          std::make_shared<const AlbumArt>(getBitmapDataForImage(test::picture(Qt::blue), "PNG"))}});
+    record->setPictures(
+        {{PictureType::FrontCover, {}, art(Qt::red)}, {back, u"seen from behind"_s, art(Qt::blue)}});
     record->setCustomValues(u"MOOD"_s, {u"calm"_s, u"late"_s});
     return record;
 }
