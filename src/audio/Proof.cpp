@@ -273,12 +273,12 @@ bool Comparison::tell() const
 /// Frames, after all of `file` was decoded; nothing where `progress` ended it.
 std::optional<std::int64_t> decodedFrames(FrameChain &chain, const Progress &progress)
 {
-    std::vector<std::uint8_t> buffer(bufferBytes / chain.format().clientFormat().bytesPerFrame *
-                                     chain.format().clientFormat().bytesPerFrame);
+    const std::size_t frameSize = chain.format().clientFormat().bytesPerFrame;
+    std::vector<std::uint8_t> buffer(bufferBytes / frameSize * frameSize);
     std::int64_t frames = 0;
     for (std::size_t got = 1; got != 0;) {
         got = chain.read(buffer);
-        frames += static_cast<std::int64_t>(got / chain.format().clientFormat().bytesPerFrame);
+        frames += static_cast<std::int64_t>(got / frameSize);
         const auto all = static_cast<double>(std::max<std::int64_t>(chain.statedFrames(), 1));
         if (!progress(std::min(100.0, 100.0 * static_cast<double>(frames) / all))) {
             return std::nullopt;

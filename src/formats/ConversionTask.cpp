@@ -65,8 +65,7 @@ void ConversionTask::identifySource()
                                      .toStdString());
     }
     if (target()) {
-        m_sourceAudio = statedFormat(fileName());
-        AudioLimitsCheck::require(*target(), fileName(), m_sourceAudio);
+        AudioLimitsCheck::require(*target(), fileName(), sourceAudio());
     }
 }
 
@@ -186,10 +185,18 @@ bool ConversionTask::convert(const QString &input, const QString &output, Format
            mayGoOn();
 }
 
+const AudioFormatObject &ConversionTask::sourceAudio() const
+{
+    if (!m_sourceAudio) {
+        m_sourceAudio = statedFormat(fileName());
+    }
+    return *m_sourceAudio;
+}
+
 bool ConversionTask::isBeyondWav() const
 {
     constexpr std::int64_t most = 0xFFFFFFFF - 65536; // bytes of audio, with room for chunks around it
-    const AudioFormatObject audio = statedFormat(fileName());
+    const AudioFormatObject &audio = sourceAudio();
     const std::int64_t bytesPerSample = (audio.bitsPerChannel + 7) / 8;
     return audio.totalSamples > most / std::max<std::int64_t>(bytesPerSample * audio.channels, 1);
 }

@@ -11,6 +11,8 @@
 
 #include <QCoreApplication>
 
+#include <optional>
+
 namespace kruv {
 
 struct Format;
@@ -36,8 +38,8 @@ protected:
     const OptionValues &chosen() const { return m_request.options; }
     /// Of the source's content. From makeOutput() on.
     const Format &sourceFormat() const { return *m_sourceFormat; }
-    /// What the source says of its audio; of jobs that have a target. From makeOutput() on.
-    const AudioFormatObject &sourceAudio() const { return m_sourceAudio; }
+    /// What the source says of its audio, read when it is asked for the first time.
+    const AudioFormatObject &sourceAudio() const;
     /// Where the output is made.
     const QString &staged() const { return m_staged; }
     /// Of a job that decodes: whether it makes AIFF, and not WAV.
@@ -70,7 +72,7 @@ private:
 
     const ConversionRequest m_request;
     const Format *m_sourceFormat = nullptr;
-    AudioFormatObject m_sourceAudio;
+    mutable std::optional<AudioFormatObject> m_sourceAudio;
     StagedOutputs *m_outputs = nullptr;
     QString m_staged;
     QString m_toolWords;

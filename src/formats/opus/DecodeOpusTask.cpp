@@ -39,7 +39,7 @@ void DecodeOpusTask::decodeTo(const QString &wav)
     }
     // The tool's status is that of success also where the source is damaged or the disk is full.
     constexpr double tolerance = 0.25; // seconds
-    const double sourceTime = statedFormat(fileName()).time();
+    const double sourceTime = sourceAudio().time();
     const double wavTime = statedFormat(wav).time();
     if (wavTime + tolerance < sourceTime) {
         const bool diskIsFull = toolWords().contains(u"Cannot seek on wav file output");
