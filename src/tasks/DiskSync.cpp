@@ -14,6 +14,7 @@
 #include <condition_variable>
 #include <cstdint>
 #include <fcntl.h>
+#include <linux/magic.h>
 #include <map>
 #include <mutex>
 #include <sys/stat.h>
@@ -29,14 +30,8 @@ using Clock = std::chrono::steady_clock;
 /// File systems on which one call brings all that was written to the disk, and says so truly.
 bool isKnownToSync(int descriptor)
 {
-    constexpr std::array<long, 6> known = {
-        0xEF53,     // ext4
-        0x58465342, // XFS
-        0x9123683E, // Btrfs
-        0x01021994, // tmpfs
-        0x4D44,     // FAT
-        0x2011BAB0  // exFAT
-    };
+    constexpr std::array<long, 6> known = {EXT4_SUPER_MAGIC, XFS_SUPER_MAGIC,   BTRFS_SUPER_MAGIC,
+                                           TMPFS_MAGIC,      MSDOS_SUPER_MAGIC, EXFAT_SUPER_MAGIC};
     struct statfs volume = {};
     return fstatfs(descriptor, &volume) == 0 && std::ranges::find(known, volume.f_type) != known.end();
 }

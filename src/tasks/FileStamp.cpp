@@ -5,6 +5,7 @@
 
 #include <QFile>
 
+#include <linux/magic.h>
 #include <sys/stat.h>
 #include <sys/vfs.h>
 
@@ -23,12 +24,9 @@ std::optional<struct stat> statusOf(const QString &path)
 
 bool keepsNumbers(const QString &path)
 {
-    constexpr long vfat = 0x4D44;
-    constexpr long exfat = 0x2011BAB0;
-    constexpr long fuse = 0x65735546;
     struct statfs volume = {};
-    return statfs(QFile::encodeName(path).constData(), &volume) == 0 && volume.f_type != vfat &&
-           volume.f_type != exfat && volume.f_type != fuse;
+    return statfs(QFile::encodeName(path).constData(), &volume) == 0 && volume.f_type != MSDOS_SUPER_MAGIC &&
+           volume.f_type != EXFAT_SUPER_MAGIC && volume.f_type != FUSE_SUPER_MAGIC;
 }
 
 } // namespace

@@ -6,8 +6,6 @@
 #include "tasks/OriginalFile.h"
 #include "tasks/TaskCompletionSink.h"
 
-#include <QCoreApplication>
-
 #include <algorithm>
 #include <stdexcept>
 
@@ -35,10 +33,7 @@ void OutputTask::doStartTask()
         fail(QString::fromUtf8(failure.what()));
     }
     if (error() && outputs.isShortOfSpace()) {
-        results()->appendLine(
-            QCoreApplication::translate("OutputTask",
-                                        "No space left, or nearly none, on the output folder's disk."),
-            *this);
+        results()->appendLine(tr("No space left, or nearly none, on the output folder's disk."), *this);
     }
 }
 
@@ -124,18 +119,17 @@ void OutputTask::addRemark(const QString &sentence)
 
 ProofNote OutputTask::prove(const StagedOutputs &)
 {
-    return {.unproven =
-                QCoreApplication::translate("OutputTask", "nothing is known that could prove its output")};
+    return {.unproven = tr("nothing is known that could prove its output")};
 }
 
 void OutputTask::proveOutputs(const StagedOutputs &outputs)
 {
-    showStatus(QCoreApplication::translate("OutputTask", "Proving…"));
+    showStatus(tr("Proving…"));
     restartProgress();
     outputs.requireMade();
     m_proof = prove(outputs);
     if (!m_proof.words.isEmpty()) {
-        appendResults(QCoreApplication::translate("OutputTask", "Proven: %1.\n").arg(m_proof.words));
+        appendResults(tr("Proven: %1.\n").arg(m_proof.words));
     }
     if (m_proof.holds() || !mayGoOn()) {
         return;
@@ -143,16 +137,13 @@ void OutputTask::proveOutputs(const StagedOutputs &outputs)
     if (deleteOriginal()) {
         failAfterwards(m_proof.unproven);
     } else {
-        appendResults(QCoreApplication::translate("OutputTask", "%1 was made, but not proven: %2.\n")
-                          .arg(outputPath(), m_proof.unproven));
+        appendResults(tr("%1 was made, but not proven: %2.\n").arg(outputPath(), m_proof.unproven));
     }
 }
 
 bool OutputTask::showProof(double percent)
 {
-    showProgress(
-        QCoreApplication::translate("OutputTask", "Proving: %1%").arg(QString::number(percent, 'f', 0)),
-        percent);
+    showProgress(tr("Proving: %1%").arg(QString::number(percent, 'f', 0)), percent);
     return mayGoOn();
 }
 
