@@ -6,6 +6,8 @@
 # shellcheck disable=SC2034 # for those that source it
 top=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 
+export KRUV_JOURNAL= # what is measured is no part of a person's history
+
 # seconds COMMAND...: wall time of one run, output thrown away.
 seconds() {
     local start end

@@ -47,6 +47,7 @@ set(KRUV_TEST_ENVIRONMENT
   KRUV_RESOURCES=${KRUV_RESOURCES_DIR}
   QT_QPA_PLATFORM=offscreen
   LC_ALL=C.UTF-8
+  KRUV_JOURNAL=
   DBUS_SESSION_BUS_ADDRESS=disabled:
   LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/support/lsan.supp:print_suppressions=0
   TSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/support/tsan.supp)

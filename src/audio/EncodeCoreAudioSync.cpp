@@ -7,7 +7,7 @@
 #include "audio/AudioFiles.h"
 #include "audio/ExtAudioFileReader.h"
 #include "audio/ExtAudioFileWriter.h"
-#include "tasks/FileStamp.h"
+#include "base/FileStamp.h"
 #include "tasks/KruvTask.h"
 
 #include <QFile>

@@ -59,6 +59,8 @@ public:
     virtual std::optional<bool> askAboutLosses(const QStringList &losses);
     /// Whether that was agreed to beforehand, so that nothing need be looked at.
     virtual bool agreesToLosses() const { return false; }
+    /// Something a person should know, which is no reason to stop for.
+    virtual void remark(const QString &sentence) = 0;
     virtual void alert(const QString &title, const QString &text, const QString &button) = 0;
 
     // Nothing is returned when the person cancels.

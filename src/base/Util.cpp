@@ -73,11 +73,16 @@ QString generateTempFileName(const QString &folder, const QString &extension)
     return QFile::decodeName(path);
 }
 
+bool deletesToTrash(const Preferences &preferences)
+{
+    return preferences.integer(QStringLiteral("trashOrDelete")) != 0;
+}
+
 QString deleteFile(const QString &path, const Preferences &preferences)
 {
     QFile file(path);
     QString problem;
-    if (preferences.integer(QStringLiteral("trashOrDelete")) != 0) {
+    if (deletesToTrash(preferences)) {
         problem = moveToTrash(path);
     } else if (!file.remove()) {
         problem = QCoreApplication::translate("Util", "it could not be deleted (%1)").arg(file.errorString());

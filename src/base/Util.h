@@ -16,6 +16,8 @@ namespace Util {
 /// extension, std::runtime_error when the file can't be made.
 QString generateTempFileName(const QString &folder, const QString &extension);
 
+/// Where deleteFile() puts files.
+bool deletesToTrash(const Preferences &preferences);
 /// Moves the file to the trash when the preference `trashOrDelete` is non-zero, else removes it. An empty
 /// text, or why it is still there, a clause for a person.
 [[nodiscard]] QString deleteFile(const QString &path, const Preferences &preferences);

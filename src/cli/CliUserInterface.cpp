@@ -101,6 +101,11 @@ void CliUserInterface::allOutputsExist(qsizetype outputs)
     }
 }
 
+void CliUserInterface::remark(const QString &sentence)
+{
+    Q_EMIT remarked(sentence);
+}
+
 void CliUserInterface::alert(const QString &title, const QString &text, const QString &)
 {
     ++m_alerts;

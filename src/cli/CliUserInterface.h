@@ -27,6 +27,7 @@ public:
     bool askAboutChanged(const QStringList &) override { return m_options.deleteChanged; }
     std::optional<bool> askAboutLosses(const QStringList &losses) override;
     bool agreesToLosses() const override { return m_options.acceptLosses; }
+    void remark(const QString &sentence) override;
     void alert(const QString &title, const QString &text, const QString &button) override;
     std::optional<QString> chooseFolder(const QString &title) override;
     QStringList chooseFiles(const QString &title, const QString &prompt, const QStringList &types) override;
@@ -49,6 +50,7 @@ public:
     int alerts() const { return m_alerts; }
 
 Q_SIGNALS:
+    void remarked(const QString &sentence);
     void resultsReady(const QString &title, const QString &text);
 
 private:

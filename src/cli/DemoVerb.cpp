@@ -78,6 +78,7 @@ int DemoVerb::run()
     Preferences preferences(Preferences::userFile(), Preferences::ControlState::Defaults);
     CliUserInterface userInterface(options);
     KruvController controller(preferences, userInterface, nullptr);
+    controller.runRecorder().recordAs(QStringLiteral("demo"), QCoreApplication::arguments().mid(1));
     QueueRun queueRun(controller.taskQueue(), userInterface,
                       std::make_unique<TextReporter>(TextReporter::Style{}));
     const QString folder = makeFolder();

@@ -31,6 +31,8 @@ QueueRun::QueueRun(KruvTaskQueue &queue, CliUserInterface &userInterface,
     connect(&queue, &KruvTaskQueue::taskChanged, this, &QueueRun::taskChanged);
     connect(&queue, &KruvTaskQueue::taskEnded, this, &QueueRun::taskEnded);
     connect(&queue, &KruvTaskQueue::becameIdle, &m_loop, &QEventLoop::quit);
+    connect(&userInterface, &CliUserInterface::remarked, this,
+            [this](const QString &sentence) { m_reporter->message(sentence); });
     connect(&userInterface, &CliUserInterface::resultsReady, this,
             [this](const QString &title, const QString &text) {
                 if (m_reportsResults) {

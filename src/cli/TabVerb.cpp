@@ -51,6 +51,17 @@ QString textOf(int error)
     }
 }
 
+/// As it is typed: "tags set".
+QString nameOf(const CLI::App &command)
+{
+    QString name = QString::fromStdString(command.get_name());
+    for (const CLI::App *above = command.get_parent(); above && above->get_parent();
+         above = above->get_parent()) {
+        name.prepend(QString::fromStdString(above->get_name()) + u' ');
+    }
+    return name;
+}
+
 } // namespace
 
 TabVerb::TabVerb(CLI::App &parent, const std::string &name, const QString &description)
@@ -169,8 +180,10 @@ int TabVerb::run()
     if (m_options.prove) {
         controller.taskQueue().setProvesOutputs();
     }
+    controller.runRecorder().recordAs(nameOf(app()), QCoreApplication::arguments().mid(1));
     QueueRun queueRun(controller.taskQueue(), userInterface, makeReporter());
     runCommands(controller, queueRun, paths);
+    controller.journal().finish(); // what it has to say comes before the summary
     const int status = queueRun.finish();
     const bool complained = m_failed || userInterface.alerts() > 0;
     return status == Success && complained ? static_cast<int>(Failure) : status;

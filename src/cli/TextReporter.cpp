@@ -66,7 +66,7 @@ QString failureMessage(const KruvTask &task)
 
 TaskState::Outcome JobReporter::endOf(const KruvTask &task)
 {
-    return task.state().doneAllTheSame() ? TaskState::Outcome::Complete : task.state().outcome();
+    return task.state().whatWasDone();
 }
 
 TextReporter::TextReporter(const Style &style)

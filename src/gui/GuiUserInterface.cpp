@@ -170,6 +170,11 @@ int GuiUserInterface::askBesidePicture(const QString &title, const QString &text
     return pressed < 0 ? harmless : static_cast<int>(pressed);
 }
 
+void GuiUserInterface::remark(const QString &sentence)
+{
+    openResultsWindow(sentence, tr("Note"));
+}
+
 void GuiUserInterface::alert(const QString &title, const QString &text, const QString &button)
 {
     askBesidePicture(title, text, {button}, 0, {});

@@ -45,6 +45,7 @@ public:
             int defaultButton) override;
     int askBesidePicture(const QString &title, const QString &text, const QStringList &buttons,
                          int defaultButton, const QImage &picture) override;
+    void remark(const QString &sentence) override;
     void alert(const QString &title, const QString &text, const QString &button) override;
     std::optional<QString> chooseFolder(const QString &title) override;
     QStringList chooseFiles(const QString &title, const QString &prompt, const QStringList &types) override;

@@ -75,7 +75,7 @@ void ChecksumTab::queueReports(JobMaker (*makerFor)(const QString &file))
             results->addTaskInSet(*jobs.back());
         }
     }
-    host().taskQueue().addTasks(jobs);
+    submit(jobs);
 }
 
 ChecksumTab::JobMaker ChecksumTab::audioVerifier(const QString &file)
@@ -134,7 +134,7 @@ bool ChecksumTab::createList()
     }
     const bool sourceSave = m_sourceSaveButton.isOn();
     if (auto job = kind == u"md5" ? createMD5(files, sourceSave) : createST5(files, sourceSave)) {
-        host().taskQueue().addTask(std::move(job));
+        submit(std::move(job));
     }
     return true;
 }
@@ -197,7 +197,7 @@ bool ChecksumTab::createFFP(const QStringList &flacFiles)
     if (!place) {
         return false;
     }
-    host().taskQueue().addTask(std::make_shared<CreateFFPTask>(&host().taskQueue(), flacFiles, *place));
+    submit(std::make_shared<CreateFFPTask>(&host().taskQueue(), flacFiles, *place));
     return true;
 }
 

@@ -97,7 +97,7 @@ void DecodeTab::queueJobs(const OutputPlan &plan, const Originals &originals)
         jobs.push_back(makeJob(format->decode, entry, options, originals));
     }
     reportWithoutJob(withoutJob, m_outputFormatMatrix.selectedTitle());
-    host().taskQueue().addTasks(jobs);
+    submit(jobs);
 }
 
 } // namespace kruv

@@ -164,7 +164,7 @@ void EncodeTab::queueJobs(const Format &format, const OutputPlan &plan, const Op
         jobs.back()->setResults(results);
         results->addTaskInSet(*jobs.back());
     }
-    host().taskQueue().addTasks(jobs);
+    submit(jobs);
 }
 
 } // namespace kruv

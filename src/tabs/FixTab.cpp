@@ -112,7 +112,7 @@ void FixTab::start(const FixTask::Request &request, FileCommit::Existing existin
     for (const QString &reason : originals.answer.kept) {
         job->failAfterwards(reason);
     }
-    host().taskQueue().addTask(std::move(job));
+    submit(std::move(job));
 }
 
 } // namespace kruv

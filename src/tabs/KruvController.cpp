@@ -9,6 +9,7 @@
 #include "base/UserInterface.h"
 #include "formats/Formats.h"
 #include "formats/Records.h"
+#include "journal/JournalFile.h"
 #include "tabs/ChecksumTab.h"
 #include "tabs/DecodeTab.h"
 #include "tabs/EncodeTab.h"
@@ -57,6 +58,9 @@ KruvController::KruvController(Preferences &preferences, UserInterface &userInte
     : m_preferences(preferences)
     , m_userInterface(userInterface)
     , m_taskQueue(preferences, userInterface, power)
+    , m_journal(JournalFile::usualPath(),
+                [&userInterface](const QString &sentence) { userInterface.remark(sentence); })
+    , m_runRecorder(m_journal, m_taskQueue)
     , m_trackNameInputController(userInterface)
     , m_extensionMap(makeExtensionMap())
     , m_decodeTab(std::make_unique<DecodeTab>(*this))
@@ -80,6 +84,12 @@ KruvController::KruvController(Preferences &preferences, UserInterface &userInte
 }
 
 KruvController::~KruvController() = default;
+
+void KruvController::submit(const QString &tabLabel, std::span<const std::shared_ptr<KruvTask>> jobs)
+{
+    m_runRecorder.announce(tabLabel);
+    m_taskQueue.addTasks(jobs);
+}
 
 void KruvController::addTab(BaseTab &tab)
 {

@@ -4,10 +4,12 @@
 #pragma once
 
 #include "base/BackgroundWork.h"
+#include "journal/Journal.h"
 #include "tabs/BaseTab.h"
 #include "tabs/TabHost.h"
 #include "tabs/TrackNameInputController.h"
 #include "tasks/KruvTaskQueue.h"
+#include "tasks/RunRecorder.h"
 
 #include <QHash>
 #include <QObject>
@@ -40,6 +42,10 @@ public:
     ~KruvController() override;
 
     KruvTaskQueue &taskQueue() override { return m_taskQueue; }
+    void submit(const QString &tabLabel, std::span<const std::shared_ptr<KruvTask>> jobs) override;
+    /// What was done is recorded there.
+    Journal &journal() { return m_journal; }
+    RunRecorder &runRecorder() { return m_runRecorder; }
     Preferences &preferences() override { return m_preferences; }
     UserInterface &userInterface() override { return m_userInterface; }
     TrackNameInputController &trackNameInputController() override { return m_trackNameInputController; }
@@ -99,6 +105,8 @@ private:
     Preferences &m_preferences;
     UserInterface &m_userInterface;
     KruvTaskQueue m_taskQueue;
+    Journal m_journal;
+    RunRecorder m_runRecorder;
     TrackNameInputController m_trackNameInputController;
     QHash<QString, QStringList> m_extensionMap;
     std::unique_ptr<DecodeTab> m_decodeTab;

@@ -185,7 +185,7 @@ void LossyTab::queueJobs(const Format &format, const OutputPlan &plan, const Opt
     for (const OutputPlan::Entry &entry : plan.entries()) {
         jobs.push_back(makeJob(format.encode, entry, options, originals));
     }
-    host().taskQueue().addTasks(jobs);
+    submit(jobs);
 }
 
 } // namespace kruv

@@ -188,7 +188,7 @@ void SHNtoolTab::showLengths(SHNToolLenTask::LenType type, const QStringList &na
         job->setTrackNames(names);
         job->setMaxTrackNameLength(getMaxTrackNamesLength(names));
     }
-    host().taskQueue().addTask(job);
+    submit(job);
 }
 
 void SHNtoolTab::showLengthsByDisc(const QStringList &entered)
@@ -223,7 +223,7 @@ void SHNtoolTab::showLengthsByDisc(const QStringList &entered)
         first += files.size();
         jobs.push_back(std::move(job));
     }
-    host().taskQueue().addTasks(jobs);
+    submit(jobs);
 }
 
 std::shared_ptr<SHNToolTask> SHNtoolTab::makeReport(const QString &command) const
@@ -235,7 +235,7 @@ void SHNtoolTab::handleSHNtoolInfo()
 {
     const auto job = makeReport(QStringLiteral("info"));
     job->setTitles(tr("Running SHNTool Info"));
-    host().taskQueue().addTask(job);
+    submit(job);
 }
 
 void SHNtoolTab::handleSHNtoolCompare()
@@ -244,7 +244,7 @@ void SHNtoolTab::handleSHNtoolCompare()
     job->setTitles(tr("shntool compare"), tr("Comparing"));
     // A file that is the beginning of the other one is not the same.
     job->setFailureMark(QStringLiteral("WAVE data size differs between these files"));
-    host().taskQueue().addTask(job);
+    submit(job);
 }
 
 template <class Job> void SHNtoolTab::convertEach(bool besideSource, bool deleteOriginals)
@@ -275,7 +275,7 @@ bool SHNtoolTab::startIfAgreed(const std::shared_ptr<SHNToolOutputTask> &job)
     const auto existing = agreeOnExisting(job->outputs());
     if (existing) {
         job->setMayReplace(existing == FileCommit::Existing::Replace);
-        host().taskQueue().addTask(job);
+        submit(job);
     }
     return existing.has_value();
 }
@@ -311,15 +311,14 @@ void SHNtoolTab::handleSHNtoolJoin(bool besideSource, bool deleteOriginals)
     job->setMayReplace(QFileInfo::exists(*fileName)); // the person was asked, where it is there
     job->setDeleteOriginal(deleteOriginals);
     keepOriginals(*job);
-    host().taskQueue().addTask(job);
+    submit(job);
 }
 
 void SHNtoolTab::handleSHNtoolCue()
 {
     const QString title = tr("Save CUE sheet as");
     if (const auto fileName = openSavePanel(title, title, QStringLiteral("cuesheet.cue"))) {
-        host().taskQueue().addTask(
-            std::make_shared<SHNToolCueTask>(*fileName, &host().taskQueue(), tool(), fileNames()));
+        submit(std::make_shared<SHNToolCueTask>(*fileName, &host().taskQueue(), tool(), fileNames()));
     }
 }
 

@@ -6,8 +6,12 @@
 #include <QString>
 #include <QStringList>
 
+#include <memory>
+#include <span>
+
 namespace kruv {
 
+class KruvTask;
 class KruvTaskQueue;
 class Preferences;
 class TrackNameInputController;
@@ -20,6 +24,8 @@ public:
     virtual ~TabHost() = default;
 
     virtual KruvTaskQueue &taskQueue() = 0;
+    /// Hands the jobs of the tab's command to the queue.
+    virtual void submit(const QString &tabLabel, std::span<const std::shared_ptr<KruvTask>> jobs) = 0;
     virtual Preferences &preferences() = 0;
     virtual UserInterface &userInterface() = 0;
     /// The one window for track names; every tab that works with names listens to it.

@@ -397,7 +397,7 @@ void TagsTab::carryOut(const Command &command)
         m_previousTagsObject = record;
     }
     m_usePreviousTagsButton.setEnabled(true);
-    host().taskQueue().addTasks(jobs);
+    submit(jobs);
     m_autoName.setOn(false);
 }
 
@@ -416,7 +416,7 @@ void TagsTab::queueChanges(const QStringList &files, bool writeEmpty,
         job->setWithoutPadding(withoutPadding());
         jobs.push_back(job);
     }
-    host().taskQueue().addTasks(jobs);
+    submit(jobs);
 }
 
 } // namespace kruv

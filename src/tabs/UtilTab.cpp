@@ -165,8 +165,8 @@ void UtilTab::replayGain()
     const auto what =
         m_replayGainMatrix.selectedId() == u"add" ? ReplayGainTask::What::Add : ReplayGainTask::What::Remove;
     for (const QString &folder : folders) {
-        host().taskQueue().addTask(std::make_shared<ReplayGainTask>(
-            &host().taskQueue(), tool(QStringLiteral("metaflac")), what, filesOf[folder]));
+        submit(std::make_shared<ReplayGainTask>(&host().taskQueue(), tool(QStringLiteral("metaflac")), what,
+                                                filesOf[folder]));
     }
 }
 
@@ -227,7 +227,7 @@ void UtilTab::runSox(const QString &suffix, const SoxJob &makeJob)
         results->addTaskInSet(*job);
         jobs.push_back(job);
     }
-    host().taskQueue().addTasks(jobs);
+    submit(jobs);
 }
 
 void UtilTab::showError(const QString &message)

@@ -102,7 +102,7 @@ void UtilTab::extractCd()
     auto job = std::make_shared<CDExtractTask>(&host().taskQueue(), tool(QStringLiteral("cdda2wav")),
                                                std::move(request), std::move(disc));
     job->setMayReplace(existing == FileCommit::Existing::Replace);
-    host().taskQueue().addTask(job);
+    submit(job);
 }
 
 QHash<QString, AudioFormatObject> UtilTab::formatsOf(const QStringList &files,
@@ -200,7 +200,7 @@ void UtilTab::makeImage()
     if (existing) {
         auto job = std::make_shared<DVDAuthorTask>(&host().taskQueue(), fileNames(), *folder);
         job->setMayReplace(existing == FileCommit::Existing::Replace);
-        host().taskQueue().addTask(job);
+        submit(job);
     }
 }
 

@@ -78,6 +78,12 @@ QString KruvTask::description() const
     return title();
 }
 
+EntryRecord KruvTask::plannedEntry() const
+{
+    const QString output = outputPath();
+    return {inputPath(), output, output.isEmpty() ? EntryRecord::Action::Work : EntryRecord::Action::Make};
+}
+
 void KruvTask::fail(const QString &reason)
 {
     results()->appendLine(reason, *this);

@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "journal/EntryRecord.h"
+#include "journal/Receipt.h"
 #include "tasks/DamageNote.h"
 #include "tasks/KruvTaskResults.h"
 #include "tasks/ProofNote.h"
@@ -105,6 +107,10 @@ public:
     virtual std::optional<DamageNote> damage() const { return {}; }
     /// Of a job that has ended; empty where it was not to prove anything.
     virtual ProofNote proof() const { return {}; }
+    /// What it is to do, for the journal. Before it starts.
+    virtual EntryRecord plannedEntry() const;
+    /// What it left behind. Of a job that has ended; nothing where it gave no file its name.
+    virtual std::optional<Receipt> receipt() const { return std::nullopt; }
 
     /// Ends a job that could not be started: appends `reason`, marks it failed and tells the queue, all
     /// through the event loop, so that any number of instant failures needs no stack. Main thread.

@@ -47,9 +47,27 @@ bool KruvTaskQueue::provesOutputs() const
 
 void KruvTaskQueue::addTask(std::shared_ptr<KruvTask> task)
 {
-    if (m_quitting) {
+    addTasks(std::span(&task, 1), nullptr);
+}
+
+void KruvTaskQueue::addTasks(std::span<const std::shared_ptr<KruvTask>> tasks)
+{
+    addTasks(tasks, nullptr);
+}
+
+void KruvTaskQueue::addTasks(std::span<const std::shared_ptr<KruvTask>> tasks, const KruvTask *after)
+{
+    if (m_quitting || tasks.empty()) {
         return;
     }
+    Q_EMIT tasksAdded(tasks, after);
+    for (const std::shared_ptr<KruvTask> &task : tasks) {
+        enqueue(task);
+    }
+}
+
+void KruvTaskQueue::enqueue(const std::shared_ptr<KruvTask> &task)
+{
     m_userInterface.showStatusPanel();
     const std::lock_guard lock(m_lock);
     const Ticket ticket = m_nextTicket++;
@@ -64,13 +82,6 @@ void KruvTaskQueue::addTask(std::shared_ptr<KruvTask> task)
         m_stagingReuse.emplace();
     }
     fillFreePlaces();
-}
-
-void KruvTaskQueue::addTasks(std::span<const std::shared_ptr<KruvTask>> tasks)
-{
-    for (const std::shared_ptr<KruvTask> &task : tasks) {
-        addTask(task);
-    }
 }
 
 void KruvTaskQueue::startTask(const std::shared_ptr<KruvTask> &task)
@@ -142,8 +153,8 @@ try {
         fillFreePlaces();
         m_userInterface.scrollStatusPanelTo(m_lowestActivePosition);
     }
-    if (auto followUp = task.results()->takeTaskAfterSetDone(); followUp && !followUp->isDone()) {
-        addTask(std::move(followUp));
+    if (const auto followUp = task.results()->takeTaskAfterSetDone(); followUp && !followUp->isDone()) {
+        addTasks(std::span(&followUp, 1), &task);
     }
     if (!isBusy() && !m_cancellingAll) {
         endBusyPeriod();

@@ -68,6 +68,8 @@ public:
     void allowSleep();
 
 Q_SIGNALS:
+    /// Before the first of them starts. `after` is the job whose end brought them; null for a command's own.
+    void tasksAdded(std::span<const std::shared_ptr<kruv::KruvTask>> tasks, const kruv::KruvTask *after);
     void taskStarted(kruv::KruvTask &task);
     void taskChanged(kruv::KruvTask &task);
     /// Sent once per job, when it leaves the queue.
@@ -83,6 +85,8 @@ private:
         bool onlyWaits = false;
     };
 
+    void addTasks(std::span<const std::shared_ptr<KruvTask>> tasks, const KruvTask *after);
+    void enqueue(const std::shared_ptr<KruvTask> &task);
     void startTask(const std::shared_ptr<KruvTask> &task);
     void startAndCount(Entry &entry);
     void fillFreePlaces();

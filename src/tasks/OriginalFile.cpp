@@ -3,8 +3,8 @@
 
 #include "tasks/OriginalFile.h"
 
+#include "base/FileStamp.h"
 #include "base/Util.h"
-#include "tasks/FileStamp.h"
 #include "tasks/KruvTask.h"
 #include "tasks/StagedOutputs.h"
 #include "tasks/TaskCompletionSink.h"

@@ -3,8 +3,11 @@
 
 #include "tasks/OutputTask.h"
 
+#include "base/Util.h"
 #include "tasks/OriginalFile.h"
 #include "tasks/TaskCompletionSink.h"
+
+#include <QFileInfo>
 
 #include <algorithm>
 #include <stdexcept>
@@ -20,15 +23,36 @@ namespace {
 
 } // namespace
 
+EntryRecord OutputTask::plannedEntry() const
+{
+    EntryRecord entry = KruvTask::plannedEntry();
+    if (m_mayReplace && QFileInfo::exists(entry.output)) {
+        entry.action = EntryRecord::Action::Replace;
+    }
+    return entry;
+}
+
+std::optional<Receipt> OutputTask::receipt() const
+{
+    if (m_outputs.empty()) {
+        return std::nullopt;
+    }
+    return Receipt{.sources = m_sources,
+                   .outputs = m_outputs,
+                   .proof = m_proof.kind,
+                   .digest = m_proof.digest,
+                   .decoder = m_proof.decoder};
+}
+
 void OutputTask::doStartTask()
 {
-    const std::vector<FileStamp> stamps = stampSources();
+    m_sources = stampSources();
     StagedOutputs outputs(m_mayReplace ? FileCommit::Existing::Replace : FileCommit::Existing::Keep);
     if (!deleteOriginal()) {
         outputs.protect(sources());
     }
     try {
-        walk(outputs, stamps);
+        walk(outputs);
     } catch (const std::exception &failure) {
         fail(QString::fromUtf8(failure.what()));
     }
@@ -37,7 +61,7 @@ void OutputTask::doStartTask()
     }
 }
 
-void OutputTask::walk(StagedOutputs &outputs, const std::vector<FileStamp> &stamps)
+void OutputTask::walk(StagedOutputs &outputs)
 {
     inspectSources();
     make(outputs);
@@ -53,7 +77,7 @@ void OutputTask::walk(StagedOutputs &outputs, const std::vector<FileStamp> &stam
     if (!mayGoOn()) {
         return;
     }
-    requireUnchanged(stamps);
+    requireUnchanged();
     if (!startFinishing()) {
         return;
     }
@@ -65,36 +89,44 @@ void OutputTask::walk(StagedOutputs &outputs, const std::vector<FileStamp> &stam
         appendResults(remark + u'\n');
     }
     committed(outputs);
+    stampOutputs(outputs);
     if (mayGoOn()) {
-        releaseOriginals(outputs, stamps);
+        releaseOriginals(outputs);
     }
     if (!m_flaw.isEmpty()) {
         setError(true);
     }
 }
 
-std::vector<FileStamp> OutputTask::stampSources() const
+std::vector<Receipt::File> OutputTask::stampSources() const
 {
-    std::vector<FileStamp> stamps;
+    std::vector<Receipt::File> stamped;
     for (const QString &source : sources()) {
         const auto stamp = FileStamp::of(source);
         if (!stamp) {
             refuse(tr("%1 is missing or is no file that can be read.").arg(source));
         }
-        stamps.push_back(*stamp);
+        stamped.push_back({source, *stamp});
     }
-    return stamps;
+    return stamped;
 }
 
-void OutputTask::requireUnchanged(const std::vector<FileStamp> &stamps) const
+void OutputTask::requireUnchanged() const
 {
-    const QStringList files = sources();
-    for (std::size_t index = 0; index < stamps.size(); ++index) {
-        const QString &source = files[static_cast<qsizetype>(index)];
-        const auto now = FileStamp::of(source);
-        if (!now || !now->hasContentOf(stamps[index])) {
+    for (const Receipt::File &source : m_sources) {
+        const auto now = FileStamp::of(source.path);
+        if (!now || !now->hasContentOf(source.stamp)) {
             refuse(tr("%1 was changed or removed while it was read. Nothing was made of it; try again.")
-                       .arg(source));
+                       .arg(source.path));
+        }
+    }
+}
+
+void OutputTask::stampOutputs(const StagedOutputs &outputs)
+{
+    for (const QString &output : outputs.committed()) {
+        if (const auto stamp = FileStamp::of(output)) {
+            m_outputs.push_back({output, *stamp});
         }
     }
 }
@@ -154,22 +186,32 @@ void OutputTask::failAfterwards(const QString &reason)
     }
 }
 
-void OutputTask::releaseOriginals(const StagedOutputs &outputs, const std::vector<FileStamp> &stamps)
+void OutputTask::releaseOriginals(const StagedOutputs &outputs)
 {
+    if (!deleteOriginal()) {
+        return;
+    }
     const QStringList &made = outputs.committed();
-    const QStringList originals = deleteOriginal() ? sources() : QStringList();
-    for (qsizetype index = 0; index < originals.size(); ++index) {
-        const QString &source = originals[index];
+    for (Receipt::File &source : m_sources) {
         const bool isOutput = std::ranges::any_of(
-            made, [&source](const QString &output) { return FileStamp::isSameFile(source, output); });
-        if (isOutput || !isOriginal(source)) {
+            made, [&source](const QString &output) { return FileStamp::isSameFile(source.path, output); });
+        if (isOutput || !isOriginal(source.path)) {
             continue;
         }
         if (!m_flaw.isEmpty()) {
-            OriginalFile::keep(*this, source, m_flaw);
+            OriginalFile::keep(*this, source.path, m_flaw);
             return;
         }
-        OriginalFile::deleteAfterCommit(*this, source, stamps[static_cast<std::size_t>(index)], outputs);
+        releaseOriginal(source, outputs);
+    }
+}
+
+void OutputTask::releaseOriginal(Receipt::File &source, const StagedOutputs &outputs)
+{
+    OriginalFile::deleteAfterCommit(*this, source.path, source.stamp, outputs);
+    if (queue() && !QFileInfo::exists(source.path)) {
+        source.fate =
+            Util::deletesToTrash(queue()->preferences()) ? Receipt::Fate::Trashed : Receipt::Fate::Deleted;
     }
 }
 

@@ -3,7 +3,6 @@
 
 #pragma once
 
-#include "tasks/FileStamp.h"
 #include "tasks/StagedOutputs.h"
 #include "tasks/StagedTask.h"
 
@@ -25,6 +24,8 @@ public:
     /// job fails. Before the start.
     void setMayReplace(bool mayReplace) { m_mayReplace = mayReplace; }
     ProofNote proof() const override { return m_proof; }
+    EntryRecord plannedEntry() const override;
+    std::optional<Receipt> receipt() const override;
     /// For outputs that are made, but lack something: the job goes on and commits them, then it fails, and
     /// its originals stay for this reason, a clause. What a person should know was said by then. The first
     /// reason counts. Before the start, or by the job itself.
@@ -59,17 +60,21 @@ protected:
 
 private:
     void doStartTask() final;
-    void walk(StagedOutputs &outputs, const std::vector<FileStamp> &stamps);
-    std::vector<FileStamp> stampSources() const;
-    void requireUnchanged(const std::vector<FileStamp> &stamps) const;
+    void walk(StagedOutputs &outputs);
+    std::vector<Receipt::File> stampSources() const;
+    void requireUnchanged() const;
+    void stampOutputs(const StagedOutputs &outputs);
     bool owesProof(const StagedOutputs &outputs) const;
     void blameSources();
     void proveOutputs(const StagedOutputs &outputs);
-    void releaseOriginals(const StagedOutputs &outputs, const std::vector<FileStamp> &stamps);
+    void releaseOriginals(const StagedOutputs &outputs);
+    void releaseOriginal(Receipt::File &source, const StagedOutputs &outputs);
 
     bool m_mayReplace = false;
     QStringList m_remarks;
     ProofNote m_proof;
+    std::vector<Receipt::File> m_sources; // as they were at the start
+    std::vector<Receipt::File> m_outputs; // that have their names
     QString m_flaw;
 };
 

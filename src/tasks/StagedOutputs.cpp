@@ -3,10 +3,10 @@
 
 #include "tasks/StagedOutputs.h"
 
+#include "base/FileStamp.h"
 #include "base/FoldedNames.h"
 #include "base/PathNames.h"
 #include "tasks/DiskSync.h"
-#include "tasks/FileStamp.h"
 
 #include <QFile>
 #include <QFileInfo>

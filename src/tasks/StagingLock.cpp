@@ -21,6 +21,7 @@ namespace {
 constexpr qint64 day = qint64{24} * 60 * 60;
 // Locks of other hosts can't be seen on every file system: long enough for any job.
 constexpr qint64 longestJob = 7 * day;
+constexpr qsizetype ownerParts = 4; // host, boot, process and its start
 
 QByteArray contentOf(const QString &path)
 {
@@ -72,8 +73,7 @@ bool isGone(const QString &stagingFolder, const QString &lock)
 {
     const QByteArray content = contentOf(lock);
     const QList<QByteArray> owner = content.trimmed().split('\n');
-    constexpr qsizetype parts = 4;
-    const bool isWhole = owner.size() == parts;
+    const bool isWhole = owner.size() == ownerParts;
     if (!isWhole && !content.isEmpty()) {
         return false; // somebody else's file; ours is empty where a crash took what was written
     }
@@ -100,6 +100,13 @@ QByteArray thisProcess()
     const QByteArray process = QByteArray::number(getpid());
     return QSysInfo::machineHostName().toUtf8() + '\n' + boot + '\n' + process + '\n' + startOf(process) +
            '\n';
+}
+
+bool hasEnded(const QByteArray &process)
+{
+    const QList<QByteArray> owner = process.trimmed().split('\n');
+    return owner.size() == ownerParts && owner[0] == QSysInfo::machineHostName().toUtf8() &&
+           (owner[1] != bootId() || startOf(owner[2]) != owner[3]);
 }
 
 bool isStale(const QString &stagingFolder)

@@ -18,4 +18,7 @@ QByteArray thisProcess();
 /// Whether the owner of `stagingFolder` is gone for certain, so that nobody misses what lies in it.
 bool isStale(const QString &stagingFolder);
 
+/// Whether the process that thisProcess() said that of has ended for certain: one of this host that is gone.
+bool hasEnded(const QByteArray &process);
+
 } // namespace kruv::StagingLock

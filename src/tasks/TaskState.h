@@ -27,6 +27,8 @@ public:
     Outcome outcome() const;
     bool failed() const { return outcome() == Outcome::Failed; }
     bool cancelled() const { return outcome() == Outcome::Cancelled; }
+    /// What was done in the end, for a person: what is done all the same counts as complete.
+    Outcome whatWasDone() const { return doneAllTheSame() ? Outcome::Complete : outcome(); }
     /// It was cancelled, but what it was asked for was done all the same.
     bool doneAllTheSame() const { return (m_bits.load() & doneBit) != 0; }
 

@@ -7,6 +7,7 @@
 
 int main(int argumentCount, char **arguments)
 {
+    qputenv("KRUV_JOURNAL", ""); // no test writes into a person's journal
     testing::InitGoogleTest(&argumentCount, arguments);
     // Tests are listed without the environment that they run in.
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {

@@ -50,6 +50,7 @@ public:
     std::vector<Alert> alerts;
     std::vector<Window> resultsWindows;
     QStringList prompts; // titles, messages and proposals of every prompt that is not a question
+    QStringList remarks;
     QStringList notifications;
     CustomTagRows customTagRowsShown;
     int attentionRequests = 0;
@@ -59,6 +60,7 @@ public:
 
     int ask(Matter matter, const QString &title, const QString &text, const QStringList &buttons,
             int defaultButton) override;
+    void remark(const QString &sentence) override { remarks << sentence; }
     void alert(const QString &title, const QString &text, const QString &button) override;
     std::optional<QString> chooseFolder(const QString &title) override;
     QStringList chooseFiles(const QString &title, const QString &prompt, const QStringList &types) override;

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Kruv developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "tasks/FileStamp.h"
+#include "base/FileStamp.h"
 
 #include <QFile>
 

@@ -1,0 +1,26 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include <QString>
+
+namespace kruv {
+
+/// One job of a run, before it starts. What it has no path for is empty.
+struct EntryRecord
+{
+    enum class Action {
+        Make,
+        /// A file that is there goes when the new one is whole.
+        Replace,
+        /// It makes no file of its own: checks, changes tags, renames.
+        Work
+    };
+
+    QString source = {};
+    QString output = {};
+    Action action = Action::Work;
+};
+
+} // namespace kruv

@@ -1,0 +1,167 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "journal/History.h"
+
+#include "journal/Database.h"
+#include "journal/JournalFile.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+
+namespace kruv {
+
+namespace {
+
+constexpr const char *runColumns =
+    "SELECT r.id, r.started, r.ended, r.command, r.arguments, r.folder, r.process, r.version, count(e.id),"
+    " coalesce(sum(e.state = 'complete'), 0), coalesce(sum(e.state = 'error'), 0),"
+    " coalesce(sum(e.state = 'canceled'), 0)"
+    " FROM runs r LEFT JOIN entries e ON e.run = r.id";
+
+// The columns that visitEntries() reads. A receipt whose entry is forgotten stands for a job that was done.
+constexpr const char *entryColumns =
+    "SELECT e.run, r.command, e.changed, e.source, e.output, e.action, e.state, e.reason,"
+    " c.id, c.seconds, c.proof, c.digest, c.decoder, r.process"
+    " FROM entries e JOIN runs r ON r.id = e.run LEFT JOIN receipts c ON c.entry = e.id";
+constexpr const char *forgottenColumns =
+    "SELECT c.run, '', c.finished, '', '', 'make', 'complete', '', c.id, c.seconds, c.proof, c.digest, "
+    "c.decoder, ''"
+    " FROM receipts c LEFT JOIN entries e ON e.id = c.entry WHERE e.id IS NULL";
+
+HistoryRun runOf(const Statement &row)
+{
+    HistoryRun run{.id = row.integer(0),
+                   .started = row.integer(1),
+                   .command = row.text(3),
+                   .folder = row.text(5),
+                   .process = row.text(6),
+                   .version = row.text(7),
+                   .all = row.integer(8),
+                   .done = row.integer(9),
+                   .failed = row.integer(10),
+                   .cancelled = row.integer(11)};
+    if (!row.isNull(2)) {
+        run.ended = row.integer(2);
+    }
+    for (const auto &argument : QJsonDocument::fromJson(row.text(4).toUtf8()).array()) {
+        run.arguments.append(argument.toString());
+    }
+    return run;
+}
+
+/// The condition on the paths `one`, `other` and those of the receipt `c`, with ?1 for the question's text.
+std::string conditionFor(History::Question::About about, const std::string &one, const std::string &other)
+{
+    const auto on = [about](const std::string &path) {
+        return about == History::Question::About::Path
+                   ? "(" + path + " = ?1 OR substr(" + path + ", 1, length(?1) + 1) = ?1 || '/')"
+                   : "holds(" + path + ", ?1)";
+    };
+    if (about == History::Question::About::Digest) {
+        return "instr(c.digest, ?1) > 0";
+    }
+    const std::string inReceipt =
+        "EXISTS (SELECT 1 FROM receipt_files f WHERE f.receipt = c.id AND " + on("f.path") + ")";
+    return one.empty() ? inReceipt : "(" + on(one) + " OR " + on(other) + " OR " + inReceipt + ")";
+}
+
+} // namespace
+
+History::History(const QString &path)
+    : m_database(path.isEmpty() ? nullptr : JournalFile::openToRead(path))
+{
+    if (m_database) {
+        m_database->addHolds();
+    }
+}
+
+History::~History() = default;
+
+void History::forEachRun(const RunVisitor &visit) const
+{
+    if (!m_database) {
+        return;
+    }
+    Statement rows =
+        m_database->prepare((std::string(runColumns) + " GROUP BY r.id ORDER BY r.id DESC").c_str());
+    while (rows.step()) {
+        visit(runOf(rows));
+    }
+}
+
+std::optional<HistoryRun> History::run(std::int64_t id) const
+{
+    if (!m_database) {
+        return std::nullopt;
+    }
+    Statement rows = m_database->prepare((std::string(runColumns) + " WHERE r.id = ? GROUP BY r.id").c_str());
+    return rows.with(id).step() ? std::optional(runOf(rows)) : std::nullopt;
+}
+
+void History::forEachEntryOf(std::int64_t run, const EntryVisitor &visit) const
+{
+    if (m_database) {
+        Statement rows =
+            m_database->prepare((std::string(entryColumns) + " WHERE e.run = ? ORDER BY e.id").c_str());
+        visitEntries(rows.with(run), visit);
+    }
+}
+
+void History::find(const Question &question, const EntryVisitor &visit) const
+{
+    if (!m_database) {
+        return;
+    }
+    const std::string query = std::string(entryColumns) + " WHERE " +
+                              conditionFor(question.about, "e.source", "e.output") + " UNION ALL " +
+                              forgottenColumns + " AND " + conditionFor(question.about, {}, {}) +
+                              " ORDER BY 3 DESC, 9 DESC";
+    Statement rows = m_database->prepare(query.c_str());
+    visitEntries(rows.with(question.text), visit);
+}
+
+void History::visitEntries(Statement &rows, const EntryVisitor &visit) const
+{
+    while (rows.step()) {
+        HistoryEntry entry{.run = rows.integer(0),
+                           .command = rows.text(1),
+                           .process = rows.text(13),
+                           .changed = rows.integer(2),
+                           .source = rows.text(3),
+                           .output = rows.text(4),
+                           .action = rows.text(5),
+                           .state = rows.text(6),
+                           .reason = rows.text(7),
+                           .hasReceipt = !rows.isNull(8),
+                           .seconds = rows.real(9),
+                           .proof = rows.text(10),
+                           .digest = rows.text(11),
+                           .decoder = rows.text(12)};
+        if (entry.hasReceipt) {
+            readFiles(entry, rows.integer(8));
+        }
+        visit(entry);
+    }
+}
+
+void History::readFiles(HistoryEntry &entry, std::int64_t receipt) const
+{
+    Statement rows = m_database->prepare(
+        "SELECT role = 'output', path, size, seconds, nanoseconds, fate FROM receipt_files"
+        " WHERE receipt = ? ORDER BY id");
+    rows.with(receipt);
+    while (rows.step()) {
+        entry.files.push_back({.isOutput = rows.integer(0) != 0,
+                               .path = rows.text(1),
+                               .stamp = {rows.integer(2), rows.integer(3), rows.integer(4)},
+                               .fate = rows.text(5)});
+        // Where the entry is forgotten, its first files tell what it was about.
+        QString &place = entry.files.back().isOutput ? entry.output : entry.source;
+        if (place.isEmpty()) {
+            place = entry.files.back().path;
+        }
+    }
+}
+
+} // namespace kruv

@@ -1,0 +1,61 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "journal/HistoryEntry.h"
+#include "journal/HistoryRun.h"
+
+#include <QString>
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace kruv {
+
+class Database;
+class Statement;
+
+/// Reads the journal. Throws std::runtime_error in words of the file or a clause for a person.
+class History
+{
+public:
+    using RunVisitor = std::function<void(const HistoryRun &)>;
+    using EntryVisitor = std::function<void(const HistoryEntry &)>;
+
+    /// A file that is not there reads as one in which nothing is recorded.
+    explicit History(const QString &path);
+    ~History();
+
+    /// The latest first.
+    void forEachRun(const RunVisitor &visit) const;
+    std::optional<HistoryRun> run(std::int64_t id) const;
+    /// In the order of the run's list.
+    void forEachEntryOf(std::int64_t run, const EntryVisitor &visit) const;
+
+    struct Question
+    {
+        enum class About {
+            /// A part of a file's path, in any case.
+            Text,
+            /// A file, or a folder and all below it; absolute.
+            Path,
+            /// That of an audio's samples, in hexadecimal digits.
+            Digest
+        };
+        About about = About::Text;
+        QString text = {};
+    };
+    /// Every job that read or made such a file, the latest first; also jobs of runs that are forgotten, of
+    /// which the receipt is left.
+    void find(const Question &question, const EntryVisitor &visit) const;
+
+private:
+    void readFiles(HistoryEntry &entry, std::int64_t receipt) const;
+    void visitEntries(Statement &rows, const EntryVisitor &visit) const;
+
+    std::unique_ptr<Database> m_database;
+};
+
+} // namespace kruv

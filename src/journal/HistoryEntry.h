@@ -1,0 +1,36 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "journal/HistoryFile.h"
+
+#include <QString>
+
+#include <cstdint>
+#include <vector>
+
+namespace kruv {
+
+/// A job as the journal has it, with its receipt where there is one.
+struct HistoryEntry
+{
+    std::int64_t run = 0;
+    QString command = {};     ///< of the run; empty where the run is forgotten
+    QString process = {};     ///< of the run
+    std::int64_t changed = 0; ///< milliseconds since 1970
+    QString source = {};
+    QString output = {};
+    QString action = {}; ///< in JournalWords, as the state is
+    QString state = {};
+    QString reason = {};
+
+    bool hasReceipt = false;
+    double seconds = 0.0;
+    QString proof = {};
+    QString digest = {};
+    QString decoder = {};
+    std::vector<HistoryFile> files = {};
+};
+
+} // namespace kruv

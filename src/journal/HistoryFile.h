@@ -1,0 +1,21 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "base/FileStamp.h"
+
+#include <QString>
+
+namespace kruv {
+
+/// A file of a receipt.
+struct HistoryFile
+{
+    bool isOutput = false;
+    QString path = {};
+    FileStamp stamp = {};
+    QString fate = {}; ///< of a source, in JournalWords
+};
+
+} // namespace kruv

@@ -1,0 +1,92 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "journal/JournalWriter.h"
+
+#include <QCoreApplication>
+#include <QObject>
+#include <QString>
+
+#include <chrono>
+#include <condition_variable>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <thread>
+#include <vector>
+
+namespace kruv {
+
+class DatabaseError;
+
+/// The memory of what was done: runs with their jobs, how each ended, and receipts for what they made. It is
+/// written by a thread of its own, in batches, so what happened in the last half second is lost when the
+/// program is killed; the files themselves come first, and the journal follows. It never stands in the way:
+/// where it can't be written, that is said once, and the rest of the process goes unrecorded. Main thread.
+class Journal
+{
+    Q_DECLARE_TR_FUNCTIONS(kruv::Journal)
+public:
+    using Number = JournalWriter::Number;
+    /// Called on the main thread, with sentences for a person.
+    using Complaint = std::function<void(const QString &)>;
+
+    /// Nothing is opened before there is something to write. Without a path nothing is recorded.
+    Journal(const QString &path, Complaint complain);
+    /// Writes what is left.
+    ~Journal();
+    Journal(const Journal &) = delete;
+    Journal &operator=(const Journal &) = delete;
+
+    Number addRun(const RunRecord &record);
+    /// Returns the first one's number; the others follow it. When it returns they are in the file, unless
+    /// another process kept it busy for longer than a person should wait.
+    Number addEntries(Number run, std::vector<EntryRecord> records);
+    void setRunning(Number entry);
+    void end(Number entry, EntryEnd end);
+    void endRun(Number run);
+
+    /// Writes what is left and records nothing more.
+    void finish();
+
+private:
+    using Change = std::function<void(JournalWriter &)>;
+
+    void add(Change change);
+    void waitUntilWritten();
+    void work();
+    void write(const std::vector<Change> &changes);
+    void openFile();
+    QString reasonFor(const DatabaseError &error) const;
+    void prune();
+    void giveUp(const QString &reason);
+    void say(const QString &sentence);
+    void complain();
+    bool isPatient();
+
+    const QString m_path;
+    const Complaint m_complain;
+    Number m_nextNumber = 1;
+    bool m_waits = true; // for entries to be in the file
+
+    std::mutex m_lock;
+    std::condition_variable m_wake;
+    std::condition_variable m_written;
+    std::vector<Change> m_changes;
+    std::vector<QString> m_sentences; // yet to be said on the main thread
+    QObject m_context;                // what is posted there goes with it
+    bool m_urgent = false;
+    bool m_busy = false; // changes were taken and are being written
+    bool m_closing = false;
+    bool m_isOff = false;
+
+    // The thread's own.
+    std::unique_ptr<JournalWriter> m_writer;
+    std::chrono::steady_clock::time_point m_batchBegan;
+    bool m_pruned = false;
+    std::thread m_thread;
+};
+
+} // namespace kruv

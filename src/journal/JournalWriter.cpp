@@ -1,0 +1,122 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "journal/JournalWriter.h"
+
+#include "base/Version.h"
+#include "journal/JournalWords.h"
+#include "journal/Transaction.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+
+namespace kruv {
+
+namespace {
+
+constexpr JournalWriter::Time day = JournalWriter::Time{24} * 60 * 60 * 1000;
+constexpr JournalWriter::Time longestAge = 365 * day;
+
+QString asText(const QStringList &arguments)
+{
+    return QString::fromUtf8(
+        QJsonDocument(QJsonArray::fromStringList(arguments)).toJson(QJsonDocument::Compact));
+}
+
+} // namespace
+
+JournalWriter::JournalWriter(std::unique_ptr<Database> database)
+    : m_database(std::move(database))
+    , m_addRun(m_database->prepare("INSERT INTO runs (started, command, arguments, folder, process, version)"
+                                   " VALUES (?, ?, ?, ?, ?, ?)"))
+    , m_reopenRun(m_database->prepare("UPDATE runs SET ended = NULL WHERE id = ?"))
+    , m_endRun(m_database->prepare("UPDATE runs SET ended = ? WHERE id = ?"))
+    , m_addEntry(
+          m_database->prepare("INSERT INTO entries (run, source, output, action, state, reason, changed)"
+                              " VALUES (?, ?, ?, ?, 'waiting', '', ?)"))
+    , m_setState(m_database->prepare("UPDATE entries SET state = ?, reason = ?, changed = ? WHERE id = ?"))
+    , m_addReceipt(
+          m_database->prepare("INSERT INTO receipts (run, entry, finished, seconds, proof, digest, decoder)"
+                              " VALUES (?, ?, ?, ?, ?, ?, ?)"))
+    , m_addFile(m_database->prepare(
+          "INSERT INTO receipt_files (receipt, role, path, size, seconds, nanoseconds, fate)"
+          " VALUES (?, ?, ?, ?, ?, ?, ?)"))
+{
+}
+
+void JournalWriter::addRun(Number run, const RunRecord &record, Time when)
+{
+    m_addRun
+        .with(when, record.command, asText(record.arguments), record.folder, record.process, shortVersion())
+        .run();
+    m_runs[run] = m_database->lastRow();
+}
+
+void JournalWriter::addEntries(Number run, Number first, const std::vector<EntryRecord> &records, Time when)
+{
+    const std::int64_t row = m_runs.at(run);
+    m_reopenRun.with(row).run();
+    for (const EntryRecord &record : records) {
+        m_addEntry
+            .with(row, record.source, record.output, QString::fromLatin1(JournalWords::of(record.action)),
+                  when)
+            .run();
+        m_entries[first++] = {row, m_database->lastRow()};
+    }
+}
+
+void JournalWriter::setRunning(Number entry, Time when)
+{
+    m_setState.with(QString::fromLatin1(JournalWords::running), QString(), when, m_entries.at(entry).entry)
+        .run();
+}
+
+void JournalWriter::end(Number entry, const EntryEnd &end, Time when)
+{
+    const Place place = m_entries.at(entry);
+    m_setState.with(QString::fromLatin1(JournalWords::of(end.state)), end.reason, when, place.entry).run();
+    if (end.receipt) {
+        addReceipt(place, *end.receipt, when);
+    }
+    m_entries.erase(entry);
+}
+
+void JournalWriter::addReceipt(const Place &place, const Receipt &receipt, Time when)
+{
+    m_addReceipt
+        .with(place.run, place.entry, when, receipt.seconds, receipt.proof, receipt.digest, receipt.decoder)
+        .run();
+    const std::int64_t row = m_database->lastRow();
+    addFiles(row, "source", receipt.sources);
+    addFiles(row, "output", receipt.outputs);
+}
+
+void JournalWriter::addFiles(std::int64_t receipt, const char *role, const std::vector<Receipt::File> &files)
+{
+    for (const Receipt::File &file : files) {
+        m_addFile
+            .with(receipt, QString::fromLatin1(role), file.path, file.stamp.size, file.stamp.seconds,
+                  file.stamp.nanoseconds, QString::fromLatin1(JournalWords::of(file.fate)))
+            .run();
+    }
+}
+
+void JournalWriter::endRun(Number run, Time when)
+{
+    m_endRun.with(when, m_runs.at(run)).run();
+}
+
+void JournalWriter::prune(Time now)
+{
+    constexpr int mostRuns = 1000;
+    Transaction transaction(*m_database);
+    m_database
+        ->prepare("DELETE FROM runs WHERE started < ? OR (started < ? AND id NOT IN"
+                  " (SELECT id FROM runs ORDER BY id DESC LIMIT ?))")
+        .with(now - longestAge, now - day, mostRuns)
+        .run();
+    transaction.commit();
+    m_database->execute("PRAGMA incremental_vacuum");
+}
+
+} // namespace kruv

@@ -1,0 +1,129 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "tasks/RunRecorder.h"
+
+#include "tasks/KruvTask.h"
+#include "tasks/KruvTaskQueue.h"
+#include "tasks/StagingLock.h"
+
+#include <QDir>
+
+#include <vector>
+
+namespace kruv {
+
+namespace {
+
+// The last words of a tool that failed say why.
+constexpr qsizetype longestReason = 4000;
+
+EntryEnd endOf(const KruvTask &task, double seconds)
+{
+    EntryEnd end{.receipt = task.receipt()};
+    switch (task.state().whatWasDone()) {
+    case TaskState::Outcome::Failed:
+        end.state = EntryEnd::State::Failed;
+        end.reason = task.results()->results(task).trimmed().right(longestReason);
+        break;
+    case TaskState::Outcome::Cancelled:
+        end.state = EntryEnd::State::Cancelled;
+        break;
+    case TaskState::Outcome::Complete:
+        break;
+    }
+    if (end.receipt) {
+        end.receipt->seconds = seconds;
+    }
+    return end;
+}
+
+} // namespace
+
+RunRecorder::RunRecorder(Journal &journal, KruvTaskQueue &queue)
+    : m_journal(journal)
+{
+    connect(&queue, &KruvTaskQueue::tasksAdded, this, &RunRecorder::added);
+    connect(&queue, &KruvTaskQueue::taskStarted, this, &RunRecorder::started);
+    connect(&queue, &KruvTaskQueue::taskEnded, this, &RunRecorder::ended);
+}
+
+void RunRecorder::recordAs(const QString &command, const QStringList &arguments)
+{
+    m_command.command = command;
+    m_command.arguments = arguments;
+    m_isCommandLine = true;
+}
+
+void RunRecorder::announce(const QString &command)
+{
+    if (!m_isCommandLine && command != m_command.command) {
+        m_command.command = command;
+        m_currentRun = 0;
+    }
+}
+
+RunRecorder::Number RunRecorder::beginRun()
+{
+    m_command.folder = QDir::currentPath();
+    m_command.process = QString::fromUtf8(StagingLock::thisProcess());
+    if (!m_isCommandLine) {
+        QMetaObject::invokeMethod(
+            this, [this] { m_currentRun = 0; }, Qt::QueuedConnection);
+    }
+    return m_journal.addRun(m_command);
+}
+
+RunRecorder::Number RunRecorder::runFor(const KruvTask *after)
+{
+    if (after && after == m_endedLast) {
+        return m_runOfEndedLast;
+    }
+    if (m_currentRun == 0) {
+        m_currentRun = beginRun();
+    }
+    return m_currentRun;
+}
+
+void RunRecorder::added(std::span<const std::shared_ptr<KruvTask>> tasks, const KruvTask *after)
+{
+    const Number run = runFor(after);
+    std::vector<EntryRecord> records;
+    records.reserve(tasks.size());
+    for (const std::shared_ptr<KruvTask> &task : tasks) {
+        records.push_back(task->plannedEntry());
+    }
+    Number entry = m_journal.addEntries(run, std::move(records));
+    for (const std::shared_ptr<KruvTask> &task : tasks) {
+        m_jobs[task.get()] = {run, entry++};
+    }
+    m_unfinished[run] += static_cast<int>(tasks.size());
+}
+
+void RunRecorder::started(const KruvTask &task)
+{
+    if (const auto found = m_jobs.find(&task); found != m_jobs.end()) {
+        found->second.clock.start();
+        m_journal.setRunning(found->second.entry);
+    }
+}
+
+void RunRecorder::ended(const KruvTask &task)
+{
+    const auto found = m_jobs.find(&task);
+    if (found == m_jobs.end()) {
+        return;
+    }
+    const Job job = found->second;
+    m_jobs.erase(found);
+    const double seconds = job.clock.isValid() ? static_cast<double>(job.clock.nsecsElapsed()) / 1e9 : 0.0;
+    m_journal.end(job.entry, endOf(task, seconds));
+    if (--m_unfinished[job.run] == 0) {
+        m_unfinished.erase(job.run);
+        m_journal.endRun(job.run);
+    }
+    m_endedLast = &task;
+    m_runOfEndedLast = job.run;
+}
+
+} // namespace kruv

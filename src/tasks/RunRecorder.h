@@ -1,0 +1,60 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "journal/Journal.h"
+
+#include <QElapsedTimer>
+#include <QObject>
+
+#include <memory>
+#include <optional>
+#include <span>
+#include <unordered_map>
+
+namespace kruv {
+
+class KruvTask;
+class KruvTaskQueue;
+
+/// Tells the journal what the queue does: which jobs a run has, before the first starts, and how each ends.
+/// Main thread.
+class RunRecorder : public QObject
+{
+    Q_OBJECT
+public:
+    /// Both must outlive it.
+    RunRecorder(Journal &journal, KruvTaskQueue &queue);
+
+    /// All jobs of this process belong to one run: that of its command line.
+    void recordAs(const QString &command, const QStringList &arguments);
+    /// The jobs that come before control returns to the event loop are a run of this command's.
+    void announce(const QString &command);
+
+private:
+    using Number = Journal::Number;
+    struct Job
+    {
+        Number run = 0;
+        Number entry = 0;
+        QElapsedTimer clock = {}; // from its start
+    };
+
+    void added(std::span<const std::shared_ptr<KruvTask>> tasks, const KruvTask *after);
+    void started(const KruvTask &task);
+    void ended(const KruvTask &task);
+    Number runFor(const KruvTask *after);
+    Number beginRun();
+
+    Journal &m_journal;
+    RunRecord m_command; // of the next run
+    bool m_isCommandLine = false;
+    Number m_currentRun = 0;
+    std::unordered_map<const KruvTask *, Job> m_jobs; // that have not ended
+    std::unordered_map<Number, int> m_unfinished;     // jobs of a run
+    const KruvTask *m_endedLast = nullptr;            // compared only
+    Number m_runOfEndedLast = 0;
+};
+
+} // namespace kruv
