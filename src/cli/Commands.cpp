@@ -8,6 +8,7 @@
 #include "cli/DemoVerb.h"
 #include "cli/EncodeVerb.h"
 #include "cli/FixVerb.h"
+#include "cli/HistoryVerb.h"
 #include "cli/LossyVerb.h"
 #include "cli/ShntoolVerb.h"
 #include "cli/TagsSetVerb.h"
@@ -61,6 +62,7 @@ std::vector<std::unique_ptr<Verb>> declare(CLI::App &app)
         verbs.push_back(std::make_unique<UtilVerb>(util, command));
     }
     verbs.push_back(std::make_unique<UtilExtractCdVerb>(util));
+    HistoryVerb::addAll(app, verbs);
     verbs.push_back(std::make_unique<ToolsVerb>(app));
     verbs.push_back(std::make_unique<DemoVerb>(app));
     return verbs;

@@ -52,11 +52,10 @@ void forEachCommand(const CLI::App &app, const std::string &prefix,
 {
     for (const CLI::App *each : app.get_subcommands([](const CLI::App *) { return true; })) {
         const std::string name = prefix + ' ' + each->get_name();
-        if (each->get_subcommands([](const CLI::App *) { return true; }).empty()) {
+        if (each->get_require_subcommand_min() == 0) {
             visit(*each, name);
-        } else {
-            forEachCommand(*each, name, visit);
         }
+        forEachCommand(*each, name, visit);
     }
 }
 

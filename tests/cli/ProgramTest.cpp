@@ -1,105 +1,16 @@
 // SPDX-FileCopyrightText: 2026 The Kruv developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "platform/Resources.h"
-#include "support/Audio.h"
-#include "support/Files.h"
+#include "support/Program.h"
+
 #include "support/QtPrinters.h"
 #include "support/Wait.h"
 
-#include <QDir>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QProcess>
-
 #include <csignal>
-#include <functional>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 
-using namespace Qt::Literals::StringLiterals;
-
 namespace kruv::test {
-
-namespace {
-
-struct Outcome
-{
-    int status = -1;
-    QByteArray out;
-    QByteArray err;
-};
-
-/// The built program as a person runs it, with a home of its own.
-class Program : public testing::Test
-{
-protected:
-    std::unique_ptr<QProcess> start(const QStringList &arguments, const std::function<void()> &inChild = {})
-    {
-        auto process = std::make_unique<QProcess>();
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(u"HOME"_s, folder.path());
-        environment.insert(u"XDG_CONFIG_HOME"_s, folder.path());
-        environment.insert(u"KRUV_RESOURCES"_s, resources);
-        process->setProcessEnvironment(environment);
-        process->setWorkingDirectory(music);
-        process->setStandardInputFile(QProcess::nullDevice());
-        if (inChild) {
-            process->setChildProcessModifier(inChild);
-        }
-        process->start(program, arguments);
-        return process;
-    }
-    Outcome end(QProcess &process)
-    {
-        constexpr int longest = 60'000; // milliseconds
-        EXPECT_TRUE(process.state() == QProcess::NotRunning || process.waitForFinished(longest));
-        return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
-                process.readAllStandardOutput(), process.readAllStandardError()};
-    }
-    Outcome run(const QStringList &arguments, const std::function<void()> &inChild = {})
-    {
-        return end(*start(arguments, inChild));
-    }
-    Outcome encode(const QStringList &more)
-    {
-        return run(QStringList{u"encode"_s, u"--to"_s, u"flac"_s} + more);
-    }
-    void shell(const QString &name, const QByteArray &script)
-    {
-        resources = folder.makeFolder(u"resources"_s);
-        const QString path = folder.write(u"resources/"_s + name, "#!/bin/sh\n" + script);
-        QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    }
-    QString wav(const QString &name, std::size_t frames = 500)
-    {
-        writeWav(music + u'/' + name, {.frames = frames});
-        return music + u'/' + name;
-    }
-    QStringList files(const QString &filter) const
-    {
-        return QDir(music).entryList({filter}, QDir::Files, QDir::Name);
-    }
-
-    TemporaryFolder folder;
-    QString music = folder.makeFolder(u"music"_s);
-    QString resources = resourcesFolder();
-    QString program = QStringLiteral(KRUV_PROGRAM);
-};
-
-std::vector<QJsonObject> objects(const QByteArray &text)
-{
-    std::vector<QJsonObject> found;
-    EXPECT_TRUE(text.endsWith('\n'));
-    for (const QByteArray &line : text.chopped(1).split('\n')) {
-        const QJsonDocument document = QJsonDocument::fromJson(line);
-        EXPECT_TRUE(document.isObject()) << line.constData();
-        found.push_back(document.object());
-    }
-    return found;
-}
-
-} // namespace
 
 TEST_F(Program, WrongUsageIsOneHelpfulLine)
 {

@@ -1,0 +1,73 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "cli/HistoryReport.h"
+
+#include "journal/JournalWords.h"
+#include "tasks/StagingLock.h"
+
+#include <QStringList>
+
+namespace kruv {
+
+namespace {
+
+/// The journal keeps what a copy of the file, or another mount, would keep too.
+bool isAsItWas(const FileStamp &now, const FileStamp &then)
+{
+    return now.size == then.size && now.seconds == then.seconds && now.nanoseconds == then.nanoseconds;
+}
+
+} // namespace
+
+bool HistoryReport::hasEnded(const QString &process)
+{
+    const auto known = m_ended.constFind(process);
+    return known != m_ended.cend() ? *known
+                                   : *m_ended.insert(process, StagingLock::hasEnded(process.toUtf8()));
+}
+
+QString HistoryReport::statusOf(const HistoryRun &run)
+{
+    if (!run.ended) {
+        return hasEnded(run.process) ? QStringLiteral("broken-off")
+                                     : QString::fromLatin1(JournalWords::running);
+    }
+    const EntryEnd::State state = run.failed > 0       ? EntryEnd::State::Failed
+                                  : run.done < run.all ? EntryEnd::State::Cancelled
+                                                       : EntryEnd::State::Done;
+    return QString::fromLatin1(JournalWords::of(state));
+}
+
+QString HistoryReport::statusOf(const HistoryEntry &entry)
+{
+    if (entry.state == QLatin1StringView(JournalWords::waiting) && hasEnded(entry.process)) {
+        return QStringLiteral("not-begun");
+    }
+    if (entry.state == QLatin1StringView(JournalWords::running) && hasEnded(entry.process)) {
+        return QStringLiteral("broken-off");
+    }
+    return entry.state;
+}
+
+QString HistoryReport::presentStateOf(const HistoryFile &file)
+{
+    const auto now = FileStamp::of(file.path);
+    if (!now) {
+        return QStringLiteral("missing");
+    }
+    return isAsItWas(*now, file.stamp) ? QStringLiteral("same") : QStringLiteral("changed");
+}
+
+QString HistoryReport::fatesOf(const HistoryEntry &entry)
+{
+    QStringList fates;
+    for (const HistoryFile &file : entry.files) {
+        if (!file.isOutput && !fates.contains(file.fate)) {
+            fates.append(file.fate);
+        }
+    }
+    return fates.join(u' ');
+}
+
+} // namespace kruv

@@ -1,0 +1,28 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "cli/HistoryReport.h"
+
+#include <QCoreApplication>
+
+namespace kruv {
+
+/// Lines for a person.
+class HistoryText : public HistoryReport
+{
+    Q_DECLARE_TR_FUNCTIONS(kruv::HistoryText)
+public:
+    void run(const HistoryRun &run) override;
+    void beginEntriesOf(const HistoryRun &run) override;
+    void beginFound() override;
+    void entry(const HistoryEntry &entry) override;
+
+private:
+    QString notesOn(const HistoryEntry &entry) const;
+
+    bool m_tellsRuns = false; // jobs of several
+};
+
+} // namespace kruv
