@@ -21,6 +21,7 @@
 #include <memory>
 #include <optional>
 #include <set>
+#include <sys/resource.h>
 
 namespace kruv::adapters {
 
@@ -272,6 +273,18 @@ std::string missingTool(const ShntoolPlan &plan, const ToolFinder &finder)
     return byName && finder.find(plan.encoder).empty() ? plan.encoder : missingDecoder(plan.sources, finder);
 }
 
+// Before each decoder shntool closes every number that a file could have, one by one: a login's usual limit
+// is all it needs, and a service's, a million, takes longer than the decoding.
+void limitOpenFiles()
+{
+    constexpr rlim_t usual = 1024;
+    rlimit files{};
+    if (getrlimit(RLIMIT_NOFILE, &files) == 0 && files.rlim_cur > usual) {
+        files.rlim_cur = usual;
+        setrlimit(RLIMIT_NOFILE, &files);
+    }
+}
+
 } // namespace
 
 int runShntool(const std::string &name, const Arguments &arguments, const ToolFinder &finder)
@@ -288,6 +301,7 @@ int runShntool(const std::string &name, const Arguments &arguments, const ToolFi
     ChildCommand command{finder.find("shntool"), name, plan.arguments, {}, {}};
     command.failureWords = "]: warning: child encoder process "; // the tool goes on without that output
     setenv("PATH", finder.childSearchPath().c_str(), 1);
+    limitOpenFiles();
     // Without a place for its outputs the tool can only fail; it says so itself.
     if (plan.runsAlone() || (plan.folderArgument != 0 && !isFolder(plan.folder))) {
         return execute(command);
