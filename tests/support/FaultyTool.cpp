@@ -5,13 +5,17 @@
 // argument has a path with a folder "case-N" in it; the file "case-N.fault" beside that folder says "TOOL
 // FAULT", and "case-N.log" gets the names of the tools that ran. KRUV_REAL is the folder of the real tools,
 // KRUV_BEHIND one of tools in whose place this program stands behind shntool.
-//   half garbage wrong64 flip empty nothing   the outputs, or what goes to a pipe, become that; status 0
+//   half garbage wrong64 flip empty   the outputs, or what goes to a pipe, become that; status 0
+//   idle           does nothing at all; status 0
+//   deletes        whole outputs, which it removes; status 0
 //   failed         whole outputs, status 1
 //   halfFailed     half of them, status 1
 //   crashed        half of them, ends by a signal
 //   flood          whole outputs and twenty megabytes of words; status 0
 //   keepsPipe      whole outputs; leaves a deaf child that holds the output; status 0
 //   silent         whole outputs and not a word; status 0
+//   hangs hangsAtEnd deaf   nothing, whole outputs, or half of them and no ear for SIGTERM; never ends, and
+//                  says its process in "case-N.hangs"
 
 #include <array>
 #include <csignal>
@@ -84,7 +88,7 @@ std::string garbage(std::size_t size)
 std::string spoiled(std::string bytes, const std::string &fault)
 {
     const std::size_t middle = bytes.size() / 2;
-    if (fault == "half" || fault == "halfFailed" || fault == "crashed") {
+    if (fault.starts_with("half") || fault == "crashed" || fault == "deaf") {
         bytes.resize(middle);
     } else if (fault == "garbage") {
         bytes = garbage(bytes.size());
@@ -92,7 +96,7 @@ std::string spoiled(std::string bytes, const std::string &fault)
         bytes.replace(middle, 64, garbage(64));
     } else if (fault == "flip" && !bytes.empty()) {
         bytes[middle] = static_cast<char>(bytes[middle] ^ 0x10);
-    } else if (fault == "empty" || fault == "nothing") {
+    } else if (fault == "empty" || fault == "deletes") {
         bytes.clear();
     }
     return bytes;
@@ -105,7 +109,7 @@ void spoilFiles(const fs::path &folder, const Files &before, const std::string &
         if (old != before.end() && old->second == time) {
             continue; // an input of this tool
         }
-        if (fault == "nothing") {
+        if (fault == "deletes") {
             fs::remove(path);
         } else if (const std::string bytes = contentOf(path); spoiled(bytes, fault) != bytes) {
             std::ofstream(path, std::ios::binary) << spoiled(bytes, fault);
@@ -153,6 +157,17 @@ int runReal(const std::string &tool, char **arguments, bool quiet, std::string *
     return WIFEXITED(status) ? WEXITSTATUS(status) : 128;
 }
 
+void flood()
+{
+    std::string words;
+    while (words.size() < 64'000) {
+        words += "words that nobody asked for, and no end of them in sight\n";
+    }
+    for (int piece = 0; piece < 320; ++piece) {
+        std::cerr << words;
+    }
+}
+
 void leaveChild()
 {
     if (fork() == 0) {
@@ -160,6 +175,56 @@ void leaveChild()
         sleep(60);
         _exit(0);
     }
+}
+
+[[noreturn]] void hang(const fs::path &folder)
+{
+    std::ofstream(folder.string() + ".hangs") << getpid() << '\n';
+    for (;;) {
+        pause();
+    }
+}
+
+/// Runs the real tool, and spoils and passes on what it makes.
+int runSpoiled(const std::string &tool, char **arguments, const fs::path &folder, const std::string &fault)
+{
+    const Files before = stagedFiles(folder);
+    constexpr std::size_t mostWords = 20'000; // bytes; more is audio
+    std::string output;
+    const int status = runReal(tool, arguments, fault == "silent", &output);
+    spoilFiles(folder, before, fault);
+    if (output.size() > mostWords) {
+        output = spoiled(output, fault);
+    } else if (fault == "silent") {
+        output.clear();
+    }
+    std::cout << output << std::flush;
+    return status;
+}
+
+int misbehave(const std::string &tool, char **arguments, const fs::path &folder, const std::string &fault)
+{
+    if (fault == "idle") {
+        return EXIT_SUCCESS;
+    }
+    if (fault == "hangs") {
+        hang(folder);
+    }
+    if (fault == "deaf") {
+        std::signal(SIGTERM, SIG_IGN);
+    }
+    const int status = runSpoiled(tool, arguments, folder, fault);
+    if (fault == "flood") {
+        flood();
+    } else if (fault == "keepsPipe") {
+        leaveChild();
+    } else if (fault == "crashed") {
+        std::signal(SIGSEGV, SIG_DFL);
+        raise(SIGSEGV);
+    } else if (fault == "hangsAtEnd" || fault == "deaf") {
+        hang(folder);
+    }
+    return fault == "failed" || fault == "halfFailed" ? EXIT_FAILURE : status;
 }
 
 } // namespace
@@ -172,30 +237,9 @@ int main(int, char **arguments)
     std::string faulty;
     std::string fault;
     plan >> faulty >> fault;
-    std::ofstream(folder.string() + ".log", std::ios::app) << tool << '\n';
-    if (folder.empty() || faulty != tool) {
-        return runReal(tool, arguments, false, nullptr);
+    if (!folder.empty()) {
+        std::ofstream(folder.string() + ".log", std::ios::app) << tool << '\n';
     }
-    const Files before = stagedFiles(folder);
-    constexpr std::size_t mostWords = 20'000; // bytes; more is audio
-    std::string output;
-    int status = runReal(tool, arguments, fault == "silent", &output);
-    spoilFiles(folder, before, fault);
-    if (output.size() > mostWords) {
-        output = spoiled(output, fault);
-    } else if (fault == "silent") {
-        output.clear();
-    }
-    std::cout << output << std::flush;
-    if (fault == "flood") {
-        for (int line = 0; line < 400'000; ++line) {
-            std::cerr << "words that nobody asked for, and no end of them in sight\n";
-        }
-    } else if (fault == "keepsPipe") {
-        leaveChild();
-    } else if (fault == "crashed") {
-        std::signal(SIGSEGV, SIG_DFL);
-        raise(SIGSEGV);
-    }
-    return fault == "failed" || fault == "halfFailed" ? 1 : status;
+    return !folder.empty() && faulty == tool ? misbehave(tool, arguments, folder, fault)
+                                             : runReal(tool, arguments, false, nullptr);
 }
