@@ -10,6 +10,7 @@
 #include "cli/FixVerb.h"
 #include "cli/HistoryVerb.h"
 #include "cli/LossyVerb.h"
+#include "cli/ResumeVerb.h"
 #include "cli/ShntoolVerb.h"
 #include "cli/TagsSetVerb.h"
 #include "cli/TagsShowVerb.h"
@@ -63,6 +64,7 @@ std::vector<std::unique_ptr<Verb>> declare(CLI::App &app)
     }
     verbs.push_back(std::make_unique<UtilExtractCdVerb>(util));
     HistoryVerb::addAll(app, verbs);
+    verbs.push_back(std::make_unique<ResumeVerb>(app));
     verbs.push_back(std::make_unique<ToolsVerb>(app));
     verbs.push_back(std::make_unique<DemoVerb>(app));
     return verbs;

@@ -10,16 +10,6 @@
 
 namespace kruv {
 
-namespace {
-
-/// The journal keeps what a copy of the file, or another mount, would keep too.
-bool isAsItWas(const FileStamp &now, const FileStamp &then)
-{
-    return now.size == then.size && now.seconds == then.seconds && now.nanoseconds == then.nanoseconds;
-}
-
-} // namespace
-
 bool HistoryReport::hasEnded(const QString &process)
 {
     const auto known = m_ended.constFind(process);
@@ -56,7 +46,7 @@ QString HistoryReport::presentStateOf(const HistoryFile &file)
     if (!now) {
         return QStringLiteral("missing");
     }
-    return isAsItWas(*now, file.stamp) ? QStringLiteral("same") : QStringLiteral("changed");
+    return file.isAsItWas(*now) ? QStringLiteral("same") : QStringLiteral("changed");
 }
 
 QString HistoryReport::fatesOf(const HistoryEntry &entry)

@@ -10,6 +10,7 @@
 #include "platform/SignalWatcher.h"
 #include "tasks/KruvTask.h"
 #include "tasks/KruvTaskQueue.h"
+#include "tasks/RunRecorder.h"
 
 #include <QFileInfo>
 #include <QStringList>
@@ -86,6 +87,13 @@ int QueueRun::finish()
         return Cancelled;
     }
     return m_totals.failed > 0 ? Failure : Success;
+}
+
+void QueueRun::sayHowToGoOn(const RunRecorder &recorder) const
+{
+    if (m_totals.cancelled > 0 && recorder.canBeResumed()) {
+        m_reporter->message(tr("To go on where this stopped: kruv resume"));
+    }
 }
 
 void QueueRun::taskStarted(KruvTask &task)

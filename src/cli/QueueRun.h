@@ -18,6 +18,7 @@ namespace kruv {
 class CliUserInterface;
 class KruvTask;
 class KruvTaskQueue;
+class RunRecorder;
 
 /// Runs the queue until it is empty, reports what happens, and takes Ctrl-C: the first cancels the jobs but
 /// lets tools finish that are let finish, the second ends those too, the third waits for nobody.
@@ -34,6 +35,8 @@ public:
 
     /// Ends the report. Returns the exit status that the jobs of all runs amount to.
     int finish();
+    /// After that, where jobs were cancelled and what is left of them can be done later.
+    void sayHowToGoOn(const RunRecorder &recorder) const;
 
     /// For commands whose failures are told job by job: the text of a set that failed as a whole would say it
     /// all again.

@@ -7,9 +7,8 @@
 #include "cli/Console.h"
 #include "cli/ExitStatus.h"
 #include "cli/FormatFlags.h"
-#include "cli/JsonReporter.h"
+#include "cli/MakeReporter.h"
 #include "cli/QueueRun.h"
-#include "cli/TextReporter.h"
 #include "cli/UsageError.h"
 #include "tabs/BaseTab.h"
 #include "tabs/Controls.h"
@@ -73,17 +72,10 @@ TabVerb::~TabVerb() = default;
 
 void TabVerb::declareCommonFlags(bool needsPaths)
 {
-    constexpr int mostJobs = 256;
     addOption("paths", m_options.paths, tr("Files, and folders with everything below them"))
         ->required(needsPaths)
         ->type_name("PATH");
-    addOption("-j,--jobs", m_options.jobs,
-              tr("Jobs at once, 1 to %1 (default: the preference, 2 at first)").arg(mostJobs))
-        ->check(CLI::Range(1, mostJobs).description(std::string()))
-        ->type_name("N");
-    addFlag("-q,--quiet", m_options.quiet, tr("Say nothing but errors and results"));
-    addFlag("--json", m_options.json, tr("One JSON object a line on standard output"));
-    addFlag("--no-color", m_options.noColor, tr("No colours (the same as setting NO_COLOR)"));
+    declareRunFlags(m_options);
 }
 
 void TabVerb::declareFolderFlag()
@@ -181,10 +173,11 @@ int TabVerb::run()
         controller.taskQueue().setProvesOutputs();
     }
     controller.runRecorder().recordAs(nameOf(app()), QCoreApplication::arguments().mid(1));
-    QueueRun queueRun(controller.taskQueue(), userInterface, makeReporter());
+    QueueRun queueRun(controller.taskQueue(), userInterface, makeReporter(m_options));
     runCommands(controller, queueRun, paths);
     controller.journal().finish(); // what it has to say comes before the summary
     const int status = queueRun.finish();
+    queueRun.sayHowToGoOn(controller.runRecorder());
     const bool complained = m_failed || userInterface.alerts() > 0;
     return status == Success && complained ? static_cast<int>(Failure) : status;
 }
@@ -229,19 +222,6 @@ void TabVerb::checkOutputFolder()
     if (!info.isDir()) {
         throw UsageError(tr("--output: %1 is a file, not a folder").arg(folder));
     }
-}
-
-std::unique_ptr<JobReporter> TabVerb::makeReporter() const
-{
-    if (m_options.json) {
-        return std::make_unique<JsonReporter>();
-    }
-    const bool terminal = Console::errorIsTerminal();
-    return std::make_unique<TextReporter>(TextReporter::Style{
-        .rows = terminal && !m_options.quiet,
-        .color = terminal && !m_options.noColor && !qEnvironmentVariableIsSet("NO_COLOR"),
-        .quiet = m_options.quiet,
-    });
 }
 
 void TabVerb::takeIn(BaseTab &tab, const QStringList &paths)

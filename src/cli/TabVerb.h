@@ -18,7 +18,6 @@ namespace kruv {
 
 class BaseTab;
 class ChoiceControl;
-class JobReporter;
 class KruvController;
 class QueueRun;
 struct Format;
@@ -85,7 +84,6 @@ private:
     /// The given paths that exist, absolute; says which don't.
     QStringList existingPaths();
     void checkOutputFolder();
-    std::unique_ptr<JobReporter> makeReporter() const;
 
     CommonOptions m_options;
     std::string m_format;

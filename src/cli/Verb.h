@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <QCoreApplication>
 #include <QString>
 
 #include <CLI/CLI.hpp>
@@ -10,9 +11,12 @@
 
 namespace kruv {
 
+struct CommonOptions;
+
 /// One subcommand: declares its flags, then runs with what was given.
 class Verb
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::Verb)
 public:
     Verb(CLI::App &parent, const std::string &name, const QString &description)
         : m_app(*parent.add_subcommand(name, description.toStdString()))
@@ -28,6 +32,8 @@ public:
 
 protected:
     CLI::App &app() { return m_app; }
+    /// For commands that run jobs.
+    void declareRunFlags(CommonOptions &options);
     template <typename Variable>
     CLI::Option *addOption(const std::string &names, Variable &variable, const QString &help)
     {

@@ -18,6 +18,16 @@ struct ConversionRequest
     OptionValues options = {};
     /// What lies there already is replaced.
     bool mayReplace = false;
+    /// What becomes of an output that this very job may have made before the program was killed. It has to
+    /// hold the source's audio, else the job fails.
+    enum class Earlier {
+        None,
+        /// It is made anew and replaced.
+        Replaced,
+        /// It stays, and nothing is made.
+        Kept
+    };
+    Earlier earlier = Earlier::None;
     /// The original may go though the output has other samples on purpose.
     bool mayDeleteChanged = false;
 };

@@ -45,10 +45,36 @@ void ConversionTask::make(StagedOutputs &outputs)
 {
     m_outputs = &outputs;
     identifySource();
+    if (m_request.earlier != ConversionRequest::Earlier::None && FileCommit::isTaken(m_request.output)) {
+        requireOwn(outputs);
+        if (m_request.earlier == ConversionRequest::Earlier::Kept || !mayGoOn()) {
+            return;
+        }
+    }
     m_staged = outputs.add(m_request.output);
     makeOutput();
     if (mayGoOn() && !outputs.wasMade(m_request.output)) {
         fail(tr("%1 was not written, whatever the tool said.").arg(m_request.output));
+    }
+}
+
+/// Throws where what lies in the output's place can't be the job's own.
+void ConversionTask::requireOwn(const StagedOutputs &outputs)
+{
+    QString reason;
+    try {
+        m_staged = m_request.output;
+        const ProofNote note = prove(outputs);
+        reason = note.holds() || !mayGoOn() ? QString() : note.unproven;
+    } catch (const std::exception &disproof) {
+        reason = QString::fromUtf8(disproof.what());
+    }
+    if (!reason.isEmpty()) {
+        throw std::runtime_error(
+            tr("%1 was there before, and may not be what was made of %2: %3. It was left as it "
+               "is; move it away and try again.")
+                .arg(m_request.output, fileName(), reason)
+                .toStdString());
     }
 }
 

@@ -67,6 +67,7 @@ protected:
 
 private:
     void identifySource();
+    void requireOwn(const StagedOutputs &outputs);
     QString agreementTo(const QString &reason) const;
     void take(const ToolPiece &piece, const QString &progress);
 

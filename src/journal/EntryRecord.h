@@ -21,6 +21,7 @@ struct EntryRecord
     QString source = {};
     QString output = {};
     Action action = Action::Work;
+    QString keepReason = {}; ///< why its original stays whatever was asked for; empty where it may go
 };
 
 } // namespace kruv

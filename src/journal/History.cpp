@@ -14,19 +14,22 @@ namespace kruv {
 namespace {
 
 constexpr const char *runColumns =
-    "SELECT r.id, r.started, r.ended, r.command, r.arguments, r.folder, r.process, r.version, count(e.id),"
+    "SELECT r.id, r.started, r.ended, r.command, r.arguments, r.folder, r.process, r.version, r.plan, "
+    "count(e.id),"
     " coalesce(sum(e.state = 'complete'), 0), coalesce(sum(e.state = 'error'), 0),"
     " coalesce(sum(e.state = 'canceled'), 0)"
     " FROM runs r LEFT JOIN entries e ON e.run = r.id";
 
-// The columns that visitEntries() reads. A receipt whose entry is forgotten stands for a job that was done.
+// The columns that visitEntries() reads, with the latest receipt of what was made more than once. A receipt
+// whose entry is forgotten stands for a job that was done.
 constexpr const char *entryColumns =
     "SELECT e.run, r.command, e.changed, e.source, e.output, e.action, e.state, e.reason,"
-    " c.id, c.seconds, c.proof, c.digest, c.decoder, r.process"
-    " FROM entries e JOIN runs r ON r.id = e.run LEFT JOIN receipts c ON c.entry = e.id";
+    " c.id, c.seconds, c.proof, c.digest, c.decoder, r.process, e.id,"
+    " e.keeps FROM entries e JOIN runs r ON r.id = e.run"
+    " LEFT JOIN receipts c ON c.id = (SELECT max(id) FROM receipts WHERE entry = e.id)";
 constexpr const char *forgottenColumns =
     "SELECT c.run, '', c.finished, '', '', 'make', 'complete', '', c.id, c.seconds, c.proof, c.digest, "
-    "c.decoder, ''"
+    "c.decoder, '', 0, ''"
     " FROM receipts c LEFT JOIN entries e ON e.id = c.entry WHERE e.id IS NULL";
 
 HistoryRun runOf(const Statement &row)
@@ -37,10 +40,11 @@ HistoryRun runOf(const Statement &row)
                    .folder = row.text(5),
                    .process = row.text(6),
                    .version = row.text(7),
-                   .all = row.integer(8),
-                   .done = row.integer(9),
-                   .failed = row.integer(10),
-                   .cancelled = row.integer(11)};
+                   .plan = row.text(8),
+                   .all = row.integer(9),
+                   .done = row.integer(10),
+                   .failed = row.integer(11),
+                   .cancelled = row.integer(12)};
     if (!row.isNull(2)) {
         run.ended = row.integer(2);
     }
@@ -80,11 +84,25 @@ History::~History() = default;
 
 void History::forEachRun(const RunVisitor &visit) const
 {
+    visitRuns("", visit);
+}
+
+void History::forEachRunWith(Jobs jobs, const RunVisitor &visit) const
+{
+    const std::string over = jobs == Jobs::NotDone ? "('complete', 'error')" : "('complete')";
+    visitRuns(" WHERE r.forgotten = 0 AND (r.ended IS NULL OR EXISTS (SELECT 1 FROM entries WHERE run = r.id"
+              " AND state NOT IN " +
+                  over + "))",
+              visit);
+}
+
+void History::visitRuns(const std::string &condition, const RunVisitor &visit) const
+{
     if (!m_database) {
         return;
     }
     Statement rows =
-        m_database->prepare((std::string(runColumns) + " GROUP BY r.id ORDER BY r.id DESC").c_str());
+        m_database->prepare((runColumns + condition + " GROUP BY r.id ORDER BY r.id DESC").c_str());
     while (rows.step()) {
         visit(runOf(rows));
     }
@@ -123,8 +141,12 @@ void History::find(const Question &question, const EntryVisitor &visit) const
 
 void History::visitEntries(Statement &rows, const EntryVisitor &visit) const
 {
+    Statement files = m_database->prepare(
+        "SELECT role = 'output', path, size, seconds, nanoseconds, fate FROM receipt_files"
+        " WHERE receipt = ? ORDER BY id");
     while (rows.step()) {
-        HistoryEntry entry{.run = rows.integer(0),
+        HistoryEntry entry{.id = rows.integer(14),
+                           .run = rows.integer(0),
                            .command = rows.text(1),
                            .process = rows.text(13),
                            .changed = rows.integer(2),
@@ -133,24 +155,21 @@ void History::visitEntries(Statement &rows, const EntryVisitor &visit) const
                            .action = rows.text(5),
                            .state = rows.text(6),
                            .reason = rows.text(7),
+                           .keepReason = rows.text(15),
                            .hasReceipt = !rows.isNull(8),
                            .seconds = rows.real(9),
                            .proof = rows.text(10),
                            .digest = rows.text(11),
                            .decoder = rows.text(12)};
         if (entry.hasReceipt) {
-            readFiles(entry, rows.integer(8));
+            readFiles(entry, files.with(rows.integer(8)));
         }
         visit(entry);
     }
 }
 
-void History::readFiles(HistoryEntry &entry, std::int64_t receipt) const
+void History::readFiles(HistoryEntry &entry, Statement &rows)
 {
-    Statement rows = m_database->prepare(
-        "SELECT role = 'output', path, size, seconds, nanoseconds, fate FROM receipt_files"
-        " WHERE receipt = ? ORDER BY id");
-    rows.with(receipt);
     while (rows.step()) {
         entry.files.push_back({.isOutput = rows.integer(0) != 0,
                                .path = rows.text(1),

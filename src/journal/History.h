@@ -11,6 +11,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <string>
 
 namespace kruv {
 
@@ -30,6 +31,9 @@ public:
 
     /// The latest first.
     void forEachRun(const RunVisitor &visit) const;
+    enum class Jobs { NotDone, NotDoneOrFailed };
+    /// The latest first: those that have no end or such jobs, unless they are forgotten.
+    void forEachRunWith(Jobs jobs, const RunVisitor &visit) const;
     std::optional<HistoryRun> run(std::int64_t id) const;
     /// In the order of the run's list.
     void forEachEntryOf(std::int64_t run, const EntryVisitor &visit) const;
@@ -52,7 +56,8 @@ public:
     void find(const Question &question, const EntryVisitor &visit) const;
 
 private:
-    void readFiles(HistoryEntry &entry, std::int64_t receipt) const;
+    static void readFiles(HistoryEntry &entry, Statement &rows);
+    void visitRuns(const std::string &condition, const RunVisitor &visit) const;
     void visitEntries(Statement &rows, const EntryVisitor &visit) const;
 
     std::unique_ptr<Database> m_database;

@@ -15,6 +15,7 @@ namespace kruv {
 /// A job as the journal has it, with its receipt where there is one.
 struct HistoryEntry
 {
+    std::int64_t id = 0; ///< 0 where the run is forgotten
     std::int64_t run = 0;
     QString command = {};     ///< of the run; empty where the run is forgotten
     QString process = {};     ///< of the run
@@ -24,6 +25,7 @@ struct HistoryEntry
     QString action = {}; ///< in JournalWords, as the state is
     QString state = {};
     QString reason = {};
+    QString keepReason = {}; ///< as in EntryRecord
 
     bool hasReceipt = false;
     double seconds = 0.0;

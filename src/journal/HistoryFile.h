@@ -16,6 +16,12 @@ struct HistoryFile
     QString path = {};
     FileStamp stamp = {};
     QString fate = {}; ///< of a source, in JournalWords
+
+    /// By what a copy of the file, or another mount, would keep too.
+    bool isAsItWas(const FileStamp &now) const
+    {
+        return now.size == stamp.size && now.seconds == stamp.seconds && now.nanoseconds == stamp.nanoseconds;
+    }
 };
 
 } // namespace kruv

@@ -23,6 +23,7 @@ struct HistoryRun
     QString folder = {};
     QString process = {};
     QString version = {}; ///< of the program
+    QString plan = {};    ///< as in RunRecord
 
     // Of its jobs.
     std::int64_t all = 0;

@@ -46,6 +46,16 @@ Journal::Number Journal::addRun(const RunRecord &record)
     return run;
 }
 
+Journal::Number Journal::resumeRun(const ResumedRun &resumed)
+{
+    const Number run = m_nextNumber;
+    m_nextNumber += 1 + resumed.waiting.size();
+    add([=, when = QDateTime::currentMSecsSinceEpoch()](JournalWriter &to) {
+        to.resumeRun(run, run + 1, resumed, when);
+    });
+    return run;
+}
+
 Journal::Number Journal::addEntries(Number run, std::vector<EntryRecord> records)
 {
     const Number first = m_nextNumber;
@@ -72,6 +82,12 @@ void Journal::end(Number entry, EntryEnd end)
 void Journal::endRun(Number run)
 {
     add([=, when = QDateTime::currentMSecsSinceEpoch()](JournalWriter &to) { to.endRun(run, when); });
+}
+
+bool Journal::isOn()
+{
+    const std::lock_guard lock(m_lock);
+    return !m_isOff;
 }
 
 void Journal::finish()

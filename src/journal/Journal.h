@@ -44,10 +44,14 @@ public:
     /// Returns the first one's number; the others follow it. When it returns they are in the file, unless
     /// another process kept it busy for longer than a person should wait.
     Number addEntries(Number run, std::vector<EntryRecord> records);
+    /// One that is in the file goes on. Returns its number; those of its entries that wait follow it.
+    Number resumeRun(const ResumedRun &resumed);
     void setRunning(Number entry);
     void end(Number entry, EntryEnd end);
     void endRun(Number run);
 
+    /// Whether anything is recorded.
+    bool isOn();
     /// Writes what is left and records nothing more.
     void finish();
 

@@ -5,6 +5,7 @@
 
 #include "base/SystemError.h"
 #include "journal/DatabaseError.h"
+#include "journal/HistoryRun.h"
 #include "journal/JournalSchema.h"
 
 #include <QCoreApplication>
@@ -34,6 +35,15 @@ struct Text
 bool neverPatient()
 {
     return false;
+}
+
+Database::Patience usualPatience()
+{
+    using namespace std::chrono_literals;
+    constexpr auto longest = 10s;
+    return [until = std::chrono::steady_clock::now() + longest] {
+        return std::chrono::steady_clock::now() < until;
+    };
 }
 
 /// Where programs keep what they remember of themselves.
@@ -122,18 +132,32 @@ std::unique_ptr<Database> openToRead(const QString &path)
     if (!QFileInfo::exists(path)) {
         return nullptr;
     }
-    using namespace std::chrono_literals;
-    constexpr auto longest = 10s;
-    const auto mode = mayWriteBeside(path) ? Database::Mode::Read : Database::Mode::ReadOnlyPlace;
-    auto database =
-        std::make_unique<Database>(path, mode, [until = std::chrono::steady_clock::now() + longest] {
-            return std::chrono::steady_clock::now() < until;
-        });
+    const bool mayWrite = mayWriteBeside(path);
+    const auto mode = mayWrite ? Database::Mode::Read : Database::Mode::ReadOnlyPlace;
+    auto database = std::make_unique<Database>(path, mode, usualPatience());
+    if (mayWrite && JournalSchema::isOlder(*database)) {
+        open(path, usualPatience());
+    }
     if (database->number("SELECT count(*) FROM sqlite_schema") == 0) {
         return nullptr; // it is just being made
     }
     JournalSchema::requireReadable(*database);
     return database;
+}
+
+bool take(const QString &path, const HistoryRun &run, const QString &process)
+{
+    const Opened file = openToWrite(path, usualPatience());
+    file.database->prepare("UPDATE runs SET process = ?, ended = NULL WHERE id = ? AND process = ?")
+        .with(process, run.id, run.process)
+        .run();
+    return file.database->number("SELECT changes()") > 0;
+}
+
+void forget(const QString &path, const HistoryRun &run)
+{
+    const Opened file = openToWrite(path, usualPatience());
+    file.database->prepare("UPDATE runs SET forgotten = 1 WHERE id = ?").with(run.id).run();
 }
 
 QString moveAside(const QString &path)

@@ -9,6 +9,10 @@
 
 #include <memory>
 
+namespace kruv {
+struct HistoryRun;
+}
+
 /// Where the journal lies, and how its file is opened.
 namespace kruv::JournalFile {
 
@@ -26,8 +30,14 @@ struct Opened
 /// can't be used.
 Opened openToWrite(const QString &path, const Database::Patience &patience);
 
-/// Null where there is none. Throws the same; changes nothing.
+/// Null where there is none. Throws the same; what an older version wrote is brought up to date where it may
+/// be written.
 std::unique_ptr<Database> openToRead(const QString &path);
+
+/// Makes a stopped run this process's. False where it is another one's by now. Throws the same.
+bool take(const QString &path, const HistoryRun &run, const QString &process);
+/// A run that is not to be resumed any more. Throws the same.
+void forget(const QString &path, const HistoryRun &run);
 
 /// Gives a damaged file another name, so that the next journal begins anew. Returns that name; empty where
 /// the file is sound after all, because another process was faster.

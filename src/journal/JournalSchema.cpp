@@ -72,6 +72,11 @@ CREATE TABLE receipt_files (
 );
 CREATE INDEX receipt_files_by_receipt ON receipt_files (receipt);
 )",
+    R"(
+ALTER TABLE runs ADD COLUMN plan TEXT NOT NULL DEFAULT '';
+ALTER TABLE runs ADD COLUMN forgotten INTEGER NOT NULL DEFAULT 0; -- not to be resumed any more
+ALTER TABLE entries ADD COLUMN keeps TEXT NOT NULL DEFAULT '';
+)",
 };
 
 void requireOurs(Database &database)
@@ -108,10 +113,16 @@ void bringUpToDate(Database &database)
     transaction.commit();
 }
 
+bool isOlder(Database &database)
+{
+    return database.number("PRAGMA application_id") == ourMark &&
+           database.number("PRAGMA user_version") < version();
+}
+
 void requireReadable(Database &database)
 {
     requireOurs(database);
-    if (database.number("PRAGMA user_version") < version()) {
+    if (isOlder(database)) {
         throw std::runtime_error(
             Text::tr("it was written by an older version of Kruv and can't be brought up to date")
                 .toStdString());

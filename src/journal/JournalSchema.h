@@ -17,6 +17,9 @@ int version();
 /// what is no journal, or one of a newer version.
 void bringUpToDate(Database &database);
 
+/// Whether the file is a journal that an older version wrote.
+bool isOlder(Database &database);
+
 /// Throws the same for a file that is only to be read, and for one of an older version.
 void requireReadable(Database &database);
 

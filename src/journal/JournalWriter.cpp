@@ -27,13 +27,14 @@ QString asText(const QStringList &arguments)
 
 JournalWriter::JournalWriter(std::unique_ptr<Database> database)
     : m_database(std::move(database))
-    , m_addRun(m_database->prepare("INSERT INTO runs (started, command, arguments, folder, process, version)"
-                                   " VALUES (?, ?, ?, ?, ?, ?)"))
+    , m_addRun(
+          m_database->prepare("INSERT INTO runs (started, command, arguments, folder, process, version, plan)"
+                              " VALUES (?, ?, ?, ?, ?, ?, ?)"))
     , m_reopenRun(m_database->prepare("UPDATE runs SET ended = NULL WHERE id = ?"))
     , m_endRun(m_database->prepare("UPDATE runs SET ended = ? WHERE id = ?"))
-    , m_addEntry(
-          m_database->prepare("INSERT INTO entries (run, source, output, action, state, reason, changed)"
-                              " VALUES (?, ?, ?, ?, 'waiting', '', ?)"))
+    , m_addEntry(m_database->prepare(
+          "INSERT INTO entries (run, source, output, action, keeps, state, reason, changed)"
+          " VALUES (?, ?, ?, ?, ?, 'waiting', '', ?)"))
     , m_setState(m_database->prepare("UPDATE entries SET state = ?, reason = ?, changed = ? WHERE id = ?"))
     , m_addReceipt(
           m_database->prepare("INSERT INTO receipts (run, entry, finished, seconds, proof, digest, decoder)"
@@ -47,7 +48,8 @@ JournalWriter::JournalWriter(std::unique_ptr<Database> database)
 void JournalWriter::addRun(Number run, const RunRecord &record, Time when)
 {
     m_addRun
-        .with(when, record.command, asText(record.arguments), record.folder, record.process, shortVersion())
+        .with(when, record.command, asText(record.arguments), record.folder, record.process, shortVersion(),
+              record.plan)
         .run();
     m_runs[run] = m_database->lastRow();
 }
@@ -59,9 +61,27 @@ void JournalWriter::addEntries(Number run, Number first, const std::vector<Entry
     for (const EntryRecord &record : records) {
         m_addEntry
             .with(row, record.source, record.output, QString::fromLatin1(JournalWords::of(record.action)),
-                  when)
+                  record.keepReason, when)
             .run();
         m_entries[first++] = {row, m_database->lastRow()};
+    }
+}
+
+void JournalWriter::resumeRun(Number run, Number first, const ResumedRun &resumed, Time when)
+{
+    m_runs[run] = resumed.run;
+    m_reopenRun.with(resumed.run).run();
+    for (const std::int64_t row : resumed.waiting) {
+        m_setState.with(QString::fromLatin1(JournalWords::waiting), QString(), when, row).run();
+        m_entries[first++] = {resumed.run, row};
+    }
+    for (const std::int64_t row : resumed.done) {
+        m_setState.with(QString::fromLatin1(JournalWords::of(EntryEnd::State::Done)), QString(), when, row)
+            .run();
+    }
+    Statement drop = m_database->prepare("DELETE FROM entries WHERE id = ?");
+    for (const std::int64_t row : resumed.dropped) {
+        drop.with(row).run();
     }
 }
 

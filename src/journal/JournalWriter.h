@@ -6,6 +6,7 @@
 #include "journal/Database.h"
 #include "journal/EntryEnd.h"
 #include "journal/EntryRecord.h"
+#include "journal/ResumedRun.h"
 #include "journal/RunRecord.h"
 
 #include <cstdint>
@@ -29,6 +30,8 @@ public:
     Database &database() { return *m_database; }
 
     void addRun(Number run, const RunRecord &record, Time when);
+    /// It goes by this number from now on; its entries that wait are numbered from `first` on.
+    void resumeRun(Number run, Number first, const ResumedRun &resumed, Time when);
     /// They are numbered from `first` on. A run that had ended goes on with them.
     void addEntries(Number run, Number first, const std::vector<EntryRecord> &records, Time when);
     void setRunning(Number entry, Time when);

@@ -17,6 +17,8 @@ struct RunRecord
     QStringList arguments = {};
     QString folder = {};  ///< the working folder
     QString process = {}; ///< who runs it, in words that name no other process, ever
+    /// What its jobs have in common, so that they can be made once more; empty where they can't.
+    QString plan = {};
 };
 
 } // namespace kruv

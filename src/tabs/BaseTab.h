@@ -84,7 +84,10 @@ protected:
     virtual void filesAdded() {}
 
     TabHost &host() const { return m_host; }
-    void submit(std::span<const std::shared_ptr<KruvTask>> jobs) { m_host.submit(m_label, jobs); }
+    void submit(std::span<const std::shared_ptr<KruvTask>> jobs, const QString &plan = {})
+    {
+        m_host.submit(m_label, jobs, plan);
+    }
     void submit(const std::shared_ptr<KruvTask> &job) { submit(std::span(&job, 1)); }
     std::optional<QString> chooseOutputFolder();
     std::optional<QString> openSavePanel(const QString &message, const QString &title,

@@ -4,7 +4,7 @@
 #include "tabs/ConversionTab.h"
 
 #include "base/UserInterface.h"
-#include "formats/ConversionTask.h"
+#include "formats/Format.h"
 #include "tasks/KruvTaskQueue.h"
 
 #include <QSet>
@@ -61,16 +61,11 @@ std::optional<OutputPlan> ConversionTab::planOutputs(const ToggleControl &beside
     return plan;
 }
 
-void ConversionTab::queueWhenSettled(const OutputPlan &plan, const Format &target,
-                                     const OptionValues &options, const ToggleControl &deletes,
-                                     const std::function<void(const Originals &originals)> &queueJobs)
+void ConversionTab::queueWhenSettled(const OutputPlan &plan, const ConversionOrder &order,
+                                     const ToggleControl &deletes)
 {
-    const auto finish = [this, queueJobs](const Originals &originals) {
-        queueJobs(originals);
-        clearFiles();
-    };
     if (!deletes.isOn()) {
-        finish({});
+        queueJobs(plan, order);
         return;
     }
     QStringList sources;
@@ -78,29 +73,31 @@ void ConversionTab::queueWhenSettled(const OutputPlan &plan, const Format &targe
         sources.append(entry.source);
     }
     using Kept = TagLosses::KeptChunks;
-    const bool keepsAll = target.chunksOption && options.isOn(*target.chunksOption);
+    const Format &target = *order.target;
+    const bool keepsAll = target.chunksOption && order.options.isOn(*target.chunksOption);
     const Kept chunks = keepsAll ? Kept::All : target.keepsWavChunks ? Kept::OfWav : Kept::None;
     m_lossQuestion.settle(
         {.files = sources, .target = &target, .label = target.label.toString(), .chunks = chunks},
-        worksInBackground(),
-        [finish](const LossQuestion::Answer &answer) { finish({.deletes = true, .answer = answer}); });
+        worksInBackground(), [this, plan, order](const LossQuestion::Answer &answer) {
+            OutputPlan settled = plan;
+            for (OutputPlan::Entry &entry : settled.entries()) {
+                entry.keepReason = answer.kept.value(entry.source);
+            }
+            ConversionOrder deleting = order;
+            deleting.deletes = true;
+            deleting.mayDeleteChanged = answer.mayDeleteChanged;
+            queueJobs(settled, deleting);
+        });
 }
 
-std::shared_ptr<KruvTask> ConversionTab::makeJob(Format::JobMaker maker, const OutputPlan::Entry &entry,
-                                                 const OptionValues &options, const Originals &originals)
+void ConversionTab::queueJobs(const OutputPlan &plan, const ConversionOrder &order)
 {
-    const std::shared_ptr<ConversionTask> job =
-        maker(&host().taskQueue(), {.source = entry.source,
-                                    .output = entry.output,
-                                    .options = options,
-                                    .mayReplace = entry.mayReplace,
-                                    .mayDeleteChanged = originals.answer.mayDeleteChanged});
-    job->setDeleteOriginal(originals.deletes);
-    const QString reason = originals.answer.kept.value(entry.source);
-    if (!reason.isEmpty()) {
-        job->failAfterwards(reason);
-    }
-    return job;
+    ConversionOrder complete = order;
+    complete.proves = host().taskQueue().provesOutputs();
+    const ConversionOrder::Jobs made = complete.makeJobs(plan, &host().taskQueue());
+    reportWithoutJob(made.withoutJob, order.target->label.toString());
+    submit(made.jobs, complete.toText(plan));
+    clearFiles();
 }
 
 } // namespace kruv

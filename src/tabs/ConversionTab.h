@@ -3,18 +3,15 @@
 
 #pragma once
 
-#include "formats/Format.h"
-#include "formats/OptionValues.h"
 #include "tabs/BaseTab.h"
 #include "tabs/Controls.h"
+#include "tabs/ConversionOrder.h"
 #include "tabs/LossQuestion.h"
 #include "tabs/OutputPlan.h"
 
 #include <memory>
 
 namespace kruv {
-
-class KruvTask;
 
 /// What the tabs share that turn each listed file into one output: where the outputs go, and which files are
 /// in their way.
@@ -40,25 +37,15 @@ protected:
     /// Adds to a plan what is written about its outputs; nothing where no option asks for it.
     virtual void addLists(OutputPlan & /*plan*/) {}
 
-    /// What the jobs of one command are to do with their originals.
-    struct Originals
-    {
-        bool deletes = false;
-        LossQuestion::Answer answer = {};
-    };
-    /// Queues the jobs of a plan once it is settled which originals go that hold more than files of `target`
-    /// will, and empties the list.
-    void queueWhenSettled(const OutputPlan &plan, const Format &target, const OptionValues &options,
-                          const ToggleControl &deletes,
-                          const std::function<void(const Originals &originals)> &queueJobs);
+    /// Queues the jobs of a plan once it is settled which originals go that hold more than the new files
+    /// will, where `deletes` says that they go, and empties the list.
+    void queueWhenSettled(const OutputPlan &plan, const ConversionOrder &order, const ToggleControl &deletes);
     bool isSettling() const { return m_lossQuestion.isOpen(); }
     LossQuestion &lossQuestion() { return m_lossQuestion; }
 
-    /// The job that makes one output of a plan by a format's `maker`, not queued yet.
-    std::shared_ptr<KruvTask> makeJob(Format::JobMaker maker, const OutputPlan::Entry &entry,
-                                      const OptionValues &options, const Originals &originals);
-
 private:
+    void queueJobs(const OutputPlan &plan, const ConversionOrder &order);
+
     LossQuestion m_lossQuestion{host()};
 };
 

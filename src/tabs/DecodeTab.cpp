@@ -5,27 +5,12 @@
 
 #include "base/PathNames.h"
 #include "base/UserInterface.h"
-#include "formats/ConversionTask.h"
 #include "formats/Formats.h"
 #include "formats/Records.h"
 #include "formats/flac/FlacOptions.h"
 #include "tabs/FormatControls.h"
-#include "tasks/KruvTaskQueue.h"
-
-#include <vector>
 
 namespace kruv {
-
-namespace {
-
-/// By the file's content; by its name where the content is of no known kind, so that a job says so.
-const Format *formatOf(const QString &file)
-{
-    const Format *format = Formats::identify(file);
-    return format && format->decode ? format : Formats::ofType(PathNames::fileType(file));
-}
-
-} // namespace
 
 DecodeTab::DecodeTab(TabHost &host)
     : ConversionTab(QStringLiteral("decode"), host)
@@ -76,28 +61,12 @@ void DecodeTab::executeCommand()
         return;
     }
     if (const auto plan = planOutputs(m_sourceDecodeButton, target->extension())) {
-        queueWhenSettled(*plan, *target, {}, m_deleteOriginalsButton,
-                         [this, plan](const Originals &originals) { queueJobs(*plan, originals); });
+        OptionValues options;
+        options.set(FlacOptions::throughErrors, m_decodeFlacThroughErrors.isOn());
+        options.set(FlacOptions::keepForeignMetadata, m_flacKeepForeignMetadataButton.isOn());
+        queueWhenSettled(*plan, {.target = target, .decodes = true, .options = options},
+                         m_deleteOriginalsButton);
     }
-}
-
-void DecodeTab::queueJobs(const OutputPlan &plan, const Originals &originals)
-{
-    OptionValues options;
-    options.set(FlacOptions::throughErrors, m_decodeFlacThroughErrors.isOn());
-    options.set(FlacOptions::keepForeignMetadata, m_flacKeepForeignMetadataButton.isOn());
-    std::vector<std::shared_ptr<KruvTask>> jobs;
-    QStringList withoutJob;
-    for (const OutputPlan::Entry &entry : plan.entries()) {
-        const Format *format = formatOf(entry.source);
-        if (!format || !format->decode) {
-            withoutJob.append(entry.source);
-            continue;
-        }
-        jobs.push_back(makeJob(format->decode, entry, options, originals));
-    }
-    reportWithoutJob(withoutJob, m_outputFormatMatrix.selectedTitle());
-    submit(jobs);
 }
 
 } // namespace kruv

@@ -34,8 +34,6 @@ protected:
     void filesAdded() override;
 
 private:
-    void queueJobs(const OutputPlan &plan, const Originals &originals);
-
     ChoiceControl m_outputFormatMatrix;
     ToggleControl m_sourceDecodeButton;
     ToggleControl m_deleteOriginalsButton;

@@ -5,19 +5,14 @@
 
 #include "base/Preferences.h"
 #include "base/UserInterface.h"
-#include "checksums/CreateFFPTask.h"
-#include "checksums/CreateMD5Task.h"
 #include "checksums/ListText.h"
-#include "formats/ConversionTask.h"
 #include "formats/Formats.h"
 #include "formats/flac/FlacOptions.h"
 #include "formats/monkeysaudio/MacTool.h"
 #include "formats/shorten/ShortenOptions.h"
 #include "formats/wavpack/WavpackTool.h"
-#include "tasks/KruvTaskQueue.h"
 
 #include <algorithm>
-#include <vector>
 
 namespace kruv {
 
@@ -90,11 +85,8 @@ void EncodeTab::executeCommand()
         return;
     }
     if (const auto plan = planOutputs(m_sourceEncodeButton, format->extension())) {
-        const OptionValues options = m_controls.values(*format);
-        queueWhenSettled(*plan, *format, options, m_deleteOriginalsButton,
-                         [this, format, plan, options](const Originals &originals) {
-                             queueJobs(*format, *plan, options, originals);
-                         });
+        queueWhenSettled(*plan, {.target = format, .options = m_controls.values(*format)},
+                         m_deleteOriginalsButton);
     }
 }
 
@@ -130,41 +122,6 @@ void EncodeTab::addLists(OutputPlan &plan)
                 folder);
         }
     }
-}
-
-std::shared_ptr<KruvTask> EncodeTab::listAfter(const OutputPlan &plan)
-{
-    if (plan.lists().empty()) {
-        return nullptr;
-    }
-    if (wants(ShortenOptions::md5)) {
-        return std::make_shared<CreateMD5Task>(&host().taskQueue(), plan.outputs(),
-                                               plan.lists().front().path);
-    }
-    QList<CreateFFPTask::List> lists;
-    for (const OutputPlan::List &list : plan.lists()) {
-        if (const QStringList files = plan.outputsFor(list); !files.isEmpty()) {
-            lists.append({list.path, files});
-        }
-    }
-    return std::make_shared<CreateFFPTask>(&host().taskQueue(), lists);
-}
-
-void EncodeTab::queueJobs(const Format &format, const OutputPlan &plan, const OptionValues &options,
-                          const Originals &originals)
-{
-    if (plan.entries().empty()) {
-        return;
-    }
-    const auto results = std::make_shared<KruvTaskResults>();
-    results->setTaskAfterSetDone(listAfter(plan));
-    std::vector<std::shared_ptr<KruvTask>> jobs;
-    for (const OutputPlan::Entry &entry : plan.entries()) {
-        jobs.push_back(makeJob(format.encode, entry, options, originals));
-        jobs.back()->setResults(results);
-        results->addTaskInSet(*jobs.back());
-    }
-    submit(jobs);
 }
 
 } // namespace kruv

@@ -45,9 +45,6 @@ private:
     bool mayEncodeLossy();
     bool wants(const FormatOption &option) const;
     void addLists(OutputPlan &plan) override;
-    std::shared_ptr<KruvTask> listAfter(const OutputPlan &plan);
-    void queueJobs(const Format &format, const OutputPlan &plan, const OptionValues &options,
-                   const Originals &originals);
 
     const QList<const Format *> m_formats;
     ChoiceControl m_outputFormatMatrix;

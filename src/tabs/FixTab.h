@@ -32,6 +32,11 @@ private:
     /// Null where none is chosen.
     const Format *target() const;
     FixTask::ListKind list() const;
+    struct Originals
+    {
+        bool deletes = false;
+        LossQuestion::Answer answer = {};
+    };
     void start(const FixTask::Request &request, FileCommit::Existing existing, const Originals &originals);
 
     ChoiceControl m_outputFormatMatrix;

@@ -85,9 +85,10 @@ KruvController::KruvController(Preferences &preferences, UserInterface &userInte
 
 KruvController::~KruvController() = default;
 
-void KruvController::submit(const QString &tabLabel, std::span<const std::shared_ptr<KruvTask>> jobs)
+void KruvController::submit(const QString &tabLabel, std::span<const std::shared_ptr<KruvTask>> jobs,
+                            const QString &plan)
 {
-    m_runRecorder.announce(tabLabel);
+    m_runRecorder.announce(tabLabel, plan);
     m_taskQueue.addTasks(jobs);
 }
 

@@ -42,7 +42,8 @@ public:
     ~KruvController() override;
 
     KruvTaskQueue &taskQueue() override { return m_taskQueue; }
-    void submit(const QString &tabLabel, std::span<const std::shared_ptr<KruvTask>> jobs) override;
+    void submit(const QString &tabLabel, std::span<const std::shared_ptr<KruvTask>> jobs,
+                const QString &plan) override;
     /// What was done is recorded there.
     Journal &journal() { return m_journal; }
     RunRecorder &runRecorder() { return m_runRecorder; }

@@ -5,16 +5,12 @@
 
 #include "base/Preferences.h"
 #include "base/UserInterface.h"
-#include "formats/ConversionTask.h"
 #include "formats/Formats.h"
 #include "formats/aac/AacOptions.h"
 #include "formats/mp3/Mp3Tool.h"
 #include "formats/opus/OpusTool.h"
-#include "tasks/KruvTaskQueue.h"
 #include "tasks/ToolCatalog.h"
 #include "tasks/ToolOutput.h"
-
-#include <vector>
 
 namespace kruv {
 
@@ -170,22 +166,9 @@ void LossyTab::executeCommand()
         return;
     }
     if (const auto plan = planOutputs(m_sourceEncodeButton, format->extension())) {
-        const OptionValues options = m_controls.values(*format);
-        queueWhenSettled(*plan, *format, options, m_deleteOriginalsButton,
-                         [this, format, plan, options](const Originals &originals) {
-                             queueJobs(*format, *plan, options, originals);
-                         });
+        queueWhenSettled(*plan, {.target = format, .options = m_controls.values(*format)},
+                         m_deleteOriginalsButton);
     }
-}
-
-void LossyTab::queueJobs(const Format &format, const OutputPlan &plan, const OptionValues &options,
-                         const Originals &originals)
-{
-    std::vector<std::shared_ptr<KruvTask>> jobs;
-    for (const OutputPlan::Entry &entry : plan.entries()) {
-        jobs.push_back(makeJob(format.encode, entry, options, originals));
-    }
-    submit(jobs);
 }
 
 } // namespace kruv

@@ -61,8 +61,6 @@ private:
     void controlTextDidChange();
     void stepperAction();
     void showMissingTool();
-    void queueJobs(const Format &format, const OutputPlan &plan, const OptionValues &options,
-                   const Originals &originals);
 
     const QList<const Format *> m_formats;
     ChoiceControl m_outputFormatMatrix;

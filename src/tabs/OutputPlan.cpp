@@ -53,8 +53,14 @@ OutputPlan::OutputPlan(const QStringList &sources, const QString &chosenFolder, 
     m_entries.reserve(static_cast<std::size_t>(sources.size()));
     for (const QString &source : sources) {
         const QString folder = chosenFolder.isEmpty() ? PathNames::folderOf(source) : chosenFolder;
-        m_entries.push_back({source, folder, PathNames::outputPath(folder, source, extension), false});
+        m_entries.push_back({source, folder, PathNames::outputPath(folder, source, extension)});
     }
+}
+
+OutputPlan::OutputPlan(std::vector<Entry> entries, std::vector<List> lists)
+    : m_entries(std::move(entries))
+    , m_lists(std::move(lists))
+{
 }
 
 QStringList OutputPlan::outputs() const

@@ -5,6 +5,7 @@
 
 #include "base/ExistingFiles.h"
 #include "base/FoldedNames.h"
+#include "formats/ConversionRequest.h"
 
 #include <QCoreApplication>
 #include <QString>
@@ -28,6 +29,9 @@ public:
         QString output;
         /// What lies there already is replaced.
         bool mayReplace = false;
+        /// Why the original stays though originals go, a clause; empty where it may go.
+        QString keepReason = {};
+        ConversionRequest::Earlier earlier = ConversionRequest::Earlier::None;
     };
     /// A text about outputs, written once they are all there.
     struct List
@@ -42,7 +46,11 @@ public:
     /// `chosenFolder` empty means beside each source.
     OutputPlan(const QStringList &sources, const QString &chosenFolder, const QString &extension);
 
+    /// One that was settled before.
+    OutputPlan(std::vector<Entry> entries, std::vector<List> lists);
+
     const std::vector<Entry> &entries() const { return m_entries; }
+    std::vector<Entry> &entries() { return m_entries; }
     QStringList outputs() const;
     /// The folders of the outputs, each once.
     QStringList folders() const;

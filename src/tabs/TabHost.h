@@ -24,8 +24,10 @@ public:
     virtual ~TabHost() = default;
 
     virtual KruvTaskQueue &taskQueue() = 0;
-    /// Hands the jobs of the tab's command to the queue.
-    virtual void submit(const QString &tabLabel, std::span<const std::shared_ptr<KruvTask>> jobs) = 0;
+    /// Hands the jobs of the tab's command to the queue. `plan`: what makes them once more (RunRecord), or
+    /// empty.
+    virtual void submit(const QString &tabLabel, std::span<const std::shared_ptr<KruvTask>> jobs,
+                        const QString &plan) = 0;
     virtual Preferences &preferences() = 0;
     virtual UserInterface &userInterface() = 0;
     /// The one window for track names; every tab that works with names listens to it.

@@ -26,6 +26,7 @@ namespace {
 EntryRecord OutputTask::plannedEntry() const
 {
     EntryRecord entry = KruvTask::plannedEntry();
+    entry.keepReason = m_flaw;
     if (m_mayReplace && QFileInfo::exists(entry.output)) {
         entry.action = EntryRecord::Action::Replace;
     }
@@ -68,7 +69,7 @@ void OutputTask::walk(StagedOutputs &outputs)
     if (error() && !cancelled()) {
         blameSources();
     }
-    if (mayGoOn()) {
+    if (mayGoOn() && !outputs.isEmpty()) {
         dress(outputs);
     }
     if (mayGoOn() && !outputs.isEmpty() && owesProof(outputs)) {
@@ -134,7 +135,7 @@ void OutputTask::stampOutputs(const StagedOutputs &outputs)
 bool OutputTask::owesProof(const StagedOutputs &outputs) const
 {
     // Some tools don't notice that their last write failed.
-    return deleteOriginal() || (queue() && queue()->provesOutputs()) || outputs.isShortOfSpace();
+    return m_proves || deleteOriginal() || (queue() && queue()->provesOutputs()) || outputs.isShortOfSpace();
 }
 
 void OutputTask::blameSources()

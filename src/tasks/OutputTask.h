@@ -23,6 +23,8 @@ public:
     /// What there is under an output's name is replaced when the new file is complete; else it stays and the
     /// job fails. Before the start.
     void setMayReplace(bool mayReplace) { m_mayReplace = mayReplace; }
+    /// Its outputs are proven whatever else is asked for. Before the start.
+    void setProves(bool proves) { m_proves = proves; }
     ProofNote proof() const override { return m_proof; }
     EntryRecord plannedEntry() const override;
     std::optional<Receipt> receipt() const override;
@@ -71,6 +73,7 @@ private:
     void releaseOriginal(Receipt::File &source, const StagedOutputs &outputs);
 
     bool m_mayReplace = false;
+    bool m_proves = false;
     QStringList m_remarks;
     ProofNote m_proof;
     std::vector<Receipt::File> m_sources; // as they were at the start

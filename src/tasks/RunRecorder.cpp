@@ -9,7 +9,7 @@
 
 #include <QDir>
 
-#include <vector>
+#include <utility>
 
 namespace kruv {
 
@@ -55,23 +55,42 @@ void RunRecorder::recordAs(const QString &command, const QStringList &arguments)
     m_isCommandLine = true;
 }
 
-void RunRecorder::announce(const QString &command)
+void RunRecorder::announce(const QString &command, const QString &plan)
 {
-    if (!m_isCommandLine && command != m_command.command) {
+    m_command.plan = plan;
+    if (!m_isCommandLine && (command != m_command.command || !plan.isEmpty())) {
         m_command.command = command;
         m_currentRun = 0;
     }
+}
+
+void RunRecorder::resume(const ResumedRun &resumed)
+{
+    m_currentRun = m_journal.resumeRun(resumed);
+    m_canBeResumed = true;
+    if (resumed.waiting.empty()) {
+        m_journal.endRun(m_currentRun);
+    } else {
+        m_resumed = m_currentRun + 1;
+    }
+    forgetCurrentRunSoon();
 }
 
 RunRecorder::Number RunRecorder::beginRun()
 {
     m_command.folder = QDir::currentPath();
     m_command.process = QString::fromUtf8(StagingLock::thisProcess());
+    forgetCurrentRunSoon();
+    m_canBeResumed = m_journal.isOn() && !m_command.plan.isEmpty();
+    return m_journal.addRun(m_command);
+}
+
+void RunRecorder::forgetCurrentRunSoon()
+{
     if (!m_isCommandLine) {
         QMetaObject::invokeMethod(
             this, [this] { m_currentRun = 0; }, Qt::QueuedConnection);
     }
-    return m_journal.addRun(m_command);
 }
 
 RunRecorder::Number RunRecorder::runFor(const KruvTask *after)
@@ -88,16 +107,24 @@ RunRecorder::Number RunRecorder::runFor(const KruvTask *after)
 void RunRecorder::added(std::span<const std::shared_ptr<KruvTask>> tasks, const KruvTask *after)
 {
     const Number run = runFor(after);
+    Number entry = addEntries(tasks, run);
+    for (const std::shared_ptr<KruvTask> &task : tasks) {
+        m_jobs[task.get()] = {run, entry++};
+    }
+    m_unfinished[run] += static_cast<int>(tasks.size());
+}
+
+RunRecorder::Number RunRecorder::addEntries(std::span<const std::shared_ptr<KruvTask>> tasks, Number run)
+{
+    if (m_resumed) {
+        return *std::exchange(m_resumed, std::nullopt);
+    }
     std::vector<EntryRecord> records;
     records.reserve(tasks.size());
     for (const std::shared_ptr<KruvTask> &task : tasks) {
         records.push_back(task->plannedEntry());
     }
-    Number entry = m_journal.addEntries(run, std::move(records));
-    for (const std::shared_ptr<KruvTask> &task : tasks) {
-        m_jobs[task.get()] = {run, entry++};
-    }
-    m_unfinished[run] += static_cast<int>(tasks.size());
+    return m_journal.addEntries(run, std::move(records));
 }
 
 void RunRecorder::started(const KruvTask &task)

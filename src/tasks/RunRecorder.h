@@ -29,8 +29,13 @@ public:
 
     /// All jobs of this process belong to one run: that of its command line.
     void recordAs(const QString &command, const QStringList &arguments);
-    /// The jobs that come before control returns to the event loop are a run of this command's.
-    void announce(const QString &command);
+    /// The jobs that come before control returns to the event loop are a run of this command's. Those with a
+    /// plan (RunRecord) are one by themselves.
+    void announce(const QString &command, const QString &plan);
+    /// Whether what is left of the latest run can be done by a later process.
+    bool canBeResumed() const { return m_canBeResumed; }
+    /// The next jobs are the waiting entries of a run that goes on.
+    void resume(const ResumedRun &resumed);
 
 private:
     using Number = Journal::Number;
@@ -46,11 +51,15 @@ private:
     void ended(const KruvTask &task);
     Number runFor(const KruvTask *after);
     Number beginRun();
+    void forgetCurrentRunSoon();
+    Number addEntries(std::span<const std::shared_ptr<KruvTask>> tasks, Number run);
 
     Journal &m_journal;
     RunRecord m_command; // of the next run
     bool m_isCommandLine = false;
+    bool m_canBeResumed = false;
     Number m_currentRun = 0;
+    std::optional<Number> m_resumed;                  // the first of its entries that the next jobs are
     std::unordered_map<const KruvTask *, Job> m_jobs; // that have not ended
     std::unordered_map<Number, int> m_unfinished;     // jobs of a run
     const KruvTask *m_endedLast = nullptr;            // compared only

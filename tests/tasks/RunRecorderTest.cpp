@@ -38,16 +38,16 @@ protected:
 
 TEST_F(RunRecorderTest, AFollowUpBelongsToTheRunThatBroughtIt)
 {
-    recorder.announce(u"encode"_s);
+    recorder.announce(u"encode"_s, {});
     const Jobs jobs = makeSet(engine.queue, 4);
     const auto list = std::make_shared<FakeJob>(&engine.queue, u"list"_s);
     jobs[0]->results()->setTaskAfterSetDone(list);
     addAll(engine.queue, jobs);
     serveEvents();
     // The same command again, and another's, while the first goes on.
-    recorder.announce(u"encode"_s);
+    recorder.announce(u"encode"_s, {});
     engine.queue.addTask(std::make_shared<FakeJob>(&engine.queue, u"again"_s));
-    recorder.announce(u"verify"_s);
+    recorder.announce(u"verify"_s, {});
     engine.queue.addTask(std::make_shared<FakeJob>(&engine.queue, u"other"_s));
 
     jobs[0]->succeed();
@@ -77,7 +77,7 @@ TEST_F(RunRecorderTest, ACommandLineIsOneRun)
 {
     recorder.recordAs(u"verify"_s, {u"verify"_s, u"/music"_s});
     for (const QString &tab : {u"checksum"_s, u"decode"_s}) {
-        recorder.announce(tab);
+        recorder.announce(tab, {});
         const auto job = std::make_shared<FakeJob>(&engine.queue, tab);
         engine.queue.addTask(job);
         job->succeed();

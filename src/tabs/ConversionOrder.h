@@ -1,0 +1,64 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "formats/OptionValues.h"
+#include "tabs/OutputPlan.h"
+
+#include <QString>
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace kruv {
+
+class KruvTask;
+class KruvTaskResults;
+class TaskCompletionSink;
+struct Format;
+
+/// What the jobs of one conversion command have in common. With the plan's entries it is all that they are
+/// made from, and it can be kept as text, so that a later process makes the same jobs.
+struct ConversionOrder
+{
+    /// What is made.
+    const Format *target = nullptr;
+    /// To plain PCM, by the source's format; else by the target's.
+    bool decodes = false;
+    OptionValues options = {};
+    bool deletes = false; ///< originals
+    bool mayDeleteChanged = false;
+    bool proves = false;
+
+    struct Jobs
+    {
+        /// In the plan's order.
+        std::vector<std::shared_ptr<KruvTask>> jobs = {};
+        /// Sources for which there is no job.
+        QStringList withoutJob = {};
+    };
+    /// The jobs of all entries but those that are `done` by their place in the plan; lists tell of these, too.
+    /// Nothing is queued.
+    Jobs makeJobs(const OutputPlan &plan, TaskCompletionSink *queue, const std::vector<bool> &done = {}) const;
+    /// The job that writes the lists of a plan; null where there are none.
+    std::shared_ptr<KruvTask> makeLists(const OutputPlan &plan, TaskCompletionSink *queue) const;
+
+    /// As a text that later versions of the program read, with the plan's lists.
+    QString toText(const OutputPlan &plan) const;
+    struct Kept;
+    /// Nothing for a text that this version can't carry out.
+    static std::optional<Kept> fromText(const QString &text);
+
+private:
+    std::shared_ptr<KruvTask> makeJob(const OutputPlan::Entry &entry, TaskCompletionSink *queue) const;
+};
+
+struct ConversionOrder::Kept
+{
+    ConversionOrder order = {};
+    std::vector<OutputPlan::List> lists = {};
+};
+
+} // namespace kruv

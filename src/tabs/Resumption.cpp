@@ -1,0 +1,172 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "tabs/Resumption.h"
+
+#include "base/PathNames.h"
+#include "journal/JournalFile.h"
+#include "journal/JournalWords.h"
+#include "tasks/FileCommit.h"
+#include "tasks/KruvTask.h"
+#include "tasks/KruvTaskQueue.h"
+#include "tasks/RunRecorder.h"
+#include "tasks/StagingFolder.h"
+#include "tasks/StagingLock.h"
+
+#include <QFileInfo>
+
+#include <algorithm>
+#include <functional>
+#include <stdexcept>
+
+namespace kruv {
+
+namespace {
+
+/// Tells which file it is that can't be used.
+void useJournal(const std::function<void(const QString &path)> &work)
+{
+    const QString path = JournalFile::usualPath();
+    try {
+        work(path);
+    } catch (const std::runtime_error &error) {
+        throw std::runtime_error(
+            Resumption::tr("The journal %1 can't be used: %2.").arg(path, QString::fromUtf8(error.what())).toStdString());
+    }
+}
+
+bool hasState(const HistoryEntry &entry, EntryEnd::State state)
+{
+    return entry.state == QLatin1StringView(JournalWords::of(state));
+}
+
+/// Whether all outputs are there as the receipt has them.
+bool holds(const HistoryEntry &entry)
+{
+    return entry.hasReceipt && std::ranges::all_of(entry.files, [](const HistoryFile &file) {
+        const auto now = file.isOutput ? FileStamp::of(file.path) : std::nullopt;
+        return !file.isOutput || (now && file.isAsItWas(*now));
+    });
+}
+
+} // namespace
+
+std::vector<HistoryRun> Resumption::candidates(History::Jobs jobs)
+{
+    std::vector<HistoryRun> found;
+    useJournal([&](const QString &path) {
+        History(path).forEachRunWith(jobs, [&found](const HistoryRun &run) {
+            const bool isOver = run.ended || StagingLock::hasEnded(run.process.toUtf8());
+            if (isOver && ConversionOrder::fromText(run.plan)) {
+                found.push_back(run);
+            }
+        });
+    });
+    return found;
+}
+
+void Resumption::forget(const HistoryRun &run)
+{
+    useJournal([&run](const QString &path) { JournalFile::forget(path, run); });
+}
+
+Resumption::Resumption(const HistoryRun &run, History::Jobs jobs)
+    : m_run(run)
+    , m_triesAgain(jobs == History::Jobs::NotDoneOrFailed)
+    , m_kept(ConversionOrder::fromText(run.plan).value_or(ConversionOrder::Kept()))
+    , m_plan({}, m_kept.lists)
+{
+}
+
+bool Resumption::take()
+{
+    bool isOurs = false;
+    useJournal([&](const QString &path) {
+        isOurs = JournalFile::take(path, m_run, QString::fromUtf8(StagingLock::thisProcess()));
+        if (isOurs) {
+            m_resumed.run = m_run.id;
+            History(path).forEachEntryOf(m_run.id, [this](const HistoryEntry &entry) { add(entry); });
+        }
+    });
+    return isOurs;
+}
+
+void Resumption::add(const HistoryEntry &entry)
+{
+    const bool wasDone = hasState(entry, EntryEnd::State::Done);
+    if (entry.source.isEmpty()) { // a list of the outputs
+        m_hasLists = wasDone && FileCommit::isTaken(entry.output);
+        m_resumed.dropped.push_back(entry.id);
+        return;
+    }
+    using Earlier = ConversionRequest::Earlier;
+    const Left left = leftOf(entry);
+    const bool mayReplace = entry.action == QLatin1StringView(JournalWords::of(EntryRecord::Action::Replace));
+    m_plan.entries().push_back({.source = entry.source,
+                                .folder = PathNames::folderOf(entry.output),
+                                .output = entry.output,
+                                .mayReplace = mayReplace || left == Left::PerhapsAll,
+                                .keepReason = entry.keepReason,
+                                .earlier = left == Left::Proof                       ? Earlier::Kept
+                                           : left == Left::PerhapsAll && !mayReplace ? Earlier::Replaced
+                                                                                     : Earlier::None});
+    m_done.push_back(left == Left::Nothing);
+    m_ids.push_back(entry.id);
+    if (left == Left::Nothing && !wasDone && !hasState(entry, EntryEnd::State::Failed)) {
+        m_resumed.done.push_back(entry.id);
+    }
+}
+
+Resumption::Left Resumption::leftOf(const HistoryEntry &entry) const
+{
+    if (hasState(entry, EntryEnd::State::Failed)) {
+        // What it made all the same lacks something that the file does not tell.
+        return m_triesAgain && !entry.hasReceipt ? Left::All : Left::Nothing;
+    }
+    if (holds(entry)) {
+        return Left::Nothing;
+    }
+    if (!FileCommit::isTaken(entry.output)) {
+        return Left::All;
+    }
+    if (!QFileInfo::exists(entry.source)) {
+        // An original that the run was to delete went when its output was proven and on the disk.
+        return m_kept.order.deletes ? Left::Nothing : Left::All;
+    }
+    return entry.hasReceipt ? Left::Proof : Left::PerhapsAll;
+}
+
+qsizetype Resumption::jobsDone() const
+{
+    return std::ranges::count(m_done, true);
+}
+
+void Resumption::queueJobs(KruvTaskQueue &queue, RunRecorder &recorder)
+{
+    sweepFolders();
+    const ConversionOrder::Jobs made = m_kept.order.makeJobs(m_plan, &queue, m_done);
+    for (std::size_t index = 0; index < m_ids.size(); ++index) {
+        if (!m_done[index] && !made.withoutJob.contains(m_plan.entries()[index].source)) {
+            m_resumed.waiting.push_back(m_ids[index]);
+        }
+    }
+    const bool hasJobs = !made.jobs.empty();
+    if (!hasJobs && m_hasLists) {
+        m_resumed.dropped.clear();
+    }
+    recorder.resume(m_resumed);
+    queue.addTasks(made.jobs);
+    if (!hasJobs && !m_hasLists && !m_plan.lists().empty()) {
+        queue.addTask(m_kept.order.makeLists(m_plan, &queue));
+    }
+}
+
+/// Also those in which nothing is left to be made.
+void Resumption::sweepFolders() const
+{
+    for (const QString &folder : m_plan.folders()) {
+        StagingFolder::sweep(folder);
+    }
+}
+
+} // namespace kruv

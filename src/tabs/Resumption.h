@@ -1,0 +1,69 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "journal/History.h"
+#include "journal/ResumedRun.h"
+#include "tabs/ConversionOrder.h"
+
+#include <QCoreApplication>
+
+#include <vector>
+
+namespace kruv {
+
+class KruvTaskQueue;
+class RunRecorder;
+
+/// Carries a run of conversions on that was broken off or cancelled. What counts is what lies on the disk: an
+/// output that is as its receipt says is done, whatever else the journal knows of it. What was made but not
+/// recorded any more is shown to be the run's own before it is made anew; nothing else is replaced. Main
+/// thread; throws std::runtime_error for a journal that can't be read or written.
+class Resumption
+{
+    Q_DECLARE_TR_FUNCTIONS(kruv::Resumption)
+public:
+    /// Those that can be carried on, the latest first: what is left of them can be made again, and no process
+    /// is at them.
+    static std::vector<HistoryRun> candidates(History::Jobs jobs);
+
+    /// It is no candidate any more.
+    static void forget(const HistoryRun &run);
+
+    /// `jobs`: those to be done.
+    Resumption(const HistoryRun &run, History::Jobs jobs);
+
+    /// Makes the run this process's and looks at its files. False where another process was faster.
+    bool take();
+    /// Queues what is left. Once, after take().
+    void queueJobs(KruvTaskQueue &queue, RunRecorder &recorder);
+
+    qsizetype jobs() const { return static_cast<qsizetype>(m_plan.entries().size()); }
+    /// Of these, those that need not be done again, and those that failed and are not to be tried again.
+    qsizetype jobsDone() const;
+
+private:
+    enum class Left {
+        Nothing,
+        All,
+        /// It may have been done, but nothing says so.
+        PerhapsAll,
+        /// Somebody has worked on the output since.
+        Proof
+    };
+    Left leftOf(const HistoryEntry &entry) const;
+    void add(const HistoryEntry &entry);
+    void sweepFolders() const;
+
+    const HistoryRun m_run;
+    const bool m_triesAgain;
+    ConversionOrder::Kept m_kept;
+    OutputPlan m_plan;
+    std::vector<bool> m_done;        // for each entry of the plan
+    std::vector<std::int64_t> m_ids; // the same
+    ResumedRun m_resumed;
+    bool m_hasLists = false; // they were written
+};
+
+} // namespace kruv
