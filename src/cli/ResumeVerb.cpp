@@ -28,7 +28,8 @@ ResumeVerb::ResumeVerb(CLI::App &parent)
         ->type_name("RUN");
     CLI::Option *lists = addFlag("--list", m_lists, tr("List the runs that can be resumed"));
     addFlag("--failed", m_triesAgain, tr("Try again what failed, too"));
-    addFlag("--discard", m_discards, tr("Forget that there is something left, and do nothing"))->excludes(lists);
+    addFlag("--discard", m_discards, tr("Forget that there is something left, and do nothing"))
+        ->excludes(lists);
     declareRunFlags(m_options);
     setFooter(tr("What was written and is still as it was is not done again. Example: after a power cut\n"
                  "  kruv resume"));

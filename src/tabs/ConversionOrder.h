@@ -39,9 +39,10 @@ struct ConversionOrder
         /// Sources for which there is no job.
         QStringList withoutJob = {};
     };
-    /// The jobs of all entries but those that are `done` by their place in the plan; lists tell of these, too.
-    /// Nothing is queued.
-    Jobs makeJobs(const OutputPlan &plan, TaskCompletionSink *queue, const std::vector<bool> &done = {}) const;
+    /// The jobs of all entries but those that are `done` by their place in the plan; lists tell of these,
+    /// too. Nothing is queued.
+    Jobs makeJobs(const OutputPlan &plan, TaskCompletionSink *queue,
+                  const std::vector<bool> &done = {}) const;
     /// The job that writes the lists of a plan; null where there are none.
     std::shared_ptr<KruvTask> makeLists(const OutputPlan &plan, TaskCompletionSink *queue) const;
 

@@ -30,8 +30,9 @@ void useJournal(const std::function<void(const QString &path)> &work)
     try {
         work(path);
     } catch (const std::runtime_error &error) {
-        throw std::runtime_error(
-            Resumption::tr("The journal %1 can't be used: %2.").arg(path, QString::fromUtf8(error.what())).toStdString());
+        throw std::runtime_error(Resumption::tr("The journal %1 can't be used: %2.")
+                                     .arg(path, QString::fromUtf8(error.what()))
+                                     .toStdString());
     }
 }
 
@@ -44,9 +45,9 @@ bool hasState(const HistoryEntry &entry, EntryEnd::State state)
 bool holds(const HistoryEntry &entry)
 {
     return entry.hasReceipt && std::ranges::all_of(entry.files, [](const HistoryFile &file) {
-        const auto now = file.isOutput ? FileStamp::of(file.path) : std::nullopt;
-        return !file.isOutput || (now && file.isAsItWas(*now));
-    });
+               const auto now = file.isOutput ? FileStamp::of(file.path) : std::nullopt;
+               return !file.isOutput || (now && file.isAsItWas(*now));
+           });
 }
 
 } // namespace

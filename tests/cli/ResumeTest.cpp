@@ -37,8 +37,8 @@ protected:
     {
         const QByteArray tool = resourcesFolder().toUtf8();
         const QByteArray stalled = folder.file(u"stalled"_s).toUtf8();
-        shell(u"flac"_s, "case \"$*\" in " + done + ") exec '" + tool + "/flac' \"$@\";; esac\necho >> '" + stalled +
-                             "'\nexec sleep 60\n");
+        shell(u"flac"_s, "case \"$*\" in " + done + ") exec '" + tool + "/flac' \"$@\";; esac\necho >> '" +
+                             stalled + "'\nexec sleep 60\n");
         QFile::link(resourcesFolder() + u"/metaflac"_s, resources + u"/metaflac"_s);
         const auto process = start(
             QStringList{u"encode"_s, u"--to"_s, u"flac"_s, u"--beside-source"_s, u"--jobs"_s, u"1"_s} + more);

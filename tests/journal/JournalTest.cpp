@@ -216,6 +216,21 @@ TEST_F(JournalTest, ForgetsOldRunsButNoReceipts)
     EXPECT_EQ(file.number("PRAGMA freelist_count"), 0) << "the room was given back";
 }
 
+TEST_F(JournalTest, BringsWhatAnOlderVersionWroteUpToDate)
+{
+    const auto makeOlder = [this] {
+        database().execute("ALTER TABLE runs DROP COLUMN plan; ALTER TABLE runs DROP COLUMN forgotten;"
+                           "ALTER TABLE entries DROP COLUMN keeps; PRAGMA user_version = 1");
+    };
+    record(*open());
+    makeOlder();
+    EXPECT_EQ(runs().size(), 1U); // by reading
+    makeOlder();
+    record(*open());
+    EXPECT_EQ(runs().size(), 2U);
+    EXPECT_EQ(said, QStringList());
+}
+
 TEST_F(JournalTest, IsNeverInTheWay)
 {
     struct Case

@@ -21,9 +21,11 @@ TEST(ConversionOrder, IsReadAsItWasWritten)
     for (const bool lossy : {false, true}) {
         for (const Format *format : Formats::made(lossy)) {
             SCOPED_TRACE(format->id);
-            ConversionOrder order{.target = format, .deletes = true, .mayDeleteChanged = true, .proves = true};
+            ConversionOrder order{
+                .target = format, .deletes = true, .mayDeleteChanged = true, .proves = true};
             for (const FormatOption *option : format->options) { // none as it is by itself
-                order.options.set(*option, option->standard == option->minimum ? option->maximum : option->minimum);
+                order.options.set(*option,
+                                  option->standard == option->minimum ? option->maximum : option->minimum);
                 if (!option->choices.empty() && option->kind == FormatOption::Kind::Choice) {
                     order.options.set(*option, static_cast<int>(option->choices.size()) - 1);
                 }
