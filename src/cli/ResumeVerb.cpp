@@ -114,6 +114,7 @@ int ResumeVerb::resume(const HistoryRun &run) const
     }
     queueRun.leaveOutResults();
     queueRun.run([&] { resumption.queueJobs(controller.taskQueue(), controller.runRecorder()); });
+    resumption.sweepFolders();     // once more, for tools that had not ended before
     controller.journal().finish(); // what it has to say comes before the summary
     const int status = queueRun.finish();
     queueRun.sayHowToGoOn(controller.runRecorder());

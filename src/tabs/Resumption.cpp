@@ -162,7 +162,6 @@ void Resumption::queueJobs(KruvTaskQueue &queue, RunRecorder &recorder)
     }
 }
 
-/// Also those in which nothing is left to be made.
 void Resumption::sweepFolders() const
 {
     for (const QString &folder : m_plan.folders()) {

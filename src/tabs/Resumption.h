@@ -39,6 +39,10 @@ public:
     /// Queues what is left. Once, after take().
     void queueJobs(KruvTaskQueue &queue, RunRecorder &recorder);
 
+    /// Removes what killed processes left in the run's folders, also in those in which nothing is left to be
+    /// made.
+    void sweepFolders() const;
+
     qsizetype jobs() const { return static_cast<qsizetype>(m_plan.entries().size()); }
     /// Of these, those that need not be done again, and those that failed and are not to be tried again.
     qsizetype jobsDone() const;
@@ -54,7 +58,6 @@ private:
     };
     Left leftOf(const HistoryEntry &entry) const;
     void add(const HistoryEntry &entry);
-    void sweepFolders() const;
 
     const HistoryRun m_run;
     const bool m_triesAgain;

@@ -56,8 +56,16 @@ StagingFolder::StagingFolder(const QString &folder)
         m_place = *waiting;
         return;
     }
-    make(folder);
-    lock();
+    // Until it holds its lock, another process may sweep it.
+    constexpr int tries = 5;
+    int error = ENOENT;
+    for (int attempt = 0; attempt < tries && error == ENOENT; ++attempt) {
+        make(folder);
+        error = lock();
+    }
+    if (error != 0) {
+        cannotWrite(folder, error);
+    }
 }
 
 void StagingFolder::make(const QString &folder)
@@ -75,20 +83,15 @@ void StagingFolder::make(const QString &folder)
     }
 }
 
-void StagingFolder::lock()
+/// Returns 0 or the error number.
+int StagingFolder::lock()
 {
-    m_place.lock = open(QFile::encodeName(pathFor(StagingLock::fileName())).constData(),
-                        O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-    const QByteArray owner = StagingLock::thisProcess();
-    if (m_place.lock < 0 || flock(m_place.lock, LOCK_EX | LOCK_NB) != 0 ||
-        write(m_place.lock, owner.constData(), static_cast<std::size_t>(owner.size())) != owner.size()) {
-        const int error = errno;
-        if (m_place.lock >= 0) {
-            close(m_place.lock);
-        }
+    m_place.lock = StagingLock::create(m_place.path);
+    const int error = m_place.lock < 0 ? errno : 0;
+    if (error != 0) {
         QDir(m_place.path).removeRecursively();
-        cannotWrite(m_place.folder, error);
     }
+    return error;
 }
 
 StagingFolder::~StagingFolder()
@@ -122,8 +125,12 @@ void StagingFolder::sweep(const QString &folder)
     const QStringList names = QDir(folder).entryList({StagingName::pattern()}, QDir::Dirs | QDir::Hidden);
     for (const QString &name : names) {
         const QString path = folder + u'/' + name;
-        if (StagingName::isFolder(name) && StagingLock::isStale(path)) {
+        const auto state =
+            StagingName::isFolder(name) ? StagingLock::stateOf(path) : StagingLock::State::InUse;
+        if (state == StagingLock::State::Stale) {
             QDir(path).removeRecursively();
+        } else if (state == StagingLock::State::Bare) {
+            rmdir(QFile::encodeName(path).constData());
         }
     }
 }

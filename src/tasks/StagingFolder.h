@@ -35,7 +35,7 @@ public:
 
 private:
     void make(const QString &folder);
-    void lock();
+    int lock();
     void empty();
 
     StagingReuse::Place m_place;

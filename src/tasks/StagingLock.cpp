@@ -109,20 +109,44 @@ bool hasEnded(const QByteArray &process)
            (owner[1] != bootId() || startOf(owner[2]) != owner[3]);
 }
 
-bool isStale(const QString &stagingFolder)
+int create(const QString &stagingFolder)
+{
+    const QByteArray path = QFile::encodeName(stagingFolder + u'/' + fileName());
+    int lock = open(QFile::encodeName(stagingFolder).constData(), O_TMPFILE | O_RDWR | O_CLOEXEC, 0666);
+    const bool comesWhole = lock >= 0;
+    if (!comesWhole) {
+        lock = open(path.constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    }
+    const QByteArray owner = thisProcess();
+    const QByteArray handle = "/proc/self/fd/" + QByteArray::number(lock);
+    if (lock >= 0 && flock(lock, LOCK_EX | LOCK_NB) == 0 &&
+        write(lock, owner.constData(), static_cast<std::size_t>(owner.size())) == owner.size() &&
+        (!comesWhole ||
+         linkat(AT_FDCWD, handle.constData(), AT_FDCWD, path.constData(), AT_SYMLINK_FOLLOW) == 0)) {
+        return lock;
+    }
+    const int error = errno;
+    if (lock >= 0) {
+        close(lock);
+    }
+    errno = error;
+    return -1;
+}
+
+State stateOf(const QString &stagingFolder)
 {
     const QString path = stagingFolder + u'/' + fileName();
     const int lock = open(QFile::encodeName(path).constData(), O_RDWR | O_CLOEXEC);
     if (lock < 0) {
-        // Ours is empty without its lock; what holds files is a person's folder that happens to have the
-        // name.
-        return QDir(stagingFolder)
-                   .isEmpty(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden | QDir::System) &&
-               ageOf(stagingFolder + u'/') > day;
+        // What holds files is a person's folder that happens to have the name.
+        const bool isEmpty =
+            QDir(stagingFolder)
+                .isEmpty(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden | QDir::System);
+        return isEmpty ? State::Bare : State::InUse;
     }
     const bool stale = flock(lock, LOCK_EX | LOCK_NB) == 0 && isGone(stagingFolder, path);
     close(lock);
-    return stale;
+    return stale ? State::Stale : State::InUse;
 }
 
 } // namespace kruv::StagingLock

@@ -15,8 +15,18 @@ QString fileName();
 /// What the file says of its owner: host, boot, process and the process's start.
 QByteArray thisProcess();
 
-/// Whether the owner of `stagingFolder` is gone for certain, so that nobody misses what lies in it.
-bool isStale(const QString &stagingFolder);
+/// Locks a new staging folder for this process: the file handle that holds the lock, or -1 with errno. Where
+/// the file system can do that, the lock comes into the folder whole.
+int create(const QString &stagingFolder);
+
+enum class State {
+    InUse,
+    /// It holds nothing, not even a lock: an owner that is just making it makes another one where it goes.
+    Bare,
+    /// Its owner is gone for certain, so that nobody misses what lies in it.
+    Stale
+};
+State stateOf(const QString &stagingFolder);
 
 /// Whether the process that thisProcess() said that of has ended for certain: one of this host that is gone.
 bool hasEnded(const QByteArray &process);

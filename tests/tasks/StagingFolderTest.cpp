@@ -10,6 +10,7 @@
 #include <QSysInfo>
 
 #include <gtest/gtest.h>
+#include <thread>
 #include <utime.h>
 
 using namespace Qt::Literals::StringLiterals;
@@ -72,7 +73,7 @@ TEST_F(StagingFolderTest, OneThatWasMovedAwayIsNotWaitedFor)
 TEST_F(StagingFolderTest, SweepsOnlyWhatIsItsOwn)
 {
     const QString gone = folder.makeFolder(u".kruv-abcdefgh"_s);
-    const QString empty = folder.makeFolder(u".kruv-emptyish"_s);
+    folder.makeFolder(u".kruv-emptyish"_s); // by a process that was killed at once
     const QString music = folder.makeFolder(u".kruv-mymusics"_s);
     const QString locks = folder.makeFolder(u".kruv-mykeylox"_s);
     const QStringList files{
@@ -81,11 +82,24 @@ TEST_F(StagingFolderTest, SweepsOnlyWhatIsItsOwn)
         folder.write(u".kruv-mymusics/song.flac"_s, "song"),
         folder.write(u".kruv-mykeylox/lock"_s, "a picture of a lock")};
     const utimbuf longAgo{1, 1};
-    for (const QString &path : files + QStringList{gone, empty, music, locks}) {
+    for (const QString &path : files + QStringList{gone, music, locks}) {
         utime(QFile::encodeName(path).constData(), &longAgo);
     }
     StagingFolder::sweep(folder.path());
     EXPECT_EQ(namesIn(folder.path()), (QStringList{u".kruv-mykeylox"_s, u".kruv-mymusics"_s}));
+}
+
+TEST_F(StagingFolderTest, IsMadeWhileOthersSweep)
+{
+    std::jthread sweeper([this](const std::stop_token &stop) {
+        while (!stop.stop_requested()) {
+            StagingFolder::sweep(folder.path());
+        }
+    });
+    for (int index = 0; index < 300; ++index) {
+        const StagingFolder made(folder.path());
+        EXPECT_FALSE(readFile(made.pathFor(u"lock"_s)).isEmpty());
+    }
 }
 
 TEST_F(StagingFolderTest, FewWaitHoweverManyFoldersThereAre)
