@@ -48,6 +48,8 @@ public:
     /// Nothing where the command is not to go on. `existing` are those of its `outputs` whose names are
     /// taken.
     virtual std::optional<ExistingFiles> askAboutExisting(const QStringList &existing, qsizetype outputs);
+    /// Whether what earlier runs made of the same is left as it is, without a question.
+    virtual bool skipsDone() const { return false; }
     /// They do and are to stay, so nothing happens: for a person who was not asked just now.
     virtual void allOutputsExist(qsizetype /*outputs*/) {}
     /// Whether these lossy files are to become lossless ones, which are larger and sound the same.

@@ -68,7 +68,8 @@ std::optional<ExistingFiles> CliUserInterface::askAboutExisting(const QStringLis
         names = tr("%1 (and %n more)", nullptr, static_cast<int>(existing.size()) - 1).arg(names);
     }
     throw UsageError(tr("%1: exists already. Add --overwrite to replace what is there, --skip-existing to "
-                        "leave it as it is, or --keep-both to give the new ones a number.")
+                        "leave it as it is, --skip-done to leave what the same command made before, or "
+                        "--keep-both to give the new ones a number.")
                          .arg(names));
 }
 

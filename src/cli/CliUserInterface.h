@@ -22,6 +22,7 @@ public:
             int defaultButton) override;
     std::optional<ExistingFiles> askAboutExisting(const QStringList &existing, qsizetype outputs) override;
     void allOutputsExist(qsizetype outputs) override;
+    bool skipsDone() const override { return m_options.skipDone; }
     bool askAboutLossy(const QStringList &files) override;
     /// Without the flag the originals stay, and their jobs say so.
     bool askAboutChanged(const QStringList &) override { return m_options.deleteChanged; }

@@ -31,6 +31,8 @@ struct CommonOptions
     bool overwrite = false;
     bool skipExisting = false;
     bool keepBoth = false;
+    /// What an earlier run made of the same sources in the same way is left alone.
+    bool skipDone = false;
     bool yes = false;
     /// Lossy files may become lossless ones.
     bool fromLossy = false;

@@ -42,11 +42,10 @@ QString HistoryReport::statusOf(const HistoryEntry &entry)
 
 QString HistoryReport::presentStateOf(const HistoryFile &file)
 {
-    const auto now = FileStamp::of(file.path);
-    if (!now) {
+    if (!FileStamp::of(file.path)) {
         return QStringLiteral("missing");
     }
-    return file.isAsItWas(*now) ? QStringLiteral("same") : QStringLiteral("changed");
+    return file.isAsItWas() ? QStringLiteral("same") : QStringLiteral("changed");
 }
 
 QString HistoryReport::fatesOf(const HistoryEntry &entry)

@@ -145,6 +145,8 @@ void TabVerb::declareExistingFlags()
         addFlag("--skip-existing", m_options.skipExisting, tr("Leave outputs that are there as they are"));
     CLI::Option *both =
         addFlag("--keep-both", m_options.keepBoth, tr("Give new outputs a number where their name is taken"));
+    addFlag("--skip-done", m_options.skipDone,
+            tr("Leave alone what the same command made before, and do the rest"));
     overwrite->excludes(skip)->excludes(both);
     skip->excludes(both);
 }

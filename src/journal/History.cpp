@@ -126,6 +126,20 @@ void History::forEachEntryOf(std::int64_t run, const EntryVisitor &visit) const
     }
 }
 
+std::optional<HistoryEntry> History::makerOf(const QString &output) const
+{
+    std::optional<HistoryEntry> found;
+    if (m_database) {
+        Statement rows = m_database->prepare(
+            (std::string(entryColumns) +
+             " WHERE c.id = (SELECT receipt FROM receipt_files WHERE path = ? AND role = 'output'"
+             " ORDER BY id DESC LIMIT 1)")
+                .c_str());
+        visitEntries(rows.with(output), [&found](const HistoryEntry &entry) { found = entry; });
+    }
+    return found;
+}
+
 void History::find(const Question &question, const EntryVisitor &visit) const
 {
     if (!m_database) {

@@ -38,6 +38,9 @@ public:
     /// In the order of the run's list.
     void forEachEntryOf(std::int64_t run, const EntryVisitor &visit) const;
 
+    /// The latest job that made this file; nothing where none did, or where its run is forgotten.
+    std::optional<HistoryEntry> makerOf(const QString &output) const;
+
     struct Question
     {
         enum class About {

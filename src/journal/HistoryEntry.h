@@ -33,6 +33,11 @@ struct HistoryEntry
     QString digest = {};
     QString decoder = {};
     std::vector<HistoryFile> files = {};
+
+    /// Whether all outputs are there as the receipt has them.
+    bool outputsAreAsTheyWere() const;
+    /// The same for a source.
+    bool sourceIsAsItWas(const QString &path) const;
 };
 
 } // namespace kruv

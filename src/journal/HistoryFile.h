@@ -17,11 +17,9 @@ struct HistoryFile
     FileStamp stamp = {};
     QString fate = {}; ///< of a source, in JournalWords
 
-    /// By what a copy of the file, or another mount, would keep too.
-    bool isAsItWas(const FileStamp &now) const
-    {
-        return now.size == stamp.size && now.seconds == stamp.seconds && now.nanoseconds == stamp.nanoseconds;
-    }
+    /// Whether it is there as the receipt has it: by what a copy of the file, or another mount, would keep
+    /// too.
+    bool isAsItWas() const;
 };
 
 } // namespace kruv

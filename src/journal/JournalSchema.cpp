@@ -77,6 +77,9 @@ ALTER TABLE runs ADD COLUMN plan TEXT NOT NULL DEFAULT '';
 ALTER TABLE runs ADD COLUMN forgotten INTEGER NOT NULL DEFAULT 0; -- not to be resumed any more
 ALTER TABLE entries ADD COLUMN keeps TEXT NOT NULL DEFAULT '';
 )",
+    R"(
+CREATE INDEX receipt_files_by_path ON receipt_files (path);
+)",
 };
 
 void requireOurs(Database &database)

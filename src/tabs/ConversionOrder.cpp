@@ -46,6 +46,15 @@ QJsonValue valueOf(const OptionValues &values, const FormatOption &option)
                                                      : QJsonValue(values.number(option));
 }
 
+QJsonObject chosenOf(const ConversionOrder &order)
+{
+    QJsonObject chosen;
+    for (const FormatOption *option : optionsOf(order)) {
+        chosen.insert(QString::fromLatin1(option->id), valueOf(order.options, *option));
+    }
+    return chosen;
+}
+
 /// False for a choice that there is no more.
 bool read(OptionValues &values, const FormatOption &option, const QJsonValue &value)
 {
@@ -102,16 +111,14 @@ std::shared_ptr<KruvTask> ConversionOrder::makeJob(const OutputPlan::Entry &entr
     return job;
 }
 
-ConversionOrder::Jobs ConversionOrder::makeJobs(const OutputPlan &plan, TaskCompletionSink *queue,
-                                                const std::vector<bool> &done) const
+ConversionOrder::Jobs ConversionOrder::makeJobs(const OutputPlan &plan, TaskCompletionSink *queue) const
 {
     const bool areOneSet = !decodes && !target->isLossy();
     const auto results = std::make_shared<KruvTaskResults>();
     results->setTaskAfterSetDone(makeLists(plan, queue));
     Jobs made;
-    for (std::size_t index = 0; index < plan.entries().size(); ++index) {
-        const OutputPlan::Entry &entry = plan.entries()[index];
-        if (index < done.size() && done[index]) {
+    for (const OutputPlan::Entry &entry : plan.entries()) {
+        if (entry.isDone) {
             continue;
         }
         const auto job = makeJob(entry, queue);
@@ -145,16 +152,17 @@ std::shared_ptr<KruvTask> ConversionOrder::makeLists(const OutputPlan &plan, Tas
     return std::make_shared<CreateFFPTask>(queue, lists);
 }
 
+bool ConversionOrder::makesTheSame(const ConversionOrder &other) const
+{
+    return target == other.target && decodes == other.decodes && chosenOf(*this) == chosenOf(other);
+}
+
 QString ConversionOrder::toText(const OutputPlan &plan) const
 {
-    QJsonObject chosen;
-    for (const FormatOption *option : optionsOf(*this)) {
-        chosen.insert(QString::fromLatin1(option->id), valueOf(options, *option));
-    }
     const QJsonObject object{{QStringLiteral("version"), textVersion},
                              {QStringLiteral("to"), QString::fromLatin1(target->id)},
                              {QStringLiteral("decode"), decodes},
-                             {QStringLiteral("options"), chosen},
+                             {QStringLiteral("options"), chosenOf(*this)},
                              {QStringLiteral("delete-originals"), deletes},
                              {QStringLiteral("delete-changed"), mayDeleteChanged},
                              {QStringLiteral("prove"), proves},

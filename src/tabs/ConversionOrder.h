@@ -39,12 +39,13 @@ struct ConversionOrder
         /// Sources for which there is no job.
         QStringList withoutJob = {};
     };
-    /// The jobs of all entries but those that are `done` by their place in the plan; lists tell of these,
-    /// too. Nothing is queued.
-    Jobs makeJobs(const OutputPlan &plan, TaskCompletionSink *queue,
-                  const std::vector<bool> &done = {}) const;
+    /// The jobs of all entries that are not done yet, and of the lists. Nothing is queued.
+    Jobs makeJobs(const OutputPlan &plan, TaskCompletionSink *queue) const;
     /// The job that writes the lists of a plan; null where there are none.
     std::shared_ptr<KruvTask> makeLists(const OutputPlan &plan, TaskCompletionSink *queue) const;
+
+    /// Whether this order makes of a source what the other one does.
+    bool makesTheSame(const ConversionOrder &other) const;
 
     /// As a text that later versions of the program read, with the plan's lists.
     QString toText(const OutputPlan &plan) const;

@@ -3,8 +3,10 @@
 
 #include "tabs/ConversionTab.h"
 
+#include "base/PathNames.h"
 #include "base/UserInterface.h"
 #include "formats/Format.h"
+#include "tabs/DoneBefore.h"
 #include "tasks/KruvTaskQueue.h"
 
 #include <QSet>
@@ -12,6 +14,29 @@
 #include <algorithm>
 
 namespace kruv {
+
+namespace {
+
+/// What an earlier run made is done, and no source, whether its own is still there or not.
+void markDone(OutputPlan &plan, const DoneBefore &doneBefore)
+{
+    QSet<QString> outputs; // of other sources than themselves
+    for (OutputPlan::Entry &entry : plan.entries()) {
+        if (doneBefore.made(entry.source)) {
+            entry.output = entry.source;
+            entry.folder = PathNames::folderOf(entry.output);
+            entry.isDone = true;
+        } else {
+            entry.isDone = doneBefore.made(entry.output, entry.source);
+            outputs.insert(entry.output);
+        }
+    }
+    std::erase_if(plan.entries(), [&outputs](const OutputPlan::Entry &entry) {
+        return entry.source == entry.output && outputs.contains(entry.output);
+    });
+}
+
+} // namespace
 
 bool ConversionTab::isFileClash(const QStringList &inputFiles, const QStringList &outputFiles)
 {
@@ -36,29 +61,43 @@ bool ConversionTab::outputsCollide(const OutputPlan &plan)
 }
 
 std::optional<OutputPlan> ConversionTab::planOutputs(const ToggleControl &besideSources,
-                                                     const QString &extension)
+                                                     const ConversionOrder &order)
 {
     const auto folder = chooseOutputFolderUnless(besideSources);
     if (!folder) {
         return std::nullopt;
     }
-    OutputPlan plan(fileNames(), *folder, extension);
+    OutputPlan plan(fileNames(), *folder, order.target->extension());
+    if (host().userInterface().skipsDone()) {
+        markDone(plan, DoneBefore(order));
+    }
     if (outputsCollide(plan)) {
         return std::nullopt;
     }
     addLists(plan);
+    return agreeOnExistingOutputs(plan) ? std::optional(plan) : std::nullopt;
+}
+
+bool ConversionTab::agreeOnExistingOutputs(OutputPlan &plan)
+{
+    UserInterface &person = host().userInterface();
+    const qsizetype outputs = plan.outputs().size();
+    const auto isDone = &OutputPlan::Entry::isDone;
+    if (person.skipsDone() && std::ranges::all_of(plan.entries(), isDone)) {
+        person.allOutputsExist(fileList().count());
+        return true;
+    }
     if (const QStringList existing = plan.existing(); !existing.isEmpty()) {
-        const qsizetype outputs = plan.outputs().size();
-        const auto choice = host().userInterface().askAboutExisting(existing, outputs);
+        const auto choice = person.askAboutExisting(existing, outputs);
         if (!choice) {
-            return std::nullopt;
+            return false;
         }
         plan.settleExisting(*choice);
         if (plan.entries().empty()) {
-            host().userInterface().allOutputsExist(outputs);
+            person.allOutputsExist(outputs);
         }
     }
-    return plan;
+    return true;
 }
 
 void ConversionTab::queueWhenSettled(const OutputPlan &plan, const ConversionOrder &order,
@@ -70,7 +109,9 @@ void ConversionTab::queueWhenSettled(const OutputPlan &plan, const ConversionOrd
     }
     QStringList sources;
     for (const OutputPlan::Entry &entry : plan.entries()) {
-        sources.append(entry.source);
+        if (!entry.isDone) {
+            sources.append(entry.source);
+        }
     }
     using Kept = TagLosses::KeptChunks;
     const Format &target = *order.target;

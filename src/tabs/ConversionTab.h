@@ -32,7 +32,7 @@ protected:
     bool outputsCollide(const OutputPlan &plan);
     /// Where the outputs of the listed files go: asks for a folder, and about those whose names are taken.
     /// Nothing when the command is not to go on.
-    std::optional<OutputPlan> planOutputs(const ToggleControl &besideSources, const QString &extension);
+    std::optional<OutputPlan> planOutputs(const ToggleControl &besideSources, const ConversionOrder &order);
 
     /// Adds to a plan what is written about its outputs; nothing where no option asks for it.
     virtual void addLists(OutputPlan & /*plan*/) {}
@@ -44,6 +44,7 @@ protected:
     LossQuestion &lossQuestion() { return m_lossQuestion; }
 
 private:
+    bool agreeOnExistingOutputs(OutputPlan &plan);
     void queueJobs(const OutputPlan &plan, const ConversionOrder &order);
 
     LossQuestion m_lossQuestion{host()};

@@ -60,12 +60,11 @@ void DecodeTab::executeCommand()
     if (!target) {
         return;
     }
-    if (const auto plan = planOutputs(m_sourceDecodeButton, target->extension())) {
-        OptionValues options;
-        options.set(FlacOptions::throughErrors, m_decodeFlacThroughErrors.isOn());
-        options.set(FlacOptions::keepForeignMetadata, m_flacKeepForeignMetadataButton.isOn());
-        queueWhenSettled(*plan, {.target = target, .decodes = true, .options = options},
-                         m_deleteOriginalsButton);
+    ConversionOrder order{.target = target, .decodes = true};
+    order.options.set(FlacOptions::throughErrors, m_decodeFlacThroughErrors.isOn());
+    order.options.set(FlacOptions::keepForeignMetadata, m_flacKeepForeignMetadataButton.isOn());
+    if (const auto plan = planOutputs(m_sourceDecodeButton, order)) {
+        queueWhenSettled(*plan, order, m_deleteOriginalsButton);
     }
 }
 

@@ -84,9 +84,9 @@ void EncodeTab::executeCommand()
         !confirmDeletion(m_deleteOriginalsButton.isOn())) {
         return;
     }
-    if (const auto plan = planOutputs(m_sourceEncodeButton, format->extension())) {
-        queueWhenSettled(*plan, {.target = format, .options = m_controls.values(*format)},
-                         m_deleteOriginalsButton);
+    const ConversionOrder order{.target = format, .options = m_controls.values(*format)};
+    if (const auto plan = planOutputs(m_sourceEncodeButton, order)) {
+        queueWhenSettled(*plan, order, m_deleteOriginalsButton);
     }
 }
 

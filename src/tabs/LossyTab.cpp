@@ -165,9 +165,9 @@ void LossyTab::executeCommand()
     if (fileList().isEmpty() || isSettling() || !format || !confirmDeletion(m_deleteOriginalsButton.isOn())) {
         return;
     }
-    if (const auto plan = planOutputs(m_sourceEncodeButton, format->extension())) {
-        queueWhenSettled(*plan, {.target = format, .options = m_controls.values(*format)},
-                         m_deleteOriginalsButton);
+    const ConversionOrder order{.target = format, .options = m_controls.values(*format)};
+    if (const auto plan = planOutputs(m_sourceEncodeButton, order)) {
+        queueWhenSettled(*plan, order, m_deleteOriginalsButton);
     }
 }
 

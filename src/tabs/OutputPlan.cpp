@@ -93,16 +93,27 @@ QStringList OutputPlan::outputsFor(const List &list) const
     return about;
 }
 
+bool OutputPlan::isInTheWay(const Entry &entry)
+{
+    return !entry.isDone && FileCommit::isTaken(entry.output);
+}
+
+/// A list of outputs that were made before is their own.
+bool OutputPlan::isInTheWay(const List &list) const
+{
+    return std::ranges::none_of(m_entries, &Entry::isDone) && FileCommit::isTaken(list.path);
+}
+
 QStringList OutputPlan::existing() const
 {
     QStringList taken;
     for (const Entry &entry : m_entries) {
-        if (FileCommit::isTaken(entry.output)) {
+        if (isInTheWay(entry)) {
             taken.append(entry.output);
         }
     }
     for (const List &list : m_lists) {
-        if (FileCommit::isTaken(list.path)) {
+        if (isInTheWay(list)) {
             taken.append(list.path);
         }
     }
@@ -112,8 +123,8 @@ QStringList OutputPlan::existing() const
 void OutputPlan::settleExisting(ExistingFiles choice)
 {
     if (choice == ExistingFiles::Skip) {
-        std::erase_if(m_entries, [](const Entry &entry) { return FileCommit::isTaken(entry.output); });
-        std::erase_if(m_lists, [](const List &list) { return FileCommit::isTaken(list.path); });
+        std::erase_if(m_entries, [this](const Entry &entry) { return isInTheWay(entry); });
+        std::erase_if(m_lists, [this](const List &list) { return isInTheWay(list); });
         return;
     }
     QSet<QString> planned; // their keys
@@ -121,7 +132,7 @@ void OutputPlan::settleExisting(ExistingFiles choice)
         planned.insert(FoldedNames::key(entry.output));
     }
     for (Entry &entry : m_entries) {
-        if (!FileCommit::isTaken(entry.output)) {
+        if (!isInTheWay(entry)) {
             continue;
         }
         if (choice == ExistingFiles::Replace) {
@@ -132,7 +143,7 @@ void OutputPlan::settleExisting(ExistingFiles choice)
         }
     }
     for (List &list : m_lists) {
-        if (choice == ExistingFiles::KeepBoth && FileCommit::isTaken(list.path)) {
+        if (choice == ExistingFiles::KeepBoth && isInTheWay(list)) {
             list.path = numbered(list.path, list.extension, planned);
         }
     }

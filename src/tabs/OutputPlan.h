@@ -32,6 +32,8 @@ public:
         /// Why the original stays though originals go, a clause; empty where it may go.
         QString keepReason = {};
         ConversionRequest::Earlier earlier = ConversionRequest::Earlier::None;
+        /// It is there already, as it is to be: lists tell of it, but nothing is made.
+        bool isDone = false;
     };
     /// A text about outputs, written once they are all there.
     struct List
@@ -68,6 +70,9 @@ public:
     void settleExisting(ExistingFiles choice);
 
 private:
+    static bool isInTheWay(const Entry &entry);
+    bool isInTheWay(const List &list) const;
+
     std::vector<Entry> m_entries;
     std::vector<List> m_lists;
 };

@@ -41,15 +41,6 @@ bool hasState(const HistoryEntry &entry, EntryEnd::State state)
     return entry.state == QLatin1StringView(JournalWords::of(state));
 }
 
-/// Whether all outputs are there as the receipt has them.
-bool holds(const HistoryEntry &entry)
-{
-    return entry.hasReceipt && std::ranges::all_of(entry.files, [](const HistoryFile &file) {
-               const auto now = file.isOutput ? FileStamp::of(file.path) : std::nullopt;
-               return !file.isOutput || (now && file.isAsItWas(*now));
-           });
-}
-
 } // namespace
 
 std::vector<HistoryRun> Resumption::candidates(History::Jobs jobs)
@@ -110,8 +101,8 @@ void Resumption::add(const HistoryEntry &entry)
                                 .keepReason = entry.keepReason,
                                 .earlier = left == Left::Proof                       ? Earlier::Kept
                                            : left == Left::PerhapsAll && !mayReplace ? Earlier::Replaced
-                                                                                     : Earlier::None});
-    m_done.push_back(left == Left::Nothing);
+                                                                                     : Earlier::None,
+                                .isDone = left == Left::Nothing});
     m_ids.push_back(entry.id);
     if (left == Left::Nothing && !wasDone && !hasState(entry, EntryEnd::State::Failed)) {
         m_resumed.done.push_back(entry.id);
@@ -124,7 +115,7 @@ Resumption::Left Resumption::leftOf(const HistoryEntry &entry) const
         // What it made all the same lacks something that the file does not tell.
         return m_triesAgain && !entry.hasReceipt ? Left::All : Left::Nothing;
     }
-    if (holds(entry)) {
+    if (entry.outputsAreAsTheyWere()) {
         return Left::Nothing;
     }
     if (!FileCommit::isTaken(entry.output)) {
@@ -139,15 +130,16 @@ Resumption::Left Resumption::leftOf(const HistoryEntry &entry) const
 
 qsizetype Resumption::jobsDone() const
 {
-    return std::ranges::count(m_done, true);
+    return std::ranges::count(m_plan.entries(), true, &OutputPlan::Entry::isDone);
 }
 
 void Resumption::queueJobs(KruvTaskQueue &queue, RunRecorder &recorder)
 {
     sweepFolders();
-    const ConversionOrder::Jobs made = m_kept.order.makeJobs(m_plan, &queue, m_done);
+    const ConversionOrder::Jobs made = m_kept.order.makeJobs(m_plan, &queue);
     for (std::size_t index = 0; index < m_ids.size(); ++index) {
-        if (!m_done[index] && !made.withoutJob.contains(m_plan.entries()[index].source)) {
+        const OutputPlan::Entry &entry = m_plan.entries()[index];
+        if (!entry.isDone && !made.withoutJob.contains(entry.source)) {
             m_resumed.waiting.push_back(m_ids[index]);
         }
     }

@@ -63,8 +63,7 @@ private:
     const bool m_triesAgain;
     ConversionOrder::Kept m_kept;
     OutputPlan m_plan;
-    std::vector<bool> m_done;        // for each entry of the plan
-    std::vector<std::int64_t> m_ids; // the same
+    std::vector<std::int64_t> m_ids; // of the plan's entries
     ResumedRun m_resumed;
     bool m_hasLists = false; // they were written
 };

@@ -154,6 +154,32 @@ TEST_F(ResumeTest, LeavesAloneWhatAPersonDidSince)
     EXPECT_TRUE(run({u"history"_s}).out.contains("4 job(s)  ")) << "one run, not two";
 }
 
+TEST_F(ResumeTest, TheSameCommandSkipsWhatItMadeBefore)
+{
+    for (const bool deletes : {false, true}) {
+        SCOPED_TRACE(deletes);
+        refill();
+        QStringList command{u"--fingerprints"_s, u"--beside-source"_s, u"--skip-done"_s, u"--json"_s, music};
+        command += deletes ? QStringList{u"--delete-originals"_s, u"-y"_s} : QStringList();
+        const auto jobs = [&](const QStringList &more = {}) {
+            const Outcome outcome = encode(command + more);
+            EXPECT_EQ(outcome.status, 0) << outcome.err.constData();
+            return outcome.out.count(R"("event":"started")");
+        };
+        EXPECT_EQ(jobs(), 25); // with the list
+        EXPECT_EQ(jobs(), 0);
+        wav(u"new.wav"_s);
+        EXPECT_EQ(jobs(), 2);
+        EXPECT_EQ(readFile(music + u"/fingerprint.ffp.txt"_s).count(".flac:"), 25);
+        if (!deletes) { // other settings, or another source, give another file
+            EXPECT_EQ(encode(command + QStringList{u"--level"_s, u"1"_s}).status, 2);
+            wav(u"3.wav"_s, 9000);
+            EXPECT_EQ(encode(command).status, 2);
+            EXPECT_EQ(jobs({u"--overwrite"_s}), 2);
+        }
+    }
+}
+
 TEST_F(ResumeTest, KnowsWhichRunsHaveSomethingLeft)
 {
     EXPECT_EQ(resume().status, 0);

@@ -219,7 +219,8 @@ TEST_F(JournalTest, ForgetsOldRunsButNoReceipts)
 TEST_F(JournalTest, BringsWhatAnOlderVersionWroteUpToDate)
 {
     const auto makeOlder = [this] {
-        database().execute("ALTER TABLE runs DROP COLUMN plan; ALTER TABLE runs DROP COLUMN forgotten;"
+        database().execute("DROP INDEX receipt_files_by_path;"
+                           "ALTER TABLE runs DROP COLUMN plan; ALTER TABLE runs DROP COLUMN forgotten;"
                            "ALTER TABLE entries DROP COLUMN keeps; PRAGMA user_version = 1");
     };
     record(*open());

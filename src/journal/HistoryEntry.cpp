@@ -1,0 +1,24 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "journal/HistoryEntry.h"
+
+#include <algorithm>
+
+namespace kruv {
+
+bool HistoryEntry::outputsAreAsTheyWere() const
+{
+    return hasReceipt && std::ranges::all_of(files, [](const HistoryFile &file) {
+               return !file.isOutput || file.isAsItWas();
+           });
+}
+
+bool HistoryEntry::sourceIsAsItWas(const QString &path) const
+{
+    return std::ranges::any_of(files, [&path](const HistoryFile &file) {
+        return !file.isOutput && file.path == path && file.isAsItWas();
+    });
+}
+
+} // namespace kruv
