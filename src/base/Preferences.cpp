@@ -54,6 +54,7 @@ const std::vector<RegisteredDefault> &registeredDefaults()
         {"decodeToSourceDirectory", 0, Kind::Control},
         {"encodeLossyToSourceDirectory", 0, Kind::Control},
         {"proveOutputs", false, Kind::Setting},
+        {"longestFirst", true, Kind::Setting},
         {"noPaddingFlacTags", false, Kind::Setting},
         {"cdProviderText", QString(), Kind::Setting},
     };

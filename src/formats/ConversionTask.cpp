@@ -17,6 +17,7 @@
 #include "platform/Resources.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 #include <algorithm>
 #include <stdexcept>
@@ -39,6 +40,11 @@ ConversionTask::ConversionTask(TaskCompletionSink *queue, const ConversionReques
     , m_request(request)
 {
     setMayReplace(request.mayReplace);
+}
+
+qint64 ConversionTask::estimatedWork() const
+{
+    return QFileInfo(fileName()).size();
 }
 
 void ConversionTask::make(StagedOutputs &outputs)

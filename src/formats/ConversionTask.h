@@ -26,6 +26,8 @@ public:
     ConversionTask(TaskCompletionSink *queue, const ConversionRequest &request);
 
     QString outputPath() const override { return m_request.output; }
+    /// The bytes that are to be read.
+    qint64 estimatedWork() const override;
 
 protected:
     void make(StagedOutputs &outputs) final;

@@ -107,6 +107,7 @@ void PreferencesController::tieControls()
 {
     m_trashOrDelete.tieTo(m_preferences, QStringLiteral("trashOrDelete"));
     m_proveOutputs.tieTo(m_preferences, QStringLiteral("proveOutputs"));
+    m_longestFirst.tieTo(m_preferences, QStringLiteral("longestFirst"));
     m_warnOnDelete.tieTo(m_preferences, QStringLiteral("warnOnDelete"));
     m_warnOnFilesSkipped.tieTo(m_preferences, QStringLiteral("warnOnFilesSkipped"));
     m_checksumFileUsesOutputDirName.tieTo(m_preferences, QStringLiteral("checksumFileUsesOutputDirName"));
@@ -170,6 +171,8 @@ void PreferencesController::fillGeneral(QWidget *pane)
         new ChoiceGrid(m_trashOrDelete, {QStringLiteral("trashOrDelete"), tr("Deleted originals:")}, pane));
     addToggle(form, tr("Outputs:"), m_proveOutputs,
               tr("&Prove every output (always done before originals go)"), QStringLiteral("proveOutputs"));
+    addToggle(form, tr("Order:"), m_longestFirst, tr("&Longest files of a conversion first"),
+              QStringLiteral("longestFirst"));
     addToggle(form, tr("Warnings:"), m_warnOnDelete, tr("&Ask before originals are deleted"),
               QStringLiteral("warnOnDelete"));
     addToggle(form, {}, m_warnOnFilesSkipped, tr("&Say when files were skipped"),

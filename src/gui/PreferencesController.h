@@ -48,6 +48,7 @@ private:
     NumberControl m_maxThreads;
     ChoiceControl m_trashOrDelete;
     ToggleControl m_proveOutputs;
+    ToggleControl m_longestFirst;
     ToggleControl m_warnOnDelete;
     ToggleControl m_warnOnFilesSkipped;
     ToggleControl m_checksumFileUsesOutputDirName;

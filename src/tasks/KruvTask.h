@@ -109,6 +109,8 @@ public:
     virtual ProofNote proof() const { return {}; }
     /// What it is to do, for the journal. Before it starts.
     virtual EntryRecord plannedEntry() const;
+    /// How long it will take, in any measure that is one for all jobs of a command; 0 where that is unknown.
+    virtual qint64 estimatedWork() const { return 0; }
     /// What it left behind. Of a job that has ended; nothing where it gave no file its name.
     virtual std::optional<Receipt> receipt() const { return std::nullopt; }
 

@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <exception>
+#include <functional>
 #include <vector>
 
 namespace kruv {
@@ -61,9 +62,25 @@ void KruvTaskQueue::addTasks(std::span<const std::shared_ptr<KruvTask>> tasks, c
         return;
     }
     Q_EMIT tasksAdded(tasks, after);
-    for (const std::shared_ptr<KruvTask> &task : tasks) {
+    for (const std::shared_ptr<KruvTask> &task : inStartingOrder(tasks)) {
         enqueue(task);
     }
+}
+
+/// The longest first, so that none of them runs alone at the end.
+std::vector<std::shared_ptr<KruvTask>>
+KruvTaskQueue::inStartingOrder(std::span<const std::shared_ptr<KruvTask>> tasks) const
+{
+    std::vector<std::shared_ptr<KruvTask>> ordered(tasks.begin(), tasks.end());
+    if (ordered.size() > 1 && m_preferences.boolean(QStringLiteral("longestFirst"))) {
+        std::unordered_map<const KruvTask *, qint64> work;
+        for (const std::shared_ptr<KruvTask> &task : ordered) {
+            work.emplace(task.get(), task->estimatedWork());
+        }
+        std::ranges::stable_sort(ordered, std::ranges::greater(),
+                                 [&work](const auto &task) { return work.at(task.get()); });
+    }
+    return ordered;
 }
 
 void KruvTaskQueue::enqueue(const std::shared_ptr<KruvTask> &task)

@@ -17,6 +17,7 @@
 #include <optional>
 #include <span>
 #include <unordered_map>
+#include <vector>
 
 namespace kruv {
 
@@ -25,7 +26,7 @@ class PowerManager;
 class Preferences;
 class UserInterface;
 
-/// The one job queue: starts at most `maxThreads` jobs at a time in the order they were submitted, keeps the
+/// The one job queue: starts at most `maxThreads` jobs at a time, the longest of a command first, keeps the
 /// status table, and opens the results of finished sets. A set's follow-up job belongs to the same busy
 /// period. Everything but taskCount() is for the main thread.
 class KruvTaskQueue : public QObject, public TaskCompletionSink
@@ -86,6 +87,8 @@ private:
     };
 
     void addTasks(std::span<const std::shared_ptr<KruvTask>> tasks, const KruvTask *after);
+    std::vector<std::shared_ptr<KruvTask>>
+    inStartingOrder(std::span<const std::shared_ptr<KruvTask>> tasks) const;
     void enqueue(const std::shared_ptr<KruvTask> &task);
     void startTask(const std::shared_ptr<KruvTask> &task);
     void startAndCount(Entry &entry);
@@ -103,7 +106,7 @@ private:
     PowerManager *const m_power;
 
     mutable std::recursive_mutex m_lock;
-    std::map<Ticket, Entry> m_taskArray; // in submission order
+    std::map<Ticket, Entry> m_taskArray; // in starting order
     std::unordered_map<const KruvTask *, Ticket> m_ticketOfTask;
     Ticket m_nextTicket = 0;
     Ticket m_firstWaiting = 0; // nothing before it waits

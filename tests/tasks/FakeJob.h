@@ -54,6 +54,8 @@ public:
         notifyQueue();
     }
 
+    qint64 estimatedWork() const override { return work; }
+
     void succeed() { stopTask(); }
     void failWith(const QString &reason)
     {
@@ -62,6 +64,7 @@ public:
     }
     void say(const QString &text) { appendResults(text); }
 
+    qint64 work = 0;
     bool cannotStart = false;
 
 protected:

@@ -47,6 +47,35 @@ TEST(KruvTaskQueue, StartsInOrderAndNeverMoreThanTheLimit)
     }
 }
 
+TEST(KruvTaskQueue, StartsTheLongestOfACommandFirst)
+{
+    for (const bool longestFirst : {true, false}) {
+        Engine engine;
+        engine.preferences.setValue(u"longestFirst"_s, longestFirst);
+        engine.queue.setMaxThreads(1);
+        QStringList starts;
+        const auto command = [&](const QString &name, std::initializer_list<qint64> lengths) {
+            Jobs jobs;
+            for (const qint64 length : lengths) {
+                jobs.push_back(
+                    std::make_shared<FakeJob>(&engine.queue, name + QString::number(length), &starts));
+                jobs.back()->work = length;
+            }
+            addAll(engine.queue, jobs);
+            return jobs;
+        };
+        Jobs jobs = command(u"a"_s, {10, 30, 20});
+        for (const auto &later : command(u"b"_s, {40})) { // its turn comes after the earlier command's
+            jobs.push_back(later);
+        }
+        for (std::size_t ended = 0; ended < jobs.size(); ++ended) {
+            std::ranges::find_if(jobs, [](const auto &job) { return job->isActive(); })->get()->succeed();
+            serveEvents();
+        }
+        EXPECT_EQ(starts.join(u' '), longestFirst ? u"a30 a20 a10 b40"_s : u"a10 a30 a20 b40"_s);
+    }
+}
+
 TEST(KruvTaskQueue, OneThatOnlyWaitsFreesItsPlaceAndIsWaitedFor)
 {
     Engine engine(1);
