@@ -16,6 +16,7 @@
 #include "cli/TagsShowVerb.h"
 #include "cli/TagsTracksVerb.h"
 #include "cli/ToolsVerb.h"
+#include "cli/UndoVerb.h"
 #include "cli/UtilExtractCdVerb.h"
 #include "cli/UtilVerb.h"
 #include "cli/VerifyVerb.h"
@@ -65,6 +66,7 @@ std::vector<std::unique_ptr<Verb>> declare(CLI::App &app)
     verbs.push_back(std::make_unique<UtilExtractCdVerb>(util));
     HistoryVerb::addAll(app, verbs);
     verbs.push_back(std::make_unique<ResumeVerb>(app));
+    verbs.push_back(std::make_unique<UndoVerb>(app));
     verbs.push_back(std::make_unique<ToolsVerb>(app));
     verbs.push_back(std::make_unique<DemoVerb>(app));
     return verbs;

@@ -39,7 +39,8 @@ void HistoryJson::run(const HistoryRun &run)
                              {QStringLiteral("jobs"), number(run.all)},
                              {QStringLiteral("complete"), number(run.done)},
                              {QStringLiteral("error"), number(run.failed)},
-                             {QStringLiteral("canceled"), number(run.cancelled)}});
+                             {QStringLiteral("canceled"), number(run.cancelled)},
+                             {QStringLiteral("undone"), number(run.undone)}});
 }
 
 void HistoryJson::beginEntriesOf(const HistoryRun &run)

@@ -23,6 +23,9 @@ QString HistoryReport::statusOf(const HistoryRun &run)
         return hasEnded(run.process) ? QStringLiteral("broken-off")
                                      : QString::fromLatin1(JournalWords::running);
     }
+    if (run.undone > 0) {
+        return QString::fromLatin1(JournalWords::undone);
+    }
     const EntryEnd::State state = run.failed > 0       ? EntryEnd::State::Failed
                                   : run.done < run.all ? EntryEnd::State::Cancelled
                                                        : EntryEnd::State::Done;

@@ -24,9 +24,9 @@ public:
     virtual void entry(const HistoryEntry &entry) = 0;
 
 protected:
-    /// What programs read: running, broken-off, complete, error or canceled.
+    /// What programs read: running, broken-off, complete, undone, error or canceled.
     QString statusOf(const HistoryRun &run);
-    /// not-begun, waiting, running, broken-off, complete, error or canceled.
+    /// not-begun, waiting, running, broken-off, complete, undone, error or canceled.
     QString statusOf(const HistoryEntry &entry);
     /// Of an output: whether it is as the job left it. same, changed or missing.
     static QString presentStateOf(const HistoryFile &file);

@@ -27,6 +27,7 @@ QString column(const QString &status)
 {
     const QHash<QString, QString> words{
         {QStringLiteral("complete"), HistoryText::tr("done")},
+        {QStringLiteral("undone"), HistoryText::tr("undone")},
         {QStringLiteral("error"), HistoryText::tr("failed")},
         {QStringLiteral("canceled"), HistoryText::tr("canceled")},
         {QStringLiteral("waiting"), HistoryText::tr("waiting")},

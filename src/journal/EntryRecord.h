@@ -14,7 +14,9 @@ struct EntryRecord
         Make,
         /// A file that is there goes when the new one is whole.
         Replace,
-        /// It makes no file of its own: checks, changes tags, renames.
+        /// The source gets the output's name.
+        Rename,
+        /// It makes no file of its own: checks, changes tags.
         Work
     };
 

@@ -17,7 +17,7 @@ constexpr const char *runColumns =
     "SELECT r.id, r.started, r.ended, r.command, r.arguments, r.folder, r.process, r.version, r.plan, "
     "count(e.id),"
     " coalesce(sum(e.state = 'complete'), 0), coalesce(sum(e.state = 'error'), 0),"
-    " coalesce(sum(e.state = 'canceled'), 0)"
+    " coalesce(sum(e.state = 'canceled'), 0), coalesce(sum(e.state = 'undone'), 0)"
     " FROM runs r LEFT JOIN entries e ON e.run = r.id";
 
 // The columns that visitEntries() reads, with the latest receipt of what was made more than once. A receipt
@@ -25,11 +25,12 @@ constexpr const char *runColumns =
 constexpr const char *entryColumns =
     "SELECT e.run, r.command, e.changed, e.source, e.output, e.action, e.state, e.reason,"
     " c.id, c.seconds, c.proof, c.digest, c.decoder, r.process, e.id,"
-    " e.keeps FROM entries e JOIN runs r ON r.id = e.run"
+    " e.keeps, EXISTS (SELECT 1 FROM ways_back WHERE receipt = c.id)"
+    " FROM entries e JOIN runs r ON r.id = e.run"
     " LEFT JOIN receipts c ON c.id = (SELECT max(id) FROM receipts WHERE entry = e.id)";
 constexpr const char *forgottenColumns =
     "SELECT c.run, '', c.finished, '', '', 'make', 'complete', '', c.id, c.seconds, c.proof, c.digest, "
-    "c.decoder, '', 0, ''"
+    "c.decoder, '', 0, '', 0"
     " FROM receipts c LEFT JOIN entries e ON e.id = c.entry WHERE e.id IS NULL";
 
 HistoryRun runOf(const Statement &row)
@@ -44,7 +45,8 @@ HistoryRun runOf(const Statement &row)
                    .all = row.integer(9),
                    .done = row.integer(10),
                    .failed = row.integer(11),
-                   .cancelled = row.integer(12)};
+                   .cancelled = row.integer(12),
+                   .undone = row.integer(13)};
     if (!row.isNull(2)) {
         run.ended = row.integer(2);
     }
@@ -89,10 +91,16 @@ void History::forEachRun(const RunVisitor &visit) const
 
 void History::forEachRunWith(Jobs jobs, const RunVisitor &visit) const
 {
-    const std::string over = jobs == Jobs::NotDone ? "('complete', 'error')" : "('complete')";
-    visitRuns(" WHERE r.forgotten = 0 AND (r.ended IS NULL OR EXISTS (SELECT 1 FROM entries WHERE run = r.id"
-              " AND state NOT IN " +
-                  over + "))",
+    constexpr const char *undoable =
+        " WHERE EXISTS (SELECT 1 FROM entries x JOIN receipts y ON y.entry = x.id"
+        " WHERE x.run = r.id AND x.state <> 'undone' AND (x.action = 'rename'"
+        " OR EXISTS (SELECT 1 FROM ways_back WHERE receipt = y.id)"
+        " OR EXISTS (SELECT 1 FROM receipt_files WHERE receipt = y.id AND fate = 'trashed')))";
+    const std::string notDone = " WHERE r.forgotten = 0 AND (r.ended IS NULL OR EXISTS (SELECT 1 FROM entries"
+                                " WHERE run = r.id AND state NOT IN ('complete', 'undone'";
+    visitRuns(jobs == Jobs::Undoable          ? undoable
+              : jobs == Jobs::NotDoneOrFailed ? notDone + ")))"
+                                              : notDone + ", 'error')))",
               visit);
 }
 
@@ -124,6 +132,16 @@ void History::forEachEntryOf(std::int64_t run, const EntryVisitor &visit) const
             m_database->prepare((std::string(entryColumns) + " WHERE e.run = ? ORDER BY e.id").c_str());
         visitEntries(rows.with(run), visit);
     }
+}
+
+QByteArray History::wayBackOf(std::int64_t entry) const
+{
+    if (!m_database) {
+        return {};
+    }
+    Statement rows = m_database->prepare("SELECT w.data FROM receipts c JOIN ways_back w ON w.receipt = c.id"
+                                         " WHERE c.entry = ? ORDER BY c.id DESC LIMIT 1");
+    return rows.with(entry).step() ? rows.bytes(0) : QByteArray();
 }
 
 std::optional<HistoryEntry> History::makerOf(const QString &output) const
@@ -174,7 +192,8 @@ void History::visitEntries(Statement &rows, const EntryVisitor &visit) const
                            .seconds = rows.real(9),
                            .proof = rows.text(10),
                            .digest = rows.text(11),
-                           .decoder = rows.text(12)};
+                           .decoder = rows.text(12),
+                           .hasWayBack = rows.integer(16) != 0};
         if (entry.hasReceipt) {
             readFiles(entry, files.with(rows.integer(8)));
         }

@@ -6,6 +6,7 @@
 #include "journal/HistoryEntry.h"
 #include "journal/HistoryRun.h"
 
+#include <QByteArray>
 #include <QString>
 
 #include <functional>
@@ -31,13 +32,16 @@ public:
 
     /// The latest first.
     void forEachRun(const RunVisitor &visit) const;
-    enum class Jobs { NotDone, NotDoneOrFailed };
-    /// The latest first: those that have no end or such jobs, unless they are forgotten.
+    /// The last ones did something that can be taken back.
+    enum class Jobs { NotDone, NotDoneOrFailed, Undoable };
+    /// The latest first. Those with jobs that were not done are left out where they are forgotten.
     void forEachRunWith(Jobs jobs, const RunVisitor &visit) const;
     std::optional<HistoryRun> run(std::int64_t id) const;
     /// In the order of the run's list.
     void forEachEntryOf(std::int64_t run, const EntryVisitor &visit) const;
 
+    /// What takes back what the entry's job did in place; empty where nothing is kept.
+    QByteArray wayBackOf(std::int64_t entry) const;
     /// The latest job that made this file; nothing where none did, or where its run is forgotten.
     std::optional<HistoryEntry> makerOf(const QString &output) const;
 

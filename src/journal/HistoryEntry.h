@@ -32,6 +32,7 @@ struct HistoryEntry
     QString proof = {};
     QString digest = {};
     QString decoder = {};
+    bool hasWayBack = false; ///< as in Receipt
     std::vector<HistoryFile> files = {};
 
     /// Whether all outputs are there as the receipt has them.

@@ -30,6 +30,7 @@ struct HistoryRun
     std::int64_t done = 0;
     std::int64_t failed = 0;
     std::int64_t cancelled = 0;
+    std::int64_t undone = 0;
 };
 
 } // namespace kruv

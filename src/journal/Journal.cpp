@@ -84,6 +84,11 @@ void Journal::endRun(Number run)
     add([=, when = QDateTime::currentMSecsSinceEpoch()](JournalWriter &to) { to.endRun(run, when); });
 }
 
+void Journal::setUndone(std::int64_t entry)
+{
+    add([=, when = QDateTime::currentMSecsSinceEpoch()](JournalWriter &to) { to.setUndone(entry, when); });
+}
+
 bool Journal::isOn()
 {
     const std::lock_guard lock(m_lock);

@@ -49,6 +49,8 @@ public:
     void setRunning(Number entry);
     void end(Number entry, EntryEnd end);
     void endRun(Number run);
+    /// What an entry of any run did, by its number in the file, was undone.
+    void setUndone(std::int64_t entry);
 
     /// Whether anything is recorded.
     bool isOn();

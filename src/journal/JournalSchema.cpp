@@ -80,6 +80,12 @@ ALTER TABLE entries ADD COLUMN keeps TEXT NOT NULL DEFAULT '';
     R"(
 CREATE INDEX receipt_files_by_path ON receipt_files (path);
 )",
+    R"(
+CREATE TABLE ways_back (
+    receipt INTEGER PRIMARY KEY REFERENCES receipts ON DELETE CASCADE,
+    data BLOB NOT NULL
+);
+)",
 };
 
 void requireOurs(Database &database)

@@ -11,6 +11,7 @@ namespace kruv::JournalWords {
 
 inline constexpr const char *waiting = "waiting";
 inline constexpr const char *running = "running";
+inline constexpr const char *undone = "undone"; ///< what was done before
 
 constexpr const char *of(EntryRecord::Action action)
 {
@@ -19,6 +20,8 @@ constexpr const char *of(EntryRecord::Action action)
         return "make";
     case EntryRecord::Action::Replace:
         return "replace";
+    case EntryRecord::Action::Rename:
+        return "rename";
     case EntryRecord::Action::Work:
         break;
     }

@@ -16,6 +16,7 @@ namespace {
 
 constexpr JournalWriter::Time day = JournalWriter::Time{24} * 60 * 60 * 1000;
 constexpr JournalWriter::Time longestAge = 365 * day;
+constexpr JournalWriter::Time longestUndo = 31 * day;
 
 QString asText(const QStringList &arguments)
 {
@@ -42,6 +43,7 @@ JournalWriter::JournalWriter(std::unique_ptr<Database> database)
     , m_addFile(m_database->prepare(
           "INSERT INTO receipt_files (receipt, role, path, size, seconds, nanoseconds, fate)"
           " VALUES (?, ?, ?, ?, ?, ?, ?)"))
+    , m_addWayBack(m_database->prepare("INSERT INTO ways_back (receipt, data) VALUES (?, ?)"))
 {
 }
 
@@ -109,6 +111,9 @@ void JournalWriter::addReceipt(const Place &place, const Receipt &receipt, Time 
     const std::int64_t row = m_database->lastRow();
     addFiles(row, "source", receipt.sources);
     addFiles(row, "output", receipt.outputs);
+    if (!receipt.wayBack.isEmpty()) {
+        m_addWayBack.with(row, receipt.wayBack).run();
+    }
 }
 
 void JournalWriter::addFiles(std::int64_t receipt, const char *role, const std::vector<Receipt::File> &files)
@@ -126,6 +131,11 @@ void JournalWriter::endRun(Number run, Time when)
     m_endRun.with(when, m_runs.at(run)).run();
 }
 
+void JournalWriter::setUndone(std::int64_t entry, Time when)
+{
+    m_setState.with(QString::fromLatin1(JournalWords::undone), QString(), when, entry).run();
+}
+
 void JournalWriter::prune(Time now)
 {
     constexpr int mostRuns = 1000;
@@ -134,6 +144,9 @@ void JournalWriter::prune(Time now)
         ->prepare("DELETE FROM runs WHERE started < ? OR (started < ? AND id NOT IN"
                   " (SELECT id FROM runs ORDER BY id DESC LIMIT ?))")
         .with(now - longestAge, now - day, mostRuns)
+        .run();
+    m_database->prepare("DELETE FROM ways_back WHERE receipt IN (SELECT id FROM receipts WHERE finished < ?)")
+        .with(now - longestUndo)
         .run();
     transaction.commit();
     m_database->execute("PRAGMA incremental_vacuum");

@@ -37,9 +37,12 @@ public:
     void setRunning(Number entry, Time when);
     void end(Number entry, const EntryEnd &end, Time when);
     void endRun(Number run, Time when);
+    /// Entries of any run, by their numbers in the file: what they did was undone.
+    void setUndone(std::int64_t entry, Time when);
 
     /// Drops runs of more than a year ago, and those of before yesterday beyond the latest thousand, with
-    /// their entries; the file gives the room back. Receipts stay. Outside of a transaction.
+    /// their entries; the file gives the room back. Receipts stay, but for what takes edits of more than a
+    /// month ago back. Outside of a transaction.
     void prune(Time now);
 
 private:
@@ -59,6 +62,7 @@ private:
     Statement m_setState;
     Statement m_addReceipt;
     Statement m_addFile;
+    Statement m_addWayBack;
     std::unordered_map<Number, std::int64_t> m_runs;
     std::unordered_map<Number, Place> m_entries; // that have not ended
 };

@@ -5,6 +5,7 @@
 
 #include "base/FileStamp.h"
 
+#include <QByteArray>
 #include <QString>
 
 #include <optional>
@@ -32,6 +33,9 @@ struct Receipt
     QString digest = {};
     QString decoder = {};
     double seconds = 0.0; ///< that the job took
+    /// Of a job that changed its source in place: what takes that back, in the form of its maker; empty where
+    /// nothing can.
+    QByteArray wayBack = {};
 };
 
 } // namespace kruv

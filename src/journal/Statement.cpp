@@ -5,8 +5,6 @@
 
 #include "journal/DatabaseError.h"
 
-#include <QByteArray>
-
 #include <sqlite3.h>
 
 namespace kruv {
@@ -87,6 +85,12 @@ void Statement::bind(int position, const QString &text)
                             static_cast<int>(bytes.size()), SQLITE_TRANSIENT));
 }
 
+void Statement::bind(int position, const QByteArray &bytes)
+{
+    check(sqlite3_bind_blob(m_statement.get(), position, bytes.constData(), static_cast<int>(bytes.size()),
+                            SQLITE_TRANSIENT));
+}
+
 void Statement::bind(int position, double number)
 {
     check(sqlite3_bind_double(m_statement.get(), position, number));
@@ -111,6 +115,12 @@ QString Statement::text(int column) const
 {
     const auto *bytes = reinterpret_cast<const char *>(sqlite3_column_text(m_statement.get(), column));
     return QString::fromUtf8(bytes, sqlite3_column_bytes(m_statement.get(), column));
+}
+
+QByteArray Statement::bytes(int column) const
+{
+    const auto *bytes = static_cast<const char *>(sqlite3_column_blob(m_statement.get(), column));
+    return {bytes, sqlite3_column_bytes(m_statement.get(), column)};
 }
 
 bool Statement::isNull(int column) const

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 
 #include <concepts>
@@ -38,6 +39,7 @@ public:
     std::int64_t integer(int column) const;
     double real(int column) const;
     QString text(int column) const;
+    QByteArray bytes(int column) const;
     bool isNull(int column) const;
 
     /// Throws what `result` means.
@@ -46,6 +48,7 @@ public:
 private:
     void reset();
     void bind(int position, const QString &text);
+    void bind(int position, const QByteArray &bytes);
     void bind(int position, double number);
     void bind(int position, std::integral auto number)
     {

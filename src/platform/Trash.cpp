@@ -105,12 +105,14 @@ Place volumeTrash(const QString &top)
     return place;
 }
 
-Place trashFor(const QString &path)
+/// That of a file in `folder`.
+Place trashFor(const QString &folder)
 {
     const Place home = homeTrash();
     const auto there = statusOf(home.folder);
-    const auto here = statusOf(path);
-    return there && here && there->st_dev == here->st_dev ? home : volumeTrash(QStorageInfo(path).rootPath());
+    const auto here = statusOf(folder);
+    return there && here && there->st_dev == here->st_dev ? home
+                                                          : volumeTrash(QStorageInfo(folder).rootPath());
 }
 
 /// Writes where the file came from, under a name that is free. 0 or the error number.
@@ -148,6 +150,32 @@ int moveTo(const QByteArray &from, const QByteArray &to)
     return std::rename(from.constData(), to.constData()) == 0 ? 0 : errno;
 }
 
+/// What the trash calls the place that a file came from.
+QString originOf(const Place &place, const QString &path)
+{
+    return place.top.isEmpty() ? path : QDir(place.top).relativeFilePath(path);
+}
+
+constexpr qsizetype longestName = 200; // bytes; a number and more is added to it
+
+QByteArray nameFor(const QString &path)
+{
+    return QFile::encodeName(path.section(u'/', -1)).left(longestName);
+}
+
+QString infoOf(const QString &trashed)
+{
+    const QString name = trashed.section(u'/', -1);
+    return trashed.section(u'/', 0, -3) + QStringLiteral("/info/") + name + QStringLiteral(".trashinfo");
+}
+
+bool isFrom(const QString &info, const QString &origin)
+{
+    QFile file(info);
+    const QByteArray line = "\nPath=" + QUrl::toPercentEncoding(origin, "/") + '\n';
+    return file.open(QIODevice::ReadOnly) && file.readAll().contains(line);
+}
+
 int moveInto(const Place &place, const QString &path)
 {
     if (!makeFolder(place.folder + QStringLiteral("/files")) ||
@@ -155,10 +183,9 @@ int moveInto(const Place &place, const QString &path)
         return errno;
     }
     const QByteArray from = QFile::encodeName(path);
-    const QString origin = place.top.isEmpty() ? path : QDir(place.top).relativeFilePath(path);
+    const QString origin = originOf(place, path);
     constexpr int mostOfOneName = 100'000;
-    constexpr qsizetype longest = 200; // bytes; more is added to the name
-    const QByteArray name = from.sliced(from.lastIndexOf('/') + 1).left(longest);
+    const QByteArray name = nameFor(path);
     const QByteArray folder = QFile::encodeName(place.folder);
     int error = EEXIST;
     for (int number = 1; number < mostOfOneName && error == EEXIST; ++number) {
@@ -181,11 +208,39 @@ QString moveToTrash(const QString &path)
         return reasonFor(EISDIR);
     }
     try {
-        const int error = moveInto(trashFor(source), source);
+        const int error = moveInto(trashFor(QFileInfo(source).absolutePath()), source);
         return error == 0 ? QString() : reasonFor(error);
     } catch (const std::runtime_error &reason) {
         return QString::fromUtf8(reason.what());
     }
+}
+
+QStringList trashedFrom(const QString &path)
+try {
+    const Place place = trashFor(QFileInfo(path).absolutePath());
+    const QString name = QFile::decodeName(nameFor(path));
+    QStringList found;
+    for (const QString &each :
+         QDir(place.folder + QStringLiteral("/files")).entryList(QDir::Files | QDir::Hidden)) {
+        const QString trashed = place.folder + QStringLiteral("/files/") + each;
+        if (each.startsWith(name) && isFrom(infoOf(trashed), originOf(place, path))) {
+            found.append(trashed);
+        }
+    }
+    return found;
+} catch (const std::runtime_error &) {
+    return {};
+}
+
+QString restoreFromTrash(const QString &trashed, const QString &path)
+{
+    const int error = moveTo(QFile::encodeName(trashed), QFile::encodeName(path));
+    if (error != 0) {
+        return Text::tr("it could not be brought back from the trash (%1)")
+            .arg(QString::fromLocal8Bit(std::strerror(error)));
+    }
+    QFile::remove(infoOf(trashed));
+    return {};
 }
 
 } // namespace kruv

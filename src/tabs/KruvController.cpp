@@ -9,6 +9,7 @@
 #include "base/UserInterface.h"
 #include "formats/Formats.h"
 #include "formats/Records.h"
+#include "journal/DoneRecord.h"
 #include "journal/JournalFile.h"
 #include "tabs/ChecksumTab.h"
 #include "tabs/DecodeTab.h"
@@ -90,6 +91,12 @@ void KruvController::submit(const QString &tabLabel, std::span<const std::shared
 {
     m_runRecorder.announce(tabLabel, plan);
     m_taskQueue.addTasks(jobs);
+}
+
+void KruvController::recordDone(const QString &tabLabel, const std::vector<DoneRecord> &done)
+{
+    m_runRecorder.announce(tabLabel, {});
+    m_runRecorder.record(done);
 }
 
 void KruvController::addTab(BaseTab &tab)

@@ -44,6 +44,7 @@ public:
     KruvTaskQueue &taskQueue() override { return m_taskQueue; }
     void submit(const QString &tabLabel, std::span<const std::shared_ptr<KruvTask>> jobs,
                 const QString &plan) override;
+    void recordDone(const QString &tabLabel, const std::vector<DoneRecord> &done) override;
     /// What was done is recorded there.
     Journal &journal() { return m_journal; }
     RunRecorder &runRecorder() { return m_runRecorder; }

@@ -8,9 +8,11 @@
 
 #include <memory>
 #include <span>
+#include <vector>
 
 namespace kruv {
 
+struct DoneRecord;
 class KruvTask;
 class KruvTaskQueue;
 class Preferences;
@@ -28,6 +30,8 @@ public:
     /// empty.
     virtual void submit(const QString &tabLabel, std::span<const std::shared_ptr<KruvTask>> jobs,
                         const QString &plan) = 0;
+    /// Keeps in mind what was done without jobs.
+    virtual void recordDone(const QString &tabLabel, const std::vector<DoneRecord> &done) = 0;
     virtual Preferences &preferences() = 0;
     virtual UserInterface &userInterface() = 0;
     /// The one window for track names; every tab that works with names listens to it.

@@ -3,10 +3,12 @@
 
 #include "tabs/UtilTab.h"
 
+#include "base/FileStamp.h"
 #include "base/PathNames.h"
 #include "base/UserInterface.h"
 #include "formats/Formats.h"
 #include "formats/Records.h"
+#include "journal/DoneRecord.h"
 #include "tasks/KruvTaskQueue.h"
 #include "util/DeEmphasisTask.h"
 #include "util/ReplayGainTask.h"
@@ -140,11 +142,23 @@ void UtilTab::batchRename()
     try {
         const auto moves = BatchRename::plan(fileNames(), *prefix);
         BatchRename::carryOut(moves);
+        recordRenames(moves);
         clearFiles();
         Q_EMIT filesRenamed(moves);
     } catch (const BatchRename::Refused &reason) {
         showError(QString::fromUtf8(reason.what()));
     }
+}
+
+void UtilTab::recordRenames(const QList<BatchRename::Move> &moves)
+{
+    std::vector<DoneRecord> done;
+    for (const BatchRename::Move &move : moves) {
+        const FileStamp stamp = FileStamp::of(move.to).value_or(FileStamp());
+        done.push_back({.entry = {move.from, move.to, EntryRecord::Action::Rename},
+                        .receipt = {.sources = {{move.from, stamp}}, .outputs = {{move.to, stamp}}}});
+    }
+    host().recordDone(label(), done);
 }
 
 void UtilTab::replayGain()

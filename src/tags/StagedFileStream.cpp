@@ -3,6 +3,8 @@
 
 #include "tags/StagedFileStream.h"
 
+#include "tags/EditLog.h"
+
 #include <QFileInfo>
 #include <QTemporaryFile>
 
@@ -193,7 +195,57 @@ bool StagedFileStream::commit()
     if (!isOpen()) {
         return false;
     }
-    return audioStaysInPlace() ? commitInPlace() : commitToNewFile();
+    return logged([this] { return audioStaysInPlace() ? commitInPlace() : writeNewFile(); });
+}
+
+template <typename Write> bool StagedFileStream::logged(const Write &write)
+{
+    EditLog *log = EditLog::current();
+    FileEdit back = log ? wayBack() : FileEdit(); // read while it is still there
+    const bool written = write();
+    if (written && log) {
+        log->add(std::move(back));
+    }
+    return written;
+}
+
+/// The edit of the result that gives the original.
+FileEdit StagedFileStream::wayBack()
+{
+    FileEdit back;
+    long original = 0; // how far it is covered
+    FileEdit::Splice open;
+    const auto close = [&](long until) {
+        if (open.removed > 0 || until > original) {
+            m_file.seek(original);
+            open.inserted = m_file.read(until - original);
+            back.splices.push_back(open);
+        }
+    };
+    long start = 0;
+    for (const Piece &piece : m_pieces) {
+        if (piece.isNew()) {
+            open.removed += piece.length;
+        } else {
+            close(piece.sourceOffset);
+            original = piece.sourceOffset + piece.length;
+            open = {.offset = start + piece.length};
+        }
+        start += piece.length;
+    }
+    close(m_originalLength);
+    return back;
+}
+
+bool StagedFileStream::apply(const FileEdit &edit)
+{
+    const bool fits = std::all_of(edit.splices.begin(), edit.splices.end(), [this](const auto &splice) {
+        return splice.offset >= 0 && splice.removed >= 0 && splice.offset + splice.removed <= m_length;
+    });
+    for (auto splice = edit.splices.rbegin(); fits && splice != edit.splices.rend(); ++splice) {
+        replace(static_cast<long>(splice->offset), static_cast<long>(splice->removed), splice->inserted);
+    }
+    return fits;
 }
 
 bool StagedFileStream::commitInPlace()
@@ -229,9 +281,11 @@ bool StagedFileStream::commitInPlace()
 
 bool StagedFileStream::commitToNewFile()
 {
-    if (!isOpen()) {
-        return false;
-    }
+    return isOpen() && logged([this] { return writeNewFile(); });
+}
+
+bool StagedFileStream::writeNewFile()
+{
     const QFileInfo original(m_file);
     // A short name of its own: one made from the file's name may be longer than a name can be.
     QTemporaryFile target(QFileInfo(original.canonicalFilePath()).absolutePath() +

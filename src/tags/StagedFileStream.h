@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "tags/FileEdit.h"
+
 #include <QByteArray>
 #include <QFile>
 
@@ -20,6 +22,9 @@ namespace kruv {
 class StagedFileStream : public TagLib::IOStream
 {
 public:
+    /// Makes all changes of an edit of the file as it is now; false where it does not fit.
+    bool apply(const FileEdit &edit);
+
     /// Opens a regular file for reading; anything else (a folder, a pipe, a missing file) is not open.
     explicit StagedFileStream(const QString &path);
 
@@ -63,6 +68,9 @@ private:
     void replace(long start, long length, QByteArray data);
     bool audioStaysInPlace() const;
     bool commitInPlace();
+    bool writeNewFile();
+    FileEdit wayBack();
+    template <typename Write> bool logged(const Write &write);
     bool copyPiece(const Piece &piece, QIODevice &target);
     std::vector<Patch> patches() const;
 

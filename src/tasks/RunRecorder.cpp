@@ -114,6 +114,22 @@ void RunRecorder::added(std::span<const std::shared_ptr<KruvTask>> tasks, const 
     m_unfinished[run] += static_cast<int>(tasks.size());
 }
 
+void RunRecorder::record(const std::vector<DoneRecord> &done)
+{
+    const Number run = runFor(nullptr);
+    std::vector<EntryRecord> entries;
+    for (const DoneRecord &each : done) {
+        entries.push_back(each.entry);
+    }
+    Number entry = m_journal.addEntries(run, std::move(entries));
+    for (const DoneRecord &each : done) {
+        m_journal.end(entry++, {.receipt = each.receipt});
+    }
+    if (!m_unfinished.contains(run)) {
+        m_journal.endRun(run);
+    }
+}
+
 RunRecorder::Number RunRecorder::addEntries(std::span<const std::shared_ptr<KruvTask>> tasks, Number run)
 {
     if (m_resumed) {

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "journal/DoneRecord.h"
 #include "journal/Journal.h"
 
 #include <QElapsedTimer>
@@ -32,6 +33,8 @@ public:
     /// The jobs that come before control returns to the event loop are a run of this command's. Those with a
     /// plan (RunRecord) are one by themselves.
     void announce(const QString &command, const QString &plan);
+    /// What was done just now without jobs, as entries of the run.
+    void record(const std::vector<DoneRecord> &done);
     /// Whether what is left of the latest run can be done by a later process.
     bool canBeResumed() const { return m_canBeResumed; }
     /// The next jobs are the waiting entries of a run that goes on.

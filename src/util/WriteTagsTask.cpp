@@ -6,6 +6,7 @@
 #include "base/PathNames.h"
 #include "formats/TagFormats.h"
 #include "platform/MainThread.h"
+#include "tags/EditLog.h"
 
 #include <QFileInfo>
 #include <QHash>
@@ -84,11 +85,17 @@ void WriteTagsTask::doStartTask()
 
 void WriteTagsTask::write()
 {
+    const EditLog log;
+    const auto before = FileStamp::of(m_fileName);
     const auto record = tags();
     if (!TagFormats::write(m_type, m_fileName, *record, m_writeEmptyTags)) {
         failToWrite(refusal(m_fileName));
     } else if (m_withoutPadding) {
         TagFormats::removePadding(m_type, m_fileName);
+    }
+    if (const auto after = FileStamp::of(m_fileName); before && after && *after != *before) {
+        m_receipt = Receipt{
+            .sources = {{m_fileName, *before}}, .outputs = {{m_fileName, *after}}, .wayBack = log.packed()};
     }
 }
 

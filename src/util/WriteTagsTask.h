@@ -29,6 +29,7 @@ public:
     void startTask() override;
     void stopTask() override;
     QString inputPath() const override { return m_fileName; }
+    std::optional<Receipt> receipt() const override { return m_receipt; }
 
 protected:
     const QString &fileName() const { return m_fileName; }
@@ -51,6 +52,7 @@ private:
     bool m_withoutPadding = false;
     const Written m_written;
     Written m_before; // of the job that writes this file before
+    std::optional<Receipt> m_receipt;
 };
 
 } // namespace kruv

@@ -4,6 +4,7 @@
 #include "tags/StagedFileStream.h"
 
 #include "support/TaggedAudio.h"
+#include "tags/EditLog.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -55,6 +56,7 @@ TEST_F(StagedFile, BehavesLikeAByteArrayUnderAnyEdits)
     QRandomGenerator random(20261121);
     for (int round = 0; round < 40; ++round) {
         writeFile(path, original);
+        const EditLog log;
         QByteArray model = original;
         StagedFileStream stream(path);
         for (int edit = 0; edit < 12; ++edit) {
@@ -89,6 +91,12 @@ TEST_F(StagedFile, BehavesLikeAByteArrayUnderAnyEdits)
         EXPECT_EQ(readFile(path), original) << "nothing is written before commit()";
         ASSERT_TRUE(stream.commit());
         ASSERT_EQ(readFile(path), model) << "round " << round;
+
+        const auto back = FileEdit::unpack(log.packed());
+        ASSERT_TRUE(back && back->size() == 1);
+        StagedFileStream undone(path);
+        ASSERT_TRUE(undone.apply(back->front()) && undone.commit());
+        ASSERT_EQ(readFile(path), original) << "taken back in round " << round;
     }
     EXPECT_EQ(leftovers(), QStringList{u"file"_s});
 }

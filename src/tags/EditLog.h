@@ -1,0 +1,38 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "tags/FileEdit.h"
+
+#include <QByteArray>
+
+#include <vector>
+
+namespace kruv {
+
+/// While one lives, it takes down what would take back what this thread writes into files by
+/// StagedFileStream. One at a time in a thread.
+class EditLog
+{
+public:
+    EditLog();
+    ~EditLog();
+    EditLog(const EditLog &) = delete;
+    EditLog &operator=(const EditLog &) = delete;
+
+    /// That of this thread; null where there is none.
+    static EditLog *current();
+
+    /// `back` takes back what was written just now.
+    void add(FileEdit back);
+    /// All of it, for FileEdit::unpack(), what was written last first; empty where nothing was written, and
+    /// where it is too much to be kept.
+    QByteArray packed() const;
+
+private:
+    std::vector<FileEdit> m_edits; // in the order of writing
+    qint64 m_size = 0;
+};
+
+} // namespace kruv

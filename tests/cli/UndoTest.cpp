@@ -1,0 +1,115 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "support/Program.h"
+#include "support/QtPrinters.h"
+#include "support/TaggedAudio.h"
+
+#include <QDirIterator>
+#include <QMap>
+
+namespace kruv::test {
+
+namespace {
+
+class UndoTest : public Program
+{
+protected:
+    void SetUp() override { journal = folder.file(u"state/journal.db"_s); }
+    Outcome undo(const QStringList &more = {}) { return run(QStringList{u"undo"_s} + more); }
+    QMap<QString, QByteArray> everything() const
+    {
+        QMap<QString, QByteArray> all;
+        QDirIterator walk(music, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+        while (walk.hasNext()) {
+            const QString path = walk.next();
+            all.insert(path.mid(music.size()), readFile(path));
+        }
+        return all;
+    }
+};
+
+} // namespace
+
+TEST_F(UndoTest, PutsTagsBackByteForByteAndForthAgain)
+{
+    const AudioFolder made;
+    for (const QString &extension : {u"flac"_s, u"mp3"_s, u"m4a"_s, u"ogg"_s, u"aiff"_s, u"wv"_s, u"tta"_s}) {
+        QFile::copy(made.audio(extension), music + u"/it's 100%."_s + extension);
+    }
+    const auto plain = everything();
+    const QString long1000(1000, u'x');
+    EXPECT_EQ(run({u"tags"_s, u"set"_s, u"--title"_s, long1000, u"--artist"_s, u"A"_s, music}).status, 0);
+    const auto tagged = everything();
+    EXPECT_EQ(run({u"tags"_s, u"set"_s, u"--title"_s, u"short"_s, u"--year"_s, u"1999"_s, music}).status, 0);
+
+    EXPECT_EQ(undo().status, 0);
+    EXPECT_TRUE(everything() == tagged);
+    EXPECT_EQ(undo().status, 0);
+    EXPECT_TRUE(everything() == plain);
+    EXPECT_TRUE(undo().err.contains("nothing to undo"));
+    EXPECT_EQ(undo({u"4"_s}).status, 0) << "the second undo";
+    EXPECT_TRUE(everything() == tagged);
+    EXPECT_EQ(undo({u"4"_s}).status, 2) << "which is undone now";
+}
+
+TEST_F(UndoTest, LeavesAloneWhatWasChangedSince)
+{
+    const AudioFolder made;
+    for (const QString &name : {u"a"_s, u"b"_s}) {
+        QFile::copy(made.audio(u"flac"_s, name), music + u'/' + name + u".flac"_s);
+    }
+    const QByteArray plain = readFile(music + u"/a.flac"_s);
+    EXPECT_EQ(run({u"tags"_s, u"set"_s, u"--title"_s, u"X"_s, music}).status, 0);
+    QFile changed(music + u"/b.flac"_s);
+    ASSERT_TRUE(changed.open(QIODevice::Append) && changed.write("more") == 4);
+    changed.close();
+    const QByteArray theirs = readFile(changed.fileName());
+    const Outcome outcome = undo();
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_TRUE(outcome.err.contains("b.flac was changed")) << outcome.err.constData();
+    EXPECT_EQ(readFile(music + u"/a.flac"_s), plain);
+    EXPECT_EQ(readFile(changed.fileName()), theirs);
+}
+
+TEST_F(UndoTest, GivesFilesTheirOldNamesBack)
+{
+    for (const QString &name : {u"one.wav"_s, u"two.wav"_s, u"three.wav"_s}) {
+        wav(name);
+    }
+    const auto before = everything();
+    const QStringList rename{u"util"_s, u"rename"_s, u"--prefix"_s, u"Disc"_s, music};
+    EXPECT_EQ(run(rename).status, 0);
+    EXPECT_EQ(files(u"Disc*"_s).size(), 3);
+    EXPECT_EQ(undo().status, 0);
+    EXPECT_TRUE(everything() == before);
+
+    EXPECT_EQ(run(rename).status, 0);
+    writeFile(music + u"/one.wav"_s, "somebody else's");
+    EXPECT_EQ(undo().status, 1);
+    EXPECT_EQ(readFile(music + u"/one.wav"_s), "somebody else's");
+    EXPECT_EQ(files(u"*"_s).size(), 4);
+    QFile::remove(music + u"/one.wav"_s);
+    EXPECT_EQ(undo().status, 0) << "what is left of it";
+    EXPECT_TRUE(everything() == before);
+}
+
+TEST_F(UndoTest, BringsOriginalsOutOfTheTrash)
+{
+    folder.makeFolder(u"kruv"_s);
+    folder.write(u"kruv/kruv.conf"_s, "[General]\ntrashOrDelete=1\n");
+    const QString a = wav(u"a.wav"_s, 900);
+    const QByteArray bytes = readFile(a);
+    const QStringList command{u"--beside-source"_s, u"--delete-originals"_s, u"-y"_s, a};
+    EXPECT_EQ(encode(command).status, 0);
+    ASSERT_FALSE(QFile::exists(a));
+    wav(u"a.wav"_s, 500); // another one of that name goes the same way
+    EXPECT_EQ(encode(command + QStringList{u"--overwrite"_s}).status, 0);
+    EXPECT_EQ(undo({u"1"_s}).status, 0);
+    EXPECT_EQ(readFile(a), bytes);
+    EXPECT_TRUE(QFile::exists(music + u"/a.flac"_s));
+    EXPECT_EQ(undo({u"2"_s}).status, 1) << "its name is taken";
+    EXPECT_EQ(readFile(a), bytes);
+}
+
+} // namespace kruv::test
