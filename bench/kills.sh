@@ -35,7 +35,7 @@ arguments=(
 content() {
     case $1 in
     *.opus | *.m4a) ffmpeg -nostdin -v error -i "$1" -map 0:a -f md5 - ;;
-    *.txt | *.md5) grep -v '^;' "$1" | md5sum ;;
+    *.txt | *.md5) grep -v '^[;#]' "$1" | md5sum ;;
     *) md5sum <"$1" ;;
     esac
 }
@@ -78,8 +78,8 @@ for round in $(seq "$rounds"); do
         }
     done <<<"$after"
     while read -r line; do
-        name=${line% *}
-        grep -qF -- "${name%.*}." <<<"$after" || { lost=$((lost + 1)) && echo "round $round ($each): lost: $line"; }
+        name=${line% *} && name=${name##*/} # outputs may lie elsewhere
+        grep -qF -- "/${name%.*}." <<<"$after" || { lost=$((lost + 1)) && echo "round $round ($each): lost: $line"; }
     done <<<"$sources"
     if [ -e "$KRUV_JOURNAL" ]; then "$kruv" resume -q >"$work/said" 2>&1 || cat "$work/said"; fi
     if [ "$("$kruv" history --json 2>/dev/null | wc -l)" = 0 ]; then

@@ -56,8 +56,8 @@ StagingFolder::StagingFolder(const QString &folder)
         m_place = *waiting;
         return;
     }
-    // Until it holds its lock, another process may sweep it.
-    constexpr int tries = 5;
+    // Until it holds its lock, another process that begins may sweep it.
+    constexpr int tries = 100;
     int error = ENOENT;
     for (int attempt = 0; attempt < tries && error == ENOENT; ++attempt) {
         make(folder);
