@@ -62,7 +62,10 @@ void readLengths(const QString &text)
 void readSplitPoints(const std::string &text)
 {
     const std::string plain = adapters::plainSplitPoints(text);
-    require(adapters::plainSplitPoints(plain) == plain);
+    require(plain.find("\n\n") == std::string::npos && !plain.starts_with('\n'));
+    for (std::size_t at = plain.find('\r'); at != std::string::npos; at = plain.find('\r', at + 1)) {
+        require(at + 1 < plain.size() && plain[at + 1] == '\n');
+    }
     adapters::splitPointsInBytes(plain, {48000, 6});
 }
 
