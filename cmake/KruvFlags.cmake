@@ -11,6 +11,10 @@ target_compile_options(kruv_flags INTERFACE -Wall -Wextra -Wpedantic -Wconversio
 if(KRUV_WERROR)
   target_compile_options(kruv_flags INTERFACE -Werror)
 endif()
+if(CMAKE_UNITY_BUILD)
+  # Sources are included then, and gcc takes their unnamed namespaces for those of a header.
+  target_compile_options(kruv_flags INTERFACE -Wno-subobject-linkage)
+endif()
 target_compile_definitions(kruv_flags INTERFACE
   QT_NO_CAST_FROM_ASCII
   QT_NO_CAST_TO_ASCII

@@ -22,7 +22,7 @@ namespace kruv {
 
 namespace {
 
-Q_LOGGING_CATEGORY(audioLog, "kruv.audio", QtWarningMsg)
+Q_LOGGING_CATEGORY(encodeLog, "kruv.audio", QtWarningMsg)
 
 constexpr std::size_t bufferBytes = 32768;
 
@@ -73,7 +73,7 @@ bool EncodeCoreAudioSync::doEncodeCall()
         return !m_task.cancelled();
     } catch (const std::exception &failure) {
         const QString reason = QString::fromUtf8(failure.what());
-        qCInfo(audioLog, "Exception %s", qUtf8Printable(reason));
+        qCInfo(encodeLog, "Exception %s", qUtf8Printable(reason));
         if (m_created && !m_task.cancelled() && QFileInfo(m_outFile).isFile()) {
             QFile::remove(m_outFile); // half a file that looks whole
         }
@@ -104,7 +104,7 @@ void EncodeCoreAudioSync::convert()
     }
     const std::uint32_t layout = surroundLayout(format.channels);
     if (m_formatType != FormatType::LinearPcm && layout != 0 && !output->setChannelLayout(layout)) {
-        qCInfo(audioLog, "AudioConverterSetProperty kAudioConverterOutputChannelLayout failure");
+        qCInfo(encodeLog, "AudioConverterSetProperty kAudioConverterOutputChannelLayout failure");
     }
     copyFrames(*input, *output);
     output->finish();

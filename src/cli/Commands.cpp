@@ -27,7 +27,7 @@ namespace kruv::Commands {
 
 namespace {
 
-struct Text
+struct CommandText
 {
     Q_DECLARE_TR_FUNCTIONS(kruv::Commands)
 };
@@ -41,14 +41,14 @@ std::vector<std::unique_ptr<Verb>> declare(CLI::App &app)
     verbs.push_back(std::make_unique<DecodeVerb>(app));
     verbs.push_back(std::make_unique<VerifyVerb>(app, VerifyVerb::What::AudioAndLists));
     CLI::App &checksum = *app.add_subcommand(
-        "checksum", Text::tr("Create or verify MD5, fingerprint and shntool lists").toStdString());
+        "checksum", CommandText::tr("Create or verify MD5, fingerprint and shntool lists").toStdString());
     checksum.require_subcommand(1);
     verbs.push_back(std::make_unique<ChecksumCreateVerb>(checksum));
     verbs.push_back(std::make_unique<VerifyVerb>(checksum, VerifyVerb::What::Lists));
     ShntoolVerb::addAll(app, verbs);
     verbs.push_back(std::make_unique<FixVerb>(app));
     verbs.push_back(std::make_unique<LossyVerb>(app));
-    CLI::App &tags = *app.add_subcommand("tags", Text::tr("Show and write tags").toStdString());
+    CLI::App &tags = *app.add_subcommand("tags", CommandText::tr("Show and write tags").toStdString());
     tags.require_subcommand(1);
     verbs.push_back(std::make_unique<TagsShowVerb>(tags));
     verbs.push_back(std::make_unique<TagsSetVerb>(tags));
@@ -56,7 +56,7 @@ std::vector<std::unique_ptr<Verb>> declare(CLI::App &app)
     verbs.push_back(std::make_unique<TagsTracksVerb>(tags, TagsTracksVerb::Source::CueSheet));
     CLI::App &util = *app.add_subcommand(
         "util",
-        Text::tr("Rename, add replay gain, convert sample rates, extract discs, make DVD-Audio images")
+        CommandText::tr("Rename, add replay gain, convert sample rates, extract discs, make DVD-Audio images")
             .toStdString());
     util.require_subcommand(1);
     for (const auto command : {UtilTab::Rename, UtilTab::ReplayGain, UtilTab::SampleRateConversion,

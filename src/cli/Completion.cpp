@@ -12,7 +12,7 @@ namespace kruv::Commands {
 
 namespace {
 
-struct Text
+struct CompletionText
 {
     Q_DECLARE_TR_FUNCTIONS(kruv::Completion)
 };
@@ -102,7 +102,8 @@ std::string completions(const CLI::App &app, const std::vector<std::string> &wor
     }
     if (!begin.empty() && begin[0] == '-') {
         return flags(command, begin) +
-               (isRoot ? candidate(windowFlag, Text::tr("Open the window on this tab").toStdString(), begin)
+               (isRoot ? candidate(windowFlag,
+                                   CompletionText::tr("Open the window on this tab").toStdString(), begin)
                        : std::string());
     }
     std::string found;

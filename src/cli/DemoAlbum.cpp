@@ -22,7 +22,7 @@ namespace kruv::DemoAlbum {
 
 namespace {
 
-struct Text
+struct DemoText
 {
     Q_DECLARE_TR_FUNCTIONS(kruv::DemoAlbum)
 };
@@ -174,7 +174,8 @@ QStringList make(const QString &folder)
                                  .arg(QLatin1StringView(tracks[index].title));
         writeFile(path, aiffOf(audioOf(tracks[index])));
         if (!TagLibTagsHelper().writeTagsForAIFFFile(path, *tagsOf(index))) {
-            throw std::runtime_error(Text::tr("%1: the tags could not be written").arg(path).toStdString());
+            throw std::runtime_error(
+                DemoText::tr("%1: the tags could not be written").arg(path).toStdString());
         }
         made.append(path);
     }

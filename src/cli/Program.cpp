@@ -20,7 +20,7 @@ namespace kruv::Program {
 
 namespace {
 
-struct Text
+struct ProgramText
 {
     Q_DECLARE_TR_FUNCTIONS(kruv::Program)
 };
@@ -36,7 +36,8 @@ int reportParse(const CLI::App &app, const CLI::ParseError &result)
     }
     QString problem = QString::fromUtf8(result.what());
     if (app.get_subcommands().empty() && !app.remaining().empty()) {
-        problem = Text::tr("%1: no such command.").arg(QString::fromStdString(app.remaining().front()));
+        problem =
+            ProgramText::tr("%1: no such command.").arg(QString::fromStdString(app.remaining().front()));
     }
     Console::complain(problem + QStringLiteral(" (kruv --help, kruv COMMAND --help)"));
     return Usage;
@@ -63,15 +64,16 @@ void checkEncoding(const CLI::App &app)
 
 int runCommand(int argc, char **argv)
 {
-    CLI::App app(Text::tr("Kruv: converts, verifies and keeps collections of lossless audio.\n"
-                          "Without a command, alone or with files, it opens the window.")
+    CLI::App app(ProgramText::tr("Kruv: converts, verifies and keeps collections of lossless audio.\n"
+                                 "Without a command, alone or with files, it opens the window.")
                      .toStdString(),
                  "kruv");
     app.set_version_flag("--version", "kruv " + shortVersion().toStdString());
     app.require_subcommand(1);
-    app.footer(Text::tr("Exit status: 0 all jobs succeeded, 1 a job failed or a verification did not match,\n"
+    app.footer(
+        ProgramText::tr("Exit status: 0 all jobs succeeded, 1 a job failed or a verification did not match,\n"
                         "2 wrong usage or a question that no flag answered, 130 canceled.")
-                   .toStdString());
+            .toStdString());
     const auto verbs = Commands::declare(app);
     if (argc > 1 && std::string_view(argv[1]) == "--complete") {
         Console::writeOut(QString::fromStdString(Commands::completions(app, {argv + 2, argv + argc})));
@@ -115,7 +117,7 @@ int run(int argc, char **argv)
     if (problem.isEmpty()) {
         return status;
     }
-    Console::complain(Text::tr("standard output could not be written: %1").arg(problem));
+    Console::complain(ProgramText::tr("standard output could not be written: %1").arg(problem));
     return status == Success ? static_cast<int>(Failure) : status;
 }
 

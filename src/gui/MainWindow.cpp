@@ -27,7 +27,7 @@ namespace kruv {
 namespace {
 const QString placeKey = QStringLiteral("mainWindowPlace");
 const QString tabKey = QStringLiteral("selectedTab");
-constexpr QSize firstSize(900, 600);
+constexpr QSize firstWindowSize(900, 600);
 constexpr QSize leastSize(640, 420);
 } // namespace
 
@@ -39,7 +39,7 @@ MainWindow::MainWindow(KruvController &controller, GuiUserInterface &userInterfa
     setWindowTitle(QStringLiteral("Kruv"));
     setObjectName(QStringLiteral("mainWindow"));
     setMinimumSize(leastSize);
-    resize(firstSize);
+    resize(firstWindowSize);
     makeTabs();
     makeMenus();
     new TrackNameInputWindow(m_controller.trackNameInputController(), this);

@@ -5,6 +5,7 @@
 
 #include "base/TextFile.h"
 #include "gui/PromptStyle.h"
+#include "gui/Spacing.h"
 
 #include <QClipboard>
 #include <QFileDialog>
@@ -20,8 +21,6 @@
 namespace kruv {
 
 namespace {
-
-constexpr int outerMargin = 12;
 
 /// A fixed-width face, so that what the tools print keeps its columns.
 QFont outputFont()

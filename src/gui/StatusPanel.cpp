@@ -5,6 +5,7 @@
 
 #include "base/Preferences.h"
 #include "gui/QueueProgress.h"
+#include "gui/Spacing.h"
 #include "gui/StatusQueueCell.h"
 #include "gui/WindowPlace.h"
 #include "tasks/KruvTask.h"
@@ -25,8 +26,7 @@ namespace kruv {
 
 namespace {
 const QString placeKey = QStringLiteral("statusPanelPlace");
-constexpr QSize firstSize(420, 360);
-constexpr int outerMargin = 12;
+constexpr QSize firstPanelSize(420, 360);
 } // namespace
 
 StatusPanel::StatusPanel(KruvTaskQueue &queue, QueueProgress &progress, Preferences &preferences,
@@ -50,7 +50,7 @@ StatusPanel::StatusPanel(KruvTaskQueue &queue, QueueProgress &progress, Preferen
     layout->setSpacing(0);
     layout->addWidget(m_table, 1);
     layout->addLayout(makeBar());
-    resize(firstSize);
+    resize(firstPanelSize);
     m_showSoon.setSingleShot(true);
     connect(&m_showSoon, &QTimer::timeout, this, &StatusPanel::showProgress);
     const auto showSoon = [this] { m_showSoon.start(); };

@@ -7,6 +7,7 @@
 #include "gui/FileListView.h"
 #include "gui/Glyphs.h"
 #include "gui/OptionColumn.h"
+#include "gui/Spacing.h"
 #include "tabs/BaseTab.h"
 
 #include <QHBoxLayout>
@@ -17,7 +18,6 @@ namespace kruv {
 
 namespace {
 
-constexpr int outerMargin = 12;
 constexpr int leastCommandWidth = 120;
 
 QPushButton *barButton(const QString &text, const QString &objectName, QWidget *parent)

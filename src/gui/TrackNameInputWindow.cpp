@@ -19,7 +19,7 @@ namespace kruv {
 
 namespace {
 
-constexpr QSize firstSize(460, 420);
+constexpr QSize firstDialogSize(460, 420);
 
 QPushButton *barButton(const ControlLook &look, QWidget *parent)
 {
@@ -69,7 +69,7 @@ TrackNameInputWindow::TrackNameInputWindow(TrackNameInputController &controller,
     layout->addWidget(m_names, 1);
     layout->addLayout(bar);
     layout->addWidget(buttons);
-    resize(firstSize);
+    resize(firstDialogSize);
     follow();
 }
 

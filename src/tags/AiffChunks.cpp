@@ -3,8 +3,9 @@
 
 #include "tags/AiffChunks.h"
 
+#include "tags/StreamRead.h"
+
 #include <algorithm>
-#include <tbytevector.h>
 
 namespace kruv {
 
@@ -12,12 +13,6 @@ namespace {
 
 constexpr long formHeaderSize = 12;
 constexpr long chunkHeaderSize = 8;
-
-TagLib::ByteVector readAt(TagLib::IOStream &stream, long offset, unsigned long length)
-{
-    stream.seek(offset);
-    return stream.readBlock(length);
-}
 
 bool isChunkId(const TagLib::ByteVector &id)
 {

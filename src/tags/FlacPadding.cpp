@@ -3,10 +3,11 @@
 
 #include "tags/FlacPadding.h"
 
+#include "tags/FlacBlock.h"
 #include "tags/StagedFileStream.h"
+#include "tags/StreamRead.h"
 
 #include <id3v2header.h>
-#include <tbytevector.h>
 
 namespace kruv {
 
@@ -14,16 +15,9 @@ namespace {
 
 // RFC 9639, section 8.1: one bit "last block", seven of type, then the length of the content in 24 bits.
 constexpr long blockHeaderSize = 4;
-constexpr long longestBlock = 0xFFFFFF;
 constexpr unsigned lastBlockFlag = 0x80;
 constexpr unsigned paddingType = 1;
 constexpr unsigned commentType = 4;
-
-TagLib::ByteVector readAt(TagLib::IOStream &stream, long offset, unsigned long length)
-{
-    stream.seek(offset, TagLib::IOStream::Beginning);
-    return stream.readBlock(length);
-}
 
 long markerOffset(TagLib::IOStream &stream)
 {
@@ -93,7 +87,7 @@ void restoreFlacPadding(StagedFileStream &stream, long audioOffset)
         return;
     }
     const long padding = audioOffset - metadata->lastBlock - blockHeaderSize;
-    if (padding < 0 || padding > longestBlock || metadata->end == audioOffset) {
+    if (padding < 0 || padding > longestFlacBlock || metadata->end == audioOffset) {
         return;
     }
     TagLib::ByteVector block = TagLib::ByteVector::fromUInt(static_cast<unsigned int>(padding));

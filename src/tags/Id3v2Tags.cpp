@@ -28,14 +28,14 @@ using TagLib::String;
 namespace ID3v2 = TagLib::ID3v2;
 
 /// A number with its total, in one frame as "3/12".
-struct NumberPair
+struct PairFrame
 {
     const char *frame;
     TagField number;
     TagField total;
 };
-constexpr NumberPair trackPair{"TRCK", TagField::Track, TagField::TrackTotal};
-constexpr NumberPair discPair{"TPOS", TagField::Disc, TagField::DiscTotal};
+constexpr PairFrame trackPair{"TRCK", TagField::Track, TagField::TrackTotal};
+constexpr PairFrame discPair{"TPOS", TagField::Disc, TagField::DiscTotal};
 
 bool hasFrame(const ID3v2::Tag &tag, const char *id)
 {
@@ -49,7 +49,7 @@ QString frameText(const ID3v2::Tag &tag, const char *id)
     return frames.isEmpty() ? QStringLiteral("") : fromTagLibString(frames.front()->toString());
 }
 
-void readNumberPair(const ID3v2::Tag &tag, const NumberPair &pair, TagsObject &record)
+void readNumberPair(const ID3v2::Tag &tag, const PairFrame &pair, TagsObject &record)
 {
     const QString text = frameText(tag, pair.frame);
     const qsizetype slash = text.indexOf(u'/');
@@ -176,7 +176,7 @@ void writeFrame(ID3v2::Tag &tag, const char *id, const QString &text, String::Ty
     }
 }
 
-void writeNumberPair(ID3v2::Tag &tag, const NumberPair &pair, const TagsObject &record, String::Type encoding,
+void writeNumberPair(ID3v2::Tag &tag, const PairFrame &pair, const TagsObject &record, String::Type encoding,
                      bool writeEmptyTags)
 {
     const QString number = record.text(pair.number);

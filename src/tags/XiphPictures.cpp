@@ -3,6 +3,7 @@
 
 #include "tags/XiphPictures.h"
 
+#include "tags/FlacBlock.h"
 #include "tags/TagText.h"
 
 #include <QLoggingCategory>
@@ -18,8 +19,7 @@ Q_LOGGING_CATEGORY(xiphPictureLog, "kruv.tags.xiph", QtWarningMsg)
 
 using TagLib::FLAC::Picture;
 
-/// A block's length has 24 bits, of which the picture's own fields take some.
-constexpr qsizetype longestBlock = 0xFFFFFF;
+/// What the picture's own fields take of a block.
 constexpr qsizetype pictureFieldsSize = 64;
 
 /// Those very bytes, as when a record goes back into the file it came from.
@@ -53,7 +53,7 @@ std::unique_ptr<Picture> makePicture(const AlbumArt &art, bool asItCame, qsizety
 
 template <typename Holder> bool addPictures(Holder &holder, const TagsObject &record)
 {
-    constexpr qsizetype mostBytes = longestBlock - pictureFieldsSize;
+    constexpr qsizetype mostBytes = longestFlacBlock - pictureFieldsSize;
     const auto isNew = [&holder](const std::shared_ptr<const AlbumArt> &art) {
         return art && !holdsPicture(holder.pictureList(), *art) && !art->png().bytes.isEmpty();
     };

@@ -4,6 +4,7 @@
 #include "tags/XiphTags.h"
 
 #include "base/Version.h"
+#include "tags/FlacBlock.h"
 #include "tags/FlacPadding.h"
 #include "tags/MoreTags.h"
 #include "tags/TagText.h"
@@ -54,8 +55,6 @@ constexpr std::array fieldKeys{
 };
 constexpr const char *dateKey = "DATE";
 constexpr const char *encoderKey = "ENCODER";
-
-constexpr unsigned int longestBlock = 0xFFFFFF;
 
 /// A length in a comment block: 32 bits, the least byte first. Nothing is left where it ends too early.
 std::uint32_t takeLength(QByteArrayView &rest)
@@ -259,7 +258,7 @@ bool writeXiph(TagLib::FLAC::File &file, const TagsObject &record, bool writeEmp
     // metaflac sets the date once this is saved. With the field here already it finds room for it in place,
     // and never has to rewrite the file.
     writeField(comment, dateKey, date, {date});
-    return comment.render(false).size() <= longestBlock;
+    return comment.render(false).size() <= static_cast<unsigned>(longestFlacBlock);
 }
 
 bool writeOggXiph(XiphComment &comment, const TagsObject &record, bool writeEmptyTags)

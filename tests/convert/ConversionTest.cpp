@@ -4,10 +4,10 @@
 #include "base/PathNames.h"
 #include "formats/Formats.h"
 #include "formats/TagCopy.h"
-#include "platform/Resources.h"
 #include "support/Audio.h"
 #include "support/QtPrinters.h"
 #include "support/Session.h"
+#include "support/TaggedAudio.h"
 #include "tabs/DecodeTab.h"
 #include "tabs/EncodeTab.h"
 #include "tags/TagLibTagsHelper.h"
@@ -16,7 +16,6 @@
 #include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
-#include <QProcess>
 
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -28,7 +27,7 @@ namespace kruv::test {
 namespace {
 
 /// Conversions by the real tools.
-class Conversion : public testing::Test
+class Conversions : public testing::Test
 {
 protected:
     void encode(const QStringList &paths)
@@ -86,14 +85,6 @@ protected:
     QString out = session.folder.makeFolder(u"out"_s);
 };
 
-QByteArray toolOutput(const QString &tool, const QStringList &arguments)
-{
-    QProcess process;
-    process.start(toolPath(tool), arguments);
-    process.waitForFinished(-1);
-    return process.readAll();
-}
-
 const Format &formatOf(const QString &path)
 {
     return *Formats::ofType(PathNames::fileType(path));
@@ -106,7 +97,7 @@ QStringList entries(const QString &folder)
 
 } // namespace
 
-TEST_F(Conversion, EveryShapeComesBackBitForBit)
+TEST_F(Conversions, EveryShapeComesBackBitForBit)
 {
     constexpr AudioShape shapes[] = {
         {.sampleRate = 44100, .channels = 2, .bitsPerSample = 16, .frames = 1},
@@ -147,7 +138,7 @@ TEST_F(Conversion, EveryShapeComesBackBitForBit)
         << "originals stay";
 }
 
-TEST_F(Conversion, TagsAndPictureGoFromAiffToFlacAndBack)
+TEST_F(Conversions, TagsAndPictureGoFromAiffToFlacAndBack)
 {
     writeAiff(music(u"a.aiff"_s), {.frames = 1000});
     TagsObject tags;
@@ -181,7 +172,7 @@ TEST_F(Conversion, TagsAndPictureGoFromAiffToFlacAndBack)
     EXPECT_TRUE(readAiff(out + u"/a.aiff"_s) == makeAudio({.frames = 1000}));
 }
 
-TEST_F(Conversion, TheFingerprintListIsMetaflacs)
+TEST_F(Conversions, TheFingerprintListIsMetaflacs)
 {
     for (unsigned index : {1U, 2U, 3U}) {
         writeWav(music(u"t %1.wav"_s.arg(index)), {.frames = 1000, .seed = index});
@@ -197,7 +188,7 @@ TEST_F(Conversion, TheFingerprintListIsMetaflacs)
     }
 }
 
-TEST_F(Conversion, OddNamesAreConvertedAndOnlyThenDeleted)
+TEST_F(Conversions, OddNamesAreConvertedAndOnlyThenDeleted)
 {
     const QStringList names{u"a b \"c\" 'd'"_s,
                             u"50% off: live"_s,
@@ -226,7 +217,7 @@ TEST_F(Conversion, OddNamesAreConvertedAndOnlyThenDeleted)
     }
 }
 
-TEST_F(Conversion, AFailureKeepsItsSourceAndStopsNobody)
+TEST_F(Conversions, AFailureKeepsItsSourceAndStopsNobody)
 {
     const QByteArray wav = wavBytes(makeAudio({.frames = 1000}));
     const std::pair<QString, QByteArray> bad[] = {{u"cut in a sample.wav"_s, wav.first(2001)},
@@ -273,7 +264,7 @@ TEST_F(Conversion, AFailureKeepsItsSourceAndStopsNobody)
     EXPECT_EQ(readFile(music(u"text.flac"_s)), QByteArray("not audio"));
 }
 
-TEST_F(Conversion, ADamagedFlacIsNeverLost)
+TEST_F(Conversions, ADamagedFlacIsNeverLost)
 {
     const QString damaged = flacOf(u"damaged"_s);
     const QString cut = flacOf(u"cut"_s);
@@ -304,7 +295,7 @@ TEST_F(Conversion, ADamagedFlacIsNeverLost)
     EXPECT_TRUE(QFile::exists(cut));
 }
 
-TEST_F(Conversion, FlacOverItselfStays)
+TEST_F(Conversions, FlacOverItselfStays)
 {
     const QString flac = flacOf(u"a"_s);
     ASSERT_EQ(link(flac.toUtf8().constData(), (out + u"/a.flac"_s).toUtf8().constData()), 0);
@@ -323,7 +314,7 @@ TEST_F(Conversion, FlacOverItselfStays)
     EXPECT_TRUE(readWav(out + u"/a.wav"_s) == makeAudio({.frames = 30'000}));
 }
 
-TEST_F(Conversion, ADecodeNeverReplacesAFile)
+TEST_F(Conversions, ADecodeNeverReplacesAFile)
 {
     writeAiff(music(u"a.aiff"_s), {.frames = 3000});
     for (const QString &format : {u"FLAC"_s, u"SHN"_s, u"WV"_s, u"TTA"_s, u"APE"_s, u"M4A"_s}) {
@@ -341,7 +332,7 @@ TEST_F(Conversion, ADecodeNeverReplacesAFile)
     }
 }
 
-TEST_F(Conversion, EveryFormatIsMadeAndDecoded)
+TEST_F(Conversions, EveryFormatIsMadeAndDecoded)
 {
     const AudioShape shapes[] = {{.bitsPerSample = 16, .frames = 4097},
                                  {.bitsPerSample = 24, .frames = 4097}};
@@ -384,7 +375,7 @@ TEST_F(Conversion, EveryFormatIsMadeAndDecoded)
     }
 }
 
-TEST_F(Conversion, FormatsBecomeOneAnotherWithTheirTags)
+TEST_F(Conversions, FormatsBecomeOneAnotherWithTheirTags)
 {
     const QString title = u"\u6b4c"_s;
     const QStringList formats{u"FLAC"_s, u"SHN"_s, u"WV"_s, u"TTA"_s, u"APE"_s, u"M4A"_s};
@@ -419,7 +410,7 @@ TEST_F(Conversion, FormatsBecomeOneAnotherWithTheirTags)
     }
 }
 
-TEST_F(Conversion, WhatAFormatCantHoldStaysAsItWas)
+TEST_F(Conversions, WhatAFormatCantHoldStaysAsItWas)
 {
     writeWav(music(u"wide.wav"_s), {.bitsPerSample = 24, .frames = 3000});
     writeWav(music(u"surround.wav"_s), {.channels = 6, .frames = 3000});
@@ -453,7 +444,7 @@ TEST_F(Conversion, WhatAFormatCantHoldStaysAsItWas)
               QByteArray("preciousprecious"));
 }
 
-TEST_F(Conversion, ShortenFilesGetTheirMd5List)
+TEST_F(Conversions, ShortenFilesGetTheirMd5List)
 {
     writeWav(music(u"a.wav"_s), {.frames = 1000});
     writeWav(music(u"b.wav"_s), {.frames = 1000, .seed = 2});

@@ -240,7 +240,7 @@ protected:
     Failures failures;
 };
 
-std::string nameOf(const testing::TestParamInfo<const Format *> &parameter)
+std::string targetName(const testing::TestParamInfo<const Format *> &parameter)
 {
     return parameter.param->id;
 }
@@ -323,6 +323,6 @@ TEST_P(Pairs, TakePlainAudioFromOtherContainers)
     expectSameSamples(pieces);
 }
 
-INSTANTIATE_TEST_SUITE_P(To, Pairs, testing::ValuesIn(Formats::made(false)), nameOf);
+INSTANTIATE_TEST_SUITE_P(To, Pairs, testing::ValuesIn(Formats::made(false)), targetName);
 
 } // namespace kruv::test

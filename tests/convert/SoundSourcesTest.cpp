@@ -29,7 +29,7 @@ namespace {
 using Bytes = std::vector<std::uint8_t>;
 
 /// In the widest samples.
-Bytes samplesOf(const QString &path)
+Bytes wideSamplesOf(const QString &path)
 {
     constexpr std::uint32_t widest = 32;
     const auto reader = AudioFiles::open(path);
@@ -137,7 +137,7 @@ TEST_F(SoundSources, AreReadToTheirEndWhereTheHeaderLeavesTheLengthOpen)
             const QString output = engine.folder.file(file + u'.' + target->extension());
             encode(*target, source, output);
             ASSERT_FALSE(end.failed) << end.said.toStdString();
-            EXPECT_EQ(samplesOf(output), samplesOf(whole));
+            EXPECT_EQ(wideSamplesOf(output), samplesOf(whole));
             EXPECT_TRUE(end.remarks.size() == 1 && end.remarks[0].contains(source));
         }
         const QString out = engine.folder.makeFolder(file + u" fixed"_s);
@@ -145,7 +145,7 @@ TEST_F(SoundSources, AreReadToTheirEndWhereTheHeaderLeavesTheLengthOpen)
             &engine.queue,
             FixTask::Request{.fileNames = {source, whole}, .target = &wavFormat, .outputPath = out}, [] {}));
         EXPECT_FALSE(end.failed) << end.said.toStdString();
-        EXPECT_GT(samplesOf(out + u'/' + QFileInfo(source).completeBaseName() + u".wav"_s).size(), 0U);
+        EXPECT_GT(wideSamplesOf(out + u'/' + QFileInfo(source).completeBaseName() + u".wav"_s).size(), 0U);
     }
 }
 
@@ -178,7 +178,7 @@ TEST_F(SoundSources, ThatAreDecodedThroughErrorsTellWhereTheyAreDamaged)
 {
     constexpr std::size_t frames = 60'000;
     const QString source = made(flacFormat, {.frames = frames});
-    const Bytes sound = samplesOf(source);
+    const Bytes sound = wideSamplesOf(source);
     QByteArray bytes = readFile(source);
     bytes[bytes.size() / 2] = static_cast<char>(bytes[bytes.size() / 2] ^ 4);
     writeFile(source, bytes);
@@ -190,7 +190,7 @@ TEST_F(SoundSources, ThatAreDecodedThroughErrorsTellWhereTheyAreDamaged)
         << end.said.toStdString();
     ASSERT_TRUE(end.damage && !end.damage->places.empty());
     EXPECT_LT(end.damage->damagedSamples(), static_cast<std::int64_t>(frames / 2));
-    const Bytes decoded = samplesOf(output);
+    const Bytes decoded = wideSamplesOf(output);
     ASSERT_EQ(decoded.size(), sound.size());
     const std::size_t frameSize = sound.size() / frames;
     const auto isSame = [&](std::size_t begin, std::size_t end) {
@@ -225,8 +225,8 @@ TEST_F(SoundSources, AreTheSameToOurDecodersToFfmpegAndToTheCodecsOwnTool)
             }
             SCOPED_TRACE(std::string(format->id) + " of " + std::to_string(shape.bitsPerSample) + " bits");
             const QString source = made(*format, shape);
-            const Bytes ours = samplesOf(source);
-            EXPECT_TRUE(ours == samplesOf(wav));
+            const Bytes ours = wideSamplesOf(source);
+            EXPECT_TRUE(ours == wideSamplesOf(wav));
             EXPECT_TRUE(ours ==
                         outputOf(u"ffmpeg"_s, {u"-v"_s, u"error"_s, u"-nostdin"_s, u"-i"_s, source, u"-c:a"_s,
                                                u"pcm_s32le"_s, u"-f"_s, u"s32le"_s, u"-"_s}));
@@ -235,7 +235,7 @@ TEST_F(SoundSources, AreTheSameToOurDecodersToFfmpegAndToTheCodecsOwnTool)
                 QFile::remove(own);
                 outputOf(toolPath(QString::fromLatin1(tool)),
                          QString::fromLatin1(arguments).arg(source, own).split(u' '));
-                EXPECT_TRUE(ours == samplesOf(own));
+                EXPECT_TRUE(ours == wideSamplesOf(own));
             }
         }
     }

@@ -25,7 +25,6 @@ namespace kruv::adapters {
 namespace {
 
 constexpr int cannotExecute = 126;
-constexpr int notFound = 127;
 
 // Seconds that a child which was asked to end has for it. Whoever asked us is more patient.
 constexpr unsigned patience = 1;
@@ -43,7 +42,7 @@ void tellGroup(int signal)
     errno = savedErrno;
 }
 
-void passOn(int signal)
+void passSignalOn(int signal)
 {
     receivedSignal = signal;
     tellGroup(signal);
@@ -125,7 +124,7 @@ int execute(const ChildCommand &command)
     execv(command.program.c_str(), words.data());
     const int error = errno;
     complain(baseName(command.name), command.program + ": " + strerror(error));
-    return error == ENOENT ? notFound : cannotExecute;
+    return error == ENOENT ? programNotFound : cannotExecute;
 }
 
 void endBySignal(int signal)
@@ -155,7 +154,7 @@ void catchSignals()
         struct sigaction before = {};
         sigaction(signal, nullptr, &before);
         if (before.sa_handler != SIG_IGN) { // "nohup" and the like stay in force
-            action.sa_handler = passOn;
+            action.sa_handler = passSignalOn;
             sigaction(signal, &action, nullptr);
         }
     }
@@ -285,7 +284,7 @@ void ChildProcess::relayOutput(int outputEnd, int errorEnd)
             }
         }
         if (broken && !wasBroken) {
-            passOn(SIGTERM);
+            passSignalOn(SIGTERM);
             receivedSignal = SIGPIPE;
         }
     }

@@ -18,8 +18,11 @@ struct ChildCommand
     std::string failureWords = {};         // printed, they make status 0 a 1; only with replacements
 };
 
+/// Exit status of what could not be started because there is no such program, as shells have it.
+inline constexpr int programNotFound = 127;
+
 /// Replaces this process by `program`. Returns only on failure, with the exit status to end with (126 or
-/// 127).
+/// programNotFound).
 int execute(const ChildCommand &command);
 
 /// Has the system kill this process when its parent ends, which a tool that replaces it inherits.

@@ -30,14 +30,13 @@ namespace kruv::adapters {
 
 namespace {
 
-constexpr int notFound = 127;
 constexpr int endedBySignal = 1000; // and its number; no exit status is as great
 
 int runTool(const ToolFinder &finder, const Arguments &call)
 {
     const auto program = finder.find(call.front());
     return program.empty()
-               ? notFound
+               ? programNotFound
                : execute({program, call.front(), Arguments(call.begin() + 1, call.end()), {}, {}});
 }
 
@@ -100,7 +99,7 @@ public:
         if (status == EXIT_SUCCESS) {
             return {};
         }
-        if (status == notFound) {
+        if (status == programNotFound) {
             return "can't be decoded: " + ToolFinder::missingText(tool);
         }
         return status > endedBySignal ? "can't be decoded: " + tool + " was ended by signal " +

@@ -58,8 +58,7 @@ int runTool(const ToolFinder &finder, const Arguments &call)
     const auto program = finder.find(call.front());
     if (program.empty()) {
         complain(programName, ToolFinder::missingText(call.front()));
-        constexpr int notFound = 127;
-        return notFound;
+        return programNotFound;
     }
     return execute({program, call.front(), Arguments(call.begin() + 1, call.end()), {}, {}});
 }

@@ -21,8 +21,6 @@ namespace {
 
 using namespace kruv::adapters;
 
-constexpr int notFound = 127;
-
 std::string ownFolder()
 {
     std::string path(PATH_MAX, '\0');
@@ -64,7 +62,7 @@ int run(const std::string &name, const Arguments &arguments)
     const auto program = finder.find(tool);
     if (program.empty()) {
         complain(tool, ToolFinder::missingText(tool));
-        return notFound;
+        return programNotFound;
     }
     if (tool == "shntool") {
         return runShntool(name, arguments, finder);
@@ -93,7 +91,7 @@ int main(int argc, char **argv)
 {
     keepStandardInput();
     if (argc < 1) {
-        return notFound;
+        return programNotFound;
     }
     return run(argv[0], Arguments(argv + 1, argv + argc));
 }

@@ -2,13 +2,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "common/AiffReader.h"
 
+#include "common/ChunkId.h"
 #include "common/InputStream.h"
 #include "common/ToolError.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstring>
 #include <string>
 #include <vector>
 
@@ -25,11 +25,6 @@ std::uint32_t readBe(const std::uint8_t *bytes, unsigned count)
         value = value << 8 | bytes[i];
     }
     return value;
-}
-
-bool isId(const std::uint8_t *bytes, const char *id)
-{
-    return std::memcmp(bytes, id, 4) == 0;
 }
 
 /// The 80-bit extended number that AIFF stores the sample rate in, rounded; 0 for what is no rate.

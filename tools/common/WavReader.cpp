@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "common/WavReader.h"
 
+#include "common/ChunkId.h"
 #include "common/InputStream.h"
 #include "common/LittleEndian.h"
 #include "common/ToolError.h"
@@ -26,11 +27,6 @@ constexpr std::uint8_t wave64Riff[12] = {0x2E, 0x91, 0xCF, 0x11, 0xA5, 0xD6, 0x2
 constexpr std::uint8_t wave64Chunk[12] = {0xF3, 0xAC, 0xD3, 0x11, 0x8C, 0xD1,
                                           0,    0xC0, 0x4F, 0x8E, 0xDB, 0x8A};
 constexpr std::size_t wave64Head = 24; // of a chunk; its size counts it
-
-bool isId(const std::uint8_t *bytes, const char *id)
-{
-    return std::memcmp(bytes, id, 4) == 0;
-}
 
 bool looksLikeChunk(std::span<const std::uint8_t> bytes)
 {

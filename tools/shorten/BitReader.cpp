@@ -12,7 +12,7 @@ namespace kruv::shorten {
 
 namespace {
 
-constexpr std::size_t bufferBytes = std::size_t(64) * 1024;
+constexpr std::size_t readBufferBytes = std::size_t(64) * 1024;
 // Room behind the valid bytes, kept zero at the end of input, so that whole words can be loaded anywhere.
 constexpr std::size_t paddingBytes = 16;
 // Bits of window() that are real wherever the window begins within its first byte.
@@ -35,7 +35,7 @@ std::int32_t signedFrom(std::uint64_t code)
 
 BitReader::BitReader(tools::InputStream &input)
     : m_input(input)
-    , m_buffer(bufferBytes + paddingBytes)
+    , m_buffer(readBufferBytes + paddingBytes)
 {
 }
 
@@ -48,8 +48,8 @@ void BitReader::refill()
     const std::size_t kept = m_validBytes - consumed;
     std::memmove(m_buffer.data(), m_buffer.data() + consumed, kept);
     m_bitPosition %= 8;
-    m_validBytes = kept + m_input.read(std::span(m_buffer).subspan(kept, bufferBytes - kept));
-    m_inputEnded = m_validBytes < bufferBytes;
+    m_validBytes = kept + m_input.read(std::span(m_buffer).subspan(kept, readBufferBytes - kept));
+    m_inputEnded = m_validBytes < readBufferBytes;
     std::memset(m_buffer.data() + m_validBytes, 0, paddingBytes);
 }
 

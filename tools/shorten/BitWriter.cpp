@@ -12,7 +12,7 @@ namespace kruv::shorten {
 
 namespace {
 
-constexpr std::size_t bufferBytes = std::size_t(64) * 1024;
+constexpr std::size_t writeBufferBytes = std::size_t(64) * 1024;
 // A put stores a whole word, of which at most the first seven bytes count.
 constexpr std::size_t slackBytes = 16;
 constexpr unsigned longestPut = 56;
@@ -35,7 +35,7 @@ std::uint32_t signToLowBit(std::int32_t value)
 
 BitWriter::BitWriter(tools::ByteSink &sink)
     : m_sink(sink)
-    , m_buffer(bufferBytes + slackBytes)
+    , m_buffer(writeBufferBytes + slackBytes)
 {
 }
 
@@ -59,7 +59,7 @@ void BitWriter::flush()
 
 void BitWriter::putRice(std::uint32_t value, unsigned lowBits)
 {
-    if (m_used >= bufferBytes - sizeof(std::uint64_t)) {
+    if (m_used >= writeBufferBytes - sizeof(std::uint64_t)) {
         flush();
     }
     std::uint64_t zeros = std::uint64_t(value) >> lowBits;
@@ -67,7 +67,7 @@ void BitWriter::putRice(std::uint32_t value, unsigned lowBits)
         const auto step = static_cast<unsigned>(std::min<std::uint64_t>(zeros, 32));
         put(0, step);
         zeros -= step;
-        if (m_used >= bufferBytes - sizeof(std::uint64_t)) {
+        if (m_used >= writeBufferBytes - sizeof(std::uint64_t)) {
             flush();
         }
     }
@@ -97,11 +97,11 @@ void BitWriter::putSigned(std::span<const std::int32_t> values, unsigned k)
     const unsigned lowBits = k + 1;
     const std::uint64_t one = std::uint64_t(1) << lowBits;
     while (!values.empty()) {
-        if (m_used >= bufferBytes / 2) {
+        if (m_used >= writeBufferBytes / 2) {
             flush();
         }
         // Short codes go through registers; their number is limited so that the buffer needs no check.
-        const std::size_t count = std::min(values.size(), bufferBytes / 2 / 8);
+        const std::size_t count = std::min(values.size(), writeBufferBytes / 2 / 8);
         std::size_t done = 0;
         std::uint64_t bits = m_bits;
         unsigned bitCount = m_bitCount;

@@ -19,7 +19,7 @@ namespace kruv::ttaenc {
 
 namespace {
 
-constexpr std::size_t bufferBytes = std::size_t(64) * 1024;
+constexpr std::size_t readBufferBytes = std::size_t(64) * 1024;
 // Room behind the valid bytes: the end is looked for once a step, so that the codes of all channels may pass
 // it.
 constexpr std::size_t paddingBytes = 128;
@@ -47,7 +47,7 @@ std::int32_t withSign(std::uint32_t value)
 
 BitReader::BitReader(tools::InputStream &input)
     : m_input(input)
-    , m_buffer(bufferBytes + paddingBytes)
+    , m_buffer(readBufferBytes + paddingBytes)
 {
 }
 
@@ -77,8 +77,8 @@ void BitReader::refill()
     m_bitPosition -= consumed * 8;
     m_checkedBytes -= consumed;
     m_bufferOffset += consumed;
-    m_validBytes = kept + m_input.read(std::span(m_buffer).subspan(kept, bufferBytes - kept));
-    m_inputEnded = m_validBytes < bufferBytes;
+    m_validBytes = kept + m_input.read(std::span(m_buffer).subspan(kept, readBufferBytes - kept));
+    m_inputEnded = m_validBytes < readBufferBytes;
     std::memset(m_buffer.data() + m_validBytes, 0, paddingBytes);
 }
 

@@ -18,7 +18,7 @@ namespace kruv::ttaenc {
 
 namespace {
 
-constexpr std::size_t bufferBytes = std::size_t(64) * 1024;
+constexpr std::size_t writeBufferBytes = std::size_t(64) * 1024;
 // A put stores a whole word, of which at most the first seven bytes count.
 constexpr std::size_t slackBytes = 16;
 constexpr unsigned longestPut = 56;
@@ -42,7 +42,7 @@ std::uint32_t withoutSign(std::int32_t value)
 
 BitWriter::BitWriter(tools::ByteSink &sink)
     : m_sink(sink)
-    , m_buffer(bufferBytes + slackBytes)
+    , m_buffer(writeBufferBytes + slackBytes)
 {
 }
 
@@ -71,7 +71,7 @@ void BitWriter::putLong(std::uint32_t ones, std::uint32_t low, unsigned lowBits)
     constexpr unsigned step = 32;
     for (; ones >= step; ones -= step) {
         put(0xFFFFFFFF, step);
-        if (m_used >= bufferBytes - sizeof(std::uint64_t)) {
+        if (m_used >= writeBufferBytes - sizeof(std::uint64_t)) {
             flush();
         }
     }
@@ -87,7 +87,7 @@ void BitWriter::putResiduals(std::span<const std::int32_t> residuals, unsigned c
     std::array<ChannelRice, Channels> states;
     const unsigned count = Channels <= 2 ? Channels : channels;
     for (std::size_t i = 0; i < residuals.size(); i += count) {
-        if (m_used >= bufferBytes / 2) {
+        if (m_used >= writeBufferBytes / 2) {
             flush();
         }
         for (unsigned c = 0; c < count; ++c) {
