@@ -137,7 +137,7 @@ TEST_F(SoundSources, AreReadToTheirEndWhereTheHeaderLeavesTheLengthOpen)
             const QString output = engine.folder.file(file + u'.' + target->extension());
             encode(*target, source, output);
             ASSERT_FALSE(end.failed) << end.said.toStdString();
-            EXPECT_EQ(wideSamplesOf(output), samplesOf(whole));
+            EXPECT_EQ(wideSamplesOf(output), wideSamplesOf(whole));
             EXPECT_TRUE(end.remarks.size() == 1 && end.remarks[0].contains(source));
         }
         const QString out = engine.folder.makeFolder(file + u" fixed"_s);
