@@ -27,7 +27,7 @@ void writeRow(const QStringList &values)
     Console::writeOut(cells.join(u',') + QStringLiteral("\r\n"));
 }
 
-QString timeOf(std::int64_t milliseconds)
+QString utcSecondsOf(std::int64_t milliseconds)
 {
     return QDateTime::fromMSecsSinceEpoch(milliseconds, Qt::UTC).toString(Qt::ISODate);
 }
@@ -49,10 +49,10 @@ void HistoryCsv::beginRuns()
 
 void HistoryCsv::run(const HistoryRun &run)
 {
-    writeRow({QString::number(run.id), timeOf(run.started), run.ended ? timeOf(*run.ended) : QString(),
-              run.command, statusOf(run), QString::number(run.all), QString::number(run.done),
-              QString::number(run.failed), QString::number(run.cancelled), run.folder,
-              run.arguments.join(u' ')});
+    writeRow({QString::number(run.id), utcSecondsOf(run.started),
+              run.ended ? utcSecondsOf(*run.ended) : QString(), run.command, statusOf(run),
+              QString::number(run.all), QString::number(run.done), QString::number(run.failed),
+              QString::number(run.cancelled), run.folder, run.arguments.join(u' ')});
 }
 
 void HistoryCsv::beginEntriesOf(const HistoryRun &)
@@ -67,8 +67,8 @@ void HistoryCsv::beginFound()
 
 void HistoryCsv::entry(const HistoryEntry &entry)
 {
-    writeRow({QString::number(entry.run), timeOf(entry.changed), entry.command, statusOf(entry), entry.action,
-              entry.source, entry.output,
+    writeRow({QString::number(entry.run), utcSecondsOf(entry.changed), entry.command, statusOf(entry),
+              entry.action, entry.source, entry.output,
               entry.hasReceipt ? QString::number(entry.seconds, 'f', 3) : QString(), entry.proof,
               entry.digest, entry.decoder, fatesOf(entry), entry.reason});
 }

@@ -13,7 +13,7 @@ namespace kruv {
 
 namespace {
 
-QString timeOf(std::int64_t milliseconds)
+QString utcTimeOf(std::int64_t milliseconds)
 {
     return QDateTime::fromMSecsSinceEpoch(milliseconds, Qt::UTC).toString(Qt::ISODateWithMs);
 }
@@ -33,8 +33,8 @@ void HistoryJson::run(const HistoryRun &run)
                              {QStringLiteral("arguments"), QJsonArray::fromStringList(run.arguments)},
                              {QStringLiteral("folder"), run.folder},
                              {QStringLiteral("version"), run.version},
-                             {QStringLiteral("started"), timeOf(run.started)},
-                             {QStringLiteral("ended"), run.ended ? timeOf(*run.ended) : QJsonValue()},
+                             {QStringLiteral("started"), utcTimeOf(run.started)},
+                             {QStringLiteral("ended"), run.ended ? utcTimeOf(*run.ended) : QJsonValue()},
                              {QStringLiteral("status"), statusOf(run)},
                              {QStringLiteral("jobs"), number(run.all)},
                              {QStringLiteral("complete"), number(run.done)},
@@ -52,7 +52,7 @@ void HistoryJson::entry(const HistoryEntry &entry)
 {
     QJsonObject object{
         {QStringLiteral("event"), QStringLiteral("job")}, {QStringLiteral("run"), number(entry.run)},
-        {QStringLiteral("command"), entry.command},       {QStringLiteral("time"), timeOf(entry.changed)},
+        {QStringLiteral("command"), entry.command},       {QStringLiteral("time"), utcTimeOf(entry.changed)},
         {QStringLiteral("status"), statusOf(entry)},      {QStringLiteral("action"), entry.action},
         {QStringLiteral("input"), entry.source},          {QStringLiteral("output"), entry.output},
         {QStringLiteral("message"), entry.reason}};
@@ -63,7 +63,7 @@ void HistoryJson::entry(const HistoryEntry &entry)
             QJsonObject each{{QStringLiteral("path"), file.path},
                              {QStringLiteral("bytes"), number(file.stamp.size)},
                              {QStringLiteral("changed"),
-                              timeOf(file.stamp.seconds * 1000 + file.stamp.nanoseconds / 1'000'000)}};
+                              utcTimeOf(file.stamp.seconds * 1000 + file.stamp.nanoseconds / 1'000'000)}};
             each.insert(file.isOutput ? QStringLiteral("now") : QStringLiteral("original"),
                         file.isOutput ? presentStateOf(file) : file.fate);
             (file.isOutput ? outputs : sources).append(each);

@@ -17,7 +17,7 @@ namespace {
 constexpr int numberWidth = 6;
 constexpr int statusWidth = 12;
 
-QString timeOf(std::int64_t milliseconds)
+QString localTimeOf(std::int64_t milliseconds)
 {
     return QDateTime::fromMSecsSinceEpoch(milliseconds).toString(Qt::ISODate).replace(u'T', u' ');
 }
@@ -74,7 +74,7 @@ void HistoryText::run(const HistoryRun &run)
 {
     constexpr int longestCommand = 100;
     Console::writeOut(QStringLiteral("%1  %2  %3%4  %5\n")
-                          .arg(QString::number(run.id).rightJustified(numberWidth), timeOf(run.started),
+                          .arg(QString::number(run.id).rightJustified(numberWidth), localTimeOf(run.started),
                                column(statusOf(run)), countsOf(run),
                                Console::elidedMiddle(Console::printable(commandOf(run)), longestCommand)));
 }
@@ -82,8 +82,8 @@ void HistoryText::run(const HistoryRun &run)
 void HistoryText::beginEntriesOf(const HistoryRun &run)
 {
     Console::writeOut(Console::printable(commandOf(run)) + u'\n' +
-                      tr("in %1, from %2").arg(Console::printable(run.folder), timeOf(run.started)) +
-                      (run.ended ? tr(" to %1").arg(timeOf(*run.ended)) : QString()) +
+                      tr("in %1, from %2").arg(Console::printable(run.folder), localTimeOf(run.started)) +
+                      (run.ended ? tr(" to %1").arg(localTimeOf(*run.ended)) : QString()) +
                       QStringLiteral(": %1\n").arg(countsOf(run)));
 }
 
@@ -94,10 +94,10 @@ void HistoryText::beginFound()
 
 void HistoryText::entry(const HistoryEntry &entry)
 {
-    const QString run =
-        m_tellsRuns ? QStringLiteral("%1  %2  ")
-                          .arg(QString::number(entry.run).rightJustified(numberWidth), timeOf(entry.changed))
-                    : QString();
+    const QString run = m_tellsRuns ? QStringLiteral("%1  %2  ")
+                                          .arg(QString::number(entry.run).rightJustified(numberWidth),
+                                               localTimeOf(entry.changed))
+                                    : QString();
     const QString notes = notesOn(entry);
     Console::writeOut(run + column(statusOf(entry)) + pathsOf(entry) +
                       (notes.isEmpty() ? QString() : QStringLiteral(" (%1)").arg(notes)) + u'\n');

@@ -69,7 +69,7 @@ std::string conditionFor(History::Question::About about, const std::string &one,
     }
     const std::string inReceipt =
         "EXISTS (SELECT 1 FROM receipt_files f WHERE f.receipt = c.id AND " + on("f.path") + ")";
-    return one.empty() ? inReceipt : "(" + on(one) + " OR " + on(other) + " OR " + inReceipt + ")";
+    return one.empty() ? inReceipt : on(one) + " OR " + on(other) + " OR " + inReceipt;
 }
 
 } // namespace
