@@ -25,7 +25,6 @@
 #include <sys/statvfs.h>
 #include <tbytevectorstream.h>
 #include <tfilestream.h>
-#include <utility>
 
 namespace kruv {
 
@@ -181,7 +180,7 @@ void AACTagsHelper::setBlankTags(TagsObject &record) const
     TagLibTagsHelper().setBlankTags(record);
 }
 
-void AACTagsHelper::makeGapless(const QString &path, std::stop_token stop) const
+void AACTagsHelper::makeGapless(const QString &path) const
 {
     // The tool replaces the file by a new one, which would turn a symbolic link into a file and reset the
     // access rights; and on a full disk it never ends.
@@ -195,8 +194,7 @@ void AACTagsHelper::makeGapless(const QString &path, std::stop_token stop) const
     const auto media = mediaSize(target);
     NSTaskWrapperSync tool(
         toolPath(QStringLiteral("AtomicParsley")),
-        {target, QStringLiteral("--overWrite"), QStringLiteral("--gapless"), QStringLiteral("--true")},
-        std::move(stop));
+        {target, QStringLiteral("--overWrite"), QStringLiteral("--gapless"), QStringLiteral("--true")});
     tool.setEnvironmentVariable(QStringLiteral("AP_PADDING"), QStringLiteral("\"DEFAULT_PAD=0:MAX_PAD=0\""));
     tool.runTask();
     qCInfo(mp4Log, "%s", qUtf8Printable(tool.output()));

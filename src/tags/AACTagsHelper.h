@@ -8,7 +8,6 @@
 #include <QString>
 
 #include <memory>
-#include <stop_token>
 
 namespace kruv {
 
@@ -43,8 +42,8 @@ public:
     void setBlankTags(TagsObject &record) const;
 
     /// Marks the file as one that is to be played without a gap, by the tool AtomicParsley of the resources
-    /// folder, which `stop` ends. A failed run leaves the file as it was.
-    void makeGapless(const QString &path, std::stop_token stop = {}) const;
+    /// folder. A failed run leaves the file as it was.
+    void makeGapless(const QString &path) const;
 };
 
 } // namespace kruv

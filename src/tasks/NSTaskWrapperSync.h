@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "tasks/ToolStop.h"
+
 #include <QProcessEnvironment>
 #include <QString>
 #include <QStringList>
@@ -17,7 +19,8 @@ class NSTaskWrapperSync
 {
 public:
     /// `stop` ends the tool.
-    NSTaskWrapperSync(const QString &launchPath, const QStringList &arguments, std::stop_token stop = {});
+    NSTaskWrapperSync(const QString &launchPath, const QStringList &arguments,
+                      std::stop_token stop = ToolStop::current());
 
     void appendToPATH(const QString &folder);
     void setDirectory(const QString &folder) { m_currentDirectoryPath = folder; }

@@ -6,6 +6,7 @@
 #include "base/Util.h"
 #include "tasks/OriginalFile.h"
 #include "tasks/TaskCompletionSink.h"
+#include "tasks/ToolStop.h"
 
 #include <QFileInfo>
 
@@ -70,6 +71,7 @@ void OutputTask::walk(StagedOutputs &outputs)
         blameSources();
     }
     if (mayGoOn() && !outputs.isEmpty()) {
+        const ToolStop whileDressing(stopToken());
         dress(outputs);
     }
     if (mayGoOn() && !outputs.isEmpty() && owesProof(outputs)) {

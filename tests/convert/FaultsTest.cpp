@@ -4,11 +4,13 @@
 #include "formats/ConversionTask.h"
 #include "formats/Formats.h"
 #include "formats/Records.h"
+#include "formats/TagCopy.h"
 #include "platform/Resources.h"
 #include "support/Audio.h"
 #include "support/Engine.h"
 #include "support/FaultyTools.h"
 #include "support/QtPrinters.h"
+#include "tags/TagsObject.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -79,6 +81,11 @@ protected:
         if (!QFile::exists(path)) {
             engine.queue.addTask(format->encode(&engine.queue, {.source = wav, .output = path}));
             EXPECT_TRUE(engine.runToEnd());
+            if (format->tags) { // for the tools that write them
+                TagsObject tags;
+                tags.setYearText(u"2004"_s);
+                TagCopy::write(*format, path, tags);
+            }
         }
         return path;
     }

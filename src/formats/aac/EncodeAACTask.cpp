@@ -72,7 +72,7 @@ void EncodeAACTask::copyTags()
     try {
         writeTags();
         showStatus(tr("Making Gapless"));
-        AACTagsHelper().makeGapless(staged(), stopToken());
+        AACTagsHelper().makeGapless(staged());
     } catch (const std::exception &failure) {
         tagsNotCopied(QString::fromUtf8(failure.what()));
     }

@@ -40,7 +40,7 @@ void EncodeALACTask::dress(StagedOutputs &outputs)
         TagCopy::write(appleLosslessFormat, staged(), TagsObject()); // puts the index before the audio
     }
     showStatus(tr("Making Gapless"));
-    AACTagsHelper().makeGapless(staged(), stopToken());
+    AACTagsHelper().makeGapless(staged());
 }
 
 } // namespace kruv
