@@ -10,9 +10,6 @@
 namespace kruv::Console {
 
 void writeOut(const QString &text);
-/// Why something of that could not be written, an empty text where all was: results that go into a file on a
-/// full disk are lost.
-QString outputProblem();
 void writeError(const QString &text);
 /// Why standard output was not written whole; empty where it was, and where its reader went away, as in
 /// kruv verify ... | head.
