@@ -49,5 +49,6 @@ set(KRUV_TEST_ENVIRONMENT
   LC_ALL=C.UTF-8
   KRUV_JOURNAL=
   DBUS_SESSION_BUS_ADDRESS=disabled:
+  DBUS_SYSTEM_BUS_ADDRESS=disabled:
   LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/support/lsan.supp:print_suppressions=0
   TSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/support/tsan.supp)

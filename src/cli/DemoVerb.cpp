@@ -12,6 +12,7 @@
 #include "cli/TextReporter.h"
 #include "cli/UsageError.h"
 #include "formats/Records.h"
+#include "platform/SleepInhibitor.h"
 #include "tabs/ChecksumTab.h"
 #include "tabs/EncodeTab.h"
 #include "tabs/KruvController.h"
@@ -77,7 +78,8 @@ int DemoVerb::run()
     const CommonOptions options;
     Preferences preferences(Preferences::userFile(), Preferences::ControlState::Defaults);
     CliUserInterface userInterface(options);
-    KruvController controller(preferences, userInterface, nullptr);
+    SleepInhibitor power;
+    KruvController controller(preferences, userInterface, &power);
     controller.runRecorder().recordAs(QStringLiteral("demo"), QCoreApplication::arguments().mid(1));
     QueueRun queueRun(controller.taskQueue(), userInterface,
                       std::make_unique<TextReporter>(TextReporter::Style{}));

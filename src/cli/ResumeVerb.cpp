@@ -13,6 +13,7 @@
 #include "cli/QueueRun.h"
 #include "cli/UsageError.h"
 #include "journal/JournalFile.h"
+#include "platform/SleepInhibitor.h"
 #include "tabs/KruvController.h"
 #include "tabs/Resumption.h"
 #include "tasks/StagingLock.h"
@@ -97,7 +98,8 @@ int ResumeVerb::resume(const HistoryRun &run) const
 {
     Preferences preferences(Preferences::userFile(), Preferences::ControlState::Defaults);
     CliUserInterface userInterface(m_options);
-    KruvController controller(preferences, userInterface, nullptr);
+    SleepInhibitor power;
+    KruvController controller(preferences, userInterface, &power);
     if (m_options.jobs > 0) {
         controller.taskQueue().setMaxThreads(m_options.jobs);
     }

@@ -10,6 +10,7 @@
 #include "cli/MakeReporter.h"
 #include "cli/QueueRun.h"
 #include "cli/UsageError.h"
+#include "platform/SleepInhibitor.h"
 #include "tabs/BaseTab.h"
 #include "tabs/Controls.h"
 #include "tabs/KruvController.h"
@@ -167,7 +168,8 @@ int TabVerb::run()
     checkOutputFolder();
     Preferences preferences(Preferences::userFile(), Preferences::ControlState::Defaults);
     CliUserInterface userInterface(m_options);
-    KruvController controller(preferences, userInterface, nullptr);
+    SleepInhibitor power;
+    KruvController controller(preferences, userInterface, &power);
     if (m_options.jobs > 0) {
         controller.taskQueue().setMaxThreads(m_options.jobs);
     }

@@ -12,6 +12,7 @@
 #include "cli/MakeReporter.h"
 #include "cli/QueueRun.h"
 #include "cli/UsageError.h"
+#include "platform/SleepInhibitor.h"
 #include "tabs/KruvController.h"
 #include "tabs/Undoing.h"
 
@@ -73,7 +74,8 @@ int UndoVerb::undo(const HistoryRun &run) const
 {
     Preferences preferences(Preferences::userFile(), Preferences::ControlState::Defaults);
     CliUserInterface userInterface(m_options);
-    KruvController controller(preferences, userInterface, nullptr);
+    SleepInhibitor power;
+    KruvController controller(preferences, userInterface, &power);
     if (m_options.jobs > 0) {
         controller.taskQueue().setMaxThreads(m_options.jobs);
     }

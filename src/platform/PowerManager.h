@@ -10,13 +10,13 @@
 
 namespace kruv {
 
-/// Asks the desktop not to let the display sleep. Implementations must return quickly and never throw.
+/// Asks the system not to let the machine sleep. Implementations must return quickly and never throw.
 class PowerManager
 {
 public:
     virtual ~PowerManager() = default;
 
-    /// Takes an assertion that shows up under `name`. Nothing when the desktop refused or is not there.
+    /// Takes an assertion that shows up under `name`. Nothing when the system refused or is not there.
     virtual std::optional<std::uint32_t> createAssertion(const QString &name) = 0;
 
     /// Gives an assertion back. Giving back one that is no longer held does nothing.

@@ -3,38 +3,31 @@
 
 #pragma once
 
-#include "platform/BusService.h"
 #include "platform/PowerManager.h"
 
+#include <QDBusConnection>
+#include <QDBusUnixFileDescriptor>
 #include <QHash>
+#include <QObject>
 
 namespace kruv {
 
-/// Keeps the display awake through org.freedesktop.ScreenSaver. Main thread; no call waits for the desktop:
-/// an assertion counts as taken once it is asked for, and one that is given back before the answer came is
-/// given back when it comes.
+/// Keeps the machine awake by way of logind, with or without a desktop. The system gives an assertion back by
+/// itself when the process ends. Needs an event loop for the service's answers; where it refuses, the machine
+/// may sleep.
 class SleepInhibitor : public QObject, public PowerManager
 {
     Q_OBJECT
 public:
-    explicit SleepInhibitor(const QDBusConnection &bus = QDBusConnection::sessionBus());
+    explicit SleepInhibitor(const QDBusConnection &bus = QDBusConnection::systemBus());
 
     std::optional<std::uint32_t> createAssertion(const QString &name) override;
     void releaseAssertion(std::uint32_t assertionId) override;
 
 private:
-    struct Assertion
-    {
-        std::optional<uint> cookie; ///< none until the service answered
-        bool released = false;
-    };
-
-    void answered(std::uint32_t assertionId, std::optional<uint> cookie);
-    void uninhibit(uint cookie);
-
     QDBusConnection m_bus;
-    const BusService m_service;
-    QHash<std::uint32_t, Assertion> m_assertions;
+    /// What is held as long as it is open; none until the service answered.
+    QHash<std::uint32_t, QDBusUnixFileDescriptor> m_assertions;
     std::uint32_t m_lastId = 0;
 };
 

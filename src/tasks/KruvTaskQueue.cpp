@@ -92,9 +92,7 @@ void KruvTaskQueue::enqueue(const std::shared_ptr<KruvTask> &task)
     m_ticketOfTask.emplace(task.get(), ticket);
     setTaskNumberInDock();
     m_panelArray.append(task);
-    if (!m_noSleep) {
-        preventSleep();
-    }
+    preventSleep();
     if (!m_stagingReuse) {
         m_stagingReuse.emplace();
     }
@@ -279,24 +277,17 @@ void KruvTaskQueue::removeAllErrors()
 
 void KruvTaskQueue::preventSleep()
 {
-    m_noSleep = false;
-    if (!m_power) {
-        return;
-    }
-    // The assertion is given back at once: asking once per busy period is all that is wanted of it.
-    if (const auto assertion = m_power->createAssertion(tr("Kruv task running"))) {
-        m_assertionId = *assertion;
-        m_power->releaseAssertion(m_assertionId);
-        m_noSleep = true;
+    if (m_power && !m_assertion) {
+        m_assertion = m_power->createAssertion(tr("Kruv task running"));
     }
 }
 
 void KruvTaskQueue::allowSleep()
 {
-    if (m_power && m_noSleep) {
-        m_power->releaseAssertion(m_assertionId);
+    if (m_assertion) {
+        m_power->releaseAssertion(*m_assertion);
+        m_assertion.reset();
     }
-    m_noSleep = false;
 }
 
 } // namespace kruv

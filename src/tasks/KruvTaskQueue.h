@@ -65,7 +65,7 @@ public:
     void setProvesOutputs() { m_provesOutputs = true; }
     bool provesOutputs() const override;
 
-    void preventSleep();
+    /// Gives the machine its sleep back, whatever still runs.
     void allowSleep();
 
 Q_SIGNALS:
@@ -97,6 +97,7 @@ private:
     bool takeFromQueue(const KruvTask &task);
     bool isBusy() const { return m_activeTask + m_waitingTasks > 0; }
     void endBusyPeriod();
+    void preventSleep();
     void showResultsOf(const KruvTask &task);
     void showOutputWindow(const QString &text, const QString &title);
     void setTaskNumberInDock();
@@ -119,8 +120,7 @@ private:
     int m_lowestActivePosition = 0;
     bool m_cancellingAll = false;
     bool m_quitting = false;
-    std::uint32_t m_assertionId = 0;
-    bool m_noSleep = false;
+    std::optional<std::uint32_t> m_assertion;   // in a busy period
     std::optional<StagingReuse> m_stagingReuse; // in a busy period
 };
 

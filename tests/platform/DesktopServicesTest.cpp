@@ -12,9 +12,13 @@
 #include <QDBusConnectionInterface>
 #include <QDBusContext>
 #include <QDBusMessage>
+#include <QDBusUnixFileDescriptor>
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <memory>
+#include <unistd.h>
+#include <utility>
 
 namespace kruv::test {
 
@@ -63,13 +67,40 @@ public Q_SLOTS:
     }
 };
 
-class FakeScreenSaver : public FakeDesktop
+/// Inhibits sleep for as long as the other end of a pipe is open.
+class FakeLogin : public FakeDesktop
 {
     Q_OBJECT
-    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.ScreenSaver")
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.login1.Manager")
+public:
+    FakeLogin() { EXPECT_EQ(pipe2(m_ends, O_CLOEXEC | O_NONBLOCK), 0); }
+    ~FakeLogin() override
+    {
+        close(m_ends[0]);
+        giveAway();
+    }
+    /// The end that others are to hold.
+    QDBusUnixFileDescriptor held() const { return QDBusUnixFileDescriptor(m_ends[1]); }
+    void giveAway() { close(std::exchange(m_ends[1], -1)); }
+    bool isInhibited() const
+    {
+        char byte = 0;
+        return read(m_ends[0], &byte, 1) != 0; // 0 is the end
+    }
+
 public Q_SLOTS:
-    uint Inhibit(const QString &, const QString &) { return take(); }
-    void UnInhibit(uint) { calls.append(message()); }
+    QDBusUnixFileDescriptor Inhibit(const QString &, const QString &, const QString &, const QString &)
+    {
+        take();
+        const QDBusUnixFileDescriptor end = held();
+        if (manner == Answers) {
+            giveAway();
+        }
+        return end;
+    }
+
+private:
+    int m_ends[2] = {-1, -1};
 };
 
 class FakePortal : public QObject
@@ -123,19 +154,10 @@ protected:
     {
         return serve<FakeNotifications>(m_notifications, QStringLiteral("/org/freedesktop/Notifications"));
     }
-    std::unique_ptr<FakeScreenSaver> serveScreenSaver()
+    std::unique_ptr<FakeLogin> serveLogin()
     {
-        return serve<FakeScreenSaver>(QStringLiteral("org.freedesktop.ScreenSaver"),
-                                      QStringLiteral("/org/freedesktop/ScreenSaver"));
-    }
-
-    /// Takes an assertion as soon as the bus has told that there is a service.
-    static std::uint32_t assertOnce(SleepInhibitor &inhibitor)
-    {
-        std::optional<std::uint32_t> id;
-        EXPECT_TRUE(
-            waitUntil([&] { return (id = inhibitor.createAssertion(QStringLiteral("job"))).has_value(); }));
-        return id.value_or(0);
+        return serve<FakeLogin>(QStringLiteral("org.freedesktop.login1"),
+                                QStringLiteral("/org/freedesktop/login1"));
     }
 
     PrivateBus m_bus;
@@ -159,31 +181,32 @@ TEST_F(DesktopServicesTest, NotifiesWhileTheServiceIsThere)
 
 TEST_F(DesktopServicesTest, InhibitsUntilReleased)
 {
-    const auto service = serveScreenSaver();
+    const auto service = serveLogin();
     SleepInhibitor inhibitor(m_bus.ours());
-    const std::uint32_t id = assertOnce(inhibitor);
-    ASSERT_TRUE(waitUntil([&] { return service->calls.size() == 1; }));
-    EXPECT_EQ(service->calls[0].arguments(), QVariantList({QStringLiteral("Kruv"), QStringLiteral("job")}));
-    inhibitor.releaseAssertion(id);
-    inhibitor.releaseAssertion(id);
-    inhibitor.releaseAssertion(id + 1);
-    ASSERT_TRUE(waitUntil([&] { return service->calls.size() > 1; }));
+    const auto id = inhibitor.createAssertion(QStringLiteral("job"));
+    ASSERT_TRUE(id && waitUntil([&] { return service->calls.size() == 1; }));
+    EXPECT_EQ(service->calls[0].arguments(),
+              QVariantList({QStringLiteral("sleep:idle"), QStringLiteral("Kruv"), QStringLiteral("job"),
+                            QStringLiteral("block")}));
     serveEvents();
-    EXPECT_EQ(service->methods(), QStringList({QStringLiteral("Inhibit"), QStringLiteral("UnInhibit")}));
-    EXPECT_EQ(service->calls[1].arguments(), QVariantList({77U}));
+    inhibitor.releaseAssertion(*id + 1);
+    EXPECT_TRUE(service->isInhibited());
+    inhibitor.releaseAssertion(*id);
+    inhibitor.releaseAssertion(*id);
+    EXPECT_TRUE(waitUntil([&] { return !service->isInhibited(); }));
 }
 
 TEST_F(DesktopServicesTest, GivesBackAnAssertionReleasedBeforeTheAnswer)
 {
-    const auto service = serveScreenSaver();
+    const auto service = serveLogin();
     service->manner = FakeDesktop::AnswersLater;
     SleepInhibitor inhibitor(m_bus.ours());
-    inhibitor.releaseAssertion(assertOnce(inhibitor));
-    ASSERT_TRUE(waitUntil([&] { return service->calls.size() == 1; }));
-    EXPECT_TRUE(m_bus.theirs().send(service->calls[0].createReply(QVariant(5U))));
-    ASSERT_TRUE(waitUntil([&] { return service->calls.size() == 2; }));
-    EXPECT_EQ(service->calls[1].member(), QStringLiteral("UnInhibit"));
-    EXPECT_EQ(service->calls[1].arguments(), QVariantList({5U}));
+    const auto id = inhibitor.createAssertion(QStringLiteral("job"));
+    ASSERT_TRUE(id && waitUntil([&] { return service->calls.size() == 1; }));
+    inhibitor.releaseAssertion(*id);
+    EXPECT_TRUE(m_bus.theirs().send(service->calls[0].createReply(QVariant::fromValue(service->held()))));
+    service->giveAway();
+    EXPECT_TRUE(waitUntil([&] { return !service->isInhibited(); }));
 }
 
 TEST_F(DesktopServicesTest, FollowsTheDesktopIntoTheDarkAndBack)
