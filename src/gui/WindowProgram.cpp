@@ -14,6 +14,7 @@
 #include "platform/SignalWatcher.h"
 #include "platform/SleepInhibitor.h"
 #include "tabs/KruvController.h"
+#include "tabs/Resumption.h"
 
 #include <QApplication>
 #include <QIcon>
@@ -98,6 +99,9 @@ int run(int argc, char **argv, const QString &tab, const QStringList &paths)
     if (!paths.isEmpty()) {
         QTimer::singleShot(0, &controller, [&] { controller.addFiles(pathsOf(paths)); });
     }
+    QTimer::singleShot(0, &controller, [&] {
+        Resumption::offer(controller.taskQueue(), controller.runRecorder(), userInterface);
+    });
     const int status = QApplication::exec();
     if (controller.taskQueue().taskCount() > 0) {
         std::_Exit(status); // nobody waits for these jobs any more; their tools go with the program

@@ -4,6 +4,7 @@
 #include "tabs/Resumption.h"
 
 #include "base/PathNames.h"
+#include "base/UserInterface.h"
 #include "journal/JournalFile.h"
 #include "journal/JournalWords.h"
 #include "tasks/FileCommit.h"
@@ -13,7 +14,9 @@
 #include "tasks/StagingFolder.h"
 #include "tasks/StagingLock.h"
 
+#include <QDateTime>
 #include <QFileInfo>
+#include <QLocale>
 
 #include <algorithm>
 #include <functional>
@@ -55,6 +58,48 @@ std::vector<HistoryRun> Resumption::candidates(History::Jobs jobs)
         });
     });
     return found;
+}
+
+void Resumption::offer(KruvTaskQueue &queue, RunRecorder &recorder, UserInterface &person)
+try {
+    const auto runs = candidates(History::Jobs::NotDone);
+    const auto found = std::ranges::find_if(
+        runs, [](const HistoryRun &run) { return !run.ended; }); // none that a person cancelled
+    if (found == runs.end()) {
+        return;
+    }
+    enum Answer { Continue, Show, Forget, Later };
+    const QStringList buttons{tr("Continue"), tr("Show"), tr("Forget"), tr("Later")};
+    const QString title = tr("A conversion stopped at %1 of %2.").arg(found->done).arg(found->all);
+    const QString when =
+        QLocale().toString(QDateTime::fromMSecsSinceEpoch(found->started), QLocale::ShortFormat);
+    int answer = Show;
+    while (answer == Show) {
+        answer = person.ask(UserInterface::Matter::Other, title, tr("It was begun on %1.").arg(when), buttons,
+                            Continue);
+        if (answer == Show) {
+            person.openResultsWindow(textOfRest(*found), title);
+        }
+    }
+    Resumption rest(*found, History::Jobs::NotDone);
+    if (answer == Continue && rest.take()) {
+        rest.queueJobs(queue, recorder);
+    } else if (answer == Forget) {
+        forget(*found);
+    }
+} catch (const std::runtime_error &) { // what is wrong with the journal is said when it is to be written
+}
+
+/// The run's jobs that have not ended, a line each.
+QString Resumption::textOfRest(const HistoryRun &run)
+{
+    QString text;
+    History(JournalFile::usualPath()).forEachEntryOf(run.id, [&text](const HistoryEntry &entry) {
+        if (!hasState(entry, EntryEnd::State::Done) && !hasState(entry, EntryEnd::State::Failed)) {
+            text += entry.source + u'\n';
+        }
+    });
+    return text;
 }
 
 void Resumption::forget(const HistoryRun &run)

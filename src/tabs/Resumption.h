@@ -15,6 +15,7 @@ namespace kruv {
 
 class KruvTaskQueue;
 class RunRecorder;
+class UserInterface;
 
 /// Carries a run of conversions on that was broken off or cancelled. What counts is what lies on the disk: an
 /// output that is as its receipt says is done, whatever else the journal knows of it. What was made but not
@@ -28,6 +29,9 @@ public:
     /// is at them.
     static std::vector<HistoryRun> candidates(History::Jobs jobs);
 
+    /// Asks whether the latest run that was broken off is to go on, and does what the person says. Nothing
+    /// where there is none.
+    static void offer(KruvTaskQueue &queue, RunRecorder &recorder, UserInterface &person);
     /// It is no candidate any more.
     static void forget(const HistoryRun &run);
 
@@ -58,6 +62,7 @@ private:
     };
     Left leftOf(const HistoryEntry &entry) const;
     void add(const HistoryEntry &entry);
+    static QString textOfRest(const HistoryRun &run);
 
     const HistoryRun m_run;
     const bool m_triesAgain;
