@@ -134,7 +134,7 @@ bool ChecksumTab::createList()
     }
     const bool sourceSave = m_sourceSaveButton.isOn();
     if (auto job = kind == u"md5" ? createMD5(files, sourceSave) : createST5(files, sourceSave)) {
-        submit(std::move(job));
+        submit(job);
     }
     return true;
 }
