@@ -115,7 +115,7 @@ protected:
     QString sample(const QString &name)
     {
         const QString samples = folder.file(u"samples"_s);
-        const QString path = samples + u'/' + name;
+        QString path = samples + u'/' + name;
         QDir().mkpath(samples);
         if (QFile::exists(path)) {
             return path;
@@ -139,7 +139,7 @@ protected:
     }
     QString makeCase(int fault)
     {
-        const QString path = folder.makeFolder(u"case-%1"_s.arg(fault + 100));
+        QString path = folder.makeFolder(u"case-%1"_s.arg(fault + 100));
         folder.makeFolder(u"case-%1/out"_s.arg(fault + 100));
         writeFile(path + u".fault"_s, QByteArray::number(fault));
         for (const QString &name : GetParam().files) {

@@ -125,7 +125,7 @@ Bytes samplesOf(const QString &path)
 try {
     const auto reader = AudioFiles::open(path);
     Bytes all;
-    Bytes piece(4096 * reader->clientFormat().bytesPerFrame);
+    Bytes piece(std::size_t{4096} * reader->clientFormat().bytesPerFrame);
     while (const std::size_t got = reader->read(piece)) {
         all.insert(all.end(), piece.begin(), piece.begin() + static_cast<std::ptrdiff_t>(got));
     }
@@ -196,7 +196,7 @@ protected:
             const auto size = static_cast<qsizetype>(random() % static_cast<unsigned>(bytes.size()));
             return {bytes.left(size), u"cut to %1 bytes"_s.arg(size)};
         }
-        const auto bit = random() % (static_cast<unsigned>(bytes.size()) * 8);
+        const auto bit = random() % (static_cast<std::size_t>(bytes.size()) * 8);
         const auto at = static_cast<qsizetype>(bit / 8);
         bytes[at] = static_cast<char>(static_cast<unsigned char>(bytes[at]) ^ (1U << bit % 8));
         return {bytes, u"bit %1"_s.arg(bit)};

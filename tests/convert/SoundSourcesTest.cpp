@@ -89,7 +89,7 @@ protected:
     QString made(const Format &format, const AudioShape &shape)
     {
         writeWav(wav, shape);
-        const QString path = engine.folder.file(u"made."_s + format.extension());
+        QString path = engine.folder.file(u"made."_s + format.extension());
         QFile::remove(path);
         EXPECT_FALSE(encode(format, wav, path).failed) << end.said.toStdString();
         return path;
