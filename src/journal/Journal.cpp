@@ -42,7 +42,7 @@ Journal::~Journal()
 Journal::Number Journal::addRun(const RunRecord &record)
 {
     const Number run = m_nextNumber++;
-    add([=, when = QDateTime::currentMSecsSinceEpoch()](JournalWriter &to) { to.addRun(run, record, when); });
+    add([=](JournalWriter &to, Time when) { to.addRun(run, record, when); });
     return run;
 }
 
@@ -50,9 +50,7 @@ Journal::Number Journal::resumeRun(const ResumedRun &resumed)
 {
     const Number run = m_nextNumber;
     m_nextNumber += 1 + resumed.waiting.size();
-    add([=, when = QDateTime::currentMSecsSinceEpoch()](JournalWriter &to) {
-        to.resumeRun(run, run + 1, resumed, when);
-    });
+    add([=](JournalWriter &to, Time when) { to.resumeRun(run, run + 1, resumed, when); });
     return run;
 }
 
@@ -60,7 +58,7 @@ Journal::Number Journal::addEntries(Number run, std::vector<EntryRecord> records
 {
     const Number first = m_nextNumber;
     m_nextNumber += records.size();
-    add([=, records = std::move(records), when = QDateTime::currentMSecsSinceEpoch()](JournalWriter &to) {
+    add([=, records = std::move(records)](JournalWriter &to, Time when) {
         to.addEntries(run, first, records, when);
     });
     waitUntilWritten();
@@ -69,24 +67,22 @@ Journal::Number Journal::addEntries(Number run, std::vector<EntryRecord> records
 
 void Journal::setRunning(Number entry)
 {
-    add([=, when = QDateTime::currentMSecsSinceEpoch()](JournalWriter &to) { to.setRunning(entry, when); });
+    add([=](JournalWriter &to, Time when) { to.setRunning(entry, when); });
 }
 
 void Journal::end(Number entry, EntryEnd end)
 {
-    add([=, end = std::move(end), when = QDateTime::currentMSecsSinceEpoch()](JournalWriter &to) {
-        to.end(entry, end, when);
-    });
+    add([=, end = std::move(end)](JournalWriter &to, Time when) { to.end(entry, end, when); });
 }
 
 void Journal::endRun(Number run)
 {
-    add([=, when = QDateTime::currentMSecsSinceEpoch()](JournalWriter &to) { to.endRun(run, when); });
+    add([=](JournalWriter &to, Time when) { to.endRun(run, when); });
 }
 
 void Journal::setUndone(std::int64_t entry)
 {
-    add([=, when = QDateTime::currentMSecsSinceEpoch()](JournalWriter &to) { to.setUndone(entry, when); });
+    add([=](JournalWriter &to, Time when) { to.setUndone(entry, when); });
 }
 
 bool Journal::isOn()
@@ -115,11 +111,13 @@ void Journal::add(Change change)
     if (m_isOff) {
         return;
     }
-    m_changes.push_back(std::move(change));
+    m_changes.push_back({std::move(change), QDateTime::currentMSecsSinceEpoch()});
     if (!m_thread.joinable()) {
         m_thread = std::thread([this] { work(); });
     }
-    m_wake.notify_one();
+    if (m_changes.size() == 1) { // else it is awake, and lets a batch gather
+        m_wake.notify_one();
+    }
 }
 
 void Journal::waitUntilWritten()
@@ -146,7 +144,7 @@ void Journal::work()
         m_wake.wait_for(lock, batchTime, isPressed);
         m_urgent = false;
         m_busy = true;
-        const std::vector<Change> changes = std::exchange(m_changes, {});
+        const std::vector<Dated> changes = std::exchange(m_changes, {});
         lock.unlock();
         write(changes);
         lock.lock();
@@ -160,15 +158,15 @@ void Journal::work()
     m_writer.reset(); // where it was opened
 }
 
-void Journal::write(const std::vector<Change> &changes)
+void Journal::write(const std::vector<Dated> &changes)
 try {
     m_batchBegan = std::chrono::steady_clock::now();
     if (!m_writer) {
         openFile();
     }
     Transaction transaction(m_writer->database());
-    for (const Change &change : changes) {
-        change(*m_writer);
+    for (const Dated &each : changes) {
+        each.change(*m_writer, each.when);
     }
     transaction.commit();
 } catch (const DatabaseError &error) {

@@ -58,12 +58,18 @@ public:
     void finish();
 
 private:
-    using Change = std::function<void(JournalWriter &)>;
+    using Time = JournalWriter::Time;
+    using Change = std::function<void(JournalWriter &to, Time when)>;
+    struct Dated
+    {
+        Change change;
+        Time when;
+    };
 
     void add(Change change);
     void waitUntilWritten();
     void work();
-    void write(const std::vector<Change> &changes);
+    void write(const std::vector<Dated> &changes);
     void openFile();
     QString reasonFor(const DatabaseError &error) const;
     void prune();
@@ -80,7 +86,7 @@ private:
     std::mutex m_lock;
     std::condition_variable m_wake;
     std::condition_variable m_written;
-    std::vector<Change> m_changes;
+    std::vector<Dated> m_changes;
     std::vector<QString> m_sentences; // yet to be said on the main thread
     QObject m_context;                // what is posted there goes with it
     bool m_urgent = false;
