@@ -3,19 +3,15 @@
 
 #include "cli/DemoVerb.h"
 
-#include "base/Preferences.h"
-#include "cli/CliUserInterface.h"
 #include "cli/Console.h"
 #include "cli/DemoAlbum.h"
 #include "cli/ExitStatus.h"
-#include "cli/QueueRun.h"
+#include "cli/JobSession.h"
 #include "cli/TextReporter.h"
 #include "cli/UsageError.h"
 #include "formats/Records.h"
-#include "platform/SleepInhibitor.h"
 #include "tabs/ChecksumTab.h"
 #include "tabs/EncodeTab.h"
-#include "tabs/KruvController.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -76,13 +72,10 @@ QString DemoVerb::makeFolder() const
 int DemoVerb::run()
 {
     const CommonOptions options;
-    Preferences preferences(Preferences::userFile(), Preferences::ControlState::Defaults);
-    CliUserInterface userInterface(options);
-    SleepInhibitor power;
-    KruvController controller(preferences, userInterface, &power);
+    JobSession session(options, std::make_unique<TextReporter>(TextReporter::Style{}));
+    KruvController &controller = session.controller();
+    QueueRun &queueRun = session.queueRun();
     controller.runRecorder().recordAs(QStringLiteral("demo"), QCoreApplication::arguments().mid(1));
-    QueueRun queueRun(controller.taskQueue(), userInterface,
-                      std::make_unique<TextReporter>(TextReporter::Style{}));
     const QString folder = makeFolder();
 
     Console::writeOut(tr("Making three tagged AIFF tracks with a cover picture ...\n"));

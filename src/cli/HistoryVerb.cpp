@@ -5,11 +5,8 @@
 
 #include "cli/Console.h"
 #include "cli/ExitStatus.h"
-#include "cli/HistoryCsv.h"
-#include "cli/HistoryJson.h"
-#include "cli/HistoryText.h"
+#include "cli/MakeHistoryReport.h"
 #include "cli/UsageError.h"
-#include "journal/DatabaseError.h"
 #include "journal/JournalFile.h"
 
 #include <QDir>
@@ -95,13 +92,9 @@ std::unique_ptr<HistoryReport> HistoryVerb::makeReport() const
     if (m_flags->json && m_flags->csv) {
         throw UsageError(tr("--json and --csv exclude each other"));
     }
-    if (m_flags->json) {
-        return std::make_unique<HistoryJson>();
-    }
-    if (m_flags->csv) {
-        return std::make_unique<HistoryCsv>();
-    }
-    return std::make_unique<HistoryText>();
+    return makeHistoryReport(m_flags->json  ? HistoryForm::Json
+                             : m_flags->csv ? HistoryForm::Csv
+                                            : HistoryForm::Text);
 }
 
 int HistoryVerb::run()

@@ -3,20 +3,15 @@
 
 #include "cli/ResumeVerb.h"
 
-#include "base/Preferences.h"
-#include "cli/CliUserInterface.h"
 #include "cli/Console.h"
 #include "cli/ExitStatus.h"
-#include "cli/HistoryJson.h"
-#include "cli/HistoryText.h"
+#include "cli/JobSession.h"
+#include "cli/MakeHistoryReport.h"
 #include "cli/MakeReporter.h"
-#include "cli/QueueRun.h"
 #include "cli/UsageError.h"
 #include "journal/JournalFile.h"
-#include "platform/SleepInhibitor.h"
-#include "tabs/KruvController.h"
 #include "tabs/Resumption.h"
-#include "tasks/StagingLock.h"
+#include "tasks/RunRecorder.h"
 
 #include <algorithm>
 
@@ -40,7 +35,8 @@ int ResumeVerb::run()
 {
     const auto runs = Resumption::candidates(jobs());
     if (m_lists) {
-        return list(runs);
+        listRuns(runs, m_options.json ? HistoryForm::Json : HistoryForm::Text);
+        return Success;
     }
     if (runs.empty() && m_run == 0) {
         Console::complain(tr("there is nothing to resume"));
@@ -59,18 +55,6 @@ History::Jobs ResumeVerb::jobs() const
     return m_triesAgain ? History::Jobs::NotDoneOrFailed : History::Jobs::NotDone;
 }
 
-int ResumeVerb::list(const std::vector<HistoryRun> &runs) const
-{
-    const std::unique_ptr<HistoryReport> report =
-        m_options.json ? std::unique_ptr<HistoryReport>(std::make_unique<HistoryJson>())
-                       : std::make_unique<HistoryText>();
-    report->beginRuns();
-    for (const HistoryRun &run : runs) {
-        report->run(run);
-    }
-    return Success;
-}
-
 HistoryRun ResumeVerb::choose(const std::vector<HistoryRun> &runs) const
 {
     if (m_run == 0) {
@@ -84,7 +68,7 @@ HistoryRun ResumeVerb::choose(const std::vector<HistoryRun> &runs) const
     if (!known) {
         throw UsageError(tr("there is no run %1; kruv history lists those there are").arg(m_run));
     }
-    if (!known->ended && !StagingLock::hasEnded(known->process.toUtf8())) {
+    if (!RunRecorder::isOver(*known)) {
         throw UsageError(tr("run %1 is still going on").arg(m_run));
     }
     if (known->plan.isEmpty() && known->done + known->failed < known->all) {
@@ -96,31 +80,22 @@ HistoryRun ResumeVerb::choose(const std::vector<HistoryRun> &runs) const
 
 int ResumeVerb::resume(const HistoryRun &run) const
 {
-    Preferences preferences(Preferences::userFile(), Preferences::ControlState::Defaults);
-    CliUserInterface userInterface(m_options);
-    SleepInhibitor power;
-    KruvController controller(preferences, userInterface, &power);
-    if (m_options.jobs > 0) {
-        controller.taskQueue().setMaxThreads(m_options.jobs);
-    }
-    QueueRun queueRun(controller.taskQueue(), userInterface, makeReporter(m_options));
+    JobSession session(m_options, makeReporter(m_options));
+    KruvController &controller = session.controller();
     Resumption resumption(run, jobs());
     if (!resumption.take()) {
         throw UsageError(tr("run %1 is being resumed by another process").arg(run.id));
     }
     if (!m_options.quiet) {
-        userInterface.remark(tr("Run %1: %2 of %n job(s) need not be done again.", nullptr,
-                                static_cast<int>(resumption.jobs()))
-                                 .arg(run.id)
-                                 .arg(resumption.jobsDone()));
+        session.userInterface().remark(tr("Run %1: %2 of %n job(s) need not be done again.", nullptr,
+                                          static_cast<int>(resumption.jobs()))
+                                           .arg(run.id)
+                                           .arg(resumption.jobsDone()));
     }
-    queueRun.leaveOutResults();
-    queueRun.run([&] { resumption.queueJobs(controller.taskQueue(), controller.runRecorder()); });
-    resumption.sweepFolders();     // once more, for tools that had not ended before
-    controller.journal().finish(); // what it has to say comes before the summary
-    const int status = queueRun.finish();
-    queueRun.sayHowToGoOn(controller.runRecorder());
-    return status;
+    session.queueRun().leaveOutResults();
+    session.queueRun().run([&] { resumption.queueJobs(controller.taskQueue(), controller.runRecorder()); });
+    resumption.sweepFolders(); // once more, for tools that had not ended before
+    return session.finish();
 }
 
 } // namespace kruv

@@ -24,7 +24,6 @@ public:
 
 private:
     History::Jobs jobs() const;
-    int list(const std::vector<HistoryRun> &runs) const;
     /// The one that was named, or the latest; throws where it can't be resumed.
     HistoryRun choose(const std::vector<HistoryRun> &runs) const;
     int resume(const HistoryRun &run) const;

@@ -7,13 +7,11 @@
 #include "cli/Console.h"
 #include "cli/ExitStatus.h"
 #include "cli/FormatFlags.h"
+#include "cli/JobSession.h"
 #include "cli/MakeReporter.h"
-#include "cli/QueueRun.h"
 #include "cli/UsageError.h"
-#include "platform/SleepInhibitor.h"
 #include "tabs/BaseTab.h"
 #include "tabs/Controls.h"
-#include "tabs/KruvController.h"
 
 #include <QDir>
 #include <QFile>
@@ -166,23 +164,15 @@ int TabVerb::run()
         return Failure;
     }
     checkOutputFolder();
-    Preferences preferences(Preferences::userFile(), Preferences::ControlState::Defaults);
-    CliUserInterface userInterface(m_options);
-    SleepInhibitor power;
-    KruvController controller(preferences, userInterface, &power);
-    if (m_options.jobs > 0) {
-        controller.taskQueue().setMaxThreads(m_options.jobs);
-    }
+    JobSession session(m_options, makeReporter(m_options));
+    KruvController &controller = session.controller();
     if (m_options.prove) {
         controller.taskQueue().setProvesOutputs();
     }
     controller.runRecorder().recordAs(nameOf(app()), QCoreApplication::arguments().mid(1));
-    QueueRun queueRun(controller.taskQueue(), userInterface, makeReporter(m_options));
-    runCommands(controller, queueRun, paths);
-    controller.journal().finish(); // what it has to say comes before the summary
-    const int status = queueRun.finish();
-    queueRun.sayHowToGoOn(controller.runRecorder());
-    const bool complained = m_failed || userInterface.alerts() > 0;
+    runCommands(controller, session.queueRun(), paths);
+    const int status = session.finish();
+    const bool complained = m_failed || session.userInterface().alerts() > 0;
     return status == Success && complained ? static_cast<int>(Failure) : status;
 }
 

@@ -3,17 +3,12 @@
 
 #include "cli/UndoVerb.h"
 
-#include "base/Preferences.h"
-#include "cli/CliUserInterface.h"
 #include "cli/Console.h"
 #include "cli/ExitStatus.h"
-#include "cli/HistoryJson.h"
-#include "cli/HistoryText.h"
+#include "cli/JobSession.h"
+#include "cli/MakeHistoryReport.h"
 #include "cli/MakeReporter.h"
-#include "cli/QueueRun.h"
 #include "cli/UsageError.h"
-#include "platform/SleepInhibitor.h"
-#include "tabs/KruvController.h"
 #include "tabs/Undoing.h"
 
 #include <algorithm>
@@ -43,7 +38,8 @@ int UndoVerb::run()
 {
     const auto runs = Undoing::candidates();
     if (m_lists) {
-        return list(runs);
+        listRuns(runs, m_options.json ? HistoryForm::Json : HistoryForm::Text);
+        return Success;
     }
     const auto chosen = std::ranges::find_if(runs, [this](const HistoryRun &run) {
         return m_run == 0 ? run.command != ownName : run.id == m_run;
@@ -59,38 +55,21 @@ int UndoVerb::run()
     return Success;
 }
 
-int UndoVerb::list(const std::vector<HistoryRun> &runs) const
-{
-    const std::unique_ptr<HistoryReport> report =
-        m_options.json ? std::unique_ptr<HistoryReport>(std::make_unique<HistoryJson>())
-                       : std::make_unique<HistoryText>();
-    for (const HistoryRun &run : runs) {
-        report->run(run);
-    }
-    return Success;
-}
-
 int UndoVerb::undo(const HistoryRun &run) const
 {
-    Preferences preferences(Preferences::userFile(), Preferences::ControlState::Defaults);
-    CliUserInterface userInterface(m_options);
-    SleepInhibitor power;
-    KruvController controller(preferences, userInterface, &power);
-    if (m_options.jobs > 0) {
-        controller.taskQueue().setMaxThreads(m_options.jobs);
-    }
+    JobSession session(m_options, makeReporter(m_options));
+    KruvController &controller = session.controller();
     controller.runRecorder().recordAs(ownName, QCoreApplication::arguments().mid(1));
-    QueueRun queueRun(controller.taskQueue(), userInterface, makeReporter(m_options));
     Undoing undoing(run);
     if (undoing.othersDone() > 0) {
-        userInterface.remark(tr("Of run %1, %n job(s) made files or wrote more than is kept; that stays.",
-                                nullptr, static_cast<int>(undoing.othersDone()))
-                                 .arg(run.id));
+        session.userInterface().remark(
+            tr("Of run %1, %n job(s) made files or wrote more than is kept; that stays.", nullptr,
+               static_cast<int>(undoing.othersDone()))
+                .arg(run.id));
     }
-    queueRun.leaveOutResults();
-    queueRun.run([&] { undoing.queueJobs(controller.taskQueue(), controller.journal()); });
-    controller.journal().finish(); // what it has to say comes before the summary
-    return queueRun.finish();
+    session.queueRun().leaveOutResults();
+    session.queueRun().run([&] { undoing.queueJobs(controller.taskQueue(), controller.journal()); });
+    return session.finish();
 }
 
 } // namespace kruv

@@ -9,8 +9,6 @@
 
 #include <QCoreApplication>
 
-#include <vector>
-
 namespace kruv {
 
 /// `kruv undo`: takes back what a run did.
@@ -23,7 +21,6 @@ public:
     int run() override;
 
 private:
-    int list(const std::vector<HistoryRun> &runs) const;
     int undo(const HistoryRun &run) const;
 
     CommonOptions m_options;

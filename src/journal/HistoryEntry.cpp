@@ -3,9 +3,26 @@
 
 #include "journal/HistoryEntry.h"
 
+#include "journal/JournalWords.h"
+
 #include <algorithm>
 
 namespace kruv {
+
+bool HistoryEntry::hasState(EntryEnd::State which) const
+{
+    return state == QLatin1StringView(JournalWords::of(which));
+}
+
+bool HistoryEntry::isUndone() const
+{
+    return state == QLatin1StringView(JournalWords::undone);
+}
+
+bool HistoryEntry::hasAction(EntryRecord::Action which) const
+{
+    return action == QLatin1StringView(JournalWords::of(which));
+}
 
 bool HistoryEntry::outputsAreAsTheyWere() const
 {

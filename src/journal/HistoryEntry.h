@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "journal/EntryEnd.h"
+#include "journal/EntryRecord.h"
 #include "journal/HistoryFile.h"
 
 #include <QString>
@@ -35,6 +37,9 @@ struct HistoryEntry
     bool hasWayBack = false; ///< as in Receipt
     std::vector<HistoryFile> files = {};
 
+    bool hasState(EntryEnd::State which) const;
+    bool isUndone() const;
+    bool hasAction(EntryRecord::Action which) const;
     /// Whether all outputs are there as the receipt has them.
     bool outputsAreAsTheyWere() const;
     /// The same for a source.

@@ -3,7 +3,14 @@
 
 #include "journal/HistoryFile.h"
 
+#include "journal/JournalWords.h"
+
 namespace kruv {
+
+bool HistoryFile::hasFate(Receipt::Fate which) const
+{
+    return fate == QLatin1StringView(JournalWords::of(which));
+}
 
 bool HistoryFile::isAsItWas() const
 {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "base/FileStamp.h"
+#include "journal/Receipt.h"
 
 #include <QString>
 
@@ -17,6 +18,7 @@ struct HistoryFile
     FileStamp stamp = {};
     QString fate = {}; ///< of a source, in JournalWords
 
+    bool hasFate(Receipt::Fate which) const;
     /// Whether it is there as the receipt has it: by what a copy of the file, or another mount, would keep
     /// too.
     bool isAsItWas() const;

@@ -4,7 +4,6 @@
 #include "tabs/DoneBefore.h"
 
 #include "journal/JournalFile.h"
-#include "journal/JournalWords.h"
 
 #include <stdexcept>
 
@@ -28,9 +27,8 @@ bool DoneBefore::made(const QString &output, const QString &source) const
 std::optional<HistoryEntry> DoneBefore::makerOf(const QString &output) const
 {
     auto maker = m_history ? m_history->makerOf(output) : std::nullopt;
-    const bool isWhole = maker &&
-                         maker->state == QLatin1StringView(JournalWords::of(EntryEnd::State::Done)) &&
-                         maker->outputsAreAsTheyWere() && isSameOrder(maker->run);
+    const bool isWhole = maker && maker->hasState(EntryEnd::State::Done) && maker->outputsAreAsTheyWere() &&
+                         isSameOrder(maker->run);
     return isWhole ? maker : std::nullopt;
 }
 

@@ -6,7 +6,6 @@
 #include "base/PathNames.h"
 #include "base/UserInterface.h"
 #include "journal/JournalFile.h"
-#include "journal/JournalWords.h"
 #include "tasks/FileCommit.h"
 #include "tasks/KruvTask.h"
 #include "tasks/KruvTaskQueue.h"
@@ -39,11 +38,6 @@ void useJournal(const std::function<void(const QString &path)> &work)
     }
 }
 
-bool hasState(const HistoryEntry &entry, EntryEnd::State state)
-{
-    return entry.state == QLatin1StringView(JournalWords::of(state));
-}
-
 } // namespace
 
 std::vector<HistoryRun> Resumption::candidates(History::Jobs jobs)
@@ -51,8 +45,7 @@ std::vector<HistoryRun> Resumption::candidates(History::Jobs jobs)
     std::vector<HistoryRun> found;
     useJournal([&](const QString &path) {
         History(path).forEachRunWith(jobs, [&found](const HistoryRun &run) {
-            const bool isOver = run.ended || StagingLock::hasEnded(run.process.toUtf8());
-            if (isOver && ConversionOrder::fromText(run.plan)) {
+            if (RunRecorder::isOver(run) && ConversionOrder::fromText(run.plan)) {
                 found.push_back(run);
             }
         });
@@ -95,7 +88,7 @@ QString Resumption::textOfRest(const HistoryRun &run)
 {
     QString text;
     History(JournalFile::usualPath()).forEachEntryOf(run.id, [&text](const HistoryEntry &entry) {
-        if (!hasState(entry, EntryEnd::State::Done) && !hasState(entry, EntryEnd::State::Failed)) {
+        if (!entry.hasState(EntryEnd::State::Done) && !entry.hasState(EntryEnd::State::Failed)) {
             text += entry.source + u'\n';
         }
     });
@@ -130,7 +123,7 @@ bool Resumption::take()
 
 void Resumption::add(const HistoryEntry &entry)
 {
-    const bool wasDone = hasState(entry, EntryEnd::State::Done);
+    const bool wasDone = entry.hasState(EntryEnd::State::Done);
     if (entry.source.isEmpty()) { // a list of the outputs
         m_hasLists = wasDone && FileCommit::isTaken(entry.output);
         m_resumed.dropped.push_back(entry.id);
@@ -138,7 +131,7 @@ void Resumption::add(const HistoryEntry &entry)
     }
     using Earlier = ConversionRequest::Earlier;
     const Left left = leftOf(entry);
-    const bool mayReplace = entry.action == QLatin1StringView(JournalWords::of(EntryRecord::Action::Replace));
+    const bool mayReplace = entry.hasAction(EntryRecord::Action::Replace);
     m_plan.entries().push_back({.source = entry.source,
                                 .folder = PathNames::folderOf(entry.output),
                                 .output = entry.output,
@@ -149,14 +142,14 @@ void Resumption::add(const HistoryEntry &entry)
                                                                                      : Earlier::None,
                                 .isDone = left == Left::Nothing});
     m_ids.push_back(entry.id);
-    if (left == Left::Nothing && !wasDone && !hasState(entry, EntryEnd::State::Failed)) {
+    if (left == Left::Nothing && !wasDone && !entry.hasState(EntryEnd::State::Failed)) {
         m_resumed.done.push_back(entry.id);
     }
 }
 
 Resumption::Left Resumption::leftOf(const HistoryEntry &entry) const
 {
-    if (hasState(entry, EntryEnd::State::Failed)) {
+    if (entry.hasState(EntryEnd::State::Failed)) {
         // What it made all the same lacks something that the file does not tell.
         return m_triesAgain && !entry.hasReceipt ? Left::All : Left::Nothing;
     }

@@ -6,7 +6,7 @@
 #include "journal/Journal.h"
 #include "journal/JournalFile.h"
 #include "tasks/KruvTaskQueue.h"
-#include "tasks/StagingLock.h"
+#include "tasks/RunRecorder.h"
 #include "util/UndoTask.h"
 
 #include <algorithm>
@@ -19,7 +19,7 @@ std::vector<HistoryRun> Undoing::candidates()
     std::vector<HistoryRun> found;
     History(JournalFile::usualPath())
         .forEachRunWith(History::Jobs::Undoable, [&found](const HistoryRun &run) {
-            if (run.ended || StagingLock::hasEnded(run.process.toUtf8())) {
+            if (RunRecorder::isOver(run)) {
                 found.push_back(run);
             }
         });

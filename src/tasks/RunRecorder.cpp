@@ -3,6 +3,7 @@
 
 #include "tasks/RunRecorder.h"
 
+#include "journal/HistoryRun.h"
 #include "tasks/KruvTask.h"
 #include "tasks/KruvTaskQueue.h"
 #include "tasks/StagingLock.h"
@@ -39,6 +40,11 @@ EntryEnd endOf(const KruvTask &task, double seconds)
 }
 
 } // namespace
+
+bool RunRecorder::isOver(const HistoryRun &run)
+{
+    return run.ended || StagingLock::hasEnded(run.process.toUtf8());
+}
 
 RunRecorder::RunRecorder(Journal &journal, KruvTaskQueue &queue)
     : m_journal(journal)

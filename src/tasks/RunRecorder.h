@@ -18,6 +18,7 @@ namespace kruv {
 
 class KruvTask;
 class KruvTaskQueue;
+struct HistoryRun;
 
 /// Tells the journal what the queue does: which jobs a run has, before the first starts, and how each ends.
 /// Main thread.
@@ -25,6 +26,9 @@ class RunRecorder : public QObject
 {
     Q_OBJECT
 public:
+    /// Whether no process is at it any more.
+    static bool isOver(const HistoryRun &run);
+
     /// Both must outlive it.
     RunRecorder(Journal &journal, KruvTaskQueue &queue);
 

@@ -5,7 +5,6 @@
 
 #include "journal/History.h"
 #include "journal/JournalFile.h"
-#include "journal/JournalWords.h"
 #include "platform/Trash.h"
 #include "tags/EditLog.h"
 #include "tags/StagedFileStream.h"
@@ -30,7 +29,7 @@ namespace {
 
 bool isTrashed(const HistoryFile &file)
 {
-    return !file.isOutput && file.fate == QLatin1StringView(JournalWords::of(Receipt::Fate::Trashed));
+    return !file.isOutput && file.hasFate(Receipt::Fate::Trashed);
 }
 
 /// What receipts know a file again by.
@@ -57,15 +56,14 @@ UndoTask::UndoTask(TaskCompletionSink *queue, const HistoryEntry &entry)
 
 bool UndoTask::isPossible(const HistoryEntry &entry)
 {
-    return entry.hasReceipt && entry.state != QLatin1StringView(JournalWords::undone) &&
-           (entry.hasWayBack ||
-            entry.action == QLatin1StringView(JournalWords::of(EntryRecord::Action::Rename)) ||
+    return entry.hasReceipt && !entry.isUndone() &&
+           (entry.hasWayBack || entry.hasAction(EntryRecord::Action::Rename) ||
             std::ranges::any_of(entry.files, isTrashed));
 }
 
 bool UndoTask::isRename() const
 {
-    return m_entry.action == QLatin1StringView(JournalWords::of(EntryRecord::Action::Rename));
+    return m_entry.hasAction(EntryRecord::Action::Rename);
 }
 
 QString UndoTask::outputPath() const

@@ -1,0 +1,34 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "cli/MakeHistoryReport.h"
+
+#include "cli/HistoryCsv.h"
+#include "cli/HistoryJson.h"
+#include "cli/HistoryText.h"
+
+namespace kruv {
+
+std::unique_ptr<HistoryReport> makeHistoryReport(HistoryForm form)
+{
+    switch (form) {
+    case HistoryForm::Json:
+        return std::make_unique<HistoryJson>();
+    case HistoryForm::Csv:
+        return std::make_unique<HistoryCsv>();
+    case HistoryForm::Text:
+        break;
+    }
+    return std::make_unique<HistoryText>();
+}
+
+void listRuns(const std::vector<HistoryRun> &runs, HistoryForm form)
+{
+    const auto report = makeHistoryReport(form);
+    report->beginRuns();
+    for (const HistoryRun &run : runs) {
+        report->run(run);
+    }
+}
+
+} // namespace kruv
