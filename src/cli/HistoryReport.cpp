@@ -45,10 +45,10 @@ QString HistoryReport::statusOf(const HistoryEntry &entry)
 
 QString HistoryReport::presentStateOf(const HistoryFile &file)
 {
-    if (!FileStamp::of(file.path)) {
-        return QStringLiteral("missing");
+    if (file.isAsItWas()) {
+        return QStringLiteral("same");
     }
-    return file.isAsItWas() ? QStringLiteral("same") : QStringLiteral("changed");
+    return FileStamp::of(file.path) ? QStringLiteral("changed") : QStringLiteral("missing");
 }
 
 QString HistoryReport::fatesOf(const HistoryEntry &entry)

@@ -120,9 +120,10 @@ QString HistoryText::notesOn(const HistoryEntry &entry) const
     }
     for (const HistoryFile &file : entry.files) {
         const QString name = Console::printable(file.path.section(u'/', -1));
-        if (file.isOutput && presentStateOf(file) == QStringLiteral("changed")) {
+        const QString state = file.isOutput ? presentStateOf(file) : QString();
+        if (state == QStringLiteral("changed")) {
             notes.append(tr("%1 was changed since").arg(name));
-        } else if (file.isOutput && presentStateOf(file) == QStringLiteral("missing")) {
+        } else if (state == QStringLiteral("missing")) {
             notes.append(tr("%1 is no longer there").arg(name));
         }
     }

@@ -112,7 +112,7 @@ void FixTab::start(const FixTask::Request &request, FileCommit::Existing existin
     for (const QString &reason : originals.answer.kept) {
         job->failAfterwards(reason);
     }
-    submit(std::move(job));
+    submit(job);
 }
 
 } // namespace kruv

@@ -22,11 +22,11 @@ namespace kruv {
 class StagedFileStream : public TagLib::IOStream
 {
 public:
-    /// Makes all changes of an edit of the file as it is now; false where it does not fit.
-    bool apply(const FileEdit &edit);
-
     /// Opens a regular file for reading; anything else (a folder, a pipe, a missing file) is not open.
     explicit StagedFileStream(const QString &path);
+
+    /// Makes all changes of an edit of the file as it is now; false where it does not fit.
+    bool apply(const FileEdit &edit);
 
     /// Brings the edits into the file. Where the audio keeps its place, only the changed bytes are written;
     /// else a new file is made beside the old one and takes its place, with its access rights, owner and
