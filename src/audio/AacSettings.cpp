@@ -4,16 +4,12 @@
 #include "audio/AacSettings.h"
 
 #include "audio/AudioError.h"
+#include "audio/AvFunctions.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <string_view>
-
-extern "C" {
-#include <libavcodec/avcodec.h>
-#include <libavutil/opt.h>
-}
 
 namespace kruv {
 

@@ -3,15 +3,10 @@
 
 #pragma once
 
+#include "audio/AvFunctions.h"
+
 #include <memory>
 #include <new>
-
-extern "C" {
-#include <libavcodec/avcodec.h>
-#include <libavformat/avformat.h>
-#include <libavutil/audio_fifo.h>
-#include <libswresample/swresample.h>
-}
 
 /// Owners of FFmpeg's objects.
 namespace kruv {

@@ -3,16 +3,13 @@
 
 #include "audio/AvLog.h"
 
+#include "audio/AvFunctions.h"
+
 #include <array>
 #include <cstdio>
 #include <mutex>
 #include <string>
 #include <string_view>
-
-extern "C" {
-#include <libavutil/error.h>
-#include <libavutil/log.h>
-}
 
 namespace kruv::AvLog {
 

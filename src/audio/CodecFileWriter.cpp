@@ -10,11 +10,6 @@
 #include <cstring>
 #include <utility>
 
-extern "C" {
-#include <libavutil/channel_layout.h>
-#include <libavutil/opt.h>
-}
-
 namespace kruv {
 
 namespace {

@@ -84,7 +84,7 @@ void OutputTask::walk(StagedOutputs &outputs)
     if (!startFinishing()) {
         return;
     }
-    if (deleteOriginal() && queue()) {
+    if (queue()) {
         queue()->taskOnlyWaits(*this);
     }
     outputs.commit(deleteOriginal());

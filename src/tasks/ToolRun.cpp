@@ -35,6 +35,10 @@ constexpr auto patience = 2s;
 constexpr auto patienceWithTheRest = 100ms;
 /// What a tool can have written that was not read when it ended.
 constexpr std::size_t largestPipe = 1 << 20; // bytes
+/// How long a tool may write on before it is read again, unless it writes much: each waking takes a core from
+/// a tool.
+constexpr auto betweenPieces = 20ms;
+constexpr ssize_t muchOutput = 4096; // bytes
 /// Between looks where the system can't tell of a process's end.
 constexpr int betweenLooks = 20; // milliseconds
 
@@ -102,7 +106,7 @@ void ToolRun::follow(const Reader &read)
     }
     while (m_output.isOpen() || !m_toolEnded) {
         // A descriptor below 0 is passed over.
-        std::array<pollfd, 3> places{pollfd{m_output.get(), POLLIN, 0},
+        std::array<pollfd, 3> places{pollfd{readsNow() ? m_output.get() : -1, POLLIN, 0},
                                      pollfd{m_toolEnded ? -1 : m_ending.get(), POLLIN, 0},
                                      pollfd{m_endedByUs ? -1 : m_wish.get(), POLLIN, 0}};
         poll(places.data(), places.size(), millisecondsLeft());
@@ -134,6 +138,7 @@ void ToolRun::readPiece(const Reader &read)
         m_output.reset();
         return;
     }
+    m_readNext = count < muchOutput ? Clock::now() + betweenPieces : Clock::time_point();
     m_readAfterwards += m_phase == Phase::Abandoned ? static_cast<std::size_t>(count) : 0;
     if (m_readAfterwards > largestPipe) {
         m_output.reset(); // somebody out of reach writes on
@@ -193,16 +198,28 @@ void ToolRun::enter(Phase phase, std::chrono::milliseconds patienceWithIt)
     m_deadline = Clock::now() + patienceWithIt;
 }
 
+/// What a tool wrote before it ended is read at once.
+bool ToolRun::readsNow() const
+{
+    return m_toolEnded || Clock::now() >= m_readNext;
+}
+
 int ToolRun::millisecondsLeft() const
 {
     constexpr int noEnd = -1;
-    const int look = m_ending.isOpen() || m_toolEnded ? noEnd : betweenLooks;
-    if (!m_deadline) {
-        return look;
+    const auto until = [](Clock::time_point moment) {
+        const auto left = std::chrono::ceil<std::chrono::milliseconds>(moment - Clock::now()).count();
+        return static_cast<int>(std::clamp<decltype(left)>(left, 0, 1'000'000));
+    };
+    int least = m_ending.isOpen() || m_toolEnded ? noEnd : betweenLooks;
+    const auto consider = [&least](int wait) { least = least == noEnd ? wait : std::min(least, wait); };
+    if (m_deadline) {
+        consider(until(*m_deadline));
     }
-    const auto left = std::chrono::ceil<std::chrono::milliseconds>(*m_deadline - Clock::now()).count();
-    const int rest = static_cast<int>(std::clamp<decltype(left)>(left, 0, 1'000'000));
-    return look == noEnd ? rest : std::min(look, rest);
+    if (m_output.isOpen() && !readsNow()) {
+        consider(until(m_readNext));
+    }
+    return least;
 }
 
 ToolEnd ToolRun::reap()

@@ -44,7 +44,8 @@ struct ToolCall
 class ToolRun
 {
 public:
-    /// One piece of output, as one read returned it; a character cut in two by a read is put together again.
+    /// One piece of output, as one read returned it, perhaps of many lines; a character cut in two by a read
+    /// is put together again.
     using Reader = std::function<void(const QString &piece)>;
 
     /// `stop` ends the tool.
@@ -75,6 +76,7 @@ private:
     QString launch();
     void follow(const Reader &read);
     void readPiece(const Reader &read);
+    bool readsNow() const;
     void lookForEnd();
     void ask();
     void timeIsUp();
@@ -92,6 +94,7 @@ private:
     QStringDecoder m_decoder{QStringDecoder::Utf8};
     Phase m_phase = Phase::Running;
     std::optional<Clock::time_point> m_deadline;
+    Clock::time_point m_readNext;
     bool m_toolEnded = false;
     bool m_endedByUs = false;
     bool m_printedText = false;

@@ -16,13 +16,14 @@ namespace kruv::tools {
 
 namespace {
 
+constexpr std::size_t headBytes = 4096; // all that is wanted of many files
 constexpr std::size_t bufferBytes = std::size_t(128) * 1024;
 
 } // namespace
 
 InputStream::InputStream(const std::string &path)
     : m_name(path == "-" ? "standard input" : path)
-    , m_buffer(bufferBytes)
+    , m_buffer(headBytes)
 {
     if (path == "-") {
         m_descriptor = STDIN_FILENO;
@@ -40,7 +41,7 @@ InputStream::InputStream(int descriptor, std::string name)
     : m_descriptor(descriptor)
     , m_ownsDescriptor(true)
     , m_name(std::move(name))
-    , m_buffer(bufferBytes)
+    , m_buffer(headBytes)
 {
     findSize();
 }
@@ -69,7 +70,7 @@ InputStream::InputStream(std::vector<std::uint8_t> bytes, std::string name)
 InputStream::InputStream(std::function<std::size_t(std::span<std::uint8_t>)> source, std::string name)
     : m_source(std::move(source))
     , m_name(std::move(name))
-    , m_buffer(bufferBytes)
+    , m_buffer(headBytes)
 {
 }
 
@@ -109,6 +110,9 @@ std::size_t InputStream::readMore(std::uint8_t *destination, std::size_t count)
 
 void InputStream::fillBuffer()
 {
+    if (m_end > 0 && !isMemory()) {
+        m_buffer.resize(bufferBytes);
+    }
     m_begin = m_end = 0;
     m_end = readMore(m_buffer.data(), m_buffer.size());
 }
