@@ -36,9 +36,9 @@ void *findInAvLibrary(AvLibrary library, const char *name)
     void *opened = dlopen(fileOf(library), RTLD_LAZY | RTLD_LOCAL);
     void *address = opened == nullptr ? nullptr : dlsym(opened, name);
     if (address == nullptr) {
-        throw AudioError(QCoreApplication::translate("kruv::AvFunctions",
-                                                     "FFmpeg can't be used (%1). Install it again.")
-                             .arg(QString::fromUtf8(dlerror())));
+        throw AudioError(
+            QCoreApplication::translate("kruv::AvFunctions", "FFmpeg can't be used (%1). Install it again.")
+                .arg(QString::fromUtf8(dlerror())));
     }
     return address;
 }

@@ -20,8 +20,8 @@ extern "C" {
 #include <libswresample/swresample.h>
 }
 
-/// FFmpeg's functions under their own names, each found at its first call: linked to the program, FFmpeg's hundred
-/// libraries would make every start of it six times as long.
+/// FFmpeg's functions under their own names, each found at its first call: linked to the program, FFmpeg's
+/// hundred libraries would make every start of it six times as long.
 namespace kruv {
 
 enum class AvLibrary { Util, Codec, Format, Resample };
@@ -64,7 +64,7 @@ private:
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wignored-attributes"
 
-#define KRUV_AV_FUNCTION(library, name)                                                                          \
+#define KRUV_AV_FUNCTION(library, name)                                                                      \
     inline constinit AvFunction<decltype(::name)> name(AvLibrary::library, #name)
 
 KRUV_AV_FUNCTION(Util, av_audio_fifo_alloc);

@@ -3,8 +3,6 @@
 
 #include "audio/PcmDigest.h"
 
-#include <QByteArrayView>
-
 #include <bit>
 
 namespace kruv {
@@ -19,8 +17,7 @@ template <typename Sample> void PcmDigest::addShifted(std::span<const Sample> sa
     const unsigned shift = 8 * sizeof(Sample) - m_bits;
     const std::size_t width = (m_bits + 7) / 8;
     if (width == sizeof(Sample) && shift == 0 && std::endian::native == std::endian::little) {
-        m_hash.addData(QByteArrayView(reinterpret_cast<const char *>(samples.data()),
-                                      static_cast<qsizetype>(samples.size_bytes())));
+        m_hash.add(std::as_bytes(samples));
         return;
     }
     m_bytes.resize(samples.size() * width);
@@ -31,7 +28,7 @@ template <typename Sample> void PcmDigest::addShifted(std::span<const Sample> sa
             *target++ = static_cast<char>(bits >> (8 * i));
         }
     }
-    m_hash.addData(QByteArrayView(m_bytes.data(), static_cast<qsizetype>(m_bytes.size())));
+    m_hash.add(std::as_bytes(std::span(m_bytes)));
 }
 
 void PcmDigest::add(std::span<const std::int16_t> samples)

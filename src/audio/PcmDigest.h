@@ -3,8 +3,9 @@
 
 #pragma once
 
+#include "audio/Md5.h"
+
 #include <QByteArray>
-#include <QCryptographicHash>
 
 #include <cstdint>
 #include <span>
@@ -23,13 +24,14 @@ public:
     /// Samples at the high end of their 2 or 4 bytes, in this machine's order.
     void add(std::span<const std::int16_t> samples);
     void add(std::span<const std::int32_t> samples);
-    QByteArray result() const { return m_hash.result(); }
+    /// Nothing may be added afterwards.
+    QByteArray result() { return m_hash.result(); }
 
 private:
     template <typename Sample> void addShifted(std::span<const Sample> samples);
 
     const unsigned m_bits;
-    QCryptographicHash m_hash{QCryptographicHash::Md5};
+    Md5 m_hash;
     std::vector<char> m_bytes;
 };
 

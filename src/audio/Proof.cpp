@@ -8,12 +8,13 @@
 #include "audio/AudioFiles.h"
 #include "audio/ContentProbe.h"
 #include "audio/FrameChain.h"
+#include "audio/Md5.h"
 
 #include <QCoreApplication>
-#include <QCryptographicHash>
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <stdexcept>
 #include <vector>
 
@@ -73,7 +74,7 @@ private:
     AudioStreamFormat m_client;
     std::vector<std::uint8_t> m_sourceFrames;
     std::vector<std::uint8_t> m_outputFrames;
-    QCryptographicHash m_digest{QCryptographicHash::Md5};
+    Md5 m_digest;
     std::int64_t m_outputRead = 0; // frames
     bool m_endsAreSilent = true;   // what is on one side alone
     Finding m_finding;
@@ -175,9 +176,9 @@ void Comparison::requireAudio() const
 void Comparison::compare(std::span<const std::uint8_t> source, std::span<const std::uint8_t> output)
 {
     const std::size_t both = std::min(source.size(), output.size());
-    const auto difference = std::ranges::mismatch(source.first(both), output.first(both));
-    const auto same = static_cast<std::size_t>(difference.in1 - source.begin());
-    if (same < both) {
+    if (both > 0 && std::memcmp(source.data(), output.data(), both) != 0) {
+        const auto difference = std::ranges::mismatch(source.first(both), output.first(both));
+        const auto same = static_cast<std::size_t>(difference.in1 - source.begin());
         const auto frame = m_finding.frames - framesIn(source) + framesIn(source.first(same));
         disprove(
             Text::tr("The output holds other audio: it differs from its source at frame %1, %2 s after the "
@@ -257,7 +258,7 @@ std::span<const std::uint8_t> Comparison::readOutput(std::size_t most)
     const std::span<const std::uint8_t> frames(m_outputFrames.data(), got);
     m_outputRead += framesIn(frames);
     if (m_output.statedDigest().isEmpty()) {
-        m_digest.addData(QByteArrayView(frames.data(), static_cast<qsizetype>(got)));
+        m_digest.add(std::as_bytes(frames));
     }
     return frames;
 }
