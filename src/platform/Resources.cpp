@@ -9,18 +9,28 @@
 
 namespace kruv {
 
-QString resourcesFolder()
+namespace {
+
+QString ownResources()
 {
-    const QString overriding = qEnvironmentVariable("KRUV_RESOURCES");
-    if (!overriding.isEmpty()) {
-        return QDir::cleanPath(QDir(overriding).absolutePath());
-    }
     const QDir programFolder(QCoreApplication::applicationDirPath());
     QString installed = QDir::cleanPath(programFolder.filePath(QStringLiteral("../libexec/kruv")));
     if (QFileInfo(installed).isDir()) {
         return installed;
     }
     return programFolder.filePath(QStringLiteral("resources"));
+}
+
+} // namespace
+
+QString resourcesFolder()
+{
+    const QString overriding = qEnvironmentVariable("KRUV_RESOURCES");
+    if (!overriding.isEmpty()) {
+        return QDir::cleanPath(QDir(overriding).absolutePath());
+    }
+    static const QString own = ownResources();
+    return own;
 }
 
 QString toolPath(const QString &toolName)

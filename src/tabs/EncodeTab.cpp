@@ -3,6 +3,7 @@
 
 #include "tabs/EncodeTab.h"
 
+#include "base/InParallel.h"
 #include "base/Preferences.h"
 #include "base/UserInterface.h"
 #include "checksums/ListText.h"
@@ -13,6 +14,7 @@
 #include "formats/wavpack/WavpackTool.h"
 
 #include <algorithm>
+#include <vector>
 
 namespace kruv {
 
@@ -92,11 +94,19 @@ void EncodeTab::executeCommand()
 
 bool EncodeTab::mayEncodeLossy()
 {
-    QStringList lossy = fileNames();
-    lossy.removeIf([](const QString &file) {
-        const Format *format = Formats::identify(file);
-        return !format || !format->isLossy();
-    });
+    const QStringList files = fileNames();
+    std::vector<const Format *> formats(static_cast<std::size_t>(files.size()));
+    inParallel(
+        formats.size(), threadsForOneJob(host().taskQueue().maxThreads()), [] { return false; },
+        [&](std::size_t index) {
+            formats[index] = Formats::identify(files.at(static_cast<qsizetype>(index)));
+        });
+    QStringList lossy;
+    for (std::size_t index = 0; index < formats.size(); ++index) {
+        if (formats[index] && formats[index]->isLossy()) {
+            lossy.append(files.at(static_cast<qsizetype>(index)));
+        }
+    }
     return lossy.isEmpty() || host().userInterface().askAboutLossy(lossy);
 }
 

@@ -6,11 +6,11 @@
 #include "base/SystemError.h"
 
 #include <QFile>
-#include <QFileInfo>
 
 #include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace kruv::FileCommit {
@@ -74,8 +74,8 @@ int renameOver(const char *staged, const char *final)
 
 bool isTaken(const QString &path)
 {
-    const QFileInfo info(path);
-    return info.exists() || info.isSymLink();
+    struct stat status = {};
+    return lstat(QFile::encodeName(path).constData(), &status) == 0;
 }
 
 std::optional<Problem> commit(const QString &staged, const QString &final, Existing existing)
