@@ -12,6 +12,7 @@
 #include "formats/monkeysaudio/MacTool.h"
 #include "formats/shorten/ShortenOptions.h"
 #include "formats/wavpack/WavpackTool.h"
+#include "tasks/KruvTaskQueue.h"
 
 #include <algorithm>
 #include <vector>

@@ -124,6 +124,7 @@ void RunRecorder::record(const std::vector<DoneRecord> &done)
 {
     const Number run = runFor(nullptr);
     std::vector<EntryRecord> entries;
+    entries.reserve(done.size());
     for (const DoneRecord &each : done) {
         entries.push_back(each.entry);
     }

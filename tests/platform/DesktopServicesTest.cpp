@@ -88,8 +88,7 @@ public:
         return read(m_ends[0], &byte, 1) != 0; // 0 is the end
     }
 
-public Q_SLOTS:
-    QDBusUnixFileDescriptor Inhibit(const QString &, const QString &, const QString &, const QString &)
+    Q_SLOT QDBusUnixFileDescriptor Inhibit(const QString &, const QString &, const QString &, const QString &)
     {
         take();
         const QDBusUnixFileDescriptor end = held();

@@ -33,8 +33,8 @@ public:
     }
     void stopRunning() override
     {
-        KruvTask::stopRunning();
-    } // NOLINT(bugprone-parent-virtual-call): as jobs do it
+        KruvTask::stopRunning(); // NOLINT(bugprone-parent-virtual-call): as jobs do it
+    }
     bool startLastPart() { return startFinishing(); }
 
     void stopTask() override
