@@ -27,13 +27,15 @@ void Md5::add(std::span<const std::byte> bytes)
     EVP_DigestUpdate(m_context.get(), bytes.data(), bytes.size());
 }
 
-QByteArray Md5::result()
+const QByteArray &Md5::result()
 {
-    QByteArray digest(EVP_MAX_MD_SIZE, '\0');
-    unsigned length = 0;
-    EVP_DigestFinal_ex(m_context.get(), reinterpret_cast<unsigned char *>(digest.data()), &length);
-    digest.truncate(length);
-    return digest;
+    if (m_result.isEmpty()) {
+        unsigned length = 0;
+        m_result.resize(EVP_MAX_MD_SIZE);
+        EVP_DigestFinal_ex(m_context.get(), reinterpret_cast<unsigned char *>(m_result.data()), &length);
+        m_result.truncate(length);
+    }
+    return m_result;
 }
 
 } // namespace kruv

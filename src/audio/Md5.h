@@ -24,7 +24,7 @@ public:
 
     void add(std::span<const std::byte> bytes);
     /// The 16 bytes. Nothing may be added afterwards.
-    QByteArray result();
+    const QByteArray &result();
 
 private:
     struct Free
@@ -33,6 +33,7 @@ private:
     };
 
     std::unique_ptr<evp_md_ctx_st, Free> m_context;
+    QByteArray m_result;
 };
 
 } // namespace kruv

@@ -25,7 +25,7 @@ public:
     void add(std::span<const std::int16_t> samples);
     void add(std::span<const std::int32_t> samples);
     /// Nothing may be added afterwards.
-    QByteArray result() { return m_hash.result(); }
+    const QByteArray &result() { return m_hash.result(); }
 
 private:
     template <typename Sample> void addShifted(std::span<const Sample> samples);

@@ -84,7 +84,7 @@ void OutputTask::walk(StagedOutputs &outputs)
     if (!startFinishing()) {
         return;
     }
-    if (queue()) {
+    if (deleteOriginal() && queue()) {
         queue()->taskOnlyWaits(*this);
     }
     outputs.commit(deleteOriginal());
