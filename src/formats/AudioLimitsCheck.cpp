@@ -10,6 +10,7 @@
 #include <QStringList>
 
 #include <algorithm>
+#include <cstdint>
 #include <stdexcept>
 
 namespace kruv::AudioLimitsCheck {
@@ -51,8 +52,8 @@ void require(const Format &target, const QString &source, const AudioFormatObjec
     }
     if (audio.sampleRate < limits->lowestRate || audio.sampleRate > limits->highestRate) {
         refuse(Text::tr("%1 has a sample rate of %2 Hz; %3 holds %4 to %5 Hz.")
-                   .arg(source, QString::number(audio.sampleRate), label, QString::number(limits->lowestRate),
-                        QString::number(limits->highestRate)));
+                   .arg(source, QString::number(static_cast<std::uint32_t>(audio.sampleRate)), label,
+                        QString::number(limits->lowestRate), QString::number(limits->highestRate)));
     }
     if (audio.bitsPerChannel > 0 && !limits->bits.empty() &&
         std::ranges::count(limits->bits, audio.bitsPerChannel) == 0) {

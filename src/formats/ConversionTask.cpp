@@ -98,6 +98,11 @@ void ConversionTask::identifySource()
     }
     if (target()) {
         AudioLimitsCheck::require(*target(), fileName(), sourceAudio());
+    } else if (makesAiff() && sourceAudio().channels > 0 && sourceAudio().sampleRate == 0) {
+        // Some decoders never end over the logarithm that AIFF's way to write it takes.
+        throw std::runtime_error(tr("%1 states no sample rate, which AIFF needs. Decode it to WAV instead.")
+                                     .arg(fileName())
+                                     .toStdString());
     }
 }
 

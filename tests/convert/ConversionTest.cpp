@@ -14,7 +14,6 @@
 #include "tags/TagsObject.h"
 
 #include <QCryptographicHash>
-#include <QDir>
 #include <QFile>
 
 #include <gtest/gtest.h>
@@ -90,11 +89,6 @@ const Format &formatOf(const QString &path)
     return *Formats::ofType(PathNames::fileType(path));
 }
 
-QStringList entries(const QString &folder)
-{
-    return QDir(folder).entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden, QDir::Name);
-}
-
 } // namespace
 
 TEST_F(Conversions, EveryShapeComesBackBitForBit)
@@ -134,7 +128,7 @@ TEST_F(Conversions, EveryShapeComesBackBitForBit)
         EXPECT_TRUE(readWav(u"%1/w%2.wav"_s.arg(out).arg(index)) == makeAudio(shapes[index])) << index;
         EXPECT_TRUE(readAiff(u"%1/a%2.aiff"_s.arg(out).arg(index)) == makeAudio(aiffShapes[index])) << index;
     }
-    EXPECT_EQ(entries(session.music).size(), static_cast<qsizetype>(4 * std::size(shapes)))
+    EXPECT_EQ(namesIn(session.music).size(), static_cast<qsizetype>(4 * std::size(shapes)))
         << "originals stay";
 }
 
@@ -206,11 +200,11 @@ TEST_F(Conversions, OddNamesAreConvertedAndOnlyThenDeleted)
     }
     encode({session.music});
     EXPECT_EQ(failures(), QString());
-    EXPECT_EQ(entries(session.music).filter(u".wav"_s), QStringList());
+    EXPECT_EQ(namesIn(session.music).filter(u".wav"_s), QStringList());
     session.controller.decodeTab().decodeFlacThroughErrors().setOn(true);
     decode({session.music}, u"WAV"_s);
     EXPECT_EQ(failures(), QString());
-    EXPECT_EQ(entries(session.music), QStringList());
+    EXPECT_EQ(namesIn(session.music), QStringList());
     for (const QString &name : names) {
         EXPECT_TRUE(readWav(out + u'/' + name + u".wav"_s) == makeAudio({.frames = 500}))
             << name.toStdString();
@@ -285,8 +279,8 @@ TEST_F(Conversions, ADamagedFlacIsNeverLost)
     for (const Ended &job : session.ended) {
         EXPECT_EQ(job.error, job.input != good) << job.text.toStdString();
     }
-    EXPECT_EQ(entries(session.music), (QStringList{u"cut.flac"_s, u"damaged.flac"_s}));
-    EXPECT_EQ(entries(out), (QStringList{u"cut.wav"_s, u"damaged.wav"_s, u"good.wav"_s}));
+    EXPECT_EQ(namesIn(session.music), (QStringList{u"cut.flac"_s, u"damaged.flac"_s}));
+    EXPECT_EQ(namesIn(out), (QStringList{u"cut.wav"_s, u"damaged.wav"_s, u"good.wav"_s}));
 
     // Encoding it anew would make a sound file of what is left of it: that is told.
     session.person.buttonAnswers = {1};
@@ -308,7 +302,7 @@ TEST_F(Conversions, FlacOverItselfStays)
     session.person.textAnswers = {out};
     session.person.buttonAnswers = {1};
     run(session.controller.encodeTab());
-    ASSERT_EQ(entries(out), QStringList{u"a.flac"_s});
+    ASSERT_EQ(namesIn(out), QStringList{u"a.flac"_s});
     session.controller.decodeTab().deleteOriginalsButton().setOn(false);
     decode({out + u"/a.flac"_s}, u"WAV"_s);
     EXPECT_TRUE(readWav(out + u"/a.wav"_s) == makeAudio({.frames = 30'000}));
@@ -322,7 +316,7 @@ TEST_F(Conversions, ADecodeNeverReplacesAFile)
     }
     writeFile(out + u"/a.wav"_s, "precious");
     deleteOriginals();
-    for (const QString &source : entries(session.music)) {
+    for (const QString &source : namesIn(session.music)) {
         constexpr int skip = 0;
         session.person.buttonAnswers = {skip};
         decode({music(source)}, u"WAV"_s);
@@ -349,7 +343,7 @@ TEST_F(Conversions, EveryFormatIsMadeAndDecoded)
             encode({music(u"a.aif"_s)}, format);
             EXPECT_EQ(failures(), QString());
             const QString encoded = music(u"a."_s + format.toLower());
-            EXPECT_EQ(entries(session.music).size(), 2) << "only source and output";
+            EXPECT_EQ(namesIn(session.music).size(), 2) << "only source and output";
             const auto carried = TagCopy::read(formatOf(encoded), encoded);
             EXPECT_EQ(carried->titleText(), format == u"SHN" ? QString() : tags.titleText());
             EXPECT_EQ(!carried->albumArt().isNull(), format != u"SHN");
@@ -364,9 +358,9 @@ TEST_F(Conversions, EveryFormatIsMadeAndDecoded)
             decode({encoded}, u"WAV"_s);
             EXPECT_EQ(failures(), QString());
             EXPECT_TRUE(readWav(out + u"/a.wav"_s) == audio);
-            EXPECT_EQ(entries(session.music), QStringList{u"a.aif"_s})
+            EXPECT_EQ(namesIn(session.music), QStringList{u"a.aif"_s})
                 << "the original goes when its job is done";
-            EXPECT_EQ(entries(out).size(), 2);
+            EXPECT_EQ(namesIn(out).size(), 2);
             session.controller.encodeTab().deleteOriginalsButton().setOn(false);
             session.controller.decodeTab().deleteOriginalsButton().setOn(false);
             QFile::remove(out + u"/a.wav"_s);
@@ -399,7 +393,7 @@ TEST_F(Conversions, FormatsBecomeOneAnotherWithTheirTags)
         }
         encode({source}, to);
         EXPECT_EQ(failures(), QString());
-        EXPECT_EQ(entries(session.music).size(), 2);
+        EXPECT_EQ(namesIn(session.music).size(), 2);
         EXPECT_EQ(TagCopy::read(formatOf(output), output)->titleText(),
                   tagged && to != u"SHN" ? title : QString());
         decode({output}, u"WAV"_s);
@@ -419,7 +413,7 @@ TEST_F(Conversions, WhatAFormatCantHoldStaysAsItWas)
     writeWav(music(u"taken.wav"_s), {.frames = 3000});
     writeFile(music(u"taken.wv"_s), "precious");
     writeFile(music(u"taken.shn"_s), "precious");
-    const QStringList before = entries(session.music);
+    const QStringList before = namesIn(session.music);
     deleteOriginals();
     const std::tuple<QString, QString, QString> cases[] = {
         {u"wide.wav"_s, u"SHN"_s, u"has samples of 24 bits; SHN holds 8, 16 bits"_s},
@@ -430,7 +424,7 @@ TEST_F(Conversions, WhatAFormatCantHoldStaysAsItWas)
     for (const auto &[source, format, reason] : cases) {
         encode({music(source)}, format);
         EXPECT_TRUE(failures().contains(reason)) << source.toStdString() << failures().toStdString();
-        EXPECT_EQ(entries(session.music), before);
+        EXPECT_EQ(namesIn(session.music), before);
     }
     for (const QString &format : {u"WV"_s, u"SHN"_s}) {
         constexpr int cancel = 3;
@@ -438,7 +432,7 @@ TEST_F(Conversions, WhatAFormatCantHoldStaysAsItWas)
         encode({music(u"taken.wav"_s)}, format);
         EXPECT_TRUE(session.ended.empty());
         session.controller.encodeTab().clearFiles();
-        EXPECT_EQ(entries(session.music), before);
+        EXPECT_EQ(namesIn(session.music), before);
     }
     EXPECT_EQ(readFile(music(u"taken.wv"_s)) + readFile(music(u"taken.shn"_s)),
               QByteArray("preciousprecious"));

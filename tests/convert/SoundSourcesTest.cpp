@@ -208,6 +208,20 @@ TEST_F(SoundSources, ThatAreDecodedThroughErrorsTellWhereTheyAreDamaged)
     EXPECT_TRUE(isSame(at, sound.size()));
 }
 
+TEST_F(SoundSources, WithoutASampleRateAreNoAiff)
+{
+    const QString path = made(flacFormat, {.frames = 5'000});
+    QByteArray bytes = readFile(path);
+    constexpr qsizetype rate = 18; // 20 bits of STREAMINFO
+    bytes[rate] = bytes[rate + 1] = '\0';
+    bytes[rate + 2] = static_cast<char>(bytes[rate + 2] & 0x0F);
+    writeFile(path, bytes);
+    const QString output = engine.folder.file(u"out.aiff"_s);
+    run(flacFormat.decode(&engine.queue, {.source = path, .output = output}));
+    EXPECT_TRUE(end.failed && end.said.contains(u"states no sample rate"_s)) << end.said.toStdString();
+    EXPECT_FALSE(QFile::exists(output));
+}
+
 TEST_F(SoundSources, AreTheSameToOurDecodersToFfmpegAndToTheCodecsOwnTool)
 {
     const OwnDecoder owns[] = {

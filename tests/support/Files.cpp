@@ -36,6 +36,12 @@ void writeFile(const QString &path, const QByteArray &bytes)
     }
 }
 
+QStringList namesIn(const QString &folder)
+{
+    return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
+                                  QDir::Name);
+}
+
 TemporaryFolder::TemporaryFolder()
 {
     if (!m_folder.isValid()) {

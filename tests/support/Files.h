@@ -4,7 +4,7 @@
 #pragma once
 
 #include <QByteArray>
-#include <QString>
+#include <QStringList>
 #include <QTemporaryDir>
 
 namespace kruv::test {
@@ -13,6 +13,9 @@ namespace kruv::test {
 QByteArray readFile(const QString &path);
 /// Replaces a file. Throws std::runtime_error naming the file where it can't be written.
 void writeFile(const QString &path, const QByteArray &bytes);
+
+/// Names of all that lies in a folder, hidden files too.
+QStringList namesIn(const QString &folder);
 
 /// A folder that goes away with everything in it.
 class TemporaryFolder

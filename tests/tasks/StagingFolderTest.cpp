@@ -22,10 +22,6 @@ namespace {
 class StagingFolderTest : public testing::Test
 {
 protected:
-    QStringList namesIn(const QString &path) const
-    {
-        return QDir(path).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
-    }
     /// Leaves all that a job may: an output, a tool's folder, a name that is no text.
     QString useAndLeave(const QString &target)
     {
