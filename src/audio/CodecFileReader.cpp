@@ -5,6 +5,7 @@
 
 #include "audio/AvLog.h"
 #include "audio/CodecPadding.h"
+#include "base/HeldWork.h"
 
 #include <algorithm>
 
@@ -206,6 +207,7 @@ QString CodecFileReader::decoder() const
 
 std::size_t CodecFileReader::read(std::span<std::uint8_t> buffer)
 {
+    HeldWork::wait();
     if (m_firstFailure) {
         std::rethrow_exception(m_firstFailure);
     }

@@ -5,6 +5,7 @@
 
 #include "audio/AudioError.h"
 #include "audio/FileDescriptor.h"
+#include "base/HeldWork.h"
 #include "common/ToolError.h"
 
 #include <algorithm>
@@ -42,6 +43,7 @@ ExtAudioFileReader::Length PcmFileReader::length() const
 
 std::size_t PcmFileReader::read(std::span<std::uint8_t> buffer)
 {
+    HeldWork::wait();
     return clientFormat().bytesPerFrame == m_dataFormat.bytesPerFrame ? readNarrow(buffer)
                                                                       : readWidened(buffer);
 }

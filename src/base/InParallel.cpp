@@ -3,6 +3,8 @@
 
 #include "base/InParallel.h"
 
+#include "base/HeldWork.h"
+
 #include <algorithm>
 #include <atomic>
 #include <exception>
@@ -38,7 +40,10 @@ void inParallel(std::size_t count, std::size_t threads, const std::function<bool
     {
         std::vector<std::jthread> helpers;
         for (std::size_t extra = 1; extra < std::min(threads, count); ++extra) {
-            helpers.emplace_back(takeTurns);
+            helpers.emplace_back([&takeTurns, work = HeldWork::current()] {
+                const HeldWork held(work);
+                takeTurns();
+            });
         }
         takeTurns();
     }

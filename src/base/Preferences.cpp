@@ -55,6 +55,7 @@ const std::vector<RegisteredDefault> &registeredDefaults()
         {"encodeLossyToSourceDirectory", 0, Kind::Control},
         {"proveOutputs", false, Kind::Setting},
         {"longestFirst", true, Kind::Setting},
+        {"pauseOnBattery", false, Kind::Setting},
         {"noPaddingFlacTags", false, Kind::Setting},
         {"cdProviderText", QString(), Kind::Setting},
     };

@@ -3,6 +3,7 @@
 
 #include "checksums/FileHash.h"
 
+#include "base/HeldWork.h"
 #include "base/SystemError.h"
 
 #include <QFile>
@@ -164,6 +165,7 @@ FileHash::Result FileHash::hashOfFileAtPath(const QByteArray &encodedPath, Algor
     thread_local std::vector<char> piece(pieceSize);
     ssize_t count = 0;
     while ((count = file.read(piece)) > 0) {
+        HeldWork::wait();
         EVP_DigestUpdate(context.get(), piece.data(), static_cast<std::size_t>(count));
         if (observer && !observer(file.share())) {
             return failure(Problem::Stopped, QStringLiteral("stopped"));

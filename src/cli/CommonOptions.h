@@ -40,6 +40,11 @@ struct CommonOptions
     bool readFormats = true;
     /// Jobs at once; 0 means the preference.
     int jobs = 0;
+    /// A TimeSpan after which no further job begins; empty: never.
+    std::string stopAfter;
+    /// Others have the processors and the disks first.
+    bool nice = false;
+    bool noNice = false;
     bool quiet = false;
     bool json = false;
     bool noColor = false;

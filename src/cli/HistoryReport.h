@@ -26,7 +26,7 @@ public:
 protected:
     /// What programs read: running, broken-off, complete, undone, error or canceled.
     QString statusOf(const HistoryRun &run);
-    /// not-begun, waiting, running, broken-off, complete, undone, error or canceled.
+    /// not-begun, waiting, running, broken-off, complete, undone, error, canceled or removed.
     QString statusOf(const HistoryEntry &entry);
     /// Of an output: whether it is as the job left it. same, changed or missing.
     static QString presentStateOf(const HistoryFile &file);

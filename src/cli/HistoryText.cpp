@@ -30,6 +30,7 @@ QString column(const QString &status)
         {QStringLiteral("undone"), HistoryText::tr("undone")},
         {QStringLiteral("error"), HistoryText::tr("failed")},
         {QStringLiteral("canceled"), HistoryText::tr("canceled")},
+        {QStringLiteral("removed"), HistoryText::tr("removed")},
         {QStringLiteral("waiting"), HistoryText::tr("waiting")},
         {QStringLiteral("not-begun"), HistoryText::tr("not begun")},
         {QStringLiteral("running"), HistoryText::tr("running")},

@@ -5,6 +5,7 @@
 
 #include "tasks/TaskState.h"
 
+#include <QList>
 #include <QString>
 
 namespace kruv {
@@ -35,6 +36,11 @@ public:
     /// Something a person should know, on standard error.
     virtual void message(const QString &line) = 0;
     virtual void summary(const Totals &totals) = 0;
+    /// Nothing is done for a while, or again.
+    virtual void held(bool) {}
+
+    /// A line with what runs and what is left, for a person who asks.
+    static QString statusLine(const Totals &totals, const QList<const KruvTask *> &running);
 
     /// What a job that ended came to, for a person who wants to know what was done: one whose tool had
     /// finished when it was cancelled is complete.

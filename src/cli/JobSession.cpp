@@ -4,6 +4,8 @@
 #include "cli/JobSession.h"
 
 #include "cli/CommonOptions.h"
+#include "cli/TimeSpan.h"
+#include "platform/Priority.h"
 
 #include <utility>
 
@@ -13,6 +15,15 @@ JobSession::JobSession(const CommonOptions &options, std::unique_ptr<JobReporter
     : m_userInterface(options)
     , m_queueRun(m_controller.taskQueue(), m_userInterface, std::move(reporter))
 {
+    // Others would wait in vain for a journal that is being written.
+    QObject::connect(&m_queueRun, &QueueRun::stopping, &m_queueRun,
+                     [this] { m_controller.journal().waitUntilWritten(); });
+    if (options.nice && !options.noNice) {
+        Priority::giveWay();
+    }
+    if (const auto time = TimeSpan::fromText(QString::fromStdString(options.stopAfter))) {
+        m_queueRun.stopAfter(*time);
+    }
     if (options.jobs > 0) {
         m_controller.taskQueue().setMaxThreads(options.jobs);
     }

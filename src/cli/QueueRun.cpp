@@ -14,7 +14,6 @@
 
 #include <QFileInfo>
 #include <QStringList>
-#include <QTimer>
 
 #include <algorithm>
 #include <chrono>
@@ -28,6 +27,8 @@ QueueRun::QueueRun(KruvTaskQueue &queue, CliUserInterface &userInterface,
     , m_reporter(std::move(reporter))
 {
     m_clock.start();
+    m_end.setSingleShot(true);
+    connect(&m_end, &QTimer::timeout, this, &QueueRun::timeIsOver);
     connect(&queue, &KruvTaskQueue::taskStarted, this, &QueueRun::taskStarted);
     connect(&queue, &KruvTaskQueue::taskChanged, this, &QueueRun::taskChanged);
     connect(&queue, &KruvTaskQueue::taskEnded, this, &QueueRun::taskEnded);
@@ -51,6 +52,9 @@ void QueueRun::run(const std::function<void()> &command)
     }
     SignalWatcher watcher;
     connect(&watcher, &SignalWatcher::interrupted, this, &QueueRun::interrupt);
+    connect(&watcher, &SignalWatcher::endWanted, this, &QueueRun::endAtOnce);
+    connect(&watcher, &SignalWatcher::stopWanted, this, &QueueRun::stopProcess);
+    connect(&watcher, &SignalWatcher::statusWanted, this, &QueueRun::tellStatus);
     try {
         command();
     } catch (...) {
@@ -79,7 +83,7 @@ void QueueRun::tellTotals()
 
 int QueueRun::finish()
 {
-    m_totals.seconds = static_cast<double>(m_clock.elapsed()) / 1000.0;
+    m_totals.seconds = m_clock.seconds();
     if (m_reportsSummary) {
         m_reporter->summary(m_totals);
     }
@@ -98,7 +102,7 @@ void QueueRun::sayHowToGoOn(const RunRecorder &recorder) const
 
 void QueueRun::taskStarted(KruvTask &task)
 {
-    m_runningTasks.insert(&task);
+    m_runningTasks.append(&task);
     tellTotals();
     m_reporter->started(task);
 }
@@ -112,7 +116,7 @@ void QueueRun::taskChanged(KruvTask &task)
 
 void QueueRun::taskEnded(KruvTask &task)
 {
-    m_runningTasks.remove(&task);
+    m_runningTasks.removeOne(&task);
     switch (JobReporter::endOf(task)) {
     case TaskState::Outcome::Complete:
         ++m_totals.complete;
@@ -144,6 +148,48 @@ void QueueRun::interrupt()
     default:
         std::_Exit(Cancelled); // their tools go with this process
     }
+}
+
+void QueueRun::endAtOnce()
+{
+    if (m_interruptions < 2) {
+        m_interruptions = 2;
+        m_queue.killAllTasks();
+        endJobs();
+    }
+}
+
+void QueueRun::stopAfter(std::chrono::milliseconds time)
+{
+    m_end.start(time);
+}
+
+void QueueRun::timeIsOver()
+{
+    const int left = m_queue.cancelWaiting(KruvTaskQueue::FollowUps::Refused);
+    m_leftOut = m_leftOut || left > 0;
+    if (left > 0 && m_queue.taskCount() > 0) {
+        m_reporter->message(
+            tr("The time is over: %n job(s) are left for later. Those that run may finish.", nullptr, left));
+    }
+}
+
+/// The tools first: they are in sessions of their own, where no Ctrl-Z reaches them.
+void QueueRun::stopProcess()
+{
+    m_reporter->held(true);
+    m_clock.hold(true);
+    m_queue.pause();
+    Q_EMIT stopping();
+    SignalWatcher::stopProcess();
+    m_queue.goOn();
+    m_clock.hold(false);
+    m_reporter->held(false);
+}
+
+void QueueRun::tellStatus()
+{
+    m_reporter->message(JobReporter::statusLine(m_totals, m_runningTasks));
 }
 
 void QueueRun::endJobs()

@@ -3,13 +3,15 @@
 
 #pragma once
 
+#include "base/WorkClock.h"
 #include "cli/JobReporter.h"
 
-#include <QElapsedTimer>
 #include <QEventLoop>
+#include <QList>
 #include <QObject>
-#include <QSet>
+#include <QTimer>
 
+#include <chrono>
 #include <functional>
 #include <memory>
 
@@ -20,14 +22,19 @@ class KruvTask;
 class KruvTaskQueue;
 class RunRecorder;
 
-/// Runs the queue until it is empty, reports what happens, and takes Ctrl-C: the first cancels the jobs but
-/// lets tools finish that are let finish, the second ends those too, the third waits for nobody.
+/// Runs the queue until it is empty, reports what happens, and takes signals. The first Ctrl-C cancels the
+/// jobs but lets tools finish that are let finish, the second ends those too, the third waits for nobody.
+/// When the program is told to end, or its terminal closes, tools are ended at once. Ctrl-Z stops them with
+/// the program.
 class QueueRun : public QObject
 {
     Q_OBJECT
 public:
     QueueRun(KruvTaskQueue &queue, CliUserInterface &userInterface, std::unique_ptr<JobReporter> reporter);
     ~QueueRun() override;
+
+    /// Once that much time has passed, no further job begins.
+    void stopAfter(std::chrono::milliseconds time);
 
     /// Calls `command`, which submits the jobs, then waits for all of them, follow-ups included. What
     /// `command` throws ends the jobs that it had submitted.
@@ -45,8 +52,12 @@ public:
     void leaveOutSummary() { m_reportsSummary = false; }
 
     const JobReporter::Totals &totals() const { return m_totals; }
-    /// Somebody pressed Ctrl-C: no further command is run.
-    bool interrupted() const { return m_interruptions > 0; }
+    /// Somebody pressed Ctrl-C, or the time is over: no further command is run.
+    bool interrupted() const { return m_interruptions > 0 || m_leftOut; }
+
+Q_SIGNALS:
+    /// The process is about to be stopped.
+    void stopping();
 
 private:
     void taskStarted(KruvTask &task);
@@ -55,16 +66,22 @@ private:
     void waitForJobs();
     void tellTotals();
     void interrupt();
+    void endAtOnce();
     void endJobs();
+    void timeIsOver();
+    void stopProcess();
+    void tellStatus();
     void sayWhatMayBeIncomplete();
 
     KruvTaskQueue &m_queue;
     std::unique_ptr<JobReporter> m_reporter;
     JobReporter::Totals m_totals;
-    QSet<const KruvTask *> m_runningTasks;
-    QElapsedTimer m_clock;
+    QList<const KruvTask *> m_runningTasks;
+    WorkClock m_clock;
     QEventLoop m_loop;
+    QTimer m_end;
     int m_interruptions = 0;
+    bool m_leftOut = false; // something, because the time was over
     bool m_reportsResults = true;
     bool m_reportsSummary = true;
 };

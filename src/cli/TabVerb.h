@@ -69,6 +69,8 @@ protected:
         return m_options.sideFile;
     }
     std::string &textFlag() { return m_options.text; }
+    /// For checks, which nobody waits for: --nice holds unless it is refused.
+    void giveWay() { m_options.nice = true; }
     /// The command ends with the status of a failure, whatever its jobs say.
     void setFailed() { m_failed = true; }
 

@@ -69,6 +69,26 @@ TaskState::Outcome JobReporter::endOf(const KruvTask &task)
     return task.state().whatWasDone();
 }
 
+QString JobReporter::statusLine(const Totals &totals, const QList<const KruvTask *> &running)
+{
+    QStringList names;
+    for (const KruvTask *task : running) {
+        const QString name = PathNames::lastPathComponent(nameOf(*task));
+        const RowProgress &progress = task->progressIndicator();
+        names << (progress.indeterminate ? name
+                                         : TextReporter::tr("%1 (%2%)")
+                                               .arg(name, QString::number(static_cast<int>(progress.value))));
+    }
+    const int done = totals.complete + totals.failed + totals.cancelled;
+    const auto waiting = static_cast<int>(totals.all - done - running.size());
+    const QString counts = TextReporter::tr("%1 of %2 done, %3 of them failed, %4 waiting")
+                               .arg(QString::number(done), QString::number(totals.all),
+                                    QString::number(totals.failed), QString::number(std::max(0, waiting)));
+    return names.isEmpty()
+               ? counts
+               : TextReporter::tr("%1; running: %2").arg(counts, names.join(QStringLiteral(", ")));
+}
+
 TextReporter::TextReporter(const Style &style)
     : m_style(style)
 {
@@ -160,6 +180,12 @@ void TextReporter::summary(const Totals &totals)
     Console::writeError(tr("%1 in %2 s").arg(parts.join(QStringLiteral(", ")), seconds) + u'\n');
 }
 
+void TextReporter::held(bool held)
+{
+    eraseRows();
+    m_clock.hold(held);
+}
+
 void TextReporter::eraseRows()
 {
     if (m_rowsOnScreen > 0) {
@@ -204,10 +230,9 @@ QString TextReporter::totalRow() const
     QString text = tr("%1 of %2").arg(done).arg(m_totals.all);
     const double finished = done + partly;
     if (finished > 0.5 && m_totals.all > 0) {
-        const double elapsed = static_cast<double>(m_clock.elapsed()) / 1000.0;
         return tr("%1 of %2, %3 left")
             .arg(QString::number(done), QString::number(m_totals.all),
-                 duration(elapsed / finished * (m_totals.all - finished)));
+                 duration(m_clock.seconds() / finished * (m_totals.all - finished)));
     }
     return text;
 }

@@ -3,10 +3,10 @@
 
 #pragma once
 
+#include "base/WorkClock.h"
 #include "cli/JobReporter.h"
 
 #include <QCoreApplication>
-#include <QElapsedTimer>
 #include <QHash>
 
 #include <memory>
@@ -38,6 +38,7 @@ public:
     void results(const QString &title, const QString &text) override;
     void message(const QString &line) override;
     void summary(const Totals &totals) override;
+    void held(bool held) override;
 
 private:
     struct Row
@@ -60,7 +61,7 @@ private:
     QList<const KruvTask *> m_order;
     Totals m_totals;
     int m_rowsOnScreen = 0;
-    QElapsedTimer m_clock;
+    WorkClock m_clock;
     std::unique_ptr<QTimer> m_redraw;
 };
 

@@ -46,6 +46,8 @@ protected:
     void setFooter(const QString &text) { m_app.footer(text.toStdString()); }
 
 private:
+    void declareSteeringFlags(CommonOptions &options);
+
     CLI::App &m_app;
 };
 

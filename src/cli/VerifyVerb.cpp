@@ -17,6 +17,7 @@ VerifyVerb::VerifyVerb(CLI::App &parent, What what)
                                   : tr("Test audio files with their own codec, and verify checksum lists"))
     , m_what(what)
 {
+    giveWay();
     declareCommonFlags();
     const QString example = what == What::Lists
                                 ? tr("Example: check every list below a folder\n"

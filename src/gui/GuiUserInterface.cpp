@@ -5,6 +5,7 @@
 
 #include "base/Preferences.h"
 #include "gui/CustomTagsPanel.h"
+#include "gui/JobActions.h"
 #include "gui/KruvStringGetterPanel.h"
 #include "gui/KruvTrimCharsPanel.h"
 #include "gui/OutputWindowController.h"
@@ -84,6 +85,7 @@ void GuiUserInterface::attach(QWidget *mainWindow, KruvTaskQueue &queue)
     m_mainWindow = mainWindow;
     m_queue = &queue;
     m_progress = std::make_unique<QueueProgress>(queue, nullptr);
+    m_jobActions = std::make_unique<JobActions>(queue);
     // The results of the last job come after this signal.
     connect(
         &queue, &KruvTaskQueue::becameIdle, this, [this] { m_windowsOfRun = 0; }, Qt::QueuedConnection);
@@ -98,6 +100,7 @@ void GuiUserInterface::leave()
     m_statusPanelSoon.stop();
     m_queue = nullptr;
     m_statusPanel.reset();
+    m_jobActions.reset();
     m_progress.reset();
     const QWidgetList windows = QApplication::topLevelWidgets();
     for (QWidget *window : windows) {
@@ -108,7 +111,8 @@ void GuiUserInterface::leave()
 StatusPanel *GuiUserInterface::statusPanel()
 {
     if (!m_statusPanel && m_queue) {
-        m_statusPanel = std::make_unique<StatusPanel>(*m_queue, *m_progress, m_preferences, m_mainWindow);
+        m_statusPanel =
+            std::make_unique<StatusPanel>(*m_queue, *m_progress, *m_jobActions, m_preferences, m_mainWindow);
         connect(m_statusPanel.get(), &StatusPanel::outputWanted, this, &GuiUserInterface::openWindow);
     }
     return m_statusPanel.get();

@@ -17,6 +17,7 @@ class QFileDialog;
 
 namespace kruv {
 
+class JobActions;
 class KruvTaskQueue;
 class OutputWindowController;
 class Preferences;
@@ -40,6 +41,9 @@ public:
 
     /// Null while nothing is attached. Made when first asked for.
     StatusPanel *statusPanel();
+
+    /// Null while nothing is attached.
+    JobActions *jobActions() const { return m_jobActions.get(); }
 
     int ask(Matter matter, const QString &title, const QString &text, const QStringList &buttons,
             int defaultButton) override;
@@ -77,6 +81,7 @@ private:
     KruvTaskQueue *m_queue = nullptr;
     std::unique_ptr<Desktop> m_desktop;
     std::unique_ptr<QueueProgress> m_progress;
+    std::unique_ptr<JobActions> m_jobActions;
     std::unique_ptr<StatusPanel> m_statusPanel;
     // What the engine asks of the panel for each of thousands of jobs is done once per turn of the event
     // loop.

@@ -5,6 +5,7 @@
 
 #include "base/Preferences.h"
 #include "gui/GuiUserInterface.h"
+#include "gui/JobActions.h"
 #include "gui/StatusPanel.h"
 #include "gui/StatusPanelController.h"
 #include "gui/TabView.h"
@@ -13,6 +14,7 @@
 #include "gui/TrackNameInputWindow.h"
 #include "gui/WindowPlace.h"
 #include "platform/MainThread.h"
+#include "platform/SignalWatcher.h"
 #include "tabs/KruvController.h"
 
 #include <QCloseEvent>
@@ -40,10 +42,10 @@ MainWindow::MainWindow(KruvController &controller, GuiUserInterface &userInterfa
     setObjectName(QStringLiteral("mainWindow"));
     setMinimumSize(leastSize);
     resize(firstWindowSize);
+    userInterface.attach(this, controller.taskQueue());
     makeTabs();
     makeMenus();
     new TrackNameInputWindow(m_controller.trackNameInputController(), this);
-    userInterface.attach(this, controller.taskQueue());
     restoreState();
 }
 
@@ -88,6 +90,7 @@ void MainWindow::makeMenus()
     if (auto *tags = m_tabView->findChild<TagsTabView *>()) {
         tags->fillMenu(menuBar()->addMenu(tr("&Tags")), [this] { selectTab(QStringLiteral("Tags")); });
     }
+    makeJobMenu();
     QMenu *help = menuBar()->addMenu(tr("&Help"));
     QAction *about = help->addAction(tr("&About Kruv"), this, [this] { selectTab(QStringLiteral("about")); });
     about->setMenuRole(QAction::AboutRole);
@@ -104,8 +107,15 @@ void MainWindow::makeTabMenu()
             action->setShortcut(static_cast<Qt::Key>(Qt::Key_1 + index) | Qt::CTRL);
         }
     }
-    view->addSeparator();
-    view->addAction(tr("&Tasks"), Qt::CTRL | Qt::Key_T, this,
+}
+
+void MainWindow::makeJobMenu()
+{
+    QMenu *jobs = menuBar()->addMenu(tr("&Jobs"));
+    jobs->setObjectName(QStringLiteral("jobsMenu"));
+    jobs->addActions(m_userInterface.jobActions()->all());
+    jobs->addSeparator();
+    jobs->addAction(tr("S&how Jobs"), Qt::CTRL | Qt::Key_T, this,
                     [this] { m_userInterface.statusPanel()->bringToFront(); });
 }
 
@@ -190,8 +200,21 @@ void MainWindow::quitWithoutAsking()
         Q_EMIT readyToEnd();
         return;
     }
+    m_controller.runRecorder().breakOff();
     endApplication();
     m_controller.taskQueue().cancelAllTasks();
+}
+
+void MainWindow::stopProcess()
+{
+    KruvTaskQueue &queue = m_controller.taskQueue();
+    const bool goesOn = !queue.isPaused();
+    queue.pause();
+    m_controller.journal().waitUntilWritten(); // others would wait for it in vain
+    SignalWatcher::stopProcess();
+    if (goesOn) {
+        queue.goOn();
+    }
 }
 
 void MainWindow::commitData(QSessionManager &session)

@@ -38,6 +38,8 @@ public:
     /// Quits for whoever can't be asked: a signal, the end of the session. Jobs are cancelled and their tools
     /// told to end; a second call doesn't wait for them.
     void quitWithoutAsking();
+    /// Ctrl-Z in the terminal that the program was started from: its tools stand still with it.
+    void stopProcess();
     /// The session is about to end: asks, where jobs would be lost and asking is possible, whether it may.
     void commitData(QSessionManager &session);
 
@@ -52,6 +54,7 @@ private:
     void makeTabs();
     void makeMenus();
     void makeTabMenu();
+    void makeJobMenu();
     void restoreState();
     void storeState();
     void endApplication();

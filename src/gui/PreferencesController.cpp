@@ -108,6 +108,7 @@ void PreferencesController::tieControls()
     m_trashOrDelete.tieTo(m_preferences, QStringLiteral("trashOrDelete"));
     m_proveOutputs.tieTo(m_preferences, QStringLiteral("proveOutputs"));
     m_longestFirst.tieTo(m_preferences, QStringLiteral("longestFirst"));
+    m_pauseOnBattery.tieTo(m_preferences, QStringLiteral("pauseOnBattery"));
     m_warnOnDelete.tieTo(m_preferences, QStringLiteral("warnOnDelete"));
     m_warnOnFilesSkipped.tieTo(m_preferences, QStringLiteral("warnOnFilesSkipped"));
     m_checksumFileUsesOutputDirName.tieTo(m_preferences, QStringLiteral("checksumFileUsesOutputDirName"));
@@ -173,6 +174,8 @@ void PreferencesController::fillGeneral(QWidget *pane)
               tr("&Prove every output (always done before originals go)"), QStringLiteral("proveOutputs"));
     addToggle(form, tr("Order:"), m_longestFirst, tr("&Longest files of a conversion first"),
               QStringLiteral("longestFirst"));
+    addToggle(form, tr("Power:"), m_pauseOnBattery, tr("Pause &while on battery"),
+              QStringLiteral("pauseOnBattery"));
     addToggle(form, tr("Warnings:"), m_warnOnDelete, tr("&Ask before originals are deleted"),
               QStringLiteral("warnOnDelete"));
     addToggle(form, {}, m_warnOnFilesSkipped, tr("&Say when files were skipped"),

@@ -49,6 +49,7 @@ private:
     ChoiceControl m_trashOrDelete;
     ToggleControl m_proveOutputs;
     ToggleControl m_longestFirst;
+    ToggleControl m_pauseOnBattery;
     ToggleControl m_warnOnDelete;
     ToggleControl m_warnOnFilesSkipped;
     ToggleControl m_checksumFileUsesOutputDirName;

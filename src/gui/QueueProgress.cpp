@@ -42,6 +42,7 @@ QueueProgress::QueueProgress(KruvTaskQueue &queue, QObject *parent)
     connect(&m_tick, &QTimer::timeout, this, &QueueProgress::changed);
     connect(&queue, &KruvTaskQueue::taskStarted, this, &QueueProgress::taskStarted);
     connect(&queue, &KruvTaskQueue::taskEnded, this, &QueueProgress::taskEnded);
+    connect(&queue, &KruvTaskQueue::pausedChanged, this, &QueueProgress::pausedChanged);
     connect(&queue, &KruvTaskQueue::becameIdle, this, &QueueProgress::becameIdle);
 }
 
@@ -60,7 +61,7 @@ void QueueProgress::taskStarted(KruvTask &task)
 void QueueProgress::taskEnded(KruvTask &task)
 {
     m_running.remove(&task);
-    ++m_ended;
+    m_ended += task.state().withdrawn() ? 0 : 1;
 }
 
 void QueueProgress::becameIdle()
@@ -68,6 +69,12 @@ void QueueProgress::becameIdle()
     m_busy = false;
     m_running.clear();
     m_tick.stop();
+    Q_EMIT changed();
+}
+
+void QueueProgress::pausedChanged(bool paused)
+{
+    m_clock.hold(paused);
     Q_EMIT changed();
 }
 
@@ -93,7 +100,10 @@ QString QueueProgress::text() const
     }
     constexpr double tooEarlyToTell = 3.0; // seconds
     const double done = fraction();
-    const double elapsed = static_cast<double>(m_clock.elapsed()) / 1000.0;
+    const double elapsed = m_clock.seconds();
+    if (m_queue.isPaused()) {
+        return tr("%1 of %2, paused").arg(QString::number(m_ended), QString::number(all()));
+    }
     if (elapsed > tooEarlyToTell && done > 0.0) {
         return tr("%1 of %2, about %3 left")
             .arg(QString::number(m_ended), QString::number(all()), duration(elapsed / done * (1.0 - done)));

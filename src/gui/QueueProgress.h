@@ -3,7 +3,8 @@
 
 #pragma once
 
-#include <QElapsedTimer>
+#include "base/WorkClock.h"
+
 #include <QObject>
 #include <QSet>
 #include <QTimer>
@@ -26,7 +27,7 @@ public:
     int all() const;
     /// 0.0 to 1.0, running jobs counted by their own progress.
     double fraction() const;
-    /// "3 of 48, about 2 minutes left"; empty while nothing runs.
+    /// "3 of 48, about 2 minutes left", "3 of 48, paused"; empty while nothing runs.
     QString text() const;
 
 Q_SIGNALS:
@@ -37,10 +38,11 @@ private:
     void taskStarted(kruv::KruvTask &task);
     void taskEnded(kruv::KruvTask &task);
     void becameIdle();
+    void pausedChanged(bool paused);
 
     KruvTaskQueue &m_queue;
     QTimer m_tick;
-    QElapsedTimer m_clock;
+    WorkClock m_clock;
     QSet<const KruvTask *> m_running;
     int m_ended = 0;
     bool m_busy = false;

@@ -4,6 +4,7 @@
 #include "gui/StatusPanel.h"
 
 #include "base/Preferences.h"
+#include "gui/JobActions.h"
 #include "gui/QueueProgress.h"
 #include "gui/Spacing.h"
 #include "gui/StatusQueueCell.h"
@@ -11,6 +12,7 @@
 #include "tasks/KruvTask.h"
 #include "tasks/KruvTaskQueue.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -29,15 +31,17 @@ const QString placeKey = QStringLiteral("statusPanelPlace");
 constexpr QSize firstPanelSize(420, 360);
 } // namespace
 
-StatusPanel::StatusPanel(KruvTaskQueue &queue, QueueProgress &progress, Preferences &preferences,
-                         QWidget *beside)
+StatusPanel::StatusPanel(KruvTaskQueue &queue, QueueProgress &progress, JobActions &actions,
+                         Preferences &preferences, QWidget *beside)
     : QWidget(nullptr, Qt::Window)
     , m_queue(queue)
     , m_progress(progress)
+    , m_actions(actions)
     , m_preferences(preferences)
     , m_beside(beside)
     , m_table(new QListView(this))
     , m_text(new QLabel(this))
+    , m_pause(new QPushButton(this))
     , m_stopAll(new QPushButton(tr("&Stop All"), this))
     , m_removeErrors(new QPushButton(tr("&Remove all errors"), this))
 {
@@ -45,6 +49,8 @@ StatusPanel::StatusPanel(KruvTaskQueue &queue, QueueProgress &progress, Preferen
     setAttribute(Qt::WA_ShowWithoutActivating);
     setAttribute(Qt::WA_AlwaysShowToolTips); // it is seldom the active window
     makeTable();
+    makePauseButton();
+    addActions(actions.all()); // for their keys
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins({});
     layout->setSpacing(0);
@@ -66,16 +72,36 @@ void StatusPanel::makeTable()
     m_table->setAccessibleName(tr("Jobs"));
     m_table->setFrameShape(QFrame::NoFrame);
     m_table->setModel(&m_queue.panelArray());
-    m_table->setItemDelegate(new StatusQueueCell(m_table));
+    auto *cell = new StatusQueueCell(m_table);
+    m_table->setItemDelegate(cell);
+    connect(&m_queue, &KruvTaskQueue::pausedChanged, cell, &StatusQueueCell::setPaused);
+    cell->setPaused(m_queue.isPaused());
     m_table->setUniformItemSizes(true);
     m_table->setAlternatingRowColors(true);
-    m_table->setSelectionMode(QAbstractItemView::NoSelection);
+    m_table->setSelectionMode(QAbstractItemView::ExtendedSelection);
     m_table->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_table->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     m_table->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_table->setContextMenuPolicy(Qt::CustomContextMenu);
+    m_actions.setView(m_table);
     connect(m_table, &QListView::activated, this, &StatusPanel::showOutputOf);
     connect(m_table, &QWidget::customContextMenuRequested, this, &StatusPanel::showContextMenu);
+}
+
+void StatusPanel::makePauseButton()
+{
+    m_pause->setObjectName(QStringLiteral("pause"));
+    QAction *action = m_actions.pause();
+    connect(m_pause, &QPushButton::clicked, action, &QAction::trigger);
+    const auto follow = [this, action] {
+        m_pause->setText(action->text());
+        m_pause->setEnabled(action->isEnabled());
+        m_pause->setToolTip(m_queue.isPaused()
+                                ? tr("Go on where the jobs stopped")
+                                : tr("Let all jobs stand still; the machine may sleep meanwhile"));
+    };
+    connect(action, &QAction::changed, m_pause, follow);
+    follow();
 }
 
 QLayout *StatusPanel::makeBar()
@@ -92,6 +118,7 @@ QLayout *StatusPanel::makeBar()
     bar->addWidget(m_text, 1);
     bar->addSpacing(outerMargin / 2);
     bar->addWidget(m_removeErrors);
+    bar->addWidget(m_pause);
     bar->addWidget(m_stopAll);
     return bar;
 }
@@ -141,7 +168,7 @@ void StatusPanel::hideEvent(QHideEvent *event)
 void StatusPanel::keyPressEvent(QKeyEvent *event)
 {
     if (event->key() == Qt::Key_Delete || event->key() == Qt::Key_Backspace) {
-        cancelCurrent();
+        cancelSelected();
     } else if (event->key() == Qt::Key_Escape) {
         close();
     } else {
@@ -149,12 +176,17 @@ void StatusPanel::keyPressEvent(QKeyEvent *event)
     }
 }
 
-void StatusPanel::cancelCurrent()
+/// What has not begun leaves the queue.
+void StatusPanel::cancelSelected()
 {
-    if (const QModelIndex current = m_table->currentIndex(); current.isValid()) {
-        m_queue.panelArray().task(current.row()).cancelTask();
-        m_table->viewport()->update();
+    for (const std::shared_ptr<KruvTask> &task : m_actions.selected()) {
+        if (m_queue.isWaiting(*task)) {
+            m_queue.remove(*task);
+        } else {
+            task->cancelTask();
+        }
     }
+    m_table->viewport()->update();
 }
 
 void StatusPanel::showOutputOf(const QModelIndex &index)
@@ -194,6 +226,8 @@ void StatusPanel::showContextMenu(const QPoint &position)
 {
     QMenu menu(this);
     menu.setObjectName(QStringLiteral("removeErrorsMenu"));
+    menu.addActions(m_actions.all());
+    menu.addSeparator();
     QAction *remove = menu.addAction(tr("Remove all errors"), &m_queue, &KruvTaskQueue::removeAllErrors);
     remove->setEnabled(hasErrors());
     menu.exec(m_table->viewport()->mapToGlobal(position));

@@ -13,6 +13,7 @@ class QPushButton;
 
 namespace kruv {
 
+class JobActions;
 class KruvTaskQueue;
 class Preferences;
 class QueueProgress;
@@ -22,8 +23,9 @@ class StatusPanel : public QWidget
 {
     Q_OBJECT
 public:
-    /// All three must outlive the panel. `beside` is the window it opens beside for the first time.
-    StatusPanel(KruvTaskQueue &queue, QueueProgress &progress, Preferences &preferences, QWidget *beside);
+    /// All four must outlive the panel. `beside` is the window it opens beside for the first time.
+    StatusPanel(KruvTaskQueue &queue, QueueProgress &progress, JobActions &actions, Preferences &preferences,
+                QWidget *beside);
 
     /// Shows the panel in front without taking the keyboard away from what a person types in.
     void bringToFront();
@@ -43,16 +45,19 @@ private:
     void place();
     void showProgress();
     void showContextMenu(const QPoint &position);
-    void cancelCurrent();
+    void makePauseButton();
+    void cancelSelected();
     void showOutputOf(const QModelIndex &index);
     bool hasErrors() const;
 
     KruvTaskQueue &m_queue;
     QueueProgress &m_progress;
+    JobActions &m_actions;
     Preferences &m_preferences;
     QWidget *m_beside;
     QListView *m_table;
     QLabel *m_text;
+    QPushButton *m_pause;
     QPushButton *m_stopAll;
     QPushButton *m_removeErrors;
     QTimer m_showSoon; // thousands of rows may come and go in one turn of the event loop

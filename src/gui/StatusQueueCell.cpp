@@ -91,10 +91,16 @@ void paintStopButton(QPainter &painter, const QPalette &palette, const QRect &re
     painter.restore();
 }
 
-/// The status line; a job that was told to stop and whose tool has yet to end says so.
-QString statusText(const KruvTask &task)
+/// In which a selected row is drawn like any other.
+QPalette paletteOf(const QStyleOptionViewItem &option)
 {
-    return task.cancelled() && !task.isDone() ? QObject::tr("Stopping…") : task.topTextField().text;
+    QPalette palette = option.palette;
+    if (option.state.testFlag(QStyle::State_Selected)) {
+        palette.setColor(QPalette::Text, option.palette.color(QPalette::HighlightedText));
+        palette.setColor(QPalette::Base, option.palette.color(QPalette::Highlight));
+        palette.setColor(QPalette::Highlight, option.palette.color(QPalette::HighlightedText));
+    }
+    return palette;
 }
 
 /// The whole path, and of a failed job what its tool said and what to do.
@@ -123,6 +129,21 @@ StatusQueueCell::StatusQueueCell(QAbstractItemView *view)
         m_phase = (m_phase + 1) % animationSteps;
         m_view->viewport()->update();
     });
+}
+
+void StatusQueueCell::setPaused(bool paused)
+{
+    m_paused = paused;
+    m_view->viewport()->update();
+}
+
+/// A job that was told to stop and whose tool has yet to end says so.
+QString StatusQueueCell::statusText(const KruvTask &task) const
+{
+    if (task.cancelled() && !task.isDone()) {
+        return tr("Stopping…");
+    }
+    return m_paused && task.isActive() ? tr("Paused") : task.topTextField().text;
 }
 
 QRect StatusQueueCell::frameOf(const QStyleOptionViewItem &option)
@@ -157,14 +178,15 @@ void StatusQueueCell::paint(QPainter *painter, const QStyleOptionViewItem &optio
                             const QModelIndex &index) const
 {
     m_view->style()->drawPrimitive(QStyle::PE_PanelItemViewItem, &option, painter, m_view);
+    const QPalette palette = paletteOf(option);
     const KruvTask &task = taskOf(index);
     const Layout parts = layout(frameOf(option), option.font);
     paintTexts(*painter, option, parts, task);
     if (!task.progressIndicator().hidden) {
-        paintBar(*painter, option.palette, parts.progressIndicator, task);
+        paintBar(*painter, palette, parts.progressIndicator, task);
     }
     if (!task.cancelButton().hidden) {
-        paintStopButton(*painter, option.palette, parts.cancelButton);
+        paintStopButton(*painter, palette, parts.cancelButton);
     }
     if (option.state.testFlag(QStyle::State_HasFocus)) {
         QStyleOptionFocusRect focus;
@@ -188,9 +210,12 @@ void StatusQueueCell::paintTexts(QPainter &painter, const QStyleOptionViewItem &
     const RowText &title = task.textField();
     // The label is empty until the job starts; which file waits is worth knowing before.
     const bool waiting = title.text.isEmpty();
+    const QPalette palette = paletteOf(option);
+    const bool selected = option.state.testFlag(QStyle::State_Selected);
+    const auto tone = [&](RowColor color) { return toneOf(selected ? RowColor::Default : color, palette); };
     draw(parts.textField, waiting ? task.title() : title.text, titleFont(option.font),
-         waiting ? QuietLabel::tone(option.palette) : toneOf(title.color, option.palette), Qt::ElideMiddle);
-    QColor quiet = toneOf(task.topTextField().color, option.palette);
+         waiting ? QuietLabel::tone(palette) : tone(title.color), Qt::ElideMiddle);
+    QColor quiet = tone(task.topTextField().color);
     quiet.setAlphaF(0.75F);
     draw(parts.topTextField, statusText(task), statusFont(option.font), quiet, Qt::ElideRight);
     painter.restore();
@@ -216,7 +241,7 @@ void StatusQueueCell::paintBar(QPainter &painter, const QPalette &palette, const
         const qreal position = progress.animated ? static_cast<qreal>(m_phase) / animationSteps : 0.0;
         filled.setWidth(track.width() * share);
         filled.moveLeft(track.left() + (track.width() - filled.width()) * (1.0 - std::abs(2 * position - 1)));
-        if (progress.animated) {
+        if (progress.animated && !m_paused) {
             m_animation.start();
         }
     } else {

@@ -28,6 +28,9 @@ public:
 
     explicit StatusQueueCell(QAbstractItemView *view);
 
+    /// Running jobs stand still.
+    void setPaused(bool paused);
+
     /// The cell's frame within its row.
     static QRect frameOf(const QStyleOptionViewItem &option);
     static Layout layout(const QRect &frame, const QFont &font);
@@ -43,11 +46,13 @@ public:
 private:
     void paintTexts(QPainter &painter, const QStyleOptionViewItem &option, const Layout &parts,
                     const KruvTask &task) const;
+    QString statusText(const KruvTask &task) const;
     void paintBar(QPainter &painter, const QPalette &palette, const QRect &bar, const KruvTask &task) const;
 
     QAbstractItemView *m_view;
     mutable QTimer m_animation; // runs while an indeterminate bar is being drawn
     int m_phase = 0;
+    bool m_paused = false;
 };
 
 } // namespace kruv

@@ -9,12 +9,14 @@
 #include "gui/FileDrop.h"
 #include "gui/GuiUserInterface.h"
 #include "gui/MainWindow.h"
+#include "platform/BatteryWatch.h"
 #include "platform/ColorScheme.h"
 #include "platform/DesktopId.h"
 #include "platform/SignalWatcher.h"
 #include "platform/SleepInhibitor.h"
 #include "tabs/KruvController.h"
 #include "tabs/Resumption.h"
+#include "tasks/BatteryPause.h"
 
 #include <QApplication>
 #include <QIcon>
@@ -90,8 +92,17 @@ int run(int argc, char **argv, const QString &tab, const QStringList &paths)
     MainWindow window(controller, userInterface);
     QObject::connect(&window, &MainWindow::readyToEnd, &application, &QCoreApplication::quit,
                      Qt::QueuedConnection);
+    BatteryWatch battery;
+    BatteryPause batteryPause(controller.taskQueue());
+    QObject::connect(&battery, &BatteryWatch::onBatteryChanged, &batteryPause, &BatteryPause::setOnBattery);
+    QObject::connect(&batteryPause, &BatteryPause::paused, &userInterface, [&userInterface] {
+        userInterface.notify(
+            QCoreApplication::translate("kruv::WindowProgram", "Jobs are paused: on battery"));
+    });
     SignalWatcher watcher;
     QObject::connect(&watcher, &SignalWatcher::interrupted, &window, &MainWindow::quitWithoutAsking);
+    QObject::connect(&watcher, &SignalWatcher::endWanted, &window, &MainWindow::quitWithoutAsking);
+    QObject::connect(&watcher, &SignalWatcher::stopWanted, &window, &MainWindow::stopProcess);
     QObject::connect(&application, &QGuiApplication::commitDataRequest, &window, &MainWindow::commitData,
                      Qt::DirectConnection);
     window.selectTab(tab);

@@ -14,7 +14,13 @@ namespace kruv {
 /// How a job ended.
 struct EntryEnd
 {
-    enum class State { Done, Failed, Cancelled };
+    enum class State {
+        Done,
+        Failed,
+        Cancelled,
+        /// Taken out of the queue before it began; nobody wants it later.
+        Removed
+    };
 
     State state = State::Done;
     QString reason = {};

@@ -75,6 +75,11 @@ void Journal::end(Number entry, EntryEnd end)
     add([=, end = std::move(end)](JournalWriter &to, Time when) { to.end(entry, end, when); });
 }
 
+void Journal::tryAgain(Number run, Number entry)
+{
+    add([=](JournalWriter &to, Time when) { to.tryAgain(run, entry, when); });
+}
+
 void Journal::endRun(Number run)
 {
     add([=](JournalWriter &to, Time when) { to.endRun(run, when); });

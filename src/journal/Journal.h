@@ -48,12 +48,17 @@ public:
     Number resumeRun(const ResumedRun &resumed);
     void setRunning(Number entry);
     void end(Number entry, EntryEnd end);
+    /// An entry that failed and left no receipt waits once more, and so its run goes on.
+    void tryAgain(Number run, Number entry);
     void endRun(Number run);
     /// What an entry of any run did, by its number in the file, was undone.
     void setUndone(std::int64_t entry);
 
     /// Whether anything is recorded.
     bool isOn();
+    /// For what must not come before it is in the file, and for a program that is about to stand still. Waits
+    /// a second at most.
+    void waitUntilWritten();
     /// Writes what is left and records nothing more.
     void finish();
 
@@ -67,7 +72,6 @@ private:
     };
 
     void add(Change change);
-    void waitUntilWritten();
     void work();
     void write(const std::vector<Dated> &changes);
     void openFile();

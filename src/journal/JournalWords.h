@@ -35,6 +35,8 @@ constexpr const char *of(EntryEnd::State state)
         return "error";
     case EntryEnd::State::Cancelled:
         return "canceled";
+    case EntryEnd::State::Removed:
+        return "removed";
     case EntryEnd::State::Done:
         break;
     }

@@ -100,7 +100,9 @@ void JournalWriter::end(Number entry, const EntryEnd &end, Time when)
     if (end.receipt) {
         addReceipt(place, *end.receipt, when);
     }
-    m_entries.erase(entry);
+    if (end.state != EntryEnd::State::Failed || end.receipt) { // which can't be tried again
+        m_entries.erase(entry);
+    }
 }
 
 void JournalWriter::addReceipt(const Place &place, const Receipt &receipt, Time when)
@@ -124,6 +126,13 @@ void JournalWriter::addFiles(std::int64_t receipt, const char *role, const std::
                   file.stamp.nanoseconds, QString::fromLatin1(JournalWords::of(file.fate)))
             .run();
     }
+}
+
+void JournalWriter::tryAgain(Number run, Number entry, Time when)
+{
+    m_reopenRun.with(m_runs.at(run)).run();
+    m_setState.with(QString::fromLatin1(JournalWords::waiting), QString(), when, m_entries.at(entry).entry)
+        .run();
 }
 
 void JournalWriter::endRun(Number run, Time when)

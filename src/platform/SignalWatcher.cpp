@@ -5,7 +5,9 @@
 
 #include <QSocketNotifier>
 
+#include <algorithm>
 #include <array>
+#include <cerrno>
 #include <csignal>
 #include <fcntl.h>
 #include <unistd.h>
@@ -14,18 +16,28 @@ namespace kruv {
 
 namespace {
 
-constexpr std::array signals{SIGINT, SIGTERM, SIGHUP};
+constexpr std::array signals{SIGINT, SIGTERM, SIGHUP, SIGTSTP, SIGUSR1};
 std::array<int, 2> pipeEnds{-1, -1};
 pid_t owner = 0;
 
-void onSignal(int)
+void onSignal(int signal)
 {
     // Ctrl-C also reaches a child that is about to become a tool. It is the same key press, not a second one.
     if (getpid() != owner) {
         return;
     }
-    const char byte = 0;
+    const int error = errno;
+    const char byte = static_cast<char>(signal);
     [[maybe_unused]] const ssize_t written = write(pipeEnds[1], &byte, 1);
+    errno = error;
+}
+
+void watch(int signal)
+{
+    struct sigaction action = {};
+    action.sa_handler = onSignal;
+    action.sa_flags = SA_RESTART;
+    sigaction(signal, &action, nullptr);
 }
 
 } // namespace
@@ -40,12 +52,7 @@ SignalWatcher::SignalWatcher(QObject *parent)
     m_descriptor = pipeEnds[0];
     auto *notifier = new QSocketNotifier(m_descriptor, QSocketNotifier::Read, this);
     connect(notifier, &QSocketNotifier::activated, this, &SignalWatcher::drain);
-    struct sigaction action = {};
-    action.sa_handler = onSignal;
-    action.sa_flags = SA_RESTART;
-    for (const int number : signals) {
-        sigaction(number, &action, nullptr);
-    }
+    std::ranges::for_each(signals, watch);
 }
 
 SignalWatcher::~SignalWatcher()
@@ -60,9 +67,35 @@ SignalWatcher::~SignalWatcher()
 void SignalWatcher::drain()
 {
     std::array<char, 64> bytes{};
-    if (read(m_descriptor, bytes.data(), bytes.size()) > 0) {
-        Q_EMIT interrupted();
+    const ssize_t count = read(m_descriptor, bytes.data(), bytes.size());
+    for (ssize_t index = 0; index < count; ++index) {
+        tell(bytes[static_cast<std::size_t>(index)]);
     }
+}
+
+void SignalWatcher::tell(int signal)
+{
+    switch (signal) {
+    case SIGINT:
+        Q_EMIT interrupted();
+        break;
+    case SIGTSTP:
+        Q_EMIT stopWanted();
+        break;
+    case SIGUSR1:
+        Q_EMIT statusWanted();
+        break;
+    default:
+        Q_EMIT endWanted();
+        break;
+    }
+}
+
+void SignalWatcher::stopProcess()
+{
+    std::signal(SIGTSTP, SIG_DFL);
+    std::raise(SIGTSTP);
+    watch(SIGTSTP);
 }
 
 } // namespace kruv

@@ -5,11 +5,9 @@
 
 #include <QObject>
 
-class QSocketNotifier;
-
 namespace kruv {
 
-/// Turns SIGINT, SIGTERM and SIGHUP into a Qt signal on the main thread. One at a time may exist.
+/// Turns signals of the system into Qt signals on the main thread. One at a time may exist.
 class SignalWatcher : public QObject
 {
     Q_OBJECT
@@ -17,11 +15,23 @@ public:
     explicit SignalWatcher(QObject *parent = nullptr);
     ~SignalWatcher() override;
 
+    /// Stops this process the way Ctrl-Z does; returns when it was continued. At once where the system finds
+    /// nobody who could continue it.
+    static void stopProcess();
+
 Q_SIGNALS:
+    /// SIGINT: Ctrl-C.
     void interrupted();
+    /// SIGTERM, or SIGHUP: the terminal or the session has gone.
+    void endWanted();
+    /// SIGTSTP: Ctrl-Z. Whoever takes it calls stopProcess().
+    void stopWanted();
+    /// SIGUSR1.
+    void statusWanted();
 
 private:
     void drain();
+    void tell(int signal);
 
     int m_descriptor = -1;
 };

@@ -117,6 +117,7 @@ ConversionOrder::Jobs ConversionOrder::makeJobs(const OutputPlan &plan, TaskComp
     const auto results = std::make_shared<KruvTaskResults>();
     results->setTaskAfterSetDone(makeLists(plan, queue));
     Jobs made;
+    const auto order = std::make_shared<const ConversionOrder>(*this);
     for (const OutputPlan::Entry &entry : plan.entries()) {
         if (entry.isDone) {
             continue;
@@ -126,6 +127,7 @@ ConversionOrder::Jobs ConversionOrder::makeJobs(const OutputPlan &plan, TaskComp
             made.withoutJob.append(entry.source);
             continue;
         }
+        job->setMaker([order, entry, queue] { return order->makeJob(entry, queue); });
         if (areOneSet) {
             job->setResults(results);
             results->addTaskInSet(*job);

@@ -88,7 +88,8 @@ QString Resumption::textOfRest(const HistoryRun &run)
 {
     QString text;
     History(JournalFile::usualPath()).forEachEntryOf(run.id, [&text](const HistoryEntry &entry) {
-        if (!entry.hasState(EntryEnd::State::Done) && !entry.hasState(EntryEnd::State::Failed)) {
+        if (!entry.hasState(EntryEnd::State::Done) && !entry.hasState(EntryEnd::State::Failed) &&
+            !entry.hasState(EntryEnd::State::Removed)) {
             text += entry.source + u'\n';
         }
     });
@@ -123,6 +124,9 @@ bool Resumption::take()
 
 void Resumption::add(const HistoryEntry &entry)
 {
+    if (entry.hasState(EntryEnd::State::Removed)) {
+        return;
+    }
     const bool wasDone = entry.hasState(EntryEnd::State::Done);
     if (entry.source.isEmpty()) { // a list of the outputs
         m_hasLists = wasDone && FileCommit::isTaken(entry.output);

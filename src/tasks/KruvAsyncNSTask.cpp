@@ -3,7 +3,9 @@
 
 #include "tasks/KruvAsyncNSTask.h"
 
+#include "base/HeldWork.h"
 #include "base/TaskPool.h"
+#include "base/WorkPause.h"
 #include "platform/MainThread.h"
 #include "tasks/PieceRelay.h"
 #include "tasks/ToolCatalog.h"
@@ -39,6 +41,7 @@ void KruvAsyncNSTask::startTask()
 
 void KruvAsyncNSTask::run()
 {
+    const HeldWork held(workPause(), stopToken());
     try {
         prepare();
         runTool();
@@ -94,10 +97,12 @@ void KruvAsyncNSTask::neverRan()
 
 void KruvAsyncNSTask::cancelTask()
 {
-    if (cancelled() && isActive()) {
-        stopTools();
-    } else {
+    const bool again = cancelled() && isActive();
+    if (!again) {
         KruvTask::cancelTask();
+    }
+    if (again || (workPause() && workPause()->isOn())) { // a tool that is paused can't finish
+        stopTools();
     }
 }
 

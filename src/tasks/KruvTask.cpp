@@ -3,6 +3,7 @@
 
 #include "tasks/KruvTask.h"
 
+#include "base/HeldWork.h"
 #include "base/TaskPool.h"
 #include "platform/MainThread.h"
 #include "tasks/TaskCompletionSink.h"
@@ -57,6 +58,14 @@ void KruvTask::cancelTask()
         return stopRunning();
     default:
         return; // too late
+    }
+}
+
+void KruvTask::withdraw()
+{
+    if (m_state.phase() == TaskState::Phase::Waiting) {
+        m_state.setWithdrawn();
+        cancelTask();
     }
 }
 
@@ -115,6 +124,7 @@ void KruvTask::failToStart(const QString &reason)
 void KruvTask::runInBackground(std::function<void()> work)
 {
     TaskPool::start([self = shared_from_this(), work = std::move(work)]() mutable {
+        const HeldWork held(self->workPause(), self->stopToken());
         try {
             work();
         } catch (const std::exception &failure) {
@@ -123,6 +133,11 @@ void KruvTask::runInBackground(std::function<void()> work)
         self->endBackgroundWork();
         MainThread::post([last = std::move(self)] {}); // jobs end their lives where they began
     });
+}
+
+WorkPause *KruvTask::workPause() const
+{
+    return m_queue ? m_queue->workPause() : nullptr;
 }
 
 void KruvTask::endBackgroundWork()

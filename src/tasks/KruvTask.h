@@ -21,10 +21,12 @@
 #include <mutex>
 #include <optional>
 #include <stop_token>
+#include <utility>
 
 namespace kruv {
 
 class TaskCompletionSink;
+class WorkPause;
 struct ToolEnd;
 
 /// Base of every job: its status row, its outcome and the result set it writes into.
@@ -49,6 +51,8 @@ public:
     /// Cancels the job. One that waits has ended with that; one that runs ends when its work does, which
     /// stopRunning() hurries. Does nothing to a job whose work is as good as done. Main thread.
     virtual void cancelTask();
+    /// Cancels one that waits, for good. Main thread.
+    void withdraw();
     /// The end-of-job step, once in a job's life: state, set bookkeeping, final row. Does not tell the queue:
     /// a subclass extends it with its outcome work before and notifyQueue() after. Any thread.
     virtual void stopTask();
@@ -114,6 +118,13 @@ public:
     /// What it left behind. Of a job that has ended; nothing where it gave no file its name.
     virtual std::optional<Receipt> receipt() const { return std::nullopt; }
 
+    /// How to make this job once more. Jobs without it can't be tried again.
+    using Maker = std::function<std::shared_ptr<KruvTask>()>;
+    void setMaker(Maker maker) { m_maker = std::move(maker); }
+    /// Of a job that has ended: whether it failed, made nothing, and can be made once more.
+    bool canBeTriedAgain() const { return isDone() && error() && m_maker && !receipt(); }
+    std::shared_ptr<KruvTask> madeAgain() const { return m_maker(); }
+
     /// Ends a job that could not be started: appends `reason`, marks it failed and tells the queue, all
     /// through the event loop, so that any number of instant failures needs no stack. Main thread.
     void failToStart(const QString &reason);
@@ -131,6 +142,8 @@ protected:
     bool startFinishing() { return m_state.startFinishing(); }
     /// Main thread. Tells the work of a running job that it is not wanted any more: here by stopToken().
     virtual void stopRunning();
+    /// What holds this job's work for a while, or null. Any thread.
+    WorkPause *workPause() const;
     /// Ends the tools that run with it.
     std::stop_token stopToken() const { return m_stop.get_token(); }
     void stopTools() { m_stop.request_stop(); }
@@ -154,6 +167,7 @@ private:
     TaskState m_state;
     std::stop_source m_stop;
     std::atomic<bool> m_deleteOriginal = false;
+    Maker m_maker;
 
     mutable std::mutex m_fieldsLock;
     std::shared_ptr<KruvTaskResults> m_results;

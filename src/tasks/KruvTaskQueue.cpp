@@ -87,9 +87,7 @@ void KruvTaskQueue::enqueue(const std::shared_ptr<KruvTask> &task)
 {
     m_userInterface.showStatusPanel();
     const std::lock_guard lock(m_lock);
-    const Ticket ticket = m_nextTicket++;
-    m_taskArray.emplace(ticket, Entry{task});
-    m_ticketOfTask.emplace(task.get(), ticket);
+    m_taskArray.append(task);
     setTaskNumberInDock();
     m_panelArray.append(task);
     preventSleep();
@@ -109,7 +107,7 @@ void KruvTaskQueue::startTask(const std::shared_ptr<KruvTask> &task)
     Q_EMIT taskStarted(*task);
 }
 
-void KruvTaskQueue::startAndCount(Entry &entry)
+void KruvTaskQueue::startAndCount(QueuedJobs::Entry &entry)
 {
     entry.started = true;
     ++m_activeTask;
@@ -119,18 +117,13 @@ void KruvTaskQueue::startAndCount(Entry &entry)
 
 bool KruvTaskQueue::takeFromQueue(const KruvTask &task)
 {
-    const auto found = m_ticketOfTask.find(&task);
-    if (found == m_ticketOfTask.end()) {
-        return false;
-    }
-    const Entry entry = m_taskArray.extract(found->second).mapped();
-    if (entry.onlyWaits) {
+    const auto entry = m_taskArray.take(task);
+    if (entry && entry->onlyWaits) {
         --m_waitingTasks;
-    } else if (entry.started) {
+    } else if (entry && entry->started) {
         --m_activeTask;
     }
-    m_ticketOfTask.erase(found);
-    return true;
+    return entry.has_value();
 }
 
 void KruvTaskQueue::taskOnlyWaits(KruvTask &task)
@@ -142,9 +135,9 @@ void KruvTaskQueue::freePlaceOf(const KruvTask &task)
 {
     constexpr int mostWaiting = 64; // each holds its outputs, and a thread
     const std::lock_guard lock(m_lock);
-    const auto found = m_ticketOfTask.find(&task);
-    if (found != m_ticketOfTask.end() && m_waitingTasks < mostWaiting) {
-        m_taskArray.at(found->second).onlyWaits = true;
+    QueuedJobs::Entry *const found = m_taskArray.find(task);
+    if (found && m_waitingTasks < mostWaiting) {
+        found->onlyWaits = true;
         --m_activeTask;
         ++m_waitingTasks;
         fillFreePlaces();
@@ -181,18 +174,18 @@ try {
 
 void KruvTaskQueue::fillFreePlaces()
 {
-    if (m_cancellingAll) {
+    if (m_cancellingAll || isPaused()) {
         return;
     }
-    // A start never completes a job at once, so the map doesn't change below this walk.
-    auto entry = m_taskArray.lower_bound(m_firstWaiting);
-    for (; entry != m_taskArray.end() && m_activeTask < m_maxThreads; ++entry) {
-        if (!entry->second.started && !entry->second.task->isDone()) {
-            startAndCount(entry->second);
-            m_userInterface.showStatusPanel();
+    // A start never completes a job at once, so each of them counts before the next is looked for.
+    while (m_activeTask < m_maxThreads) {
+        QueuedJobs::Entry *const next = m_taskArray.nextWaiting();
+        if (!next) {
+            return;
         }
+        startAndCount(*next);
+        m_userInterface.showStatusPanel();
     }
-    m_firstWaiting = entry == m_taskArray.end() ? m_nextTicket : entry->first;
 }
 
 void KruvTaskQueue::endBusyPeriod()
@@ -207,6 +200,7 @@ void KruvTaskQueue::endBusyPeriod()
     }
     m_lowestActivePosition = 0;
     m_stagingReuse.reset();
+    setPaused(false);
     allowSleep();
     Q_EMIT becameIdle();
 }
@@ -244,32 +238,11 @@ void KruvTaskQueue::setTaskNumberInDock()
     m_userInterface.setBadge(taskCount());
 }
 
-void KruvTaskQueue::cancelAllTasks()
-{
-    std::vector<std::shared_ptr<KruvTask>> tasks;
-    for (const auto &entry : m_taskArray) {
-        tasks.push_back(entry.second.task);
-    }
-    m_cancellingAll = true;
-    std::for_each(tasks.rbegin(), tasks.rend(), [](const auto &task) { task->cancelTask(); });
-    m_cancellingAll = false;
-    fillFreePlaces(); // with the follow-up jobs of the sets that have ended
-    if (!isBusy() && !tasks.empty()) {
-        endBusyPeriod();
-    }
-}
-
-void KruvTaskQueue::killAllTasks()
-{
-    m_quitting = true;
-    cancelAllTasks();
-}
-
 void KruvTaskQueue::removeAllErrors()
 {
     const std::lock_guard lock(m_lock);
     m_panelArray.removeErrors();
-    if (m_taskArray.empty()) {
+    if (m_taskArray.isEmpty()) {
         m_userInterface.closeStatusPanel();
     }
     setTaskNumberInDock();
@@ -277,7 +250,7 @@ void KruvTaskQueue::removeAllErrors()
 
 void KruvTaskQueue::preventSleep()
 {
-    if (m_power && !m_assertion) {
+    if (m_power && !m_assertion && !isPaused()) {
         m_assertion = m_power->createAssertion(tr("Kruv task running"));
     }
 }

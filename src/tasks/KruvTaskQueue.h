@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "base/WorkPause.h"
+#include "tasks/QueuedJobs.h"
 #include "tasks/StagingReuse.h"
 #include "tasks/StatusTableModel.h"
 #include "tasks/TaskCompletionSink.h"
@@ -11,12 +13,10 @@
 
 #include <atomic>
 #include <cstdint>
-#include <map>
 #include <memory>
 #include <mutex>
 #include <optional>
 #include <span>
-#include <unordered_map>
 #include <vector>
 
 namespace kruv {
@@ -65,39 +65,65 @@ public:
     void setProvesOutputs() { m_provesOutputs = true; }
     bool provesOutputs() const override;
 
+    /// Holds all work: tools are stopped, jobs in this process stand still at their next block, none begins,
+    /// and the machine may sleep. Lasts until the queue is empty at the longest; of an empty queue nothing is
+    /// held.
+    void pause();
+    void goOn();
+    bool isPaused() const { return m_workPause.isOn(); }
+    WorkPause *workPause() override { return &m_workPause; }
+
+    /// Cancels what has not begun, last to first; what runs may finish. Returns how many there were. Where
+    /// there were any, the follow-up jobs of their sets may be refused from here on, as before the program
+    /// ends.
+    enum class FollowUps { Come, Refused };
+    int cancelWaiting(FollowUps followUps);
+    bool isWaiting(const KruvTask &task) const;
+    bool hasWaiting() const { return m_taskArray.hasWaiting(); }
+
+    using Move = QueuedJobs::Move;
+    /// Changes the order in which waiting jobs begin. Does nothing to a job that does not wait.
+    void move(const KruvTask &task, Move where);
+    bool canMove(const KruvTask &task, Move where) const
+    {
+        return m_taskArray.placeFor(task, where) != nullptr;
+    }
+    /// Takes a job that waits out of the queue, for good.
+    void remove(KruvTask &task);
+    /// Makes the failed jobs of the status table once more, of those that can be, and drops their rows.
+    void tryFailedAgain();
+    bool canTryFailedAgain() const;
+
     /// Gives the machine its sleep back, whatever still runs.
     void allowSleep();
 
 Q_SIGNALS:
     /// Before the first of them starts. `after` is the job whose end brought them; null for a command's own.
     void tasksAdded(std::span<const std::shared_ptr<kruv::KruvTask>> tasks, const kruv::KruvTask *after);
+    /// A failed job gets another chance. Before it starts.
+    void triedAgain(const kruv::KruvTask &task, const kruv::KruvTask &failed);
     void taskStarted(kruv::KruvTask &task);
     void taskChanged(kruv::KruvTask &task);
     /// Sent once per job, when it leaves the queue.
     void taskEnded(kruv::KruvTask &task);
     void becameIdle();
+    void pausedChanged(bool paused);
 
 private:
-    using Ticket = std::uint64_t;
-    struct Entry
-    {
-        std::shared_ptr<KruvTask> task;
-        bool started = false;
-        bool onlyWaits = false;
-    };
-
     void addTasks(std::span<const std::shared_ptr<KruvTask>> tasks, const KruvTask *after);
     std::vector<std::shared_ptr<KruvTask>>
     inStartingOrder(std::span<const std::shared_ptr<KruvTask>> tasks) const;
     void enqueue(const std::shared_ptr<KruvTask> &task);
     void startTask(const std::shared_ptr<KruvTask> &task);
-    void startAndCount(Entry &entry);
+    void startAndCount(QueuedJobs::Entry &entry);
     void fillFreePlaces();
     void freePlaceOf(const KruvTask &task);
     bool takeFromQueue(const KruvTask &task);
-    bool isBusy() const { return m_activeTask + m_waitingTasks > 0; }
+    void cancel(const std::vector<std::shared_ptr<KruvTask>> &tasks);
+    bool isBusy() const { return !m_taskArray.isEmpty(); }
     void endBusyPeriod();
     void preventSleep();
+    void setPaused(bool paused);
     void showResultsOf(const KruvTask &task);
     void showOutputWindow(const QString &text, const QString &title);
     void setTaskNumberInDock();
@@ -107,11 +133,9 @@ private:
     PowerManager *const m_power;
 
     mutable std::recursive_mutex m_lock;
-    std::map<Ticket, Entry> m_taskArray; // in starting order
-    std::unordered_map<const KruvTask *, Ticket> m_ticketOfTask;
-    Ticket m_nextTicket = 0;
-    Ticket m_firstWaiting = 0; // nothing before it waits
+    QueuedJobs m_taskArray;
     StatusTableModel m_panelArray;
+    WorkPause m_workPause;
 
     int m_activeTask = 0;   // entries of m_taskArray that were started and do not only wait
     int m_waitingTasks = 0; // those that do

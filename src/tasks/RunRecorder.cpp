@@ -28,7 +28,7 @@ EntryEnd endOf(const KruvTask &task, double seconds)
         end.reason = task.results()->results(task).trimmed().right(longestReason);
         break;
     case TaskState::Outcome::Cancelled:
-        end.state = EntryEnd::State::Cancelled;
+        end.state = task.state().withdrawn() ? EntryEnd::State::Removed : EntryEnd::State::Cancelled;
         break;
     case TaskState::Outcome::Complete:
         break;
@@ -50,6 +50,8 @@ RunRecorder::RunRecorder(Journal &journal, KruvTaskQueue &queue)
     : m_journal(journal)
 {
     connect(&queue, &KruvTaskQueue::tasksAdded, this, &RunRecorder::added);
+    connect(&queue, &KruvTaskQueue::triedAgain, this, &RunRecorder::triedAgain);
+    connect(&queue, &KruvTaskQueue::pausedChanged, this, &RunRecorder::pausedChanged);
     connect(&queue, &KruvTaskQueue::taskStarted, this, &RunRecorder::started);
     connect(&queue, &KruvTaskQueue::taskEnded, this, &RunRecorder::ended);
 }
@@ -116,6 +118,7 @@ void RunRecorder::added(std::span<const std::shared_ptr<KruvTask>> tasks, const 
     Number entry = addEntries(tasks, run);
     for (const std::shared_ptr<KruvTask> &task : tasks) {
         m_jobs[task.get()] = {run, entry++};
+        m_failed.erase(task.get()); // an earlier one that lay where this one does
     }
     m_unfinished[run] += static_cast<int>(tasks.size());
 }
@@ -150,6 +153,26 @@ RunRecorder::Number RunRecorder::addEntries(std::span<const std::shared_ptr<Kruv
     return m_journal.addEntries(run, std::move(records));
 }
 
+/// It takes the failed one's place in its run.
+void RunRecorder::triedAgain(const KruvTask &task, const KruvTask &failed)
+{
+    if (const auto found = m_failed.find(&failed); found != m_failed.end()) {
+        const Job job{found->second.run, found->second.entry};
+        m_failed.erase(found);
+        m_failed.erase(&task);
+        m_jobs[&task] = job;
+        m_journal.tryAgain(job.run, job.entry);
+        ++m_unfinished[job.run];
+    }
+}
+
+void RunRecorder::pausedChanged(bool paused)
+{
+    for (auto &[task, job] : m_jobs) {
+        job.clock.hold(paused);
+    }
+}
+
 void RunRecorder::started(const KruvTask &task)
 {
     if (const auto found = m_jobs.find(&task); found != m_jobs.end()) {
@@ -166,11 +189,18 @@ void RunRecorder::ended(const KruvTask &task)
     }
     const Job job = found->second;
     m_jobs.erase(found);
-    const double seconds = job.clock.isValid() ? static_cast<double>(job.clock.nsecsElapsed()) / 1e9 : 0.0;
-    m_journal.end(job.entry, endOf(task, seconds));
+    if (task.canBeTriedAgain()) {
+        m_failed[&task] = job;
+    }
+    m_journal.end(job.entry, endOf(task, job.clock.seconds()));
+    if (m_breaksOff && task.state().whatWasDone() == TaskState::Outcome::Cancelled) {
+        m_brokenOff.insert(job.run);
+    }
     if (--m_unfinished[job.run] == 0) {
         m_unfinished.erase(job.run);
-        m_journal.endRun(job.run);
+        if (!m_brokenOff.contains(job.run)) {
+            m_journal.endRun(job.run);
+        }
     }
     m_endedLast = &task;
     m_runOfEndedLast = job.run;

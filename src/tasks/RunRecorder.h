@@ -3,16 +3,17 @@
 
 #pragma once
 
+#include "base/WorkClock.h"
 #include "journal/DoneRecord.h"
 #include "journal/Journal.h"
 
-#include <QElapsedTimer>
 #include <QObject>
 
 #include <memory>
 #include <optional>
 #include <span>
 #include <unordered_map>
+#include <unordered_set>
 
 namespace kruv {
 
@@ -41,6 +42,8 @@ public:
     void record(const std::vector<DoneRecord> &done);
     /// Whether what is left of the latest run can be done by a later process.
     bool canBeResumed() const { return m_canBeResumed; }
+    /// Runs with jobs that are cancelled from here on count as broken off: nobody wanted them to end.
+    void breakOff() { m_breaksOff = true; }
     /// The next jobs are the waiting entries of a run that goes on.
     void resume(const ResumedRun &resumed);
 
@@ -50,10 +53,12 @@ private:
     {
         Number run = 0;
         Number entry = 0;
-        QElapsedTimer clock = {}; // from its start
+        WorkClock clock = {}; // from its start
     };
 
     void added(std::span<const std::shared_ptr<KruvTask>> tasks, const KruvTask *after);
+    void triedAgain(const KruvTask &task, const KruvTask &failed);
+    void pausedChanged(bool paused);
     void started(const KruvTask &task);
     void ended(const KruvTask &task);
     Number runFor(const KruvTask *after);
@@ -65,11 +70,14 @@ private:
     RunRecord m_command; // of the next run
     bool m_isCommandLine = false;
     bool m_canBeResumed = false;
+    bool m_breaksOff = false;
     Number m_currentRun = 0;
-    std::optional<Number> m_resumed;                  // the first of its entries that the next jobs are
-    std::unordered_map<const KruvTask *, Job> m_jobs; // that have not ended
-    std::unordered_map<Number, int> m_unfinished;     // jobs of a run
-    const KruvTask *m_endedLast = nullptr;            // compared only
+    std::optional<Number> m_resumed;                    // the first of its entries that the next jobs are
+    std::unordered_map<const KruvTask *, Job> m_jobs;   // that have not ended
+    std::unordered_map<const KruvTask *, Job> m_failed; // compared only
+    std::unordered_set<Number> m_brokenOff;
+    std::unordered_map<Number, int> m_unfinished; // jobs of a run
+    const KruvTask *m_endedLast = nullptr;        // compared only
     Number m_runOfEndedLast = 0;
 };
 

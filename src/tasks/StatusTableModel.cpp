@@ -5,6 +5,7 @@
 
 #include "tasks/KruvTask.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace kruv {
@@ -67,10 +68,41 @@ void StatusTableModel::removeRowsWithError(bool error)
     beginResetModel();
     std::erase_if(m_rows, [error](const std::shared_ptr<KruvTask> &task) { return task->error() == error; });
     m_rowOfTask.clear();
-    for (std::size_t row = 0; row < m_rows.size(); ++row) {
-        m_rowOfTask.emplace(m_rows[row].get(), static_cast<int>(row));
-    }
+    countRows(0);
     endResetModel();
+}
+
+void StatusTableModel::countRows(int from)
+{
+    for (int row = from; row < rowCount(); ++row) {
+        m_rowOfTask[&task(row)] = row;
+    }
+}
+
+void StatusTableModel::move(int from, int to)
+{
+    if (!beginMoveRows({}, from, from, {}, to > from ? to + 1 : to)) {
+        return;
+    }
+    const auto first = m_rows.begin();
+    if (from < to) {
+        std::rotate(first + from, first + from + 1, first + to + 1);
+    } else {
+        std::rotate(first + to, first + from, first + from + 1);
+    }
+    countRows(std::min(from, to));
+    endMoveRows();
+}
+
+void StatusTableModel::remove(const KruvTask &task)
+{
+    if (const int row = rowOf(task); row >= 0) {
+        beginRemoveRows({}, row, row);
+        m_rowOfTask.erase(&task);
+        m_rows.erase(m_rows.begin() + row);
+        countRows(row);
+        endRemoveRows();
+    }
 }
 
 } // namespace kruv

@@ -31,6 +31,9 @@ public:
 
     void append(std::shared_ptr<KruvTask> task);
     void taskChanged(const KruvTask &task);
+    /// Puts a row where another one is, which it follows or goes before.
+    void move(int from, int to);
+    void remove(const KruvTask &task);
     /// Drops the rows whose job has no error.
     void removeWithoutError();
     /// Drops the rows whose job has an error.
@@ -38,6 +41,7 @@ public:
 
 private:
     void removeRowsWithError(bool error);
+    void countRows(int from);
 
     std::vector<std::shared_ptr<KruvTask>> m_rows;
     std::unordered_map<const KruvTask *, int> m_rowOfTask;

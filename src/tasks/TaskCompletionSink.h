@@ -9,6 +9,7 @@ namespace kruv {
 
 class KruvTask;
 class Preferences;
+class WorkPause;
 
 /// What a job tells, and asks of, whoever runs it. Main thread where nothing else is said.
 class TaskCompletionSink
@@ -30,6 +31,9 @@ public:
 
     /// Whether jobs that keep their originals prove their outputs as well. Any thread.
     virtual bool provesOutputs() const = 0;
+
+    /// What holds the work of the jobs for a while, or null. Any thread.
+    virtual WorkPause *workPause() = 0;
 
     /// From here on the job does nothing but wait for the disk: another one may run beside it. Any thread.
     virtual void taskOnlyWaits(KruvTask &task) = 0;

@@ -27,6 +27,8 @@ public:
     Outcome outcome() const;
     bool failed() const { return outcome() == Outcome::Failed; }
     bool cancelled() const { return outcome() == Outcome::Cancelled; }
+    /// It was taken out of the queue before it began: it is not wanted later either.
+    bool withdrawn() const { return (m_bits.load() & withdrawnBit) != 0; }
     /// What was done in the end, for a person: what is done all the same counts as complete.
     Outcome whatWasDone() const { return doneAllTheSame() ? Outcome::Complete : outcome(); }
     /// It was cancelled, but what it was asked for was done all the same.
@@ -39,6 +41,7 @@ public:
     bool end() { return phaseOf(enter(Phase::Ended)) != Phase::Ended; }
     /// The phase it was found in: in the last two, cancelling changed nothing.
     Phase cancel();
+    void setWithdrawn() { m_bits |= withdrawnBit; }
     void setFailed(bool failed);
     void setDoneAllTheSame() { m_bits |= doneBit; }
 
@@ -47,6 +50,7 @@ private:
     static constexpr std::uint8_t failedBit = 4;
     static constexpr std::uint8_t cancelledBit = 8;
     static constexpr std::uint8_t doneBit = 16;
+    static constexpr std::uint8_t withdrawnBit = 32;
 
     /// Returns what it was before.
     std::uint8_t enter(Phase phase);

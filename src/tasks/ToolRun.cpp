@@ -3,6 +3,7 @@
 
 #include "tasks/ToolRun.h"
 
+#include "base/HeldWork.h"
 #include "base/SystemError.h"
 #include "tasks/DirectTool.h"
 #include "tasks/ToolCatalog.h"
@@ -57,15 +58,18 @@ ToolRun::ToolRun(ToolCall call, std::stop_token stop)
 
 ToolEnd ToolRun::run(const Reader &read)
 {
+    HeldWork::wait();
     if (const QString problem = launch(); !problem.isEmpty()) {
         ToolEnd end;
         end.problem = problem;
         return end;
     }
-    m_wish.reset(eventfd(0, EFD_CLOEXEC));
+    m_wish.reset(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK));
     {
         const std::stop_callback onWish(m_stop, [this] { eventfd_write(m_wish.get(), 1); });
+        m_pauseListener.emplace(HeldWork::pause(), [this](bool on) { suspend(on); });
         follow(read);
+        m_pauseListener.reset();
     }
     return reap();
 }
@@ -111,7 +115,7 @@ void ToolRun::follow(const Reader &read)
                                      pollfd{m_endedByUs ? -1 : m_wish.get(), POLLIN, 0}};
         poll(places.data(), places.size(), millisecondsLeft());
         if (places[2].revents != 0) {
-            ask();
+            heedWish();
         }
         if (places[0].revents != 0) {
             readPiece(read);
@@ -121,7 +125,7 @@ void ToolRun::follow(const Reader &read)
         }
         // What a tool has written is read to its end, however slow its reader is.
         const bool stillReads = m_phase == Phase::Abandoned && places[0].revents != 0;
-        if (m_deadline && Clock::now() >= *m_deadline && !stillReads) {
+        if (m_deadline && !m_suspendedSince && Clock::now() >= *m_deadline && !stillReads) {
             timeIsUp();
         }
     }
@@ -151,6 +155,38 @@ void ToolRun::readPiece(const Reader &read)
     }
 }
 
+/// Runs on the thread that begins or ends the pause, so that the tool stands still when that returns.
+void ToolRun::suspend(bool on)
+{
+    kill(-m_leader, on ? SIGSTOP : SIGCONT);
+    m_suspended = on;
+    eventfd_write(m_wish.get(), 1);
+}
+
+void ToolRun::heedWish()
+{
+    eventfd_t count = 0;
+    eventfd_read(m_wish.get(), &count);
+    if (m_stop.stop_requested()) {
+        ask();
+    } else {
+        heedPause();
+    }
+}
+
+/// The time of a pause is not the tool's.
+void ToolRun::heedPause()
+{
+    if (m_suspended) {
+        m_suspendedSince = Clock::now();
+    } else if (m_suspendedSince) {
+        if (m_deadline) {
+            *m_deadline += Clock::now() - *m_suspendedSince;
+        }
+        m_suspendedSince.reset();
+    }
+}
+
 /// The tool stays a zombie until reap(), so that its group keeps its number.
 void ToolRun::lookForEnd()
 {
@@ -165,8 +201,11 @@ void ToolRun::lookForEnd()
 void ToolRun::ask()
 {
     m_endedByUs = true;
+    m_pauseListener.reset(); // one that is stopped could not end
+    m_suspendedSince.reset();
     if (!m_toolEnded) {
         kill(-m_leader, SIGTERM);
+        kill(-m_leader, SIGCONT);
         enter(Phase::Asked, patience);
     }
 }
@@ -213,7 +252,7 @@ int ToolRun::millisecondsLeft() const
     };
     int least = m_ending.isOpen() || m_toolEnded ? noEnd : betweenLooks;
     const auto consider = [&least](int wait) { least = least == noEnd ? wait : std::min(least, wait); };
-    if (m_deadline) {
+    if (m_deadline && !m_suspendedSince) {
         consider(until(*m_deadline));
     }
     if (m_output.isOpen() && !readsNow()) {

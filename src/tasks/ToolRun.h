@@ -4,6 +4,7 @@
 #pragma once
 
 #include "base/Descriptor.h"
+#include "base/WorkPause.h"
 #include "tasks/ToolEnd.h"
 #include "tasks/ToolEnvironment.h"
 #include "tasks/WatchedTool.h"
@@ -13,6 +14,7 @@
 #include <QStringDecoder>
 #include <QStringList>
 
+#include <atomic>
 #include <chrono>
 #include <cstddef>
 #include <functional>
@@ -39,8 +41,9 @@ struct ToolCall
 /// The tool has a session of its own, so nothing that it starts is out of reach, no terminal can stop it, and
 /// Ctrl-C stays the program's own. Standard input is /dev/null: a question is a failure. Both output streams
 /// come through one pipe. It is ended by asking, so that it can remove what it was writing, and by force
-/// where it doesn't listen. When it has ended, whatever it left running is ended too; when the program dies,
-/// so do the tool and all that it started.
+/// where it doesn't listen. While its job's work is paused (HeldWork), it is stopped with all of its group,
+/// and no time runs. When it has ended, whatever it left running is ended too; when the program dies, so do
+/// the tool and all that it started.
 class ToolRun
 {
 public:
@@ -77,6 +80,9 @@ private:
     void follow(const Reader &read);
     void readPiece(const Reader &read);
     bool readsNow() const;
+    void suspend(bool on);
+    void heedWish();
+    void heedPause();
     void lookForEnd();
     void ask();
     void timeIsUp();
@@ -90,7 +96,10 @@ private:
     WatchedTool m_watched;
     Descriptor m_output;
     Descriptor m_ending; // readable once the tool has ended
-    Descriptor m_wish;   // readable once somebody wants it to end
+    Descriptor m_wish;   // readable once somebody wants something of it
+    std::optional<WorkPause::Listener> m_pauseListener;
+    std::atomic<bool> m_suspended = false;
+    std::optional<Clock::time_point> m_suspendedSince;
     QStringDecoder m_decoder{QStringDecoder::Utf8};
     Phase m_phase = Phase::Running;
     std::optional<Clock::time_point> m_deadline;

@@ -3,6 +3,7 @@
 
 // The status table's rows as laid out and drawn, and what a person does with them.
 
+#include "gui/JobActions.h"
 #include "gui/StatusQueueCell.h"
 #include "gui/WindowFixture.h"
 #include "tasks/FakeJob.h"
@@ -131,8 +132,8 @@ TEST_F(StatusPanelTest, ClosesByItselfUnlessSomethingFailed)
     withNextDialog([](QWidget *popup) {
         auto *menu = qobject_cast<QMenu *>(popup);
         ASSERT_NE(menu, nullptr);
-        EXPECT_EQ(menu->actions().constFirst()->text(), u"Remove all errors"_s);
-        menu->actions().constFirst()->trigger();
+        EXPECT_EQ(menu->actions().constLast()->text(), u"Remove all errors"_s);
+        menu->actions().constLast()->trigger();
         menu->close();
     });
     Q_EMIT table()->customContextMenuRequested({5, 5});
@@ -154,6 +155,62 @@ TEST_F(StatusPanelTest, ScrollsToTheJobStartedLast)
     const QRect last = table()->visualRect(queue().panelArray().index(51));
     EXPECT_TRUE(table()->viewport()->rect().contains(last));
     EXPECT_TRUE(panel()->windowTitle().startsWith(u"Kruv: "_s));
+}
+
+TEST_F(StatusPanelTest, SteersTheQueueByTheRowsThatAreSelected)
+{
+    const auto action = [this](const char *name) {
+        auto *found = userInterface.jobActions()->findChild<QAction *>(QString::fromLatin1(name));
+        EXPECT_NE(found, nullptr) << name;
+        return found;
+    };
+    const auto enabled = [&] {
+        QStringList names;
+        for (const QAction *each : userInterface.jobActions()->all()) {
+            if (each->isEnabled() && !each->isSeparator()) {
+                names << each->objectName();
+            }
+        }
+        return names.join(u' ');
+    };
+    const auto titles = [this] {
+        QStringList rows;
+        for (int row = 0; row < queue().panelArray().rowCount(); ++row) {
+            rows << queue().panelArray().task(row).title();
+        }
+        return rows.join(u' ');
+    };
+    const auto select = [this](int row) { table()->setCurrentIndex(queue().panelArray().index(row)); };
+    EXPECT_EQ(enabled(), QString());
+    queue().setMaxThreads(1);
+    const auto running = submit("a");
+    for (const char *title : {"b", "c", "d"}) {
+        submit(title);
+    }
+    EXPECT_TRUE(waitUntil([&] { return enabled() == u"pauseJobs stopAfterRunning"; }))
+        << enabled().toStdString();
+    select(3);
+    EXPECT_TRUE(waitUntil([&] {
+        return enabled() == u"pauseJobs stopAfterRunning moveFirst moveUp removeFromQueue";
+    })) << enabled().toStdString();
+    action("moveFirst")->trigger();
+    EXPECT_EQ(titles(), u"a d b c"_s);
+    EXPECT_EQ(table()->currentIndex().row(), 1) << "the selection goes with its job";
+    QTest::keyClick(table(), Qt::Key_Delete);
+    EXPECT_EQ(titles(), u"a b c"_s);
+
+    auto *pause = find<QPushButton>(panel(), "pause");
+    pause->click();
+    EXPECT_TRUE(queue().isPaused());
+    EXPECT_EQ(pause->text(), u"&Continue"_s);
+    EXPECT_TRUE(waitUntil([this] { return panel()->windowTitle() == u"Kruv: 0 of 3, paused"; }))
+        << panel()->windowTitle().toStdString();
+    pause->click();
+    EXPECT_FALSE(queue().isPaused());
+    action("stopAfterRunning")->trigger();
+    EXPECT_EQ(queue().taskCount(), 1);
+    running->failWith(u"no room"_s);
+    EXPECT_TRUE(waitUntil([&] { return enabled().isEmpty(); })) << enabled().toStdString();
 }
 
 } // namespace kruv::test

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Kruv developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "platform/BatteryWatch.h"
 #include "platform/ColorScheme.h"
 #include "platform/DesktopNotifier.h"
 #include "platform/LauncherBadge.h"
@@ -100,6 +101,18 @@ public:
 
 private:
     int m_ends[2] = {-1, -1};
+};
+
+const QString upowerPath = QStringLiteral("/org/freedesktop/UPower");
+
+/// A laptop whose plug is pulled.
+class FakeUPower : public QObject
+{
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.UPower")
+    Q_PROPERTY(bool OnBattery READ onBattery)
+public:
+    bool onBattery() const { return true; }
 };
 
 class FakePortal : public QObject
@@ -231,6 +244,34 @@ TEST_F(DesktopServicesTest, FollowsTheDesktopIntoTheDarkAndBack)
     ASSERT_TRUE(waitUntil([&] {
         changed("accent-color");
         changed("color-scheme");
+        return told.size() > 1;
+    }));
+    EXPECT_TRUE(told[0]);
+    EXPECT_FALSE(told[1]);
+}
+
+TEST_F(DesktopServicesTest, HearsOfTheBattery)
+{
+    FakeUPower upower;
+    QDBusConnection theirs = m_bus.theirs();
+    ASSERT_TRUE(theirs.registerObject(upowerPath, &upower, QDBusConnection::ExportAllContents));
+    ASSERT_TRUE(theirs.registerService(QStringLiteral("org.freedesktop.UPower")));
+    BatteryWatch battery(m_bus.ours());
+    QList<bool> told;
+    QObject::connect(&battery, &BatteryWatch::onBatteryChanged, &battery, [&](bool on) { told.append(on); });
+    ASSERT_TRUE(waitUntil([&] { return told.size() == 1; }));
+    const auto changed = [&theirs](const char *interface, const QVariantMap &values) {
+        QDBusMessage signal =
+            QDBusMessage::createSignal(upowerPath, QStringLiteral("org.freedesktop.DBus.Properties"),
+                                       QStringLiteral("PropertiesChanged"));
+        signal << QString::fromLatin1(interface) << values << QStringList();
+        theirs.send(signal);
+    };
+    // The bus may learn only after the answer that the signal is wanted.
+    ASSERT_TRUE(waitUntil([&] {
+        changed("org.freedesktop.UPower.Device", {{QStringLiteral("OnBattery"), true}});
+        changed("org.freedesktop.UPower", {{QStringLiteral("LidIsClosed"), true}});
+        changed("org.freedesktop.UPower", {{QStringLiteral("OnBattery"), false}});
         return told.size() > 1;
     }));
     EXPECT_TRUE(told[0]);

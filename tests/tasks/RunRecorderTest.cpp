@@ -73,6 +73,38 @@ TEST_F(RunRecorderTest, AFollowUpBelongsToTheRunThatBroughtIt)
     });
 }
 
+TEST_F(RunRecorderTest, WhatAPersonDidToTheQueueIsTrueInTheJournal)
+{
+    recorder.announce(u"encode"_s, {});
+    const Jobs jobs = makeSet(engine.queue, 4);
+    std::shared_ptr<FakeJob> again;
+    jobs[0]->setMaker([&] { return again = std::make_shared<FakeJob>(&engine.queue, u"1"_s); });
+    addAll(engine.queue, jobs);
+    serveEvents();
+    engine.queue.remove(*jobs[3]);
+    jobs[0]->failWith(u"no room"_s);
+    jobs[1]->succeed();
+    jobs[2]->succeed();
+    engine.queue.tryFailedAgain();
+    again->succeed();
+    recorder.announce(u"decode"_s, {});
+    addAll(engine.queue, makeSet(engine.queue, 3));
+    recorder.breakOff();
+    engine.queue.cancelAllTasks();
+
+    const auto found = runs();
+    ASSERT_EQ(found.size(), 2U);
+    EXPECT_EQ(found[1].done, 3);
+    EXPECT_EQ(found[1].failed + found[1].cancelled, 0);
+    EXPECT_TRUE(found[1].ended);
+    EXPECT_EQ(found[0].cancelled, 3);
+    EXPECT_FALSE(found[0].ended) << "to be offered at the next start";
+    std::vector<std::int64_t> left;
+    History(path).forEachRunWith(History::Jobs::NotDone,
+                                 [&left](const HistoryRun &run) { left.push_back(run.id); });
+    EXPECT_EQ(left, std::vector({found[0].id})) << "nobody wants what was removed";
+}
+
 TEST_F(RunRecorderTest, ACommandLineIsOneRun)
 {
     recorder.recordAs(u"verify"_s, {u"verify"_s, u"/music"_s});

@@ -3,6 +3,7 @@
 
 #include "tasks/ToolRun.h"
 
+#include "base/HeldWork.h"
 #include "platform/Resources.h"
 #include "support/Engine.h"
 #include "support/EnvironmentVariable.h"
@@ -13,6 +14,7 @@
 #include <QElapsedTimer>
 #include <QFile>
 
+#include <atomic>
 #include <csignal>
 #include <gtest/gtest.h>
 #include <sys/wait.h>
@@ -94,6 +96,72 @@ TEST_F(ToolRunTest, EndsTheToolAndAllThatItLeaves)
         EXPECT_TRUE(said.startsWith(tested.says)) << said.toStdString();
         expectNoneLeft();
     }
+}
+
+TEST_F(ToolRunTest, StandsStillWhilePausedAndNoTimeRuns)
+{
+    struct Case
+    {
+        QString mode;
+        bool isEnded; // while it is paused
+        ToolEnd::Kind end;
+    };
+    const QString release = folder.file(u"release"_s);
+    for (const Case &tested :
+         {Case{u"chatter"_s, false, ToolEnd::Kind::Exited}, Case{u"chatter"_s, true, ToolEnd::Kind::Ended},
+          Case{u"deaf"_s, true, ToolEnd::Kind::Ended}}) {
+        SCOPED_TRACE(tested.mode.toStdString() + (tested.isEnded ? " ended" : ""));
+        QFile::remove(marker);
+        QFile::remove(release);
+        WorkPause pause;
+        std::stop_source stop;
+        std::atomic<qsizetype> said = 0;
+        ToolEnd end;
+        std::thread job([&] {
+            const HeldWork held(&pause, stop.get_token());
+            ToolCall call{fakeTool(), {tested.mode, marker, tested.mode == u"deaf" ? u"chatter"_s : release}};
+            call.timeLimit = 10s;
+            end =
+                ToolRun(call, stop.get_token()).run([&said](const QString &piece) { said += piece.size(); });
+        });
+        ASSERT_TRUE(waitUntil([&] { return QFile::exists(marker) && said > 1000; }));
+        pause.set(true);
+        std::this_thread::sleep_for(100ms); // what it had written before is read
+        const qsizetype before = said;
+        std::this_thread::sleep_for(200ms);
+        EXPECT_EQ(said, before);
+        if (tested.isEnded) {
+            stop.request_stop();
+        } else {
+            folder.write(u"release"_s, "");
+            std::this_thread::sleep_for(100ms);
+            EXPECT_EQ(said, before);
+            pause.set(false);
+        }
+        job.join();
+        EXPECT_EQ(end.kind, tested.end);
+        expectNoneLeft();
+    }
+}
+
+TEST_F(ToolRunTest, TheTimeOfAPauseIsNotTheTools)
+{
+    WorkPause pause;
+    ToolEnd end;
+    const QString release = folder.file(u"release"_s);
+    std::thread job([&] {
+        const HeldWork held(&pause, {});
+        ToolCall call{fakeTool(), {u"wait"_s, marker, release}};
+        call.timeLimit = 2s;
+        end = ToolRun(call).run([](const QString &) {});
+    });
+    ASSERT_TRUE(waitUntil([&] { return QFile::exists(marker); }));
+    pause.set(true);
+    std::this_thread::sleep_for(2500ms);
+    folder.write(u"release"_s, "");
+    pause.set(false);
+    job.join();
+    EXPECT_TRUE(end.succeeded());
 }
 
 TEST_F(ToolRunTest, ASlowReaderGetsAllThatAToolSaid)
