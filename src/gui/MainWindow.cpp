@@ -5,12 +5,14 @@
 
 #include "base/Preferences.h"
 #include "gui/GuiUserInterface.h"
+#include "gui/HistoryWindow.h"
 #include "gui/StatusPanel.h"
 #include "gui/StatusPanelController.h"
 #include "gui/TabView.h"
 #include "gui/TabViews.h"
 #include "gui/TagsTabView.h"
 #include "gui/TrackNameInputWindow.h"
+#include "gui/UndoAction.h"
 #include "gui/WindowPlace.h"
 #include "platform/MainThread.h"
 #include "tabs/KruvController.h"
@@ -84,6 +86,7 @@ void MainWindow::makeMenus()
     QAction *quitAction = file->addAction(tr("&Quit"), Qt::CTRL | Qt::Key_Q, this, &MainWindow::quit);
     quitAction->setMenuRole(QAction::QuitRole);
     quitAction->setObjectName(QStringLiteral("quit"));
+    makeEditMenu();
     makeTabMenu();
     if (auto *tags = m_tabView->findChild<TagsTabView *>()) {
         tags->fillMenu(menuBar()->addMenu(tr("&Tags")), [this] { selectTab(QStringLiteral("Tags")); });
@@ -91,6 +94,15 @@ void MainWindow::makeMenus()
     QMenu *help = menuBar()->addMenu(tr("&Help"));
     QAction *about = help->addAction(tr("&About Kruv"), this, [this] { selectTab(QStringLiteral("about")); });
     about->setMenuRole(QAction::AboutRole);
+}
+
+void MainWindow::makeEditMenu()
+{
+    QMenu *edit = menuBar()->addMenu(tr("&Edit"));
+    m_undo = new UndoAction(m_controller, m_userInterface, this);
+    edit->addAction(m_undo);
+    connect(edit, &QMenu::aboutToShow, m_undo, &UndoAction::refresh);
+    connect(edit, &QMenu::aboutToHide, m_undo, [this] { m_undo->setEnabled(true); }); // its keys work
 }
 
 void MainWindow::makeTabMenu()
@@ -107,6 +119,8 @@ void MainWindow::makeTabMenu()
     view->addSeparator();
     view->addAction(tr("&Tasks"), Qt::CTRL | Qt::Key_T, this,
                     [this] { m_userInterface.statusPanel()->bringToFront(); });
+    QAction *history = view->addAction(tr("&History"), Qt::CTRL | Qt::Key_H, this, [this] { showHistory(); });
+    history->setObjectName(QStringLiteral("history"));
 }
 
 void MainWindow::restoreState()
@@ -147,6 +161,15 @@ void MainWindow::showPreferencePanel()
     m_preferencesController->show();
     m_preferencesController->raise();
     m_preferencesController->activateWindow();
+}
+
+void MainWindow::showHistory(std::optional<std::int64_t> run)
+{
+    if (!m_historyWindow) {
+        m_historyWindow = std::make_unique<HistoryWindow>(m_controller);
+        connect(m_historyWindow.get(), &HistoryWindow::undoWanted, m_undo, &UndoAction::undo);
+    }
+    m_historyWindow->showRun(run);
 }
 
 void MainWindow::closeEvent(QCloseEvent *event)

@@ -100,7 +100,8 @@ int run(int argc, char **argv, const QString &tab, const QStringList &paths)
         QTimer::singleShot(0, &controller, [&] { controller.addFiles(pathsOf(paths)); });
     }
     QTimer::singleShot(0, &controller, [&] {
-        Resumption::offer(controller.taskQueue(), controller.runRecorder(), userInterface);
+        Resumption::offer(controller.taskQueue(), controller.runRecorder(), userInterface,
+                          [&](const HistoryRun &run) { window.showHistory(run.id); });
     });
     const int status = QApplication::exec();
     if (controller.taskQueue().taskCount() > 0) {

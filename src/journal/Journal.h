@@ -52,6 +52,8 @@ public:
     /// What an entry of any run did, by its number in the file, was undone.
     void setUndone(std::int64_t entry);
 
+    /// Waits until what was said so far is in the file, as long as a person should wait.
+    void settle() { waitUntilWritten(); }
     /// Whether anything is recorded.
     bool isOn();
     /// Writes what is left and records nothing more.
