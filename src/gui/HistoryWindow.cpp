@@ -180,7 +180,6 @@ void HistoryWindow::makeDetails()
 QLayout *HistoryWindow::makeButtons()
 {
     m_continue = makeButton("historyContinue", tr("&Continue"), &HistoryWindow::continueRun);
-    m_continue->setToolTip(tr("Do what is left of this run"));
     m_forget = makeButton("historyForget", tr("&Forget"), &HistoryWindow::forgetRun);
     m_forget->setToolTip(tr("Don't offer to continue this run any more; the files stay as they are"));
     m_undo = makeButton("historyUndo", tr("&Undo…"), &HistoryWindow::undoRun);
@@ -378,6 +377,11 @@ void HistoryWindow::updateButtons()
 {
     const auto run = selectedRun();
     m_continue->setEnabled(run && m_resumable.contains(run->id));
+    m_continue->setToolTip(
+        m_continue->isEnabled() || !run || run->done + run->failed + run->undone == run->all
+            ? tr("Do what is left of this run")
+            : tr("Only conversions go on in the window; kruv resume goes on with some other "
+                 "runs, or says what to type"));
     m_forget->setEnabled(run && m_resumable.contains(run->id));
     m_undo->setEnabled(run && m_undoable.contains(run->id));
     m_export->setEnabled(m_jobsModel->rowCount() > 0);
