@@ -90,4 +90,27 @@ TEST_F(ResumptionTest, APersonMayContinueLookForgetOrDoItLater)
     EXPECT_EQ(session.person.questions.size(), 4U);
 }
 
+TEST_F(ResumptionTest, TakesOverJobsThatAnotherProcessOnlyRecorded)
+{
+    const QString source = session.music + u"/c.aiff"_s;
+    writeWav(source, {.frames = 400});
+    const ConversionOrder order{.target = &wavFormat, .decodes = true};
+    OutputPlan plan({}, {});
+    plan.entries().push_back(
+        {.source = source, .folder = session.music, .output = session.music + u"/c.wav"_s});
+    KruvController &controller = session.controller;
+    controller.leaveJobsToOthers();
+    controller.submit(u"decode"_s, order.makeJobs(plan, &controller.taskQueue()).jobs, order.toText(plan));
+    EXPECT_EQ(controller.taskQueue().taskCount(), 0);
+    controller.journal().settle();
+
+    const auto takeOver = [&](const QString &path) {
+        return Resumption::takeOver(1, path, controller.taskQueue(), controller.runRecorder());
+    };
+    EXPECT_FALSE(takeOver(u"/another/journal.db"_s));
+    EXPECT_TRUE(takeOver(journal.path));
+    EXPECT_TRUE(session.runToEnd());
+    EXPECT_TRUE(QFile::exists(session.music + u"/c.wav"_s));
+}
+
 } // namespace kruv::test
