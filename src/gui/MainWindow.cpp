@@ -235,6 +235,7 @@ void MainWindow::commitData(QSessionManager &session)
 void MainWindow::endApplication()
 {
     m_quitting = true;
+    Q_EMIT leaving();
     storeState();
     m_userInterface.leave();
     m_controller.applicationWillTerminate();

@@ -48,6 +48,8 @@ public:
     void commitData(QSessionManager &session);
 
 Q_SIGNALS:
+    /// It quits for good, though jobs may still have to be waited for.
+    void leaving();
     /// Every job has ended: the program may end now.
     void readyToEnd();
 

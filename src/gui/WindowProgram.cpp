@@ -84,6 +84,7 @@ void serveOtherStarts(OneWindow &one, MainWindow &window, KruvController &contro
     one.setRunTaker([&controller](std::int64_t run, const QString &journal) {
         return Resumption::takeOver(run, journal, controller.taskQueue(), controller.runRecorder());
     });
+    QObject::connect(&window, &MainWindow::leaving, &one, &OneWindow::close);
     one.open();
 }
 

@@ -12,6 +12,8 @@
 #include <QDir>
 #include <QUrl>
 
+#include <utility>
+
 namespace kruv {
 
 namespace {
@@ -46,7 +48,12 @@ OneWindow::OneWindow(const QDBusConnection &bus)
 
 OneWindow::~OneWindow()
 {
-    if (m_isOpen) {
+    close();
+}
+
+void OneWindow::close()
+{
+    if (std::exchange(m_isOpen, false)) {
         m_bus.unregisterObject(objectPath());
         m_bus.unregisterService(desktopId());
     }

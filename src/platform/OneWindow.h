@@ -28,6 +28,8 @@ public:
     /// From now on the files are sent here. False where another process has the window, and where there is no
     /// bus.
     bool open();
+    /// Later starts don't find it any more.
+    void close();
 
     // To the window of another process; false where there is none, or it doesn't answer.
     bool isOpenElsewhere() const;
