@@ -47,7 +47,7 @@ void keepStandardStreams()
 #ifdef KRUV_HAS_WINDOW
 int openWindow(int argc, char **argv, const kruv::LaunchArguments &launch)
 {
-    return kruv::WindowProgram::run(argc, argv, launch.tab, launch.paths);
+    return kruv::WindowProgram::run(argc, argv, {launch.tab, launch.paths, launch.inNewWindow});
 }
 #else
 int openWindow(int, char **, const kruv::LaunchArguments &)

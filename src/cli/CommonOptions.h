@@ -33,6 +33,8 @@ struct CommonOptions
     bool keepBoth = false;
     /// What an earlier run made of the same sources in the same way is left alone.
     bool skipDone = false;
+    /// The window that is open does the jobs.
+    bool detach = false;
     bool yes = false;
     /// Lossy files may become lossless ones.
     bool fromLossy = false;

@@ -22,6 +22,7 @@ constexpr const char *folders = ":folders\n";
 
 /// Flags that no command declares, because they are the program's own.
 constexpr const char *windowFlag = "--tab";
+constexpr const char *newWindowFlag = "--new-window";
 constexpr const char *tabs = "decode|encode|checksum|shntool|fix SBE|util|Tags|lossy|about";
 
 using Subcommands = std::vector<const CLI::App *>;
@@ -103,7 +104,9 @@ std::string completions(const CLI::App &app, const std::vector<std::string> &wor
     if (!begin.empty() && begin[0] == '-') {
         return flags(command, begin) +
                (isRoot ? candidate(windowFlag,
-                                   CompletionText::tr("Open the window on this tab").toStdString(), begin)
+                                   CompletionText::tr("Open the window on this tab").toStdString(), begin) +
+                             candidate(newWindowFlag, CompletionText::tr("Open another window").toStdString(),
+                                       begin)
                        : std::string());
     }
     std::string found;

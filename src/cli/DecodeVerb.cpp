@@ -17,6 +17,7 @@ DecodeVerb::DecodeVerb(CLI::App &parent)
     declareOutputFlags();
     declareChangeFlag();
     declareExistingFlags();
+    declareDetachFlag();
     declareFormatFlag(DecodeTab::targets(),
                       tr("Format to make (AIFF takes the tags of FLAC and Apple Lossless over)"));
     addFlag("--through-errors", m_throughErrors,

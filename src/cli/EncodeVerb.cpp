@@ -18,6 +18,7 @@ EncodeVerb::EncodeVerb(CLI::App &parent)
     declareOutputFlags();
     declareChangeFlag();
     declareExistingFlags();
+    declareDetachFlag();
     addFlag("--from-lossy", fromLossyFlag(), tr("Make lossless files of lossy ones, too"));
     setFooter(tr("Example: a folder of WAV files, verified, two at a time, next to their sources\n"
                  "  kruv encode --to flac --level 8 --verify --beside-source ~/Concert"));

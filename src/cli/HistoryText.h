@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "cli/HistoryReport.h"
+#include "tabs/HistoryReport.h"
 
 #include <QCoreApplication>
 

@@ -9,28 +9,7 @@
 #include "cli/UsageError.h"
 #include "journal/JournalFile.h"
 
-#include <QDir>
-#include <QFileInfo>
-#include <QRegularExpression>
-
 namespace kruv {
-
-namespace {
-
-History::Question questionFor(const QString &given)
-{
-    static const QRegularExpression digest(QStringLiteral("\\A[0-9a-fA-F]{32}\\z"));
-    if (digest.match(given).hasMatch()) {
-        return {History::Question::About::Digest, given.toLower()};
-    }
-    if (!given.contains(u'/') && !QFileInfo::exists(given)) {
-        return {History::Question::About::Text, given};
-    }
-    const QString path = QDir::cleanPath(QDir().absoluteFilePath(given));
-    return {History::Question::About::Path, path == QStringLiteral("/") ? QString() : path};
-}
-
-} // namespace
 
 HistoryVerb::HistoryVerb(CLI::App &parent, What what, const std::shared_ptr<Flags> &flags)
     : Verb(parent, nameOf(what), descriptionOf(what))
@@ -161,7 +140,7 @@ int HistoryVerb::tellFile(const History &history, HistoryReport &report) const
     }
     report.beginFound();
     bool any = false;
-    history.find(questionFor(given), [&](const HistoryEntry &entry) {
+    history.find(History::Question::from(given), [&](const HistoryEntry &entry) {
         any = true;
         report.entry(entry);
     });

@@ -20,16 +20,26 @@ bool namesFile(const QString &argument)
 
 LaunchArguments LaunchArguments::parse(const QStringList &arguments)
 {
-    const QString first = arguments.value(0);
-    if (arguments.isEmpty()) {
-        return {.opensWindow = true, .tab = {}, .paths = {}};
+    LaunchArguments launch;
+    QStringList rest = arguments;
+    for (;;) {
+        if (rest.value(0) == u"--new-window") {
+            launch.inNewWindow = true;
+            rest.removeFirst();
+        } else if (rest.value(0) == u"--tab" && rest.size() > 1) {
+            launch.tab = rest[1];
+            rest.remove(0, 2);
+        } else {
+            break;
+        }
     }
-    if (first == u"--tab" && arguments.size() > 1) {
-        return {.opensWindow = true, .tab = arguments[1], .paths = arguments.mid(2)};
-    }
-    const bool opensWindow =
-        !first.startsWith(u'-') && !Program::isCommand(first.toStdString()) && namesFile(first);
-    return {.opensWindow = opensWindow, .tab = {}, .paths = opensWindow ? arguments : QStringList()};
+    const QString first = rest.value(0);
+    const bool hasOwnFlags = rest.size() < arguments.size();
+    launch.opensWindow =
+        rest.isEmpty() || hasOwnFlags ||
+        (!first.startsWith(u'-') && !Program::isCommand(first.toStdString()) && namesFile(first));
+    launch.paths = launch.opensWindow ? rest : QStringList();
+    return launch;
 }
 
 } // namespace kruv

@@ -16,9 +16,11 @@ struct LaunchArguments
     QString tab;
     /// Paths and file:// URLs as given.
     QStringList paths;
+    /// Not the window that is open already.
+    bool inNewWindow = false;
 
-    /// The window is asked for by nothing at all, by "--tab LABEL", and by a first argument that names a
-    /// file, unless it is the name of a command.
+    /// The window is asked for by nothing at all, by "--tab LABEL" and "--new-window", and by a first
+    /// argument that names a file, unless it is the name of a command.
     static LaunchArguments parse(const QStringList &arguments);
 };
 

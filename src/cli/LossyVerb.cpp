@@ -18,6 +18,7 @@ LossyVerb::LossyVerb(CLI::App &parent)
     declareOutputFlags();
     declareChangeFlag();
     declareExistingFlags();
+    declareDetachFlag();
     setFooter(tr("Example: a folder of FLAC files as MP3 at a variable bit rate\n"
                  "  kruv lossy --to mp3 --mode vbr --quality 2 --output ~/Player ~/Concert"));
 }

@@ -3,9 +3,10 @@
 
 #include "cli/MakeHistoryReport.h"
 
-#include "cli/HistoryCsv.h"
-#include "cli/HistoryJson.h"
+#include "cli/Console.h"
 #include "cli/HistoryText.h"
+#include "tabs/HistoryCsv.h"
+#include "tabs/HistoryJson.h"
 
 namespace kruv {
 
@@ -13,9 +14,9 @@ std::unique_ptr<HistoryReport> makeHistoryReport(HistoryForm form)
 {
     switch (form) {
     case HistoryForm::Json:
-        return std::make_unique<HistoryJson>();
+        return std::make_unique<HistoryJson>(Console::writeOut);
     case HistoryForm::Csv:
-        return std::make_unique<HistoryCsv>();
+        return std::make_unique<HistoryCsv>(Console::writeOut);
     case HistoryForm::Text:
         break;
     }

@@ -64,10 +64,12 @@ void checkEncoding(const CLI::App &app)
 
 int runCommand(int argc, char **argv)
 {
-    CLI::App app(ProgramText::tr("Kruv: converts, verifies and keeps collections of lossless audio.\n"
-                                 "Without a command, alone or with files, it opens the window.")
-                     .toStdString(),
-                 "kruv");
+    CLI::App app(
+        ProgramText::tr("Kruv: converts, verifies and keeps collections of lossless audio.\n"
+                        "Without a command, alone or with files, it opens the window, or hands them to the\n"
+                        "one that is open (--new-window: opens another one; --tab NAME: on that tab).")
+            .toStdString(),
+        "kruv");
     app.set_version_flag("--version", "kruv " + shortVersion().toStdString());
     app.require_subcommand(1);
     app.footer(

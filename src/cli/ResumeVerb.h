@@ -27,6 +27,10 @@ private:
     /// The one that was named, or the latest; throws where it can't be resumed.
     HistoryRun choose(const std::vector<HistoryRun> &runs) const;
     int resume(const HistoryRun &run) const;
+    /// Runs its command with the files that are left.
+    int giveAgain(const HistoryRun &run);
+    static QString howToGiveAgain(const HistoryRun &run);
+    static void sayWhatCannotGoOn(const std::vector<HistoryRun> &runs);
 
     CommonOptions m_options;
     std::int64_t m_run = 0;

@@ -10,8 +10,13 @@
 #include "cli/JobSession.h"
 #include "cli/MakeReporter.h"
 #include "cli/UsageError.h"
+#include "journal/History.h"
+#include "journal/JournalFile.h"
+#include "platform/OneWindow.h"
 #include "tabs/BaseTab.h"
 #include "tabs/Controls.h"
+#include "tabs/Resumption.h"
+#include "tasks/StagingLock.h"
 
 #include <QDir>
 #include <QFile>
@@ -150,6 +155,12 @@ void TabVerb::declareExistingFlags()
     skip->excludes(both);
 }
 
+void TabVerb::declareDetachFlag()
+{
+    addFlag("--detach", m_options.detach,
+            tr("Hand the jobs to the window that is open, and don't wait for them"));
+}
+
 void TabVerb::declareOutputFolder()
 {
     declareFolderFlag();
@@ -170,10 +181,54 @@ int TabVerb::run()
         controller.taskQueue().setProvesOutputs();
     }
     controller.runRecorder().recordAs(nameOf(app()), QCoreApplication::arguments().mid(1));
+    const bool detaches = m_options.detach && mayDetach(session);
+    if (detaches) {
+        controller.leaveJobsToOthers();
+    }
     runCommands(controller, session.queueRun(), paths);
+    if (detaches) {
+        detach(session);
+    }
     const int status = session.finish();
     const bool complained = m_failed || session.userInterface().alerts() > 0;
     return status == Success && complained ? static_cast<int>(Failure) : status;
+}
+
+bool TabVerb::mayDetach(JobSession &session) const
+{
+    const QString reason = !OneWindow().isOpenElsewhere() ? tr("No window is open")
+                           : !session.controller().journal().isOn()
+                               ? tr("Nothing is recorded, so that nothing can be handed over")
+                               : QString();
+    if (!reason.isEmpty()) {
+        session.userInterface().remark(tr("%1; the jobs are done here.").arg(reason));
+    }
+    return reason.isEmpty();
+}
+
+void TabVerb::detach(JobSession &session) const
+{
+    KruvController &controller = session.controller();
+    controller.journal().settle();
+    const QString journal = JournalFile::usualPath();
+    std::optional<HistoryRun> ours;
+    History(journal).forEachRun([&ours](const HistoryRun &run) {
+        if (!ours && run.process == QString::fromUtf8(StagingLock::thisProcess())) {
+            ours = run;
+        }
+    });
+    if (!ours) {
+        return; // there was nothing to be done
+    }
+    if (OneWindow().handRun(ours->id, journal)) {
+        session.queueRun().leaveOutSummary();
+        session.userInterface().remark(
+            tr("%n job(s) were handed to the open window.", nullptr, static_cast<int>(ours->all)));
+        return;
+    }
+    session.userInterface().remark(tr("The open window did not take the jobs; they are done here."));
+    session.queueRun().run(
+        [&] { Resumption::goOn(*ours, controller.taskQueue(), controller.runRecorder()); });
 }
 
 QStringList TabVerb::existingPaths()

@@ -18,6 +18,7 @@ namespace kruv {
 
 class BaseTab;
 class ChoiceControl;
+class JobSession;
 class KruvController;
 class QueueRun;
 struct Format;
@@ -47,6 +48,7 @@ protected:
     void declareOutputFlags();
     /// What becomes of outputs that are there already.
     void declareExistingFlags();
+    void declareDetachFlag();
     /// For commands that always write into one folder.
     void declareOutputFolder();
 
@@ -85,6 +87,10 @@ protected:
 private:
     /// The given paths that exist, absolute; says which don't.
     QStringList existingPaths();
+    /// Whether there is a window that can be given the jobs; says where not.
+    bool mayDetach(JobSession &session) const;
+    /// Gives it the run that was recorded. Where it does not take it, the jobs are done here after all.
+    void detach(JobSession &session) const;
     void checkOutputFolder();
 
     CommonOptions m_options;

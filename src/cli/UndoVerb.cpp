@@ -15,14 +15,9 @@
 
 namespace kruv {
 
-namespace {
-
-constexpr QLatin1StringView ownName("undo");
-
-} // namespace
-
 UndoVerb::UndoVerb(CLI::App &parent)
-    : Verb(parent, ownName.data(), tr("Take back renames, changes of tags, and originals from the trash"))
+    : Verb(parent, Undoing::command.data(),
+           tr("Take back renames, changes of tags, and originals from the trash"))
 {
     addOption("run", m_run, tr("Its number, as kruv history shows it (default: the latest that is no undo)"))
         ->type_name("RUN");
@@ -42,7 +37,7 @@ int UndoVerb::run()
         return Success;
     }
     const auto chosen = std::ranges::find_if(runs, [this](const HistoryRun &run) {
-        return m_run == 0 ? run.command != ownName : run.id == m_run;
+        return m_run == 0 ? run.command != Undoing::command : run.id == m_run;
     });
     if (chosen != runs.end()) {
         return undo(*chosen);
@@ -59,13 +54,10 @@ int UndoVerb::undo(const HistoryRun &run) const
 {
     JobSession session(m_options, makeReporter(m_options));
     KruvController &controller = session.controller();
-    controller.runRecorder().recordAs(ownName, QCoreApplication::arguments().mid(1));
+    controller.runRecorder().recordAs(Undoing::command, QCoreApplication::arguments().mid(1));
     Undoing undoing(run);
-    if (undoing.othersDone() > 0) {
-        session.userInterface().remark(
-            tr("Of run %1, %n job(s) made files or wrote more than is kept; that stays.", nullptr,
-               static_cast<int>(undoing.othersDone()))
-                .arg(run.id));
+    for (const QString &sentence : undoing.whatStays()) {
+        session.userInterface().remark(sentence);
     }
     session.queueRun().leaveOutResults();
     session.queueRun().run([&] { undoing.queueJobs(controller.taskQueue(), controller.journal()); });

@@ -5,6 +5,7 @@
 
 #include "base/Preferences.h"
 #include "gui/GuiUserInterface.h"
+#include "gui/HistoryWindow.h"
 #include "gui/JobActions.h"
 #include "gui/StatusPanel.h"
 #include "gui/StatusPanelController.h"
@@ -12,6 +13,7 @@
 #include "gui/TabViews.h"
 #include "gui/TagsTabView.h"
 #include "gui/TrackNameInputWindow.h"
+#include "gui/UndoAction.h"
 #include "gui/WindowPlace.h"
 #include "platform/MainThread.h"
 #include "platform/SignalWatcher.h"
@@ -86,6 +88,7 @@ void MainWindow::makeMenus()
     QAction *quitAction = file->addAction(tr("&Quit"), Qt::CTRL | Qt::Key_Q, this, &MainWindow::quit);
     quitAction->setMenuRole(QAction::QuitRole);
     quitAction->setObjectName(QStringLiteral("quit"));
+    makeEditMenu();
     makeTabMenu();
     if (auto *tags = m_tabView->findChild<TagsTabView *>()) {
         tags->fillMenu(menuBar()->addMenu(tr("&Tags")), [this] { selectTab(QStringLiteral("Tags")); });
@@ -94,6 +97,15 @@ void MainWindow::makeMenus()
     QMenu *help = menuBar()->addMenu(tr("&Help"));
     QAction *about = help->addAction(tr("&About Kruv"), this, [this] { selectTab(QStringLiteral("about")); });
     about->setMenuRole(QAction::AboutRole);
+}
+
+void MainWindow::makeEditMenu()
+{
+    QMenu *edit = menuBar()->addMenu(tr("&Edit"));
+    m_undo = new UndoAction(m_controller, m_userInterface, this);
+    edit->addAction(m_undo);
+    connect(edit, &QMenu::aboutToShow, m_undo, &UndoAction::refresh);
+    connect(edit, &QMenu::aboutToHide, m_undo, [this] { m_undo->setEnabled(true); }); // its keys work
 }
 
 void MainWindow::makeTabMenu()
@@ -107,6 +119,9 @@ void MainWindow::makeTabMenu()
             action->setShortcut(static_cast<Qt::Key>(Qt::Key_1 + index) | Qt::CTRL);
         }
     }
+    view->addSeparator();
+    QAction *history = view->addAction(tr("&History"), Qt::CTRL | Qt::Key_H, this, [this] { showHistory(); });
+    history->setObjectName(QStringLiteral("history"));
 }
 
 void MainWindow::makeJobMenu()
@@ -157,6 +172,15 @@ void MainWindow::showPreferencePanel()
     m_preferencesController->show();
     m_preferencesController->raise();
     m_preferencesController->activateWindow();
+}
+
+void MainWindow::showHistory(std::optional<std::int64_t> run)
+{
+    if (!m_historyWindow) {
+        m_historyWindow = std::make_unique<HistoryWindow>(m_controller);
+        connect(m_historyWindow.get(), &HistoryWindow::undoWanted, m_undo, &UndoAction::undo);
+    }
+    m_historyWindow->showRun(run);
 }
 
 void MainWindow::closeEvent(QCloseEvent *event)
@@ -235,6 +259,7 @@ void MainWindow::commitData(QSessionManager &session)
 void MainWindow::endApplication()
 {
     m_quitting = true;
+    Q_EMIT leaving();
     storeState();
     m_userInterface.leave();
     m_controller.applicationWillTerminate();

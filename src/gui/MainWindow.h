@@ -7,7 +7,9 @@
 
 #include <QMainWindow>
 
+#include <cstdint>
 #include <memory>
+#include <optional>
 
 class QSessionManager;
 class QTabWidget;
@@ -16,8 +18,10 @@ namespace kruv {
 
 class BaseTab;
 class GuiUserInterface;
+class HistoryWindow;
 class KruvController;
 class StatusPanelController;
+class UndoAction;
 
 /// The program's window: one tab per function, and the menus.
 class MainWindow : public QMainWindow
@@ -32,6 +36,8 @@ public:
     void selectTab(const QString &label);
 
     void showPreferencePanel();
+    /// With that run selected, where one is given.
+    void showHistory(std::optional<std::int64_t> run = {});
     /// Asks what has to be asked and quits. Once quitting has begun, a further call ends the tools that are
     /// still being waited for.
     void quit();
@@ -44,6 +50,8 @@ public:
     void commitData(QSessionManager &session);
 
 Q_SIGNALS:
+    /// It quits for good, though jobs may still have to be waited for.
+    void leaving();
     /// Every job has ended: the program may end now.
     void readyToEnd();
 
@@ -53,6 +61,7 @@ protected:
 private:
     void makeTabs();
     void makeMenus();
+    void makeEditMenu();
     void makeTabMenu();
     void makeJobMenu();
     void restoreState();
@@ -66,6 +75,8 @@ private:
     QTabWidget *m_tabView;
     std::unique_ptr<PreferencesController> m_preferencesController;
     std::unique_ptr<StatusPanelController> m_waitingPanel;
+    UndoAction *m_undo = nullptr;
+    std::unique_ptr<HistoryWindow> m_historyWindow;
     bool m_asking = false;
     bool m_quitting = false;
     bool m_sessionEnds = false;

@@ -12,6 +12,7 @@
 #include "platform/BatteryWatch.h"
 #include "platform/ColorScheme.h"
 #include "platform/DesktopId.h"
+#include "platform/OneWindow.h"
 #include "platform/SignalWatcher.h"
 #include "platform/SleepInhibitor.h"
 #include "tabs/KruvController.h"
@@ -70,9 +71,28 @@ QStringList pathsOf(const QStringList &arguments)
     return paths;
 }
 
+/// What later starts of the program ask of this one.
+void serveOtherStarts(OneWindow &one, MainWindow &window, KruvController &controller)
+{
+    QObject::connect(&one, &OneWindow::wanted, &window, [&window] {
+        window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
+        window.show();
+        window.raise();
+        window.activateWindow();
+    });
+    QObject::connect(&one, &OneWindow::tabWanted, &window, &MainWindow::selectTab);
+    QObject::connect(&one, &OneWindow::filesGiven, &controller,
+                     [&controller](const QStringList &files) { controller.addFiles(pathsOf(files)); });
+    one.setRunTaker([&controller](std::int64_t run, const QString &journal) {
+        return Resumption::takeOver(run, journal, controller.taskQueue(), controller.runRecorder());
+    });
+    QObject::connect(&window, &MainWindow::leaving, &one, &OneWindow::close);
+    one.open();
+}
+
 } // namespace
 
-int run(int argc, char **argv, const QString &tab, const QStringList &paths)
+int run(int argc, char **argv, const Wanted &wanted)
 {
     const QtMessageHandler usual = qInstallMessageHandler(reportMissingDisplay);
     QApplication application(argc, argv);
@@ -81,6 +101,10 @@ int run(int argc, char **argv, const QString &tab, const QStringList &paths)
     QApplication::setDesktopFileName(desktopId());
     QApplication::setWindowIcon(applicationIcon());
 
+    OneWindow one;
+    if (!wanted.newWindow && one.hand(wanted.tab, wanted.paths)) {
+        return 0;
+    }
     ColorScheme colorScheme;
     DarkPalette::follow(colorScheme);
 
@@ -105,13 +129,15 @@ int run(int argc, char **argv, const QString &tab, const QStringList &paths)
     QObject::connect(&watcher, &SignalWatcher::stopWanted, &window, &MainWindow::stopProcess);
     QObject::connect(&application, &QGuiApplication::commitDataRequest, &window, &MainWindow::commitData,
                      Qt::DirectConnection);
-    window.selectTab(tab);
+    window.selectTab(wanted.tab);
     window.show();
-    if (!paths.isEmpty()) {
-        QTimer::singleShot(0, &controller, [&] { controller.addFiles(pathsOf(paths)); });
+    if (!wanted.paths.isEmpty()) {
+        QTimer::singleShot(0, &controller, [&] { controller.addFiles(pathsOf(wanted.paths)); });
     }
+    serveOtherStarts(one, window, controller);
     QTimer::singleShot(0, &controller, [&] {
-        Resumption::offer(controller.taskQueue(), controller.runRecorder(), userInterface);
+        Resumption::offer(controller.taskQueue(), controller.runRecorder(), userInterface,
+                          [&](const HistoryRun &run) { window.showHistory(run.id); });
     });
     const int status = QApplication::exec();
     if (controller.taskQueue().taskCount() > 0) {

@@ -16,6 +16,8 @@ struct EntryRecord
         Replace,
         /// The source gets the output's name.
         Rename,
+        /// The source, a file in the trash, gets the output's name.
+        Restore,
         /// It makes no file of its own: checks, changes tags.
         Work
     };

@@ -6,8 +6,11 @@
 #include "journal/Database.h"
 #include "journal/JournalFile.h"
 
+#include <QDir>
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QRegularExpression>
 
 namespace kruv {
 
@@ -74,6 +77,19 @@ std::string conditionFor(History::Question::About about, const std::string &one,
 
 } // namespace
 
+History::Question History::Question::from(const QString &given)
+{
+    static const QRegularExpression digest(QStringLiteral("\\A[0-9a-fA-F]{32}\\z"));
+    if (digest.match(given).hasMatch()) {
+        return {About::Digest, given.toLower()};
+    }
+    if (!given.contains(u'/') && !QFileInfo::exists(given)) {
+        return {About::Text, given};
+    }
+    const QString path = QDir::cleanPath(QDir().absoluteFilePath(given));
+    return {About::Path, path == QStringLiteral("/") ? QString() : path};
+}
+
 History::History(const QString &path)
     : m_database(path.isEmpty() ? nullptr : JournalFile::openToRead(path))
 {
@@ -93,7 +109,7 @@ void History::forEachRunWith(Jobs jobs, const RunVisitor &visit) const
 {
     constexpr const char *undoable =
         " WHERE EXISTS (SELECT 1 FROM entries x JOIN receipts y ON y.entry = x.id"
-        " WHERE x.run = r.id AND x.state <> 'undone' AND (x.action = 'rename'"
+        " WHERE x.run = r.id AND x.state <> 'undone' AND (x.action IN ('rename', 'restore')"
         " OR EXISTS (SELECT 1 FROM ways_back WHERE receipt = y.id)"
         " OR EXISTS (SELECT 1 FROM receipt_files WHERE receipt = y.id AND fate = 'trashed')))";
     const std::string notDone = " WHERE r.forgotten = 0 AND (r.ended IS NULL OR EXISTS (SELECT 1 FROM entries"

@@ -57,6 +57,10 @@ public:
         };
         About about = About::Text;
         QString text = {};
+
+        /// What a person asks who types this: a digest, the path of something that is there or has a slash,
+        /// or a part of a path.
+        static Question from(const QString &given);
     };
     /// Every job that read or made such a file, the latest first; also jobs of runs that are forgotten, of
     /// which the receipt is left.

@@ -14,6 +14,12 @@ bool HistoryEntry::hasState(EntryEnd::State which) const
     return state == QLatin1StringView(JournalWords::of(which));
 }
 
+bool HistoryEntry::isLeft() const
+{
+    return !hasState(EntryEnd::State::Done) && !hasState(EntryEnd::State::Failed) &&
+           !hasState(EntryEnd::State::Removed) && !isUndone();
+}
+
 bool HistoryEntry::isUndone() const
 {
     return state == QLatin1StringView(JournalWords::undone);

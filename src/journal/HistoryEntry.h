@@ -38,6 +38,8 @@ struct HistoryEntry
     std::vector<HistoryFile> files = {};
 
     bool hasState(EntryEnd::State which) const;
+    /// Neither done nor failed, undone nor taken out by a person: it is still to be done.
+    bool isLeft() const;
     bool isUndone() const;
     bool hasAction(EntryRecord::Action which) const;
     /// Whether all outputs are there as the receipt has them.

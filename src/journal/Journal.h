@@ -54,6 +54,8 @@ public:
     /// What an entry of any run did, by its number in the file, was undone.
     void setUndone(std::int64_t entry);
 
+    /// Waits until what was said so far is in the file, as long as a person should wait.
+    void settle() { waitUntilWritten(); }
     /// Whether anything is recorded.
     bool isOn();
     /// For what must not come before it is in the file, and for a program that is about to stand still. Waits

@@ -22,6 +22,8 @@ constexpr const char *of(EntryRecord::Action action)
         return "replace";
     case EntryRecord::Action::Rename:
         return "rename";
+    case EntryRecord::Action::Restore:
+        return "restore";
     case EntryRecord::Action::Work:
         break;
     }

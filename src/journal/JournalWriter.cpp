@@ -17,6 +17,7 @@ namespace {
 constexpr JournalWriter::Time day = JournalWriter::Time{24} * 60 * 60 * 1000;
 constexpr JournalWriter::Time longestAge = 365 * day;
 constexpr JournalWriter::Time longestUndo = 31 * day;
+constexpr std::int64_t mostBytesForUndo = std::int64_t{1} << 30; // of all runs; the oldest make room
 
 QString asText(const QStringList &arguments)
 {
@@ -114,7 +115,25 @@ void JournalWriter::addReceipt(const Place &place, const Receipt &receipt, Time 
     addFiles(row, "source", receipt.sources);
     addFiles(row, "output", receipt.outputs);
     if (!receipt.wayBack.isEmpty()) {
-        m_addWayBack.with(row, receipt.wayBack).run();
+        addWayBack(row, receipt.wayBack);
+    }
+}
+
+void JournalWriter::addWayBack(std::int64_t receipt, const QByteArray &data)
+{
+    if (!m_bytesForUndo) {
+        m_bytesForUndo = m_database->number("SELECT coalesce(sum(length(data)), 0) FROM ways_back");
+    }
+    m_addWayBack.with(receipt, data).run();
+    *m_bytesForUndo += data.size();
+    while (*m_bytesForUndo > mostBytesForUndo) {
+        const std::int64_t oldest = m_database->number("SELECT min(receipt) FROM ways_back");
+        if (oldest == receipt) {
+            break;
+        }
+        Statement size = m_database->prepare("SELECT length(data) FROM ways_back WHERE receipt = ?");
+        *m_bytesForUndo -= size.with(oldest).step() ? size.integer(0) : 0;
+        m_database->prepare("DELETE FROM ways_back WHERE receipt = ?").with(oldest).run();
     }
 }
 

@@ -10,6 +10,7 @@
 #include "journal/RunRecord.h"
 
 #include <cstdint>
+#include <optional>
 #include <unordered_map>
 #include <vector>
 
@@ -53,6 +54,7 @@ private:
         std::int64_t entry = 0;
     };
     void addReceipt(const Place &place, const Receipt &receipt, Time when);
+    void addWayBack(std::int64_t receipt, const QByteArray &data);
     void addFiles(std::int64_t receipt, const char *role, const std::vector<Receipt::File> &files);
 
     const std::unique_ptr<Database> m_database;
@@ -64,6 +66,7 @@ private:
     Statement m_addReceipt;
     Statement m_addFile;
     Statement m_addWayBack;
+    std::optional<std::int64_t> m_bytesForUndo; // in the file, where they were counted
     std::unordered_map<Number, std::int64_t> m_runs;
     std::unordered_map<Number, Place> m_entries; // that have not ended
 };

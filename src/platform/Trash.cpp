@@ -215,15 +215,28 @@ QString moveToTrash(const QString &path)
     }
 }
 
-QStringList trashedFrom(const QString &path)
+const QStringList &TrashListing::namesIn(const QString &trash)
+{
+    const auto known = m_names.constFind(trash);
+    if (known != m_names.cend()) {
+        return *known;
+    }
+    QStringList names =
+        QDir(trash + QStringLiteral("/files")).entryList(QDir::Files | QDir::Hidden, QDir::Unsorted);
+    std::ranges::sort(names);
+    return *m_names.insert(trash, std::move(names));
+}
+
+QStringList TrashListing::from(const QString &path)
 try {
     const Place place = trashFor(QFileInfo(path).absolutePath());
     const QString name = QFile::decodeName(nameFor(path));
+    const QStringList &names = namesIn(place.folder);
     QStringList found;
-    for (const QString &each :
-         QDir(place.folder + QStringLiteral("/files")).entryList(QDir::Files | QDir::Hidden)) {
-        const QString trashed = place.folder + QStringLiteral("/files/") + each;
-        if (each.startsWith(name) && isFrom(infoOf(trashed), originOf(place, path))) {
+    for (auto each = std::ranges::lower_bound(names, name); each != names.cend() && each->startsWith(name);
+         ++each) {
+        const QString trashed = place.folder + QStringLiteral("/files/") + *each;
+        if (isFrom(infoOf(trashed), originOf(place, path))) {
             found.append(trashed);
         }
     }

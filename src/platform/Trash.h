@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <QHash>
 #include <QString>
 #include <QStringList>
 
@@ -12,9 +13,20 @@ namespace kruv {
 /// be done, a clause for a person; the file is then where it was.
 [[nodiscard]] QString moveToTrash(const QString &path);
 
-/// Where the files lie that came into the trash from `path`.
-QStringList trashedFrom(const QString &path);
-/// Brings one of those back. The same texts; a file that is at `path` by now stays.
+/// Brings a file back that lies in the trash. The same texts; a file that is at `path` by now stays.
 [[nodiscard]] QString restoreFromTrash(const QString &trashed, const QString &path);
+
+/// Where files lie that came into the trash. It looks through each trash once. One thread at a time.
+class TrashListing
+{
+public:
+    /// Those that came from `path`.
+    QStringList from(const QString &path);
+
+private:
+    const QStringList &namesIn(const QString &trash);
+
+    QHash<QString, QStringList> m_names; // by trash, in ascending order
+};
 
 } // namespace kruv

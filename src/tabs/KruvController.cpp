@@ -90,7 +90,11 @@ void KruvController::submit(const QString &tabLabel, std::span<const std::shared
                             const QString &plan)
 {
     m_runRecorder.announce(tabLabel, plan);
-    m_taskQueue.addTasks(jobs);
+    if (m_leavesJobs && !plan.isEmpty()) {
+        m_runRecorder.enlist(jobs);
+    } else {
+        m_taskQueue.addTasks(jobs);
+    }
 }
 
 void KruvController::recordDone(const QString &tabLabel, const std::vector<DoneRecord> &done)

@@ -45,6 +45,8 @@ public:
     void submit(const QString &tabLabel, std::span<const std::shared_ptr<KruvTask>> jobs,
                 const QString &plan) override;
     void recordDone(const QString &tabLabel, const std::vector<DoneRecord> &done) override;
+    /// From now on jobs that can be made once more by a later process are recorded, and not done in this one.
+    void leaveJobsToOthers() { m_leavesJobs = true; }
     /// What was done is recorded there.
     Journal &journal() { return m_journal; }
     RunRecorder &runRecorder() { return m_runRecorder; }
@@ -123,6 +125,7 @@ private:
     QHash<QString, BaseTab *> m_tabMap;
     int m_selectedTab = 0;
     bool m_intakeInBackground = false;
+    bool m_leavesJobs = false;
     BackgroundWork m_work;
 };
 

@@ -53,7 +53,7 @@ std::vector<HistoryRun> Resumption::candidates(History::Jobs jobs)
     return found;
 }
 
-void Resumption::offer(KruvTaskQueue &queue, RunRecorder &recorder, UserInterface &person)
+void Resumption::offer(KruvTaskQueue &queue, RunRecorder &recorder, UserInterface &person, const Show &show)
 try {
     const auto runs = candidates(History::Jobs::NotDone);
     const auto found = std::ranges::find_if(
@@ -61,39 +61,45 @@ try {
     if (found == runs.end()) {
         return;
     }
-    enum Answer { Continue, Show, Forget, Later };
-    const QStringList buttons{tr("Continue"), tr("Show"), tr("Forget"), tr("Later")};
-    const QString title = tr("A conversion stopped at %1 of %2.").arg(found->done).arg(found->all);
+    const QLocale locale;
     const QString when =
-        QLocale().toString(QDateTime::fromMSecsSinceEpoch(found->started), QLocale::ShortFormat);
-    int answer = Show;
-    while (answer == Show) {
-        answer = person.ask(UserInterface::Matter::Other, title, tr("It was begun on %1.").arg(when), buttons,
-                            Continue);
-        if (answer == Show) {
-            person.openResultsWindow(textOfRest(*found), title);
-        }
-    }
-    Resumption rest(*found, History::Jobs::NotDone);
-    if (answer == Continue && rest.take()) {
-        rest.queueJobs(queue, recorder);
+        locale.toString(QDateTime::fromMSecsSinceEpoch(found->started), QLocale::ShortFormat);
+    enum Answer { Continue, ShowIt, Forget };
+    const int answer = person.ask(UserInterface::Matter::Other,
+                                  tr("A conversion stopped at %1 of %2.")
+                                      .arg(locale.toString(found->done), locale.toString(found->all)),
+                                  tr("%1, begun on %2 in %3.").arg(found->command, when, found->folder),
+                                  {tr("Continue"), tr("Show"), tr("Forget"), tr("Later")}, Continue);
+    if (answer == Continue) {
+        goOn(*found, queue, recorder);
+    } else if (answer == ShowIt) {
+        show(*found);
     } else if (answer == Forget) {
         forget(*found);
     }
 } catch (const std::runtime_error &) { // what is wrong with the journal is said when it is to be written
 }
 
-/// The run's jobs that have not ended, a line each.
-QString Resumption::textOfRest(const HistoryRun &run)
+bool Resumption::goOn(const HistoryRun &run, KruvTaskQueue &queue, RunRecorder &recorder)
 {
-    QString text;
-    History(JournalFile::usualPath()).forEachEntryOf(run.id, [&text](const HistoryEntry &entry) {
-        if (!entry.hasState(EntryEnd::State::Done) && !entry.hasState(EntryEnd::State::Failed) &&
-            !entry.hasState(EntryEnd::State::Removed)) {
-            text += entry.source + u'\n';
-        }
-    });
-    return text;
+    Resumption rest(run, History::Jobs::NotDone);
+    const bool isOurs = rest.take();
+    if (isOurs) {
+        rest.queueJobs(queue, recorder);
+    }
+    return isOurs;
+}
+
+bool Resumption::takeOver(std::int64_t run, const QString &journal, KruvTaskQueue &queue,
+                          RunRecorder &recorder)
+try {
+    if (journal.isEmpty() || journal != JournalFile::usualPath()) {
+        return false;
+    }
+    const auto found = History(journal).run(run);
+    return found && ConversionOrder::fromText(found->plan) && goOn(*found, queue, recorder);
+} catch (const std::runtime_error &) {
+    return false;
 }
 
 void Resumption::forget(const HistoryRun &run)

@@ -9,6 +9,7 @@
 
 #include <QCoreApplication>
 
+#include <functional>
 #include <vector>
 
 namespace kruv {
@@ -29,9 +30,16 @@ public:
     /// is at them.
     static std::vector<HistoryRun> candidates(History::Jobs jobs);
 
-    /// Asks whether the latest run that was broken off is to go on, and does what the person says. Nothing
-    /// where there is none.
-    static void offer(KruvTaskQueue &queue, RunRecorder &recorder, UserInterface &person);
+    using Show = std::function<void(const HistoryRun &run)>;
+    /// Asks whether the latest run that was broken off is to go on, and does what the person says; `show`
+    /// where it is to be seen first. Nothing where there is none.
+    static void offer(KruvTaskQueue &queue, RunRecorder &recorder, UserInterface &person, const Show &show);
+    /// Does what is left of it. False where another process was faster.
+    static bool goOn(const HistoryRun &run, KruvTaskQueue &queue, RunRecorder &recorder);
+    /// The same for a run that another process wrote into that journal and will not touch any more. False
+    /// also where the journal is not this process's.
+    static bool takeOver(std::int64_t run, const QString &journal, KruvTaskQueue &queue,
+                         RunRecorder &recorder);
     /// It is no candidate any more.
     static void forget(const HistoryRun &run);
 
@@ -62,7 +70,6 @@ private:
     };
     Left leftOf(const HistoryEntry &entry) const;
     void add(const HistoryEntry &entry);
-    static QString textOfRest(const HistoryRun &run);
 
     const HistoryRun m_run;
     const bool m_triesAgain;

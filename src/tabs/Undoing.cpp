@@ -7,12 +7,33 @@
 #include "journal/JournalFile.h"
 #include "tasks/KruvTaskQueue.h"
 #include "tasks/RunRecorder.h"
+#include "util/UndoMeans.h"
 #include "util/UndoTask.h"
 
 #include <algorithm>
+#include <functional>
 #include <memory>
 
 namespace kruv {
+
+namespace {
+
+/// The sentences on the first ones, and one that counts the others.
+QStringList told(const QStringList &files, const std::function<QString(const QString &)> &sentence,
+                 const std::function<QString(int)> &others)
+{
+    constexpr qsizetype mostNamed = 10;
+    QStringList sentences;
+    for (const QString &file : files.mid(0, mostNamed)) {
+        sentences.append(sentence(file));
+    }
+    if (files.size() > mostNamed) {
+        sentences.append(others(static_cast<int>(files.size() - mostNamed)));
+    }
+    return sentences;
+}
+
+} // namespace
 
 std::vector<HistoryRun> Undoing::candidates()
 {
@@ -26,31 +47,112 @@ std::vector<HistoryRun> Undoing::candidates()
     return found;
 }
 
+std::optional<HistoryRun> Undoing::latest()
+{
+    const auto runs = candidates();
+    const auto found =
+        std::ranges::find_if(runs, [](const HistoryRun &run) { return run.command != command; });
+    return found == runs.end() ? std::nullopt : std::optional(*found);
+}
+
 Undoing::Undoing(const HistoryRun &run)
 {
     History(JournalFile::usualPath()).forEachEntryOf(run.id, [this](const HistoryEntry &entry) {
-        if (UndoTask::isPossible(entry)) {
-            m_entries.push_back(entry);
-        } else if (entry.hasReceipt) {
-            ++m_othersDone;
+        if (entry.hasReceipt && !entry.isUndone()) {
+            add(entry);
         }
     });
     std::ranges::reverse(m_entries);
 }
 
+void Undoing::add(const HistoryEntry &entry)
+{
+    const UndoTask::Kind kind = UndoTask::kindFor(entry);
+    const bool isMaker =
+        entry.hasAction(EntryRecord::Action::Make) || entry.hasAction(EntryRecord::Action::Replace);
+    if (kind != UndoTask::Kind::None) {
+        m_entries.push_back(entry);
+    } else if (!isMaker) {
+        m_keptNothing.append(entry.source);
+    }
+    for (const HistoryFile &file : entry.files) {
+        if (file.hasFate(Receipt::Fate::Deleted)) {
+            m_deleted.append(file.path);
+        } else if (isMaker && file.isOutput && FileStamp::of(file.path)) {
+            m_outputs.append(file.path);
+        }
+    }
+}
+
+QString Undoing::title() const
+{
+    const auto count = [this](UndoTask::Kind kind) {
+        return static_cast<int>(std::ranges::count(m_entries, kind, &UndoTask::kindFor));
+    };
+    if (const int renamed = count(UndoTask::Kind::Rename); renamed > 0) {
+        return renamed == 1 ? tr("Renaming of 1 File") : tr("Renaming of %n Files", nullptr, renamed);
+    }
+    int files = 0;
+    for (const HistoryEntry &entry : m_entries) {
+        files += static_cast<int>(std::ranges::count(entry.files, true, &HistoryFile::isOutput));
+    }
+    if (count(UndoTask::Kind::Edit) > 0) {
+        return files == 1 ? tr("Tagging of 1 File") : tr("Tagging of %n Files", nullptr, files);
+    }
+    if (const int trashing = count(UndoTask::Kind::FromTrash); trashing > 0) {
+        return trashing == 1 ? tr("Trashing of the Original of 1 Job")
+                             : tr("Trashing of the Originals of %n Jobs", nullptr, trashing);
+    }
+    return files == 1 ? tr("Return of 1 Original") : tr("Return of %n Originals", nullptr, files);
+}
+
+QStringList Undoing::whatStays() const
+{
+    return told(
+               m_outputs, [](const QString &file) { return tr("%1 was made, and stays.").arg(file); },
+               [](int count) { return tr("%n more file(s) that were made stay, too.", nullptr, count); }) +
+           told(
+               m_deleted,
+               [](const QString &file) { return tr("%1 was deleted, and can't be brought back.").arg(file); },
+               [](int count) {
+                   return tr("%n more deleted file(s) can't be brought back.", nullptr, count);
+               }) +
+           told(
+               m_keptNothing,
+               [](const QString &file) {
+                   return tr("%1 stays as it is; what it held before was not kept.").arg(file);
+               },
+               [](int count) { return tr("%n more file(s) stay as they are.", nullptr, count); });
+}
+
 void Undoing::queueJobs(KruvTaskQueue &queue, Journal &journal)
 {
-    connect(&queue, &KruvTaskQueue::taskEnded, this, [&journal](const KruvTask &task) {
-        const auto *undo = dynamic_cast<const UndoTask *>(&task);
-        if (undo && undo->state().whatWasDone() == TaskState::Outcome::Complete) {
-            journal.setUndone(undo->entry());
-        }
-    });
+    connect(&queue, &KruvTaskQueue::taskEnded, this,
+            [this, &journal](const KruvTask &task) { ended(task, journal); });
+    const auto means = std::make_shared<UndoMeans>(JournalFile::usualPath());
     std::vector<std::shared_ptr<KruvTask>> jobs;
     for (const HistoryEntry &entry : m_entries) {
-        jobs.push_back(std::make_shared<UndoTask>(&queue, entry));
+        jobs.push_back(std::make_shared<UndoTask>(&queue, entry, means));
     }
+    m_left = this->jobs();
     queue.addTasks(jobs);
+}
+
+void Undoing::ended(const KruvTask &task, Journal &journal)
+{
+    const auto *undo = dynamic_cast<const UndoTask *>(&task);
+    if (!undo) {
+        return;
+    }
+    if (undo->state().whatWasDone() == TaskState::Outcome::Complete) {
+        journal.setUndone(undo->entry());
+        ++m_done;
+    } else if (undo->error()) {
+        m_problems.append(undo->results()->results(task).trimmed());
+    }
+    if (--m_left == 0) {
+        Q_EMIT finished(m_done, m_problems);
+    }
 }
 
 } // namespace kruv

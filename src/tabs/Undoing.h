@@ -6,12 +6,15 @@
 #include "journal/History.h"
 
 #include <QObject>
+#include <QStringList>
 
+#include <optional>
 #include <vector>
 
 namespace kruv {
 
 class Journal;
+class KruvTask;
 class KruvTaskQueue;
 
 /// Takes back what a run did, job by job. Main thread; throws std::runtime_error for a journal that can't be
@@ -20,22 +23,42 @@ class Undoing : public QObject
 {
     Q_OBJECT
 public:
+    /// The command that an undo is recorded as.
+    static constexpr QLatin1StringView command{"undo"};
+
     /// Runs that did something which can be taken back, the latest first. Those that took something back
     /// themselves are among them.
     static std::vector<HistoryRun> candidates();
+    /// The latest of them that is no undo itself.
+    static std::optional<HistoryRun> latest();
 
     explicit Undoing(const HistoryRun &run);
 
     /// Queues what takes the run's jobs back, the last one first.
     void queueJobs(KruvTaskQueue &queue, Journal &journal);
 
+    /// What would be undone, to stand behind "Undo": "Renaming of 12 Files".
+    QString title() const;
+    /// What the run did that stays, a sentence each, with the file where it is one file's; the first of them,
+    /// and how many more there are.
+    QStringList whatStays() const;
     qsizetype jobs() const { return static_cast<qsizetype>(m_entries.size()); }
-    /// Jobs of the run that did something of which nothing is known that takes it back.
-    qsizetype othersDone() const { return m_othersDone; }
+
+Q_SIGNALS:
+    /// After the last job, with a sentence for each file that could not be put back.
+    void finished(qsizetype done, const QStringList &problems);
 
 private:
+    void add(const HistoryEntry &entry);
+    void ended(const KruvTask &task, Journal &journal);
+
     std::vector<HistoryEntry> m_entries; // to be taken back
-    qsizetype m_othersDone = 0;
+    QStringList m_keptNothing;           // files whose old bytes are not known
+    QStringList m_outputs;               // that were made and stay
+    QStringList m_deleted;               // originals
+    qsizetype m_left = 0;                // jobs that have not ended
+    qsizetype m_done = 0;
+    QStringList m_problems;
 };
 
 } // namespace kruv

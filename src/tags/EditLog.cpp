@@ -9,8 +9,8 @@ namespace kruv {
 
 namespace {
 
-// Of one file. Pictures fit; formats that spread their tags over the whole file, when it is long, don't.
-constexpr qint64 mostKept = qint64{4} * 1024 * 1024;
+// Bytes of one file. Several pictures at their longest fit.
+constexpr qint64 mostKept = qint64{64} * 1024 * 1024;
 
 thread_local EditLog *currentLog = nullptr;
 
@@ -31,15 +31,20 @@ EditLog *EditLog::current()
     return currentLog;
 }
 
-void EditLog::add(FileEdit back)
+void EditLog::add(std::optional<FileEdit> back)
 {
-    m_size += back.size();
-    m_edits.push_back(m_size > mostKept ? FileEdit() : std::move(back));
+    m_size += back ? back->size() : 0;
+    m_isComplete = m_isComplete && back && m_size <= mostKept;
+    if (m_isComplete) {
+        m_edits.push_back(std::move(*back));
+    } else {
+        m_edits.clear();
+    }
 }
 
 QByteArray EditLog::packed() const
 {
-    if (m_edits.empty() || m_size > mostKept) {
+    if (m_edits.empty()) {
         return {};
     }
     std::vector<FileEdit> lastFirst = m_edits;

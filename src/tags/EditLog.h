@@ -7,6 +7,7 @@
 
 #include <QByteArray>
 
+#include <optional>
 #include <vector>
 
 namespace kruv {
@@ -24,15 +25,16 @@ public:
     /// That of this thread; null where there is none.
     static EditLog *current();
 
-    /// `back` takes back what was written just now.
-    void add(FileEdit back);
+    /// `back` takes back what was written just now; nothing where that is not known.
+    void add(std::optional<FileEdit> back);
     /// All of it, for FileEdit::unpack(), what was written last first; empty where nothing was written, and
-    /// where it is too much to be kept.
+    /// where it is too much to be kept or not known.
     QByteArray packed() const;
 
 private:
     std::vector<FileEdit> m_edits; // in the order of writing
     qint64 m_size = 0;
+    bool m_isComplete = true;
 };
 
 } // namespace kruv

@@ -51,4 +51,31 @@ std::optional<std::vector<FileEdit>> FileEdit::unpack(const QByteArray &bytes)
     return stream.status() == QDataStream::Ok && !edits.empty() ? std::optional(edits) : std::nullopt;
 }
 
+QByteArray FileEdit::bundle(const QList<QByteArray> &packed)
+{
+    if (packed.size() <= 1) {
+        return packed.value(0);
+    }
+    if (packed.count(QByteArray()) == packed.size()) {
+        return {};
+    }
+    QByteArray bytes;
+    QDataStream stream(&bytes, QIODevice::WriteOnly);
+    stream.setVersion(QDataStream::Qt_6_4);
+    stream << packed;
+    return bytes;
+}
+
+QList<QByteArray> FileEdit::unbundle(const QByteArray &bytes, qsizetype files)
+{
+    if (files == 1) {
+        return {bytes};
+    }
+    QDataStream stream(bytes);
+    stream.setVersion(QDataStream::Qt_6_4);
+    QList<QByteArray> packed;
+    stream >> packed;
+    return stream.status() == QDataStream::Ok && packed.size() == files ? packed : QList<QByteArray>();
+}
+
 } // namespace kruv

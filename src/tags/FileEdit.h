@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QList>
 
 #include <optional>
 #include <vector>
@@ -28,6 +29,12 @@ struct FileEdit
     static QByteArray pack(const std::vector<FileEdit> &edits);
     /// Nothing for bytes that are none of these.
     static std::optional<std::vector<FileEdit>> unpack(const QByteArray &bytes);
+
+    /// The packed edits of several files, in an order that both sides know; those of which nothing is kept
+    /// are empty. One file's stay as they are.
+    static QByteArray bundle(const QList<QByteArray> &packed);
+    /// Empty where they are not those of so many files.
+    static QList<QByteArray> unbundle(const QByteArray &bytes, qsizetype files);
 };
 
 } // namespace kruv

@@ -18,6 +18,7 @@ constexpr long blockHeaderSize = 4;
 constexpr unsigned lastBlockFlag = 0x80;
 constexpr unsigned paddingType = 1;
 constexpr unsigned commentType = 4;
+constexpr unsigned pictureType = 6;
 
 long markerOffset(TagLib::IOStream &stream)
 {
@@ -65,6 +66,29 @@ std::optional<FlacMetadata> findFlacMetadata(TagLib::IOStream &stream)
         return std::nullopt;
     }
     return FlacMetadata{block->next, block->offset, block->type == paddingType};
+}
+
+std::vector<FlacSpan> findLastingParts(TagLib::IOStream &stream)
+{
+    constexpr long leastLength = 4096; // shorter ones are not worth a part of their own
+    std::vector<FlacSpan> parts;
+    const auto addPicture = [&parts](const Block &block) {
+        const long content = block.offset + blockHeaderSize;
+        if (block.type == pictureType && block.next - content >= leastLength) {
+            parts.push_back({content, block.next - content});
+        }
+    };
+    std::optional<Block> block = firstBlock(stream);
+    while (block && !block->isLast) {
+        addPicture(*block);
+        block = blockAt(stream, block->next);
+    }
+    if (!block || block->next > stream.length()) {
+        return {};
+    }
+    addPicture(*block);
+    parts.push_back({block->next, stream.length() - block->next});
+    return parts;
 }
 
 TagLib::ByteVector readFlacComments(TagLib::IOStream &stream)

@@ -6,6 +6,7 @@
 #include <optional>
 #include <tbytevector.h>
 #include <tiostream.h>
+#include <vector>
 
 namespace kruv {
 
@@ -25,6 +26,17 @@ std::optional<FlacMetadata> findFlacMetadata(TagLib::IOStream &stream);
 
 /// Content of the Vorbis comment block, as it stands in the file; empty without one.
 TagLib::ByteVector readFlacComments(TagLib::IOStream &stream);
+
+/// A part of a FLAC file, in bytes from its start.
+struct FlacSpan
+{
+    long offset = 0;
+    long length = 0;
+};
+
+/// The long parts that one who edits comments and padding leaves as they are, in order: what pictures hold,
+/// and last the audio with all behind it. Empty where findFlacMetadata() finds nothing.
+std::vector<FlacSpan> findLastingParts(TagLib::IOStream &stream);
 
 /// The library cuts back the padding of short files. This gives the padding at the end of the chain the size
 /// that lets the audio begin at `audioOffset` again, where that is possible: so room that someone left for

@@ -4,12 +4,16 @@
 #include "tags/FlacTagHelper.h"
 
 #include "platform/Resources.h"
+#include "tags/EditLog.h"
+#include "tags/FlacMetadataCopy.h"
 #include "tags/LeadingNumber.h"
 #include "tasks/NSTaskWrapperSync.h"
 
 #include <QFile>
 #include <QFileInfo>
 #include <QLoggingCategory>
+
+#include <memory>
 
 namespace kruv {
 
@@ -31,7 +35,12 @@ void editWithMetaflac(const QStringList &switches, const QString &path)
     const QFileInfo info(path);
     const QString target = info.isSymLink() ? info.canonicalFilePath() : path;
     const QFile::Permissions before = QFile::permissions(target);
+    EditLog *log = EditLog::current();
+    const auto copy = log ? std::make_unique<FlacMetadataCopy>(target) : nullptr;
     runMetaflac(switches, target);
+    if (log) {
+        log->add(copy->wayBack());
+    }
     if (QFile::permissions(target) != before) {
         QFile::setPermissions(target, before);
     }

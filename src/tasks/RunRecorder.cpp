@@ -112,6 +112,11 @@ RunRecorder::Number RunRecorder::runFor(const KruvTask *after)
     return m_currentRun;
 }
 
+void RunRecorder::enlist(std::span<const std::shared_ptr<KruvTask>> tasks)
+{
+    addEntries(tasks, runFor(nullptr));
+}
+
 void RunRecorder::added(std::span<const std::shared_ptr<KruvTask>> tasks, const KruvTask *after)
 {
     const Number run = runFor(after);

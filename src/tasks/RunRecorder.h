@@ -40,6 +40,8 @@ public:
     void announce(const QString &command, const QString &plan);
     /// What was done just now without jobs, as entries of the run.
     void record(const std::vector<DoneRecord> &done);
+    /// As entries of the run that wait: another process will take it over.
+    void enlist(std::span<const std::shared_ptr<KruvTask>> tasks);
     /// Whether what is left of the latest run can be done by a later process.
     bool canBeResumed() const { return m_canBeResumed; }
     /// Runs with jobs that are cancelled from here on count as broken off: nobody wanted them to end.

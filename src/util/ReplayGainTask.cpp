@@ -13,6 +13,7 @@ ReplayGainTask::ReplayGainTask(TaskCompletionSink *queue, const QString &launchP
                       QStringList{what == What::Add ? QStringLiteral("--add-replay-gain")
                                                     : QStringLiteral("--remove-replay-gain")} +
                           files)
+    , m_files(files)
     , m_folder(PathNames::folderOf(files.value(0)))
 {
     setTitle(what == What::Add ? tr("Adding FLAC replay gain") : tr("Removing FLAC replay gain"));
@@ -26,6 +27,36 @@ void ReplayGainTask::startTask()
     setTopTextFieldString(title());
     publish(&KruvTask::setTopTextFieldValue);
     startIndeterminateProgressBar(); // the tool tells nothing of its way
+}
+
+void ReplayGainTask::prepare()
+{
+    for (const QString &file : m_files) {
+        if (const auto stamp = FileStamp::of(file)) {
+            m_before.push_back({file, *stamp, FlacMetadataCopy(file)});
+        }
+    }
+}
+
+void ReplayGainTask::cleanup()
+{
+    Receipt receipt;
+    QList<QByteArray> waysBack;
+    for (const Before &before : m_before) {
+        const auto now = FileStamp::of(before.path);
+        if (!now || now->hasContentOf(before.stamp)) {
+            continue;
+        }
+        const auto back = before.metadata.wayBack();
+        receipt.sources.push_back({before.path, before.stamp});
+        receipt.outputs.push_back({before.path, *now});
+        waysBack.append(back ? FileEdit::pack({*back}) : QByteArray());
+    }
+    m_before.clear();
+    receipt.wayBack = FileEdit::bundle(waysBack);
+    if (!receipt.outputs.empty()) {
+        m_receipt = std::move(receipt);
+    }
 }
 
 void ReplayGainTask::finalCleanup()

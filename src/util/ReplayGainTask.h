@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "tags/FlacMetadataCopy.h"
 #include "tasks/KruvAsyncNSTask.h"
 
 #include <QCoreApplication>
@@ -22,12 +23,25 @@ public:
     void startTask() override;
     /// The folder.
     QString inputPath() const override { return m_folder; }
+    std::optional<Receipt> receipt() const override { return m_receipt; }
 
 protected:
+    void prepare() override;
+    void cleanup() override;
     void finalCleanup() override;
 
 private:
+    struct Before
+    {
+        QString path;
+        FileStamp stamp;
+        FlacMetadataCopy metadata;
+    };
+
+    const QStringList m_files;
     const QString m_folder;
+    std::vector<Before> m_before;
+    std::optional<Receipt> m_receipt;
 };
 
 } // namespace kruv

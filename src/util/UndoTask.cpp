@@ -3,20 +3,19 @@
 
 #include "util/UndoTask.h"
 
-#include "journal/History.h"
-#include "journal/JournalFile.h"
 #include "platform/Trash.h"
 #include "tags/EditLog.h"
 #include "tags/StagedFileStream.h"
 #include "tasks/FileCommit.h"
+#include "util/UndoMeans.h"
 
 #include <QFile>
-#include <QFileInfo>
 
 #include <algorithm>
 #include <fcntl.h>
 #include <stdexcept>
 #include <sys/stat.h>
+#include <utility>
 
 namespace kruv {
 
@@ -40,30 +39,31 @@ void setTimes(const QString &path, const FileStamp &stamp)
     utimensat(AT_FDCWD, QFile::encodeName(path).constData(), times, 0);
 }
 
-/// Where it was an edit or a rename, a job has one source.
-const HistoryFile &sourceOf(const HistoryEntry &entry)
-{
-    return *std::ranges::find(entry.files, false, &HistoryFile::isOutput);
-}
-
 } // namespace
 
-UndoTask::UndoTask(TaskCompletionSink *queue, const HistoryEntry &entry)
-    : StagedTask(queue, entry.output.isEmpty() ? entry.source : entry.output)
+UndoTask::UndoTask(TaskCompletionSink *queue, const HistoryEntry &entry, std::shared_ptr<UndoMeans> means)
+    : StagedTask(queue, kindFor(entry) == Kind::Rename ? entry.output : entry.source)
     , m_entry(entry)
+    , m_kind(kindFor(entry))
+    , m_means(std::move(means))
 {
+    results()->setHasResults(false); // whoever undoes a run tells of all of its jobs at once
 }
 
-bool UndoTask::isPossible(const HistoryEntry &entry)
+UndoTask::Kind UndoTask::kindFor(const HistoryEntry &entry)
 {
-    return entry.hasReceipt && !entry.isUndone() &&
-           (entry.hasWayBack || entry.hasAction(EntryRecord::Action::Rename) ||
-            std::ranges::any_of(entry.files, isTrashed));
-}
-
-bool UndoTask::isRename() const
-{
-    return m_entry.hasAction(EntryRecord::Action::Rename);
+    if (!entry.hasReceipt || entry.isUndone()) {
+        return Kind::None;
+    }
+    if (entry.hasAction(EntryRecord::Action::Rename)) {
+        return Kind::Rename;
+    }
+    if (entry.hasAction(EntryRecord::Action::Restore)) {
+        return Kind::IntoTrash;
+    }
+    return entry.hasWayBack                              ? Kind::Edit
+           : std::ranges::any_of(entry.files, isTrashed) ? Kind::FromTrash
+                                                         : Kind::None;
 }
 
 QString UndoTask::outputPath() const
@@ -74,8 +74,27 @@ QString UndoTask::outputPath() const
 EntryRecord UndoTask::plannedEntry() const
 {
     return {.source = inputPath(),
-            .output = m_entry.hasWayBack ? QString() : outputPath(),
-            .action = isRename() ? EntryRecord::Action::Rename : EntryRecord::Action::Work};
+            .output = m_kind == Kind::Rename ? outputPath() : QString(),
+            .action = m_kind == Kind::Rename      ? EntryRecord::Action::Rename
+                      : m_kind == Kind::FromTrash ? EntryRecord::Action::Restore
+                                                  : EntryRecord::Action::Work};
+}
+
+std::optional<Receipt> UndoTask::receipt() const
+{
+    if (m_receipt.sources.empty()) {
+        return std::nullopt;
+    }
+    Receipt receipt = m_receipt;
+    receipt.wayBack = FileEdit::bundle(m_waysBack);
+    return receipt;
+}
+
+template <typename Step> void UndoTask::attempt(const Step &step)
+try {
+    step();
+} catch (const std::exception &failure) {
+    fail(QString::fromUtf8(failure.what()));
 }
 
 void UndoTask::doStartTask()
@@ -83,18 +102,27 @@ void UndoTask::doStartTask()
     if (!startFinishing()) {
         return;
     }
-    if (isRename()) {
-        renameBack();
-    } else if (m_entry.hasWayBack) {
-        editBack();
-    } else {
-        restoreOriginals();
+    if (m_kind == Kind::Rename) {
+        return renameBack();
+    }
+    if (m_kind == Kind::Edit) {
+        return putBytesBack();
+    }
+    for (const HistoryFile &file : m_entry.files) {
+        if (m_kind == Kind::FromTrash && isTrashed(file)) {
+            attempt([&] { bringBack(file); });
+        } else if (m_kind == Kind::IntoTrash && file.isOutput) {
+            attempt([&] { trashAgain(file); });
+        }
     }
 }
 
 void UndoTask::renameBack()
 {
     const auto stamp = FileStamp::of(m_entry.output);
+    if (!stamp && m_entry.sourceIsAsItWas(m_entry.source)) {
+        return; // by an earlier undo that got no further
+    }
     if (!stamp) {
         refuse(tr("%1 is not there any more.").arg(m_entry.output));
     }
@@ -102,48 +130,87 @@ void UndoTask::renameBack()
         refuse(tr("%1 could not be given its old name %2: %3.")
                    .arg(m_entry.output, m_entry.source, problem->text));
     }
-    m_receipt = Receipt{.sources = {{m_entry.output, *stamp}}, .outputs = {{m_entry.source, *stamp}}};
+    m_receipt = {.sources = {{m_entry.output, *stamp}}, .outputs = {{m_entry.source, *stamp}}};
 }
 
-void UndoTask::editBack()
+void UndoTask::putBytesBack()
 {
-    const HistoryFile &before = sourceOf(m_entry);
-    if (!m_entry.outputsAreAsTheyWere()) {
-        refuse(tr("%1 was changed, moved or removed since, and is left as it is.").arg(before.path));
-    }
-    const auto edits = FileEdit::unpack(History(JournalFile::usualPath()).wayBackOf(m_entry.id));
-    const FileStamp now = FileStamp::of(before.path).value_or(FileStamp());
-    const EditLog log;
-    for (const FileEdit &edit : edits.value_or(std::vector<FileEdit>())) {
-        StagedFileStream stream(before.path);
-        if (!stream.isOpen() || !stream.apply(edit) || !stream.commit()) {
-            refuse(tr("%1 could not be written. Its disk may be full, or it may not be written to.")
-                       .arg(before.path));
-        }
-    }
-    setTimes(before.path, before.stamp);
-    m_receipt = Receipt{.sources = {{before.path, now}},
-                        .outputs = {{before.path, FileStamp::of(before.path).value_or(before.stamp)}},
-                        .wayBack = log.packed()};
-}
-
-void UndoTask::restoreOriginals()
-{
-    for (const HistoryFile &file : m_entry.files) {
-        if (!isTrashed(file)) {
-            continue;
-        }
-        const QStringList trashed = trashedFrom(file.path);
-        const auto found = std::ranges::find_if(trashed, [&file](const QString &each) {
-            return HistoryFile{.path = each, .stamp = file.stamp}.isAsItWas();
+    std::vector<Changed> changed;
+    for (const HistoryFile &after : m_entry.files) {
+        const auto before = std::ranges::find_if(m_entry.files, [&after](const HistoryFile &file) {
+            return after.isOutput && !file.isOutput && file.path == after.path;
         });
-        if (found == trashed.end()) {
-            refuse(tr("%1 is not in the trash any more.").arg(file.path));
-        }
-        if (const QString problem = restoreFromTrash(*found, file.path); !problem.isEmpty()) {
-            refuse(tr("%1: %2.").arg(file.path, problem));
+        if (before != m_entry.files.end()) {
+            changed.push_back({*before, after});
         }
     }
+    const auto files = static_cast<qsizetype>(changed.size());
+    const QList<QByteArray> packed = FileEdit::unbundle(m_means->wayBackOf(m_entry.id), files);
+    for (qsizetype index = 0; index < files; ++index) {
+        attempt([&] { putBytesBack(changed[static_cast<std::size_t>(index)], packed.value(index)); });
+    }
+}
+
+void UndoTask::putBytesBack(const Changed &file, const QByteArray &packed)
+{
+    const QString &path = file.before.path;
+    if (!file.after.isAsItWas()) {
+        if (file.before.isAsItWas()) {
+            return; // by an earlier undo that got no further
+        }
+        refuse(tr("%1 was changed, moved or removed since, and is left as it is.").arg(path));
+    }
+    const auto edits = FileEdit::unpack(packed);
+    StagedFileStream stream(path);
+    if (!stream.isOpen()) {
+        refuse(tr("%1 can't be read, and is left as it is.").arg(path));
+    }
+    const auto applies = [&stream](const FileEdit &edit) { return stream.apply(edit); };
+    if (!edits || !std::ranges::all_of(*edits, applies) || stream.length() != file.before.stamp.size) {
+        refuse(tr("What %1 held before was not kept, or the journal has it damaged. It is left as it is.")
+                   .arg(path));
+    }
+    const FileStamp now = FileStamp::of(path).value_or(FileStamp());
+    const EditLog log;
+    if (!stream.commit()) {
+        refuse(tr("%1 could not be written. Its disk may be full, or it may not be written to.").arg(path));
+    }
+    setTimes(path, file.before.stamp);
+    m_receipt.sources.push_back({path, now});
+    m_receipt.outputs.push_back({path, FileStamp::of(path).value_or(file.before.stamp)});
+    m_waysBack.append(log.packed());
+}
+
+void UndoTask::bringBack(const HistoryFile &original)
+{
+    if (original.isAsItWas()) {
+        return;
+    }
+    const QStringList trashed = m_means->trashedFrom(original.path);
+    const auto found = std::ranges::find_if(trashed, [&original](const QString &each) {
+        return HistoryFile{.path = each, .stamp = original.stamp}.isAsItWas();
+    });
+    if (found == trashed.end()) {
+        refuse(tr("%1 is not in the trash any more.").arg(original.path));
+    }
+    if (const QString problem = restoreFromTrash(*found, original.path); !problem.isEmpty()) {
+        refuse(tr("%1: %2.").arg(original.path, problem));
+    }
+    const FileStamp now = FileStamp::of(original.path).value_or(original.stamp);
+    m_receipt.sources.push_back({*found, now});
+    m_receipt.outputs.push_back({original.path, now});
+}
+
+void UndoTask::trashAgain(const HistoryFile &original)
+{
+    if (!original.isAsItWas()) {
+        refuse(tr("%1 was changed, moved or removed since, and is left as it is.").arg(original.path));
+    }
+    const FileStamp now = FileStamp::of(original.path).value_or(original.stamp);
+    if (const QString problem = moveToTrash(original.path); !problem.isEmpty()) {
+        refuse(tr("%1: %2.").arg(original.path, problem));
+    }
+    m_receipt.sources.push_back({original.path, now, Receipt::Fate::Trashed});
 }
 
 } // namespace kruv

@@ -8,35 +8,52 @@
 
 #include <QCoreApplication>
 
+#include <memory>
+
 namespace kruv {
 
+class UndoMeans;
+
 /// Takes back what one job of an earlier run did: gives a file its old name, puts back the bytes that tags
-/// took the place of, brings originals out of the trash. Nothing is replaced, and a file that is not as the
-/// job left it is left alone.
+/// took the place of, brings originals out of the trash, or back into it where it was that which was undone.
+/// Nothing is replaced, and a file that is not as the job left it is left alone. Of a job on several files
+/// each that can be is put back; it fails where one can't be, and may then be undone once more.
 class UndoTask : public StagedTask
 {
     Q_DECLARE_TR_FUNCTIONS(kruv::UndoTask)
 public:
-    UndoTask(TaskCompletionSink *queue, const HistoryEntry &entry);
+    UndoTask(TaskCompletionSink *queue, const HistoryEntry &entry, std::shared_ptr<UndoMeans> means);
 
-    /// Whether there is something to be taken back that the journal still knows how to.
-    static bool isPossible(const HistoryEntry &entry);
+    /// What would be done; None where the journal knows no way, or that was done.
+    enum class Kind { None, Rename, Edit, FromTrash, IntoTrash };
+    static Kind kindFor(const HistoryEntry &entry);
 
     /// The number in the journal's file of what is taken back.
     std::int64_t entry() const { return m_entry.id; }
     QString outputPath() const override;
     EntryRecord plannedEntry() const override;
-    std::optional<Receipt> receipt() const override { return m_receipt; }
+    std::optional<Receipt> receipt() const override;
 
 private:
+    struct Changed
+    {
+        const HistoryFile &before;
+        const HistoryFile &after;
+    };
+
     void doStartTask() override;
     void renameBack();
-    void editBack();
-    void restoreOriginals();
-    bool isRename() const;
+    void putBytesBack();
+    void putBytesBack(const Changed &file, const QByteArray &packed);
+    void bringBack(const HistoryFile &original);
+    void trashAgain(const HistoryFile &original);
+    template <typename Step> void attempt(const Step &step);
 
     const HistoryEntry m_entry;
-    std::optional<Receipt> m_receipt;
+    const Kind m_kind;
+    const std::shared_ptr<UndoMeans> m_means;
+    Receipt m_receipt;
+    QList<QByteArray> m_waysBack; // of the receipt's files
 };
 
 } // namespace kruv

@@ -199,4 +199,34 @@ TEST_F(ResumeTest, KnowsWhichRunsHaveSomethingLeft)
     EXPECT_EQ(resume({u"2"_s}).status, 2) << "nothing left";
 }
 
+TEST_F(ResumeTest, GoesOnWithOtherCommandsFileByFileOrSaysWhatToType)
+{
+    for (const QString &name : {u"1.wav"_s, u"-2 it's.wav"_s, u"3.wav"_s}) {
+        wav(name);
+    }
+    EXPECT_EQ(encode({u"--beside-source"_s, music}).status, 0);
+    EXPECT_EQ(run({u"verify"_s, u"--jobs"_s, u"1"_s, u"."_s}).status, 0);
+    EXPECT_EQ(
+        run({u"checksum"_s, u"create"_s, u"--kind"_s, u"md5"_s, u"--save"_s, u"a list.md5"_s, u"."_s}).status,
+        0);
+    // As where the second and the third run were killed.
+    inJournal("UPDATE runs SET ended = NULL WHERE id > 1");
+    inJournal("UPDATE entries SET state = 'waiting' WHERE run = 2 AND source LIKE '%it''s%'");
+    inJournal("UPDATE entries SET state = 'running' WHERE run = 3");
+
+    const Outcome listed = resume({u"--list"_s});
+    EXPECT_EQ(listed.out.count('\n'), 1) << listed.out.constData();
+    EXPECT_TRUE(listed.err.contains("kruv checksum create --kind md5 --save 'a list.md5' ."))
+        << listed.err.constData();
+    EXPECT_EQ(resume({u"3"_s}).status, 2);
+    const Outcome outcome = resume();
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_TRUE(outcome.err.contains("run 2: 1 of ")) << outcome.err.constData();
+    EXPECT_TRUE((outcome.out + outcome.err).contains("-2 it's.flac")) << outcome.out.constData();
+    EXPECT_FALSE((outcome.out + outcome.err).contains("3.flac"));
+    EXPECT_TRUE(resume().err.contains("nothing to resume"));
+    EXPECT_EQ(resume({u"3"_s, u"--discard"_s}).status, 0);
+    EXPECT_FALSE(resume({u"--list"_s}).err.contains("checksum create"));
+}
+
 } // namespace kruv::test

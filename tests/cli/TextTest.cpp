@@ -1,8 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The Kruv developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
+#include "cli/CommandRest.h"
 #include "cli/Commands.h"
 #include "cli/Console.h"
+#include "cli/LaunchArguments.h"
 #include "formats/FailureAdvice.h"
 #include "support/Files.h"
 #include "support/QtPrinters.h"
@@ -95,6 +97,58 @@ TEST(Completion, FollowsCommandsFlagsAndTheirValues)
           Case{{"decode", "--output", "x", "y"}, ":files\n"}, Case{{"decode", "--jobs", ""}, ""},
           Case{{"--tab", "fix"}, "fix SBE\n"}}) {
         EXPECT_EQ(Commands::completions(app, each.words), each.found);
+    }
+}
+
+TEST(LaunchArguments, AskForTheWindowOrACommand)
+{
+    const TemporaryFolder folder;
+    const QString file = folder.write(u"a b.wav"_s, "x");
+    struct Case
+    {
+        QStringList arguments;
+        bool opensWindow = false;
+        QString tab = {};
+        QStringList paths = {};
+        bool inNewWindow = false;
+    };
+    for (const Case &each :
+         {Case{{}, true}, Case{{u"encode"_s}}, Case{{u"--version"_s}}, Case{{u"no such file"_s}},
+          Case{{file}, true, {}, {file}}, Case{{u"--new-window"_s, file}, true, {}, {file}, true},
+          Case{{u"--new-window"_s, u"--tab"_s, u"Tags"_s}, true, u"Tags"_s, {}, true},
+          Case{{u"--tab"_s, u"Tags"_s, u"--new-window"_s, u"encode"_s},
+               true,
+               u"Tags"_s,
+               {u"encode"_s},
+               true}}) {
+        SCOPED_TRACE(each.arguments.join(u' ').toStdString());
+        const auto launch = LaunchArguments::parse(each.arguments);
+        EXPECT_EQ(launch.opensWindow, each.opensWindow);
+        EXPECT_EQ(launch.tab, each.tab);
+        EXPECT_EQ(launch.paths, each.paths);
+        EXPECT_EQ(launch.inNewWindow, each.inNewWindow);
+    }
+}
+
+TEST(CommandRest, GivesACommandOtherPathsOnlyWhereItIsPlainWhichTheyAre)
+{
+    struct Case
+    {
+        QStringList arguments;
+        std::optional<QStringList> with;
+    };
+    const QStringList paths{u"/-x"_s, u"/a b"_s};
+    for (const Case &each : {Case{{u"verify"_s, u"a"_s, u"--jobs"_s, u"2"_s, u"b"_s},
+                                  QStringList{u"verify"_s, u"--jobs"_s, u"2"_s, u"--"_s} + paths},
+                             Case{{u"tags"_s, u"set"_s, u"--title"_s, u"--x"_s, u"--"_s, u"-f"_s},
+                                  QStringList{u"tags"_s, u"set"_s, u"--title"_s, u"--x"_s, u"--"_s} + paths},
+                             Case{{u"tags"_s, u"set"_s, u"a"_s, u"--title"_s, u"a"_s}, std::nullopt},
+                             Case{{u"undo"_s, u"3"_s}, std::nullopt}, Case{{u"verify"_s}, std::nullopt}}) {
+        CLI::App app;
+        const auto verbs = Commands::declare(app);
+        app.require_subcommand(1);
+        EXPECT_EQ(CommandRest::withPaths(app, each.arguments, paths), each.with)
+            << each.arguments.join(u' ').toStdString();
     }
 }
 

@@ -4,6 +4,7 @@
 #include "support/Program.h"
 #include "support/QtPrinters.h"
 #include "support/TaggedAudio.h"
+#include "tags/FileEdit.h"
 
 #include <QDirIterator>
 #include <QMap>
@@ -17,6 +18,11 @@ class UndoTest : public Program
 protected:
     void SetUp() override { journal = folder.file(u"state/journal.db"_s); }
     Outcome undo(const QStringList &more = {}) { return run(QStringList{u"undo"_s} + more); }
+    void useTrash()
+    {
+        folder.makeFolder(u"kruv"_s);
+        folder.write(u"kruv/kruv.conf"_s, "[General]\ntrashOrDelete=1\n");
+    }
     QMap<QString, QByteArray> everything() const
     {
         QMap<QString, QByteArray> all;
@@ -72,6 +78,56 @@ TEST_F(UndoTest, LeavesAloneWhatWasChangedSince)
     EXPECT_EQ(readFile(changed.fileName()), theirs);
 }
 
+TEST_F(UndoTest, TouchesNothingWhereTheJournalIsDamaged)
+{
+    const AudioFolder made;
+    QFile::copy(made.audio(u"flac"_s), music + u"/a.flac"_s);
+    const auto plain = everything();
+    EXPECT_EQ(run({u"tags"_s, u"set"_s, u"--title"_s, u"X"_s, music}).status, 0);
+    const auto tagged = everything();
+    const QByteArray damaged[] = {
+        "nothing that was packed",
+        FileEdit::pack({{{{.offset = 1 << 30, .removed = 5}}}}),
+        FileEdit::pack({{{{.offset = 4, .removed = 1, .inserted = "other bytes"}}}}),
+    };
+    for (const QByteArray &each : damaged) {
+        inJournal("UPDATE ways_back SET data = ?", each);
+        const Outcome outcome = undo();
+        EXPECT_EQ(outcome.status, 1);
+        EXPECT_TRUE(outcome.err.contains("a.flac held before was not kept")) << outcome.err.constData();
+        EXPECT_TRUE(everything() == tagged);
+    }
+    EXPECT_FALSE(everything() == plain);
+}
+
+TEST_F(UndoTest, PutsBackWhatAnotherToolWroteIntoFlacFiles)
+{
+    folder.makeFolder(u"kruv"_s);
+    folder.write(u"kruv/kruv.conf"_s, "[General]\nnoPaddingFlacTags=true\n");
+    const AudioFolder made;
+    for (const QString &name : {u"a"_s, u"it's 100% b"_s}) {
+        QFile::copy(made.audio(u"flac"_s, u"a"_s), music + u'/' + name + u".flac"_s);
+    }
+    const auto plain = everything();
+    EXPECT_EQ(run({u"tags"_s, u"set"_s, u"--title"_s, u"without padding"_s, music}).status, 0);
+    const auto tagged = everything();
+    EXPECT_EQ(run({u"util"_s, u"replay-gain"_s, music}).status, 0);
+    const auto gained = everything();
+    ASSERT_FALSE(gained == tagged);
+
+    EXPECT_EQ(undo().status, 0);
+    EXPECT_TRUE(everything() == tagged);
+    EXPECT_EQ(undo({u"3"_s}).status, 0) << "the undo";
+    EXPECT_TRUE(everything() == gained);
+    EXPECT_EQ(undo({u"4"_s}).status, 0);
+    EXPECT_EQ(undo({u"1"_s}).status, 0);
+    EXPECT_TRUE(everything() == plain);
+
+    inJournal("UPDATE entries SET state = 'complete' WHERE run = 1"); // as where the undo was killed
+    EXPECT_EQ(undo({u"1"_s}).status, 0);
+    EXPECT_TRUE(everything() == plain);
+}
+
 TEST_F(UndoTest, GivesFilesTheirOldNamesBack)
 {
     for (const QString &name : {u"one.wav"_s, u"two.wav"_s, u"three.wav"_s}) {
@@ -96,8 +152,7 @@ TEST_F(UndoTest, GivesFilesTheirOldNamesBack)
 
 TEST_F(UndoTest, BringsOriginalsOutOfTheTrash)
 {
-    folder.makeFolder(u"kruv"_s);
-    folder.write(u"kruv/kruv.conf"_s, "[General]\ntrashOrDelete=1\n");
+    useTrash();
     const QString a = wav(u"a.wav"_s, 900);
     const QByteArray bytes = readFile(a);
     const QStringList command{u"--beside-source"_s, u"--delete-originals"_s, u"-y"_s, a};
@@ -105,11 +160,22 @@ TEST_F(UndoTest, BringsOriginalsOutOfTheTrash)
     ASSERT_FALSE(QFile::exists(a));
     wav(u"a.wav"_s, 500); // another one of that name goes the same way
     EXPECT_EQ(encode(command + QStringList{u"--overwrite"_s}).status, 0);
-    EXPECT_EQ(undo({u"1"_s}).status, 0);
+    const Outcome outcome = undo({u"1"_s});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_TRUE(outcome.err.contains("a.flac was made, and stays")) << outcome.err.constData();
     EXPECT_EQ(readFile(a), bytes);
     EXPECT_TRUE(QFile::exists(music + u"/a.flac"_s));
     EXPECT_EQ(undo({u"2"_s}).status, 1) << "its name is taken";
     EXPECT_EQ(readFile(a), bytes);
+    EXPECT_EQ(undo({u"3"_s}).status, 0) << "the undo";
+    EXPECT_FALSE(QFile::exists(a));
+    EXPECT_EQ(undo({u"5"_s}).status, 0) << "and that";
+    EXPECT_EQ(readFile(a), bytes);
+
+    const QString b = wav(u"b.wav"_s);
+    EXPECT_EQ(encode({u"--beside-source"_s, u"--delete-originals"_s, u"-y"_s, b}).status, 0);
+    EXPECT_EQ(undo().status, 0);
+    EXPECT_TRUE(run({u"history"_s, u"show"_s, u"7"_s}).out.contains("b.flac stays"));
 }
 
 } // namespace kruv::test

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "journal/Database.h"
 #include "platform/Resources.h"
 #include "support/Audio.h"
 #include "support/Files.h"
@@ -61,6 +62,13 @@ protected:
     Outcome encode(const QStringList &more)
     {
         return run(QStringList{u"encode"_s, u"--to"_s, u"flac"_s} + more);
+    }
+    /// Changes what is recorded.
+    void inJournal(const char *statement, const QByteArray &bytes = {})
+    {
+        Database database(journal, Database::Mode::Write, [] { return true; });
+        Statement prepared = database.prepare(statement);
+        (bytes.isNull() ? prepared : prepared.with(bytes)).run();
     }
     void shell(const QString &name, const QByteArray &script)
     {

@@ -46,7 +46,8 @@ protected:
     void offer(std::initializer_list<int> answers)
     {
         session.person.buttonAnswers = answers;
-        Resumption::offer(session.controller.taskQueue(), session.controller.runRecorder(), session.person);
+        Resumption::offer(session.controller.taskQueue(), session.controller.runRecorder(), session.person,
+                          [this](const HistoryRun &run) { shown.push_back(run.id); });
         EXPECT_TRUE(session.runToEnd());
     }
 
@@ -57,6 +58,7 @@ protected:
         EnvironmentVariable variable{"KRUV_JOURNAL", QFile::encodeName(path)};
     } journal;
     Session session;
+    std::vector<std::int64_t> shown;
 };
 
 } // namespace
@@ -70,11 +72,12 @@ TEST_F(ResumptionTest, APersonMayContinueLookForgetOrDoItLater)
     breakOff();
     offer({Later});
     EXPECT_FALSE(QFile::exists(session.music + u"/b.wav"_s));
-    offer({Show, Continue});
+    offer({Show});
+    EXPECT_EQ(shown.size(), 1U);
+    EXPECT_FALSE(QFile::exists(session.music + u"/b.wav"_s));
+    offer({Continue});
     ASSERT_EQ(session.person.questions.size(), 3U);
     EXPECT_EQ(session.person.questions[0].title, u"A conversion stopped at 1 of 2."_s);
-    ASSERT_EQ(session.person.resultsWindows.size(), 1U);
-    EXPECT_EQ(session.person.resultsWindows[0].text, session.music + u"/b.aiff\n"_s);
     EXPECT_TRUE(QFile::exists(session.music + u"/b.wav"_s));
     EXPECT_EQ(readFile(session.music + u"/a.wav"_s), "done");
     session.controller.journal().finish();
@@ -85,6 +88,29 @@ TEST_F(ResumptionTest, APersonMayContinueLookForgetOrDoItLater)
     offer({Forget});
     offer({});
     EXPECT_EQ(session.person.questions.size(), 4U);
+}
+
+TEST_F(ResumptionTest, TakesOverJobsThatAnotherProcessOnlyRecorded)
+{
+    const QString source = session.music + u"/c.aiff"_s;
+    writeWav(source, {.frames = 400});
+    const ConversionOrder order{.target = &wavFormat, .decodes = true};
+    OutputPlan plan({}, {});
+    plan.entries().push_back(
+        {.source = source, .folder = session.music, .output = session.music + u"/c.wav"_s});
+    KruvController &controller = session.controller;
+    controller.leaveJobsToOthers();
+    controller.submit(u"decode"_s, order.makeJobs(plan, &controller.taskQueue()).jobs, order.toText(plan));
+    EXPECT_EQ(controller.taskQueue().taskCount(), 0);
+    controller.journal().settle();
+
+    const auto takeOver = [&](const QString &path) {
+        return Resumption::takeOver(1, path, controller.taskQueue(), controller.runRecorder());
+    };
+    EXPECT_FALSE(takeOver(u"/another/journal.db"_s));
+    EXPECT_TRUE(takeOver(journal.path));
+    EXPECT_TRUE(session.runToEnd());
+    EXPECT_TRUE(QFile::exists(session.music + u"/c.wav"_s));
 }
 
 } // namespace kruv::test

@@ -149,9 +149,9 @@ TEST_F(Program, RemovesItsFileWhenTerminated)
     // has got its final rights, for then it is among those to remove.
     const Outcome outcome = runShell(
         "umask 022; cd " + shellWord(folder.path("")) + "; mkfifo pipe; exec 3<>pipe; head -c 100044 " +
-        shellWord(wav) + " >&3 & exec 4<>pipe; " + macProgram() +
+        shellWord(wav) + " >&3 & writer=$!; exec 4<>pipe; " + macProgram() +
         " pipe out.ape -c5000 & tool=$!; until find . -name '.kruv-*' -perm -040 | grep -q .; do "
-        "kill -0 $tool || break; done; kill -TERM $tool; wait $tool; echo $?; rm pipe");
+        "kill -0 $tool || break; done; kill -TERM $tool; wait $tool; echo $?; kill $writer; rm pipe");
     EXPECT_EQ(outcome.out, "143\n") << outcome.err;
     EXPECT_EQ(folder.names(), before);
 }

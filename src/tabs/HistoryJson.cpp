@@ -1,13 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The Kruv developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "cli/HistoryJson.h"
-
-#include "cli/JsonReporter.h"
+#include "tabs/HistoryJson.h"
 
 #include <QDateTime>
 #include <QJsonArray>
-#include <QJsonObject>
+#include <QJsonDocument>
 
 namespace kruv {
 
@@ -25,22 +23,27 @@ qint64 number(std::int64_t value)
 
 } // namespace
 
+void HistoryJson::write(const QJsonObject &object)
+{
+    m_write(QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact)) + u'\n');
+}
+
 void HistoryJson::run(const HistoryRun &run)
 {
-    JsonReporter::writeLine({{QStringLiteral("event"), QStringLiteral("run")},
-                             {QStringLiteral("run"), number(run.id)},
-                             {QStringLiteral("command"), run.command},
-                             {QStringLiteral("arguments"), QJsonArray::fromStringList(run.arguments)},
-                             {QStringLiteral("folder"), run.folder},
-                             {QStringLiteral("version"), run.version},
-                             {QStringLiteral("started"), utcTimeOf(run.started)},
-                             {QStringLiteral("ended"), run.ended ? utcTimeOf(*run.ended) : QJsonValue()},
-                             {QStringLiteral("status"), statusOf(run)},
-                             {QStringLiteral("jobs"), number(run.all)},
-                             {QStringLiteral("complete"), number(run.done)},
-                             {QStringLiteral("error"), number(run.failed)},
-                             {QStringLiteral("canceled"), number(run.cancelled)},
-                             {QStringLiteral("undone"), number(run.undone)}});
+    write({{QStringLiteral("event"), QStringLiteral("run")},
+           {QStringLiteral("run"), number(run.id)},
+           {QStringLiteral("command"), run.command},
+           {QStringLiteral("arguments"), QJsonArray::fromStringList(run.arguments)},
+           {QStringLiteral("folder"), run.folder},
+           {QStringLiteral("version"), run.version},
+           {QStringLiteral("started"), utcTimeOf(run.started)},
+           {QStringLiteral("ended"), run.ended ? utcTimeOf(*run.ended) : QJsonValue()},
+           {QStringLiteral("status"), states().of(run)},
+           {QStringLiteral("jobs"), number(run.all)},
+           {QStringLiteral("complete"), number(run.done)},
+           {QStringLiteral("error"), number(run.failed)},
+           {QStringLiteral("canceled"), number(run.cancelled)},
+           {QStringLiteral("undone"), number(run.undone)}});
 }
 
 void HistoryJson::beginEntriesOf(const HistoryRun &run)
@@ -53,7 +56,7 @@ void HistoryJson::entry(const HistoryEntry &entry)
     QJsonObject object{
         {QStringLiteral("event"), QStringLiteral("job")}, {QStringLiteral("run"), number(entry.run)},
         {QStringLiteral("command"), entry.command},       {QStringLiteral("time"), utcTimeOf(entry.changed)},
-        {QStringLiteral("status"), statusOf(entry)},      {QStringLiteral("action"), entry.action},
+        {QStringLiteral("status"), states().of(entry)},   {QStringLiteral("action"), entry.action},
         {QStringLiteral("input"), entry.source},          {QStringLiteral("output"), entry.output},
         {QStringLiteral("message"), entry.reason}};
     if (entry.hasReceipt) {
@@ -65,7 +68,7 @@ void HistoryJson::entry(const HistoryEntry &entry)
                              {QStringLiteral("changed"),
                               utcTimeOf(file.stamp.seconds * 1000 + file.stamp.nanoseconds / 1'000'000)}};
             each.insert(file.isOutput ? QStringLiteral("now") : QStringLiteral("original"),
-                        file.isOutput ? presentStateOf(file) : file.fate);
+                        file.isOutput ? HistoryStates::presentStateOf(file) : file.fate);
             (file.isOutput ? outputs : sources).append(each);
         }
         object.insert(QStringLiteral("seconds"), entry.seconds);
@@ -75,7 +78,7 @@ void HistoryJson::entry(const HistoryEntry &entry)
         object.insert(QStringLiteral("sources"), sources);
         object.insert(QStringLiteral("outputs"), outputs);
     }
-    JsonReporter::writeLine(object);
+    write(object);
 }
 
 } // namespace kruv

@@ -3,7 +3,11 @@
 
 #pragma once
 
-#include "cli/HistoryReport.h"
+#include "tabs/HistoryReport.h"
+
+#include <QJsonObject>
+
+#include <utility>
 
 namespace kruv {
 
@@ -11,9 +15,19 @@ namespace kruv {
 class HistoryJson : public HistoryReport
 {
 public:
+    explicit HistoryJson(Sink write)
+        : m_write(std::move(write))
+    {
+    }
+
     void run(const HistoryRun &run) override;
     void beginEntriesOf(const HistoryRun &run) override;
     void entry(const HistoryEntry &entry) override;
+
+private:
+    void write(const QJsonObject &object);
+
+    const Sink m_write;
 };
 
 } // namespace kruv

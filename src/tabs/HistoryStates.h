@@ -11,23 +11,14 @@
 
 namespace kruv {
 
-/// How `kruv history` shows what it found: for a person, or for programs.
-class HistoryReport
+/// In which state runs and their jobs are, in words for programs. One thread.
+class HistoryStates
 {
 public:
-    virtual ~HistoryReport() = default;
-
-    virtual void beginRuns() {}
-    virtual void run(const HistoryRun &run) = 0;
-    virtual void beginEntriesOf(const HistoryRun &run) = 0;
-    virtual void beginFound() {}
-    virtual void entry(const HistoryEntry &entry) = 0;
-
-protected:
-    /// What programs read: running, broken-off, complete, undone, error or canceled.
-    QString statusOf(const HistoryRun &run);
+    /// running, broken-off, complete, undone, error or canceled.
+    QString of(const HistoryRun &run);
     /// not-begun, waiting, running, broken-off, complete, undone, error, canceled or removed.
-    QString statusOf(const HistoryEntry &entry);
+    QString of(const HistoryEntry &entry);
     /// Of an output: whether it is as the job left it. same, changed or missing.
     static QString presentStateOf(const HistoryFile &file);
     /// What became of the sources, each word once.

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Kruv developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-#include "cli/HistoryReport.h"
+#include "tabs/HistoryStates.h"
 
 #include "journal/JournalWords.h"
 #include "tasks/StagingLock.h"
@@ -10,14 +10,14 @@
 
 namespace kruv {
 
-bool HistoryReport::hasEnded(const QString &process)
+bool HistoryStates::hasEnded(const QString &process)
 {
     const auto known = m_ended.constFind(process);
     return known != m_ended.cend() ? *known
                                    : *m_ended.insert(process, StagingLock::hasEnded(process.toUtf8()));
 }
 
-QString HistoryReport::statusOf(const HistoryRun &run)
+QString HistoryStates::of(const HistoryRun &run)
 {
     if (!run.ended) {
         return hasEnded(run.process) ? QStringLiteral("broken-off")
@@ -32,7 +32,7 @@ QString HistoryReport::statusOf(const HistoryRun &run)
     return QString::fromLatin1(JournalWords::of(state));
 }
 
-QString HistoryReport::statusOf(const HistoryEntry &entry)
+QString HistoryStates::of(const HistoryEntry &entry)
 {
     if (entry.state == QLatin1StringView(JournalWords::waiting) && hasEnded(entry.process)) {
         return QStringLiteral("not-begun");
@@ -43,7 +43,7 @@ QString HistoryReport::statusOf(const HistoryEntry &entry)
     return entry.state;
 }
 
-QString HistoryReport::presentStateOf(const HistoryFile &file)
+QString HistoryStates::presentStateOf(const HistoryFile &file)
 {
     if (file.isAsItWas()) {
         return QStringLiteral("same");
@@ -51,7 +51,7 @@ QString HistoryReport::presentStateOf(const HistoryFile &file)
     return FileStamp::of(file.path) ? QStringLiteral("changed") : QStringLiteral("missing");
 }
 
-QString HistoryReport::fatesOf(const HistoryEntry &entry)
+QString HistoryStates::fatesOf(const HistoryEntry &entry)
 {
     QStringList fates;
     for (const HistoryFile &file : entry.files) {

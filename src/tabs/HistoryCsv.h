@@ -3,7 +3,11 @@
 
 #pragma once
 
-#include "cli/HistoryReport.h"
+#include "tabs/HistoryReport.h"
+
+#include <QStringList>
+
+#include <utility>
 
 namespace kruv {
 
@@ -11,11 +15,22 @@ namespace kruv {
 class HistoryCsv : public HistoryReport
 {
 public:
+    explicit HistoryCsv(Sink write)
+        : m_write(std::move(write))
+    {
+    }
+
     void beginRuns() override;
     void run(const HistoryRun &run) override;
     void beginEntriesOf(const HistoryRun &run) override;
     void beginFound() override;
     void entry(const HistoryEntry &entry) override;
+
+private:
+    void write(const QStringList &values);
+    void nameEntryColumns();
+
+    const Sink m_write;
 };
 
 } // namespace kruv
