@@ -13,6 +13,7 @@
 #include <QSet>
 
 #include <cerrno>
+#include <chrono>
 #include <dirent.h>
 #include <fcntl.h>
 #include <filesystem>
@@ -57,12 +58,13 @@ StagingFolder::StagingFolder(const QString &folder)
         return;
     }
     // Until it holds its lock, another process that begins may sweep it.
-    constexpr int tries = 100;
-    int error = ENOENT;
-    for (int attempt = 0; attempt < tries && error == ENOENT; ++attempt) {
+    constexpr std::chrono::seconds longest(5);
+    const auto start = std::chrono::steady_clock::now();
+    int error = 0;
+    do {
         make(folder);
         error = lock();
-    }
+    } while (error == ENOENT && std::chrono::steady_clock::now() - start < longest);
     if (error != 0) {
         cannotWrite(folder, error);
     }
