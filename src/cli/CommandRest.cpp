@@ -114,6 +114,7 @@ void become(const QStringList &arguments, const QString &folder)
         encoded.push_back(QFile::encodeName(argument));
     }
     std::vector<char *> pointers;
+    pointers.reserve(encoded.size() + 1);
     for (QByteArray &argument : encoded) {
         pointers.push_back(argument.data());
     }

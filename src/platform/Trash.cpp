@@ -224,7 +224,7 @@ const QStringList &TrashListing::namesIn(const QString &trash)
     QStringList names =
         QDir(trash + QStringLiteral("/files")).entryList(QDir::Files | QDir::Hidden, QDir::Unsorted);
     std::ranges::sort(names);
-    return *m_names.insert(trash, std::move(names));
+    return *m_names.insert(trash, names);
 }
 
 QStringList TrashListing::from(const QString &path)

@@ -106,7 +106,7 @@ private:
 TEST_F(Steering, StandsStillWithItsToolsAndGoesOnToTheSameBytes)
 {
     for (const QString &name : {u"1.wav"_s, u"2.wav"_s, u"3.wav"_s}) {
-        writeWav(music + u'/' + name, {.frames = 44100 * 90});
+        writeWav(music + u'/' + name, {.frames = std::size_t{44'100} * 90});
     }
     const QStringList command{u"encode"_s,  u"--to"_s, u"flac"_s,
                               u"--level"_s, u"8"_s,    u"--jobs"_s,
