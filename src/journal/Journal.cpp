@@ -75,6 +75,11 @@ void Journal::end(Number entry, EntryEnd end)
     add([=, end = std::move(end)](JournalWriter &to, Time when) { to.end(entry, end, when); });
 }
 
+void Journal::expect(Number entry, Receipt receipt)
+{
+    add([=, receipt = std::move(receipt)](JournalWriter &to, Time when) { to.expect(entry, receipt, when); });
+}
+
 void Journal::tryAgain(Number run, Number entry)
 {
     add([=](JournalWriter &to, Time when) { to.tryAgain(run, entry, when); });

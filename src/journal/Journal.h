@@ -48,6 +48,8 @@ public:
     Number resumeRun(const ResumedRun &resumed);
     void setRunning(Number entry);
     void end(Number entry, EntryEnd end);
+    /// What the entry is about to do, for what a kill in its middle must not leave without a way back.
+    void expect(Number entry, Receipt receipt);
     /// An entry that failed and left no receipt waits once more, and so its run goes on.
     void tryAgain(Number run, Number entry);
     void endRun(Number run);

@@ -106,6 +106,11 @@ void JournalWriter::end(Number entry, const EntryEnd &end, Time when)
     }
 }
 
+void JournalWriter::expect(Number entry, const Receipt &receipt, Time when)
+{
+    addReceipt(m_entries.at(entry), receipt, when);
+}
+
 void JournalWriter::addReceipt(const Place &place, const Receipt &receipt, Time when)
 {
     m_addReceipt

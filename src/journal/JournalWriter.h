@@ -37,6 +37,7 @@ public:
     void addEntries(Number run, Number first, const std::vector<EntryRecord> &records, Time when);
     void setRunning(Number entry, Time when);
     void end(Number entry, const EntryEnd &end, Time when);
+    void expect(Number entry, const Receipt &receipt, Time when);
     void tryAgain(Number run, Number entry, Time when);
     void endRun(Number run, Time when);
     /// Entries of any run, by their numbers in the file: what they did was undone.

@@ -97,10 +97,11 @@ void KruvController::submit(const QString &tabLabel, std::span<const std::shared
     }
 }
 
-void KruvController::recordDone(const QString &tabLabel, const std::vector<DoneRecord> &done)
+void KruvController::doRecorded(const QString &tabLabel, const std::vector<DoneRecord> &plan,
+                                const std::function<void()> &work)
 {
     m_runRecorder.announce(tabLabel, {});
-    m_runRecorder.record(done);
+    m_runRecorder.record(plan, work);
 }
 
 void KruvController::addTab(BaseTab &tab)

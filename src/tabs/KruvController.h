@@ -44,7 +44,8 @@ public:
     KruvTaskQueue &taskQueue() override { return m_taskQueue; }
     void submit(const QString &tabLabel, std::span<const std::shared_ptr<KruvTask>> jobs,
                 const QString &plan) override;
-    void recordDone(const QString &tabLabel, const std::vector<DoneRecord> &done) override;
+    void doRecorded(const QString &tabLabel, const std::vector<DoneRecord> &plan,
+                    const std::function<void()> &work) override;
     /// From now on jobs that can be made once more by a later process are recorded, and not done in this one.
     void leaveJobsToOthers() { m_leavesJobs = true; }
     /// What was done is recorded there.

@@ -6,6 +6,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <memory>
 #include <span>
 #include <vector>
@@ -30,8 +31,9 @@ public:
     /// empty.
     virtual void submit(const QString &tabLabel, std::span<const std::shared_ptr<KruvTask>> jobs,
                         const QString &plan) = 0;
-    /// Keeps in mind what was done without jobs.
-    virtual void recordDone(const QString &tabLabel, const std::vector<DoneRecord> &done) = 0;
+    /// Does what needs no jobs, and keeps it in mind (RunRecorder::record).
+    virtual void doRecorded(const QString &tabLabel, const std::vector<DoneRecord> &plan,
+                            const std::function<void()> &work) = 0;
     virtual Preferences &preferences() = 0;
     virtual UserInterface &userInterface() = 0;
     /// The one window for track names; every tab that works with names listens to it.

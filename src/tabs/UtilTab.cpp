@@ -22,6 +22,19 @@ namespace kruv {
 
 namespace {
 
+/// Of renames that are to come: they leave what a stamp holds as it is.
+std::vector<DoneRecord> recordOf(const QList<BatchRename::Move> &moves)
+{
+    std::vector<DoneRecord> plan;
+    plan.reserve(static_cast<std::size_t>(moves.size()));
+    for (const BatchRename::Move &move : moves) {
+        const FileStamp stamp = FileStamp::of(move.from).value_or(FileStamp());
+        plan.push_back({.entry = {move.from, move.to, EntryRecord::Action::Rename},
+                        .receipt = {.sources = {{move.from, stamp}}, .outputs = {{move.to, stamp}}}});
+    }
+    return plan;
+}
+
 /// Those that are of one of the formats by their names.
 QStringList filesOf(QStringList files, const QList<const Format *> &formats)
 {
@@ -141,24 +154,13 @@ void UtilTab::batchRename()
     }
     try {
         const auto moves = BatchRename::plan(fileNames(), *prefix);
-        BatchRename::carryOut(moves);
-        recordRenames(moves);
+        BatchRename::requirePossible(moves);
+        host().doRecorded(label(), recordOf(moves), [&moves] { BatchRename::carryOut(moves); });
         clearFiles();
         Q_EMIT filesRenamed(moves);
     } catch (const BatchRename::Refused &reason) {
         showError(QString::fromUtf8(reason.what()));
     }
-}
-
-void UtilTab::recordRenames(const QList<BatchRename::Move> &moves)
-{
-    std::vector<DoneRecord> done;
-    for (const BatchRename::Move &move : moves) {
-        const FileStamp stamp = FileStamp::of(move.to).value_or(FileStamp());
-        done.push_back({.entry = {move.from, move.to, EntryRecord::Action::Rename},
-                        .receipt = {.sources = {{move.from, stamp}}, .outputs = {{move.to, stamp}}}});
-    }
-    host().recordDone(label(), done);
 }
 
 void UtilTab::replayGain()

@@ -72,7 +72,6 @@ private:
     CDExtractTask::Request cdRequest(const QString &folder, const QString &bsdName) const;
     QString getProvider(const QString &bsdName) const;
     void batchRename();
-    void recordRenames(const QList<BatchRename::Move> &moves);
     void replayGain();
     void convertSampleRate();
     void applyDeEmphasis();

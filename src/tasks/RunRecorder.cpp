@@ -128,21 +128,34 @@ void RunRecorder::added(std::span<const std::shared_ptr<KruvTask>> tasks, const 
     m_unfinished[run] += static_cast<int>(tasks.size());
 }
 
-void RunRecorder::record(const std::vector<DoneRecord> &done)
+void RunRecorder::record(const std::vector<DoneRecord> &plan, const std::function<void()> &work)
 {
     const Number run = runFor(nullptr);
     std::vector<EntryRecord> entries;
-    entries.reserve(done.size());
-    for (const DoneRecord &each : done) {
+    entries.reserve(plan.size());
+    for (const DoneRecord &each : plan) {
         entries.push_back(each.entry);
     }
-    Number entry = m_journal.addEntries(run, std::move(entries));
-    for (const DoneRecord &each : done) {
-        m_journal.end(entry++, {.receipt = each.receipt});
+    const Number first = m_journal.addEntries(run, std::move(entries));
+    for (std::size_t index = 0; index < plan.size(); ++index) {
+        m_journal.expect(first + index, plan[index].receipt);
     }
-    if (!m_unfinished.contains(run)) {
-        m_journal.endRun(run);
+    m_journal.waitUntilWritten();
+    const auto endAll = [&](EntryEnd::State state) {
+        for (std::size_t index = 0; index < plan.size(); ++index) {
+            m_journal.end(first + index, {.state = state});
+        }
+        if (!m_unfinished.contains(run)) {
+            m_journal.endRun(run);
+        }
+    };
+    try {
+        work();
+    } catch (...) {
+        endAll(EntryEnd::State::Failed);
+        throw;
     }
+    endAll(EntryEnd::State::Done);
 }
 
 RunRecorder::Number RunRecorder::addEntries(std::span<const std::shared_ptr<KruvTask>> tasks, Number run)

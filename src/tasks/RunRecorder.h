@@ -38,8 +38,10 @@ public:
     /// The jobs that come before control returns to the event loop are a run of this command's. Those with a
     /// plan (RunRecord) are one by themselves.
     void announce(const QString &command, const QString &plan);
-    /// What was done just now without jobs, as entries of the run.
-    void record(const std::vector<DoneRecord> &done);
+    /// Work that is done without jobs, as entries of the run. Its plan, with the receipts that it will earn,
+    /// is in the journal before it begins: a program that is killed in the middle of it leaves what can be
+    /// undone. Throws what `work` throws; all of it has failed then.
+    void record(const std::vector<DoneRecord> &plan, const std::function<void()> &work);
     /// As entries of the run that wait: another process will take it over.
     void enlist(std::span<const std::shared_ptr<KruvTask>> tasks);
     /// Whether what is left of the latest run can be done by a later process.

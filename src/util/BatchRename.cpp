@@ -38,20 +38,6 @@ QStringList takeBack(const QList<Move> &moves, qsizetype count)
     return stuck;
 }
 
-void requirePossible(const QList<Move> &moves)
-{
-    for (const Move &each : moves) {
-        if (FileCommit::isTaken(each.to)) {
-            throw Refused(Text::tr("File at \"%1\" already exists").arg(each.to));
-        }
-    }
-    for (const Move &each : moves) {
-        if (!FileCommit::isTaken(each.from)) {
-            throw Refused(Text::tr("File at \"%1\" is gone. No file was renamed.").arg(each.from));
-        }
-    }
-}
-
 } // namespace
 
 QList<Move> plan(const QStringList &files, const QString &prefix)
@@ -71,9 +57,22 @@ QList<Move> plan(const QStringList &files, const QString &prefix)
     return moves;
 }
 
+void requirePossible(const QList<Move> &moves)
+{
+    for (const Move &each : moves) {
+        if (FileCommit::isTaken(each.to)) {
+            throw Refused(Text::tr("File at \"%1\" already exists").arg(each.to));
+        }
+    }
+    for (const Move &each : moves) {
+        if (!FileCommit::isTaken(each.from)) {
+            throw Refused(Text::tr("File at \"%1\" is gone. No file was renamed.").arg(each.from));
+        }
+    }
+}
+
 void carryOut(const QList<Move> &moves)
 {
-    requirePossible(moves);
     for (qsizetype done = 0; done < moves.size(); ++done) {
         const Move &each = moves[done];
         qCInfo(renameLog, "renaming %s to %s", qUtf8Printable(each.from), qUtf8Printable(each.to));

@@ -33,8 +33,11 @@ public:
 /// nothing.
 QList<Move> plan(const QStringList &files, const QString &prefix);
 
-/// Carries the moves out. Never replaces a file. Throws Refused when a new name is taken or a file is gone,
-/// before anything is touched, and when a move fails, after taking the earlier ones back. Each move is one
+/// Throws Refused when a new name is taken or a file is gone.
+void requirePossible(const QList<Move> &moves);
+
+/// Carries possible moves out. Never replaces a file. Throws Refused when a move fails, after taking the
+/// earlier ones back. Each move is one
 /// step of the file system: a program that is killed leaves every file whole, under its old or its new name.
 void carryOut(const QList<Move> &moves);
 

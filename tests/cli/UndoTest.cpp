@@ -150,6 +150,20 @@ TEST_F(UndoTest, GivesFilesTheirOldNamesBack)
     EXPECT_TRUE(everything() == before);
 }
 
+TEST_F(UndoTest, TakesBackRenamesThatAKillInterrupted)
+{
+    for (int index = 0; index < 2000; ++index) {
+        writeFile(music + u"/%1.txt"_s.arg(index), QByteArray::number(index));
+    }
+    const auto before = everything();
+    const auto renaming = start({u"util"_s, u"rename"_s, u"--prefix"_s, u"Disc"_s, music});
+    ASSERT_TRUE(waitUntil([this] { return !files(u"Disc*"_s).isEmpty(); }));
+    renaming->kill();
+    end(*renaming);
+    EXPECT_EQ(undo().status, 0);
+    EXPECT_TRUE(everything() == before);
+}
+
 TEST_F(UndoTest, BringsOriginalsOutOfTheTrash)
 {
     useTrash();

@@ -67,7 +67,7 @@ protected:
             done.push_back({.entry = {folder.file(name), to, EntryRecord::Action::Rename},
                             .receipt = {.sources = {{folder.file(name), stamp}}, .outputs = {{to, stamp}}}});
         }
-        controller.recordDone(u"util"_s, done);
+        controller.doRecorded(u"util"_s, done, [] {});
         serveEvents();
     }
 };
