@@ -36,8 +36,23 @@ void CreateFFPTask::doStartTask()
 {
     ToolCatalog::requireLaunchable(toolPath(QStringLiteral("metaflac")));
     showStatus(tr("Creating FFP checksum file"));
-    for (const TargetedList &list : std::as_const(m_lists)) {
-        doCreateFFP(list);
+    for (TargetedList &list : m_lists) {
+        if (m_leavesOutUnmade) {
+            leaveOutUnmade(list.files);
+        }
+        if (!list.files.isEmpty()) {
+            doCreateFFP(list);
+        }
+    }
+}
+
+/// A tool's words on what is not there are no fingerprint.
+void CreateFFPTask::leaveOutUnmade(QStringList &files)
+{
+    const auto unmade =
+        static_cast<int>(files.removeIf([](const QString &file) { return !QFileInfo::exists(file); }));
+    if (unmade > 0) {
+        fail(tr("%n file(s) are not in the list, as they were not made.", nullptr, unmade));
     }
 }
 

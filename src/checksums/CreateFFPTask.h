@@ -25,6 +25,9 @@ public:
     CreateFFPTask(TaskCompletionSink *queue, const QStringList &files, const QString &path);
     CreateFFPTask(TaskCompletionSink *queue, const QList<List> &lists);
 
+    /// The files are outputs of other jobs: those that were not made are left out, and counted.
+    void leaveOutUnmade() { m_leavesOutUnmade = true; }
+
     QString outputPath() const override { return m_lists.isEmpty() ? QString() : m_lists[0].target.path(); }
 
 private:
@@ -35,10 +38,12 @@ private:
     };
 
     void doStartTask() override;
+    void leaveOutUnmade(QStringList &files);
     void doCreateFFP(const TargetedList &list);
     QString fingerprintOf(const QString &file);
 
     QList<TargetedList> m_lists;
+    bool m_leavesOutUnmade = false;
 };
 
 } // namespace kruv

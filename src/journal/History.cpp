@@ -112,8 +112,12 @@ void History::forEachRunWith(Jobs jobs, const RunVisitor &visit) const
         " WHERE x.run = r.id AND x.state <> 'undone' AND (x.action IN ('rename', 'restore')"
         " OR EXISTS (SELECT 1 FROM ways_back WHERE receipt = y.id)"
         " OR EXISTS (SELECT 1 FROM receipt_files WHERE receipt = y.id AND fate = 'trashed')))";
-    const std::string notDone = " WHERE r.forgotten = 0 AND (r.ended IS NULL OR EXISTS (SELECT 1 FROM entries"
-                                " WHERE run = r.id AND state NOT IN ('complete', 'undone', 'removed'";
+    // What a person has undone is not to be gone on with.
+    const std::string notDone =
+        " WHERE r.forgotten = 0"
+        " AND NOT EXISTS (SELECT 1 FROM entries WHERE run = r.id AND state = 'undone')"
+        " AND (r.ended IS NULL OR EXISTS (SELECT 1 FROM entries"
+        " WHERE run = r.id AND state NOT IN ('complete', 'undone', 'removed'";
     visitRuns(jobs == Jobs::Undoable          ? undoable
               : jobs == Jobs::NotDoneOrFailed ? notDone + ")))"
                                               : notDone + ", 'error')))",

@@ -151,7 +151,9 @@ std::shared_ptr<KruvTask> ConversionOrder::makeLists(const OutputPlan &plan, Tas
             lists.append({list.path, files});
         }
     }
-    return std::make_shared<CreateFFPTask>(queue, lists);
+    auto job = std::make_shared<CreateFFPTask>(queue, lists);
+    job->leaveOutUnmade();
+    return job;
 }
 
 bool ConversionOrder::makesTheSame(const ConversionOrder &other) const

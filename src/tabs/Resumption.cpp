@@ -5,6 +5,7 @@
 
 #include "base/PathNames.h"
 #include "base/UserInterface.h"
+#include "formats/Formats.h"
 #include "journal/JournalFile.h"
 #include "tasks/FileCommit.h"
 #include "tasks/KruvTask.h"
@@ -161,7 +162,8 @@ Resumption::Left Resumption::leftOf(const HistoryEntry &entry) const
 {
     if (entry.hasState(EntryEnd::State::Failed)) {
         // What it made all the same lacks something that the file does not tell.
-        return m_triesAgain && !entry.hasReceipt ? Left::All : Left::Nothing;
+        const bool madeSomething = entry.hasReceipt && FileCommit::isTaken(entry.output);
+        return m_triesAgain && !madeSomething ? Left::All : Left::Nothing;
     }
     if (entry.outputsAreAsTheyWere()) {
         return Left::Nothing;
@@ -171,9 +173,25 @@ Resumption::Left Resumption::leftOf(const HistoryEntry &entry) const
     }
     if (!QFileInfo::exists(entry.source)) {
         // An original that the run was to delete went when its output was proven and on the disk.
-        return m_kept.order.deletes ? Left::Nothing : Left::All;
+        return m_kept.order.deletes && isOfThisRun(entry.output) ? Left::Nothing : Left::All;
     }
     return entry.hasReceipt ? Left::Proof : Left::PerhapsAll;
+}
+
+/// A whole file of the kind that is made, and no older than the run.
+bool Resumption::isOfThisRun(const QString &output) const
+try {
+    const Format *made =
+        m_kept.order.target ? m_kept.order.target : Formats::ofType(PathNames::fileType(output));
+    const QFileInfo file(output);
+    constexpr qint64 coarsest = 2000; // milliseconds, the time stamps of FAT
+    if (!file.isFile() || file.lastModified().toMSecsSinceEpoch() < m_run.started - coarsest) {
+        return false;
+    }
+    Formats::requireContent(output, made);
+    return true;
+} catch (const std::runtime_error &) {
+    return false;
 }
 
 qsizetype Resumption::jobsDone() const

@@ -69,6 +69,7 @@ private:
         Proof
     };
     Left leftOf(const HistoryEntry &entry) const;
+    bool isOfThisRun(const QString &output) const;
     void add(const HistoryEntry &entry);
 
     const HistoryRun m_run;

@@ -154,6 +154,35 @@ TEST_F(ResumeTest, LeavesAloneWhatAPersonDidSince)
     EXPECT_TRUE(run({u"history"_s}).out.contains("4 job(s)  ")) << "one run, not two";
 }
 
+TEST_F(ResumeTest, MissesOriginalsThatNobodyConverted)
+{
+    for (const QString &name : {u"1 done.wav"_s, u"2 lost.wav"_s, u"3 text.wav"_s, u"4 left.wav"_s}) {
+        wav(name);
+    }
+    breakOff({u"--delete-originals"_s, u"-y"_s, u"--fingerprints"_s, music}, "*done*");
+    QFile::remove(music + u"/1 done.flac"_s);
+    for (const QString &name : {u"/2 lost"_s, u"/3 text"_s}) {
+        QFile::remove(music + name + u".wav"_s);
+    }
+    QDir(music).mkdir(u"2 lost.flac"_s);
+    writeFile(music + u"/3 text.flac"_s, "somebody's");
+
+    EXPECT_EQ(resume().status, 1);
+    const QString list = music + u"/fingerprint.ffp.txt"_s;
+    EXPECT_TRUE(readFile(list).contains("\n4 left.flac:")) << readFile(list).constData();
+    EXPECT_EQ(readFile(music + u"/3 text.flac"_s), "somebody's");
+
+    QDir(music).rmdir(u"2 lost.flac"_s);
+    QFile::remove(music + u"/3 text.flac"_s);
+    for (const QString &name : {u"1 done.wav"_s, u"2 lost.wav"_s, u"3 text.wav"_s}) {
+        wav(name);
+    }
+    EXPECT_EQ(resume({u"--failed"_s}).status, 0);
+    EXPECT_EQ(files(u"*.flac"_s).size(), 4);
+    EXPECT_EQ(readFile(list).count(".flac:"), 4);
+    EXPECT_EQ(files(u"*.wav"_s), QStringList());
+}
+
 TEST_F(ResumeTest, TheSameCommandSkipsWhatItMadeBefore)
 {
     for (const bool deletes : {false, true}) {
