@@ -3,6 +3,7 @@
 
 #include "cli/LaunchArguments.h"
 #include "cli/Program.h"
+#include "platform/SignalWatcher.h"
 #ifdef KRUV_HAS_WINDOW
 #include "gui/WindowProgram.h"
 #else
@@ -62,6 +63,7 @@ int openWindow(int, char **, const kruv::LaunchArguments &)
 
 int main(int argc, char **argv)
 {
+    kruv::SignalWatcher::ignoreQuestions();
     keepStandardStreams();
     ensureUtf8Locale();
     QCoreApplication::setApplicationName(QStringLiteral("kruv"));

@@ -9,6 +9,7 @@
 #include <QAbstractItemView>
 #include <QAction>
 #include <QItemSelectionModel>
+#include <QSet>
 
 #include <algorithm>
 #include <chrono>
@@ -53,8 +54,14 @@ void JobActions::addMoves()
         if (where != Move::Up) {
             std::ranges::reverse(jobs); // so that they keep their order among themselves
         }
+        QSet<const KruvTask *> staying; // none of the others passes one of them
         for (const auto &job : jobs) {
-            m_queue.move(*job, where);
+            const KruvTask *const place = m_queue.placeFor(*job, where);
+            if (where != Move::First && (!place || staying.contains(place))) {
+                staying.insert(job.get());
+            } else {
+                m_queue.move(*job, where);
+            }
         }
         m_view->scrollTo(m_view->currentIndex());
     };
@@ -125,7 +132,7 @@ void JobActions::update()
         return std::ranges::any_of(jobs, [&](const auto &job) { return holds(*job); });
     };
     const auto anyCan = [&](Move where) {
-        return any([&](const KruvTask &job) { return m_queue.canMove(job, where); });
+        return any([&](const KruvTask &job) { return m_queue.placeFor(job, where) != nullptr; });
     };
     m_pause->setText(m_queue.isPaused() ? tr("&Continue") : tr("&Pause"));
     m_pause->setEnabled(m_queue.taskCount() > 0);

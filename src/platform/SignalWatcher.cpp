@@ -55,10 +55,16 @@ SignalWatcher::SignalWatcher(QObject *parent)
     std::ranges::for_each(signals, watch);
 }
 
+void SignalWatcher::ignoreQuestions()
+{
+    std::signal(SIGUSR1, SIG_IGN);
+}
+
 SignalWatcher::~SignalWatcher()
 {
     for (const int number : signals) {
-        std::signal(number, SIG_DFL);
+        // A question that comes too late must not end the program.
+        std::signal(number, number == SIGUSR1 ? SIG_IGN : SIG_DFL);
     }
     close(pipeEnds[0]);
     close(pipeEnds[1]);

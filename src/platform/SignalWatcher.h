@@ -15,6 +15,8 @@ public:
     explicit SignalWatcher(QObject *parent = nullptr);
     ~SignalWatcher() override;
 
+    /// For a program that nobody can ask yet: SIGUSR1 does nothing.
+    static void ignoreQuestions();
     /// Stops this process the way Ctrl-Z does; returns when it was continued. At once where the system finds
     /// nobody who could continue it.
     static void stopProcess();

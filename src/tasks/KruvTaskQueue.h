@@ -84,9 +84,10 @@ public:
     using Move = QueuedJobs::Move;
     /// Changes the order in which waiting jobs begin. Does nothing to a job that does not wait.
     void move(const KruvTask &task, Move where);
-    bool canMove(const KruvTask &task, Move where) const
+    /// The job whose place it would take; null where it can't be moved so.
+    const KruvTask *placeFor(const KruvTask &task, Move where) const
     {
-        return m_taskArray.placeFor(task, where) != nullptr;
+        return m_taskArray.placeFor(task, where);
     }
     /// Takes a job that waits out of the queue, for good.
     void remove(KruvTask &task);

@@ -196,6 +196,12 @@ TEST_F(StatusPanelTest, SteersTheQueueByTheRowsThatAreSelected)
     action("moveFirst")->trigger();
     EXPECT_EQ(titles(), u"a d b c"_s);
     EXPECT_EQ(table()->currentIndex().row(), 1) << "the selection goes with its job";
+    table()->selectAll();
+    for (const char *name : {"moveUp", "moveDown"}) {
+        action(name)->trigger();
+        EXPECT_EQ(titles(), u"a d b c"_s) << "none passes another that is selected";
+    }
+    select(1);
     QTest::keyClick(table(), Qt::Key_Delete);
     EXPECT_EQ(titles(), u"a b c"_s);
 

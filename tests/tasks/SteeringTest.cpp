@@ -83,7 +83,7 @@ TEST(Steering, JobsBeginInTheOrderThatTheyWereMovedInto)
         QStringList starts;
         const Jobs jobs = makeSet(engine.queue, 5, &starts);
         addAll(engine.queue, jobs);
-        EXPECT_EQ(engine.queue.canMove(*jobs[tested.job], tested.where),
+        EXPECT_EQ(engine.queue.placeFor(*jobs[tested.job], tested.where) != nullptr,
                   tested.order != std::string("12345"));
         engine.queue.move(*jobs[tested.job], tested.where);
         EXPECT_EQ(rows(engine.queue).join(QString()), QString::fromLatin1(tested.order));
