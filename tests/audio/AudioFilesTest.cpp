@@ -7,10 +7,6 @@
 #include "audio/ContentProbe.h"
 #include "audio/CoreAudioHelper.h"
 #include "audio/ExtAudioFileReader.h"
-#include "base/HeldWork.h"
-#include "base/InParallel.h"
-#include "base/WorkPause.h"
-#include "checksums/FileHash.h"
 #include "support/Audio.h"
 #include "support/RareAudio.h"
 #include "support/TaggedAudio.h"
@@ -18,12 +14,9 @@
 #include <QFile>
 
 #include <algorithm>
-#include <atomic>
-#include <functional>
 #include <gtest/gtest.h>
 #include <random>
 #include <sys/stat.h>
-#include <thread>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -316,43 +309,6 @@ TEST_P(AudioFilesOf, HearsDamage)
 INSTANTIATE_TEST_SUITE_P(Audio, AudioFilesOf, testing::ValuesIn(samples), [](const auto &info) {
     return QString::fromLatin1(info.param.name).replace(u'.', u'_').toStdString();
 });
-
-TEST(AudioFiles, ReadingStandsStillWhilePaused)
-{
-    const TemporaryFolder folder;
-    const QString wav = folder.file(u"a.wav"_s);
-    const QString flac = folder.file(u"a.flac"_s);
-    writeWav(wav);
-    toolOutput(u"flac"_s, {u"-s"_s, wav});
-    using Work = std::function<bool(std::size_t)>;
-    const Work works[] = {
-        [&](std::size_t) { return !readAll(wav).isEmpty(); },
-        [&](std::size_t) { return !readAll(flac).isEmpty(); },
-        [&](std::size_t) { return !FileHash::md5HashOfFileAtPath(wav).isEmpty(); },
-    };
-    for (const Work &work : works) {
-        for (const bool isUnwanted : {false, true}) {
-            WorkPause pause;
-            pause.set(true);
-            std::stop_source unwanted;
-            std::atomic<int> done = 0;
-            std::thread job([&] {
-                const HeldWork held(&pause, unwanted.get_token());
-                inParallel(
-                    2, 2, [] { return false; }, [&](std::size_t index) { done += work(index); });
-            });
-            std::this_thread::sleep_for(std::chrono::milliseconds(50));
-            EXPECT_EQ(done, 0);
-            if (isUnwanted) {
-                unwanted.request_stop();
-            } else {
-                pause.set(false);
-            }
-            job.join();
-            EXPECT_EQ(done, 2);
-        }
-    }
-}
 
 TEST(AudioFiles, MonkeysAudioOfEveryLevelGivesWhatWentIn)
 {
