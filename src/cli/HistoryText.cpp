@@ -28,6 +28,13 @@ QString column(const QString &status)
 
 } // namespace
 
+QString HistoryText::nameOf(const HistoryRun &run)
+{
+    const QString what = run.arguments.isEmpty() ? HistoryWords::command(run) : run.command;
+    return tr("Run %1, %2, %3")
+        .arg(QString::number(run.id), Console::printable(what), localTimeOf(run.started));
+}
+
 void HistoryText::run(const HistoryRun &run)
 {
     constexpr int longestCommand = 100;

@@ -14,6 +14,9 @@ class HistoryText : public HistoryReport
 {
     Q_DECLARE_TR_FUNCTIONS(kruv::HistoryText)
 public:
+    /// What a run is called in a sentence: its number, what was done, and when.
+    static QString nameOf(const HistoryRun &run);
+
     void run(const HistoryRun &run) override;
     void beginEntriesOf(const HistoryRun &run) override;
     void beginFound() override;

@@ -6,8 +6,8 @@
 #include "cli/Console.h"
 #include "cli/ExitStatus.h"
 #include "cli/MakeHistoryReport.h"
+#include "cli/ReadJournal.h"
 #include "cli/UsageError.h"
-#include "journal/JournalFile.h"
 
 namespace kruv {
 
@@ -19,7 +19,7 @@ HistoryVerb::HistoryVerb(CLI::App &parent, What what, const std::shared_ptr<Flag
     addFlag("--json", m_flags->json, tr("One JSON object a line"));
     addFlag("--csv", m_flags->csv, tr("Comma-separated values, with a line of names first"));
     if (what == What::OneRun) {
-        addOption("run", m_run, tr("Its number, as kruv history shows it"))->required()->type_name("RUN");
+        addRunNumber(m_run, tr("Its number, as kruv history shows it"))->required();
     } else if (what == What::File) {
         addOption("file", m_file, tr("A path, a part of one, or the MD5 of the samples"))
             ->required()
@@ -79,18 +79,9 @@ std::unique_ptr<HistoryReport> HistoryVerb::makeReport() const
 int HistoryVerb::run()
 {
     const auto report = makeReport();
-    const QString path = JournalFile::usualPath();
-    if (path.isEmpty()) {
-        throw UsageError(
-            tr("Nothing is recorded, because KRUV_JOURNAL is set to nothing. Unset it, or let it "
-               "name a file."));
-    }
-    try {
-        return tell(History(path), *report);
-    } catch (const std::runtime_error &error) {
-        Console::complain(tr("The journal %1 can't be read: %2.").arg(path, QString::fromUtf8(error.what())));
-    }
-    return Failure;
+    int status = Success;
+    readJournal([&](const QString &path) { status = tell(History(path), *report); });
+    return status;
 }
 
 int HistoryVerb::tell(const History &history, HistoryReport &report) const

@@ -13,6 +13,7 @@
 #include "journal/JournalFile.h"
 #include "tabs/HistoryWords.h"
 #include "tabs/Resumption.h"
+#include "tabs/Undoing.h"
 #include "tasks/RunRecorder.h"
 
 #include <algorithm>
@@ -23,8 +24,7 @@ namespace kruv {
 ResumeVerb::ResumeVerb(CLI::App &parent)
     : Verb(parent, "resume", tr("Do what is left of a run that was broken off or canceled"))
 {
-    addOption("run", m_run, tr("Its number, as kruv history shows it (default: the latest)"))
-        ->type_name("RUN");
+    addRunNumber(m_run, tr("Its number, as kruv history shows it (default: the latest)"));
     CLI::Option *lists = addFlag("--list", m_lists, tr("List the runs that can be resumed"));
     addFlag("--failed", m_triesAgain, tr("Try again what failed, too"));
     addFlag("--discard", m_discards, tr("Forget that there is something left, and do nothing"))
@@ -69,6 +69,12 @@ int ResumeVerb::run()
 QString ResumeVerb::howToGiveAgain(const HistoryRun &run)
 {
     const QString number = QString::number(run.id);
+    if (run.command == Undoing::command) {
+        return tr("run %1 was an undo, and can't go on from where it stopped; kruv undo --list shows what "
+                  "can "
+                  "still be taken back")
+            .arg(number);
+    }
     return run.arguments.isEmpty()
                ? tr("run %1 can't go on from where it stopped; give its command again in the window, on the "
                     "tab %2")

@@ -5,11 +5,15 @@
 
 #include "cli/Console.h"
 #include "cli/ExitStatus.h"
+#include "cli/HistoryText.h"
 #include "cli/JobSession.h"
 #include "cli/MakeHistoryReport.h"
 #include "cli/MakeReporter.h"
+#include "cli/ReadJournal.h"
 #include "cli/UsageError.h"
+#include "journal/JournalFile.h"
 #include "tabs/Undoing.h"
+#include "tasks/RunRecorder.h"
 
 #include <algorithm>
 
@@ -19,8 +23,7 @@ UndoVerb::UndoVerb(CLI::App &parent)
     : Verb(parent, Undoing::command.data(),
            tr("Take back renames, changes of tags, and originals from the trash"))
 {
-    addOption("run", m_run, tr("Its number, as kruv history shows it (default: the latest that is no undo)"))
-        ->type_name("RUN");
+    addRunNumber(m_run, tr("Its number, as kruv history shows it (default: the latest that is no undo)"));
     addFlag("--list", m_lists, tr("List the runs of which something can be taken back"));
     declareRunFlags(m_options);
     setFooter(tr(
@@ -31,23 +34,53 @@ UndoVerb::UndoVerb(CLI::App &parent)
 
 int UndoVerb::run()
 {
-    const auto runs = Undoing::candidates();
-    if (m_lists) {
-        listRuns(runs, m_options.json ? HistoryForm::Json : HistoryForm::Text);
-        return Success;
-    }
-    const auto chosen = std::ranges::find_if(runs, [this](const HistoryRun &run) {
-        return m_run == 0 ? run.command != Undoing::command : run.id == m_run;
+    std::optional<HistoryRun> chosen;
+    readJournal([&](const QString &) {
+        if (m_lists) {
+            listRuns(Undoing::candidates(), m_options.json ? HistoryForm::Json : HistoryForm::Text);
+        } else if (chosen = m_run == 0 ? Undoing::latest() : named(); chosen) {
+            tell(*chosen);
+        } else {
+            Console::complain(tr("there is nothing to undo"));
+        }
     });
-    if (chosen != runs.end()) {
-        return undo(*chosen);
+    return chosen ? undo(*chosen) : Success;
+}
+
+HistoryRun UndoVerb::named() const
+{
+    const auto runs = Undoing::candidates();
+    const auto found = std::ranges::find(runs, m_run, &HistoryRun::id);
+    if (found != runs.end()) {
+        return *found;
     }
-    if (m_run != 0) {
-        throw UsageError(
-            tr("run %1: nothing of it can be taken back; kruv undo --list shows of which it can").arg(m_run));
+    const auto known = History(JournalFile::usualPath()).run(m_run);
+    if (!known) {
+        throw UsageError(tr("there is no run %1; kruv history lists those there are").arg(m_run));
     }
-    Console::complain(tr("there is nothing to undo"));
-    return Success;
+    if (!RunRecorder::isOver(*known)) {
+        throw UsageError(tr("run %1 is still going on").arg(m_run));
+    }
+    throw UsageError(
+        tr("run %1: nothing of it can be taken back; kruv undo --list shows of which it can").arg(m_run));
+}
+
+/// Which one it is, before anything happens: that is for the person to know who named none.
+void UndoVerb::tell(const HistoryRun &run) const
+{
+    if (m_options.json) {
+        return listRuns({run}, HistoryForm::Json);
+    }
+    if (m_options.quiet) {
+        return;
+    }
+    std::int64_t newest = run.id;
+    History(JournalFile::usualPath()).forEachRun([&newest](const HistoryRun &each) {
+        newest = std::max(newest, each.id);
+    });
+    const QString note =
+        m_run == 0 && run.id < newest ? tr(" (the latest run that can be taken back)") : QString();
+    Console::writeOut(HistoryText::nameOf(run) + note + u'\n');
 }
 
 int UndoVerb::undo(const HistoryRun &run) const

@@ -21,6 +21,9 @@ public:
     int run() override;
 
 private:
+    /// The run that was named; throws where nothing of it can be taken back.
+    HistoryRun named() const;
+    void tell(const HistoryRun &run) const;
     int undo(const HistoryRun &run) const;
 
     CommonOptions m_options;

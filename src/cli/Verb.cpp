@@ -21,6 +21,17 @@ void Verb::declareRunFlags(CommonOptions &options)
     addFlag("--no-color", options.noColor, tr("No colours (the same as setting NO_COLOR)"));
 }
 
+CLI::Option *Verb::addRunNumber(std::int64_t &number, const QString &help)
+{
+    return addOption("run", number, help)
+        ->check([](const std::string &text) {
+            return QString::fromStdString(text).toLongLong() > 0
+                       ? std::string()
+                       : tr("give a run's number, as kruv history shows it").toStdString();
+        })
+        ->type_name("RUN");
+}
+
 void Verb::declareSteeringFlags(CommonOptions &options)
 {
     addOption("--stop-after", options.stopAfter,

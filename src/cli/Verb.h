@@ -34,6 +34,8 @@ protected:
     CLI::App &app() { return m_app; }
     /// For commands that run jobs.
     void declareRunFlags(CommonOptions &options);
+    /// The argument that names a run of the journal; `number` stays 0 where it is not given.
+    CLI::Option *addRunNumber(std::int64_t &number, const QString &help);
     template <typename Variable>
     CLI::Option *addOption(const std::string &names, Variable &variable, const QString &help)
     {

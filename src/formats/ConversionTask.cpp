@@ -76,6 +76,9 @@ void ConversionTask::requireOwn(const StagedOutputs &outputs)
         reason = QString::fromUtf8(disproof.what());
     }
     if (!reason.isEmpty()) {
+        if (reason.endsWith(u'.')) { // it becomes a clause
+            reason.chop(1);
+        }
         throw std::runtime_error(
             tr("%1 was there before, and may not be what was made of %2: %3. It was left as it "
                "is; move it away and try again.")

@@ -33,6 +33,23 @@ QStringList told(const QStringList &files, const std::function<QString(const QSt
     return sentences;
 }
 
+/// Whether an undo took back what it could of the run, and the rest would be refused again.
+bool isHopelessRest(const HistoryRun &run)
+{
+    using Prospect = UndoTask::Prospect;
+    UndoMeans means(JournalFile::usualPath());
+    bool wasBegun = run.undone > 0;
+    bool canGoOn = false;
+    History(JournalFile::usualPath()).forEachEntryOf(run.id, [&](const HistoryEntry &entry) {
+        if (!canGoOn && UndoTask::kindFor(entry) != UndoTask::Kind::None) {
+            const Prospect prospect = UndoTask::prospectOf(entry, means);
+            canGoOn = prospect == Prospect::Possible;
+            wasBegun = wasBegun || prospect == Prospect::RestRefused;
+        }
+    });
+    return wasBegun && !canGoOn;
+}
+
 } // namespace
 
 std::vector<HistoryRun> Undoing::candidates()
@@ -49,10 +66,13 @@ std::vector<HistoryRun> Undoing::candidates()
 
 std::optional<HistoryRun> Undoing::latest()
 {
-    const auto runs = candidates();
-    const auto found =
-        std::ranges::find_if(runs, [](const HistoryRun &run) { return run.command != command; });
-    return found == runs.end() ? std::nullopt : std::optional(*found);
+    auto runs = candidates();
+    std::erase_if(runs, [](const HistoryRun &run) { return run.command == command; });
+    if (runs.empty()) {
+        return std::nullopt;
+    }
+    const auto found = std::ranges::find_if_not(runs, isHopelessRest);
+    return found == runs.end() ? runs.front() : *found;
 }
 
 Undoing::Undoing(const HistoryRun &run)

@@ -29,7 +29,8 @@ public:
     /// Runs that did something which can be taken back, the latest first. Those that took something back
     /// themselves are among them.
     static std::vector<HistoryRun> candidates();
-    /// The latest of them that is no undo itself.
+    /// The latest of them that is no undo itself, and no rest that an undo left because it can't be taken
+    /// back, unless there are only such rests.
     static std::optional<HistoryRun> latest();
 
     explicit Undoing(const HistoryRun &run);

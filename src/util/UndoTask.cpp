@@ -31,6 +31,16 @@ bool isTrashed(const HistoryFile &file)
     return !file.isOutput && file.hasFate(Receipt::Fate::Trashed);
 }
 
+/// Where the trash has it; empty where it has not, any more.
+QString inTrash(const HistoryFile &original, UndoMeans &means)
+{
+    const QStringList trashed = means.trashedFrom(original.path);
+    const auto found = std::ranges::find_if(trashed, [&original](const QString &each) {
+        return HistoryFile{.path = each, .stamp = original.stamp}.isAsItWas();
+    });
+    return found == trashed.end() ? QString() : *found;
+}
+
 /// What receipts know a file again by.
 void setTimes(const QString &path, const FileStamp &stamp)
 {
@@ -64,6 +74,48 @@ UndoTask::Kind UndoTask::kindFor(const HistoryEntry &entry)
     return entry.hasWayBack                              ? Kind::Edit
            : std::ranges::any_of(entry.files, isTrashed) ? Kind::FromTrash
                                                          : Kind::None;
+}
+
+UndoTask::Prospect UndoTask::prospectOf(const HistoryEntry &entry, UndoMeans &means)
+{
+    int possible = 0;
+    int back = 0; // by an earlier undo
+    int refused = 0;
+    const auto count = [&](bool canGoBack, bool isBack) {
+        ++(canGoBack ? possible : isBack ? back : refused);
+    };
+    const Kind kind = kindFor(entry);
+    if (kind == Kind::Rename) {
+        const bool isThere = FileCommit::isTaken(entry.output);
+        count(isThere && !FileCommit::isTaken(entry.source), !isThere && entry.sourceIsAsItWas(entry.source));
+    }
+    for (const Changed &file : kind == Kind::Edit ? changedBy(entry) : std::vector<Changed>()) {
+        count(file.after.isAsItWas(), file.before.isAsItWas());
+    }
+    for (const HistoryFile &file : entry.files) {
+        if (kind == Kind::FromTrash && isTrashed(file)) {
+            count(!FileCommit::isTaken(file.path) && !inTrash(file, means).isEmpty(), file.isAsItWas());
+        } else if (kind == Kind::IntoTrash && file.isOutput) {
+            count(file.isAsItWas(), false);
+        }
+    }
+    return possible > 0 || refused == 0 ? Prospect::Possible
+           : back > 0                   ? Prospect::RestRefused
+                                        : Prospect::Refused;
+}
+
+std::vector<UndoTask::Changed> UndoTask::changedBy(const HistoryEntry &entry)
+{
+    std::vector<Changed> changed;
+    for (const HistoryFile &after : entry.files) {
+        const auto before = std::ranges::find_if(entry.files, [&after](const HistoryFile &file) {
+            return after.isOutput && !file.isOutput && file.path == after.path;
+        });
+        if (before != entry.files.end()) {
+            changed.push_back({*before, after});
+        }
+    }
+    return changed;
 }
 
 QString UndoTask::outputPath() const
@@ -115,6 +167,26 @@ void UndoTask::doStartTask()
             attempt([&] { trashAgain(file); });
         }
     }
+    tellWhatIsBack();
+}
+
+/// Of a job that failed with some of its files: nobody is to think that nothing happened.
+void UndoTask::tellWhatIsBack()
+{
+    constexpr qsizetype mostNamed = 10;
+    const auto &files = m_kind == Kind::IntoTrash ? m_receipt.sources : m_receipt.outputs;
+    if (!error() || files.empty()) {
+        return;
+    }
+    QStringList names;
+    for (const auto &file : files) {
+        names.append(file.path);
+    }
+    const auto more = static_cast<int>(std::max<qsizetype>(0, names.size() - mostNamed));
+    const QString named = names.mid(0, mostNamed).join(QStringLiteral(", "));
+    results()->appendLine(more > 0 ? tr("Taken back all the same: %1, and %n more.", nullptr, more).arg(named)
+                                   : tr("Taken back all the same: %1.").arg(named),
+                          *this);
 }
 
 void UndoTask::renameBack()
@@ -135,20 +207,13 @@ void UndoTask::renameBack()
 
 void UndoTask::putBytesBack()
 {
-    std::vector<Changed> changed;
-    for (const HistoryFile &after : m_entry.files) {
-        const auto before = std::ranges::find_if(m_entry.files, [&after](const HistoryFile &file) {
-            return after.isOutput && !file.isOutput && file.path == after.path;
-        });
-        if (before != m_entry.files.end()) {
-            changed.push_back({*before, after});
-        }
-    }
+    const std::vector<Changed> changed = changedBy(m_entry);
     const auto files = static_cast<qsizetype>(changed.size());
     const QList<QByteArray> packed = FileEdit::unbundle(m_means->wayBackOf(m_entry.id), files);
     for (qsizetype index = 0; index < files; ++index) {
         attempt([&] { putBytesBack(changed[static_cast<std::size_t>(index)], packed.value(index)); });
     }
+    tellWhatIsBack();
 }
 
 void UndoTask::putBytesBack(const Changed &file, const QByteArray &packed)
@@ -186,18 +251,15 @@ void UndoTask::bringBack(const HistoryFile &original)
     if (original.isAsItWas()) {
         return;
     }
-    const QStringList trashed = m_means->trashedFrom(original.path);
-    const auto found = std::ranges::find_if(trashed, [&original](const QString &each) {
-        return HistoryFile{.path = each, .stamp = original.stamp}.isAsItWas();
-    });
-    if (found == trashed.end()) {
+    const QString trashed = inTrash(original, *m_means);
+    if (trashed.isEmpty()) {
         refuse(tr("%1 is not in the trash any more.").arg(original.path));
     }
-    if (const QString problem = restoreFromTrash(*found, original.path); !problem.isEmpty()) {
+    if (const QString problem = restoreFromTrash(trashed, original.path); !problem.isEmpty()) {
         refuse(tr("%1: %2.").arg(original.path, problem));
     }
     const FileStamp now = FileStamp::of(original.path).value_or(original.stamp);
-    m_receipt.sources.push_back({*found, now});
+    m_receipt.sources.push_back({trashed, now});
     m_receipt.outputs.push_back({original.path, now});
 }
 

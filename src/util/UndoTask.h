@@ -28,6 +28,11 @@ public:
     enum class Kind { None, Rename, Edit, FromTrash, IntoTrash };
     static Kind kindFor(const HistoryEntry &entry);
 
+    /// How taking it back would end, as far as its files tell; RestRefused where an earlier undo got a part
+    /// of them.
+    enum class Prospect { Possible, Refused, RestRefused };
+    static Prospect prospectOf(const HistoryEntry &entry, UndoMeans &means);
+
     /// The number in the journal's file of what is taken back.
     std::int64_t entry() const { return m_entry.id; }
     QString outputPath() const override;
@@ -40,8 +45,10 @@ private:
         const HistoryFile &before;
         const HistoryFile &after;
     };
+    static std::vector<Changed> changedBy(const HistoryEntry &entry);
 
     void doStartTask() override;
+    void tellWhatIsBack();
     void renameBack();
     void putBytesBack();
     void putBytesBack(const Changed &file, const QByteArray &packed);

@@ -66,6 +66,8 @@ TEST_F(UndoTest, LeavesAloneWhatWasChangedSince)
         QFile::copy(made.audio(u"flac"_s, name), music + u'/' + name + u".flac"_s);
     }
     const QByteArray plain = readFile(music + u"/a.flac"_s);
+    EXPECT_EQ(run({u"tags"_s, u"set"_s, u"--title"_s, u"W"_s, music}).status, 0);
+    const QByteArray before = readFile(music + u"/a.flac"_s);
     EXPECT_EQ(run({u"tags"_s, u"set"_s, u"--title"_s, u"X"_s, music}).status, 0);
     QFile changed(music + u"/b.flac"_s);
     ASSERT_TRUE(changed.open(QIODevice::Append) && changed.write("more") == 4);
@@ -74,8 +76,59 @@ TEST_F(UndoTest, LeavesAloneWhatWasChangedSince)
     const Outcome outcome = undo();
     EXPECT_EQ(outcome.status, 1);
     EXPECT_TRUE(outcome.err.contains("b.flac was changed")) << outcome.err.constData();
+    EXPECT_EQ(readFile(music + u"/a.flac"_s), before);
+    EXPECT_TRUE(undo().out.startsWith("Run 1, ")) << "not the rest of the other";
     EXPECT_EQ(readFile(music + u"/a.flac"_s), plain);
     EXPECT_EQ(readFile(changed.fileName()), theirs);
+}
+
+TEST_F(UndoTest, SaysWhichRunItTakes)
+{
+    const AudioFolder made;
+    QFile::copy(made.audio(u"flac"_s), music + u"/a.flac"_s);
+    const auto plain = everything();
+    const auto set = [this](const QString &title) {
+        EXPECT_EQ(run({u"tags"_s, u"set"_s, u"--title"_s, title, music}).status, 0);
+    };
+    const QByteArray olderOne = "(the latest run that can be taken back)\n";
+    set(u"1"_s);
+    Outcome outcome = undo();
+    EXPECT_TRUE(outcome.out.startsWith("Run 1, tags set, 20") && !outcome.out.contains(olderOne))
+        << outcome.out.constData();
+    set(u"3"_s);
+    EXPECT_EQ(encode({u"-o"_s, folder.makeFolder(u"out"_s), wav(u"w.wav"_s)}).status, 0);
+    QFile::remove(music + u"/w.wav"_s);
+    outcome = undo({u"--json"_s});
+    EXPECT_EQ(objects(outcome.out).at(0)[u"run"], 3);
+    EXPECT_TRUE(everything() == plain);
+    set(u"6"_s);
+    EXPECT_EQ(encode({u"-o"_s, folder.file(u"out"_s), u"--overwrite"_s, music}).status, 0);
+    EXPECT_EQ(undo({u"-q"_s, u"7"_s}).status, 2) << "made files stay";
+    outcome = undo();
+    EXPECT_TRUE(outcome.out.startsWith("Run 6, ") && outcome.out.endsWith(olderOne))
+        << outcome.out.constData();
+    EXPECT_TRUE(everything() == plain);
+}
+
+TEST_F(UndoTest, RefusesWhatIsNoRun)
+{
+    for (const QString &verb : {u"undo"_s, u"resume"_s}) {
+        for (const QString &number : {u"0"_s, u""_s, u"-1"_s, u"latest"_s, u"999"_s}) {
+            const Outcome outcome = run({verb, number});
+            EXPECT_EQ(outcome.status, 2);
+            EXPECT_TRUE(
+                outcome.err.contains(number == u"999" ? "there is no run 999" : "give a run's number"))
+                << outcome.err.constData();
+            EXPECT_EQ(outcome.err.count('\n'), 1);
+        }
+    }
+    writeFile(folder.makeFolder(u"state"_s) + u"/journal.db"_s, QByteArray(5000, 'x'));
+    EXPECT_EQ(undo().status, 1);
+    EXPECT_TRUE(undo().err.contains("The journal " + journal.toUtf8() + " can't be read"))
+        << undo().err.constData();
+    journal.clear();
+    EXPECT_EQ(undo().status, 2);
+    EXPECT_TRUE(undo().err.contains("KRUV_JOURNAL")) << undo().err.constData();
 }
 
 TEST_F(UndoTest, TouchesNothingWhereTheJournalIsDamaged)
@@ -126,6 +179,14 @@ TEST_F(UndoTest, PutsBackWhatAnotherToolWroteIntoFlacFiles)
     inJournal("UPDATE entries SET state = 'complete' WHERE run = 1"); // as where the undo was killed
     EXPECT_EQ(undo({u"1"_s}).status, 0);
     EXPECT_TRUE(everything() == plain);
+
+    EXPECT_EQ(run({u"util"_s, u"replay-gain"_s, music}).status, 0);
+    writeFile(music + u"/a.flac"_s, "somebody else's");
+    const Outcome partly = undo();
+    EXPECT_EQ(partly.status, 1);
+    EXPECT_TRUE(partly.err.contains("Taken back all the same: " + music.toUtf8() + "/it's 100% b.flac."))
+        << partly.err.constData();
+    EXPECT_EQ(readFile(music + u"/it's 100% b.flac"_s), plain[u"/it's 100% b.flac"_s]);
 }
 
 TEST_F(UndoTest, GivesFilesTheirOldNamesBack)
