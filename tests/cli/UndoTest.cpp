@@ -4,6 +4,7 @@
 #include "support/Program.h"
 #include "support/QtPrinters.h"
 #include "support/TaggedAudio.h"
+#include "support/Wait.h"
 #include "tags/FileEdit.h"
 
 #include <QDirIterator>
