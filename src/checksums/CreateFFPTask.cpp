@@ -40,9 +40,7 @@ void CreateFFPTask::doStartTask()
         if (m_leavesOutUnmade) {
             leaveOutUnmade(list.files);
         }
-        if (!list.files.isEmpty()) {
-            doCreateFFP(list);
-        }
+        doCreateFFP(list);
     }
 }
 
