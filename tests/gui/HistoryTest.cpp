@@ -97,8 +97,10 @@ TEST_F(HistoryWindowTest, ShowsTwentyThousandJobsFindsOneAndExports)
     EXPECT_TRUE(waitUntil([&] { return message->text().startsWith(u"Nothing was done yet"); }));
 
     Journal &journal = controller.journal();
+    constexpr int count = 20'000;
     std::vector<EntryRecord> entries;
-    for (int index = 0; index < 20'000; ++index) {
+    entries.reserve(count);
+    for (int index = 0; index < count; ++index) {
         entries.push_back({folder.file(u"song %1.wav"_s.arg(index)),
                            folder.file(u"song %1.flac"_s.arg(index)), EntryRecord::Action::Make});
     }
