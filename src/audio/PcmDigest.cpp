@@ -3,9 +3,23 @@
 
 #include "audio/PcmDigest.h"
 
+#include "audio/AudioError.h"
+
+#include <QCoreApplication>
+
 #include <bit>
 
 namespace kruv {
+
+Digest audioMd5()
+{
+    Digest digest(Digest::Algorithm::MD5);
+    if (!digest.isAvailable()) {
+        throw AudioError(
+            QCoreApplication::translate("kruv::PcmDigest", "MD5 is switched off on this system."));
+    }
+    return digest;
+}
 
 PcmDigest::PcmDigest(unsigned bits)
     : m_bits(bits)

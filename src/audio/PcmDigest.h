@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "audio/Md5.h"
+#include "base/Digest.h"
 
 #include <QByteArray>
 
@@ -12,6 +12,9 @@
 #include <vector>
 
 namespace kruv {
+
+/// Throws AudioError where the system forbids MD5.
+Digest audioMd5();
 
 /// The MD5 that FLAC keeps of its audio: interleaved signed samples, low byte first, in as few whole bytes as
 /// their depth needs and at the low end of them.
@@ -31,7 +34,7 @@ private:
     template <typename Sample> void addShifted(std::span<const Sample> samples);
 
     const unsigned m_bits;
-    Md5 m_hash;
+    Digest m_hash = audioMd5();
     std::vector<char> m_bytes;
 };
 

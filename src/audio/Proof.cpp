@@ -8,7 +8,7 @@
 #include "audio/AudioFiles.h"
 #include "audio/ContentProbe.h"
 #include "audio/FrameChain.h"
-#include "audio/Md5.h"
+#include "audio/PcmDigest.h"
 
 #include <QCoreApplication>
 
@@ -74,7 +74,7 @@ private:
     AudioStreamFormat m_client;
     std::vector<std::uint8_t> m_sourceFrames;
     std::vector<std::uint8_t> m_outputFrames;
-    Md5 m_digest;
+    Digest m_digest = audioMd5();
     std::int64_t m_outputRead = 0; // frames
     bool m_endsAreSilent = true;   // what is on one side alone
     Finding m_finding;

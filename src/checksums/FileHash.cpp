@@ -10,8 +10,7 @@
 
 #include <cerrno>
 #include <fcntl.h>
-#include <memory>
-#include <openssl/evp.h>
+#include <span>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <vector>
@@ -25,21 +24,6 @@ constexpr std::size_t pieceSize = std::size_t{256} * 1024;
 /// How far the disk is kept ahead of the digest.
 constexpr off_t readAhead = off_t{8} * 1024 * 1024;
 constexpr off_t readAheadStep = off_t{1024} * 1024;
-
-using Context = std::unique_ptr<EVP_MD_CTX, decltype(&EVP_MD_CTX_free)>;
-
-const EVP_MD *digestOf(FileHash::Algorithm algorithm)
-{
-    switch (algorithm) {
-    case FileHash::Algorithm::MD5:
-        return EVP_md5();
-    case FileHash::Algorithm::SHA1:
-        return EVP_sha1();
-    case FileHash::Algorithm::SHA512:
-        return EVP_sha512();
-    }
-    return nullptr;
-}
 
 FileHash::Result failure(FileHash::Problem problem, const QString &message)
 {
@@ -117,15 +101,6 @@ private:
     off_t m_asked = 0;
 };
 
-QString hexadecimal(EVP_MD_CTX *context)
-{
-    unsigned char digest[EVP_MAX_MD_SIZE];
-    unsigned int length = 0;
-    EVP_DigestFinal_ex(context, digest, &length);
-    return QString::fromLatin1(
-        QByteArray(reinterpret_cast<const char *>(digest), static_cast<qsizetype>(length)).toHex());
-}
-
 QString digestAt(const QString &path, FileHash::Algorithm algorithm)
 {
     return FileHash::hashOfFileAtPath(QFile::encodeName(path), algorithm).digest;
@@ -158,20 +133,21 @@ FileHash::Result FileHash::hashOfFileAtPath(const QByteArray &encodedPath, Algor
     if (!file.isRegular()) {
         return failure(Problem::NotAFile, tr("not a regular file"));
     }
-    const Context context(EVP_MD_CTX_new(), EVP_MD_CTX_free);
-    if (!context || EVP_DigestInit_ex(context.get(), digestOf(algorithm), nullptr) != 1) {
+    Digest digest(algorithm);
+    if (!digest.isAvailable()) {
         return failure(Problem::Unreadable, tr("this digest is switched off on this system"));
     }
     thread_local std::vector<char> piece(pieceSize);
     ssize_t count = 0;
     while ((count = file.read(piece)) > 0) {
         HeldWork::wait();
-        EVP_DigestUpdate(context.get(), piece.data(), static_cast<std::size_t>(count));
+        digest.add(std::as_bytes(std::span(piece).first(static_cast<std::size_t>(count))));
         if (observer && !observer(file.share())) {
             return failure(Problem::Stopped, QStringLiteral("stopped"));
         }
     }
-    return count < 0 ? systemFailure(errno) : Result{hexadecimal(context.get()), Problem::None, QString()};
+    return count < 0 ? systemFailure(errno)
+                     : Result{QString::fromLatin1(digest.result().toHex()), Problem::None, QString()};
 }
 
 } // namespace kruv

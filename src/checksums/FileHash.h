@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "base/Digest.h"
+
 #include <QByteArray>
 #include <QCoreApplication>
 #include <QString>
@@ -17,7 +19,7 @@ class FileHash
 {
     Q_DECLARE_TR_FUNCTIONS(kruv::FileHash)
 public:
-    enum class Algorithm { MD5, SHA1, SHA512 };
+    using Algorithm = Digest::Algorithm;
     enum class Problem {
         None,
         Missing,

@@ -4,7 +4,6 @@
 #pragma once
 
 #include <QByteArray>
-#include <QCoreApplication>
 
 #include <cstddef>
 #include <memory>
@@ -14,16 +13,18 @@ struct evp_md_ctx_st;
 
 namespace kruv {
 
-/// MD5 of what is added, by OpenSSL: Qt's takes a quarter longer, and every proof pays for it.
-class Md5
+/// Digest of what is added, by OpenSSL: Qt's MD5 takes a quarter longer, and every proof pays for it.
+class Digest
 {
-    Q_DECLARE_TR_FUNCTIONS(kruv::Md5)
 public:
-    /// Throws AudioError where the system forbids MD5.
-    Md5();
+    enum class Algorithm { MD5, SHA1, SHA512 };
 
+    explicit Digest(Algorithm algorithm);
+
+    /// False where the system has this algorithm switched off; then nothing may be added.
+    bool isAvailable() const { return m_context != nullptr; }
     void add(std::span<const std::byte> bytes);
-    /// The 16 bytes. Nothing may be added afterwards.
+    /// Nothing may be added afterwards.
     const QByteArray &result();
 
 private:
