@@ -6,7 +6,6 @@
 #include "platform/BusService.h"
 
 #include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QDBusVariant>
 
@@ -37,10 +36,8 @@ void BatteryWatch::ask()
     QDBusMessage call =
         QDBusMessage::createMethodCall(upower, upowerPath, busProperties, QStringLiteral("Get"));
     call << upower << onBattery;
-    auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call, BusService::answerTimeout), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this](QDBusPendingCallWatcher *finished) {
-        finished->deleteLater();
-        const QDBusPendingReply<QDBusVariant> reply = *finished;
+    BusService::ask(m_bus, call, this, [this](const QDBusPendingCall &answered) {
+        const QDBusPendingReply<QDBusVariant> reply = answered;
         if (reply.isValid()) {
             Q_EMIT onBatteryChanged(reply.value().variant().toBool());
         }

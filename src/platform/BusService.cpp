@@ -3,11 +3,8 @@
 
 #include "platform/BusService.h"
 
-#include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
-
-#include <functional>
 
 namespace kruv {
 
@@ -20,18 +17,18 @@ QDBusMessage busCall(const QString &method)
                                           QStringLiteral("org.freedesktop.DBus"), method);
 }
 
-void whenAnswered(const QDBusPendingCall &call, QObject *receiver,
-                  const std::function<void(const QDBusPendingCall &)> &handle)
-{
-    auto *watcher = new QDBusPendingCallWatcher(call, receiver);
-    QObject::connect(watcher, &QDBusPendingCallWatcher::finished, receiver,
-                     [handle](QDBusPendingCallWatcher *finished) {
-                         handle(*finished);
-                         finished->deleteLater();
-                     });
-}
-
 } // namespace
+
+void BusService::ask(const QDBusConnection &bus, const QDBusMessage &call, QObject *receiver,
+                     const std::function<void(const QDBusPendingCall &answered)> &handle)
+{
+    auto *watcher = new QDBusPendingCallWatcher(bus.asyncCall(call, answerTimeout), receiver);
+    connect(watcher, &QDBusPendingCallWatcher::finished, receiver,
+            [handle](QDBusPendingCallWatcher *finished) {
+                finished->deleteLater();
+                handle(*finished);
+            });
+}
 
 BusService::BusService(const QDBusConnection &bus, const QString &name)
     : m_bus(bus)
@@ -53,7 +50,7 @@ void BusService::askWhetherRunning()
 {
     QDBusMessage call = busCall(QStringLiteral("NameHasOwner"));
     call << m_name;
-    whenAnswered(m_bus.asyncCall(call, answerTimeout), this, [this](const QDBusPendingCall &answered) {
+    ask(m_bus, call, this, [this](const QDBusPendingCall &answered) {
         const QDBusPendingReply<bool> reply = answered;
         m_running = reply.isValid() && reply.value();
     });
@@ -62,7 +59,7 @@ void BusService::askWhetherRunning()
 void BusService::askWhetherStartable()
 {
     const QDBusMessage call = busCall(QStringLiteral("ListActivatableNames"));
-    whenAnswered(m_bus.asyncCall(call, answerTimeout), this, [this](const QDBusPendingCall &answered) {
+    ask(m_bus, call, this, [this](const QDBusPendingCall &answered) {
         const QDBusPendingReply<QStringList> reply = answered;
         m_startable = reply.isValid() && reply.value().contains(m_name);
     });

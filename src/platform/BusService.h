@@ -4,9 +4,13 @@
 #pragma once
 
 #include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusPendingCall>
 #include <QDBusServiceWatcher>
 #include <QObject>
 #include <QString>
+
+#include <functional>
 
 namespace kruv {
 
@@ -17,6 +21,10 @@ class BusService : public QObject
 public:
     /// Longest wait for an answer, in milliseconds.
     static constexpr int answerTimeout = 2000;
+
+    /// Calls without waiting; `handle` gets the answer, or the error, as long as `receiver` lives.
+    static void ask(const QDBusConnection &bus, const QDBusMessage &call, QObject *receiver,
+                    const std::function<void(const QDBusPendingCall &answered)> &handle);
 
     BusService(const QDBusConnection &bus, const QString &name);
 

@@ -5,7 +5,6 @@
 
 #include "platform/BusService.h"
 
-#include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QDBusVariant>
 
@@ -36,10 +35,8 @@ void ColorScheme::ask()
 {
     QDBusMessage call = QDBusMessage::createMethodCall(portal, portalPath, settings, QStringLiteral("Read"));
     call << appearance << colorScheme;
-    auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call, BusService::answerTimeout), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this](QDBusPendingCallWatcher *finished) {
-        finished->deleteLater();
-        const QDBusPendingReply<QVariant> reply = *finished;
+    BusService::ask(m_bus, call, this, [this](const QDBusPendingCall &answered) {
+        const QDBusPendingReply<QVariant> reply = answered;
         if (reply.isValid()) {
             tell(reply.value());
         }

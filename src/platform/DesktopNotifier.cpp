@@ -6,7 +6,6 @@
 #include "platform/DesktopId.h"
 
 #include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
 #include <QVariantMap>
 
 namespace kruv {
@@ -41,11 +40,8 @@ bool DesktopNotifier::notify(const QString &title)
     if (!m_service.isAvailable()) {
         return false;
     }
-    auto *watcher =
-        new QDBusPendingCallWatcher(m_bus.asyncCall(notifyCall(title), BusService::answerTimeout), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this](QDBusPendingCallWatcher *finished) {
-        finished->deleteLater();
-        if (finished->isError()) {
+    BusService::ask(m_bus, notifyCall(title), this, [this](const QDBusPendingCall &answered) {
+        if (answered.isError()) {
             Q_EMIT refused();
         }
     });

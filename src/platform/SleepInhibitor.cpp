@@ -6,7 +6,6 @@
 #include "platform/BusService.h"
 
 #include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 
 namespace kruv {
@@ -27,10 +26,8 @@ std::optional<std::uint32_t> SleepInhibitor::createAssertion(const QString &name
         QStringLiteral("org.freedesktop.login1"), QStringLiteral("/org/freedesktop/login1"),
         QStringLiteral("org.freedesktop.login1.Manager"), QStringLiteral("Inhibit"));
     call << QStringLiteral("sleep:idle") << QStringLiteral("Kruv") << name << QStringLiteral("block");
-    auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call, BusService::answerTimeout), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, id](QDBusPendingCallWatcher *finished) {
-        finished->deleteLater();
-        const QDBusPendingReply<QDBusUnixFileDescriptor> reply = *finished;
+    BusService::ask(m_bus, call, this, [this, id](const QDBusPendingCall &answered) {
+        const QDBusPendingReply<QDBusUnixFileDescriptor> reply = answered;
         if (const auto held = m_assertions.find(id); held != m_assertions.end() && reply.isValid()) {
             *held = reply.value();
         }
