@@ -4,7 +4,9 @@
 #include "cli/ReadJournal.h"
 
 #include "cli/UsageError.h"
+#include "journal/History.h"
 #include "journal/JournalFile.h"
+#include "tasks/RunRecorder.h"
 
 #include <QCoreApplication>
 
@@ -38,6 +40,19 @@ void readJournal(const std::function<void(const QString &path)> &read)
                                      .arg(path, QString::fromUtf8(error.what()))
                                      .toStdString());
     }
+}
+
+HistoryRun endedRun(std::int64_t number)
+{
+    const auto known = History(JournalFile::usualPath()).run(number);
+    if (!known) {
+        throw UsageError(
+            JournalText::tr("there is no run %1; kruv history lists those there are").arg(number));
+    }
+    if (!RunRecorder::isOver(*known)) {
+        throw UsageError(JournalText::tr("run %1 is still going on").arg(number));
+    }
+    return *known;
 }
 
 } // namespace kruv

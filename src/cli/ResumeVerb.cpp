@@ -9,12 +9,12 @@
 #include "cli/JobSession.h"
 #include "cli/MakeHistoryReport.h"
 #include "cli/MakeReporter.h"
+#include "cli/ReadJournal.h"
 #include "cli/UsageError.h"
 #include "journal/JournalFile.h"
 #include "tabs/HistoryWords.h"
 #include "tabs/Resumption.h"
 #include "tabs/Undoing.h"
-#include "tasks/RunRecorder.h"
 
 #include <algorithm>
 #include <functional>
@@ -123,15 +123,9 @@ HistoryRun ResumeVerb::choose(const std::vector<HistoryRun> &runs) const
     if (found != runs.end()) {
         return *found;
     }
-    const auto known = History(JournalFile::usualPath()).run(m_run);
-    if (!known) {
-        throw UsageError(tr("there is no run %1; kruv history lists those there are").arg(m_run));
-    }
-    if (!RunRecorder::isOver(*known)) {
-        throw UsageError(tr("run %1 is still going on").arg(m_run));
-    }
-    if (known->done + known->failed + known->undone < known->all) {
-        throw UsageError(howToGiveAgain(*known));
+    const HistoryRun known = endedRun(m_run);
+    if (known.done + known.failed + known.undone < known.all) {
+        throw UsageError(howToGiveAgain(known));
     }
     throw UsageError(tr("run %1 has nothing left to be done").arg(m_run));
 }

@@ -13,7 +13,6 @@
 #include "cli/UsageError.h"
 #include "journal/JournalFile.h"
 #include "tabs/Undoing.h"
-#include "tasks/RunRecorder.h"
 
 #include <algorithm>
 
@@ -54,13 +53,7 @@ HistoryRun UndoVerb::named() const
     if (found != runs.end()) {
         return *found;
     }
-    const auto known = History(JournalFile::usualPath()).run(m_run);
-    if (!known) {
-        throw UsageError(tr("there is no run %1; kruv history lists those there are").arg(m_run));
-    }
-    if (!RunRecorder::isOver(*known)) {
-        throw UsageError(tr("run %1 is still going on").arg(m_run));
-    }
+    endedRun(m_run); // a number of none is said first
     throw UsageError(
         tr("run %1: nothing of it can be taken back; kruv undo --list shows of which it can").arg(m_run));
 }
