@@ -209,7 +209,7 @@ bool TabVerb::mayDetach(JobSession &session) const
 void TabVerb::detach(JobSession &session) const
 {
     KruvController &controller = session.controller();
-    controller.journal().settle();
+    controller.journal().waitUntilWritten();
     const QString journal = JournalFile::usualPath();
     std::optional<HistoryRun> ours;
     History(journal).forEachRun([&ours](const HistoryRun &run) {

@@ -248,7 +248,7 @@ void HistoryWindow::keyPressEvent(QKeyEvent *event)
 
 void HistoryWindow::refresh()
 {
-    m_controller.journal().settle();
+    m_controller.journal().waitUntilWritten();
     m_readingRuns.abandon();
     m_readingRuns.start([this](const std::stop_token &) -> BackgroundWork::Outcome {
         try {

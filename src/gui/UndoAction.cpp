@@ -25,7 +25,7 @@ UndoAction::UndoAction(KruvController &controller, GuiUserInterface &userInterfa
 
 void UndoAction::refresh()
 {
-    m_controller.journal().settle();
+    m_controller.journal().waitUntilWritten();
     QString title;
     try {
         const auto run = Undoing::latest();
@@ -39,7 +39,7 @@ void UndoAction::refresh()
 void UndoAction::undoLatest()
 {
     attempt([this] {
-        m_controller.journal().settle();
+        m_controller.journal().waitUntilWritten();
         if (const auto run = Undoing::latest()) {
             begin(*run);
         } else {

@@ -117,7 +117,7 @@ void History::forEachRunWith(Jobs jobs, const RunVisitor &visit) const
         " WHERE r.forgotten = 0"
         " AND NOT EXISTS (SELECT 1 FROM entries WHERE run = r.id AND state = 'undone')"
         " AND (r.ended IS NULL OR EXISTS (SELECT 1 FROM entries"
-        " WHERE run = r.id AND state NOT IN ('complete', 'undone', 'removed'";
+        " WHERE run = r.id AND state NOT IN ('complete', 'removed'";
     visitRuns(jobs == Jobs::Undoable          ? undoable
               : jobs == Jobs::NotDoneOrFailed ? notDone + ")))"
                                               : notDone + ", 'error')))",

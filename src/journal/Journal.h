@@ -56,12 +56,10 @@ public:
     /// What an entry of any run did, by its number in the file, was undone.
     void setUndone(std::int64_t entry);
 
-    /// Waits until what was said so far is in the file, as long as a person should wait.
-    void settle() { waitUntilWritten(); }
     /// Whether anything is recorded.
     bool isOn();
-    /// For what must not come before it is in the file, and for a program that is about to stand still. Waits
-    /// a second at most.
+    /// Waits until what was said so far is in the file, a second at most: for what must not come before, for
+    /// who reads the file, and for a program that is about to stand still.
     void waitUntilWritten();
     /// Writes what is left and records nothing more.
     void finish();

@@ -181,14 +181,12 @@ Resumption::Left Resumption::leftOf(const HistoryEntry &entry) const
 /// A whole file of the kind that is made, and no older than the run.
 bool Resumption::isOfThisRun(const QString &output) const
 try {
-    const Format *made =
-        m_kept.order.target ? m_kept.order.target : Formats::ofType(PathNames::fileType(output));
     const QFileInfo file(output);
     constexpr qint64 coarsest = 2000; // milliseconds, the time stamps of FAT
     if (!file.isFile() || file.lastModified().toMSecsSinceEpoch() < m_run.started - coarsest) {
         return false;
     }
-    Formats::requireContent(output, made);
+    Formats::requireContent(output, m_kept.order.target);
     return true;
 } catch (const std::runtime_error &) {
     return false;

@@ -102,7 +102,7 @@ TEST_F(ResumptionTest, TakesOverJobsThatAnotherProcessOnlyRecorded)
     controller.leaveJobsToOthers();
     controller.submit(u"decode"_s, order.makeJobs(plan, &controller.taskQueue()).jobs, order.toText(plan));
     EXPECT_EQ(controller.taskQueue().taskCount(), 0);
-    controller.journal().settle();
+    controller.journal().waitUntilWritten();
 
     const auto takeOver = [&](const QString &path) {
         return Resumption::takeOver(1, path, controller.taskQueue(), controller.runRecorder());
