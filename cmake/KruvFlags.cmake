@@ -11,6 +11,10 @@ target_compile_options(kruv_flags INTERFACE -Wall -Wextra -Wpedantic -Wconversio
 if(KRUV_WERROR)
   target_compile_options(kruv_flags INTERFACE -Werror)
 endif()
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  # gcc 12.2 loses a pointer where a list is assigned to a structure's member in a loop (seen in Plan.cpp at -O2 and -O3).
+  target_compile_options(kruv_flags INTERFACE -fno-tree-slp-vectorize)
+endif()
 if(CMAKE_UNITY_BUILD)
   # Sources are included then, and gcc takes their unnamed namespaces for those of a header.
   target_compile_options(kruv_flags INTERFACE -Wno-subobject-linkage)

@@ -12,7 +12,9 @@ enum class ExistingFiles {
     /// Whole new files take their places.
     Replace,
     /// The new ones get a number.
-    KeepBoth
+    KeepBoth,
+    /// Those are refused, and the others made.
+    Refuse
 };
 
 } // namespace kruv

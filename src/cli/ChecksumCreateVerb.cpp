@@ -14,6 +14,7 @@ ChecksumCreateVerb::ChecksumCreateVerb(CLI::App &parent)
     : TabVerb(parent, "create", tr("Write a checksum list over audio files"))
 {
     declareCommonFlags();
+    declareDryRunFlag();
     addOption("-k,--kind", m_kind,
               tr("MD5 of the files, fingerprints of FLAC audio, or shntool's hashes of any audio"))
         ->required()

@@ -41,7 +41,7 @@ int CliUserInterface::ask(Matter matter, const QString &title, const QString &te
         if (answer.matter != matter) {
             continue;
         }
-        if (m_options.*answer.flag) {
+        if (m_options.*answer.flag || m_options.dryRun) {
             return static_cast<int>(buttons.indexOf(yes()));
         }
         const QString names = QString(text).replace(u'\n', QStringLiteral(", "));
@@ -63,6 +63,9 @@ std::optional<ExistingFiles> CliUserInterface::askAboutExisting(const QStringLis
     if (m_options.keepBoth) {
         return ExistingFiles::KeepBoth;
     }
+    if (m_options.dryRun) {
+        return ExistingFiles::Refuse;
+    }
     QString names = Console::printable(existing.constFirst());
     if (existing.size() > 1) {
         names = tr("%1 (and %n more)", nullptr, static_cast<int>(existing.size()) - 1).arg(names);
@@ -75,7 +78,8 @@ std::optional<ExistingFiles> CliUserInterface::askAboutExisting(const QStringLis
 
 bool CliUserInterface::askAboutLossy(const QStringList &files)
 {
-    if (m_options.fromLossy) {
+    if (m_options.fromLossy || m_options.dryRun) {
+        m_lossy = m_options.fromLossy ? QStringList() : files;
         return true;
     }
     throw UsageError(tr("%1 is lossy: a lossless format makes it larger, but brings nothing "
@@ -85,6 +89,9 @@ bool CliUserInterface::askAboutLossy(const QStringList &files)
 
 std::optional<bool> CliUserInterface::askAboutLosses(const QStringList &losses)
 {
+    if (m_options.dryRun) {
+        return false; // the plan says so of each file
+    }
     for (const QString &sentence : losses) {
         Console::complain(sentence);
     }
@@ -95,7 +102,7 @@ std::optional<bool> CliUserInterface::askAboutLosses(const QStringList &losses)
 
 void CliUserInterface::allOutputsExist(qsizetype outputs)
 {
-    if (!m_options.quiet) {
+    if (!m_options.quiet && !m_options.dryRun) {
         const auto all = static_cast<int>(outputs);
         Console::complain(all == 1 ? tr("nothing to do: the output exists already")
                                    : tr("nothing to do: all %n outputs exist already", nullptr, all));
@@ -154,7 +161,7 @@ std::optional<QString> CliUserInterface::savePath(const QString &, const QString
             "Say where the file goes: --save FILE, or --beside-source where all sources lie in one folder."));
     }
     const QString path = QDir::cleanPath(QDir().absoluteFilePath(QString::fromStdString(m_options.save)));
-    if (QFileInfo::exists(path) && !m_options.overwrite) {
+    if (QFileInfo::exists(path) && !m_options.overwrite && !m_options.dryRun) {
         throw UsageError(tr("%1 is there already. Add --overwrite to replace it.").arg(path));
     }
     return path;

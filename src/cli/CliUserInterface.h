@@ -47,6 +47,8 @@ public:
     bool notify(const QString &) override { return true; }
     void requestAttention() override {}
 
+    /// Of a dry run: the files that are refused because they are lossy.
+    const QStringList &lossy() const { return m_lossy; }
     /// How often the engine had something to say that a person should look at.
     int alerts() const { return m_alerts; }
 
@@ -57,6 +59,7 @@ Q_SIGNALS:
 private:
     const CommonOptions &m_options;
     int m_alerts = 0;
+    QStringList m_lossy;
 };
 
 } // namespace kruv

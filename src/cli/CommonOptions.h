@@ -22,6 +22,8 @@ struct CommonOptions
     /// Answer to a prompt for one line of text.
     std::string text;
     bool besideSource = false;
+    /// The output folder gets the tree below each folder that was given.
+    bool mirror = false;
     bool deleteOriginals = false;
     /// Originals whose outputs have other samples on purpose may go, too.
     bool deleteChanged = false;
@@ -33,6 +35,8 @@ struct CommonOptions
     bool keepBoth = false;
     /// What an earlier run made of the same sources in the same way is left alone.
     bool skipDone = false;
+    /// Nothing is done; what would be is told.
+    bool dryRun = false;
     /// The window that is open does the jobs.
     bool detach = false;
     bool yes = false;

@@ -17,6 +17,7 @@ FixVerb::FixVerb(CLI::App &parent)
     declareFolderFlag();
     addFlag("--overwrite", overwriteFlag(), tr("Replace outputs and lists that are there already"));
     declareDeletionFlags();
+    declareDryRunFlag();
     declareFormatFlag(FixTab::targets(), tr("Format to make"));
     addOption("--level", m_level, tr("FLAC compression level, 0 (fast) to 8 (small); 4 when not given"))
         ->check(CLI::Range(0, 8).description(std::string()))

@@ -110,6 +110,9 @@ void ShntoolVerb::declareFlags()
     } else if (has(Makes)) {
         addFlag("--overwrite", overwriteFlag(), tr("Replace outputs that are there already"));
     }
+    if (has(Makes) || has(Saves)) {
+        declareDryRunFlag();
+    }
 }
 
 void ShntoolVerb::setControls(SHNtoolTab &tab)

@@ -9,18 +9,21 @@
 #include "cli/FormatFlags.h"
 #include "cli/JobSession.h"
 #include "cli/MakeReporter.h"
+#include "cli/PlanText.h"
 #include "cli/UsageError.h"
 #include "journal/History.h"
 #include "journal/JournalFile.h"
 #include "platform/OneWindow.h"
 #include "tabs/BaseTab.h"
 #include "tabs/Controls.h"
+#include "tabs/Plan.h"
 #include "tabs/Resumption.h"
 #include "tasks/StagingLock.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QSet>
 
 #include <algorithm>
 #include <cerrno>
@@ -153,12 +156,24 @@ void TabVerb::declareExistingFlags()
             tr("Leave alone what the same command made before, and do the rest"));
     overwrite->excludes(skip)->excludes(both);
     skip->excludes(both);
+    declareDryRunFlag();
+    addFlag("--mirror", m_options.mirror,
+            tr("Keep the tree below each folder given: A/B/x.wav becomes DIR/B/x.flac"))
+        ->excludes(app().get_option("--beside-source"))
+        ->needs(app().get_option("--output"));
 }
 
 void TabVerb::declareDetachFlag()
 {
     addFlag("--detach", m_options.detach,
             tr("Hand the jobs to the window that is open, and don't wait for them"));
+}
+
+void TabVerb::declareDryRunFlag()
+{
+    addFlag("--dry-run", m_options.dryRun,
+            tr("Tell what would be done, file by file, and do nothing; status 1 where something would be "
+               "refused"));
 }
 
 void TabVerb::declareOutputFolder()
@@ -181,7 +196,11 @@ int TabVerb::run()
         controller.taskQueue().setProvesOutputs();
     }
     controller.runRecorder().recordAs(nameOf(app()), QCoreApplication::arguments().mid(1));
-    const bool detaches = m_options.detach && mayDetach(session);
+    if (m_options.dryRun) {
+        controller.planOnly();
+        session.queueRun().leaveOutSummary();
+    }
+    const bool detaches = m_options.detach && !m_options.dryRun && mayDetach(session);
     if (detaches) {
         controller.leaveJobsToOthers();
     }
@@ -189,9 +208,28 @@ int TabVerb::run()
     if (detaches) {
         detach(session);
     }
-    const int status = session.finish();
+    const int status =
+        m_options.dryRun ? tellPlan(*controller.plan(), session.userInterface().lossy()) : session.finish();
     const bool complained = m_failed || session.userInterface().alerts() > 0;
     return status == Success && complained ? static_cast<int>(Failure) : status;
+}
+
+int TabVerb::tellPlan(Plan &plan, const QStringList &lossy) const
+{
+    const QSet<QString> refused(lossy.begin(), lossy.end());
+    plan.refuse([&refused](const PlanEntry &entry) { return refused.contains(entry.sources.value(0)); },
+                tr("It is lossy: a lossless format makes it larger, but brings nothing back. "
+                   "--from-lossy encodes such files all the same."));
+    if (!m_options.overwrite) {
+        plan.refuse([](const PlanEntry &entry) { return entry.action == PlanEntry::Action::Replace; },
+                    tr("There is a file of that name already; --overwrite replaces it."));
+    }
+    if (m_options.json) {
+        PlanText::writeJson(plan);
+    } else {
+        PlanText::write(plan);
+    }
+    return plan.totals().refused > 0 ? Failure : Success;
 }
 
 bool TabVerb::mayDetach(JobSession &session) const

@@ -20,6 +20,7 @@ class BaseTab;
 class ChoiceControl;
 class JobSession;
 class KruvController;
+class Plan;
 class QueueRun;
 struct Format;
 
@@ -49,6 +50,7 @@ protected:
     /// What becomes of outputs that are there already.
     void declareExistingFlags();
     void declareDetachFlag();
+    void declareDryRunFlag();
     /// For commands that always write into one folder.
     void declareOutputFolder();
 
@@ -92,6 +94,8 @@ private:
     /// Gives it the run that was recorded. Where it does not take it, the jobs are done here after all.
     void detach(JobSession &session) const;
     void checkOutputFolder();
+    /// Tells the plan of a dry run. Returns the exit status.
+    int tellPlan(Plan &plan, const QStringList &lossy) const;
 
     CommonOptions m_options;
     std::string m_format;

@@ -57,6 +57,7 @@ TagsSetVerb::TagsSetVerb(CLI::App &parent)
     : TabVerb(parent, "set", tr("Change the named tags of files; the others stay as they are"))
 {
     declareCommonFlags();
+    declareDryRunFlag();
     for (const TagsFlag &flag : tagsFlags) {
         addOption(std::string("--") + flag.name, m_texts.at(static_cast<std::size_t>(flag.field)),
                   tr(flag.help))

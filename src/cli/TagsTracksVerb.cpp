@@ -26,6 +26,7 @@ TagsTracksVerb::TagsTracksVerb(CLI::App &parent, Source source)
         ->required()
         ->type_name("FILE");
     declareCommonFlags();
+    declareDryRunFlag();
     setFooter(source == Source::TrackList
                   ? tr("The files are taken in natural order; other tags stay as they are.\n"
                        "Example: kruv tags names ~/Concert/info.txt ~/Concert")

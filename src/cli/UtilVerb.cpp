@@ -81,6 +81,7 @@ UtilVerb::UtilVerb(CLI::App &parent, UtilTab::Command command)
     , m_command(command)
 {
     declareCommonFlags();
+    declareDryRunFlag();
     declareOwnFlags();
     if (rowOf(command).writesIntoFolder) {
         declareOutputFolder();

@@ -120,7 +120,10 @@ QStringList FixTask::outputs(const Request &request, const Preferences &preferen
 
 void FixTask::make(StagedOutputs &outputs)
 {
-    requireTools();
+    for (const QString &tool :
+         tools()) { // one that is missed only after the long run lets it come to nothing
+        ToolCatalog::requireLaunchable(toolPath(tool));
+    }
     for (const QString &output : FixTask::outputs(m_request, queue()->preferences())) {
         outputs.add(output);
     }
@@ -130,12 +133,15 @@ void FixTask::make(StagedOutputs &outputs)
     appendResults(m_totalOutput.replace(staging, m_request.outputPath));
 }
 
-/// A tool that is missed only after the long run would let it come to nothing.
-void FixTask::requireTools() const
+JobOutline FixTask::outline() const
 {
-    if (m_request.list == ListKind::Fingerprints) {
-        ToolCatalog::requireLaunchable(toolPath(QStringLiteral("metaflac")));
-    }
+    return {m_request.fileNames, FixTask::outputs(m_request, queue()->preferences())};
+}
+
+QStringList FixTask::tools() const
+{
+    const QStringList all{QStringLiteral("shntool"), QStringLiteral("metaflac")};
+    return m_request.list == ListKind::Fingerprints ? all : all.first(1);
 }
 
 void FixTask::doFixCall(const QString &staging)

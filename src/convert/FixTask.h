@@ -41,6 +41,7 @@ public:
     void stopTask() override;
     QString inputPath() const override { return m_request.fileNames.value(0); }
     QString outputPath() const override { return m_request.outputPath; }
+    JobOutline outline() const override;
 
     static QStringList fixArguments(const QStringList &fileNames, const Format &target,
                                     const QString &outputPath, int flacLevel);
@@ -53,6 +54,7 @@ public:
 
 protected:
     QStringList sources() const override { return m_request.fileNames; }
+    QStringList tools() const override;
     void make(StagedOutputs &outputs) override;
     void dress(StagedOutputs &outputs) override;
     ProofNote prove(const StagedOutputs &outputs) override;
@@ -64,7 +66,6 @@ private:
     static Lists lists(const Request &request, const Preferences &preferences);
     static QStringList fixedFiles(const Request &request);
 
-    void requireTools() const;
     void doFixCall(const QString &staging);
     void requireSectorBoundaries(const Proof::Finding &finding) const;
     void checkOutputs(const StagedOutputs &outputs);

@@ -47,6 +47,18 @@ qint64 ConversionTask::estimatedWork() const
     return QFileInfo(fileName()).size();
 }
 
+void ConversionTask::foresee()
+{
+    identifySource();
+    AudioOutputTask::foresee();
+}
+
+QStringList ConversionTask::tools() const
+{
+    const ToolStep *step = sourceFormat().toWav;
+    return step ? QStringList{QString::fromLatin1(step->tool)} : QStringList();
+}
+
 void ConversionTask::make(StagedOutputs &outputs)
 {
     m_outputs = &outputs;

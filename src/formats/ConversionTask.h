@@ -30,6 +30,9 @@ public:
     qint64 estimatedWork() const override;
 
 protected:
+    void foresee() final;
+    /// Here those that make plain audio of the source.
+    QStringList tools() const override;
     void make(StagedOutputs &outputs) final;
     ProofNote prove(const StagedOutputs &outputs) override;
     /// Makes staged() of the source.

@@ -27,6 +27,7 @@ public:
     DecodeCodecTask(TaskCompletionSink *queue, const ConversionRequest &request, const DecodeRecipe &recipe);
 
 protected:
+    QStringList tools() const override { return {QString::fromLatin1(m_recipe.decoder.tool)}; }
     void makeOutput() override;
     void dress(StagedOutputs &outputs) override;
 

@@ -31,6 +31,24 @@ const SourceRule *TranscodeTask::rule() const
     return found == m_target.recipe->rules.end() ? nullptr : &*found;
 }
 
+const ToolStep *TranscodeTask::toWav() const
+{
+    const SourceRule *special = rule();
+    return special && special->toWav ? special->toWav : sourceFormat().toWav;
+}
+
+QStringList TranscodeTask::tools() const
+{
+    QStringList names;
+    if (m_target.encoderTool) {
+        names.append(QString::fromLatin1(m_target.encoderTool));
+    }
+    if (const ToolStep *step = readsItself() ? nullptr : toWav()) {
+        names.append(QString::fromLatin1(step->tool));
+    }
+    return names;
+}
+
 bool TranscodeTask::readsItself() const
 {
     const TranscodeRecipe &recipe = *m_target.recipe;
@@ -54,7 +72,7 @@ void TranscodeTask::makeOutput()
         showStatus(ConversionTask::tr(special->status));
     }
     const QString wav = scratchWav();
-    const ToolStep *step = special && special->toWav ? special->toWav : sourceFormat().toWav;
+    const ToolStep *step = toWav();
     ToolStep spelled = step ? *step : ToolStep();
     if (special && special->progress) {
         spelled.progress = special->progress;

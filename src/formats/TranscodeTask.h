@@ -46,6 +46,7 @@ public:
     TranscodeTask(TaskCompletionSink *queue, const ConversionRequest &request, const Format &target);
 
 protected:
+    QStringList tools() const override;
     void makeOutput() override;
     void dress(StagedOutputs &outputs) override;
     const Format *target() const override { return &m_target; }
@@ -57,6 +58,8 @@ protected:
     virtual bool readsItself() const;
 
     const SourceRule *rule() const;
+    /// What makes a WAV of the source; null where this process does.
+    const ToolStep *toWav() const;
     void tagsNotCopied(const QString &reason);
 
 private:

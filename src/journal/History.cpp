@@ -178,6 +178,40 @@ std::optional<HistoryEntry> History::makerOf(const QString &output) const
     return found;
 }
 
+void History::forEachPlan(int most,
+                          const std::function<void(std::int64_t run, const QString &plan)> &visit) const
+{
+    if (!m_database) {
+        return;
+    }
+    Statement rows =
+        m_database->prepare("SELECT id, plan FROM runs WHERE plan <> '' ORDER BY id DESC LIMIT ?");
+    rows.with(most);
+    while (rows.step()) {
+        visit(rows.integer(0), rows.text(1));
+    }
+}
+
+void History::forEachConversionOf(std::int64_t run, int most,
+                                  const std::function<void(const Conversion &)> &visit) const
+{
+    if (!m_database) {
+        return;
+    }
+    Statement rows = m_database->prepare(
+        "SELECT s.path, s.size, o.size, r.seconds FROM entries e JOIN receipts r ON r.entry = e.id"
+        " JOIN receipt_files s ON s.receipt = r.id AND s.role = 'source'"
+        " JOIN receipt_files o ON o.receipt = r.id AND o.role = 'output'"
+        " WHERE e.run = ? AND e.state = 'done' ORDER BY e.id DESC LIMIT ?");
+    rows.with(run, most);
+    while (rows.step()) {
+        visit({.source = rows.text(0),
+               .sourceSize = rows.integer(1),
+               .outputSize = rows.integer(2),
+               .seconds = rows.real(3)});
+    }
+}
+
 void History::find(const Question &question, const EntryVisitor &visit) const
 {
     if (!m_database) {

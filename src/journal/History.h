@@ -45,6 +45,21 @@ public:
     /// The latest job that made this file; nothing where none did, or where its run is forgotten.
     std::optional<HistoryEntry> makerOf(const QString &output) const;
 
+    /// The latest runs that have a plan (RunRecord), `most` of them, the latest first.
+    void forEachPlan(int most,
+                     const std::function<void(std::int64_t run, const QString &plan)> &visit) const;
+    /// What one file cost that was made of one other.
+    struct Conversion
+    {
+        QString source;
+        std::int64_t sourceSize = 0; ///< bytes
+        std::int64_t outputSize = 0;
+        double seconds = 0.0;
+    };
+    /// The latest ones of a run, `most` of them.
+    void forEachConversionOf(std::int64_t run, int most,
+                             const std::function<void(const Conversion &)> &visit) const;
+
     struct Question
     {
         enum class About {

@@ -133,6 +133,9 @@ std::unique_ptr<Database> openToRead(const QString &path)
         return nullptr;
     }
     const bool mayWrite = mayWriteBeside(path);
+    if (mayWrite && QFileInfo::exists(path + QStringLiteral("-journal"))) {
+        open(path, usualPatience()); // readers can't take back what was broken off while the file was made
+    }
     const auto mode = mayWrite ? Database::Mode::Read : Database::Mode::ReadOnlyPlace;
     auto database = std::make_unique<Database>(path, mode, usualPatience());
     if (mayWrite && JournalSchema::isOlder(*database)) {

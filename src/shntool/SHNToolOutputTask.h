@@ -26,8 +26,10 @@ public:
     QString inputPath() const override { return m_request.files.value(0); }
     /// The outputs that are known before the run.
     virtual QStringList outputs() const = 0;
+    JobOutline outline() const override { return {sources(), outputs()}; }
 
 protected:
+    QStringList tools() const override { return {QStringLiteral("shntool")}; }
     SHNToolOutputTask(TaskCompletionSink *queue, Request request, const SHNToolProgress &progress);
 
     QStringList sources() const override { return m_request.files; }

@@ -8,6 +8,7 @@
 #include "base/Preferences.h"
 #include "base/UserInterface.h"
 #include "platform/Resources.h"
+#include "tabs/Plan.h"
 
 #include <QDir>
 #include <QTimer>
@@ -35,7 +36,8 @@ struct BaseTab::Intake
 {
     FileList::Batch accepted;
     QStringList badExtensions;
-    int refused = 0;
+    QStringList refused;
+    QStringList folders;
     QStringList undecodable;
     QStringList unreadable;
 };
@@ -50,9 +52,8 @@ BaseTab::BaseTab(const QString &label, TabHost &host)
 void BaseTab::addCheckedFiles(const QStringList &paths)
 {
     if (m_intakeInBackground) {
-        takeInBackground([paths](const std::stop_token &) {
-            return Intake{FileList::Batch(paths), {}, 0, {}, {}};
-        });
+        takeInBackground(
+            [paths](const std::stop_token &) { return Intake{FileList::Batch(paths), {}, {}, {}, {}, {}}; });
     } else if (m_fileList.add(paths) > 0) {
         filesAdded();
     }
@@ -91,10 +92,14 @@ BaseTab::Intake BaseTab::collect(const QStringList &paths, const QSet<QString> &
 {
     QStringList accepted;
     QSet<QString> badExtensions;
-    int refused = 0;
+    QStringList refused;
+    QStringList folders;
     FolderWalk walk(stop);
     for (const QString &path : paths) {
         walk.walk(path, [&](const QString &file) {
+            if (file.size() != path.size() && (folders.isEmpty() || folders.constLast() != path)) {
+                folders.append(path);
+            }
             if (listed.contains(file)) {
                 return;
             }
@@ -102,20 +107,28 @@ BaseTab::Intake BaseTab::collect(const QStringList &paths, const QSet<QString> &
                 accepted.append(file);
             } else {
                 badExtensions.insert(PathNames::extension(file));
-                ++refused;
+                refused.append(file);
             }
         });
     }
-    return {FileList::Batch(accepted), badExtensions.values(), refused, walk.undecodableNames(),
-            walk.unreadableFolders()};
+    return {FileList::Batch(accepted), badExtensions.values(),  refused, folders,
+            walk.undecodableNames(),   walk.unreadableFolders()};
 }
 
 void BaseTab::take(Intake intake)
 {
     m_fileList.add(std::move(intake.accepted));
+    noteFolders(intake.folders);
     filesAdded();
+    if (Plan *plan = m_host.plan()) {
+        for (const QString &file : std::as_const(intake.refused)) {
+            plan->add({.sources = {file},
+                       .action = PlanEntry::Action::SkipOther,
+                       .reason = tr("It is of no kind that this command takes.")});
+        }
+    }
     if (!intake.badExtensions.isEmpty()) {
-        Q_EMIT filesRefused(intake.badExtensions, intake.refused);
+        Q_EMIT filesRefused(intake.badExtensions, static_cast<int>(intake.refused.size()));
         if (m_alertsOfRefusedFiles && m_host.preferences().boolean(QStringLiteral("warnOnFilesSkipped"))) {
             showBadFileMessage(m_fileList.isEmpty()
                                    ? tr("File types not supported by this tab")
@@ -171,6 +184,7 @@ void BaseTab::clearFiles()
     m_work.abandon();
     countIntakes(-m_intakes);
     m_fileList.clear();
+    m_folders.clear();
 }
 
 void BaseTab::deleteSelectedRows(const QList<int> &rows)
@@ -199,7 +213,13 @@ QStringList BaseTab::getFilesFromOutputDirectory(const QString &folder, const QS
 
 void BaseTab::reportWithoutJob(const QStringList &files, const QString &format)
 {
-    if (!files.isEmpty()) {
+    if (Plan *plan = m_host.plan()) {
+        for (const QString &file : files) {
+            plan->add({.sources = {file},
+                       .action = PlanEntry::Action::Refuse,
+                       .reason = tr("This version can't convert it to %1.").arg(format)});
+        }
+    } else if (!files.isEmpty()) {
         m_host.userInterface().alert(
             tr("This version can't convert these files to %1. They were left as they are.").arg(format),
             firstOf(files), acknowledgeButton());

@@ -45,6 +45,10 @@ public:
     /// Adds paths without any check of what they are.
     void addFile(const QString &path) { addCheckedFiles({path}); }
     void addCheckedFiles(const QStringList &paths);
+    /// The folders among what was handed in, which stand for the files below them.
+    const QStringList &folders() const { return m_folders; }
+    /// Of files that were found for the tab by others.
+    void noteFolders(const QStringList &folders) { m_folders += folders; }
     /// Expands folders, keeps what the tab accepts, and reports once what it did not.
     void addFiles(const QStringList &paths);
     /// Files below `path` that the tab accepts; extensions of those it doesn't go into `badExtensions`.
@@ -118,6 +122,7 @@ private:
     const QString m_label;
     TabHost &m_host;
     FileList m_fileList;
+    QStringList m_folders;
     const QString m_pathToCommandLineTools;
     bool m_intakeInBackground = false;
     int m_intakes = 0;

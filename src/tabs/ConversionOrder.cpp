@@ -105,6 +105,7 @@ std::shared_ptr<KruvTask> ConversionOrder::makeJob(const OutputPlan::Entry &entr
                                                               .mayDeleteChanged = mayDeleteChanged});
     job->setDeleteOriginal(deletes && entry.earlier != ConversionRequest::Earlier::Kept);
     job->setProves(proves);
+    job->setMakesFolders(makesFolders);
     if (!entry.keepReason.isEmpty()) {
         job->failAfterwards(entry.keepReason);
     }
@@ -161,6 +162,11 @@ bool ConversionOrder::makesTheSame(const ConversionOrder &other) const
     return target == other.target && decodes == other.decodes && chosenOf(*this) == chosenOf(other);
 }
 
+bool ConversionOrder::provesLike(const ConversionOrder &other) const
+{
+    return (proves || deletes) == (other.proves || other.deletes);
+}
+
 QString ConversionOrder::toText(const OutputPlan &plan) const
 {
     const QJsonObject object{{QStringLiteral("version"), textVersion},
@@ -170,6 +176,7 @@ QString ConversionOrder::toText(const OutputPlan &plan) const
                              {QStringLiteral("delete-originals"), deletes},
                              {QStringLiteral("delete-changed"), mayDeleteChanged},
                              {QStringLiteral("prove"), proves},
+                             {QStringLiteral("make-folders"), makesFolders},
                              {QStringLiteral("lists"), listsAsJson(plan.lists())}};
     return QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact));
 }
@@ -185,7 +192,8 @@ std::optional<ConversionOrder::Kept> ConversionOrder::fromText(const QString &te
                         .decodes = object[QStringLiteral("decode")].toBool(),
                         .deletes = object[QStringLiteral("delete-originals")].toBool(),
                         .mayDeleteChanged = object[QStringLiteral("delete-changed")].toBool(),
-                        .proves = object[QStringLiteral("prove")].toBool()}};
+                        .proves = object[QStringLiteral("prove")].toBool(),
+                        .makesFolders = object[QStringLiteral("make-folders")].toBool()}};
     const QJsonObject chosen = object[QStringLiteral("options")].toObject();
     for (const FormatOption *option : optionsOf(kept.order)) {
         if (!read(kept.order.options, *option, chosen[QString::fromLatin1(option->id)])) {

@@ -31,6 +31,7 @@ struct ConversionOrder
     bool deletes = false; ///< originals
     bool mayDeleteChanged = false;
     bool proves = false;
+    bool makesFolders = false; ///< of outputs
 
     struct Jobs
     {
@@ -46,6 +47,9 @@ struct ConversionOrder
 
     /// Whether this order makes of a source what the other one does.
     bool makesTheSame(const ConversionOrder &other) const;
+
+    /// Whether the outputs of both are proven, or of neither: that takes time.
+    bool provesLike(const ConversionOrder &other) const;
 
     /// As a text that later versions of the program read, with the plan's lists.
     QString toText(const OutputPlan &plan) const;

@@ -7,6 +7,8 @@
 #include "base/UserInterface.h"
 #include "formats/Format.h"
 #include "tabs/DoneBefore.h"
+#include "tabs/Plan.h"
+#include "tasks/FileCommit.h"
 #include "tasks/KruvTaskQueue.h"
 
 #include <QSet>
@@ -67,15 +69,46 @@ std::optional<OutputPlan> ConversionTab::planOutputs(const ToggleControl &beside
     if (!folder) {
         return std::nullopt;
     }
-    OutputPlan plan(fileNames(), *folder, order.target->extension());
+    const OutputPlace place{.folder = *folder,
+                            .roots = m_keepFoldersButton.isOn() ? folders() : QStringList()};
+    OutputPlan plan(fileNames(), place, order.target->extension());
     if (host().userInterface().skipsDone()) {
         markDone(plan, DoneBefore(order));
     }
-    if (outputsCollide(plan)) {
-        return std::nullopt;
+    const bool goesOn = settleOutputs(plan);
+    if (Plan *whole = host().plan()) {
+        for (const PlanEntry &entry : plan.leftOut()) {
+            whole->add(entry);
+        }
     }
+    return goesOn ? std::optional(plan) : std::nullopt;
+}
+
+bool ConversionTab::settleOutputs(OutputPlan &plan)
+{
+    const auto collision = plan.refuseCollisions();
+    if (collision && !host().plan()) {
+        host().userInterface().alert(tr("Two of the files would give the same output"), *collision,
+                                     acknowledgeButton());
+    }
+    if (plan.entries().empty()) {
+        return false;
+    }
+    tellOfMerges(plan);
     addLists(plan);
-    return agreeOnExistingOutputs(plan) ? std::optional(plan) : std::nullopt;
+    return agreeOnExistingOutputs(plan);
+}
+
+/// In one chosen folder that is what was asked for.
+void ConversionTab::tellOfMerges(const OutputPlan &plan)
+{
+    for (const QString &sentence : m_keepFoldersButton.isOn() ? plan.merges() : QStringList()) {
+        if (Plan *whole = host().plan()) {
+            whole->warn(sentence);
+        } else {
+            host().userInterface().remark(sentence);
+        }
+    }
 }
 
 bool ConversionTab::agreeOnExistingOutputs(OutputPlan &plan)
@@ -135,9 +168,17 @@ void ConversionTab::queueJobs(const OutputPlan &plan, const ConversionOrder &ord
 {
     ConversionOrder complete = order;
     complete.proves = host().taskQueue().provesOutputs();
+    complete.makesFolders = m_keepFoldersButton.isOn();
     const ConversionOrder::Jobs made = complete.makeJobs(plan, &host().taskQueue());
     reportWithoutJob(made.withoutJob, order.target->label.toString());
     submit(made.jobs, complete.toText(plan));
+    if (Plan *whole = host().plan()) {
+        for (const OutputPlan::List &list : plan.lists()) {
+            whole->add({.output = list.path,
+                        .action = FileCommit::isTaken(list.path) ? PlanEntry::Action::Replace
+                                                                 : PlanEntry::Action::Make});
+        }
+    }
     clearFiles();
 }
 

@@ -21,6 +21,9 @@ class ConversionTab : public BaseTab
 public:
     using BaseTab::BaseTab;
 
+    /// Whether outputs in a chosen folder keep the tree below the folders that were handed in.
+    ToggleControl &keepFoldersButton() { return m_keepFoldersButton; }
+
     /// True when any of `inputFiles` is among `outputFiles`.
     static bool isFileClash(const QStringList &inputFiles, const QStringList &outputFiles);
 
@@ -44,9 +47,14 @@ protected:
     LossQuestion &lossQuestion() { return m_lossQuestion; }
 
 private:
+    /// Leaves out what must not be made, and says so. False where nothing is left to be done, or the person
+    /// does not go on.
+    bool settleOutputs(OutputPlan &plan);
+    void tellOfMerges(const OutputPlan &plan);
     bool agreeOnExistingOutputs(OutputPlan &plan);
     void queueJobs(const OutputPlan &plan, const ConversionOrder &order);
 
+    ToggleControl m_keepFoldersButton;
     LossQuestion m_lossQuestion{host()};
 };
 

@@ -17,6 +17,7 @@ DecodeTab::DecodeTab(TabHost &host)
     , m_outputFormatMatrix(FormatControls::choicesOf(targets()), 2)
 {
     m_sourceDecodeButton.tieTo(host.preferences(), QStringLiteral("decodeToSourceDirectory"));
+    keepFoldersButton().tieTo(host.preferences(), QStringLiteral("decodeKeepFolders"));
     m_flacOptionsLabel.setText(tr("FLAC options"));
     showFLacOptions(false);
 }

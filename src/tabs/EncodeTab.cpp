@@ -27,6 +27,7 @@ EncodeTab::EncodeTab(TabHost &host)
 {
     m_outputFormatMatrix.tieTo(host.preferences(), QStringLiteral("encodeOutputFormat"));
     m_sourceEncodeButton.tieTo(host.preferences(), QStringLiteral("encodeToSourceDirectory"));
+    keepFoldersButton().tieTo(host.preferences(), QStringLiteral("encodeKeepFolders"));
     connect(&m_outputFormatMatrix, &Control::changed, this, &EncodeTab::displayRelevantOptions);
     EncodeTab::displayRelevantOptions();
 }

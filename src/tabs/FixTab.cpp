@@ -75,7 +75,7 @@ void FixTab::executeCommand()
         return;
     }
     const auto folder = chooseOutputFolder();
-    if (!folder || outputsCollide(OutputPlan(fileNames(), *folder, target()->extension()))) {
+    if (!folder || outputsCollide(OutputPlan(fileNames(), {.folder = *folder}, target()->extension()))) {
         return;
     }
     const FixTask::Request request{.fileNames = fileNames(),

@@ -5,6 +5,7 @@
 
 #include "audio/CoreAudioHelper.h"
 #include "base/FolderWalk.h"
+#include "base/InParallel.h"
 #include "base/PathNames.h"
 #include "base/UserInterface.h"
 #include "formats/Formats.h"
@@ -89,6 +90,9 @@ KruvController::~KruvController() = default;
 void KruvController::submit(const QString &tabLabel, std::span<const std::shared_ptr<KruvTask>> jobs,
                             const QString &plan)
 {
+    if (m_plan) {
+        return m_plan->addJobs(jobs, threadsForOneJob(m_taskQueue.maxThreads()));
+    }
     m_runRecorder.announce(tabLabel, plan);
     if (m_leavesJobs && !plan.isEmpty()) {
         m_runRecorder.enlist(jobs);
@@ -100,6 +104,9 @@ void KruvController::submit(const QString &tabLabel, std::span<const std::shared
 void KruvController::doRecorded(const QString &tabLabel, const std::vector<DoneRecord> &plan,
                                 const std::function<void()> &work)
 {
+    if (m_plan) {
+        return m_plan->addRecords(plan);
+    }
     m_runRecorder.announce(tabLabel, {});
     m_runRecorder.record(plan, work);
 }
@@ -155,6 +162,10 @@ KruvController::Intake KruvController::getFiles(const QStringList &paths, const 
     for (const QString &path : paths) {
         // A file that was named is a person's own choice, extension or not; only the tab may refuse it.
         walk.walk(path, [&](const QString &file) {
+            if (file.size() != path.size() &&
+                (intake.folders.isEmpty() || intake.folders.constLast() != path)) {
+                intake.folders.append(path);
+            }
             if (file == path || !PathNames::extension(file).isEmpty()) {
                 intake.files.append(file);
             }
@@ -206,6 +217,7 @@ void KruvController::hand(const Intake &intake, const QString &label)
     if (label == aboutLabel) {
         routeFromAbout(intake.files);
     } else {
+        tab(label)->noteFolders(intake.folders);
         tab(label)->addFiles(intake.files);
     }
     BaseTab::reportUndecodable(m_userInterface, intake.undecodable);

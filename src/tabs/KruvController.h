@@ -6,6 +6,7 @@
 #include "base/BackgroundWork.h"
 #include "journal/Journal.h"
 #include "tabs/BaseTab.h"
+#include "tabs/Plan.h"
 #include "tabs/TabHost.h"
 #include "tabs/TrackNameInputController.h"
 #include "tasks/KruvTaskQueue.h"
@@ -16,6 +17,7 @@
 #include <QStringList>
 
 #include <memory>
+#include <optional>
 #include <stop_token>
 
 namespace kruv {
@@ -46,6 +48,9 @@ public:
                 const QString &plan) override;
     void doRecorded(const QString &tabLabel, const std::vector<DoneRecord> &plan,
                     const std::function<void()> &work) override;
+    /// From now on commands do nothing, but tell plan() what they would do.
+    void planOnly() { m_plan.emplace(); }
+    Plan *plan() override { return m_plan ? &*m_plan : nullptr; }
     /// From now on jobs that can be made once more by a later process are recorded, and not done in this one.
     void leaveJobsToOthers() { m_leavesJobs = true; }
     /// What was done is recorded there.
@@ -96,6 +101,7 @@ private:
     struct Intake
     {
         QStringList files;
+        QStringList folders; ///< that stand for some of these
         QStringList undecodable;
         QStringList unreadable;
     };
@@ -127,6 +133,7 @@ private:
     int m_selectedTab = 0;
     bool m_intakeInBackground = false;
     bool m_leavesJobs = false;
+    std::optional<Plan> m_plan;
     BackgroundWork m_work;
 };
 

@@ -38,6 +38,7 @@ LossyTab::LossyTab(TabHost &host)
     m_zeroTo127.setText(QStringLiteral("Quality, 0 to 127"));
     m_outputFormatMatrix.tieTo(host.preferences(), QStringLiteral("lossyOutputFormat"));
     m_sourceEncodeButton.tieTo(host.preferences(), QStringLiteral("encodeLossyToSourceDirectory"));
+    keepFoldersButton().tieTo(host.preferences(), QStringLiteral("lossyKeepFolders"));
     connectControls();
     LossyTab::displayRelevantOptions();
     stepperAction();

@@ -10,6 +10,8 @@
 #include <QSet>
 
 #include <algorithm>
+#include <map>
+#include <span>
 
 namespace kruv {
 
@@ -48,11 +50,11 @@ QString numbered(const QString &path, const QString &extension, const QSet<QStri
 
 } // namespace
 
-OutputPlan::OutputPlan(const QStringList &sources, const QString &chosenFolder, const QString &extension)
+OutputPlan::OutputPlan(const QStringList &sources, const OutputPlace &place, const QString &extension)
 {
     m_entries.reserve(static_cast<std::size_t>(sources.size()));
     for (const QString &source : sources) {
-        const QString folder = chosenFolder.isEmpty() ? PathNames::folderOf(source) : chosenFolder;
+        const QString folder = place.folderFor(source);
         m_entries.push_back({source, folder, PathNames::outputPath(folder, source, extension)});
     }
 }
@@ -122,7 +124,14 @@ QStringList OutputPlan::existing() const
 
 void OutputPlan::settleExisting(ExistingFiles choice)
 {
-    if (choice == ExistingFiles::Skip) {
+    if (choice == ExistingFiles::Skip || choice == ExistingFiles::Refuse) {
+        const auto action =
+            choice == ExistingFiles::Skip ? PlanEntry::Action::SkipExisting : PlanEntry::Action::Refuse;
+        for (const Entry &entry : m_entries) {
+            if (isInTheWay(entry)) {
+                leaveOut(entry, action, tr("There is a file of that name already."));
+            }
+        }
         std::erase_if(m_entries, [this](const Entry &entry) { return isInTheWay(entry); });
         std::erase_if(m_lists, [this](const List &list) { return isInTheWay(list); });
         return;
@@ -149,38 +158,116 @@ void OutputPlan::settleExisting(ExistingFiles choice)
     }
 }
 
-std::optional<QString> OutputPlan::collision(const NameTest &areOne) const
+std::vector<OutputPlan::Clash> OutputPlan::clashes(const NameTest &areOne) const
 {
-    constexpr qsizetype mostNamed = 5;
-    QMultiHash<QString, const Entry *> earlierEntries;
+    QMultiHash<QString, std::size_t> earlierEntries;
     RealFolders realFolders;
-    QStringList collisions;
-    for (const Entry &entry : m_entries) {
+    std::vector<Clash> found;
+    for (std::size_t index = 0; index < m_entries.size(); ++index) {
+        const Entry &entry = m_entries[index];
         // A folder may be in the list twice, once through a link.
         const QString folder = realFolders.of(entry.folder);
         const QString name = PathNames::lastPathComponent(entry.output);
         const QString key = folder + u'/' + FoldedNames::key(name);
-        const QList<const Entry *> alike = earlierEntries.values(key);
-        const auto earlier = std::ranges::find_if(alike, [&](const Entry *each) {
-            const QString other = PathNames::lastPathComponent(each->output);
+        const QList<std::size_t> alike = earlierEntries.values(key);
+        const auto earlier = std::ranges::find_if(alike, [&](std::size_t each) {
+            const QString other = PathNames::lastPathComponent(m_entries[each].output);
             return other == name || areOne(folder, other, name);
         });
         if (earlier != alike.end()) {
-            collisions.append(tr("%1\nand\n%2\nwould both be written to\n%3")
-                                  .arg((*earlier)->source, entry.source, entry.output));
-            continue;
+            found.emplace_back(*earlier, index);
+        } else {
+            earlierEntries.insert(key, index);
         }
-        earlierEntries.insert(key, &entry);
     }
-    if (collisions.isEmpty()) {
+    return found;
+}
+
+std::optional<QString> OutputPlan::textOf(const std::vector<Clash> &clashes) const
+{
+    constexpr std::size_t mostNamed = 5;
+    if (clashes.empty()) {
         return std::nullopt;
     }
-    const qsizetype unnamed = collisions.size() - mostNamed;
-    QString text = collisions.first(std::min(collisions.size(), mostNamed)).join(QStringLiteral("\n\n"));
-    if (unnamed > 0) {
-        text += QStringLiteral("\n\n") + tr("and %n more", nullptr, static_cast<int>(unnamed));
+    QStringList named;
+    for (const auto &[earlier, later] : std::span(clashes).first(std::min(clashes.size(), mostNamed))) {
+        named.append(tr("%1\nand\n%2\nwould both be written to\n%3")
+                         .arg(m_entries[earlier].source, m_entries[later].source, m_entries[later].output));
+    }
+    if (clashes.size() > mostNamed) {
+        named.append(tr("and %n more", nullptr, static_cast<int>(clashes.size() - mostNamed)));
+    }
+    return named.join(QStringLiteral("\n\n"));
+}
+
+std::optional<QString> OutputPlan::collision(const NameTest &areOne) const
+{
+    return textOf(clashes(areOne));
+}
+
+std::optional<QString> OutputPlan::refuseCollisions(const NameTest &areOne)
+{
+    const std::vector<Clash> found = clashes(areOne);
+    const std::optional<QString> text = textOf(found);
+    std::map<std::size_t, std::size_t> others; // of each that clashes, one that it clashes with
+    for (const auto &[earlier, later] : found) {
+        others.emplace(earlier, later);
+        others.emplace(later, earlier);
+    }
+    std::vector<Entry> kept;
+    for (std::size_t index = 0; index < m_entries.size() && !others.empty(); ++index) {
+        const auto other = others.find(index);
+        if (other == others.end()) {
+            kept.push_back(m_entries[index]);
+        } else {
+            leaveOut(m_entries[index], PlanEntry::Action::Refuse,
+                     tr("%1 would be written to the same file.").arg(m_entries[other->second].source));
+        }
+    }
+    if (!others.empty()) {
+        m_entries = std::move(kept);
     }
     return text;
+}
+
+void OutputPlan::leaveOut(const Entry &entry, PlanEntry::Action action, const QString &reason)
+{
+    m_leftOut.push_back(
+        {.sources = {entry.source}, .output = entry.output, .action = action, .reason = reason});
+}
+
+QStringList OutputPlan::merges() const
+{
+    QMap<QString, QString> sourceOf; // folders
+    QMap<QString, QString> others;
+    for (const Entry &entry : m_entries) {
+        const QString from = PathNames::folderOf(entry.source);
+        const QString first = sourceOf.value(entry.folder, from);
+        sourceOf.insert(entry.folder, first);
+        if (first != from) {
+            others.insert(entry.folder, from);
+        }
+    }
+    QStringList sentences;
+    for (auto each = others.cbegin(); each != others.cend(); ++each) {
+        sentences.append(
+            tr("%1 gets files of %2 and of %3.").arg(each.key(), sourceOf.value(each.key()), each.value()));
+    }
+    return sentences;
+}
+
+std::vector<PlanEntry> OutputPlan::leftOut() const
+{
+    std::vector<PlanEntry> all = m_leftOut;
+    for (const Entry &entry : m_entries) {
+        if (entry.isDone) {
+            all.push_back({.sources = {entry.source},
+                           .output = entry.output,
+                           .action = PlanEntry::Action::SkipDone,
+                           .reason = tr("It was made before, and is as it was then.")});
+        }
+    }
+    return all;
 }
 
 } // namespace kruv

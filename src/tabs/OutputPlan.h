@@ -6,6 +6,8 @@
 #include "base/ExistingFiles.h"
 #include "base/FoldedNames.h"
 #include "formats/ConversionRequest.h"
+#include "tabs/OutputPlace.h"
+#include "tabs/PlanEntry.h"
 
 #include <QCoreApplication>
 #include <QString>
@@ -13,6 +15,7 @@
 
 #include <functional>
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace kruv {
@@ -45,8 +48,7 @@ public:
         QString folder;
     };
 
-    /// `chosenFolder` empty means beside each source.
-    OutputPlan(const QStringList &sources, const QString &chosenFolder, const QString &extension);
+    OutputPlan(const QStringList &sources, const OutputPlace &place, const QString &extension);
 
     /// One that was settled before.
     OutputPlan(std::vector<Entry> entries, std::vector<List> lists);
@@ -68,13 +70,26 @@ public:
     QStringList existing() const;
     /// What becomes of those.
     void settleExisting(ExistingFiles choice);
+    /// Leaves out all sources that would give the same output. Returns what collision() does.
+    std::optional<QString> refuseCollisions(const NameTest &areOne = FoldedNames::areOne);
+    /// Of folders that get the files of several folders, a sentence each.
+    QStringList merges() const;
+    /// What is not made, and why.
+    std::vector<PlanEntry> leftOut() const;
 
 private:
+    /// Two entries, the later one last.
+    using Clash = std::pair<std::size_t, std::size_t>;
+    std::vector<Clash> clashes(const NameTest &areOne) const;
+    std::optional<QString> textOf(const std::vector<Clash> &clashes) const;
+    void leaveOut(const Entry &entry, PlanEntry::Action action, const QString &reason);
+
     static bool isInTheWay(const Entry &entry);
     bool isInTheWay(const List &list) const;
 
     std::vector<Entry> m_entries;
     std::vector<List> m_lists;
+    std::vector<PlanEntry> m_leftOut;
 };
 
 } // namespace kruv

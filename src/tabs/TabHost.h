@@ -16,6 +16,7 @@ namespace kruv {
 struct DoneRecord;
 class KruvTask;
 class KruvTaskQueue;
+class Plan;
 class Preferences;
 class TrackNameInputController;
 class UserInterface;
@@ -34,6 +35,9 @@ public:
     /// Does what needs no jobs, and keeps it in mind (RunRecorder::record).
     virtual void doRecorded(const QString &tabLabel, const std::vector<DoneRecord> &plan,
                             const std::function<void()> &work) = 0;
+    /// Where a command is only to be planned, the plan that takes what it would do; else null. Jobs that are
+    /// submitted then go into it by themselves.
+    virtual Plan *plan() { return nullptr; }
     virtual Preferences &preferences() = 0;
     virtual UserInterface &userInterface() = 0;
     /// The one window for track names; every tab that works with names listens to it.

@@ -157,7 +157,9 @@ void UtilTab::batchRename()
         BatchRename::requirePossible(moves);
         host().doRecorded(label(), recordOf(moves), [&moves] { BatchRename::carryOut(moves); });
         clearFiles();
-        Q_EMIT filesRenamed(moves);
+        if (!host().plan()) {
+            Q_EMIT filesRenamed(moves);
+        }
     } catch (const BatchRename::Refused &reason) {
         showError(QString::fromUtf8(reason.what()));
     }

@@ -29,6 +29,11 @@ void KruvAsyncNSTask::appendToPATH(const QString &folder)
     ToolEnvironment::appendToPath(m_environment, folder);
 }
 
+void KruvAsyncNSTask::foresee()
+{
+    ToolCatalog::requireLaunchable(m_launchPath);
+}
+
 void KruvAsyncNSTask::startTask()
 {
     showRunningRow();

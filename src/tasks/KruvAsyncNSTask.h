@@ -32,6 +32,7 @@ public:
     QString description() const override;
 
 protected:
+    void foresee() override;
     /// What the tool is launched with next. Main thread.
     void setArguments(const QStringList &arguments) { m_arguments = arguments; }
     /// Runs before the tool is started, on the pool thread, so it may block. What it throws keeps the tool

@@ -93,6 +93,26 @@ EntryRecord KruvTask::plannedEntry() const
     return {inputPath(), output, output.isEmpty() ? EntryRecord::Action::Work : EntryRecord::Action::Make};
 }
 
+JobOutline KruvTask::outline() const
+{
+    JobOutline outline;
+    if (const QString source = inputPath(); !source.isEmpty()) {
+        outline.sources.append(source);
+    }
+    if (const QString output = outputPath(); !output.isEmpty()) {
+        outline.outputs.append(output);
+    }
+    return outline;
+}
+
+QString KruvTask::foreseenFailure()
+try {
+    foresee();
+    return {};
+} catch (const std::exception &failure) {
+    return QString::fromUtf8(failure.what());
+}
+
 void KruvTask::fail(const QString &reason)
 {
     results()->appendLine(reason, *this);

@@ -6,6 +6,7 @@
 #include "journal/EntryRecord.h"
 #include "journal/Receipt.h"
 #include "tasks/DamageNote.h"
+#include "tasks/JobOutline.h"
 #include "tasks/KruvTaskResults.h"
 #include "tasks/ProofNote.h"
 #include "tasks/TaskRow.h"
@@ -113,6 +114,11 @@ public:
     virtual ProofNote proof() const { return {}; }
     /// What it is to do, for the journal. Before it starts.
     virtual EntryRecord plannedEntry() const;
+    /// The files that it is about. Before it starts.
+    virtual JobOutline outline() const;
+    /// Why it would fail if it started now, a sentence; empty where nothing speaks against it. Reads the
+    /// beginnings of its sources and makes nothing. Any thread; of a job that is not going to start.
+    QString foreseenFailure();
     /// How long it will take, in any measure that is one for all jobs of a command; 0 where that is unknown.
     virtual qint64 estimatedWork() const { return 0; }
     /// What it left behind. Of a job that has ended; nothing where it gave no file its name.
@@ -130,6 +136,8 @@ public:
     void failToStart(const QString &reason);
 
 protected:
+    /// Throws what foreseenFailure() says.
+    virtual void foresee() {}
     /// Takes the place of all outcome work for a job that could not be started. Main thread.
     virtual void neverStarted() {}
     void appendResults(const QString &text);

@@ -4,8 +4,11 @@
 #include "tasks/OutputTask.h"
 
 #include "base/Util.h"
+#include "platform/Resources.h"
 #include "tasks/OriginalFile.h"
+#include "tasks/StagingFolder.h"
 #include "tasks/TaskCompletionSink.h"
+#include "tasks/ToolCatalog.h"
 #include "tasks/ToolStop.h"
 
 #include <QFileInfo>
@@ -34,6 +37,26 @@ EntryRecord OutputTask::plannedEntry() const
     return entry;
 }
 
+JobOutline OutputTask::outline() const
+{
+    JobOutline outline = KruvTask::outline();
+    outline.sources = sources();
+    return outline;
+}
+
+void OutputTask::foresee()
+{
+    static_cast<void>(stampSources());
+    inspectSources();
+    for (const QString &tool : tools()) {
+        ToolCatalog::requireLaunchable(toolPath(tool));
+    }
+    const QStringList outputs = outline().outputs;
+    for (const QString &output : outputs) {
+        StagingFolder::requirePossible(QFileInfo(output).path());
+    }
+}
+
 std::optional<Receipt> OutputTask::receipt() const
 {
     if (m_outputs.empty()) {
@@ -52,6 +75,9 @@ void OutputTask::doStartTask()
     StagedOutputs outputs(m_mayReplace ? FileCommit::Existing::Replace : FileCommit::Existing::Keep);
     if (!deleteOriginal()) {
         outputs.protect(sources());
+    }
+    if (m_makesFolders) {
+        outputs.makeFolders();
     }
     try {
         walk(outputs);

@@ -23,10 +23,13 @@ public:
     /// What there is under an output's name is replaced when the new file is complete; else it stays and the
     /// job fails. Before the start.
     void setMayReplace(bool mayReplace) { m_mayReplace = mayReplace; }
+    /// Folders of its outputs that are not there are made. Before the start.
+    void setMakesFolders(bool makesFolders) { m_makesFolders = makesFolders; }
     /// Its outputs are proven whatever else is asked for. Before the start.
     void setProves(bool proves) { m_proves = proves; }
     ProofNote proof() const override { return m_proof; }
     EntryRecord plannedEntry() const override;
+    JobOutline outline() const override;
     std::optional<Receipt> receipt() const override;
     /// For outputs that are made, but lack something: the job goes on and commits them, then it fails, and
     /// its originals stay for this reason, a clause. What a person should know was said by then. The first
@@ -37,6 +40,9 @@ public:
 protected:
     using StagedTask::StagedTask;
 
+    void foresee() override;
+    /// The tools of the resources folder that it can't do without, as far as that is known beforehand.
+    virtual QStringList tools() const { return {}; }
     /// The files that the outputs are made from.
     virtual QStringList sources() const { return {fileName()}; }
     /// Looks at the sources before anything is made of them. What it throws fails the job.
@@ -73,6 +79,7 @@ private:
     void releaseOriginal(Receipt::File &source, const StagedOutputs &outputs);
 
     bool m_mayReplace = false;
+    bool m_makesFolders = false;
     bool m_proves = false;
     QStringList m_remarks;
     ProofNote m_proof;

@@ -82,9 +82,19 @@ QString StagedOutputs::add(const QString &path, const QString &stagedName)
 
 StagingFolder &StagedOutputs::staging(const QString &folder)
 {
+    constexpr int tries = 5; // another job may remove a folder that it made in vain
     std::unique_ptr<StagingFolder> &made = m_folders[folder];
-    if (!made) {
-        made = std::make_unique<StagingFolder>(folder);
+    for (int attempt = 1; !made; ++attempt) {
+        if (m_makesFolders) {
+            m_newFolders.push_back(std::make_unique<NewFolders>(folder));
+        }
+        try {
+            made = std::make_unique<StagingFolder>(folder);
+        } catch (const std::runtime_error &) {
+            if (!m_makesFolders || attempt == tries || QFileInfo::exists(folder)) {
+                throw;
+            }
+        }
     }
     return *made;
 }
@@ -180,6 +190,9 @@ void StagedOutputs::bringNamesToDisk()
     QStringList places = m_committed;
     for (const auto &[folder, staging] : m_folders) {
         places += {folder, staging->path()};
+    }
+    for (const auto &each : m_newFolders) {
+        places += each->places();
     }
     m_durable = DiskSync(places).run().isEmpty();
 }

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "tasks/FileCommit.h"
+#include "tasks/NewFolders.h"
 #include "tasks/StagingFolder.h"
 
 #include <QCoreApplication>
@@ -27,6 +28,9 @@ public:
 
     /// No output may take the place of one of these. Before the outputs are announced.
     void protect(const QStringList &sources) { m_protected = sources; }
+
+    /// Folders of outputs that are not there are made. Before the outputs are announced.
+    void makeFolders() { m_makesFolders = true; }
 
     /// Announces an output and returns where it is to be made: under its final name, in a staging folder.
     /// Throws when there is a file of that name that is not to be replaced, or when nothing can be written
@@ -79,6 +83,8 @@ private:
 
     const FileCommit::Existing m_existing;
     QStringList m_protected;
+    bool m_makesFolders = false;
+    std::vector<std::unique_ptr<NewFolders>> m_newFolders; // outlive what is in them
     std::map<QString, std::unique_ptr<StagingFolder>> m_folders;
     std::vector<Output> m_outputs;
     QStringList m_committed;

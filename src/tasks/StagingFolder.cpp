@@ -10,6 +10,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QSet>
 
 #include <cerrno>
@@ -65,6 +66,24 @@ StagingFolder::StagingFolder(const QString &folder)
         make(folder);
         error = lock();
     } while (error == ENOENT && std::chrono::steady_clock::now() - start < longest);
+    if (error != 0) {
+        cannotWrite(folder, error);
+    }
+}
+
+void StagingFolder::requirePossible(const QString &folder)
+{
+    QString nearest = folder;
+    int error = 0;
+    do {
+        error = access(QFile::encodeName(nearest).constData(), W_OK | X_OK) == 0 ? 0 : errno;
+        if (error == ENOENT) {
+            nearest = QFileInfo(nearest).path();
+        }
+    } while (error == ENOENT && nearest != u"/" && nearest != u".");
+    if (error == 0 && !QFileInfo(nearest).isDir()) {
+        error = ENOTDIR;
+    }
     if (error != 0) {
         cannotWrite(folder, error);
     }

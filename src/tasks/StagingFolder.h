@@ -30,6 +30,10 @@ public:
     /// A place for audio on its way from one step to the next; no two are alike. Nothing is created.
     QString scratch(const QString &extension);
 
+    /// Throws what the constructor would, as far as that is known without trying. A folder that is not there
+    /// is judged by the nearest one above it that is.
+    static void requirePossible(const QString &folder);
+
     /// Removes what processes that are gone left behind in `folder`.
     static void sweep(const QString &folder);
 

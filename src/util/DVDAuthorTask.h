@@ -29,6 +29,7 @@ public:
 
 protected:
     QStringList sources() const override { return m_fileNames; }
+    QStringList tools() const override { return {QStringLiteral("dvda"), QStringLiteral("mkisofs")}; }
     void make(StagedOutputs &outputs) override;
 
 private:

@@ -23,6 +23,7 @@ public:
     void startTask() override;
     /// The folder.
     QString inputPath() const override { return m_folder; }
+    JobOutline outline() const override { return {m_files, {}}; }
     std::optional<Receipt> receipt() const override { return m_receipt; }
 
 protected:

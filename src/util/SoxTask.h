@@ -42,6 +42,7 @@ protected:
             std::shared_ptr<KruvTaskResults> results);
     ~SoxTask() override;
 
+    QStringList tools() const override { return {QStringLiteral("sox")}; }
     void make(StagedOutputs &outputs) override;
     void dress(StagedOutputs &outputs) override;
     ProofNote prove(const StagedOutputs &outputs) override;

@@ -12,6 +12,7 @@
 #include <QHash>
 
 #include <exception>
+#include <stdexcept>
 #include <utility>
 
 namespace kruv {
@@ -52,6 +53,17 @@ WriteTagsTask::WriteTagsTask(TaskCompletionSink *queue, const QString &fileName,
     setTitle(PathNames::lastPathComponent(fileName));
     setTextFieldString(title());
     publish(&KruvTask::setTextFieldValue);
+}
+
+void WriteTagsTask::foresee()
+{
+    const QFileInfo file(m_fileName);
+    if (!file.isFile()) {
+        throw std::runtime_error(tr("%1 is missing or is no file.").arg(m_fileName).toStdString());
+    }
+    if (!file.isReadable() || !file.isWritable()) {
+        throw std::runtime_error(tr("%1 may not be changed by you.").arg(m_fileName).toStdString());
+    }
 }
 
 void WriteTagsTask::startTask()

@@ -32,6 +32,7 @@ public:
     std::optional<Receipt> receipt() const override { return m_receipt; }
 
 protected:
+    void foresee() override;
     const QString &fileName() const { return m_fileName; }
     bool writesEmptyTags() const { return m_writeEmptyTags; }
     /// What is to be written. Called when the file's turn has come, on a pool thread; what it throws fails

@@ -236,6 +236,24 @@ TEST_F(JournalTest, BringsWhatAnOlderVersionWroteUpToDate)
     EXPECT_EQ(said, QStringList());
 }
 
+TEST_F(JournalTest, ReadsWhatAKillLeftHalfMade)
+{
+    const QString half = folder.path() + u"/half.db"_s;
+    {
+        Database making(half, Database::Mode::Write, [] { return true; });
+        making.execute("CREATE TABLE a (b); PRAGMA cache_size = 1; BEGIN;"
+                       "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 9999)"
+                       "INSERT INTO a SELECT hex(randomblob(200)) FROM n");
+        QDir().mkpath(QFileInfo(path).path());
+        ASSERT_TRUE(QFile::copy(half, path));
+        ASSERT_TRUE(QFile::copy(half + u"-journal"_s, path + u"-journal"_s));
+    }
+    EXPECT_NO_THROW(EXPECT_EQ(runs().size(), 0U));
+    record(*open());
+    EXPECT_EQ(runs().size(), 1U);
+    EXPECT_EQ(said, QStringList());
+}
+
 TEST_F(JournalTest, IsNeverInTheWay)
 {
     struct Case

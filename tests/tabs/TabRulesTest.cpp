@@ -88,7 +88,7 @@ TEST(OutputPlan, KnowsNamesThatOneVolumeTakesForOne)
                              Case{{u"/d1/Caf\u00e9.wav"_s, u"/d2/CAFE\u0301.wav"_s}, u"/fat"_s, true},
                              Case{{u"/fat/a.wav"_s, u"/plain/A.wav"_s}, {}, false},
                              Case{{u"/d1/a.wav"_s, u"/d2/\u00e4.wav"_s}, u"/fat"_s, false}}) {
-        EXPECT_EQ(OutputPlan(each.sources, each.folder, u"flac"_s).collision(folds).has_value(),
+        EXPECT_EQ(OutputPlan(each.sources, {.folder = each.folder}, u"flac"_s).collision(folds).has_value(),
                   each.collides)
             << each.sources.join(u' ').toStdString() << " in " << each.folder.toStdString();
     }

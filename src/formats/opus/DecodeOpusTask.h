@@ -15,6 +15,7 @@ public:
     using ConversionTask::ConversionTask;
 
 protected:
+    QStringList tools() const override { return {QStringLiteral("opusdec")}; }
     void makeOutput() override;
 
 private:

@@ -1,0 +1,42 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "tabs/ConversionOrder.h"
+
+#include <QHash>
+
+#include <optional>
+
+namespace kruv {
+
+/// What an output is going to cost, judged by what earlier runs of the same order made of the same kinds of
+/// files on this machine. Asks the journal; where that can't be read, nothing is known.
+class Estimates
+{
+public:
+    explicit Estimates(const ConversionOrder &order);
+
+    struct Cost
+    {
+        qint64 bytes = 0;
+        double seconds = 0.0; ///< of one job
+    };
+    /// Of a source of so many bytes.
+    std::optional<Cost> of(const QString &source, qint64 bytes) const;
+
+private:
+    struct Sum
+    {
+        int files = 0;
+        double sourceBytes = 0.0;
+        double outputBytes = 0.0;
+        double seconds = 0.0;
+    };
+    void learn(const ConversionOrder &order);
+
+    QHash<QString, Sum> m_sums; // by the sources' types
+};
+
+} // namespace kruv

@@ -1,0 +1,133 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "tabs/Plan.h"
+
+#include "base/InParallel.h"
+#include "journal/DoneRecord.h"
+#include "tasks/FileCommit.h"
+#include "tasks/KruvTask.h"
+
+#include <QFileInfo>
+
+#include <algorithm>
+#include <iterator>
+
+namespace kruv {
+
+namespace {
+
+PlanEntry::Action actionOf(EntryRecord::Action action)
+{
+    switch (action) {
+    case EntryRecord::Action::Make:
+        return PlanEntry::Action::Make;
+    case EntryRecord::Action::Replace:
+        return PlanEntry::Action::Replace;
+    case EntryRecord::Action::Rename:
+    case EntryRecord::Action::Restore:
+        return PlanEntry::Action::Rename;
+    case EntryRecord::Action::Work:
+        break;
+    }
+    return PlanEntry::Action::Work;
+}
+
+qint64 sizeOf(const QStringList &files)
+{
+    qint64 size = 0;
+    for (const QString &file : files) {
+        size += QFileInfo(file).size();
+    }
+    return size;
+}
+
+/// Which sources an output is made of: of each its own, where there are several of both. What more outputs
+/// there are then is about all of them.
+QStringList sourcesOf(const JobOutline &outline, qsizetype output)
+{
+    if (outline.sources.size() < 2 || outline.outputs.size() < 2) {
+        return outline.sources;
+    }
+    return output < outline.sources.size() ? QStringList{outline.sources.at(output)} : QStringList();
+}
+
+/// An entry an output, or one where there is none.
+std::vector<PlanEntry> entriesOf(KruvTask &job)
+{
+    const JobOutline outline = job.outline();
+    const bool isOneSource = outline.sources.size() == 1; // of several outputs, perhaps
+    PlanEntry entry;
+    entry.reason = job.foreseenFailure();
+    entry.notes = job.remarks();
+    entry.keepReason = job.plannedEntry().keepReason;
+    std::vector<PlanEntry> entries;
+    for (qsizetype index = 0; index < std::max<qsizetype>(outline.outputs.size(), 1); ++index) {
+        entry.sources = sourcesOf(outline, index);
+        entry.output = outline.outputs.value(index);
+        entry.sourceBytes = isOneSource && index > 0 ? 0 : sizeOf(entry.sources);
+        entry.deletesOriginal =
+            job.deleteOriginal() && entry.keepReason.isEmpty() && !(isOneSource && index > 0);
+        entry.action = !entry.reason.isEmpty()              ? PlanEntry::Action::Refuse
+                       : entry.output.isEmpty()             ? PlanEntry::Action::Work
+                       : FileCommit::isTaken(entry.output) ? PlanEntry::Action::Replace
+                                                            : PlanEntry::Action::Make;
+        entries.push_back(entry);
+    }
+    return entries;
+}
+
+} // namespace
+
+void Plan::addJobs(std::span<const std::shared_ptr<KruvTask>> jobs, std::size_t threads)
+{
+    std::vector<std::vector<PlanEntry>> found(jobs.size());
+    inParallel(
+        jobs.size(), threads, [] { return false; },
+        [&](std::size_t index) { found[index] = entriesOf(*jobs[index]); });
+    for (std::vector<PlanEntry> &entries : found) {
+        m_entries.insert(m_entries.end(), std::make_move_iterator(entries.begin()),
+                         std::make_move_iterator(entries.end()));
+    }
+}
+
+void Plan::addRecords(std::span<const DoneRecord> records)
+{
+    for (const DoneRecord &record : records) {
+        m_entries.push_back({.sources = {record.entry.source},
+                             .output = record.entry.output,
+                             .action = actionOf(record.entry.action)});
+    }
+}
+
+void Plan::refuse(const Test &test, const QString &reason)
+{
+    for (PlanEntry &entry : m_entries) {
+        if (entry.isMade() && test(entry)) {
+            entry.action = PlanEntry::Action::Refuse;
+            entry.reason = reason;
+        }
+    }
+}
+
+Plan::Totals Plan::totals() const
+{
+    Totals totals;
+    for (const PlanEntry &entry : m_entries) {
+        if (entry.action == PlanEntry::Action::Refuse) {
+            ++totals.refused;
+        } else if (!entry.isMade()) {
+            ++totals.skipped;
+        } else {
+            ++totals.made;
+            totals.replaced += entry.action == PlanEntry::Action::Replace;
+            totals.originalsDeleted += entry.deletesOriginal ? entry.sources.size() : 0;
+            totals.sourceBytes += entry.sourceBytes;
+            totals.bytes += entry.bytes;
+            totals.seconds += entry.seconds;
+        }
+    }
+    return totals;
+}
+
+} // namespace kruv

@@ -1,0 +1,57 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#pragma once
+
+#include "tabs/PlanEntry.h"
+
+#include <functional>
+#include <memory>
+#include <span>
+#include <vector>
+
+namespace kruv {
+
+class KruvTask;
+struct DoneRecord;
+
+/// What a command is going to do, file by file, before anything is done. Made of the very jobs that would do
+/// it, and of what there is no job for.
+class Plan
+{
+public:
+    const std::vector<PlanEntry> &entries() const { return m_entries; }
+
+    void add(const PlanEntry &entry) { m_entries.push_back(entry); }
+    /// An entry a file of each job, which is asked whether it would fail. The jobs are not to start.
+    /// Several files are looked at at once, `threads` of them.
+    void addJobs(std::span<const std::shared_ptr<KruvTask>> jobs, std::size_t threads);
+    void addRecords(std::span<const DoneRecord> records);
+
+    /// What a person should know of it all, sentences.
+    const QStringList &warnings() const { return m_warnings; }
+    void warn(const QString &sentence) { m_warnings.append(sentence); }
+
+    using Test = std::function<bool(const PlanEntry &entry)>;
+    /// Refuses those entries that would be made and that `test` holds for.
+    void refuse(const Test &test, const QString &reason);
+
+    struct Totals
+    {
+        qsizetype made = 0; ///< renamed and worked on too
+        qsizetype replaced = 0;
+        qsizetype skipped = 0;
+        qsizetype refused = 0;
+        qsizetype originalsDeleted = 0;
+        qint64 sourceBytes = 0; ///< of what is made
+        qint64 bytes = 0;
+        double seconds = 0.0;
+    };
+    Totals totals() const;
+
+private:
+    std::vector<PlanEntry> m_entries;
+    QStringList m_warnings;
+};
+
+} // namespace kruv

@@ -1,0 +1,123 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "tabs/PlanWords.h"
+
+#include <QCoreApplication>
+#include <QLocale>
+
+namespace kruv::PlanWords {
+
+namespace {
+
+struct Text
+{
+    Q_DECLARE_TR_FUNCTIONS(kruv::PlanWords)
+};
+
+QString files(const char *text, qsizetype count)
+{
+    return Text::tr(text, nullptr, static_cast<int>(count));
+}
+
+QString size(qint64 bytes)
+{
+    return QLocale().formattedDataSize(bytes, 1, QLocale::DataSizeSIFormat);
+}
+
+} // namespace
+
+QString id(PlanEntry::Action action)
+{
+    switch (action) {
+    case PlanEntry::Action::Make:
+        return QStringLiteral("make");
+    case PlanEntry::Action::Replace:
+        return QStringLiteral("replace");
+    case PlanEntry::Action::Rename:
+        return QStringLiteral("rename");
+    case PlanEntry::Action::Work:
+        return QStringLiteral("work");
+    case PlanEntry::Action::SkipDone:
+        return QStringLiteral("skip-done");
+    case PlanEntry::Action::SkipExisting:
+        return QStringLiteral("skip-existing");
+    case PlanEntry::Action::SkipOther:
+        return QStringLiteral("skip-other");
+    case PlanEntry::Action::Refuse:
+        break;
+    }
+    return QStringLiteral("refuse");
+}
+
+QString action(const PlanEntry &entry)
+{
+    switch (entry.action) {
+    case PlanEntry::Action::Make:
+        return Text::tr("make");
+    case PlanEntry::Action::Replace:
+        return Text::tr("replace");
+    case PlanEntry::Action::Rename:
+        return Text::tr("rename");
+    case PlanEntry::Action::Work:
+        return Text::tr("change");
+    case PlanEntry::Action::SkipDone:
+    case PlanEntry::Action::SkipExisting:
+    case PlanEntry::Action::SkipOther:
+        return Text::tr("skip");
+    case PlanEntry::Action::Refuse:
+        break;
+    }
+    return Text::tr("refuse");
+}
+
+QString paths(const PlanEntry &entry)
+{
+    const qsizetype more = entry.sources.size() - 1;
+    QString source = entry.sources.value(0);
+    if (more > 0) {
+        source = files(QT_TRANSLATE_NOOP("kruv::PlanWords", "%1 and %n more"), more).arg(source);
+    }
+    return source.isEmpty() || entry.output.isEmpty() ? source + entry.output
+                                                      : source + QStringLiteral(" → ") + entry.output;
+}
+
+QStringList notes(const PlanEntry &entry)
+{
+    QStringList notes;
+    if (!entry.reason.isEmpty()) {
+        notes.append(entry.reason);
+    }
+    notes += entry.notes;
+    if (entry.isMade() && !entry.keepReason.isEmpty()) {
+        notes.append(Text::tr("The original stays: %1").arg(entry.keepReason));
+    }
+    if (entry.isMade() && entry.deletesOriginal) {
+        notes.append(Text::tr("The original goes."));
+    }
+    return notes;
+}
+
+QString totals(const Plan::Totals &totals)
+{
+    QStringList parts{files(QT_TRANSLATE_NOOP("kruv::PlanWords", "%n to do"), totals.made)};
+    if (totals.replaced > 0) {
+        parts.append(files(QT_TRANSLATE_NOOP("kruv::PlanWords", "%n of them replaced"), totals.replaced));
+    }
+    if (totals.skipped > 0) {
+        parts.append(files(QT_TRANSLATE_NOOP("kruv::PlanWords", "%n skipped"), totals.skipped));
+    }
+    if (totals.refused > 0) {
+        parts.append(files(QT_TRANSLATE_NOOP("kruv::PlanWords", "%n refused"), totals.refused));
+    }
+    if (totals.originalsDeleted > 0) {
+        parts.append(files(QT_TRANSLATE_NOOP("kruv::PlanWords", "%n original(s) deleted afterwards"),
+                           totals.originalsDeleted));
+    }
+    if (totals.sourceBytes > 0) {
+        parts.append(Text::tr("%1 to read").arg(size(totals.sourceBytes)));
+    }
+    return parts.join(QStringLiteral(", ")) + u'.';
+}
+
+} // namespace kruv::PlanWords

@@ -1,0 +1,173 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "support/Program.h"
+#include "support/QtPrinters.h"
+
+#include <QDirIterator>
+#include <QJsonArray>
+#include <QMap>
+#include <QSet>
+
+namespace kruv::test {
+
+namespace {
+
+/// A collection as people have it, and what a command says of it beforehand.
+class PlanTest : public Program
+{
+protected:
+    void SetUp() override
+    {
+        journal = folder.file(u"state/journal.db"_s);
+        for (const char *each : {"one", "two/deep", "other place", "out"}) {
+            QDir(music).mkpath(QString::fromUtf8(each));
+        }
+        wav(u"one/a.wav"_s);
+        wav(u"one/b 100% \"q\".wav"_s);
+        wav(u"two/deep/a.wav"_s);
+        writeAiff(music + u"/one/c.aiff"_s, {.frames = 500});
+        wav(u"one/c.wav"_s); // both would be c.flac
+        writeWav(music + u"/one/wide.wav"_s, {.channels = 6, .bitsPerSample = 24, .frames = 500});
+        folder.write(u"music/one/text.wav"_s, "no audio");
+        folder.write(u"music/one/notes.txt"_s, "hello");
+        folder.write(u"music/one/empty.wav"_s, "");
+        QFile::link(music + u"/one/a.wav"_s, music + u"/one/link.wav"_s);
+        QFile::link(music + u"/one"_s, music + u"/two/again"_s);
+        QFile::link(music + u"/nowhere.wav"_s, music + u"/one/dangling.wav"_s);
+        folder.write(u"music/one/a.flac"_s, "there already");
+        folder.write(u"music/out/a.flac"_s, "there already");
+        folder.write(u"music/out/deep"_s, "a file where a folder is to be");
+    }
+    /// Every file and folder, with its content.
+    QMap<QString, QByteArray> everything() const
+    {
+        QMap<QString, QByteArray> all;
+        QDirIterator walk(folder.path(), QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot,
+                          QDirIterator::Subdirectories);
+        while (walk.hasNext()) {
+            const QString path = walk.next();
+            all.insert(path, walk.fileInfo().isFile() ? readFile(path) : QByteArray("folder"));
+        }
+        return all;
+    }
+    static QString actionOf(const QJsonObject &entry) { return entry[u"action"].toString(); }
+
+    /// Compares what was announced with what then happens, entry by entry.
+    void expectToHold(const QStringList &command)
+    {
+        const auto before = everything();
+        const Outcome dry = run(command + QStringList{u"--dry-run"_s, u"--json"_s});
+        EXPECT_EQ(everything(), before) << "a dry run makes nothing";
+        EXPECT_LE(dry.status, 1) << dry.err.constData();
+        std::vector<QJsonObject> entries = objects(dry.out);
+        ASSERT_FALSE(entries.empty());
+        const QJsonObject totals = entries.back();
+        entries.pop_back();
+        EXPECT_EQ(dry.status, totals[u"refused"].toInt() > 0 ? 1 : 0);
+
+        const Outcome real = run(command);
+        EXPECT_EQ(real.status, dry.status) << real.err.constData();
+        const auto after = everything();
+        QSet<QString> announced;
+        for (const QJsonObject &entry : entries) {
+            const QString output = entry[u"output"].toString();
+            const QString source = entry[u"inputs"].toArray().at(0).toString();
+            SCOPED_TRACE(qPrintable(actionOf(entry) + u' ' + source + u" -> "_s + output));
+            if (actionOf(entry) == u"make" || actionOf(entry) == u"replace" || actionOf(entry) == u"rename") {
+                announced.insert(output);
+                EXPECT_EQ(before.contains(output), actionOf(entry) == u"replace");
+                EXPECT_TRUE(after.contains(output) && after[output] != before.value(output));
+                EXPECT_EQ(after.contains(source) || source.isEmpty(),
+                          !entry[u"deletesOriginal"].toBool() && actionOf(entry) != u"rename");
+            } else if (actionOf(entry) == u"work") {
+                EXPECT_NE(after[source], before[source]);
+            } else {
+                EXPECT_FALSE(entry[u"reason"].toString().isEmpty());
+                EXPECT_EQ(after.value(output), before.value(output));
+            }
+        }
+        for (auto each = after.cbegin(); each != after.cend(); ++each) {
+            const bool isFolder = each.value() == "folder";
+            EXPECT_TRUE(before.contains(each.key()) || announced.contains(each.key()) || isFolder ||
+                        each.key().startsWith(folder.file(u"state"_s)))
+                << qPrintable(each.key()) << " was not announced";
+        }
+    }
+};
+
+} // namespace
+
+TEST_F(PlanTest, WhatIsAnnouncedIsWhatHappens)
+{
+    const std::vector<QStringList> commands{
+        {u"encode"_s, u"--to"_s, u"flac"_s, u"-o"_s, u"out"_s, u"--skip-existing"_s, u"one"_s, u"two"_s},
+        {u"encode"_s, u"--to"_s, u"flac"_s, u"-o"_s, u"out"_s, u"--mirror"_s, u"--overwrite"_s, u"one"_s,
+         u"two"_s},
+        {u"encode"_s, u"--to"_s, u"wv"_s, u"--beside-source"_s, u"--delete-originals"_s, u"-y"_s, u"one"_s},
+        {u"encode"_s, u"--to"_s, u"shn"_s, u"--beside-source"_s, u"--keep-both"_s, u"one"_s, u"--md5"_s},
+        {u"lossy"_s, u"--to"_s, u"mp3"_s, u"-o"_s, u"other place"_s, u"one"_s},
+        {u"decode"_s, u"--to"_s, u"aiff"_s, u"--beside-source"_s, u"--overwrite"_s, u"one"_s},
+        {u"shntool"_s, u"pad"_s, u"--to"_s, u"wav"_s, u"--beside-source"_s, u"one/a.wav"_s, u"one/c.wav"_s},
+        {u"shntool"_s, u"join"_s, u"--to"_s, u"flac"_s, u"--save"_s, u"joined.flac"_s, u"one/a.wav"_s,
+         u"one/c.wav"_s},
+        {u"fix"_s, u"--to"_s, u"flac"_s, u"--fingerprints"_s, u"-o"_s, u"out"_s, u"--overwrite"_s,
+         u"one/a.wav"_s, u"one/c.wav"_s},
+        {u"util"_s, u"resample"_s, u"--rate"_s, u"48"_s, u"-o"_s, u"other place"_s, u"one/a.wav"_s,
+         u"one/c.wav"_s},
+        {u"util"_s, u"rename"_s, u"--prefix"_s, u"Disc"_s, u"one/a.wav"_s, u"one/c.wav"_s},
+        {u"checksum"_s, u"create"_s, u"--kind"_s, u"md5"_s, u"--save"_s, u"list.md5"_s, u"one/a.wav"_s},
+    };
+    for (const QStringList &command : commands) {
+        SCOPED_TRACE(qPrintable(command.join(u' ')));
+        QDir(folder.path()).removeRecursively();
+        QDir().mkpath(music);
+        SetUp();
+        expectToHold(command);
+    }
+}
+
+TEST_F(PlanTest, SaysWhichToolIsMissing)
+{
+    resources = folder.makeFolder(u"no tools"_s);
+    const Outcome dry = run({u"encode"_s, u"--to"_s, u"flac"_s, u"-o"_s, u"other place"_s, u"--dry-run"_s,
+                             u"two/deep"_s});
+    EXPECT_EQ(dry.status, 1);
+    EXPECT_TRUE(dry.out.contains("The package \"flac\" brings it")) << dry.out.constData();
+    EXPECT_FALSE(QFile::exists(journal));
+}
+
+TEST_F(PlanTest, WhatNeedsAnAnswerIsRefusedWithTheFlagThatGivesIt)
+{
+    const Outcome taken = encode({u"--beside-source"_s, u"--dry-run"_s, u"one/a.wav"_s});
+    EXPECT_EQ(taken.status, 1);
+    EXPECT_TRUE(taken.out.startsWith("refuse")) << taken.out.constData();
+    ASSERT_EQ(run({u"lossy"_s, u"--to"_s, u"mp3"_s, u"-o"_s, u"out"_s, u"two/deep/a.wav"_s}).status, 0);
+    const Outcome lossy = encode({u"-o"_s, u"other place"_s, u"--dry-run"_s, u"out/a.mp3"_s});
+    EXPECT_EQ(lossy.status, 1);
+    EXPECT_TRUE(lossy.out.contains("--from-lossy")) << lossy.out.constData() << lossy.err.constData();
+}
+
+TEST_F(PlanTest, KeepsTreesApart)
+{
+    for (const char *each : {"set/disc 1", "set/disc 2", "more/disc 1"}) {
+        QDir(music).mkpath(QString::fromUtf8(each));
+        wav(QString::fromUtf8(each) + u"/t01.wav"_s, 400);
+    }
+    const QStringList command{u"-o"_s, u"other place"_s, u"--mirror"_s};
+    EXPECT_EQ(encode(command + QStringList{u"set"_s}).status, 0);
+    EXPECT_EQ(readFile(music + u"/other place/disc 1/t01.flac"_s).size(),
+              readFile(music + u"/other place/disc 2/t01.flac"_s).size());
+    wav(u"more/disc 1/t02.wav"_s, 400);
+    const Outcome both = encode(command + QStringList{u"--skip-existing"_s, u"set"_s, u"more"_s});
+    EXPECT_TRUE(both.err.contains("gets files of")) << both.err.constData();
+    EXPECT_EQ(both.status, 1) << "two of one name are refused, the rest is made";
+    EXPECT_TRUE(QFile::exists(music + u"/other place/disc 1/t02.flac"_s));
+    // What fails leaves no empty folders behind.
+    QDir(music).mkpath(u"bad/deep/er"_s);
+    folder.write(u"music/bad/deep/er/x.wav"_s, "no audio");
+    EXPECT_EQ(encode(command + QStringList{u"bad"_s}).status, 1);
+    EXPECT_FALSE(QFile::exists(music + u"/other place/deep"_s));
+}
+
+} // namespace kruv::test
