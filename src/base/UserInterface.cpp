@@ -77,4 +77,11 @@ std::optional<bool> UserInterface::askAboutLosses(const QStringList &losses)
     return answer == 0 || answer == 1 ? std::optional(answer == 1) : std::nullopt;
 }
 
+bool UserInterface::askAboutSpace(const QStringList &shortages)
+{
+    const int answer = ask(Matter::Other, tr("There is not enough room for the outputs. Begin all the same?"),
+                           firstOf(shortages), {no(), yes()}, 0);
+    return answer == 1;
+}
+
 } // namespace kruv

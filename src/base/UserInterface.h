@@ -50,6 +50,8 @@ public:
     virtual std::optional<ExistingFiles> askAboutExisting(const QStringList &existing, qsizetype outputs);
     /// Whether what earlier runs made of the same is left as it is, without a question.
     virtual bool skipsDone() const { return false; }
+    /// Whether outputs that are there are brought up to date with their sources, without a question.
+    virtual bool updates() const { return false; }
     /// They do and are to stay, so nothing happens: for a person who was not asked just now.
     virtual void allOutputsExist(qsizetype /*outputs*/) {}
     /// Whether these lossy files are to become lossless ones, which are larger and sound the same.
@@ -59,6 +61,8 @@ public:
     /// Whether originals may go although the new files can't hold all that is in them; `losses` are sentences
     /// that say what. False keeps those originals; nothing where the command is not to go on.
     virtual std::optional<bool> askAboutLosses(const QStringList &losses);
+    /// Whether to begin although the disks are too small by all that is known; a sentence each.
+    virtual bool askAboutSpace(const QStringList &shortages);
     /// Whether that was agreed to beforehand, so that nothing need be looked at.
     virtual bool agreesToLosses() const { return false; }
     /// Something a person should know, which is no reason to stop for.

@@ -100,6 +100,16 @@ std::optional<bool> CliUserInterface::askAboutLosses(const QStringList &losses)
     return false;
 }
 
+bool CliUserInterface::askAboutSpace(const QStringList &shortages)
+{
+    if (!m_options.ignoreSpace) {
+        throw UsageError(tr("%1 Nothing was begun. Free some space, choose another folder, or add "
+                            "--ignore-space to begin all the same.")
+                             .arg(shortages.join(u' ')));
+    }
+    return true;
+}
+
 void CliUserInterface::allOutputsExist(qsizetype outputs)
 {
     if (!m_options.quiet && !m_options.dryRun) {

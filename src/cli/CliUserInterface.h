@@ -23,6 +23,8 @@ public:
     std::optional<ExistingFiles> askAboutExisting(const QStringList &existing, qsizetype outputs) override;
     void allOutputsExist(qsizetype outputs) override;
     bool skipsDone() const override { return m_options.skipDone; }
+    bool updates() const override { return m_options.update; }
+    bool askAboutSpace(const QStringList &shortages) override;
     bool askAboutLossy(const QStringList &files) override;
     /// Without the flag the originals stay, and their jobs say so.
     bool askAboutChanged(const QStringList &) override { return m_options.deleteChanged; }

@@ -37,6 +37,10 @@ struct CommonOptions
     bool skipDone = false;
     /// Nothing is done; what would be is told.
     bool dryRun = false;
+    /// What is older than its source is made anew.
+    bool update = false;
+    /// Disks that seem to be too small stop nothing.
+    bool ignoreSpace = false;
     /// The window that is open does the jobs.
     bool detach = false;
     bool yes = false;

@@ -152,10 +152,19 @@ void TabVerb::declareExistingFlags()
         addFlag("--skip-existing", m_options.skipExisting, tr("Leave outputs that are there as they are"));
     CLI::Option *both =
         addFlag("--keep-both", m_options.keepBoth, tr("Give new outputs a number where their name is taken"));
-    addFlag("--skip-done", m_options.skipDone,
-            tr("Leave alone what the same command made before, and do the rest"));
+    CLI::Option *done = addFlag("--skip-done", m_options.skipDone,
+                                tr("Leave alone what the same command made before, by its receipt or else by "
+                                   "comparing the audio, and do the rest"));
+    CLI::Option *update = addFlag(
+        "--update", m_options.update,
+        tr("Leave alone what is as new as its source; where only tags have changed, copy these anew"));
     overwrite->excludes(skip)->excludes(both);
     skip->excludes(both);
+    for (CLI::Option *other : {overwrite, skip, both, done}) {
+        update->excludes(other);
+    }
+    addFlag("--ignore-space", m_options.ignoreSpace,
+            tr("Begin although the output's disk seems to be too small"));
     declareDryRunFlag();
     addFlag("--mirror", m_options.mirror,
             tr("Keep the tree below each folder given: A/B/x.wav becomes DIR/B/x.flac"))
@@ -220,7 +229,7 @@ int TabVerb::tellPlan(Plan &plan, const QStringList &lossy) const
     plan.refuse([&refused](const PlanEntry &entry) { return refused.contains(entry.sources.value(0)); },
                 tr("It is lossy: a lossless format makes it larger, but brings nothing back. "
                    "--from-lossy encodes such files all the same."));
-    if (!m_options.overwrite) {
+    if (!m_options.overwrite && !m_options.update) {
         plan.refuse([](const PlanEntry &entry) { return entry.action == PlanEntry::Action::Replace; },
                     tr("There is a file of that name already; --overwrite replaces it."));
     }
@@ -229,7 +238,7 @@ int TabVerb::tellPlan(Plan &plan, const QStringList &lossy) const
     } else {
         PlanText::write(plan);
     }
-    return plan.totals().refused > 0 ? Failure : Success;
+    return plan.totals().refused > 0 || plan.isShortOfSpace() ? Failure : Success;
 }
 
 bool TabVerb::mayDetach(JobSession &session) const

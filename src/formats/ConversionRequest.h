@@ -18,14 +18,16 @@ struct ConversionRequest
     OptionValues options = {};
     /// What lies there already is replaced.
     bool mayReplace = false;
-    /// What becomes of an output that this very job may have made before the program was killed. It has to
-    /// hold the source's audio, else the job fails.
+    /// What becomes of an output that may have been made of this source before. It has to hold the source's
+    /// audio, else the job fails, but for the last of these.
     enum class Earlier {
         None,
         /// It is made anew and replaced.
         Replaced,
         /// It stays, and nothing is made.
-        Kept
+        Kept,
+        /// Where it holds the source's audio, it gets the source's tags; else it is made anew.
+        Renewed
     };
     Earlier earlier = Earlier::None;
     /// The original may go though the output has other samples on purpose.

@@ -15,6 +15,8 @@
 #include "formats/StatedFormat.h"
 #include "formats/TagCopy.h"
 #include "platform/Resources.h"
+#include "tags/TagAccess.h"
+#include "tags/TagsObject.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -25,6 +27,8 @@
 namespace kruv {
 
 namespace {
+
+const QString sameAudio = QStringLiteral("same-audio");
 
 /// What is worth a question even where every sample changes.
 bool isHalfOrComputedAnew(const QString &source)
@@ -42,6 +46,17 @@ ConversionTask::ConversionTask(TaskCompletionSink *queue, const ConversionReques
     setMayReplace(request.mayReplace);
 }
 
+JobOutline ConversionTask::outline() const
+{
+    using Earlier = ConversionRequest::Earlier;
+    using Existing = JobOutline::Existing;
+    return {.sources = {fileName()},
+            .outputs = {m_request.output},
+            .existing = m_request.earlier == Earlier::Kept      ? Existing::Compared
+                        : m_request.earlier == Earlier::Renewed ? Existing::Renewed
+                                                                : Existing::Usual};
+}
+
 qint64 ConversionTask::estimatedWork() const
 {
     return QFileInfo(fileName()).size();
@@ -51,6 +66,15 @@ void ConversionTask::foresee()
 {
     identifySource();
     AudioOutputTask::foresee();
+}
+
+qint64 ConversionTask::foreseenBytes() const
+{
+    if (target() || !m_sourceAudio) {
+        return 0;
+    }
+    const std::int64_t bytesPerSample = (m_sourceAudio->bitsPerChannel + 7) / 8;
+    return m_sourceAudio->totalSamples * bytesPerSample * m_sourceAudio->channels;
 }
 
 QStringList ConversionTask::tools() const
@@ -63,30 +87,63 @@ void ConversionTask::make(StagedOutputs &outputs)
 {
     m_outputs = &outputs;
     identifySource();
-    if (m_request.earlier != ConversionRequest::Earlier::None && FileCommit::isTaken(m_request.output)) {
+    using Earlier = ConversionRequest::Earlier;
+    const bool isThere = m_request.earlier != Earlier::None && FileCommit::isTaken(m_request.output);
+    if (isThere && m_request.earlier != Earlier::Renewed) {
         requireOwn(outputs);
-        if (m_request.earlier == ConversionRequest::Earlier::Kept || !mayGoOn()) {
+        if (m_request.earlier == Earlier::Kept || !mayGoOn()) {
             return;
         }
     }
+    const bool needsTagsOnly = isThere && m_request.earlier == Earlier::Renewed && lacksTagsOnly(outputs);
     m_staged = outputs.add(m_request.output);
-    makeOutput();
+    if (needsTagsOnly) {
+        takeOver();
+    } else if (mayGoOn()) {
+        makeOutput();
+    }
     if (mayGoOn() && !outputs.wasMade(m_request.output)) {
         fail(tr("%1 was not written, whatever the tool said.").arg(m_request.output));
     }
 }
 
-/// Throws where what lies in the output's place can't be the job's own.
-void ConversionTask::requireOwn(const StagedOutputs &outputs)
+/// Why what lies in the output's place can't be made of the source; empty where it can.
+QString ConversionTask::complaintOf(const StagedOutputs &outputs)
 {
-    QString reason;
     try {
         m_staged = m_request.output;
         const ProofNote note = prove(outputs);
-        reason = note.holds() || !mayGoOn() ? QString() : note.unproven;
+        return note.holds() || !mayGoOn() ? QString() : note.unproven;
     } catch (const std::exception &disproof) {
-        reason = QString::fromUtf8(disproof.what());
+        return QString::fromUtf8(disproof.what());
     }
+}
+
+/// Whether the output that is there differs from a new one in tags that came or changed, and in nothing else.
+bool ConversionTask::lacksTagsOnly(const StagedOutputs &outputs)
+try {
+    m_staged = m_request.output;
+    const TagAccess *tags = target() ? target()->tags : nullptr;
+    return tags && sourceFormat().tags && prove(outputs).kind == sameAudio && mayGoOn() &&
+           TagCopy::covers(*sourceFormat().tags->read(fileName()), *tags->read(m_staged));
+} catch (const std::exception &) { // it is made anew
+    return false;
+}
+
+/// What is there already, as the new output that gets its tags.
+void ConversionTask::takeOver()
+{
+    if (!QFile::copy(m_request.output, m_staged)) {
+        throw std::runtime_error(
+            tr("%1 could not be copied to get its tags anew.").arg(m_request.output).toStdString());
+    }
+    addRemark(tr("%1 holds the same audio: only its tags were copied anew.").arg(m_request.output));
+}
+
+/// Throws where what lies in the output's place can't be the job's own.
+void ConversionTask::requireOwn(const StagedOutputs &outputs)
+{
+    QString reason = complaintOf(outputs);
     if (!reason.isEmpty()) {
         if (reason.endsWith(u'.')) { // it becomes a clause
             reason.chop(1);
@@ -141,7 +198,7 @@ ProofNote ConversionTask::prove(const StagedOutputs &)
         return {.kind = QStringLiteral("same-length"), .decoder = finding->decoder};
     }
     const auto finding = Proof::sameAudio({.sources = {fileName()}, .outputs = {m_staged}}, progress);
-    return finding ? ProofNote{.kind = QStringLiteral("same-audio"),
+    return finding ? ProofNote{.kind = sameAudio,
                                .digest = QString::fromLatin1(finding->digest.toHex()),
                                .decoder = finding->decoder}
                    : ProofNote();

@@ -26,8 +26,11 @@ public:
     ConversionTask(TaskCompletionSink *queue, const ConversionRequest &request);
 
     QString outputPath() const override { return m_request.output; }
+    JobOutline outline() const override;
     /// The bytes that are to be read.
     qint64 estimatedWork() const override;
+    /// Of plain audio.
+    qint64 foreseenBytes() const override;
 
 protected:
     void foresee() final;
@@ -73,6 +76,9 @@ protected:
 private:
     void identifySource();
     void requireOwn(const StagedOutputs &outputs);
+    QString complaintOf(const StagedOutputs &outputs);
+    bool lacksTagsOnly(const StagedOutputs &outputs);
+    void takeOver();
     QString agreementTo(const QString &reason) const;
     void take(const ToolPiece &piece, const QString &progress);
 

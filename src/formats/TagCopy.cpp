@@ -9,6 +9,7 @@
 
 #include <QCoreApplication>
 
+#include <algorithm>
 #include <stdexcept>
 
 namespace kruv::TagCopy {
@@ -32,6 +33,22 @@ void copy(const Format &sourceFormat, const QString &source, const Format &targe
           const QString &target)
 {
     write(targetFormat, target, *read(sourceFormat, source));
+}
+
+bool covers(const TagsObject &source, const TagsObject &target)
+{
+    for (std::size_t field = 0; field < tagFieldCount; ++field) {
+        const auto which = static_cast<TagField>(field);
+        const bool isOurs = which == TagField::EncoderSettings; // the encoder's own
+        if (!isOurs && source.text(which).isEmpty() && !target.text(which).isEmpty()) {
+            return false;
+        }
+    }
+    const auto customTags = source.customTagsDictionary();
+    const QStringList names = target.customTagsDictionary().keys();
+    return std::ranges::all_of(names, [&](const QString &name) { return customTags.contains(name); }) &&
+           (source.picture() || !target.picture()) &&
+           source.otherPictures().size() >= target.otherPictures().size();
 }
 
 } // namespace kruv::TagCopy

@@ -26,5 +26,8 @@ void write(const Format &format, const QString &path, const TagsObject &record);
 void copy(const Format &sourceFormat, const QString &source, const Format &targetFormat,
           const QString &target);
 
+/// Whether writing `source` over `target` leaves nothing behind that the source does not have.
+bool covers(const TagsObject &source, const TagsObject &target);
+
 } // namespace TagCopy
 } // namespace kruv

@@ -46,8 +46,7 @@ public:
     std::optional<HistoryEntry> makerOf(const QString &output) const;
 
     /// The latest runs that have a plan (RunRecord), `most` of them, the latest first.
-    void forEachPlan(int most,
-                     const std::function<void(std::int64_t run, const QString &plan)> &visit) const;
+    void forEachPlan(int most, const std::function<void(std::int64_t run, const QString &plan)> &visit) const;
     /// What one file cost that was made of one other.
     struct Conversion
     {

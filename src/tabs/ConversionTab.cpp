@@ -5,12 +5,15 @@
 
 #include "base/PathNames.h"
 #include "base/UserInterface.h"
+#include "base/Util.h"
 #include "formats/Format.h"
 #include "tabs/DoneBefore.h"
+#include "tabs/Estimates.h"
 #include "tabs/Plan.h"
 #include "tasks/FileCommit.h"
 #include "tasks/KruvTaskQueue.h"
 
+#include <QFileInfo>
 #include <QSet>
 
 #include <algorithm>
@@ -36,6 +39,38 @@ void markDone(OutputPlan &plan, const DoneBefore &doneBefore)
     std::erase_if(plan.entries(), [&outputs](const OutputPlan::Entry &entry) {
         return entry.source == entry.output && outputs.contains(entry.output);
     });
+}
+
+/// Of other outputs that are there nothing is recorded, or somebody changed them: a job looks at their audio.
+/// That of lossy files can't be compared.
+void proveOthers(OutputPlan &plan, const Format &target)
+{
+    for (OutputPlan::Entry &entry : plan.entries()) {
+        if (!entry.isDone && !target.isLossy() && FileCommit::isTaken(entry.output)) {
+            entry.earlier = ConversionRequest::Earlier::Kept;
+        }
+    }
+}
+
+/// What is there is left alone where it is newer than its source, as far as no receipt knows better.
+void markCurrent(OutputPlan &plan, const DoneBefore &doneBefore)
+{
+    for (OutputPlan::Entry &entry : plan.entries()) {
+        const QFileInfo output(entry.output);
+        if (!FileCommit::isTaken(entry.output) || output.isDir()) {
+            continue;
+        }
+        const bool isMade = doneBefore.made(entry.output, entry.source);
+        const bool isNewer =
+            !doneBefore.made(entry.output) && output.lastModified() >= QFileInfo(entry.source).lastModified();
+        entry.isDone = isMade || isNewer;
+        if (entry.isDone) {
+            entry.doneReason = isMade ? QString() : ConversionTab::tr("It is newer than its source.");
+        } else {
+            entry.earlier = ConversionRequest::Earlier::Renewed;
+            entry.mayReplace = true;
+        }
+    }
 }
 
 } // namespace
@@ -74,6 +109,9 @@ std::optional<OutputPlan> ConversionTab::planOutputs(const ToggleControl &beside
     OutputPlan plan(fileNames(), place, order.target->extension());
     if (host().userInterface().skipsDone()) {
         markDone(plan, DoneBefore(order));
+        proveOthers(plan, *order.target);
+    } else if (host().userInterface().updates()) {
+        markCurrent(plan, DoneBefore(order));
     }
     const bool goesOn = settleOutputs(plan);
     if (Plan *whole = host().plan()) {
@@ -116,7 +154,7 @@ bool ConversionTab::agreeOnExistingOutputs(OutputPlan &plan)
     UserInterface &person = host().userInterface();
     const qsizetype outputs = plan.outputs().size();
     const auto isDone = &OutputPlan::Entry::isDone;
-    if (person.skipsDone() && std::ranges::all_of(plan.entries(), isDone)) {
+    if ((person.skipsDone() || person.updates()) && std::ranges::all_of(plan.entries(), isDone)) {
         person.allOutputsExist(fileList().count());
         return true;
     }
@@ -169,17 +207,56 @@ void ConversionTab::queueJobs(const OutputPlan &plan, const ConversionOrder &ord
     ConversionOrder complete = order;
     complete.proves = host().taskQueue().provesOutputs();
     complete.makesFolders = m_keepFoldersButton.isOn();
+    if (!host().plan() && !hasRoom(plan, complete)) {
+        return;
+    }
     const ConversionOrder::Jobs made = complete.makeJobs(plan, &host().taskQueue());
     reportWithoutJob(made.withoutJob, order.target->label.toString());
     submit(made.jobs, complete.toText(plan));
     if (Plan *whole = host().plan()) {
-        for (const OutputPlan::List &list : plan.lists()) {
-            whole->add({.output = list.path,
-                        .action = FileCommit::isTaken(list.path) ? PlanEntry::Action::Replace
-                                                                 : PlanEntry::Action::Make});
-        }
+        completePlan(*whole, plan, complete);
     }
     clearFiles();
+}
+
+void ConversionTab::completePlan(Plan &whole, const OutputPlan &plan, const ConversionOrder &order)
+{
+    for (const OutputPlan::List &list : plan.lists()) {
+        whole.add({.output = list.path,
+                   .action = FileCommit::isTaken(list.path) ? PlanEntry::Action::Replace
+                                                            : PlanEntry::Action::Make});
+    }
+    const Estimates estimates(order);
+    whole.estimate([&estimates](const QString &source, qint64 bytes) { return estimates.of(source, bytes); },
+                   host().taskQueue().maxThreads());
+    for (const QString &sentence : whole.shortages(!Util::deletesToTrash(host().preferences()))) {
+        whole.warn(sentence);
+        whole.setShortOfSpace();
+    }
+}
+
+/// By what is known of earlier runs: sources are not looked into.
+bool ConversionTab::hasRoom(const OutputPlan &plan, const ConversionOrder &order)
+{
+    const Estimates estimates(order);
+    if (!estimates.areKnown()) {
+        return true;
+    }
+    Plan costs;
+    for (const OutputPlan::Entry &entry : plan.entries()) {
+        if (!entry.isDone) {
+            const bool replaces = entry.mayReplace && FileCommit::isTaken(entry.output);
+            costs.add({.sources = {entry.source},
+                       .output = entry.output,
+                       .action = replaces ? PlanEntry::Action::Replace : PlanEntry::Action::Make,
+                       .deletesOriginal = order.deletes && entry.keepReason.isEmpty(),
+                       .sourceBytes = QFileInfo(entry.source).size()});
+        }
+    }
+    costs.estimate([&estimates](const QString &source, qint64 bytes) { return estimates.of(source, bytes); },
+                   host().taskQueue().maxThreads());
+    const QStringList shortages = costs.shortages(!Util::deletesToTrash(host().preferences()));
+    return shortages.isEmpty() || host().userInterface().askAboutSpace(shortages);
 }
 
 } // namespace kruv

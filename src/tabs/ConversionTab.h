@@ -52,6 +52,10 @@ private:
     bool settleOutputs(OutputPlan &plan);
     void tellOfMerges(const OutputPlan &plan);
     bool agreeOnExistingOutputs(OutputPlan &plan);
+    /// What a plan says besides its jobs: lists, costs, disks that are too small.
+    void completePlan(Plan &whole, const OutputPlan &plan, const ConversionOrder &order);
+    /// False where a disk is too small, and the person does not go on.
+    bool hasRoom(const OutputPlan &plan, const ConversionOrder &order);
     void queueJobs(const OutputPlan &plan, const ConversionOrder &order);
 
     ToggleControl m_keepFoldersButton;

@@ -43,7 +43,7 @@ void Estimates::learn(const ConversionOrder &order)
     }
 }
 
-std::optional<Estimates::Cost> Estimates::of(const QString &source, qint64 bytes) const
+std::optional<Cost> Estimates::of(const QString &source, qint64 bytes) const
 {
     constexpr int fewest = 5; // files that say something of others
     const auto found = m_sums.constFind(PathNames::fileType(source));
@@ -51,8 +51,7 @@ std::optional<Estimates::Cost> Estimates::of(const QString &source, qint64 bytes
         return std::nullopt;
     }
     const double share = static_cast<double>(bytes) / found->sourceBytes;
-    return Cost{.bytes = static_cast<qint64>(share * found->outputBytes),
-                .seconds = share * found->seconds};
+    return Cost{.bytes = static_cast<qint64>(share * found->outputBytes), .seconds = share * found->seconds};
 }
 
 } // namespace kruv

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "tabs/ConversionOrder.h"
+#include "tabs/Plan.h"
 
 #include <QHash>
 
@@ -18,11 +19,7 @@ class Estimates
 public:
     explicit Estimates(const ConversionOrder &order);
 
-    struct Cost
-    {
-        qint64 bytes = 0;
-        double seconds = 0.0; ///< of one job
-    };
+    bool areKnown() const { return !m_sums.isEmpty(); }
     /// Of a source of so many bytes.
     std::optional<Cost> of(const QString &source, qint64 bytes) const;
 

@@ -97,13 +97,17 @@ QStringList OutputPlan::outputsFor(const List &list) const
 
 bool OutputPlan::isInTheWay(const Entry &entry)
 {
-    return !entry.isDone && FileCommit::isTaken(entry.output);
+    return !entry.isDone && entry.earlier == ConversionRequest::Earlier::None &&
+           FileCommit::isTaken(entry.output);
 }
 
 /// A list of outputs that were made before is their own.
 bool OutputPlan::isInTheWay(const List &list) const
 {
-    return std::ranges::none_of(m_entries, &Entry::isDone) && FileCommit::isTaken(list.path);
+    const auto isKnown = [](const Entry &entry) {
+        return entry.isDone || entry.earlier != ConversionRequest::Earlier::None;
+    };
+    return std::ranges::none_of(m_entries, isKnown) && FileCommit::isTaken(list.path);
 }
 
 QStringList OutputPlan::existing() const
@@ -264,7 +268,9 @@ std::vector<PlanEntry> OutputPlan::leftOut() const
             all.push_back({.sources = {entry.source},
                            .output = entry.output,
                            .action = PlanEntry::Action::SkipDone,
-                           .reason = tr("It was made before, and is as it was then.")});
+                           .reason = entry.doneReason.isEmpty()
+                                         ? tr("It was made before, and is as it was then.")
+                                         : entry.doneReason});
         }
     }
     return all;

@@ -37,6 +37,8 @@ public:
         ConversionRequest::Earlier earlier = ConversionRequest::Earlier::None;
         /// It is there already, as it is to be: lists tell of it, but nothing is made.
         bool isDone = false;
+        /// Why that is known, a sentence; empty where a receipt says so.
+        QString doneReason = {};
     };
     /// A text about outputs, written once they are all there.
     struct List

@@ -5,6 +5,7 @@
 
 #include "base/InParallel.h"
 #include "journal/DoneRecord.h"
+#include "tabs/SpaceCheck.h"
 #include "tasks/FileCommit.h"
 #include "tasks/KruvTask.h"
 
@@ -52,6 +53,25 @@ QStringList sourcesOf(const JobOutline &outline, qsizetype output)
     return output < outline.sources.size() ? QStringList{outline.sources.at(output)} : QStringList();
 }
 
+PlanEntry::Action actionOf(const JobOutline &outline, const QString &output)
+{
+    if (output.isEmpty()) {
+        return PlanEntry::Action::Work;
+    }
+    if (!FileCommit::isTaken(output)) {
+        return PlanEntry::Action::Make;
+    }
+    switch (outline.existing) {
+    case JobOutline::Existing::Compared:
+        return PlanEntry::Action::Check;
+    case JobOutline::Existing::Renewed:
+        return PlanEntry::Action::Update;
+    case JobOutline::Existing::Usual:
+        break;
+    }
+    return PlanEntry::Action::Replace;
+}
+
 /// An entry an output, or one where there is none.
 std::vector<PlanEntry> entriesOf(KruvTask &job)
 {
@@ -60,6 +80,7 @@ std::vector<PlanEntry> entriesOf(KruvTask &job)
     PlanEntry entry;
     entry.reason = job.foreseenFailure();
     entry.notes = job.remarks();
+    entry.bytes = outline.outputs.size() == 1 ? job.foreseenBytes() : 0;
     entry.keepReason = job.plannedEntry().keepReason;
     std::vector<PlanEntry> entries;
     for (qsizetype index = 0; index < std::max<qsizetype>(outline.outputs.size(), 1); ++index) {
@@ -68,10 +89,7 @@ std::vector<PlanEntry> entriesOf(KruvTask &job)
         entry.sourceBytes = isOneSource && index > 0 ? 0 : sizeOf(entry.sources);
         entry.deletesOriginal =
             job.deleteOriginal() && entry.keepReason.isEmpty() && !(isOneSource && index > 0);
-        entry.action = !entry.reason.isEmpty()              ? PlanEntry::Action::Refuse
-                       : entry.output.isEmpty()             ? PlanEntry::Action::Work
-                       : FileCommit::isTaken(entry.output) ? PlanEntry::Action::Replace
-                                                            : PlanEntry::Action::Make;
+        entry.action = entry.reason.isEmpty() ? actionOf(outline, entry.output) : PlanEntry::Action::Refuse;
         entries.push_back(entry);
     }
     return entries;
@@ -100,6 +118,38 @@ void Plan::addRecords(std::span<const DoneRecord> records)
     }
 }
 
+void Plan::estimate(const CostOf &costOf, int jobsAtOnce)
+{
+    m_jobsAtOnce = std::max(jobsAtOnce, 1);
+    for (PlanEntry &entry : m_entries) {
+        if (!entry.isMade() || entry.sources.size() != 1 || entry.output.isEmpty()) {
+            continue;
+        }
+        if (const auto cost = costOf(entry.sources.constFirst(), entry.sourceBytes)) {
+            entry.bytes = entry.bytes > 0 ? entry.bytes : cost->bytes; // what its header says is exact
+            entry.seconds = cost->seconds;
+        }
+    }
+}
+
+QStringList Plan::shortages(bool freesOriginals) const
+{
+    SpaceCheck check;
+    for (const PlanEntry &entry : m_entries) {
+        if (!entry.isMade() || entry.output.isEmpty()) {
+            continue;
+        }
+        check.addOutput(QFileInfo(entry.output).path(), entry.bytes);
+        if (entry.action == PlanEntry::Action::Replace) {
+            check.addFreed(entry.output);
+        }
+        for (const QString &source : freesOriginals &&entry.deletesOriginal ? entry.sources : QStringList()) {
+            check.addFreed(source);
+        }
+    }
+    return check.shortages();
+}
+
 void Plan::refuse(const Test &test, const QString &reason)
 {
     for (PlanEntry &entry : m_entries) {
@@ -113,6 +163,7 @@ void Plan::refuse(const Test &test, const QString &reason)
 Plan::Totals Plan::totals() const
 {
     Totals totals;
+    double longest = 0.0;
     for (const PlanEntry &entry : m_entries) {
         if (entry.action == PlanEntry::Action::Refuse) {
             ++totals.refused;
@@ -124,9 +175,11 @@ Plan::Totals Plan::totals() const
             totals.originalsDeleted += entry.deletesOriginal ? entry.sources.size() : 0;
             totals.sourceBytes += entry.sourceBytes;
             totals.bytes += entry.bytes;
-            totals.seconds += entry.seconds;
+            totals.seconds += entry.seconds / m_jobsAtOnce;
+            longest = std::max(longest, entry.seconds);
         }
     }
+    totals.seconds = std::max(totals.seconds, longest);
     return totals;
 }
 

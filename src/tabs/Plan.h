@@ -7,6 +7,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -14,6 +15,13 @@ namespace kruv {
 
 class KruvTask;
 struct DoneRecord;
+
+/// What making one output takes.
+struct Cost
+{
+    qint64 bytes = 0;
+    double seconds = 0.0; ///< of one job
+};
 
 /// What a command is going to do, file by file, before anything is done. Made of the very jobs that would do
 /// it, and of what there is no job for.
@@ -32,7 +40,16 @@ public:
     const QStringList &warnings() const { return m_warnings; }
     void warn(const QString &sentence) { m_warnings.append(sentence); }
 
+    /// One of its disks is too small for it.
+    bool isShortOfSpace() const { return m_isShortOfSpace; }
+    void setShortOfSpace() { m_isShortOfSpace = true; }
+
     using Test = std::function<bool(const PlanEntry &entry)>;
+    /// What the entries will cost, where `costOf` knows. `costOf` is asked of one source and its bytes.
+    using CostOf = std::function<std::optional<Cost>(const QString &source, qint64 bytes)>;
+    void estimate(const CostOf &costOf, int jobsAtOnce);
+    /// Of the disks that are too small, a sentence each. `freesOriginals`: originals that go leave room.
+    QStringList shortages(bool freesOriginals) const;
     /// Refuses those entries that would be made and that `test` holds for.
     void refuse(const Test &test, const QString &reason);
 
@@ -45,13 +62,15 @@ public:
         qsizetype originalsDeleted = 0;
         qint64 sourceBytes = 0; ///< of what is made
         qint64 bytes = 0;
-        double seconds = 0.0;
+        double seconds = 0.0; ///< by the clock
     };
     Totals totals() const;
 
 private:
     std::vector<PlanEntry> m_entries;
     QStringList m_warnings;
+    int m_jobsAtOnce = 1;
+    bool m_isShortOfSpace = false;
 };
 
 } // namespace kruv

@@ -15,6 +15,10 @@ struct PlanEntry
         Make,
         /// The file that is there goes when the new one is whole.
         Replace,
+        /// The file that is there gets its source's tags where it holds the same audio; else it is replaced.
+        Update,
+        /// The file that is there stays where it holds its source's audio; else that is told as a failure.
+        Check,
         /// The source gets the output's name.
         Rename,
         /// The source itself is worked on, or only read.
@@ -32,10 +36,10 @@ struct PlanEntry
     QStringList sources = {};
     QString output = {}; ///< empty where the sources themselves are worked on
     Action action = Action::Make;
-    QString reason = {}; ///< of what is not made, a sentence
+    QString reason = {};    ///< of what is not made, a sentence
     QStringList notes = {}; ///< what a person should know all the same, a sentence each
     bool deletesOriginal = false;
-    QString keepReason = {};  ///< why the original stays though originals go, a clause
+    QString keepReason = {}; ///< why the original stays though originals go, a clause
     qint64 sourceBytes = 0;
     qint64 bytes = 0;     ///< of the output, estimated; 0 where nothing is known
     double seconds = 0.0; ///< estimated; 0 where nothing is known

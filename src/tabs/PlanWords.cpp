@@ -6,6 +6,8 @@
 #include <QCoreApplication>
 #include <QLocale>
 
+#include <cmath>
+
 namespace kruv::PlanWords {
 
 namespace {
@@ -25,6 +27,20 @@ QString size(qint64 bytes)
     return QLocale().formattedDataSize(bytes, 1, QLocale::DataSizeSIFormat);
 }
 
+QString duration(double seconds)
+{
+    constexpr int minute = 60;
+    constexpr int hour = 60 * minute;
+    const auto whole = static_cast<int>(std::lround(seconds));
+    if (whole >= hour) {
+        return Text::tr("%1 h %2 min")
+            .arg(QString::number(whole / hour), QString::number(whole % hour / minute));
+    }
+    return whole >= minute
+               ? Text::tr("%1 min %2 s").arg(QString::number(whole / minute), QString::number(whole % minute))
+               : Text::tr("%1 s").arg(QString::number(seconds, 'f', whole < 10 ? 1 : 0));
+}
+
 } // namespace
 
 QString id(PlanEntry::Action action)
@@ -34,6 +50,10 @@ QString id(PlanEntry::Action action)
         return QStringLiteral("make");
     case PlanEntry::Action::Replace:
         return QStringLiteral("replace");
+    case PlanEntry::Action::Update:
+        return QStringLiteral("update");
+    case PlanEntry::Action::Check:
+        return QStringLiteral("check");
     case PlanEntry::Action::Rename:
         return QStringLiteral("rename");
     case PlanEntry::Action::Work:
@@ -57,6 +77,10 @@ QString action(const PlanEntry &entry)
         return Text::tr("make");
     case PlanEntry::Action::Replace:
         return Text::tr("replace");
+    case PlanEntry::Action::Update:
+        return Text::tr("update");
+    case PlanEntry::Action::Check:
+        return Text::tr("check");
     case PlanEntry::Action::Rename:
         return Text::tr("rename");
     case PlanEntry::Action::Work:
@@ -116,6 +140,12 @@ QString totals(const Plan::Totals &totals)
     }
     if (totals.sourceBytes > 0) {
         parts.append(Text::tr("%1 to read").arg(size(totals.sourceBytes)));
+    }
+    if (totals.bytes > 0) {
+        parts.append(Text::tr("about %1 to write").arg(size(totals.bytes)));
+    }
+    if (totals.seconds > 0) {
+        parts.append(Text::tr("about %1").arg(duration(totals.seconds)));
     }
     return parts.join(QStringLiteral(", ")) + u'.';
 }

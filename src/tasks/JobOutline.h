@@ -12,6 +12,16 @@ struct JobOutline
 {
     QStringList sources = {};
     QStringList outputs = {};
+    /// What becomes of an output that is there.
+    enum class Existing {
+        /// It is replaced, or the job fails.
+        Usual,
+        /// It is compared with its source, and stays.
+        Compared,
+        /// It is compared with its source, and gets its tags or is made anew.
+        Renewed
+    };
+    Existing existing = Existing::Usual;
 };
 
 } // namespace kruv

@@ -119,6 +119,8 @@ public:
     /// Why it would fail if it started now, a sentence; empty where nothing speaks against it. Reads the
     /// beginnings of its sources and makes nothing. Any thread; of a job that is not going to start.
     QString foreseenFailure();
+    /// The bytes that it will make, once foreseenFailure() has looked; 0 where that is unknown.
+    virtual qint64 foreseenBytes() const { return 0; }
     /// How long it will take, in any measure that is one for all jobs of a command; 0 where that is unknown.
     virtual qint64 estimatedWork() const { return 0; }
     /// What it left behind. Of a job that has ended; nothing where it gave no file its name.

@@ -130,8 +130,8 @@ TEST_F(PlanTest, WhatIsAnnouncedIsWhatHappens)
 TEST_F(PlanTest, SaysWhichToolIsMissing)
 {
     resources = folder.makeFolder(u"no tools"_s);
-    const Outcome dry = run({u"encode"_s, u"--to"_s, u"flac"_s, u"-o"_s, u"other place"_s, u"--dry-run"_s,
-                             u"two/deep"_s});
+    const Outcome dry =
+        run({u"encode"_s, u"--to"_s, u"flac"_s, u"-o"_s, u"other place"_s, u"--dry-run"_s, u"two/deep"_s});
     EXPECT_EQ(dry.status, 1);
     EXPECT_TRUE(dry.out.contains("The package \"flac\" brings it")) << dry.out.constData();
     EXPECT_FALSE(QFile::exists(journal));
