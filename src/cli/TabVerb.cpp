@@ -200,6 +200,7 @@ int TabVerb::run()
     }
     checkOutputFolder();
     JobSession session(m_options, makeReporter(m_options));
+    m_person = &session.userInterface();
     KruvController &controller = session.controller();
     if (m_options.prove) {
         controller.taskQueue().setProvesOutputs();
@@ -220,6 +221,7 @@ int TabVerb::run()
     const int status =
         m_options.dryRun ? tellPlan(*controller.plan(), session.userInterface().lossy()) : session.finish();
     const bool complained = m_failed || session.userInterface().alerts() > 0;
+    m_person = nullptr;
     return status == Success && complained ? static_cast<int>(Failure) : status;
 }
 
@@ -349,7 +351,8 @@ void TabVerb::runTab(BaseTab &tab, QueueRun &queueRun, const QStringList &paths)
 {
     takeIn(tab, paths);
     queueRun.run([&tab] { tab.executeCommand(); });
-    if (!tab.fileList().isEmpty() && !queueRun.interrupted()) {
+    const bool wasTold = m_options.dryRun || (m_person && m_person->alerts() > 0);
+    if (!tab.fileList().isEmpty() && !queueRun.interrupted() && !wasTold) {
         throw UsageError(tr("Nothing was done."));
     }
 }

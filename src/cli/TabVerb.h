@@ -100,6 +100,7 @@ private:
     CommonOptions m_options;
     std::string m_format;
     bool m_failed = false;
+    const CliUserInterface *m_person = nullptr; // while it runs
 };
 
 } // namespace kruv

@@ -159,6 +159,7 @@ TEST_F(PlanTest, KeepsTreesApart)
     EXPECT_EQ(readFile(music + u"/other place/disc 1/t01.flac"_s).size(),
               readFile(music + u"/other place/disc 2/t01.flac"_s).size());
     wav(u"more/disc 1/t02.wav"_s, 400);
+    wav(u"set/disc 1/t03.wav"_s, 400);
     const Outcome both = encode(command + QStringList{u"--skip-existing"_s, u"set"_s, u"more"_s});
     EXPECT_TRUE(both.err.contains("gets files of")) << both.err.constData();
     EXPECT_EQ(both.status, 1) << "two of one name are refused, the rest is made";

@@ -241,7 +241,7 @@ TEST_F(JournalTest, ReadsWhatAKillLeftHalfMade)
     const QString half = folder.path() + u"/half.db"_s;
     {
         Database making(half, Database::Mode::Write, [] { return true; });
-        making.execute("CREATE TABLE a (b); PRAGMA cache_size = 1; BEGIN;"
+        making.execute("PRAGMA cache_size = 1; BEGIN; CREATE TABLE a (b);"
                        "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 9999)"
                        "INSERT INTO a SELECT hex(randomblob(200)) FROM n");
         QDir().mkpath(QFileInfo(path).path());
