@@ -3,6 +3,7 @@
 
 #include "tabs/OutputPlan.h"
 
+#include "base/InParallel.h"
 #include "base/PathNames.h"
 #include "tasks/FileCommit.h"
 
@@ -10,6 +11,8 @@
 #include <QSet>
 
 #include <algorithm>
+#include <cstddef>
+#include <thread>
 
 namespace kruv {
 
@@ -106,10 +109,14 @@ bool OutputPlan::isInTheWay(const List &list) const
 
 QStringList OutputPlan::existing() const
 {
+    std::vector<char> areInTheWay(m_entries.size()); // no bits, which threads can't write side by side
+    inParallel(
+        m_entries.size(), std::thread::hardware_concurrency(), [] { return false; },
+        [&](std::size_t index) { areInTheWay[index] = isInTheWay(m_entries[index]) ? 1 : 0; });
     QStringList taken;
-    for (const Entry &entry : m_entries) {
-        if (isInTheWay(entry)) {
-            taken.append(entry.output);
+    for (std::size_t index = 0; index < m_entries.size(); ++index) {
+        if (areInTheWay[index] != 0) {
+            taken.append(m_entries[index].output);
         }
     }
     for (const List &list : m_lists) {
@@ -153,6 +160,7 @@ std::optional<QString> OutputPlan::collision(const NameTest &areOne) const
 {
     constexpr qsizetype mostNamed = 5;
     QMultiHash<QString, const Entry *> earlierEntries;
+    earlierEntries.reserve(static_cast<qsizetype>(m_entries.size()));
     RealFolders realFolders;
     QStringList collisions;
     for (const Entry &entry : m_entries) {

@@ -62,7 +62,9 @@ void KruvTaskQueue::addTasks(std::span<const std::shared_ptr<KruvTask>> tasks, c
         return;
     }
     Q_EMIT tasksAdded(tasks, after);
-    for (const std::shared_ptr<KruvTask> &task : inStartingOrder(tasks)) {
+    const auto ordered = inStartingOrder(tasks);
+    Q_EMIT tasksAboutToStart();
+    for (const std::shared_ptr<KruvTask> &task : ordered) {
         enqueue(task);
     }
 }
