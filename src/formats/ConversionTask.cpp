@@ -116,7 +116,7 @@ ProofNote ConversionTask::prove(const StagedOutputs &)
     const auto progress = [this](double percent) { return showProof(percent); };
     const bool isLossy = m_sourceFormat->isLossy() || (target() && target()->isLossy());
     const QString obstacle =
-        isLossy && !isHalfOrComputedAnew(fileName()) ? QString() : Proof::obstacle(fileName());
+        isLossy && !isHalfOrComputedAnew(fileName()) ? QString() : Proof::obstacle(fileName(), m_staged);
     const bool isChange = !obstacle.isEmpty() && Proof::changesSamples(fileName());
     if (!obstacle.isEmpty() && !isChange) {
         return {.unproven = obstacle};
