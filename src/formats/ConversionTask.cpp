@@ -7,6 +7,7 @@
 #include "audio/ContentProbe.h"
 #include "audio/EncodeCoreAudioSync.h"
 #include "audio/Proof.h"
+#include "audio/TagsAround.h"
 #include "base/PathNames.h"
 #include "formats/AudioLimitsCheck.h"
 #include "formats/FailureAdvice.h"
@@ -164,6 +165,16 @@ void ConversionTask::copyTagsIntoAiff(const QString &status)
     }
 }
 
+QString ConversionTask::sourceForTools()
+{
+    if (&sourceFormat() != &flacFormat || TagsAround::inWords(fileName()).isEmpty()) {
+        return fileName();
+    }
+    const QString copy = m_outputs->scratch(PathNames::folderOf(m_request.output), flacFormat.extension());
+    TagsAround::copyWithout(fileName(), copy, [this] { return mayGoOn(); });
+    return copy;
+}
+
 QString ConversionTask::scratchWav()
 {
     return m_outputs->scratch(PathNames::folderOf(m_request.output), QStringLiteral("wav"));
@@ -243,7 +254,7 @@ bool ConversionTask::isBeyondWav() const
 
 bool ConversionTask::makeWav(const QString &wav, const ToolStep *step)
 {
-    return step && !isBeyondWav() ? runStep(*step, {.input = fileName(), .output = wav})
+    return step && !isBeyondWav() ? runStep(*step, {.input = sourceForTools(), .output = wav})
                                   : convert(fileName(), wav, FormatType::LinearPcm, FileType::Wave);
 }
 
