@@ -12,7 +12,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <thread>
 
 namespace kruv {
 
@@ -109,9 +108,10 @@ bool OutputPlan::isInTheWay(const List &list) const
 
 QStringList OutputPlan::existing() const
 {
+    constexpr int mostThreads = 4;
     std::vector<char> areInTheWay(m_entries.size()); // no bits, which threads can't write side by side
     inParallel(
-        m_entries.size(), std::thread::hardware_concurrency(), [] { return false; },
+        m_entries.size(), threadsForOneJob(mostThreads), [] { return false; },
         [&](std::size_t index) { areInTheWay[index] = isInTheWay(m_entries[index]) ? 1 : 0; });
     QStringList taken;
     for (std::size_t index = 0; index < m_entries.size(); ++index) {
