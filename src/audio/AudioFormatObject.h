@@ -14,6 +14,7 @@ struct AudioFormatObject
     std::int32_t bitsPerChannel = 0;
     std::int32_t channels = 0;
     std::int64_t totalSamples = 0; ///< frames
+    bool isFloatingPoint = false;
 
     /// Seconds; 0 where the sample rate is not known.
     double time() const

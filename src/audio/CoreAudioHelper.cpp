@@ -90,7 +90,7 @@ AudioFormatObject CoreAudioHelper::getFormatInfo(const QString &path)
         const AudioStreamFormat &format = file->dataFormat();
         return {static_cast<std::int32_t>(format.sampleRate),
                 static_cast<std::int32_t>(format.bitsPerChannel), static_cast<std::int32_t>(format.channels),
-                file->lengthInFrames()};
+                file->lengthInFrames(), format.isFloatingPoint()};
     } catch (const std::exception &) {
         return {};
     }

@@ -41,6 +41,14 @@ bool isSilence(std::span<const std::uint8_t> samples)
     return std::ranges::all_of(samples, [](std::uint8_t byte) { return byte == 0; });
 }
 
+/// Such are compared as they are; others would have to be made integers first.
+bool areFloats(const AudioStreamFormat &one, const AudioStreamFormat &other)
+{
+    constexpr std::uint32_t bits = 32;
+    return one.isFloatingPoint() && other.isFloatingPoint() && one.bitsPerChannel == bits &&
+           other.bitsPerChannel == bits;
+}
+
 /// Two streams of frames, read side by side.
 class Comparison
 {
@@ -89,6 +97,9 @@ Comparison::Comparison(const Claim &claim, const Progress &progress)
     requireSameKind();
     const bool sourceIsWider = m_source.format().sampleWidth() > m_output.format().sampleWidth();
     m_client = (sourceIsWider ? m_source : m_output).format().clientFormat();
+    if (areFloats(m_source.format(), m_output.format())) {
+        m_client.formatFlags = AudioStreamFormat::isFloat | AudioStreamFormat::isPacked;
+    }
     m_source.setClientFormat(m_client);
     m_output.setClientFormat(m_client);
     m_sourceFrames.resize(bufferBytes / m_client.bytesPerFrame * m_client.bytesPerFrame);
@@ -300,7 +311,7 @@ try {
     return false; // its job will tell
 }
 
-QString obstacle(const QString &source)
+QString obstacle(const QString &source, const QString &output)
 {
     const AudioContent content = ContentProbe::of(source);
     switch (content.kind) {
@@ -311,7 +322,9 @@ QString obstacle(const QString &source)
     default:
         break;
     }
-    return AudioFiles::open(source, content)->dataFormat().isFloatingPoint()
+    const AudioStreamFormat format = AudioFiles::open(source, content)->dataFormat();
+    const bool isKept = !output.isEmpty() && areFloats(format, AudioFiles::open(output)->dataFormat());
+    return format.isFloatingPoint() && !isKept
                ? Text::tr("its samples are floating-point numbers, which the output does not hold bit by bit")
                : QString();
 }

@@ -47,7 +47,7 @@ struct Finding
     std::int64_t added = 0;        ///< of silence
     std::int64_t cut = 0;          ///< of silence
     /// MD5 of the outputs' samples as FLAC keeps it: signed, low byte first, in as few bytes as their depth
-    /// needs.
+    /// needs; of floating-point samples, as they are.
     QByteArray digest = {};
     QString decoder = {}; ///< of the outputs
 };
@@ -59,8 +59,9 @@ using Progress = std::function<bool(double percent)>;
 /// Opens only files whose first bytes don't tell.
 bool changesSamples(const QString &source);
 
-/// Why sameness of samples can't be shown for what is made of `source`, a clause; empty where it can.
-QString obstacle(const QString &source);
+/// Why sameness of samples can't be shown for what is made of `source`, a clause; empty where it can. Only an
+/// `output` that is told can have floating-point samples as they were.
+QString obstacle(const QString &source, const QString &output = {});
 
 /// Nothing where `progress` ended it.
 std::optional<Finding> sameAudio(const Claim &claim, const Progress &progress);

@@ -39,9 +39,11 @@ SampleConverter::SampleConverter(const AVFrame &first, const AudioStreamFormat &
     checkKind(first);
     SwrContext *converter = nullptr;
     AVChannelLayout layout = first.ch_layout; // borrowed, for a call that takes no const
-    swr_alloc_set_opts2(&converter, &layout, m_wide == 2 ? AV_SAMPLE_FMT_S16 : AV_SAMPLE_FMT_S32,
-                        m_sampleRate, &layout, static_cast<AVSampleFormat>(m_format), m_sampleRate, 0,
-                        nullptr);
+    const AVSampleFormat wide = client.isFloatingPoint() ? AV_SAMPLE_FMT_FLT
+                                : m_wide == 2            ? AV_SAMPLE_FMT_S16
+                                                         : AV_SAMPLE_FMT_S32;
+    swr_alloc_set_opts2(&converter, &layout, wide, m_sampleRate, &layout,
+                        static_cast<AVSampleFormat>(m_format), m_sampleRate, 0, nullptr);
     m_converter.reset(converter);
     AvSource::check(converter == nullptr ? AVERROR(ENOMEM) : swr_init(converter));
 }

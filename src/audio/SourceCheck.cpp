@@ -7,6 +7,7 @@
 #include "audio/AudioFiles.h"
 #include "audio/ContentProbe.h"
 #include "audio/ExtAudioFileReader.h"
+#include "audio/TagsAround.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -71,6 +72,12 @@ try {
     return false;
 }
 
+QString tagsRemark(const QString &file, const QString &tags)
+{
+    return Text::tr("%1 has %2, which FLAC does not provide for; nothing is taken over from there.")
+        .arg(file, tags);
+}
+
 } // namespace
 
 QStringList inspect(const QStringList &files)
@@ -90,8 +97,19 @@ QStringList inspect(const QStringList &files)
                     "The header of %1 does not tell how long its audio is; it was read to the file's end.")
                     .arg(file));
         }
+        if (const QString tags = reader ? TagsAround::inWords(file) : QString(); !tags.isEmpty()) {
+            remarks.append(tagsRemark(file, tags));
+        }
     }
     return remarks;
+}
+
+QString remarkOnSound(const QString &file, const std::function<bool()> &goesOn)
+try {
+    const QString tags = TagsAround::inWords(file);
+    return !tags.isEmpty() && decode(file, goesOn) ? tagsRemark(file, tags) : QString();
+} catch (const std::exception &) {
+    return {};
 }
 
 bool tellsLength(const QString &file)

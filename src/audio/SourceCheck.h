@@ -15,6 +15,11 @@ namespace kruv::SourceCheck {
 /// Returns what a person should know of the others though it stops no job, a sentence each.
 QStringList inspect(const QStringList &files);
 
+/// For FLAC whose tool stumbles over tags around the audio: what a person should know of that, a sentence,
+/// where the audio itself is sound to its end. Empty where it is not, where there are no such tags, and where
+/// `goesOn` ended it.
+QString remarkOnSound(const QString &file, const std::function<bool()> &goesOn);
+
 /// Whether the header of PCM tells its length, and truly. Of what is no PCM, and of what can't be opened,
 /// true.
 bool tellsLength(const QString &file);

@@ -8,10 +8,12 @@
 
 #include <QFile>
 
+#include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 namespace kruv::FoldedNames {
 
@@ -30,17 +32,30 @@ bool isVisible(QChar character)
     return character.category() != QChar::Other_Format && !isVariant;
 }
 
+bool isAscii(QChar character)
+{
+    return character < QChar(0x80);
+}
+
+QString withoutLastPoints(QString name)
+{
+    while (name.endsWith(u'.')) {
+        name.chop(1);
+    }
+    return name;
+}
+
 } // namespace
 
 QString key(const QString &name)
 {
+    if (std::ranges::all_of(name, isAscii)) { // nearly all, and there may be very many
+        return withoutLastPoints(name.toLower());
+    }
     QString folded =
         name.normalized(QString::NormalizationForm_KD).toUpper().toCaseFolded(); // the sharp s is SS
     folded.removeIf([](QChar character) { return !isVisible(character); });
-    while (folded.endsWith(u'.')) {
-        folded.chop(1);
-    }
-    return folded.normalized(QString::NormalizationForm_KD);
+    return withoutLastPoints(std::move(folded)).normalized(QString::NormalizationForm_KD);
 }
 
 bool areOne(const QString &folder, const QString &first, const QString &second)

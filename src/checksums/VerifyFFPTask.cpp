@@ -3,8 +3,10 @@
 
 #include "checksums/VerifyFFPTask.h"
 
+#include "audio/SourceCheck.h"
 #include "base/PathNames.h"
 #include "checksums/FlacFingerprint.h"
+#include "formats/flac/FlacOutput.h"
 #include "platform/Resources.h"
 #include "tasks/TerminalText.h"
 #include "tasks/ToolCatalog.h"
@@ -111,14 +113,17 @@ void VerifyFFPTask::test(Test &test, FileProgress &progress)
             progress.set(percent / 100.0);
         }
     };
-    ToolRun tool({toolPath(QStringLiteral("flac")),
-                  {QStringLiteral("-t"), ListText::joined(folder(), test.entry->name)}},
-                 stopToken());
+    const QString path = ListText::joined(folder(), test.entry->name);
+    ToolRun tool({toolPath(QStringLiteral("flac")), {QStringLiteral("-t"), path}}, stopToken());
     const ToolEnd end = tool.run(read);
     end.requireLaunched();
     const QString text = screen.text().trimmed();
-    if (end.succeeded() && text.endsWith(u"ok")) {
-        test.report = QStringLiteral("%1: testing, 100% complete\n").arg(name);
+    const bool stumbled = !end.succeeded() && FlacOutput::stumbled(text);
+    const QString remark =
+        stumbled ? SourceCheck::remarkOnSound(path, [this] { return !cancelled(); }) : QString();
+    if (!remark.isEmpty() || (end.succeeded() && text.endsWith(u"ok"))) {
+        test.report = QStringLiteral("%1: testing, 100% complete\n").arg(name) +
+                      (remark.isEmpty() ? QString() : remark + u'\n');
         return;
     }
     const QString last = lastWords(text);

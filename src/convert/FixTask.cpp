@@ -49,7 +49,6 @@ FixTask::FixTask(TaskCompletionSink *queue, Request request, std::function<void(
     , m_request(std::move(request))
     , m_clearTab(std::move(clearTab))
 {
-    appendToPATH(resourcesFolder());
     setTitle(tr("Fixing"));
     setTextFieldString(title());
     publish(&KruvTask::setTextFieldValue);

@@ -57,7 +57,9 @@ void require(const Format &target, const QString &source, const AudioFormatObjec
     }
     if (audio.bitsPerChannel > 0 && !limits->bits.empty() &&
         std::ranges::count(limits->bits, audio.bitsPerChannel) == 0) {
-        refuse(Text::tr("%1 has samples of %2 bits; %3 holds %4 bits.")
+        refuse((audio.isFloatingPoint && !target.keepsWavFloats
+                    ? Text::tr("%1 has floating-point samples of %2 bits; %3 holds integers of %4 bits.")
+                    : Text::tr("%1 has samples of %2 bits; %3 holds %4 bits."))
                    .arg(source, QString::number(audio.bitsPerChannel), label, words(limits->bits)));
     }
 }

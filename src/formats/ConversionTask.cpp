@@ -7,6 +7,7 @@
 #include "audio/ContentProbe.h"
 #include "audio/EncodeCoreAudioSync.h"
 #include "audio/Proof.h"
+#include "audio/TagsAround.h"
 #include "base/PathNames.h"
 #include "formats/AudioLimitsCheck.h"
 #include "formats/FailureAdvice.h"
@@ -185,7 +186,7 @@ ProofNote ConversionTask::prove(const StagedOutputs &)
     const auto progress = [this](double percent) { return showProof(percent); };
     const bool isLossy = m_sourceFormat->isLossy() || (target() && target()->isLossy());
     const QString obstacle =
-        isLossy && !isHalfOrComputedAnew(fileName()) ? QString() : Proof::obstacle(fileName());
+        isLossy && !isHalfOrComputedAnew(fileName()) ? QString() : Proof::obstacle(fileName(), m_staged);
     const bool isChange = !obstacle.isEmpty() && Proof::changesSamples(fileName());
     if (!obstacle.isEmpty() && !isChange) {
         return {.unproven = obstacle};
@@ -231,6 +232,16 @@ void ConversionTask::copyTagsIntoAiff(const QString &status)
         appendResults(tr("Error writing tags to file:\n%1").arg(QString::fromUtf8(failure.what())));
         failAfterwards(tr("its tags could not be copied"));
     }
+}
+
+QString ConversionTask::sourceForTools()
+{
+    if (&sourceFormat() != &flacFormat || TagsAround::inWords(fileName()).isEmpty()) {
+        return fileName();
+    }
+    const QString copy = m_outputs->scratch(PathNames::folderOf(m_request.output), flacFormat.extension());
+    TagsAround::copyWithout(fileName(), copy, [this] { return mayGoOn(); });
+    return copy;
 }
 
 QString ConversionTask::scratchWav()
@@ -312,7 +323,7 @@ bool ConversionTask::isBeyondWav() const
 
 bool ConversionTask::makeWav(const QString &wav, const ToolStep *step)
 {
-    return step && !isBeyondWav() ? runStep(*step, {.input = fileName(), .output = wav})
+    return step && !isBeyondWav() ? runStep(*step, {.input = sourceForTools(), .output = wav})
                                   : convert(fileName(), wav, FormatType::LinearPcm, FileType::Wave);
 }
 

@@ -54,6 +54,8 @@ protected:
     bool makesAiff() const;
     /// Writes the source's tags into an output that is AIFF, and shows `status` meanwhile.
     void copyTagsIntoAiff(const QString &status);
+    /// The source as tools are to read it: itself, or a temporary copy of FLAC without the tags around it.
+    QString sourceForTools();
     /// A place for a temporary WAV. Nothing is created.
     QString scratchWav();
 

@@ -94,6 +94,8 @@ struct Format
                                       std::shared_ptr<KruvTaskResults> results) = nullptr;
     /// Whether a WAV comes back from it with what it holds beside its audio.
     bool keepsWavChunks = false;
+    /// Whether floating-point samples of a WAV stay as they are.
+    bool keepsWavFloats = false;
     /// With which files keep all chunks of their sources; null where there is no such option.
     const FormatOption *chunksOption = nullptr;
     /// Null where files have no tags.

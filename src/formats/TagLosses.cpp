@@ -4,6 +4,7 @@
 #include "formats/TagLosses.h"
 
 #include "audio/ForeignChunks.h"
+#include "audio/TagsAround.h"
 #include "base/InParallel.h"
 #include "formats/Format.h"
 #include "formats/Formats.h"
@@ -79,6 +80,13 @@ TagLosses tagLosses(const QString &file, const Format &format, const TagAccess *
     }
 }
 
+bool hasTagsAround(const QString &file)
+try {
+    return !TagsAround::inWords(file).isEmpty();
+} catch (const std::exception &) {
+    return false; // its job will tell
+}
+
 TagLosses ofFile(const QString &file, const TagLosses::Target &target)
 {
     const Format *format = Formats::identify(file);
@@ -89,6 +97,7 @@ TagLosses ofFile(const QString &file, const TagLosses::Target &target)
     using Kept = TagLosses::KeptChunks;
     const bool keeps = target.chunks == Kept::All || (target.chunks == Kept::OfWav && format == &wavFormat);
     losses.chunks = !keeps && !ForeignChunks::of(file).empty();
+    losses.around = format == &flacFormat && hasTagsAround(file);
     return losses;
 }
 
@@ -156,6 +165,13 @@ QStringList TagLosses::sentences(const ByFile &losses, const QString &label)
                                nullptr, files))
                          .arg(label);
     }
+    if (const int files = count(&TagLosses::around); files > 0) {
+        sentences
+            << (files == 1
+                    ? tr("One file has ID3 or APE tags around its FLAC audio, which are not taken over")
+                    : tr("%n files have ID3 or APE tags around their FLAC audio, which are not taken over",
+                         nullptr, files));
+    }
     return sentences;
 }
 
@@ -173,6 +189,9 @@ QString TagLosses::reason(const QString &label) const
     }
     if (chunks) {
         kinds << tr("chunks beside the audio");
+    }
+    if (around) {
+        kinds << tr("ID3 or APE tags around the FLAC audio");
     }
     return tr("%1 files can't keep its %2; --accept-losses agrees to that")
         .arg(label, kinds.join(QStringLiteral(", ")));

@@ -23,8 +23,9 @@ public:
     bool pictures = false;
     bool customTags = false;
     bool chunks = false; ///< what WAV and AIFF files hold beside audio and tags
+    bool around = false; ///< tags before and behind FLAC
 
-    bool isAny() const { return texts || pictures || customTags || chunks; }
+    bool isAny() const { return texts || pictures || customTags || chunks || around; }
 
     /// `target` is null where files have no tags.
     static TagLosses of(const TagsObject &record, const TagAccess *target);

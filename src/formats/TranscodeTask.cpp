@@ -62,7 +62,7 @@ void TranscodeTask::makeOutput()
 {
     showStatus(ConversionTask::tr(m_target.recipe->firstStatus));
     if (readsItself()) {
-        encode(fileName());
+        encode(sourceForTools());
         return;
     }
     const SourceRule *special = rule();

@@ -197,29 +197,28 @@ void StatusPanel::showOutputOf(const QModelIndex &index)
     }
 }
 
-bool StatusPanel::hasErrors() const
+bool StatusPanel::mayRemoveRows() const
 {
     const StatusTableModel &rows = m_queue.panelArray();
-    for (int row = 0; row < rows.rowCount(); ++row) {
-        if (rows.task(row).error()) {
-            return true;
-        }
-    }
-    return false;
+    return rows.hasErrors() || (!m_progress.isBusy() && !rows.isEmpty());
 }
 
 void StatusPanel::showProgress()
 {
     const QString progress = m_progress.text();
-    const bool errors = hasErrors();
+    const bool errors = m_queue.panelArray().hasErrors();
+    const bool mayRemove = mayRemoveRows();
     setWindowTitle(progress.isEmpty() ? tr("Kruv tasks") : tr("Kruv: %1").arg(progress));
     if (m_progress.isBusy()) {
         m_text->setText(progress);
     } else {
-        m_text->setText(errors ? tr("Some jobs failed") : tr("Nothing to do"));
+        m_text->setText(errors      ? tr("Some jobs failed")
+                        : mayRemove ? tr("Some jobs have remarks")
+                                    : tr("Nothing to do"));
     }
     m_stopAll->setEnabled(m_progress.isBusy());
-    m_removeErrors->setVisible(errors);
+    m_removeErrors->setText(errors ? tr("&Remove all errors") : tr("&Remove all remarks"));
+    m_removeErrors->setVisible(mayRemove);
 }
 
 void StatusPanel::showContextMenu(const QPoint &position)
@@ -228,8 +227,9 @@ void StatusPanel::showContextMenu(const QPoint &position)
     menu.setObjectName(QStringLiteral("removeErrorsMenu"));
     menu.addActions(m_actions.all());
     menu.addSeparator();
-    QAction *remove = menu.addAction(tr("Remove all errors"), &m_queue, &KruvTaskQueue::removeAllErrors);
-    remove->setEnabled(hasErrors());
+    QAction *remove = menu.addAction(QString(m_removeErrors->text()).remove(u'&'), &m_queue,
+                                     &KruvTaskQueue::removeAllErrors);
+    remove->setEnabled(mayRemoveRows());
     menu.exec(m_table->viewport()->mapToGlobal(position));
 }
 

@@ -48,7 +48,7 @@ private:
     void makePauseButton();
     void cancelSelected();
     void showOutputOf(const QModelIndex &index);
-    bool hasErrors() const;
+    bool mayRemoveRows() const;
 
     KruvTaskQueue &m_queue;
     QueueProgress &m_progress;

@@ -103,7 +103,7 @@ QPalette paletteOf(const QStyleOptionViewItem &option)
     return palette;
 }
 
-/// The whole path, and of a failed job what its tool said and what to do.
+/// The whole path, of a failed job what its tool said and what to do, of others what is remarkable.
 QString toolTipOf(const KruvTask &task)
 {
     constexpr qsizetype mostText = 600;
@@ -112,6 +112,8 @@ QString toolTipOf(const KruvTask &task)
         const QString said = task.results()->results(task);
         parts << FailureAdvice::essence(said).right(mostText) << FailureAdvice::advice(said);
         parts.removeAll(QString());
+    } else if (task.leavesRemarks()) {
+        parts << task.remarks();
     }
     return QStringLiteral("<p style='white-space:pre-wrap'>%1</p>")
         .arg(parts.join(QStringLiteral("\n\n")).toHtmlEscaped());

@@ -61,7 +61,7 @@ Journal::Number Journal::addEntries(Number run, std::vector<EntryRecord> records
     add([=, records = std::move(records)](JournalWriter &to, Time when) {
         to.addEntries(run, first, records, when);
     });
-    waitUntilWritten();
+    hurry();
     return first;
 }
 
@@ -130,14 +130,20 @@ void Journal::add(Change change)
     }
 }
 
+void Journal::hurry()
+{
+    const std::lock_guard lock(m_lock);
+    m_urgent = true;
+    m_wake.notify_one();
+}
+
 void Journal::waitUntilWritten()
 {
+    hurry();
     std::unique_lock lock(m_lock);
     if (!m_waits) {
         return;
     }
-    m_urgent = true;
-    m_wake.notify_one();
     m_waits =
         m_written.wait_for(lock, longestWait, [this] { return m_isOff || (m_changes.empty() && !m_busy); });
 }

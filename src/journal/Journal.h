@@ -41,8 +41,8 @@ public:
     Journal &operator=(const Journal &) = delete;
 
     Number addRun(const RunRecord &record);
-    /// Returns the first one's number; the others follow it. When it returns they are in the file, unless
-    /// another process kept it busy for longer than a person should wait.
+    /// Returns the first one's number; the others follow it. They are written at once; who must not come
+    /// before them waits until they are (waitUntilWritten).
     Number addEntries(Number run, std::vector<EntryRecord> records);
     /// One that is in the file goes on. Returns its number; those of its entries that wait follow it.
     Number resumeRun(const ResumedRun &resumed);
@@ -74,6 +74,7 @@ private:
     };
 
     void add(Change change);
+    void hurry();
     void work();
     void write(const std::vector<Dated> &changes);
     void openFile();

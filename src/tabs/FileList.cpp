@@ -78,6 +78,7 @@ int FileList::add(const QStringList &paths)
 
 int FileList::add(Batch batch)
 {
+    m_paths.reserve(m_paths.size() + static_cast<qsizetype>(batch.m_entries.size()));
     std::erase_if(batch.m_entries, [this](const Entry &entry) {
         const qsizetype listed = m_paths.size();
         m_paths.insert(entry.path);

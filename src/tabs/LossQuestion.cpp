@@ -17,10 +17,12 @@ namespace {
 /// A lossy target changes every sample, which is what it is for; that DSD goes into one is worth a question.
 bool isComputedAnew(const QString &file, const Format &target)
 {
-    if (!target.isLossy()) {
-        return Proof::changesSamples(file);
+    if (target.isLossy()) {
+        return ContentProbe::of(file).kind == AudioContent::Kind::Dsd;
     }
-    return ContentProbe::of(file).kind == AudioContent::Kind::Dsd;
+    const bool staysAsItIs =
+        target.keepsWavFloats && ContentProbe::of(file).container == AudioContent::Container::Wav;
+    return !staysAsItIs && Proof::changesSamples(file);
 }
 
 } // namespace

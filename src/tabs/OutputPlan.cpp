@@ -3,6 +3,7 @@
 
 #include "tabs/OutputPlan.h"
 
+#include "base/InParallel.h"
 #include "base/PathNames.h"
 #include "tasks/FileCommit.h"
 
@@ -10,6 +11,7 @@
 #include <QSet>
 
 #include <algorithm>
+#include <cstddef>
 #include <map>
 #include <span>
 
@@ -112,10 +114,15 @@ bool OutputPlan::isInTheWay(const List &list) const
 
 QStringList OutputPlan::existing() const
 {
+    constexpr int mostThreads = 4;
+    std::vector<char> areInTheWay(m_entries.size()); // no bits, which threads can't write side by side
+    inParallel(
+        m_entries.size(), threadsForOneJob(mostThreads), [] { return false; },
+        [&](std::size_t index) { areInTheWay[index] = isInTheWay(m_entries[index]) ? 1 : 0; });
     QStringList taken;
-    for (const Entry &entry : m_entries) {
-        if (isInTheWay(entry)) {
-            taken.append(entry.output);
+    for (std::size_t index = 0; index < m_entries.size(); ++index) {
+        if (areInTheWay[index] != 0) {
+            taken.append(m_entries[index].output);
         }
     }
     for (const List &list : m_lists) {
@@ -165,6 +172,7 @@ void OutputPlan::settleExisting(ExistingFiles choice)
 std::vector<OutputPlan::Clash> OutputPlan::clashes(const NameTest &areOne) const
 {
     QMultiHash<QString, std::size_t> earlierEntries;
+    earlierEntries.reserve(static_cast<qsizetype>(m_entries.size()));
     RealFolders realFolders;
     std::vector<Clash> found;
     for (std::size_t index = 0; index < m_entries.size(); ++index) {

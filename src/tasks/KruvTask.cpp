@@ -244,7 +244,8 @@ void KruvTask::setGuiFields()
         m_progressIndicator.animated = false;
     } else {
         m_textField.color = RowColor::DarkGreen;
-        m_topTextField.text = tr("Complete");
+        const QString told = remarks().join(u' ');
+        m_topTextField.text = told.isEmpty() ? tr("Complete") : tr("Complete. %1").arg(told);
         m_progressIndicator.hidden = true;
     }
     m_cancelButton.hidden = true;

@@ -108,6 +108,8 @@ public:
     virtual QString outputPath() const { return {}; }
     /// What a person should know of a job that went well all the same, a sentence each.
     virtual QStringList remarks() const { return {}; }
+    /// Of a job that has ended well: whether it has any. Main thread.
+    bool leavesRemarks() const { return isDone() && !error() && !cancelled() && !remarks().isEmpty(); }
     /// Where the source is damaged, of a job that was to go on all the same and had to.
     virtual std::optional<DamageNote> damage() const { return {}; }
     /// Of a job that has ended; empty where it was not to prove anything.

@@ -62,7 +62,9 @@ void KruvTaskQueue::addTasks(std::span<const std::shared_ptr<KruvTask>> tasks, c
         return;
     }
     Q_EMIT tasksAdded(tasks, after);
-    for (const std::shared_ptr<KruvTask> &task : inStartingOrder(tasks)) {
+    const auto ordered = inStartingOrder(tasks);
+    Q_EMIT tasksAboutToStart();
+    for (const std::shared_ptr<KruvTask> &task : ordered) {
         enqueue(task);
     }
 }
@@ -190,9 +192,11 @@ void KruvTaskQueue::fillFreePlaces()
 
 void KruvTaskQueue::endBusyPeriod()
 {
-    m_panelArray.removeWithoutError();
+    m_panelArray.removeSilent();
     if (m_panelArray.isEmpty()) {
         m_userInterface.closeStatusPanel();
+    }
+    if (!m_panelArray.hasErrors()) {
         setTaskNumberInDock();
         if (!m_userInterface.notify(tr("Kruv task(s) completed"))) {
             m_userInterface.requestAttention();
@@ -241,7 +245,7 @@ void KruvTaskQueue::setTaskNumberInDock()
 void KruvTaskQueue::removeAllErrors()
 {
     const std::lock_guard lock(m_lock);
-    m_panelArray.removeErrors();
+    m_panelArray.removeTelling();
     if (m_taskArray.isEmpty()) {
         m_userInterface.closeStatusPanel();
     }

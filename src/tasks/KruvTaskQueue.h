@@ -99,8 +99,10 @@ public:
     void allowSleep();
 
 Q_SIGNALS:
-    /// Before the first of them starts. `after` is the job whose end brought them; null for a command's own.
+    /// Before their order is known. `after` is the job whose end brought them; null for a command's own.
     void tasksAdded(std::span<const std::shared_ptr<kruv::KruvTask>> tasks, const kruv::KruvTask *after);
+    /// None of those that were added starts before this returns.
+    void tasksAboutToStart();
     /// A failed job gets another chance. Before it starts.
     void triedAgain(const kruv::KruvTask &task, const kruv::KruvTask &failed);
     void taskStarted(kruv::KruvTask &task);

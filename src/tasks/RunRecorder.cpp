@@ -50,6 +50,8 @@ RunRecorder::RunRecorder(Journal &journal, KruvTaskQueue &queue)
     : m_journal(journal)
 {
     connect(&queue, &KruvTaskQueue::tasksAdded, this, &RunRecorder::added);
+    // The journal writes its list while the queue puts it in order.
+    connect(&queue, &KruvTaskQueue::tasksAboutToStart, this, [this] { m_journal.waitUntilWritten(); });
     connect(&queue, &KruvTaskQueue::triedAgain, this, &RunRecorder::triedAgain);
     connect(&queue, &KruvTaskQueue::pausedChanged, this, &RunRecorder::pausedChanged);
     connect(&queue, &KruvTaskQueue::taskStarted, this, &RunRecorder::started);
@@ -115,6 +117,7 @@ RunRecorder::Number RunRecorder::runFor(const KruvTask *after)
 void RunRecorder::enlist(std::span<const std::shared_ptr<KruvTask>> tasks)
 {
     addEntries(tasks, runFor(nullptr));
+    m_journal.waitUntilWritten();
 }
 
 void RunRecorder::added(std::span<const std::shared_ptr<KruvTask>> tasks, const KruvTask *after)

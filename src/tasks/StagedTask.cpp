@@ -14,16 +14,10 @@ namespace kruv {
 StagedTask::StagedTask(TaskCompletionSink *queue, const QString &fileName)
     : KruvTask(queue)
     , m_fileName(fileName)
-    , m_environment(ToolEnvironment::base())
 {
     setTitle(PathNames::lastPathComponent(fileName));
     setTextFieldString(title());
     publish(&KruvTask::setTextFieldValue);
-}
-
-void StagedTask::appendToPATH(const QString &folder)
-{
-    ToolEnvironment::appendToPath(m_environment, folder);
 }
 
 void StagedTask::startTask()
@@ -57,7 +51,7 @@ bool StagedTask::runTool(const QString &launchPath, const QStringList &arguments
     bool lineEnded = true;     // so that what readers make of two lines, or of two tools, never runs together
     std::stop_source unwanted; // by the job, or by `read`, which may find that it failed
     const std::stop_callback onStop(stopToken(), [&unwanted] { unwanted.request_stop(); });
-    ToolRun tool({launchPath, arguments, folder, m_environment}, unwanted.get_token());
+    ToolRun tool({launchPath, arguments, folder}, unwanted.get_token());
     const ToolEnd end = tool.run([&](const QString &piece) {
         if (mayGoOn()) {
             if (std::exchange(lineEnded, piece.endsWith(u'\n'))) {

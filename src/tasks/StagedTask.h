@@ -5,7 +5,6 @@
 
 #include "tasks/KruvTask.h"
 
-#include <QProcessEnvironment>
 #include <QStringList>
 
 #include <functional>
@@ -27,8 +26,6 @@ public:
 
     const QString &fileName() const { return m_fileName; }
     QString inputPath() const override { return m_fileName; }
-    const QProcessEnvironment &environment() const { return m_environment; }
-    void appendToPATH(const QString &folder);
 
 protected:
     /// All steps, on a pool thread; the job is stopped when it returns. What it throws fails the job.
@@ -55,7 +52,6 @@ protected:
 
 private:
     const QString m_fileName;
-    QProcessEnvironment m_environment;
     double m_lastPercentageDisplayed = 0.0;
 };
 

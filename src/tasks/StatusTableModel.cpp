@@ -53,20 +53,27 @@ void StatusTableModel::taskChanged(const KruvTask &task)
     }
 }
 
-void StatusTableModel::removeWithoutError()
+bool StatusTableModel::hasErrors() const
 {
-    removeRowsWithError(false);
+    return std::ranges::any_of(m_rows, &KruvTask::error);
 }
 
-void StatusTableModel::removeErrors()
+void StatusTableModel::removeSilent()
 {
-    removeRowsWithError(true);
+    removeRows(false);
 }
 
-void StatusTableModel::removeRowsWithError(bool error)
+void StatusTableModel::removeTelling()
+{
+    removeRows(true);
+}
+
+void StatusTableModel::removeRows(bool telling)
 {
     beginResetModel();
-    std::erase_if(m_rows, [error](const std::shared_ptr<KruvTask> &task) { return task->error() == error; });
+    std::erase_if(m_rows, [telling](const std::shared_ptr<KruvTask> &task) {
+        return (task->error() || task->leavesRemarks()) == telling;
+    });
     m_rowOfTask.clear();
     countRows(0);
     endResetModel();

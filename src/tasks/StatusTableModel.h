@@ -34,13 +34,14 @@ public:
     /// Puts a row where another one is, which it follows or goes before.
     void move(int from, int to);
     void remove(const KruvTask &task);
-    /// Drops the rows whose job has no error.
-    void removeWithoutError();
-    /// Drops the rows whose job has an error.
-    void removeErrors();
+    bool hasErrors() const;
+    /// Drops the rows whose job has neither an error nor remarks to show.
+    void removeSilent();
+    /// Drops the others.
+    void removeTelling();
 
 private:
-    void removeRowsWithError(bool error);
+    void removeRows(bool telling);
     void countRows(int from);
 
     std::vector<std::shared_ptr<KruvTask>> m_rows;

@@ -145,7 +145,8 @@ TEST(FoldedNames, AreAlikeToAnyFileSystemThatFolds)
                                      {u"\u03c3\u03b1\u03c2", u"\u03a3\u0391\u03a3"},
                                      {u"\ufb00", u"FF"},
                                      {u"a\u200bb", u"AB"},
-                                     {u"end...", u"END"}}) {
+                                     {u"end...", u"END"},
+                                     {u"k.wav", u"\u212a.wav"}}) {
         EXPECT_EQ(key(one), key(other));
     }
     EXPECT_NE(key(u"a"), key(u"\u00e4"));

@@ -3,21 +3,25 @@
 
 #include "audio/AudioFiles.h"
 #include "audio/ExtAudioFileReader.h"
+#include "audio/Proof.h"
 #include "convert/FixTask.h"
 #include "formats/ConversionTask.h"
 #include "formats/Formats.h"
 #include "formats/Records.h"
+#include "formats/TagLosses.h"
 #include "formats/flac/FlacOptions.h"
 #include "platform/Resources.h"
 #include "support/Audio.h"
 #include "support/Engine.h"
 #include "support/QtPrinters.h"
+#include "tags/TagAccess.h"
 
 #include <QFile>
 #include <QProcess>
 #include <QtEndian>
 
 #include <algorithm>
+#include <bit>
 #include <gtest/gtest.h>
 
 using namespace Qt::Literals::StringLiterals;
@@ -63,6 +67,7 @@ struct End
     QString said = {};
     QStringList remarks = {};
     std::optional<DamageNote> damage = {};
+    ProofNote proof = {};
 };
 
 class SoundSources : public testing::Test
@@ -71,7 +76,7 @@ protected:
     SoundSources()
     {
         QObject::connect(&engine.queue, &KruvTaskQueue::taskEnded, [this](KruvTask &job) {
-            end = {job.error(), job.results()->results(job), job.remarks(), job.damage()};
+            end = {job.error(), job.results()->results(job), job.remarks(), job.damage(), job.proof()};
         });
     }
 
@@ -99,6 +104,37 @@ protected:
     const QString wav = engine.folder.file(u"made.wav"_s);
     End end;
 };
+
+QByteArray id3v1Tag()
+{
+    return ("TAG" + QByteArray("Old title")).leftJustified(128, '\0');
+}
+
+QByteArray id3v2Tag()
+{
+    const QByteArray title("TIT2\0\0\0\x04\0\0\x03Old", 14);
+    return QByteArray("ID3\x04\0\0\0\0\0", 9) + static_cast<char>(title.size()) + title;
+}
+
+/// An empty one; others differ in their length only.
+QByteArray apeTag()
+{
+    return QByteArray("APETAGEX\xD0\x07\0\0\x20\0\0\0\0\0\0\0\0\0\0\0", 24) + QByteArray(8, '\0');
+}
+
+/// Stereo, louder than full scale here and there.
+QByteArray floatWav()
+{
+    constexpr qsizetype kindOfSamples = 44;
+    Audio audio = makeAudio({.frames = 5'000});
+    audio.bitsPerSample = 32;
+    for (std::int32_t &sample : audio.samples) {
+        sample = std::bit_cast<std::int32_t>(static_cast<float>(sample) / 30'000.0F);
+    }
+    QByteArray bytes = wavBytes(audio);
+    bytes[kindOfSamples] = 3;
+    return bytes;
+}
 
 /// How a codec's own tool makes a WAV.
 struct OwnDecoder
@@ -206,6 +242,84 @@ TEST_F(SoundSources, ThatAreDecodedThroughErrorsTellWhereTheyAreDamaged)
         at = behind;
     }
     EXPECT_TRUE(isSame(at, sound.size()));
+}
+
+/// The tools call such a file damaged, refuse it, or drop the tags without a word.
+TEST_F(SoundSources, WithTagsAroundFlacAreReadAndThatIsSaid)
+{
+    const struct
+    {
+        const char *what;
+        QByteArray before;
+        QByteArray behind;
+        QStringList named;
+    } cases[] = {
+        {"ID3v1", {}, id3v1Tag(), {u"an ID3v1 tag behind"_s}},
+        {"ID3v2", id3v2Tag(), {}, {u"an ID3v2 tag before"_s}},
+        {"all", id3v2Tag(), apeTag() + id3v1Tag(), {u"ID3v2"_s, u"an APEv2 tag behind"_s, u"ID3v1"_s}},
+    };
+    const QByteArray flac = readFile(made(flacFormat, {.frames = 60'000}));
+    const Bytes sound = wideSamplesOf(wav);
+    const auto test = [this](const QString &path) {
+        const auto results = std::make_shared<KruvTaskResults>();
+        const auto job = flacFormat.test(&engine.queue, path, results);
+        results->addTaskInSet(*job);
+        return run(job);
+    };
+    for (const auto &[what, before, behind, named] : cases) {
+        SCOPED_TRACE(what);
+        const QString source = engine.folder.write(u"tagged.flac"_s, before + flac + behind);
+        for (const Format *target : {&wavFormat, &flacFormat, &wavpackFormat, &ttaFormat}) {
+            const ConversionRequest request{.source = source,
+                                            .output = engine.folder.file(u"out."_s + target->extension())};
+            run(target->encode ? target->encode(&engine.queue, request)
+                               : flacFormat.decode(&engine.queue, request));
+            ASSERT_FALSE(end.failed) << end.said.toStdString();
+            EXPECT_TRUE(wideSamplesOf(request.output) == sound);
+            ASSERT_EQ(end.remarks.size(), 1);
+            for (const QString &each : named) {
+                EXPECT_TRUE(end.remarks[0].contains(each)) << end.remarks[0].toStdString();
+            }
+            QFile::remove(request.output);
+        }
+        EXPECT_FALSE(test(source).failed);
+        EXPECT_TRUE(end.said.contains(u"tagged.flac: ok\n"_s)) << end.said.toStdString();
+        EXPECT_TRUE(TagLosses::ofFiles({source}, {.tags = &TagAccesses::flac}, [] { return false; })
+                        .value(source)
+                        .around);
+    }
+    for (const QByteArray &damaged : {flac.first(flac.size() / 2), flac + QByteArray(100, 'x')}) {
+        EXPECT_TRUE(test(engine.folder.write(u"tagged.flac"_s, damaged + id3v1Tag())).failed);
+    }
+}
+
+TEST_F(SoundSources, OfFloatingPointStayAsTheyAreInWavPackAlone)
+{
+    const QString source = engine.folder.write(u"float.wav"_s, floatWav());
+    const auto deleting = [&](const Format &format, const QString &output) {
+        const auto job =
+            format.encode(&engine.queue, {.source = source, .output = engine.folder.file(output)});
+        job->setDeleteOriginal(true);
+        return run(job);
+    };
+    EXPECT_TRUE(deleting(flacFormat, u"float.flac"_s).failed);
+    EXPECT_TRUE(end.said.contains(u"has floating-point samples of 32 bits"_s)) << end.said.toStdString();
+    EXPECT_TRUE(QFile::exists(source));
+    EXPECT_FALSE(deleting(wavpackFormat, u"float.wv"_s).failed) << end.said.toStdString();
+    EXPECT_EQ(end.proof.kind, u"same-audio"_s);
+    EXPECT_FALSE(QFile::exists(source));
+
+    // One sample that would be the same as an integer of 32 bits is seen.
+    QByteArray other = floatWav();
+    const QString expected = engine.folder.write(u"other.wav"_s, other);
+    const auto sameAudio = [&] {
+        return Proof::sameAudio({.sources = {expected}, .outputs = {engine.folder.file(u"float.wv"_s)}},
+                                [](double) { return true; });
+    };
+    EXPECT_TRUE(sameAudio());
+    other[other.size() - 4] = static_cast<char>(other[other.size() - 4] ^ 1);
+    writeFile(expected, other);
+    EXPECT_THROW(sameAudio(), std::runtime_error);
 }
 
 TEST_F(SoundSources, WithoutASampleRateAreNoAiff)

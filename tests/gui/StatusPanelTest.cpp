@@ -141,6 +141,22 @@ TEST_F(StatusPanelTest, ClosesByItselfUnlessSomethingFailed)
     EXPECT_EQ(queue().panelArray().rowCount(), 0);
 }
 
+TEST_F(StatusPanelTest, ShowsWhatIsRemarkableUntilItIsRemoved)
+{
+    const auto odd = submit("odd.wav");
+    const auto good = submit("good.wav");
+    odd->remark = u"Its header is odd."_s;
+    odd->succeed();
+    good->succeed();
+    serveEvents();
+    EXPECT_TRUE(panel()->isVisible());
+    ASSERT_EQ(queue().panelArray().rowCount(), 1);
+    EXPECT_EQ(odd->topTextField().text, u"Complete. Its header is odd."_s);
+    find<QPushButton>(panel(), "removeErrors")->click();
+    EXPECT_FALSE(panel()->isVisible());
+    EXPECT_EQ(queue().panelArray().rowCount(), 0);
+}
+
 TEST_F(StatusPanelTest, ScrollsToTheJobStartedLast)
 {
     std::vector<std::shared_ptr<FakeJob>> jobs;

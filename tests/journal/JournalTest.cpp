@@ -174,6 +174,7 @@ TEST_F(JournalTest, TakesTwentyThousandJobsInOneGo)
     QElapsedTimer clock;
     clock.start();
     auto entry = journal->addEntries(run, std::move(records));
+    journal->waitUntilWritten();
     constexpr int longestWait = 1000; // milliseconds, after which the jobs start all the same
     EXPECT_TRUE(clock.hasExpired(longestWait) || entries(1).size() == count)
         << "in the file when the first job may start";
@@ -315,6 +316,7 @@ TEST_F(JournalTest, SaysOnceThatTheDiskIsFull)
 {
     const auto journal = open();
     record(*journal);
+    journal->waitUntilWritten();
     const FullDisk full(60'000);
     for (int index = 0; index < 2000; ++index) {
         record(*journal);
@@ -377,6 +379,7 @@ TEST_F(JournalTest, OutlivesItsProcess)
         record(*journal);
         const auto run = journal->addRun({.command = u"decode"_s});
         journal->addEntries(run, {{u"/x.flac"_s, u"/x.wav"_s}});
+        journal->waitUntilWritten();
         kill(getpid(), SIGKILL);
     }
     waitpid(child, nullptr, 0);

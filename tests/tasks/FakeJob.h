@@ -55,6 +55,7 @@ public:
     }
 
     qint64 estimatedWork() const override { return work; }
+    QStringList remarks() const override { return remark.isEmpty() ? QStringList() : QStringList{remark}; }
 
     void succeed() { stopTask(); }
     void failWith(const QString &reason)
@@ -65,6 +66,7 @@ public:
     void say(const QString &text) { appendResults(text); }
 
     qint64 work = 0;
+    QString remark = {};
     bool cannotStart = false;
 
 protected:

@@ -36,6 +36,20 @@ protected:
 
 } // namespace
 
+TEST_F(RunRecorderTest, TheListIsInTheFileBeforeTheFirstJobStarts)
+{
+    QList<qint64> seen; // entries, at each start
+    QObject::connect(&engine.queue, &KruvTaskQueue::taskStarted, [&] {
+        seen.append(0);
+        History(path).forEachEntryOf(1, [&seen](const HistoryEntry &) { ++seen.back(); });
+    });
+    recorder.announce(u"encode"_s, {});
+    const Jobs jobs = makeSet(engine.queue, 500);
+    addAll(engine.queue, jobs);
+    EXPECT_TRUE(!seen.isEmpty() && seen.front() == 500) << seen.value(0);
+    engine.queue.cancelAllTasks();
+}
+
 TEST_F(RunRecorderTest, AFollowUpBelongsToTheRunThatBroughtIt)
 {
     recorder.announce(u"encode"_s, {});

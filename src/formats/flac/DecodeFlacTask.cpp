@@ -34,7 +34,7 @@ void DecodeFlacTask::makeOutput()
         convert(fileName(), staged(), FormatType::LinearPcm, makesAiff() ? FileType::Aiff : FileType::Wave);
         return;
     }
-    runStep(FlacTool::decode, {.input = fileName(), .output = staged(), .options = chosen()});
+    runStep(FlacTool::decode, {.input = sourceForTools(), .output = staged(), .options = chosen()});
     // Where it goes on through errors, the tool's status is that of success.
     if (mayGoOn() && FlacOutput::reportsDamage(toolWords(), title())) {
         m_isDamaged = true;

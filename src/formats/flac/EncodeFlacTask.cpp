@@ -41,7 +41,7 @@ void EncodeFlacTask::makeOutput()
 {
     requireForeignMetadata();
     if (readsItself()) {
-        run(FlacTool::encode, {.input = fileName(), .output = staged(), .options = chosen()});
+        run(FlacTool::encode, {.input = sourceForTools(), .output = staged(), .options = chosen()});
         requireSameDigest();
     } else if (&sourceFormat() == &shortenFormat || &sourceFormat() == &monkeysAudioFormat) {
         encodeThroughShntool();

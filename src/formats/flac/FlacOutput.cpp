@@ -29,11 +29,6 @@ QString ratioText(QStringView piece, bool afterName)
     return ratio.toString();
 }
 
-QString okLines(const QString &name)
-{
-    return QStringLiteral("%1: testing, 100% complete\n%1: ok\n").arg(name);
-}
-
 QString reportedWhole(QStringView piece, const QString &name)
 {
     return piece.endsWith(u"ok") ? okLines(name) : QStringLiteral("%1: %2\n").arg(name, piece);
@@ -71,6 +66,16 @@ bool reportsDamage(QStringView piece, QStringView name)
 bool reportsShortSource(QStringView piece)
 {
     return piece.contains(u"WARNING: unexpected EOF; ") || piece.contains(u"_END_OF_STREAM events");
+}
+
+bool stumbled(QStringView report)
+{
+    return report.contains(u"_LOST_SYNC");
+}
+
+QString okLines(const QString &name)
+{
+    return QStringLiteral("%1: testing, 100% complete\n%1: ok\n").arg(name);
 }
 
 VerifyReport verifyReport(QStringView piece, const QString &name)

@@ -35,6 +35,12 @@ bool reportsDamage(QStringView piece, QStringView name);
 /// there and ends with status 0.
 bool reportsShortSource(QStringView piece);
 
+/// True when a test met what is no audio: damage, or a tag behind the audio.
+bool stumbled(QStringView report);
+
+/// The report on a file that is sound.
+QString okLines(const QString &name);
+
 struct VerifyReport
 {
     /// Lines for the file's report.

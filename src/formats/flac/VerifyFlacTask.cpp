@@ -3,6 +3,7 @@
 
 #include "formats/flac/VerifyFlacTask.h"
 
+#include "audio/SourceCheck.h"
 #include "formats/flac/FlacOutput.h"
 #include "tasks/ToolOutput.h"
 
@@ -33,7 +34,16 @@ void VerifyFlacTask::willEnd()
 
 void VerifyFlacTask::cleanup()
 {
-    appendResults(FlacOutput::condensed(m_singleResult, u"% complete"));
+    QString remark;
+    if (error() && FlacOutput::stumbled(m_singleResult)) {
+        remark = SourceCheck::remarkOnSound(inputPath(), [this] { return !cancelled(); });
+    }
+    if (remark.isEmpty()) {
+        appendResults(FlacOutput::condensed(m_singleResult, u"% complete"));
+        return;
+    }
+    setError(false);
+    appendResults(FlacOutput::okLines(fileName()) + remark + u'\n');
 }
 
 } // namespace kruv

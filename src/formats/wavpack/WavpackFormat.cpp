@@ -74,6 +74,7 @@ const Format wavpackFormat{
             return makeTestTask<VerifyWavepackTask>("wvunpack", "-v", queue, file, std::move(results));
         },
     .keepsWavChunks = true,
+    .keepsWavFloats = true,
     .tags = &TagAccesses::wavpack,
     .words = &words,
 };
