@@ -8,6 +8,7 @@
 #include <QJsonArray>
 #include <QMap>
 #include <QSet>
+#include <QThread>
 
 namespace kruv::test {
 
@@ -169,6 +170,107 @@ TEST_F(PlanTest, KeepsTreesApart)
     folder.write(u"music/bad/deep/er/x.wav"_s, "no audio");
     EXPECT_EQ(encode(command + QStringList{u"bad"_s}).status, 1);
     EXPECT_FALSE(QFile::exists(music + u"/other place/deep"_s));
+}
+
+/// What a command makes of FLAC files that a person goes on working with.
+class UpdateTest : public PlanTest
+{
+protected:
+    void SetUp() override
+    {
+        journal = folder.file(u"state/journal.db"_s);
+        for (const char *name : {"a", "b", "c"}) {
+            wav(QString::fromUtf8(name) + u".wav"_s);
+        }
+        ASSERT_EQ(encode({u"--beside-source"_s, u"."_s}).status, 0);
+        QDir().mkpath(music + u"/out"_s);
+        ASSERT_EQ(run(toWavPack).status, 0);
+    }
+    QByteArray output(const QString &name) const { return readFile(music + u"/out/"_s + name); }
+    void setTitle(const QString &title, const QString &file)
+    {
+        ASSERT_EQ(run({u"tags"_s, u"set"_s, u"--title"_s, title, file}).status, 0);
+    }
+    /// Another recording under the same name.
+    void replaceSource(const QString &name)
+    {
+        writeWav(music + u'/' + name + u".wav"_s, {.frames = 700, .seed = 9});
+        ASSERT_EQ(encode({u"--beside-source"_s, u"--overwrite"_s, name + u".wav"_s}).status, 0);
+    }
+
+    const QStringList toWavPack{u"encode"_s, u"--to"_s,   u"wv"_s,     u"-o"_s,
+                                u"out"_s,    u"a.flac"_s, u"b.flac"_s, u"c.flac"_s};
+};
+
+TEST_F(UpdateTest, DoesAgainWhatChangedAndNothingElse)
+{
+    const QStringList update = toWavPack + QStringList{u"--update"_s};
+    const QByteArray ofA = output(u"a.wv"_s);
+    const QByteArray ofC = output(u"c.wv"_s);
+    EXPECT_TRUE(run(update).err.contains("nothing to do"));
+    QThread::msleep(20); // the clock of the file system
+    setTitle(u"New"_s, u"b.flac"_s);
+    replaceSource(u"c"_s);
+    const Outcome dry = run(update + QStringList{u"--dry-run"_s});
+    EXPECT_EQ(dry.out.count("\nskip") + dry.out.startsWith("skip"), 1) << dry.out.constData();
+    EXPECT_EQ(dry.out.count("update "), 2) << dry.out.constData();
+    const Outcome done = run(update);
+    EXPECT_EQ(done.status, 0) << done.err.constData();
+    EXPECT_EQ(done.err.count("only its tags were copied anew"), 1) << done.err.constData();
+    EXPECT_TRUE(output(u"b.wv"_s).contains("New"));
+    EXPECT_EQ(output(u"a.wv"_s), ofA);
+    EXPECT_NE(output(u"c.wv"_s), ofC);
+    EXPECT_TRUE(run(update).err.contains("nothing to do"));
+    // A title that went is not left behind.
+    QThread::msleep(20);
+    ASSERT_EQ(run({u"tags"_s, u"set"_s, u"--title"_s, u""_s, u"--write-empty"_s, u"b.flac"_s}).status, 0);
+    EXPECT_EQ(run(update).status, 0);
+    EXPECT_FALSE(output(u"b.wv"_s).contains("New"));
+}
+
+TEST_F(UpdateTest, WithoutARecordTheAudioSaysWhatIsDone)
+{
+    journal.clear();
+    replaceSource(u"c"_s);
+    const QByteArray ofA = output(u"a.wv"_s);
+    const QByteArray ofC = output(u"c.wv"_s);
+    QFile::remove(music + u"/out/b.wv"_s);
+    const QStringList skip = toWavPack + QStringList{u"--skip-done"_s};
+    EXPECT_EQ(run(skip + QStringList{u"--dry-run"_s}).out.count("check "), 2);
+    const Outcome done = run(skip);
+    EXPECT_EQ(done.status, 1) << "c.wv holds something else";
+    EXPECT_TRUE(done.err.contains("It was left as it is")) << done.err.constData();
+    EXPECT_EQ(output(u"a.wv"_s), ofA);
+    EXPECT_EQ(output(u"c.wv"_s), ofC);
+    EXPECT_TRUE(QFile::exists(music + u"/out/b.wv"_s));
+}
+
+TEST_F(PlanTest, LearnsWhatFilesCostAndStopsBeforeADiskIsFull)
+{
+    QDir(music).mkpath(u"first"_s);
+    QDir(music).mkpath(u"next"_s);
+    for (int index = 0; index < 8; ++index) {
+        wav(u"first/%1.wav"_s.arg(index), 20'000);
+        wav(u"next/%1.wav"_s.arg(index), 30'000);
+    }
+    const QStringList into{u"-o"_s, u"other place"_s, u"--overwrite"_s};
+    ASSERT_EQ(encode(into + QStringList{u"first"_s}).status, 0);
+    const QJsonObject totals =
+        objects(encode(into + QStringList{u"--dry-run"_s, u"--json"_s, u"next"_s}).out).back();
+    EXPECT_GT(totals[u"seconds"].toDouble(), 0.0);
+    ASSERT_EQ(encode(into + QStringList{u"next"_s}).status, 0);
+    double made = 0;
+    for (const QString &name : QDir(music + u"/other place"_s).entryList({u"*.flac"_s}, QDir::Files)) {
+        made += static_cast<double>(QFileInfo(music + u"/other place/"_s + name).size());
+    }
+    EXPECT_NEAR(totals[u"bytes"].toDouble() / made, 1.0, 0.2);
+
+    inJournal("UPDATE receipt_files SET size = 1000000000000000 WHERE role = 'output'");
+    const Outcome refused = encode(into + QStringList{u"next"_s});
+    EXPECT_EQ(refused.status, 2);
+    EXPECT_TRUE(refused.err.contains("are missing")) << refused.err.constData();
+    EXPECT_EQ(encode(into + QStringList{u"--dry-run"_s, u"next"_s}).status, 1);
+    EXPECT_EQ(encode(into + QStringList{u"--ignore-space"_s, u"next"_s}).status, 0);
 }
 
 } // namespace kruv::test
