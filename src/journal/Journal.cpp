@@ -95,6 +95,11 @@ void Journal::setUndone(std::int64_t entry)
     add([=](JournalWriter &to, Time when) { to.setUndone(entry, when); });
 }
 
+void Journal::endUndoing(std::int64_t run)
+{
+    add([=](JournalWriter &to, Time) { to.endUndoing(run); });
+}
+
 bool Journal::isOn()
 {
     const std::lock_guard lock(m_lock);
@@ -122,6 +127,7 @@ void Journal::add(Change change)
         return;
     }
     m_changes.push_back({std::move(change), QDateTime::currentMSecsSinceEpoch()});
+    ++m_said;
     if (!m_thread.joinable()) {
         m_thread = std::thread([this] { work(); });
     }
@@ -133,13 +139,14 @@ void Journal::add(Change change)
 void Journal::waitUntilWritten()
 {
     std::unique_lock lock(m_lock);
-    if (!m_waits) {
+    const std::uint64_t mine = m_said;
+    const auto isThere = [this, mine] { return m_isOff || m_inFile >= mine; };
+    if (!m_waits || isThere()) {
         return;
     }
     m_urgent = true;
     m_wake.notify_one();
-    m_waits =
-        m_written.wait_for(lock, longestWait, [this] { return m_isOff || (m_changes.empty() && !m_busy); });
+    m_waits = m_written.wait_for(lock, longestWait, isThere) && m_waits;
 }
 
 void Journal::work()
@@ -153,12 +160,13 @@ void Journal::work()
         }
         m_wake.wait_for(lock, batchTime, isPressed);
         m_urgent = false;
-        m_busy = true;
+        const std::uint64_t said = m_said;
         const std::vector<Dated> changes = std::exchange(m_changes, {});
         lock.unlock();
         write(changes);
         lock.lock();
-        m_busy = false;
+        m_inFile = said;
+        m_waits = true; // it can be written to again
         m_written.notify_all();
         lock.unlock();
         prune(); // when the list is in the file that somebody waited for

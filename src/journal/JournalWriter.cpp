@@ -96,10 +96,12 @@ void JournalWriter::setRunning(Number entry, Time when)
 
 void JournalWriter::end(Number entry, const EntryEnd &end, Time when)
 {
-    const Place place = m_entries.at(entry);
+    Place &place = m_entries.at(entry);
     m_setState.with(QString::fromLatin1(JournalWords::of(end.state)), end.reason, when, place.entry).run();
     if (end.receipt) {
-        addReceipt(place, *end.receipt, when);
+        putReceipt(place, *end.receipt, when);
+    } else if (end.state == EntryEnd::State::Failed && place.receipt != 0) {
+        dropReceiptOfEdit(place);
     }
     if (end.state != EntryEnd::State::Failed || end.receipt) { // which can't be tried again
         m_entries.erase(entry);
@@ -108,19 +110,57 @@ void JournalWriter::end(Number entry, const EntryEnd &end, Time when)
 
 void JournalWriter::expect(Number entry, const Receipt &receipt, Time when)
 {
-    addReceipt(m_entries.at(entry), receipt, when);
+    putReceipt(m_entries.at(entry), receipt, when);
 }
 
-void JournalWriter::addReceipt(const Place &place, const Receipt &receipt, Time when)
+/// In place of the one that was expected.
+void JournalWriter::putReceipt(Place &place, const Receipt &receipt, Time when)
 {
-    m_addReceipt
-        .with(place.run, place.entry, when, receipt.seconds, receipt.proof, receipt.digest, receipt.decoder)
+    if (place.receipt == 0) {
+        m_addReceipt
+            .with(place.run, place.entry, when, receipt.seconds, receipt.proof, receipt.digest,
+                  receipt.decoder)
+            .run();
+        place.receipt = m_database->lastRow();
+    } else {
+        m_database
+            ->prepare("UPDATE receipts SET finished = ?, seconds = ?, proof = ?, digest = ?, decoder = ?"
+                      " WHERE id = ?")
+            .with(when, receipt.seconds, receipt.proof, receipt.digest, receipt.decoder, place.receipt)
+            .run();
+        m_database->prepare("DELETE FROM receipt_files WHERE receipt = ?").with(place.receipt).run();
+    }
+    addFiles(place.receipt, "source", receipt.sources);
+    addFiles(place.receipt, "output", receipt.outputs);
+    putWayBack(place.receipt, receipt.wayBack);
+}
+
+/// The file is as it was. A rename that failed is another matter: some files may have their new names.
+void JournalWriter::dropReceiptOfEdit(Place &place)
+{
+    m_database
+        ->prepare("DELETE FROM receipts WHERE id = ? AND EXISTS"
+                  " (SELECT 1 FROM ways_back WHERE receipt = receipts.id)")
+        .with(place.receipt)
         .run();
-    const std::int64_t row = m_database->lastRow();
-    addFiles(row, "source", receipt.sources);
-    addFiles(row, "output", receipt.outputs);
-    if (!receipt.wayBack.isEmpty()) {
-        addWayBack(row, receipt.wayBack);
+    m_bytesForUndo.reset();
+    place.receipt = 0;
+}
+
+/// What is there already is not written once more: pictures are large.
+void JournalWriter::putWayBack(std::int64_t receipt, const QByteArray &data)
+{
+    Statement there = m_database->prepare("SELECT data = ? FROM ways_back WHERE receipt = ?");
+    const bool isThere = there.with(data, receipt).step();
+    if (isThere && there.integer(0) != 0) {
+        return;
+    }
+    if (isThere) {
+        m_database->prepare("DELETE FROM ways_back WHERE receipt = ?").with(receipt).run();
+        m_bytesForUndo.reset();
+    }
+    if (!data.isEmpty()) {
+        addWayBack(receipt, data);
     }
 }
 
@@ -167,6 +207,11 @@ void JournalWriter::endRun(Number run, Time when)
 void JournalWriter::setUndone(std::int64_t entry, Time when)
 {
     m_setState.with(QString::fromLatin1(JournalWords::undone), QString(), when, entry).run();
+}
+
+void JournalWriter::endUndoing(std::int64_t run)
+{
+    m_database->prepare("UPDATE runs SET undoing = '' WHERE id = ?").with(run).run();
 }
 
 void JournalWriter::prune(Time now)

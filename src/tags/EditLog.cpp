@@ -16,7 +16,8 @@ thread_local EditLog *currentLog = nullptr;
 
 } // namespace
 
-EditLog::EditLog()
+EditLog::EditLog(Listener listener)
+    : m_listener(std::move(listener))
 {
     currentLog = this;
 }
@@ -29,6 +30,13 @@ EditLog::~EditLog()
 EditLog *EditLog::current()
 {
     return currentLog;
+}
+
+void EditLog::foretell(const FileEdit &back) const
+{
+    if (m_listener && m_isComplete && m_size + back.size() <= mostKept) {
+        m_listener(packedWith(&back), back.sizeBefore());
+    }
 }
 
 void EditLog::add(std::optional<FileEdit> back)
@@ -44,10 +52,15 @@ void EditLog::add(std::optional<FileEdit> back)
 
 QByteArray EditLog::packed() const
 {
-    if (m_edits.empty()) {
-        return {};
-    }
+    return m_edits.empty() ? QByteArray() : packedWith(nullptr);
+}
+
+QByteArray EditLog::packedWith(const FileEdit *next) const
+{
     std::vector<FileEdit> lastFirst = m_edits;
+    if (next) {
+        lastFirst.push_back(*next);
+    }
     std::ranges::reverse(lastFirst);
     return FileEdit::pack(lastFirst);
 }

@@ -102,7 +102,7 @@ Q_SIGNALS:
     /// Before the first of them starts. `after` is the job whose end brought them; null for a command's own.
     void tasksAdded(std::span<const std::shared_ptr<kruv::KruvTask>> tasks, const kruv::KruvTask *after);
     /// A failed job gets another chance. Before it starts.
-    void triedAgain(const kruv::KruvTask &task, const kruv::KruvTask &failed);
+    void triedAgain(kruv::KruvTask &task, const kruv::KruvTask &failed);
     void taskStarted(kruv::KruvTask &task);
     void taskChanged(kruv::KruvTask &task);
     /// Sent once per job, when it leaves the queue.

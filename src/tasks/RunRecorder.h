@@ -61,7 +61,8 @@ private:
     };
 
     void added(std::span<const std::shared_ptr<KruvTask>> tasks, const KruvTask *after);
-    void triedAgain(const KruvTask &task, const KruvTask &failed);
+    void triedAgain(KruvTask &task, const KruvTask &failed);
+    void follow(KruvTask &task, const Job &job);
     void pausedChanged(bool paused);
     void started(const KruvTask &task);
     void ended(const KruvTask &task);
