@@ -119,7 +119,9 @@ void History::forEachRunWith(Jobs jobs, const RunVisitor &visit) const
         " AND NOT EXISTS (SELECT 1 FROM entries WHERE run = r.id AND state = 'undone')"
         " AND (r.ended IS NULL OR EXISTS (SELECT 1 FROM entries"
         " WHERE run = r.id AND state NOT IN ('complete', 'removed'";
-    visitRuns(jobs == Jobs::Undoable          ? undoable
+    visitRuns(jobs == Jobs::Undoable ? undoable
+              : jobs == Jobs::Left   ? notDone + "))) AND (r.ended IS NULL OR EXISTS (SELECT 1 FROM entries"
+                                                 " WHERE run = r.id AND state IN ('waiting', 'running')))"
               : jobs == Jobs::NotDoneOrFailed ? notDone + ")))"
                                               : notDone + ", 'error')))",
               visit);

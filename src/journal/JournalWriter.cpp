@@ -41,9 +41,12 @@ JournalWriter::JournalWriter(std::unique_ptr<Database> database)
     , m_addReceipt(
           m_database->prepare("INSERT INTO receipts (run, entry, finished, seconds, proof, digest, decoder)"
                               " VALUES (?, ?, ?, ?, ?, ?, ?)"))
+    , m_finishReceipt(m_database->prepare("UPDATE receipts SET finished = ?, seconds = ? WHERE id = ?"))
     , m_addFile(m_database->prepare(
           "INSERT INTO receipt_files (receipt, role, path, size, seconds, nanoseconds, fate)"
           " VALUES (?, ?, ?, ?, ?, ?, ?)"))
+    , m_finishFile(m_database->prepare("UPDATE receipt_files SET size = ?, seconds = ?, nanoseconds = ?"
+                                       " WHERE receipt = ? AND role = 'output' AND path = ?"))
     , m_addWayBack(m_database->prepare("INSERT INTO ways_back (receipt, data) VALUES (?, ?)"))
 {
 }
@@ -98,10 +101,12 @@ void JournalWriter::end(Number entry, const EntryEnd &end, Time when)
 {
     Place &place = m_entries.at(entry);
     m_setState.with(QString::fromLatin1(JournalWords::of(end.state)), end.reason, when, place.entry).run();
-    if (end.receipt) {
+    if (end.receipt && place.receipt != 0 && end.receipt->wayBack == place.wayBack) {
+        finishReceipt(place, *end.receipt, when);
+    } else if (end.receipt) {
         putReceipt(place, *end.receipt, when);
-    } else if (end.state == EntryEnd::State::Failed && place.receipt != 0) {
-        dropReceiptOfEdit(place);
+    } else if (end.state == EntryEnd::State::Failed && !place.wayBack.isEmpty()) {
+        dropReceipt(place); // the file is as it was; files of a rename that failed may have new names
     }
     if (end.state != EntryEnd::State::Failed || end.receipt) { // which can't be tried again
         m_entries.erase(entry);
@@ -113,55 +118,41 @@ void JournalWriter::expect(Number entry, const Receipt &receipt, Time when)
     putReceipt(m_entries.at(entry), receipt, when);
 }
 
-/// In place of the one that was expected.
+/// In place of one that was expected.
 void JournalWriter::putReceipt(Place &place, const Receipt &receipt, Time when)
 {
-    if (place.receipt == 0) {
-        m_addReceipt
-            .with(place.run, place.entry, when, receipt.seconds, receipt.proof, receipt.digest,
-                  receipt.decoder)
-            .run();
-        place.receipt = m_database->lastRow();
-    } else {
-        m_database
-            ->prepare("UPDATE receipts SET finished = ?, seconds = ?, proof = ?, digest = ?, decoder = ?"
-                      " WHERE id = ?")
-            .with(when, receipt.seconds, receipt.proof, receipt.digest, receipt.decoder, place.receipt)
-            .run();
-        m_database->prepare("DELETE FROM receipt_files WHERE receipt = ?").with(place.receipt).run();
+    if (place.receipt != 0) {
+        dropReceipt(place);
     }
+    m_addReceipt
+        .with(place.run, place.entry, when, receipt.seconds, receipt.proof, receipt.digest, receipt.decoder)
+        .run();
+    place.receipt = m_database->lastRow();
+    place.wayBack = receipt.wayBack;
     addFiles(place.receipt, "source", receipt.sources);
     addFiles(place.receipt, "output", receipt.outputs);
-    putWayBack(place.receipt, receipt.wayBack);
+    if (!receipt.wayBack.isEmpty()) {
+        addWayBack(place.receipt, receipt.wayBack);
+    }
 }
 
-/// The file is as it was. A rename that failed is another matter: some files may have their new names.
-void JournalWriter::dropReceiptOfEdit(Place &place)
+/// All came as expected: how long it took and the files' dates are new.
+void JournalWriter::finishReceipt(const Place &place, const Receipt &receipt, Time when)
 {
-    m_database
-        ->prepare("DELETE FROM receipts WHERE id = ? AND EXISTS"
-                  " (SELECT 1 FROM ways_back WHERE receipt = receipts.id)")
-        .with(place.receipt)
-        .run();
+    m_finishReceipt.with(when, receipt.seconds, place.receipt).run();
+    for (const Receipt::File &file : receipt.outputs) {
+        m_finishFile
+            .with(file.stamp.size, file.stamp.seconds, file.stamp.nanoseconds, place.receipt, file.path)
+            .run();
+    }
+}
+
+void JournalWriter::dropReceipt(Place &place)
+{
+    m_database->prepare("DELETE FROM receipts WHERE id = ?").with(place.receipt).run();
     m_bytesForUndo.reset();
     place.receipt = 0;
-}
-
-/// What is there already is not written once more: pictures are large.
-void JournalWriter::putWayBack(std::int64_t receipt, const QByteArray &data)
-{
-    Statement there = m_database->prepare("SELECT data = ? FROM ways_back WHERE receipt = ?");
-    const bool isThere = there.with(data, receipt).step();
-    if (isThere && there.integer(0) != 0) {
-        return;
-    }
-    if (isThere) {
-        m_database->prepare("DELETE FROM ways_back WHERE receipt = ?").with(receipt).run();
-        m_bytesForUndo.reset();
-    }
-    if (!data.isEmpty()) {
-        addWayBack(receipt, data);
-    }
+    place.wayBack.clear();
 }
 
 void JournalWriter::addWayBack(std::int64_t receipt, const QByteArray &data)

@@ -55,10 +55,11 @@ private:
         std::int64_t run = 0;
         std::int64_t entry = 0;
         std::int64_t receipt = 0; // where one is in the file before the end
+        QByteArray wayBack = {};  // with it
     };
     void putReceipt(Place &place, const Receipt &receipt, Time when);
-    void dropReceiptOfEdit(Place &place);
-    void putWayBack(std::int64_t receipt, const QByteArray &data);
+    void finishReceipt(const Place &place, const Receipt &receipt, Time when);
+    void dropReceipt(Place &place);
     void addWayBack(std::int64_t receipt, const QByteArray &data);
     void addFiles(std::int64_t receipt, const char *role, const std::vector<Receipt::File> &files);
 
@@ -69,7 +70,9 @@ private:
     Statement m_addEntry;
     Statement m_setState;
     Statement m_addReceipt;
+    Statement m_finishReceipt;
     Statement m_addFile;
+    Statement m_finishFile;
     Statement m_addWayBack;
     std::optional<std::int64_t> m_bytesForUndo; // in the file, where they were counted
     std::unordered_map<Number, std::int64_t> m_runs;

@@ -32,10 +32,12 @@ EditLog *EditLog::current()
     return currentLog;
 }
 
-void EditLog::foretell(const FileEdit &back) const
+void EditLog::foretell(const FileEdit &back)
 {
     if (m_listener && m_isComplete && m_size + back.size() <= mostKept) {
-        m_listener(packedWith(&back), back.sizeBefore());
+        m_foretold = packedWith(&back);
+        m_editsForetold = m_edits.size() + 1;
+        m_listener(m_foretold, back.sizeBefore());
     }
 }
 
@@ -52,7 +54,10 @@ void EditLog::add(std::optional<FileEdit> back)
 
 QByteArray EditLog::packed() const
 {
-    return m_edits.empty() ? QByteArray() : packedWith(nullptr);
+    if (m_edits.empty()) {
+        return {};
+    }
+    return m_edits.size() == m_editsForetold ? m_foretold : packedWith(nullptr);
 }
 
 QByteArray EditLog::packedWith(const FileEdit *next) const

@@ -7,6 +7,7 @@
 
 #include <QByteArray>
 
+#include <cstddef>
 #include <functional>
 #include <optional>
 #include <vector>
@@ -31,7 +32,7 @@ public:
     static EditLog *current();
 
     /// `back` will take back what is about to be written.
-    void foretell(const FileEdit &back) const;
+    void foretell(const FileEdit &back);
     /// `back` takes back what was written just now; nothing where that is not known.
     void add(std::optional<FileEdit> back);
     /// All of it, for FileEdit::unpack(), what was written last first; empty where nothing was written, and
@@ -45,6 +46,8 @@ private:
     std::vector<FileEdit> m_edits; // in the order of writing
     qint64 m_size = 0;
     bool m_isComplete = true;
+    QByteArray m_foretold; // packed
+    std::size_t m_editsForetold = 0;
 };
 
 } // namespace kruv

@@ -84,6 +84,8 @@ public:
     using Move = QueuedJobs::Move;
     /// Changes the order in which waiting jobs begin. Does nothing to a job that does not wait.
     void move(const KruvTask &task, Move where);
+    /// These before all others, in their order; those that don't wait stay.
+    void moveFirst(const std::vector<std::shared_ptr<KruvTask>> &tasks);
     /// The job whose place it would take; null where it can't be moved so.
     const KruvTask *placeFor(const KruvTask &task, Move where) const
     {

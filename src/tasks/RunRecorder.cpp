@@ -219,15 +219,12 @@ void RunRecorder::ended(const KruvTask &task)
     if (task.canBeTriedAgain()) {
         m_failed[&task] = job;
     }
-    m_journal.end(job.entry, endOf(task, job.clock.seconds()));
-    if (m_breaksOff && task.state().whatWasDone() == TaskState::Outcome::Cancelled) {
-        m_brokenOff.insert(job.run);
+    if (!m_breaksOff || task.state().whatWasDone() != TaskState::Outcome::Cancelled) {
+        m_journal.end(job.entry, endOf(task, job.clock.seconds()));
     }
     if (--m_unfinished[job.run] == 0) {
         m_unfinished.erase(job.run);
-        if (!m_brokenOff.contains(job.run)) {
-            m_journal.endRun(job.run);
-        }
+        m_journal.endRun(job.run);
     }
     m_endedLast = &task;
     m_runOfEndedLast = job.run;

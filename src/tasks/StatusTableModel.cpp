@@ -68,13 +68,13 @@ void StatusTableModel::removeRowsWithError(bool error)
     beginResetModel();
     std::erase_if(m_rows, [error](const std::shared_ptr<KruvTask> &task) { return task->error() == error; });
     m_rowOfTask.clear();
-    countRows(0);
+    countRows(0, rowCount());
     endResetModel();
 }
 
-void StatusTableModel::countRows(int from)
+void StatusTableModel::countRows(int from, int end)
 {
-    for (int row = from; row < rowCount(); ++row) {
+    for (int row = from; row < end; ++row) {
         m_rowOfTask[&task(row)] = row;
     }
 }
@@ -90,8 +90,32 @@ void StatusTableModel::move(int from, int to)
     } else {
         std::rotate(first + to, first + from, first + from + 1);
     }
-    countRows(std::min(from, to));
+    countRows(std::min(from, to), std::max(from, to) + 1);
     endMoveRows();
+}
+
+void StatusTableModel::arrange(const std::vector<std::shared_ptr<KruvTask>> &tasks)
+{
+    std::vector<int> rows;
+    for (const std::shared_ptr<KruvTask> &task : tasks) {
+        rows.push_back(rowOf(*task));
+    }
+    const std::vector<int> from = rows;
+    std::ranges::sort(rows);
+    if (from == rows) {
+        return;
+    }
+    Q_EMIT layoutAboutToBeChanged();
+    QModelIndexList before;
+    QModelIndexList after;
+    for (std::size_t index = 0; index < rows.size(); ++index) {
+        m_rows[static_cast<std::size_t>(rows[index])] = tasks[index];
+        m_rowOfTask[tasks[index].get()] = rows[index];
+        before.append(this->index(from[index]));
+        after.append(this->index(rows[index]));
+    }
+    changePersistentIndexList(before, after);
+    Q_EMIT layoutChanged();
 }
 
 void StatusTableModel::remove(const KruvTask &task)
@@ -100,7 +124,7 @@ void StatusTableModel::remove(const KruvTask &task)
         beginRemoveRows({}, row, row);
         m_rowOfTask.erase(&task);
         m_rows.erase(m_rows.begin() + row);
-        countRows(row);
+        countRows(row, rowCount());
         endRemoveRows();
     }
 }
