@@ -6,6 +6,7 @@
 #include "journal/DatabaseError.h"
 #include "journal/JournalFile.h"
 #include "journal/Transaction.h"
+#include "platform/MainThread.h"
 
 #include <QDateTime>
 
@@ -22,7 +23,8 @@ constexpr auto batchTime = 500ms;
 // Between batches that somebody waits for: others come along meanwhile, and one transaction does for all.
 constexpr auto apart = 8ms;
 // For a list to be in the file before its first job starts. Twenty thousand entries need a fraction of it.
-constexpr auto longestWait = 1s;
+// A person sees the main thread wait.
+constexpr std::chrono::milliseconds longestWait = 1s;
 // While another process keeps the file busy; at the end a person waits for the program.
 constexpr auto patience = 10s;
 constexpr auto patienceAtTheEnd = 2s;
@@ -148,7 +150,8 @@ void Journal::waitUntilWritten()
     }
     m_urgent = true;
     m_wake.notify_one();
-    m_waits = m_written.wait_for(lock, longestWait, isThere) && m_waits;
+    const auto limit = MainThread::isCurrent() ? longestWait : std::chrono::milliseconds(patience);
+    m_waits = m_written.wait_for(lock, limit, isThere) && m_waits;
 }
 
 void Journal::work()
