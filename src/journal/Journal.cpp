@@ -20,8 +20,6 @@ namespace kruv {
 namespace {
 
 constexpr auto batchTime = 500ms;
-// Between batches that somebody waits for: others come along meanwhile, and one transaction does for all.
-constexpr auto apart = 8ms;
 // For a list to be in the file before its first job starts. Twenty thousand entries need a fraction of it.
 // A person sees the main thread wait.
 constexpr std::chrono::milliseconds longestWait = 1s;
@@ -158,15 +156,12 @@ void Journal::work()
 {
     std::unique_lock lock(m_lock);
     const auto isPressed = [this] { return m_urgent || m_closing; };
-    std::chrono::steady_clock::time_point last;
     for (;;) {
         m_wake.wait(lock, [this] { return m_closing || !m_changes.empty(); });
         if (m_changes.empty()) {
             break;
         }
         m_wake.wait_for(lock, batchTime, isPressed);
-        m_wake.wait_until(lock, last + apart, [this] { return m_closing; });
-        last = std::chrono::steady_clock::now();
         m_urgent = false;
         const std::uint64_t said = m_said;
         const std::vector<Dated> changes = std::exchange(m_changes, {});

@@ -7,17 +7,11 @@
 #include "formats/TagFormats.h"
 #include "platform/MainThread.h"
 #include "tags/EditLog.h"
-#include "tasks/TaskCompletionSink.h"
 
 #include <QFileInfo>
 #include <QHash>
 
-#include <algorithm>
-#include <cstddef>
 #include <exception>
-#include <optional>
-#include <semaphore>
-#include <thread>
 #include <utility>
 
 namespace kruv {
@@ -30,25 +24,6 @@ QHash<QString, std::shared_ptr<std::atomic<bool>>> &lastWriters()
     static QHash<QString, std::shared_ptr<std::atomic<bool>>> writers;
     return writers;
 }
-
-/// While one lives, its job writes. Any number of jobs may wait for the journal, but only a few write at
-/// once.
-class PlaceToWrite
-{
-public:
-    PlaceToWrite() { places().acquire(); }
-    ~PlaceToWrite() { places().release(); }
-    PlaceToWrite(const PlaceToWrite &) = delete;
-    PlaceToWrite &operator=(const PlaceToWrite &) = delete;
-
-private:
-    static std::counting_semaphore<> &places()
-    {
-        static std::counting_semaphore<> all(
-            std::max<std::ptrdiff_t>(1, std::thread::hardware_concurrency()));
-        return all;
-    }
-};
 
 /// Why a file may have been refused.
 QString refusal(const QString &path)
@@ -111,19 +86,11 @@ void WriteTagsTask::doStartTask()
 void WriteTagsTask::write()
 {
     const auto before = FileStamp::of(m_fileName);
-    std::optional<PlaceToWrite> place;
     const EditLog log([&](const QByteArray &wayBack, qint64 size) {
-        if (!before) {
-            return;
-        }
-        if (!place && queue()) {
-            queue()->taskOnlyWaits(*this);
-        }
-        foretell({.sources = {{m_fileName, *before}},
-                  .outputs = {{m_fileName, {.size = size}}},
-                  .wayBack = wayBack});
-        if (!place) {
-            place.emplace();
+        if (before) {
+            foretell({.sources = {{m_fileName, *before}},
+                      .outputs = {{m_fileName, {.size = size}}},
+                      .wayBack = wayBack});
         }
     });
     const auto record = tags();
