@@ -19,6 +19,7 @@ if(KRUV_GUI)
   endforeach()
   install(FILES ${CMAKE_CURRENT_BINARY_DIR}/org.kruv.Kruv.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
   install(FILES ${CMAKE_CURRENT_BINARY_DIR}/org.kruv.Kruv.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
+  install(FILES ${dist}/org.kruv.Kruv.service DESTINATION ${CMAKE_INSTALL_DATADIR}/dbus-1/services)
   install(FILES ${dist}/org.kruv.Kruv.mime.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/mime/packages
           RENAME org.kruv.Kruv.xml)
   set(icons ${CMAKE_INSTALL_DATADIR}/icons/hicolor)

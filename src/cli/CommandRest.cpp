@@ -8,6 +8,8 @@
 #include "journal/JournalFile.h"
 #include "tabs/ConversionOrder.h"
 #include "tasks/RunRecorder.h"
+#include "util/UndoMeans.h"
+#include "util/UndoTask.h"
 
 #include <QFile>
 
@@ -81,6 +83,16 @@ QStringList filesOf(const HistoryRun &run)
     });
     files.removeDuplicates();
     return files;
+}
+
+void takeBackHalves(const HistoryRun &run)
+{
+    UndoMeans means(JournalFile::usualPath());
+    History(JournalFile::usualPath()).forEachEntryOf(run.id, [&means](const HistoryEntry &entry) {
+        if (entry.isLeft()) {
+            UndoTask::takeBackHalves(entry, means);
+        }
+    });
 }
 
 std::optional<QStringList> withPaths(CLI::App &root, const QStringList &arguments, const QStringList &paths)

@@ -21,6 +21,9 @@ bool isByFile(const HistoryRun &run);
 /// Files with which the run was not done.
 QStringList filesOf(const HistoryRun &run);
 
+/// Gives those of them their old bytes back which the kill found half changed: the command reads them again.
+void takeBackHalves(const HistoryRun &run);
+
 /// The arguments of a command with other paths in place of those that were given; nothing where it is not
 /// plain which these are. `root` is the program, whose options are parsed anew.
 std::optional<QStringList> withPaths(CLI::App &root, const QStringList &arguments, const QStringList &paths);

@@ -20,9 +20,13 @@ public:
     {
         int complete = 0;
         int failed = 0;
-        int cancelled = 0;
+        int cancelled = 0; // that had begun
+        int notBegun = 0;  // and won't
         int all = 0;
         double seconds = 0.0;
+
+        int done() const { return complete + failed; }
+        int ended() const { return done() + cancelled + notBegun; }
     };
 
     virtual ~JobReporter() = default;

@@ -113,7 +113,8 @@ void JsonReporter::summary(const Totals &totals)
     writeLine({{QStringLiteral("event"), QStringLiteral("summary")},
                {QStringLiteral("complete"), totals.complete},
                {QStringLiteral("error"), totals.failed},
-               {QStringLiteral("canceled"), totals.cancelled},
+               {QStringLiteral("canceled"), totals.cancelled + totals.notBegun},
+               {QStringLiteral("notBegun"), totals.notBegun},
                {QStringLiteral("seconds"), totals.seconds}});
 }
 

@@ -8,6 +8,7 @@
 #include "cli/Console.h"
 #include "cli/ExitStatus.h"
 #include "platform/SignalWatcher.h"
+#include "tasks/KruvAsyncNSTask.h"
 #include "tasks/KruvTask.h"
 #include "tasks/KruvTaskQueue.h"
 #include "tasks/RunRecorder.h"
@@ -77,7 +78,7 @@ void QueueRun::waitForJobs()
 
 void QueueRun::tellTotals()
 {
-    m_totals.all = m_totals.complete + m_totals.failed + m_totals.cancelled + m_queue.taskCount();
+    m_totals.all = m_totals.ended() + m_queue.taskCount();
     m_reporter->expects(m_totals);
 }
 
@@ -95,7 +96,7 @@ int QueueRun::finish()
 
 void QueueRun::sayHowToGoOn(const RunRecorder &recorder) const
 {
-    if (m_totals.cancelled > 0 && recorder.canBeResumed()) {
+    if (m_totals.cancelled + m_totals.notBegun > 0 && recorder.canBeResumed()) {
         m_reporter->message(tr("To go on where this stopped: kruv resume"));
     }
 }
@@ -116,7 +117,7 @@ void QueueRun::taskChanged(KruvTask &task)
 
 void QueueRun::taskEnded(KruvTask &task)
 {
-    m_runningTasks.removeOne(&task);
+    const bool hadBegun = m_runningTasks.removeOne(&task);
     switch (JobReporter::endOf(task)) {
     case TaskState::Outcome::Complete:
         ++m_totals.complete;
@@ -125,10 +126,10 @@ void QueueRun::taskEnded(KruvTask &task)
         ++m_totals.failed;
         break;
     case TaskState::Outcome::Cancelled:
-        ++m_totals.cancelled;
+        ++(hadBegun ? m_totals.cancelled : m_totals.notBegun);
         break;
     }
-    m_totals.all = std::max(m_totals.all, m_totals.complete + m_totals.failed + m_totals.cancelled);
+    m_totals.all = std::max(m_totals.all, m_totals.ended());
     m_reporter->ended(task, m_totals);
 }
 
@@ -138,9 +139,7 @@ void QueueRun::interrupt()
     case 1:
         m_queue.killAllTasks();
         if (m_queue.taskCount() > 0) {
-            m_reporter->message(
-                tr("Canceled. Waiting for %n running job(s) to finish; press Ctrl-C again to end them now.",
-                   nullptr, m_queue.taskCount()));
+            sayWhatIsWaitedFor();
         }
         return;
     case 2:
@@ -148,6 +147,17 @@ void QueueRun::interrupt()
     default:
         std::_Exit(Cancelled); // their tools go with this process
     }
+}
+
+void QueueRun::sayWhatIsWaitedFor()
+{
+    const auto finishing = std::ranges::count_if(
+        m_runningTasks, [](const KruvTask *task) { return dynamic_cast<const KruvAsyncNSTask *>(task); });
+    m_reporter->message(
+        finishing > 0
+            ? tr("Canceled. Waiting for %n running job(s) to finish; press Ctrl-C again to end them now.",
+                 nullptr, static_cast<int>(finishing))
+            : tr("Canceled. What runs is given up."));
 }
 
 void QueueRun::endAtOnce()

@@ -71,6 +71,7 @@ private:
     void timeIsOver();
     void stopProcess();
     void tellStatus();
+    void sayWhatIsWaitedFor();
     void sayWhatMayBeIncomplete();
 
     KruvTaskQueue &m_queue;

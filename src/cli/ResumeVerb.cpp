@@ -105,6 +105,7 @@ int ResumeVerb::giveAgain(const HistoryRun &run)
                               .arg(run.id)
                               .arg(run.all));
     }
+    CommandRest::takeBackHalves(run);
     Resumption::forget(run);
     CommandRest::become(*arguments, run.folder);
 }

@@ -79,10 +79,9 @@ QString JobReporter::statusLine(const Totals &totals, const QList<const KruvTask
                                          : TextReporter::tr("%1 (%2%)")
                                                .arg(name, QString::number(static_cast<int>(progress.value))));
     }
-    const int done = totals.complete + totals.failed + totals.cancelled;
-    const auto waiting = static_cast<int>(totals.all - done - running.size());
+    const auto waiting = static_cast<int>(totals.all - totals.ended() - running.size());
     const QString counts = TextReporter::tr("%1 of %2 done, %3 of them failed, %4 waiting")
-                               .arg(QString::number(done), QString::number(totals.all),
+                               .arg(QString::number(totals.done()), QString::number(totals.all),
                                     QString::number(totals.failed), QString::number(std::max(0, waiting)));
     return names.isEmpty()
                ? counts
@@ -120,7 +119,7 @@ void TextReporter::progressed(const KruvTask &task)
 
 void TextReporter::ended(const KruvTask &task, const Totals &totals)
 {
-    m_running.remove(&task);
+    const bool hadBegun = m_running.remove(&task) > 0;
     m_order.removeOne(&task);
     m_totals = totals;
     if (task.error()) {
@@ -128,15 +127,16 @@ void TextReporter::ended(const KruvTask &task, const Totals &totals)
         printFailure(task);
     } else if (!m_style.quiet && !m_style.rows) {
         const QString what = task.outputPath().isEmpty() ? nameOf(task) : task.outputPath();
-        Console::writeError(QStringLiteral("%1 %2\n").arg(wordsFor(task), Console::printable(what)) +
-                            indented(task.remarks().join(u'\n')));
+        Console::writeError(
+            QStringLiteral("%1 %2\n").arg(wordsFor(task, hadBegun), Console::printable(what)) +
+            indented(task.remarks().join(u'\n')));
     }
 }
 
-QString TextReporter::wordsFor(const KruvTask &task)
+QString TextReporter::wordsFor(const KruvTask &task, bool hadBegun)
 {
     if (endOf(task) == TaskState::Outcome::Cancelled) {
-        return tr("canceled");
+        return hadBegun ? tr("canceled") : tr("not begun");
     }
     const ProofNote proof = task.proof();
     const QString words = proof.words.isEmpty() ? QString() : QStringLiteral(" (%1)").arg(proof.words);
@@ -175,6 +175,9 @@ void TextReporter::summary(const Totals &totals)
     }
     if (totals.cancelled > 0) {
         parts << tr("%n canceled", nullptr, totals.cancelled);
+    }
+    if (totals.notBegun > 0) {
+        parts << tr("%n not begun", nullptr, totals.notBegun);
     }
     const QString seconds = QString::number(totals.seconds, 'f', 1);
     Console::writeError(tr("%1 in %2 s").arg(parts.join(QStringLiteral(", ")), seconds) + u'\n');
@@ -222,7 +225,8 @@ QString TextReporter::rowText(const Row &row, int width) const
 
 QString TextReporter::totalRow() const
 {
-    const int done = m_totals.complete + m_totals.failed + m_totals.cancelled;
+    const int done = m_totals.done();
+    const int wanted = m_totals.all - m_totals.cancelled - m_totals.notBegun;
     double partly = 0.0;
     for (const Row &row : m_running) {
         partly += std::clamp(row.percent, 0.0, 100.0) / 100.0;
@@ -232,7 +236,7 @@ QString TextReporter::totalRow() const
     if (finished > 0.5 && m_totals.all > 0) {
         return tr("%1 of %2, %3 left")
             .arg(QString::number(done), QString::number(m_totals.all),
-                 duration(m_clock.seconds() / finished * (m_totals.all - finished)));
+                 duration(m_clock.seconds() / finished * (wanted - finished)));
     }
     return text;
 }

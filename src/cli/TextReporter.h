@@ -53,7 +53,7 @@ private:
     QString rowText(const Row &row, int width) const;
     QString colored(const QString &text, const char *code) const;
     /// What became of a job that did not fail.
-    static QString wordsFor(const KruvTask &task);
+    static QString wordsFor(const KruvTask &task, bool hadBegun);
     void printFailure(const KruvTask &task);
 
     const Style m_style;

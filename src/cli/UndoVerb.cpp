@@ -82,6 +82,9 @@ int UndoVerb::undo(const HistoryRun &run) const
     KruvController &controller = session.controller();
     controller.runRecorder().recordAs(Undoing::command, QCoreApplication::arguments().mid(1));
     Undoing undoing(run);
+    if (undoing.jobs() > 0 && !undoing.take()) {
+        throw UsageError(tr("run %1 is being undone by another process, or was undone just now").arg(run.id));
+    }
     for (const QString &sentence : undoing.whatStays()) {
         session.userInterface().remark(sentence);
     }

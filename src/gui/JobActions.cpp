@@ -42,6 +42,7 @@ JobActions::JobActions(KruvTaskQueue &queue)
     connect(&queue, &KruvTaskQueue::becameIdle, this, soon);
     connect(&queue.panelArray(), &QAbstractItemModel::rowsInserted, this, soon);
     connect(&queue.panelArray(), &QAbstractItemModel::rowsMoved, this, soon);
+    connect(&queue.panelArray(), &QAbstractItemModel::layoutChanged, this, soon);
     connect(&queue.panelArray(), &QAbstractItemModel::modelReset, this, soon);
     update();
 }
@@ -51,13 +52,13 @@ void JobActions::addMoves()
     using Move = KruvTaskQueue::Move;
     const auto move = [this](Move where) {
         Selected jobs = selected();
-        if (where != Move::Up) {
+        if (where == Move::Down) {
             std::ranges::reverse(jobs); // so that they keep their order among themselves
         }
         QSet<const KruvTask *> staying; // none of the others passes one of them
         for (const auto &job : jobs) {
             const KruvTask *const place = m_queue.placeFor(*job, where);
-            if (where != Move::First && (!place || staying.contains(place))) {
+            if (!place || staying.contains(place)) {
                 staying.insert(job.get());
             } else {
                 m_queue.move(*job, where);
@@ -65,7 +66,10 @@ void JobActions::addMoves()
         }
         m_view->scrollTo(m_view->currentIndex());
     };
-    m_first = add(tr("Move &First"), Qt::ALT | Qt::Key_Home, "moveFirst", [move] { move(Move::First); });
+    m_first = add(tr("Move &First"), Qt::ALT | Qt::Key_Home, "moveFirst", [this] {
+        m_queue.moveFirst(selected());
+        m_view->scrollTo(m_view->currentIndex());
+    });
     m_up = add(tr("Move &Up"), Qt::ALT | Qt::Key_Up, "moveUp", [move] { move(Move::Up); });
     m_down = add(tr("Move &Down"), Qt::ALT | Qt::Key_Down, "moveDown", [move] { move(Move::Down); });
     m_remove = add(tr("&Remove from the Queue"), Qt::CTRL | Qt::Key_Delete, "removeFromQueue", [this] {

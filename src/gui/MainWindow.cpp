@@ -193,13 +193,13 @@ void MainWindow::closeEvent(QCloseEvent *event)
         quitWithoutAsking();
         return;
     }
-    bool close = false;
-    {
-        const QScopedValueRollback asking(m_asking, true);
-        close = m_controller.windowShouldClose();
+    if (m_controller.taskQueue().taskCount() > 0) {
+        quit(); // which asks
+        return;
     }
-    if (close) {
-        quit();
+    const QScopedValueRollback asking(m_asking, true);
+    if (m_controller.windowShouldClose()) {
+        endApplication();
     }
 }
 
@@ -224,7 +224,6 @@ void MainWindow::quitWithoutAsking()
         Q_EMIT readyToEnd();
         return;
     }
-    m_controller.runRecorder().breakOff();
     endApplication();
     m_controller.taskQueue().cancelAllTasks();
 }
@@ -262,6 +261,7 @@ void MainWindow::endApplication()
     Q_EMIT leaving();
     storeState();
     m_userInterface.leave();
+    m_controller.runRecorder().breakOff();
     m_controller.applicationWillTerminate();
     if (m_controller.taskQueue().taskCount() > 0) {
         waitForJobs();

@@ -75,6 +75,12 @@ void UndoAction::begin(const HistoryRun &run)
         delete undoing;
         return;
     }
+    if (!undoing->take()) {
+        delete undoing;
+        m_userInterface.alert(tr("Run %1 is being undone already, or was undone just now.").arg(run.id),
+                              QString(), tr("OK"));
+        return;
+    }
     connect(undoing, &Undoing::finished, this, [this, undoing](qsizetype done, const QStringList &problems) {
         if (!problems.isEmpty()) {
             m_userInterface.openResultsWindow(

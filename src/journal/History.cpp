@@ -18,7 +18,7 @@ namespace {
 
 constexpr const char *runColumns =
     "SELECT r.id, r.started, r.ended, r.command, r.arguments, r.folder, r.process, r.version, r.plan, "
-    "count(e.id),"
+    "r.undoing, count(e.id),"
     " coalesce(sum(e.state = 'complete'), 0), coalesce(sum(e.state = 'error'), 0),"
     " coalesce(sum(e.state = 'canceled'), 0), coalesce(sum(e.state = 'undone'), 0)"
     " FROM runs r LEFT JOIN entries e ON e.run = r.id";
@@ -45,11 +45,12 @@ HistoryRun runOf(const Statement &row)
                    .process = row.text(6),
                    .version = row.text(7),
                    .plan = row.text(8),
-                   .all = row.integer(9),
-                   .done = row.integer(10),
-                   .failed = row.integer(11),
-                   .cancelled = row.integer(12),
-                   .undone = row.integer(13)};
+                   .undoing = row.text(9),
+                   .all = row.integer(10),
+                   .done = row.integer(11),
+                   .failed = row.integer(12),
+                   .cancelled = row.integer(13),
+                   .undone = row.integer(14)};
     if (!row.isNull(2)) {
         run.ended = row.integer(2);
     }
@@ -118,7 +119,9 @@ void History::forEachRunWith(Jobs jobs, const RunVisitor &visit) const
         " AND NOT EXISTS (SELECT 1 FROM entries WHERE run = r.id AND state = 'undone')"
         " AND (r.ended IS NULL OR EXISTS (SELECT 1 FROM entries"
         " WHERE run = r.id AND state NOT IN ('complete', 'removed'";
-    visitRuns(jobs == Jobs::Undoable          ? undoable
+    visitRuns(jobs == Jobs::Undoable ? undoable
+              : jobs == Jobs::Left   ? notDone + "))) AND (r.ended IS NULL OR EXISTS (SELECT 1 FROM entries"
+                                                 " WHERE run = r.id AND state IN ('waiting', 'running')))"
               : jobs == Jobs::NotDoneOrFailed ? notDone + ")))"
                                               : notDone + ", 'error')))",
               visit);

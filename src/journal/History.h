@@ -32,8 +32,9 @@ public:
 
     /// The latest first.
     void forEachRun(const RunVisitor &visit) const;
-    /// The last ones did something that can be taken back.
-    enum class Jobs { NotDone, NotDoneOrFailed, Undoable };
+    /// Those that are left were neither done nor cancelled: a kill or the end of the program came before. The
+    /// last ones did something that can be taken back.
+    enum class Jobs { NotDone, NotDoneOrFailed, Left, Undoable };
     /// The latest first. Those with jobs that were not done are left out where they are forgotten.
     void forEachRunWith(Jobs jobs, const RunVisitor &visit) const;
     std::optional<HistoryRun> run(std::int64_t id) const;

@@ -24,6 +24,7 @@ struct HistoryRun
     QString process = {};
     QString version = {}; ///< of the program
     QString plan = {};    ///< as in RunRecord
+    QString undoing = {}; ///< the process that takes it back, or died in the middle of that
 
     // Of its jobs.
     std::int64_t all = 0;

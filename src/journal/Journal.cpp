@@ -6,6 +6,7 @@
 #include "journal/DatabaseError.h"
 #include "journal/JournalFile.h"
 #include "journal/Transaction.h"
+#include "platform/MainThread.h"
 
 #include <QDateTime>
 
@@ -20,7 +21,8 @@ namespace {
 
 constexpr auto batchTime = 500ms;
 // For a list to be in the file before its first job starts. Twenty thousand entries need a fraction of it.
-constexpr auto longestWait = 1s;
+// A person sees the main thread wait.
+constexpr std::chrono::milliseconds longestWait = 1s;
 // While another process keeps the file busy; at the end a person waits for the program.
 constexpr auto patience = 10s;
 constexpr auto patienceAtTheEnd = 2s;
@@ -95,6 +97,11 @@ void Journal::setUndone(std::int64_t entry)
     add([=](JournalWriter &to, Time when) { to.setUndone(entry, when); });
 }
 
+void Journal::endUndoing(std::int64_t run)
+{
+    add([=](JournalWriter &to, Time) { to.endUndoing(run); });
+}
+
 bool Journal::isOn()
 {
     const std::lock_guard lock(m_lock);
@@ -122,6 +129,7 @@ void Journal::add(Change change)
         return;
     }
     m_changes.push_back({std::move(change), QDateTime::currentMSecsSinceEpoch()});
+    ++m_said;
     if (!m_thread.joinable()) {
         m_thread = std::thread([this] { work(); });
     }
@@ -139,13 +147,16 @@ void Journal::hurry()
 
 void Journal::waitUntilWritten()
 {
-    hurry();
     std::unique_lock lock(m_lock);
-    if (!m_waits) {
+    const std::uint64_t mine = m_said;
+    const auto isThere = [this, mine] { return m_isOff || m_inFile >= mine; };
+    if (!m_waits || isThere()) {
         return;
     }
-    m_waits =
-        m_written.wait_for(lock, longestWait, [this] { return m_isOff || (m_changes.empty() && !m_busy); });
+    m_urgent = true;
+    m_wake.notify_one();
+    const auto limit = MainThread::isCurrent() ? longestWait : std::chrono::milliseconds(patience);
+    m_waits = m_written.wait_for(lock, limit, isThere) && m_waits;
 }
 
 void Journal::work()
@@ -159,12 +170,13 @@ void Journal::work()
         }
         m_wake.wait_for(lock, batchTime, isPressed);
         m_urgent = false;
-        m_busy = true;
+        const std::uint64_t said = m_said;
         const std::vector<Dated> changes = std::exchange(m_changes, {});
         lock.unlock();
         write(changes);
         lock.lock();
-        m_busy = false;
+        m_inFile = said;
+        m_waits = true; // it can be written to again
         m_written.notify_all();
         lock.unlock();
         prune(); // when the list is in the file that somebody waited for

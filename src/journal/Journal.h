@@ -11,6 +11,7 @@
 
 #include <chrono>
 #include <condition_variable>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -48,18 +49,22 @@ public:
     Number resumeRun(const ResumedRun &resumed);
     void setRunning(Number entry);
     void end(Number entry, EntryEnd end);
-    /// What the entry is about to do, for what a kill in its middle must not leave without a way back.
+    /// What the entry is about to do, for what a kill in its middle must not leave without a way back. The
+    /// receipt of its end takes its place. Any thread.
     void expect(Number entry, Receipt receipt);
     /// An entry that failed and left no receipt waits once more, and so its run goes on.
     void tryAgain(Number run, Number entry);
     void endRun(Number run);
     /// What an entry of any run did, by its number in the file, was undone.
     void setUndone(std::int64_t entry);
+    /// A run, by its number in the file, may be undone by others again.
+    void endUndoing(std::int64_t run);
 
     /// Whether anything is recorded.
     bool isOn();
     /// Waits until what was said so far is in the file, a second at most: for what must not come before, for
-    /// who reads the file, and for a program that is about to stand still.
+    /// who reads the file, and for a program that is about to stand still. Who waits at the same time shares
+    /// a transaction. Any thread.
     void waitUntilWritten();
     /// Writes what is left and records nothing more.
     void finish();
@@ -88,7 +93,6 @@ private:
     const QString m_path;
     const Complaint m_complain;
     Number m_nextNumber = 1;
-    bool m_waits = true; // for entries to be in the file
 
     std::mutex m_lock;
     std::condition_variable m_wake;
@@ -96,8 +100,10 @@ private:
     std::vector<Dated> m_changes;
     std::vector<QString> m_sentences; // yet to be said on the main thread
     QObject m_context;                // what is posted there goes with it
+    std::uint64_t m_said = 0;         // changes so far
+    std::uint64_t m_inFile = 0;       // of these
     bool m_urgent = false;
-    bool m_busy = false; // changes were taken and are being written
+    bool m_waits = true; // for them to be in the file
     bool m_closing = false;
     bool m_isOff = false;
 

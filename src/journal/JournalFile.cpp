@@ -157,6 +157,15 @@ bool take(const QString &path, const HistoryRun &run, const QString &process)
     return file.database->number("SELECT changes()") > 0;
 }
 
+bool takeToUndo(const QString &path, const HistoryRun &run, const QString &process)
+{
+    const Opened file = openToWrite(path, usualPatience());
+    file.database->prepare("UPDATE runs SET undoing = ? WHERE id = ? AND undoing = ?")
+        .with(process, run.id, run.undoing)
+        .run();
+    return file.database->number("SELECT changes()") > 0;
+}
+
 void forget(const QString &path, const HistoryRun &run)
 {
     const Opened file = openToWrite(path, usualPatience());

@@ -36,6 +36,8 @@ std::unique_ptr<Database> openToRead(const QString &path);
 
 /// Makes a stopped run this process's. False where it is another one's by now. Throws the same.
 bool take(const QString &path, const HistoryRun &run, const QString &process);
+/// Makes this process the one that takes the run back. False where another one was faster. Throws the same.
+bool takeToUndo(const QString &path, const HistoryRun &run, const QString &process);
 /// A run that is not to be resumed any more. Throws the same.
 void forget(const QString &path, const HistoryRun &run);
 

@@ -86,6 +86,9 @@ CREATE TABLE ways_back (
     data BLOB NOT NULL
 );
 )",
+    R"(
+ALTER TABLE runs ADD COLUMN undoing TEXT NOT NULL DEFAULT ''; -- the process that takes it back
+)",
 };
 
 void requireOurs(Database &database)

@@ -41,9 +41,12 @@ JournalWriter::JournalWriter(std::unique_ptr<Database> database)
     , m_addReceipt(
           m_database->prepare("INSERT INTO receipts (run, entry, finished, seconds, proof, digest, decoder)"
                               " VALUES (?, ?, ?, ?, ?, ?, ?)"))
+    , m_finishReceipt(m_database->prepare("UPDATE receipts SET finished = ?, seconds = ? WHERE id = ?"))
     , m_addFile(m_database->prepare(
           "INSERT INTO receipt_files (receipt, role, path, size, seconds, nanoseconds, fate)"
           " VALUES (?, ?, ?, ?, ?, ?, ?)"))
+    , m_finishFile(m_database->prepare("UPDATE receipt_files SET size = ?, seconds = ?, nanoseconds = ?"
+                                       " WHERE receipt = ? AND role = 'output' AND path = ?"))
     , m_addWayBack(m_database->prepare("INSERT INTO ways_back (receipt, data) VALUES (?, ?)"))
 {
 }
@@ -96,10 +99,14 @@ void JournalWriter::setRunning(Number entry, Time when)
 
 void JournalWriter::end(Number entry, const EntryEnd &end, Time when)
 {
-    const Place place = m_entries.at(entry);
+    Place &place = m_entries.at(entry);
     m_setState.with(QString::fromLatin1(JournalWords::of(end.state)), end.reason, when, place.entry).run();
-    if (end.receipt) {
-        addReceipt(place, *end.receipt, when);
+    if (end.receipt && place.receipt != 0 && end.receipt->wayBack == place.wayBack) {
+        finishReceipt(place, *end.receipt, when);
+    } else if (end.receipt) {
+        putReceipt(place, *end.receipt, when);
+    } else if (end.state == EntryEnd::State::Failed && !place.wayBack.isEmpty()) {
+        dropReceipt(place); // the file is as it was; files of a rename that failed may have new names
     }
     if (end.state != EntryEnd::State::Failed || end.receipt) { // which can't be tried again
         m_entries.erase(entry);
@@ -108,20 +115,44 @@ void JournalWriter::end(Number entry, const EntryEnd &end, Time when)
 
 void JournalWriter::expect(Number entry, const Receipt &receipt, Time when)
 {
-    addReceipt(m_entries.at(entry), receipt, when);
+    putReceipt(m_entries.at(entry), receipt, when);
 }
 
-void JournalWriter::addReceipt(const Place &place, const Receipt &receipt, Time when)
+/// In place of one that was expected.
+void JournalWriter::putReceipt(Place &place, const Receipt &receipt, Time when)
 {
+    if (place.receipt != 0) {
+        dropReceipt(place);
+    }
     m_addReceipt
         .with(place.run, place.entry, when, receipt.seconds, receipt.proof, receipt.digest, receipt.decoder)
         .run();
-    const std::int64_t row = m_database->lastRow();
-    addFiles(row, "source", receipt.sources);
-    addFiles(row, "output", receipt.outputs);
+    place.receipt = m_database->lastRow();
+    place.wayBack = receipt.wayBack;
+    addFiles(place.receipt, "source", receipt.sources);
+    addFiles(place.receipt, "output", receipt.outputs);
     if (!receipt.wayBack.isEmpty()) {
-        addWayBack(row, receipt.wayBack);
+        addWayBack(place.receipt, receipt.wayBack);
     }
+}
+
+/// All came as expected: how long it took and the files' dates are new.
+void JournalWriter::finishReceipt(const Place &place, const Receipt &receipt, Time when)
+{
+    m_finishReceipt.with(when, receipt.seconds, place.receipt).run();
+    for (const Receipt::File &file : receipt.outputs) {
+        m_finishFile
+            .with(file.stamp.size, file.stamp.seconds, file.stamp.nanoseconds, place.receipt, file.path)
+            .run();
+    }
+}
+
+void JournalWriter::dropReceipt(Place &place)
+{
+    m_database->prepare("DELETE FROM receipts WHERE id = ?").with(place.receipt).run();
+    m_bytesForUndo.reset();
+    place.receipt = 0;
+    place.wayBack.clear();
 }
 
 void JournalWriter::addWayBack(std::int64_t receipt, const QByteArray &data)
@@ -167,6 +198,11 @@ void JournalWriter::endRun(Number run, Time when)
 void JournalWriter::setUndone(std::int64_t entry, Time when)
 {
     m_setState.with(QString::fromLatin1(JournalWords::undone), QString(), when, entry).run();
+}
+
+void JournalWriter::endUndoing(std::int64_t run)
+{
+    m_database->prepare("UPDATE runs SET undoing = '' WHERE id = ?").with(run).run();
 }
 
 void JournalWriter::prune(Time now)

@@ -42,6 +42,7 @@ public:
     void endRun(Number run, Time when);
     /// Entries of any run, by their numbers in the file: what they did was undone.
     void setUndone(std::int64_t entry, Time when);
+    void endUndoing(std::int64_t run);
 
     /// Drops runs of more than a year ago, and those of before yesterday beyond the latest thousand, with
     /// their entries; the file gives the room back. Receipts stay, but for what takes edits of more than a
@@ -53,8 +54,12 @@ private:
     {
         std::int64_t run = 0;
         std::int64_t entry = 0;
+        std::int64_t receipt = 0; // where one is in the file before the end
+        QByteArray wayBack = {};  // with it
     };
-    void addReceipt(const Place &place, const Receipt &receipt, Time when);
+    void putReceipt(Place &place, const Receipt &receipt, Time when);
+    void finishReceipt(const Place &place, const Receipt &receipt, Time when);
+    void dropReceipt(Place &place);
     void addWayBack(std::int64_t receipt, const QByteArray &data);
     void addFiles(std::int64_t receipt, const char *role, const std::vector<Receipt::File> &files);
 
@@ -65,7 +70,9 @@ private:
     Statement m_addEntry;
     Statement m_setState;
     Statement m_addReceipt;
+    Statement m_finishReceipt;
     Statement m_addFile;
+    Statement m_finishFile;
     Statement m_addWayBack;
     std::optional<std::int64_t> m_bytesForUndo; // in the file, where they were counted
     std::unordered_map<Number, std::int64_t> m_runs;

@@ -126,9 +126,13 @@ void OneWindow::ActivateAction(const QString &name, const QVariantList &paramete
         Q_EMIT tabWanted(valueOf(parameters.value(0)).toString());
         return;
     }
-    const bool isTaken =
-        name == runAction && m_takeRun &&
-        m_takeRun(valueOf(parameters.value(0)).toLongLong(), valueOf(parameters.value(1)).toString());
+    if (name != runAction) { // one of the desktop entry, named as its tab is
+        Q_EMIT wanted();
+        Q_EMIT tabWanted(name);
+        return;
+    }
+    const bool isTaken = m_takeRun && m_takeRun(valueOf(parameters.value(0)).toLongLong(),
+                                                valueOf(parameters.value(1)).toString());
     if (!isTaken && calledFromDBus()) {
         sendErrorReply(QDBusError::Failed, QStringLiteral("not taken"));
     }

@@ -56,9 +56,8 @@ std::vector<HistoryRun> Resumption::candidates(History::Jobs jobs)
 
 void Resumption::offer(KruvTaskQueue &queue, RunRecorder &recorder, UserInterface &person, const Show &show)
 try {
-    const auto runs = candidates(History::Jobs::NotDone);
-    const auto found = std::ranges::find_if(
-        runs, [](const HistoryRun &run) { return !run.ended; }); // none that a person cancelled
+    const auto runs = candidates(History::Jobs::Left); // none that a person cancelled
+    const auto found = runs.begin();
     if (found == runs.end()) {
         return;
     }

@@ -7,12 +7,14 @@
 #include "journal/JournalFile.h"
 #include "tasks/KruvTaskQueue.h"
 #include "tasks/RunRecorder.h"
+#include "tasks/StagingLock.h"
 #include "util/UndoMeans.h"
 #include "util/UndoTask.h"
 
 #include <algorithm>
 #include <functional>
 #include <memory>
+#include <stdexcept>
 
 namespace kruv {
 
@@ -76,8 +78,36 @@ std::optional<HistoryRun> Undoing::latest()
 }
 
 Undoing::Undoing(const HistoryRun &run)
+    : m_run(run)
 {
-    History(JournalFile::usualPath()).forEachEntryOf(run.id, [this](const HistoryEntry &entry) {
+    readEntries();
+}
+
+bool Undoing::take()
+{
+    const bool isFree = m_run.undoing.isEmpty() || StagingLock::hasEnded(m_run.undoing.toUtf8());
+    if (!isFree || !isTaken()) {
+        return false;
+    }
+    readEntries();
+    return !m_entries.empty();
+}
+
+bool Undoing::isTaken() const
+try {
+    return JournalFile::takeToUndo(JournalFile::usualPath(), m_run,
+                                   QString::fromUtf8(StagingLock::thisProcess()));
+} catch (const std::runtime_error &) { // the journal is in nobody's way
+    return true;
+}
+
+void Undoing::readEntries()
+{
+    m_entries.clear();
+    m_keptNothing.clear();
+    m_outputs.clear();
+    m_deleted.clear();
+    History(JournalFile::usualPath()).forEachEntryOf(m_run.id, [this](const HistoryEntry &entry) {
         if (entry.hasReceipt && !entry.isUndone()) {
             add(entry);
         }
@@ -171,6 +201,7 @@ void Undoing::ended(const KruvTask &task, Journal &journal)
         m_problems.append(undo->results()->results(task).trimmed());
     }
     if (--m_left == 0) {
+        journal.endUndoing(m_run.id);
         Q_EMIT finished(m_done, m_problems);
     }
 }

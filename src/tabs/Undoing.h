@@ -35,7 +35,10 @@ public:
 
     explicit Undoing(const HistoryRun &run);
 
-    /// Queues what takes the run's jobs back, the last one first.
+    /// Makes the run this process's to undo, and looks at it anew. False where that is under way already, or
+    /// was done meanwhile.
+    bool take();
+    /// After take(). Queues what takes the run's jobs back, the last one first.
     void queueJobs(KruvTaskQueue &queue, Journal &journal);
 
     /// What would be undone, to stand behind "Undo": "Renaming of 12 Files".
@@ -50,9 +53,12 @@ Q_SIGNALS:
     void finished(qsizetype done, const QStringList &problems);
 
 private:
+    bool isTaken() const;
+    void readEntries();
     void add(const HistoryEntry &entry);
     void ended(const KruvTask &task, Journal &journal);
 
+    const HistoryRun m_run;
     std::vector<HistoryEntry> m_entries; // to be taken back
     QStringList m_keptNothing;           // files whose old bytes are not known
     QStringList m_outputs;               // that were made and stay

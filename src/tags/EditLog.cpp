@@ -16,7 +16,8 @@ thread_local EditLog *currentLog = nullptr;
 
 } // namespace
 
-EditLog::EditLog()
+EditLog::EditLog(Listener listener)
+    : m_listener(std::move(listener))
 {
     currentLog = this;
 }
@@ -29,6 +30,15 @@ EditLog::~EditLog()
 EditLog *EditLog::current()
 {
     return currentLog;
+}
+
+void EditLog::foretell(const FileEdit &back)
+{
+    if (m_listener && m_isComplete && m_size + back.size() <= mostKept) {
+        m_foretold = packedWith(&back);
+        m_editsForetold = m_edits.size() + 1;
+        m_listener(m_foretold, back.sizeBefore());
+    }
 }
 
 void EditLog::add(std::optional<FileEdit> back)
@@ -47,7 +57,15 @@ QByteArray EditLog::packed() const
     if (m_edits.empty()) {
         return {};
     }
+    return m_edits.size() == m_editsForetold ? m_foretold : packedWith(nullptr);
+}
+
+QByteArray EditLog::packedWith(const FileEdit *next) const
+{
     std::vector<FileEdit> lastFirst = m_edits;
+    if (next) {
+        lastFirst.push_back(*next);
+    }
     std::ranges::reverse(lastFirst);
     return FileEdit::pack(lastFirst);
 }

@@ -7,6 +7,8 @@
 
 #include <QByteArray>
 
+#include <cstddef>
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -17,7 +19,11 @@ namespace kruv {
 class EditLog
 {
 public:
-    EditLog();
+    /// Hears before each edit, where that is known, what would take it and all before it back, and how many
+    /// bytes the file will have.
+    using Listener = std::function<void(const QByteArray &packed, qint64 size)>;
+
+    explicit EditLog(Listener listener = {});
     ~EditLog();
     EditLog(const EditLog &) = delete;
     EditLog &operator=(const EditLog &) = delete;
@@ -25,6 +31,8 @@ public:
     /// That of this thread; null where there is none.
     static EditLog *current();
 
+    /// `back` will take back what is about to be written.
+    void foretell(const FileEdit &back);
     /// `back` takes back what was written just now; nothing where that is not known.
     void add(std::optional<FileEdit> back);
     /// All of it, for FileEdit::unpack(), what was written last first; empty where nothing was written, and
@@ -32,9 +40,14 @@ public:
     QByteArray packed() const;
 
 private:
+    QByteArray packedWith(const FileEdit *next) const;
+
+    const Listener m_listener;
     std::vector<FileEdit> m_edits; // in the order of writing
     qint64 m_size = 0;
     bool m_isComplete = true;
+    QByteArray m_foretold; // packed
+    std::size_t m_editsForetold = 0;
 };
 
 } // namespace kruv

@@ -31,6 +31,7 @@ FlacMetadataCopy::FlacMetadataCopy(const QString &path)
 {
     ReadOnlyFileStream stream(path);
     if (stream.isOpen()) {
+        m_size = stream.length();
         m_parts = findLastingParts(stream);
         m_between = readBetween(stream, m_parts);
     }
@@ -46,13 +47,14 @@ std::optional<FileEdit> FlacMetadataCopy::wayBack() const
     if (!std::ranges::equal(parts, m_parts, {}, &FlacSpan::length, &FlacSpan::length)) {
         return std::nullopt;
     }
-    FileEdit back;
+    FileEdit back{.made = m_size};
     const std::vector<QByteArray> between = readBetween(stream, parts);
     for (std::size_t index = 0; index < parts.size(); ++index) {
         if (between[index] != m_between[index]) {
             const auto removed = static_cast<qint64>(between[index].size());
             back.splices.push_back(
                 {.offset = parts[index].offset - removed, .removed = removed, .inserted = m_between[index]});
+            back.splices.back().setMarks(between[index]);
         }
     }
     return back;

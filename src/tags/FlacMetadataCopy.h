@@ -27,6 +27,7 @@ public:
 
 private:
     const QString m_path;
+    qint64 m_size = 0;
     std::vector<FlacSpan> m_parts;     // that last
     std::vector<QByteArray> m_between; // before each of them
 };

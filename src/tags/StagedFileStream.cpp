@@ -4,6 +4,7 @@
 #include "tags/StagedFileStream.h"
 
 #include "tags/EditLog.h"
+#include "tags/StreamRead.h"
 
 #include <QFileInfo>
 #include <QTemporaryFile>
@@ -202,6 +203,9 @@ template <typename Write> bool StagedFileStream::logged(const Write &write)
 {
     EditLog *log = EditLog::current();
     FileEdit back = log ? wayBack() : FileEdit(); // read while it is still there
+    if (log) {
+        log->foretell(back);
+    }
     const bool written = write();
     if (written && log) {
         log->add(std::move(back));
@@ -234,7 +238,51 @@ FileEdit StagedFileStream::wayBack()
         start += piece.length;
     }
     close(m_originalLength);
+    back.made = m_originalLength;
+    for (FileEdit::Splice &splice : back.splices) {
+        splice.setMarks(read(splice.offset, splice.removed));
+    }
     return back;
+}
+
+QByteArray StagedFileStream::read(qint64 offset, qint64 size)
+{
+    const TagLib::ByteVector bytes =
+        readAt(*this, static_cast<long>(offset), static_cast<unsigned long>(size));
+    return {bytes.data(), static_cast<qsizetype>(bytes.size())};
+}
+
+std::unique_ptr<StagedFileStream> StagedFileStream::asBefore(const QString &path,
+                                                             std::span<const FileEdit> edits)
+{
+    for (; !edits.empty(); edits = edits.subspan(1)) {
+        auto stream = std::make_unique<StagedFileStream>(path);
+        if (stream->isOpen() &&
+            std::ranges::all_of(edits, [&](const FileEdit &edit) { return stream->takeBack(edit); })) {
+            return stream;
+        }
+    }
+    return nullptr;
+}
+
+bool StagedFileStream::takeBack(const FileEdit &edit)
+{
+    const bool mayBeHalf = edit.isInPlace();
+    const qint64 whole = edit.sizeBefore();
+    const bool fits = mayBeHalf
+                          ? m_length >= std::min(whole, edit.made) && m_length <= std::max(whole, edit.made)
+                          : m_length == whole;
+    FileEdit back = edit;
+    for (FileEdit::Splice &splice : back.splices) {
+        if (!fits || !splice.isOn(read(splice.offset, splice.removed), mayBeHalf)) {
+            return false;
+        }
+        if (mayBeHalf) { // the end may be the old one or the new one
+            splice.removed =
+                std::min<qint64>(std::max(splice.removed, splice.inserted.size()), m_length - splice.offset);
+        }
+    }
+    return fits && apply(back) && m_length == edit.made;
 }
 
 bool StagedFileStream::apply(const FileEdit &edit)

@@ -8,6 +8,8 @@
 #include <QByteArray>
 #include <QFile>
 
+#include <memory>
+#include <span>
 #include <tiostream.h>
 #include <vector>
 
@@ -25,8 +27,10 @@ public:
     /// Opens a regular file for reading; anything else (a folder, a pipe, a missing file) is not open.
     explicit StagedFileStream(const QString &path);
 
-    /// Makes all changes of an edit of the file as it is now; false where it does not fit.
-    bool apply(const FileEdit &edit);
+    /// The file with edits taken back that a log took down, the last one first; to be committed. A kill may
+    /// have come in the middle of one of them, or before it. Null where the file is not as they leave it:
+    /// that tells its size and the bytes that they wrote, not its date.
+    static std::unique_ptr<StagedFileStream> asBefore(const QString &path, std::span<const FileEdit> edits);
 
     /// Brings the edits into the file. Where the audio keeps its place, only the changed bytes are written;
     /// else a new file is made beside the old one and takes its place, with its access rights, owner and
@@ -70,6 +74,9 @@ private:
     bool commitInPlace();
     bool writeNewFile();
     FileEdit wayBack();
+    bool takeBack(const FileEdit &edit);
+    bool apply(const FileEdit &edit);
+    QByteArray read(qint64 offset, qint64 size);
     template <typename Write> bool logged(const Write &write);
     bool copyPiece(const Piece &piece, QIODevice &target);
     std::vector<Patch> patches() const;

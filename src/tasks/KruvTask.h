@@ -128,6 +128,10 @@ public:
     /// What it left behind. Of a job that has ended; nothing where it gave no file its name.
     virtual std::optional<Receipt> receipt() const { return std::nullopt; }
 
+    /// Takes down what the job is about to leave behind; when it returns, no kill loses that. Any thread.
+    using Forecast = std::function<void(Receipt)>;
+    void setForecast(Forecast forecast) { m_forecast = std::move(forecast); }
+
     /// How to make this job once more. Jobs without it can't be tried again.
     using Maker = std::function<std::shared_ptr<KruvTask>()>;
     void setMaker(Maker maker) { m_maker = std::move(maker); }
@@ -164,6 +168,13 @@ protected:
     /// Books how a tool of the job ended: all but status 0 fails the job, with words where the tool had none.
     /// The tool of a cancelled job may end as it likes.
     void judge(const ToolEnd &end, const QString &launchPath);
+    /// For what a kill must not leave without a way back. Blocks. Any thread.
+    void foretell(Receipt receipt) const
+    {
+        if (m_forecast) {
+            m_forecast(std::move(receipt));
+        }
+    }
     void noteDoneAllTheSame() { m_state.setDoneAllTheSame(); }
     /// It was cancelled before what it was asked for was done.
     bool wasStopped() const { return cancelled() && !m_state.doneAllTheSame(); }
@@ -179,6 +190,7 @@ private:
     TaskState m_state;
     std::stop_source m_stop;
     std::atomic<bool> m_deleteOriginal = false;
+    Forecast m_forecast;
     Maker m_maker;
 
     mutable std::mutex m_fieldsLock;

@@ -84,6 +84,8 @@ public:
     using Move = QueuedJobs::Move;
     /// Changes the order in which waiting jobs begin. Does nothing to a job that does not wait.
     void move(const KruvTask &task, Move where);
+    /// These before all others, in their order; those that don't wait stay.
+    void moveFirst(const std::vector<std::shared_ptr<KruvTask>> &tasks);
     /// The job whose place it would take; null where it can't be moved so.
     const KruvTask *placeFor(const KruvTask &task, Move where) const
     {
@@ -104,7 +106,7 @@ Q_SIGNALS:
     /// None of those that were added starts before this returns.
     void tasksAboutToStart();
     /// A failed job gets another chance. Before it starts.
-    void triedAgain(const kruv::KruvTask &task, const kruv::KruvTask &failed);
+    void triedAgain(kruv::KruvTask &task, const kruv::KruvTask &failed);
     void taskStarted(kruv::KruvTask &task);
     void taskChanged(kruv::KruvTask &task);
     /// Sent once per job, when it leaves the queue.

@@ -59,6 +59,15 @@ void KruvTaskQueue::move(const KruvTask &task, Move where)
     }
 }
 
+void KruvTaskQueue::moveFirst(const std::vector<std::shared_ptr<KruvTask>> &tasks)
+{
+    const std::lock_guard lock(m_lock);
+    for (auto task = tasks.rbegin(); task != tasks.rend(); ++task) {
+        m_taskArray.move(**task, Move::First);
+    }
+    m_panelArray.arrange(m_taskArray.waiting());
+}
+
 void KruvTaskQueue::remove(KruvTask &task)
 {
     if (isWaiting(task)) {

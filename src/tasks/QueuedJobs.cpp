@@ -107,25 +107,27 @@ const KruvTask *QueuedJobs::placeFor(const KruvTask &task, Move where) const
     return goal ? m_entries.at(*goal).task.get() : nullptr;
 }
 
-/// Returns `other`.
-QueuedJobs::Ticket QueuedJobs::exchange(Ticket one, Ticket other)
+void QueuedJobs::exchange(Ticket one, Ticket other)
 {
     std::swap(m_entries.at(one), m_entries.at(other));
     m_tickets[m_entries.at(one).task.get()] = one;
     m_tickets[m_entries.at(other).task.get()] = other;
-    return other;
 }
 
-/// All that wait between the two move by one place.
 void QueuedJobs::move(const KruvTask &task, Move where)
 {
     const auto goal = goalOf(task, where);
     if (!goal) {
         return;
     }
-    const Move step = where == Move::Down ? Move::Down : Move::Up;
-    for (Ticket own = m_tickets.at(&task); own != *goal;) {
-        own = exchange(own, *goalOf(task, step));
+    Ticket &own = m_tickets.at(&task);
+    if (where == Move::First) {
+        auto entry = m_entries.extract(own);
+        own = m_firstWaiting = --m_lowestTicket;
+        entry.key() = own;
+        m_entries.insert(std::move(entry));
+    } else {
+        exchange(own, *goal);
     }
 }
 

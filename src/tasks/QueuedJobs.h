@@ -50,15 +50,16 @@ public:
     void move(const KruvTask &task, Move where);
 
 private:
-    using Ticket = std::uint64_t;
+    using Ticket = std::int64_t;
     using Entries = std::map<Ticket, Entry>;
 
     std::optional<Ticket> goalOf(const KruvTask &task, Move where) const;
-    Ticket exchange(Ticket one, Ticket other);
+    void exchange(Ticket one, Ticket other);
 
     Entries m_entries;
     std::unordered_map<const KruvTask *, Ticket> m_tickets;
     Ticket m_nextTicket = 0;
+    Ticket m_lowestTicket = 0;
     Ticket m_firstWaiting = 0; // nothing before it waits
 };
 

@@ -125,10 +125,19 @@ void RunRecorder::added(std::span<const std::shared_ptr<KruvTask>> tasks, const 
     const Number run = runFor(after);
     Number entry = addEntries(tasks, run);
     for (const std::shared_ptr<KruvTask> &task : tasks) {
-        m_jobs[task.get()] = {run, entry++};
+        follow(*task, {run, entry++});
         m_failed.erase(task.get()); // an earlier one that lay where this one does
     }
     m_unfinished[run] += static_cast<int>(tasks.size());
+}
+
+void RunRecorder::follow(KruvTask &task, const Job &job)
+{
+    m_jobs[&task] = job;
+    task.setForecast([&journal = m_journal, entry = job.entry](Receipt receipt) {
+        journal.expect(entry, std::move(receipt));
+        journal.waitUntilWritten();
+    });
 }
 
 void RunRecorder::record(const std::vector<DoneRecord> &plan, const std::function<void()> &work)
@@ -175,13 +184,13 @@ RunRecorder::Number RunRecorder::addEntries(std::span<const std::shared_ptr<Kruv
 }
 
 /// It takes the failed one's place in its run.
-void RunRecorder::triedAgain(const KruvTask &task, const KruvTask &failed)
+void RunRecorder::triedAgain(KruvTask &task, const KruvTask &failed)
 {
     if (const auto found = m_failed.find(&failed); found != m_failed.end()) {
         const Job job{found->second.run, found->second.entry};
         m_failed.erase(found);
         m_failed.erase(&task);
-        m_jobs[&task] = job;
+        follow(task, job);
         m_journal.tryAgain(job.run, job.entry);
         ++m_unfinished[job.run];
     }
@@ -213,15 +222,12 @@ void RunRecorder::ended(const KruvTask &task)
     if (task.canBeTriedAgain()) {
         m_failed[&task] = job;
     }
-    m_journal.end(job.entry, endOf(task, job.clock.seconds()));
-    if (m_breaksOff && task.state().whatWasDone() == TaskState::Outcome::Cancelled) {
-        m_brokenOff.insert(job.run);
+    if (!m_breaksOff || task.state().whatWasDone() != TaskState::Outcome::Cancelled) {
+        m_journal.end(job.entry, endOf(task, job.clock.seconds()));
     }
     if (--m_unfinished[job.run] == 0) {
         m_unfinished.erase(job.run);
-        if (!m_brokenOff.contains(job.run)) {
-            m_journal.endRun(job.run);
-        }
+        m_journal.endRun(job.run);
     }
     m_endedLast = &task;
     m_runOfEndedLast = job.run;

@@ -13,7 +13,6 @@
 #include <optional>
 #include <span>
 #include <unordered_map>
-#include <unordered_set>
 
 namespace kruv {
 
@@ -46,7 +45,8 @@ public:
     void enlist(std::span<const std::shared_ptr<KruvTask>> tasks);
     /// Whether what is left of the latest run can be done by a later process.
     bool canBeResumed() const { return m_canBeResumed; }
-    /// Runs with jobs that are cancelled from here on count as broken off: nobody wanted them to end.
+    /// The program ends. Jobs that are cancelled from here on are left as they are for a later process:
+    /// nobody wanted these out of the way.
     void breakOff() { m_breaksOff = true; }
     /// The next jobs are the waiting entries of a run that goes on.
     void resume(const ResumedRun &resumed);
@@ -61,7 +61,8 @@ private:
     };
 
     void added(std::span<const std::shared_ptr<KruvTask>> tasks, const KruvTask *after);
-    void triedAgain(const KruvTask &task, const KruvTask &failed);
+    void triedAgain(KruvTask &task, const KruvTask &failed);
+    void follow(KruvTask &task, const Job &job);
     void pausedChanged(bool paused);
     void started(const KruvTask &task);
     void ended(const KruvTask &task);
@@ -79,9 +80,8 @@ private:
     std::optional<Number> m_resumed;                    // the first of its entries that the next jobs are
     std::unordered_map<const KruvTask *, Job> m_jobs;   // that have not ended
     std::unordered_map<const KruvTask *, Job> m_failed; // compared only
-    std::unordered_set<Number> m_brokenOff;
-    std::unordered_map<Number, int> m_unfinished; // jobs of a run
-    const KruvTask *m_endedLast = nullptr;        // compared only
+    std::unordered_map<Number, int> m_unfinished;       // jobs of a run
+    const KruvTask *m_endedLast = nullptr;              // compared only
     Number m_runOfEndedLast = 0;
 };
 

@@ -75,13 +75,13 @@ void StatusTableModel::removeRows(bool telling)
         return (task->error() || task->leavesRemarks()) == telling;
     });
     m_rowOfTask.clear();
-    countRows(0);
+    countRows(0, rowCount());
     endResetModel();
 }
 
-void StatusTableModel::countRows(int from)
+void StatusTableModel::countRows(int from, int end)
 {
-    for (int row = from; row < rowCount(); ++row) {
+    for (int row = from; row < end; ++row) {
         m_rowOfTask[&task(row)] = row;
     }
 }
@@ -97,8 +97,32 @@ void StatusTableModel::move(int from, int to)
     } else {
         std::rotate(first + to, first + from, first + from + 1);
     }
-    countRows(std::min(from, to));
+    countRows(std::min(from, to), std::max(from, to) + 1);
     endMoveRows();
+}
+
+void StatusTableModel::arrange(const std::vector<std::shared_ptr<KruvTask>> &tasks)
+{
+    std::vector<int> rows;
+    for (const std::shared_ptr<KruvTask> &task : tasks) {
+        rows.push_back(rowOf(*task));
+    }
+    const std::vector<int> from = rows;
+    std::ranges::sort(rows);
+    if (from == rows) {
+        return;
+    }
+    Q_EMIT layoutAboutToBeChanged();
+    QModelIndexList before;
+    QModelIndexList after;
+    for (std::size_t index = 0; index < rows.size(); ++index) {
+        m_rows[static_cast<std::size_t>(rows[index])] = tasks[index];
+        m_rowOfTask[tasks[index].get()] = rows[index];
+        before.append(this->index(from[index]));
+        after.append(this->index(rows[index]));
+    }
+    changePersistentIndexList(before, after);
+    Q_EMIT layoutChanged();
 }
 
 void StatusTableModel::remove(const KruvTask &task)
@@ -107,7 +131,7 @@ void StatusTableModel::remove(const KruvTask &task)
         beginRemoveRows({}, row, row);
         m_rowOfTask.erase(&task);
         m_rows.erase(m_rows.begin() + row);
-        countRows(row);
+        countRows(row, rowCount());
         endRemoveRows();
     }
 }

@@ -33,6 +33,8 @@ public:
     void taskChanged(const KruvTask &task);
     /// Puts a row where another one is, which it follows or goes before.
     void move(int from, int to);
+    /// Gives these jobs the rows that they have among them in the order given.
+    void arrange(const std::vector<std::shared_ptr<KruvTask>> &tasks);
     void remove(const KruvTask &task);
     bool hasErrors() const;
     /// Drops the rows whose job has neither an error nor remarks to show.
@@ -42,7 +44,7 @@ public:
 
 private:
     void removeRows(bool telling);
-    void countRows(int from);
+    void countRows(int from, int end);
 
     std::vector<std::shared_ptr<KruvTask>> m_rows;
     std::unordered_map<const KruvTask *, int> m_rowOfTask;

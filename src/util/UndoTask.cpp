@@ -89,8 +89,11 @@ UndoTask::Prospect UndoTask::prospectOf(const HistoryEntry &entry, UndoMeans &me
         const bool isThere = FileCommit::isTaken(entry.output);
         count(isThere && !FileCommit::isTaken(entry.source), !isThere && entry.sourceIsAsItWas(entry.source));
     }
-    for (const Changed &file : kind == Kind::Edit ? changedBy(entry) : std::vector<Changed>()) {
-        count(file.after.isAsItWas(), file.before.isAsItWas());
+    const auto changed = kind == Kind::Edit ? changedBy(entry) : std::vector<Changed>();
+    for (std::size_t index = 0; index < changed.size(); ++index) {
+        const auto &[before, after] = changed[index];
+        const bool isAfter = after.isAsItWas() || (!before.isAsItWas() && bytesBefore(entry, index, means));
+        count(isAfter, before.isAsItWas());
     }
     for (const HistoryFile &file : entry.files) {
         if (kind == Kind::FromTrash && isTrashed(file)) {
@@ -116,6 +119,28 @@ std::vector<UndoTask::Changed> UndoTask::changedBy(const HistoryEntry &entry)
         }
     }
     return changed;
+}
+
+/// The file of which the job changed the bytes, with these put back; null where it is not as the job left it.
+std::unique_ptr<StagedFileStream> UndoTask::bytesBefore(const HistoryEntry &entry, std::size_t index,
+                                                        UndoMeans &means)
+{
+    const auto changed = changedBy(entry);
+    const auto packed = FileEdit::unbundle(means.wayBackOf(entry.id), static_cast<qsizetype>(changed.size()));
+    const auto edits = FileEdit::unpack(packed.value(static_cast<qsizetype>(index)));
+    return edits ? StagedFileStream::asBefore(changed[index].before.path, *edits) : nullptr;
+}
+
+void UndoTask::takeBackHalves(const HistoryEntry &entry, UndoMeans &means)
+{
+    const auto changed = kindFor(entry) == Kind::Edit ? changedBy(entry) : std::vector<Changed>();
+    for (std::size_t index = 0; index < changed.size(); ++index) {
+        const HistoryFile &before = changed[index].before;
+        const auto stream = before.isAsItWas() ? nullptr : bytesBefore(entry, index, means);
+        if (stream && stream->commit()) {
+            setTimes(before.path, before.stamp);
+        }
+    }
 }
 
 QString UndoTask::outputPath() const
@@ -219,25 +244,21 @@ void UndoTask::putBytesBack()
 void UndoTask::putBytesBack(const Changed &file, const QByteArray &packed)
 {
     const QString &path = file.before.path;
-    if (!file.after.isAsItWas()) {
-        if (file.before.isAsItWas()) {
-            return; // by an earlier undo that got no further
-        }
-        refuse(tr("%1 was changed, moved or removed since, and is left as it is.").arg(path));
+    if (!file.after.isAsItWas() && file.before.isAsItWas()) {
+        return; // by an earlier undo that got no further
     }
     const auto edits = FileEdit::unpack(packed);
-    StagedFileStream stream(path);
-    if (!stream.isOpen()) {
-        refuse(tr("%1 can't be read, and is left as it is.").arg(path));
-    }
-    const auto applies = [&stream](const FileEdit &edit) { return stream.apply(edit); };
-    if (!edits || !std::ranges::all_of(*edits, applies) || stream.length() != file.before.stamp.size) {
+    if (!edits || edits->back().made != file.before.stamp.size) {
         refuse(tr("What %1 held before was not kept, or the journal has it damaged. It is left as it is.")
                    .arg(path));
     }
+    const auto stream = StagedFileStream::asBefore(path, *edits);
+    if (!stream) {
+        refuse(tr("%1 was changed, moved or removed since, and is left as it is.").arg(path));
+    }
     const FileStamp now = FileStamp::of(path).value_or(FileStamp());
     const EditLog log;
-    if (!stream.commit()) {
+    if (!stream->commit()) {
         refuse(tr("%1 could not be written. Its disk may be full, or it may not be written to.").arg(path));
     }
     setTimes(path, file.before.stamp);

@@ -12,6 +12,7 @@
 
 namespace kruv {
 
+class StagedFileStream;
 class UndoMeans;
 
 /// Takes back what one job of an earlier run did: gives a file its old name, puts back the bytes that tags
@@ -33,6 +34,10 @@ public:
     enum class Prospect { Possible, Refused, RestRefused };
     static Prospect prospectOf(const HistoryEntry &entry, UndoMeans &means);
 
+    /// Gives files their old bytes back in whose change a kill may have come: of a job that has not ended.
+    /// What is not as it left it stays.
+    static void takeBackHalves(const HistoryEntry &entry, UndoMeans &means);
+
     /// The number in the journal's file of what is taken back.
     std::int64_t entry() const { return m_entry.id; }
     QString outputPath() const override;
@@ -46,6 +51,8 @@ private:
         const HistoryFile &after;
     };
     static std::vector<Changed> changedBy(const HistoryEntry &entry);
+    static std::unique_ptr<StagedFileStream> bytesBefore(const HistoryEntry &entry, std::size_t index,
+                                                         UndoMeans &means);
 
     void doStartTask() override;
     void tellWhatIsBack();

@@ -97,8 +97,14 @@ void WriteTagsTask::doStartTask()
 
 void WriteTagsTask::write()
 {
-    const EditLog log;
     const auto before = FileStamp::of(m_fileName);
+    const EditLog log([&](const QByteArray &wayBack, qint64 size) {
+        if (before) {
+            foretell({.sources = {{m_fileName, *before}},
+                      .outputs = {{m_fileName, {.size = size}}},
+                      .wayBack = wayBack});
+        }
+    });
     const auto record = tags();
     if (!TagFormats::write(m_type, m_fileName, *record, m_writeEmptyTags)) {
         failToWrite(refusal(m_fileName));

@@ -6,7 +6,9 @@
 #include "support/TaggedAudio.h"
 #include "support/Wait.h"
 #include "tags/FileEdit.h"
+#include "tasks/StagingLock.h"
 
+#include <QDateTime>
 #include <QDirIterator>
 #include <QMap>
 
@@ -73,6 +75,10 @@ TEST_F(UndoTest, LeavesAloneWhatWasChangedSince)
     QFile changed(music + u"/b.flac"_s);
     ASSERT_TRUE(changed.open(QIODevice::Append) && changed.write("more") == 4);
     changed.close();
+    QFile touched(music + u"/a.flac"_s);
+    ASSERT_TRUE(touched.open(QIODevice::ReadWrite) &&
+                touched.setFileTime(QDateTime::currentDateTime().addDays(-1), QFile::FileModificationTime));
+    touched.close();
     const QByteArray theirs = readFile(changed.fileName());
     const Outcome outcome = undo();
     EXPECT_EQ(outcome.status, 1);
@@ -81,6 +87,22 @@ TEST_F(UndoTest, LeavesAloneWhatWasChangedSince)
     EXPECT_TRUE(undo().out.startsWith("Run 1, ")) << "not the rest of the other";
     EXPECT_EQ(readFile(music + u"/a.flac"_s), plain);
     EXPECT_EQ(readFile(changed.fileName()), theirs);
+}
+
+TEST_F(UndoTest, OnlyOneProcessTakesARunBack)
+{
+    const AudioFolder made;
+    QFile::copy(made.audio(u"flac"_s), music + u"/a.flac"_s);
+    const auto plain = everything();
+    EXPECT_EQ(run({u"tags"_s, u"set"_s, u"--title"_s, u"X"_s, music}).status, 0);
+    inJournal("UPDATE runs SET undoing = CAST(? AS TEXT)", StagingLock::thisProcess());
+    const Outcome outcome = undo();
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_TRUE(outcome.err.contains("run 1 is being undone by another process")) << outcome.err.constData();
+    QByteArray gone = StagingLock::thisProcess();
+    inJournal("UPDATE runs SET undoing = CAST(? AS TEXT)", gone.first(gone.lastIndexOf('\n') + 1) + '1');
+    EXPECT_EQ(undo().status, 0) << "the other one was killed";
+    EXPECT_TRUE(everything() == plain);
 }
 
 TEST_F(UndoTest, SaysWhichRunItTakes)

@@ -61,7 +61,8 @@ TEST_F(QuittingTest, CountsTheJobsAndWaitsForTheirTools)
     EXPECT_EQ(queue().taskCount(), 3);
 
     answerQuestion(u"Yes"_s);
-    window->quit();
+    window->close();
+    EXPECT_EQ(questions.size(), 2U) << "one question is enough";
     EXPECT_FALSE(window->isVisible());
     EXPECT_EQ(queue().taskCount(), 1) << "the running tool is waited for";
     EXPECT_EQ(ended.count(), 0);

@@ -226,6 +226,7 @@ TEST_F(JournalTest, BringsWhatAnOlderVersionWroteUpToDate)
     const auto makeOlder = [this] {
         database().execute("DROP INDEX receipt_files_by_path; DROP TABLE ways_back;"
                            "ALTER TABLE runs DROP COLUMN plan; ALTER TABLE runs DROP COLUMN forgotten;"
+                           "ALTER TABLE runs DROP COLUMN undoing;"
                            "ALTER TABLE entries DROP COLUMN keeps; PRAGMA user_version = 1");
     };
     record(*open());

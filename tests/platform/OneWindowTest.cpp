@@ -7,6 +7,7 @@
 #include "support/QtPrinters.h"
 #include "support/Wait.h"
 
+#include <QDBusMessage>
 #include <QDir>
 #include <QUrl>
 
@@ -53,6 +54,14 @@ TEST(OneWindow, TakesWhatLaterStartsHandIt)
     EXPECT_TRUE(later([&](const OneWindow &start) { return start.hand(u"fix SBE"_s, files); }));
     EXPECT_EQ(events, QStringList({u"fix SBE"_s, u"wanted"_s, files[0], QDir().absoluteFilePath(files[1]),
                                    u"/a b.wav"_s}));
+    events.clear();
+    EXPECT_TRUE(later([&](const OneWindow &) { // as a desktop does for an action of the entry
+        QDBusMessage action = QDBusMessage::createMethodCall(
+            u"org.kruv.Kruv"_s, u"/org/kruv/Kruv"_s, u"org.freedesktop.Application"_s, u"ActivateAction"_s);
+        action.setArguments({u"encode"_s, QVariantList(), QVariantMap()});
+        return bus.theirs().call(action).type() == QDBusMessage::ReplyMessage;
+    }));
+    EXPECT_EQ(events, QStringList({u"wanted"_s, u"encode"_s}));
     EXPECT_TRUE(later([](const OneWindow &start) { return start.handRun(7, u"/j.db"_s); }));
     EXPECT_FALSE(later([](const OneWindow &start) { return start.handRun(7, u"/other.db"_s); }));
     window.reset();

@@ -94,11 +94,60 @@ TEST_F(StagedFile, BehavesLikeAByteArrayUnderAnyEdits)
 
         const auto back = FileEdit::unpack(log.packed());
         ASSERT_TRUE(back && back->size() == 1);
-        StagedFileStream undone(path);
-        ASSERT_TRUE(undone.apply(back->front()) && undone.commit());
+        const auto undone = StagedFileStream::asBefore(path, *back);
+        ASSERT_TRUE(undone && undone->commit());
         ASSERT_EQ(readFile(path), original) << "taken back in round " << round;
     }
     EXPECT_EQ(leftovers(), QStringList{u"file"_s});
+}
+
+TEST_F(StagedFile, AKillInTheMiddleOfAWriteCanBeTakenBack)
+{
+    QByteArray foretold;
+    const auto change = [&](const std::function<void(StagedFileStream &)> &edit) {
+        writeFile(path, original);
+        const EditLog log([&](const QByteArray &packed, qint64 size) {
+            foretold = packed;
+            EXPECT_EQ(readFile(path), original) << "before anything is written";
+            EXPECT_NE(size, original.size());
+        });
+        StagedFileStream stream(path);
+        edit(stream);
+        EXPECT_TRUE(stream.commit());
+        EXPECT_EQ(log.packed(), foretold);
+        return readFile(path);
+    };
+    const auto takenBack = [&](const QByteArray &found) {
+        writeFile(path, found);
+        const auto edits = FileEdit::unpack(foretold);
+        const auto stream = edits ? StagedFileStream::asBefore(path, *edits) : nullptr;
+        return stream && stream->commit() && readFile(path) == original;
+    };
+    const QByteArray longer = change([](auto &stream) {
+        stream.insert(bytes(6'000), 0, 6'000);
+        stream.insert(bytes(5'000), 9'990, 10);
+    });
+    const QByteArray lengthened = original + longer.mid(10'000);
+    for (const QByteArray &found : {longer, original, lengthened.first(12'288), lengthened,
+                                    longer.first(4'096) + lengthened.mid(4'096)}) {
+        EXPECT_TRUE(takenBack(found));
+    }
+    for (const int place : {100, 4'097, 9'995, 14'000}) {
+        QByteArray theirs = longer;
+        theirs[place] = 'y';
+        EXPECT_FALSE(takenBack(theirs)) << "somebody's work since, at " << place;
+    }
+    EXPECT_FALSE(takenBack(longer + 'y'));
+
+    const QByteArray shorter = change([](auto &stream) {
+        stream.insert(bytes(100), 9'000, 500);
+        stream.truncate(9'100);
+    });
+    EXPECT_TRUE(takenBack(shorter));
+    EXPECT_TRUE(takenBack(shorter + original.mid(shorter.size()))) << "not cut off yet";
+    const QByteArray moved = change([](auto &stream) { stream.insert(bytes(100), 0, 0); });
+    EXPECT_TRUE(takenBack(moved));
+    EXPECT_FALSE(takenBack(original)) << "that is not how the edit leaves it";
 }
 
 TEST_F(StagedFile, ANewFileKeepsRightsAndSymbolicLink)

@@ -94,6 +94,24 @@ TEST(Steering, JobsBeginInTheOrderThatTheyWereMovedInto)
     }
 }
 
+TEST(Steering, ManyMoveFirstAtOnceAndKeepTheirOrder)
+{
+    Engine engine(1);
+    QStringList starts;
+    const Jobs jobs = makeSet(engine.queue, 6, &starts);
+    addAll(engine.queue, jobs);
+    const QPersistentModelIndex fifth = engine.queue.panelArray().index(4);
+    engine.queue.moveFirst({jobs[0], jobs[2], jobs[4]});
+    EXPECT_EQ(rows(engine.queue).join(QString()), u"135246"_s);
+    EXPECT_EQ(fifth.row(), 2) << "what is selected stays so";
+    engine.queue.moveFirst({jobs.begin(), jobs.end()});
+    engine.queue.moveFirst({jobs[5]});
+    while (engine.queue.taskCount() > 0) {
+        std::ranges::find_if(jobs, [](const auto &job) { return job->isActive(); })->get()->succeed();
+    }
+    EXPECT_EQ(starts.join(QString()), u"162345"_s);
+}
+
 TEST(Steering, StopsAfterTheRunningOnes)
 {
     for (const auto followUps : {KruvTaskQueue::FollowUps::Come, KruvTaskQueue::FollowUps::Refused}) {
