@@ -43,10 +43,11 @@ void markDone(OutputPlan &plan, const DoneBefore &doneBefore)
 
 /// Of other outputs that are there nothing is recorded, or somebody changed them: a job looks at their audio.
 /// That of lossy files can't be compared.
-void proveOthers(OutputPlan &plan, const Format &target)
+void proveOthers(OutputPlan &plan, const DoneBefore &doneBefore, const Format &target)
 {
     for (OutputPlan::Entry &entry : plan.entries()) {
-        if (!entry.isDone && !target.isLossy() && FileCommit::isTaken(entry.output)) {
+        if (!entry.isDone && !target.isLossy() && FileCommit::isTaken(entry.output) &&
+            !doneBefore.isOfOtherOrder(entry.output)) {
             entry.earlier = ConversionRequest::Earlier::Kept;
         }
     }
@@ -108,8 +109,9 @@ std::optional<OutputPlan> ConversionTab::planOutputs(const ToggleControl &beside
                             .roots = m_keepFoldersButton.isOn() ? folders() : QStringList()};
     OutputPlan plan(fileNames(), place, order.target->extension());
     if (host().userInterface().skipsDone()) {
-        markDone(plan, DoneBefore(order));
-        proveOthers(plan, *order.target);
+        const DoneBefore doneBefore(order);
+        markDone(plan, doneBefore);
+        proveOthers(plan, doneBefore, *order.target);
     } else if (host().userInterface().updates()) {
         markCurrent(plan, DoneBefore(order));
     }

@@ -24,6 +24,12 @@ bool DoneBefore::made(const QString &output, const QString &source) const
     return maker && maker->sourceIsAsItWas(source);
 }
 
+bool DoneBefore::isOfOtherOrder(const QString &output) const
+{
+    const auto maker = m_history ? m_history->makerOf(output) : std::nullopt;
+    return maker && !isSameOrder(maker->run);
+}
+
 std::optional<HistoryEntry> DoneBefore::makerOf(const QString &output) const
 {
     auto maker = m_history ? m_history->makerOf(output) : std::nullopt;

@@ -23,6 +23,9 @@ public:
     /// Whether it made it of this source, which is as it was then.
     bool made(const QString &output, const QString &source) const;
 
+    /// Whether an order that makes something else made this file.
+    bool isOfOtherOrder(const QString &output) const;
+
 private:
     std::optional<HistoryEntry> makerOf(const QString &output) const;
     bool isSameOrder(std::int64_t run) const;
