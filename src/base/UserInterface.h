@@ -50,6 +50,8 @@ public:
     virtual std::optional<ExistingFiles> askAboutExisting(const QStringList &existing, qsizetype outputs);
     /// Whether what earlier runs made of the same is left as it is, without a question.
     virtual bool skipsDone() const { return false; }
+    /// Whether, besides, the audio of outputs of which nothing is remembered is compared.
+    virtual bool comparesOthers() const { return false; }
     /// Whether outputs that are there are brought up to date with their sources, without a question.
     virtual bool updates() const { return false; }
     /// They do and are to stay, so nothing happens: for a person who was not asked just now.

@@ -23,6 +23,10 @@ public:
     std::optional<ExistingFiles> askAboutExisting(const QStringList &existing, qsizetype outputs) override;
     void allOutputsExist(qsizetype outputs) override;
     bool skipsDone() const override { return m_options.skipDone; }
+    bool comparesOthers() const override
+    {
+        return m_options.skipDone && !m_options.overwrite && !m_options.skipExisting && !m_options.keepBoth;
+    }
     bool updates() const override { return m_options.update; }
     bool askAboutSpace(const QStringList &shortages) override;
     bool askAboutLossy(const QStringList &files) override;

@@ -111,7 +111,9 @@ std::optional<OutputPlan> ConversionTab::planOutputs(const ToggleControl &beside
     if (host().userInterface().skipsDone()) {
         const DoneBefore doneBefore(order);
         markDone(plan, doneBefore);
-        proveOthers(plan, doneBefore, *order.target);
+        if (host().userInterface().comparesOthers()) {
+            proveOthers(plan, doneBefore, *order.target);
+        }
     } else if (host().userInterface().updates()) {
         markCurrent(plan, DoneBefore(order));
     }

@@ -204,7 +204,7 @@ TEST_F(ResumeTest, TheSameCommandSkipsWhatItMadeBefore)
             EXPECT_EQ(encode(command + QStringList{u"--level"_s, u"1"_s}).status, 2);
             wav(u"3.wav"_s, 9000);
             EXPECT_EQ(encode(command).status, 1) << "and the others stay done";
-            EXPECT_EQ(encode({u"--fingerprints"_s, u"--beside-source"_s, u"--overwrite"_s, music}).status, 0);
+            EXPECT_EQ(jobs({u"--overwrite"_s}), 2);
         }
     }
 }
