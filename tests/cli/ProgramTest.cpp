@@ -287,18 +287,17 @@ TEST_F(Program, DemoAndToolsWork)
 class Interruption : public Program
 {
 protected:
-    void SetUp() override
+    /// The command's tool writes `made`, a line of the shell.
+    void begin(const QStringList &command, const char *type, const QByteArray &made)
     {
-        shell(u"flac"_s, "for last; do :; done\necho part > \"$last\"\necho $$ >> '" + m_log.toUtf8() +
+        shell(u"flac"_s, "for last; do :; done\n" + made + "\necho $$ >> '" + m_log.toUtf8() +
                              "'\nwhile [ ! -e '" + folder.file(u"release"_s).toUtf8() +
                              "' ]; do sleep 0.02; done\n");
         for (int index = 0; index < 50; ++index) {
-            wav(u"%1.wav"_s.arg(index), 1);
+            writeWav(music + u"/%1.%2"_s.arg(QString::number(index), QString::fromUtf8(type)), {.frames = 1});
         }
-        process = start({u"encode"_s, u"--to"_s, u"flac"_s, u"--beside-source"_s, u"--delete-originals"_s,
-                         u"--yes"_s, music});
+        process = start(command + QStringList{music});
         ASSERT_TRUE(waitUntil([this] { return tools().size() == 2; }));
-        interrupt("Waiting for 2 running job(s)");
     }
     QList<QByteArray> tools() const
     {
@@ -306,6 +305,7 @@ protected:
     }
     void interrupt(const QByteArray &answer)
     {
+        ASSERT_GT(process->processId(), 0) << "it is there no more: " << m_said.constData();
         kill(static_cast<pid_t>(process->processId()), SIGINT);
         EXPECT_TRUE(waitUntil([&] { return (m_said += process->readAllStandardError()).contains(answer); }))
             << m_said.constData();
@@ -317,7 +317,7 @@ protected:
         for (const QByteArray &tool : tools()) {
             EXPECT_TRUE(endsSoon(tool)) << "an orphan is left";
         }
-        EXPECT_EQ(files(u"*.wav"_s).size(), 50) << "originals stay";
+        EXPECT_EQ(files(u"*"_s).size(), 50) << "originals stay, and nothing else is there";
     }
     std::unique_ptr<QProcess> process;
 
@@ -326,14 +326,26 @@ private:
     QByteArray m_said;
 };
 
-TEST_F(Interruption, OnceLetsTheRunningToolsFinish)
+TEST_F(Interruption, GivesUpWhatMakesFiles)
 {
+    begin({u"encode"_s, u"--to"_s, u"flac"_s, u"--beside-source"_s, u"--delete-originals"_s, u"--yes"_s},
+          "wav", "echo part > \"$last\"");
+    interrupt("What runs is given up");
+    expectCleanEnd();
+}
+
+TEST_F(Interruption, LetsToolsThatOnlyReadFinish)
+{
+    begin({u"verify"_s}, "flac", ":");
+    interrupt("Waiting for 2 running job(s)");
     folder.write(u"release"_s, "");
     expectCleanEnd();
 }
 
 TEST_F(Interruption, TwiceEndsAtOnce)
 {
+    begin({u"verify"_s}, "flac", ":");
+    interrupt("Waiting for 2 running job(s)");
     interrupt("/0.flac\n");
     expectCleanEnd();
 }
