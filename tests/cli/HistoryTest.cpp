@@ -93,7 +93,7 @@ TEST_F(HistoryTest, ShowsWhereAKilledRunStopped)
     ASSERT_TRUE(waitUntil([&] { return QFile::exists(started) && readFile(started).size() == 2; }));
     EXPECT_EQ(history().at(0)[u"status"], u"running"_s);
     ASSERT_TRUE(waitUntil([&] { return history({u"show"_s, u"1"_s}).at(2)[u"status"] == u"running"_s; }));
-    kill(static_cast<pid_t>(process->processId()), SIGKILL);
+    send(*process, SIGKILL);
     end(*process);
 
     EXPECT_EQ(history().at(0)[u"status"], u"broken-off"_s);

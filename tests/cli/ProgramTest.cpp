@@ -305,8 +305,7 @@ protected:
     }
     void interrupt(const QByteArray &answer)
     {
-        ASSERT_GT(process->processId(), 0) << "it is there no more: " << m_said.constData();
-        kill(static_cast<pid_t>(process->processId()), SIGINT);
+        send(*process, SIGINT);
         EXPECT_TRUE(waitUntil([&] { return (m_said += process->readAllStandardError()).contains(answer); }))
             << m_said.constData();
     }

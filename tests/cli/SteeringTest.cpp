@@ -60,7 +60,7 @@ protected:
     {
         return QFile::exists(m_log) ? readFile(m_log).trimmed().split('\n') : QList<QByteArray>();
     }
-    void send(int signal) { kill(static_cast<pid_t>(m_process->processId()), signal); }
+    void send(int signal) { Program::send(*m_process, signal); }
     bool says(const QByteArray &words)
     {
         return waitUntil([&] {

@@ -13,6 +13,7 @@
 #include <QJsonObject>
 #include <QProcess>
 
+#include <csignal>
 #include <functional>
 #include <gtest/gtest.h>
 
@@ -47,6 +48,12 @@ protected:
         }
         process->start(program, arguments);
         return process;
+    }
+    /// To the process alone: the number 0 would be the whole group of the tests.
+    static void send(const QProcess &process, int signal)
+    {
+        ASSERT_GT(process.processId(), 0) << "it has ended";
+        kill(static_cast<pid_t>(process.processId()), signal);
     }
     Outcome end(QProcess &process)
     {
