@@ -79,7 +79,7 @@ std::vector<PlanEntry> entriesOf(KruvTask &job)
     const bool isOneSource = outline.sources.size() == 1; // of several outputs, perhaps
     PlanEntry entry;
     entry.reason = job.foreseenFailure();
-    entry.notes = job.remarks();
+    entry.notes = outline.changes + job.remarks();
     entry.bytes = outline.outputs.size() == 1 ? job.foreseenBytes() : 0;
     entry.keepReason = job.plannedEntry().keepReason;
     std::vector<PlanEntry> entries;

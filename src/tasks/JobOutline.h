@@ -22,6 +22,8 @@ struct JobOutline
         Renewed
     };
     Existing existing = Existing::Usual;
+    /// What becomes different in a file that is worked on itself, a clause each.
+    QStringList changes = {};
 };
 
 } // namespace kruv

@@ -21,9 +21,12 @@ struct TagChanges
 /// the changes in and writes it.
 class ChangeTagsTask : public WriteTagsTask
 {
+    Q_DECLARE_TR_FUNCTIONS(kruv::ChangeTagsTask)
 public:
     ChangeTagsTask(TaskCompletionSink *queue, const QString &fileName, const QString &type,
                    TagChanges changes, bool writeEmptyTags);
+
+    JobOutline outline() const override;
 
 protected:
     std::shared_ptr<const TagsObject> tags() override;

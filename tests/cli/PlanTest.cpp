@@ -149,6 +149,21 @@ TEST_F(PlanTest, WhatNeedsAnAnswerIsRefusedWithTheFlagThatGivesIt)
     EXPECT_TRUE(lossy.out.contains("--from-lossy")) << lossy.out.constData() << lossy.err.constData();
 }
 
+TEST_F(PlanTest, TellsOfEachFileWhichTagsItGets)
+{
+    ASSERT_EQ(encode({u"-o"_s, u"other place"_s, u"--mirror"_s, u"two"_s}).status, 1);
+    folder.write(u"music/names.txt"_s, "1. First\n2. Second\n");
+    const QStringList flac{music + u"/other place/deep/a.flac"_s,
+                           music + u"/other place/again/b 100% \"q\".flac"_s};
+    const QByteArray before = readFile(flac[0]);
+    const Outcome dry = run({u"tags"_s, u"names"_s, u"names.txt"_s, u"--dry-run"_s, flac[0], flac[1]});
+    EXPECT_EQ(dry.status, 0) << dry.err.constData();
+    EXPECT_TRUE(dry.out.contains("title: First") && dry.out.contains("title: Second") &&
+                dry.out.contains("track: 2"))
+        << dry.out.constData();
+    EXPECT_EQ(readFile(flac[0]), before);
+}
+
 TEST_F(PlanTest, KeepsTreesApart)
 {
     for (const char *each : {"set/disc 1", "set/disc 2", "more/disc 1"}) {
