@@ -205,7 +205,7 @@ void History::forEachConversionOf(std::int64_t run, int most,
         "SELECT s.path, s.size, o.size, r.seconds FROM entries e JOIN receipts r ON r.entry = e.id"
         " JOIN receipt_files s ON s.receipt = r.id AND s.role = 'source'"
         " JOIN receipt_files o ON o.receipt = r.id AND o.role = 'output'"
-        " WHERE e.run = ? AND e.state = 'done' ORDER BY e.id DESC LIMIT ?");
+        " WHERE e.run = ? AND e.state = 'complete' ORDER BY e.id DESC LIMIT ?");
     rows.with(run, most);
     while (rows.step()) {
         visit({.source = rows.text(0),
