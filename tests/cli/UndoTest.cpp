@@ -99,7 +99,7 @@ TEST_F(UndoTest, OnlyOneProcessTakesARunBack)
     const Outcome outcome = undo();
     EXPECT_EQ(outcome.status, 2);
     EXPECT_TRUE(outcome.err.contains("run 1 is being undone by another process")) << outcome.err.constData();
-    QByteArray gone = StagingLock::thisProcess();
+    const QByteArray gone = StagingLock::thisProcess().trimmed();
     inJournal("UPDATE runs SET undoing = CAST(? AS TEXT)", gone.first(gone.lastIndexOf('\n') + 1) + '1');
     EXPECT_EQ(undo().status, 0) << "the other one was killed";
     EXPECT_TRUE(everything() == plain);
