@@ -22,6 +22,7 @@ struct JobOutline
         Renewed
     };
     Existing existing = Existing::Usual;
+    bool copies = false; ///< its source, as it is
 };
 
 } // namespace kruv

@@ -74,7 +74,10 @@ protected:
         QDir().mkpath(music);
         for (int index = 0; index < 24; ++index) {
             wav(u"%1.wav"_s.arg(index), 2000 + 50 * static_cast<std::size_t>(index));
+            folder.write(u"music/%1.log"_s.arg(index), QByteArray::number(index));
         }
+        folder.write(u"music/set.cue"_s, "FILE \"3.wav\" WAVE\n");
+        folder.write(u"music/set.md5.txt"_s, "00000000000000000000000000000000 *3.wav\n");
     }
 };
 
@@ -87,6 +90,7 @@ TEST_F(ResumeTest, EndsWithTheFilesOfAnUndisturbedRunHoweverOftenItIsKilled)
         {u"encode"_s, u"--to"_s, u"wv"_s, u"--delete-originals"_s, u"-y"_s},
         {u"lossy"_s, u"--to"_s, u"opus"_s},
         {u"decode"_s, u"--to"_s, u"aiff"_s, u"--prove"_s},
+        {u"encode"_s, u"--to"_s, u"wv"_s, u"--name"_s, u"{folder}/new {name}"_s, u"--copy-others"_s},
     };
     std::minstd_rand random(1);
     for (const QStringList &command : commands) {
