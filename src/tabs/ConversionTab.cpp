@@ -89,6 +89,14 @@ std::optional<QString> ConversionTab::chooseOutputFolderUnless(const ToggleContr
     return besideSources.isOn() ? QString() : chooseOutputFolder();
 }
 
+bool ConversionTab::goesAlong(const QString &file) const
+{
+    const auto kind = OtherFiles::kindOf(file);
+    return kind && m_otherFiles.testFlag(*kind) && std::ranges::any_of(folders(), [&](const QString &folder) {
+               return OtherFiles::isSeenBelow(folder, file);
+           });
+}
+
 bool ConversionTab::outputsCollide(const OutputPlan &plan)
 {
     const auto collision = plan.collision();

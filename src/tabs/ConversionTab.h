@@ -47,6 +47,7 @@ protected:
     /// Nothing when the command is not to go on.
     std::optional<OutputPlan> planOutputs(const ToggleControl &besideSources, const ConversionOrder &order);
 
+    bool goesAlong(const QString &file) const override;
     /// Adds to a plan what is written about its outputs; nothing where no option asks for it.
     virtual void addLists(OutputPlan & /*plan*/) {}
 

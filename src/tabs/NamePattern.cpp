@@ -113,7 +113,7 @@ void closeGap(std::vector<Piece> &pieces, std::size_t index)
                                     [](const Piece &piece) { return !piece.text.isEmpty(); });
     if (after != end && !after->isField) {
         while (!after->text.isEmpty() && isSeparator(after->text.front())) {
-            after->text.removeFirst();
+            after->text.remove(0, 1);
         }
     }
     const bool isLast = std::all_of(after, end, [](const Piece &piece) { return piece.text.isEmpty(); });

@@ -101,6 +101,13 @@ std::optional<OtherFiles::Kinds> OtherFiles::kindsFrom(const QString &ids)
     return kinds;
 }
 
+bool OtherFiles::isSeenBelow(const QString &folder, const QString &file)
+{
+    return isBelow(file, folder) && !QStringView(file)
+                                         .sliced(folder.endsWith(u'/') ? folder.size() - 1 : folder.size())
+                                         .contains(QStringView(u"/."));
+}
+
 OtherFiles::OtherFiles(const OutputPlace &place, const QStringList &folders, const Format &target)
     : m_place(place)
     , m_folders(folders)
@@ -130,9 +137,8 @@ QStringList OtherFiles::find(const OutputPlan &plan, Kinds kinds) const
     for (const QString &folder : m_folders) {
         const bool hasOutputs = !m_place.folder.isEmpty() && isBelow(m_place.folder, folder);
         walk.walk(folder, [&](const QString &file) {
-            const bool isHidden = QStringView(file).sliced(folder.size()).contains(QStringView(u"/."));
             const auto kind = kindOf(file);
-            if (kind && kinds.testFlag(*kind) && !isHidden && !passedOver.contains(file) &&
+            if (kind && kinds.testFlag(*kind) && isSeenBelow(folder, file) && !passedOver.contains(file) &&
                 !(hasOutputs && isBelow(file, m_place.folder))) {
                 passedOver.insert(file);
                 found.append(file);

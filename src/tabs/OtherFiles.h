@@ -33,6 +33,9 @@ public:
     static std::optional<Kinds> kindsFrom(const QString &ids);
     static QStringList ids();
 
+    /// Whether the file lies there, and neither it nor a folder on the way is hidden.
+    static bool isSeenBelow(const QString &folder, const QString &file);
+
     /// Those below `folders`. `target`: what the audio becomes.
     OtherFiles(const OutputPlace &place, const QStringList &folders, const Format &target);
 

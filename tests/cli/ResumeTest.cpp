@@ -23,7 +23,8 @@ protected:
     Outcome resume(const QStringList &more = {}) { return run(QStringList{u"resume"_s} + more); }
     bool isBegun() const
     {
-        return !QDir(music).entryList({u".kruv-*"_s}, QDir::Dirs | QDir::Hidden).isEmpty();
+        return QDirIterator(music, {u".kruv-*"_s}, QDir::Dirs | QDir::Hidden, QDirIterator::Subdirectories)
+            .hasNext();
     }
     /// Starts what is killed so many milliseconds after it has begun, where it has not ended by itself.
     void killAfter(const QStringList &arguments, int milliseconds)
