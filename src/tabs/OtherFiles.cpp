@@ -159,6 +159,7 @@ void OtherFiles::notePlaces(const OutputPlan &plan)
             continue;
         }
         noted.insert(pair);
+        m_foldersOfOutputs.insert(entry.folder);
         if (!m_placeOfAudio.contains(folder)) {
             m_placeOfAudio.insert(folder, entry.folder);
         }
@@ -211,9 +212,8 @@ bool OtherFiles::addList(OutputPlan &plan, const QString &file) const
 {
     const QString folder =
         m_place.named(placeOf(PathNames::folderOf(file)) + QStringLiteral("/file")).chopped(5);
-    const auto liesThere = [&](const OutputPlan::Entry &entry) { return entry.folder == folder; };
     const auto liesBelow = [&](const OutputPlan::Entry &entry) { return isBelow(entry.output, folder); };
-    const bool isAbove = std::ranges::none_of(plan.entries(), liesThere);
+    const bool isAbove = !m_foldersOfOutputs.contains(folder);
     if (isAbove && std::ranges::none_of(plan.entries(), liesBelow)) {
         return false;
     }

@@ -8,6 +8,7 @@
 #include <QCoreApplication>
 #include <QFlags>
 #include <QHash>
+#include <QSet>
 #include <QString>
 #include <QStringList>
 
@@ -56,6 +57,7 @@ private:
     /// Where the audio of a folder goes, and what that of the folders below it has in common.
     QHash<QString, QString> m_placeOfAudio;
     QHash<QString, QString> m_placeAbove;
+    QSet<QString> m_foldersOfOutputs;
     QHash<QString, QString> m_copied; // sources by their output
 };
 
