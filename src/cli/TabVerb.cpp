@@ -198,7 +198,7 @@ void TabVerb::declareNameFlags()
 void TabVerb::declareOthersFlag()
 {
     app().add_flag(
-        "--copy-others{all}", m_options.copyOthers,
+        "--copy-others", m_options.copyOthers,
         tr("Copy files beside the audio as well: all, or =%1 of them. File names in cue sheets become "
            "the new ones; lists over audio are made anew over the new files, fingerprints of others "
            "than FLAC files and SFV as MD5")
@@ -211,11 +211,17 @@ void TabVerb::placeOutputs(ConversionTab &tab) const
     tab.keepFoldersButton().setOn(m_options.mirror);
     tab.setPortableNames(m_options.portableNames);
     if (!m_options.copyOthers.empty()) {
-        const auto kinds = OtherFiles::kindsFrom(QString::fromStdString(m_options.copyOthers));
+        // Without kinds it has the value of a flag.
+        const auto kinds = m_options.copyOthers == "true"
+                               ? OtherFiles::all
+                               : OtherFiles::kindsFrom(QString::fromStdString(m_options.copyOthers));
         if (!kinds) {
             throw UsageError(tr("--copy-others=%1: it can be all, or some of %2 with commas between them")
                                  .arg(QString::fromStdString(m_options.copyOthers),
                                       OtherFiles::ids().join(QStringLiteral(", "))));
+        }
+        if (m_options.besideSource && m_options.name.empty()) {
+            throw UsageError(tr("--copy-others: the files lie beside the outputs already"));
         }
         tab.setOtherFiles(*kinds);
     }

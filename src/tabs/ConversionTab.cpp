@@ -235,14 +235,15 @@ void ConversionTab::queueJobs(const OutputPlan &plan, const ConversionOrder &ord
     reportWithoutJob(made.withoutJob, order.target->label.toString());
     submit(made.jobs, complete.toText(plan));
     if (Plan *whole = host().plan()) {
-        completePlan(*whole, plan, complete);
+        completePlan(*whole, made.listsFollow ? plan.lists() : std::vector<OutputPlan::List>(), complete);
     }
     clearFiles();
 }
 
-void ConversionTab::completePlan(Plan &whole, const OutputPlan &plan, const ConversionOrder &order)
+void ConversionTab::completePlan(Plan &whole, const std::vector<OutputPlan::List> &lists,
+                                 const ConversionOrder &order)
 {
-    for (const OutputPlan::List &list : plan.lists()) {
+    for (const OutputPlan::List &list : lists) {
         PlanEntry entry{.output = list.path,
                         .action = FileCommit::isTaken(list.path) ? PlanEntry::Action::Replace
                                                                  : PlanEntry::Action::Make};

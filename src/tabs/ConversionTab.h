@@ -12,6 +12,7 @@
 
 #include <memory>
 #include <utility>
+#include <vector>
 
 namespace kruv {
 
@@ -64,7 +65,7 @@ private:
     void tellOfMerges(const OutputPlan &plan);
     bool agreeOnExistingOutputs(OutputPlan &plan);
     /// What a plan says besides its jobs: lists, costs, disks that are too small.
-    void completePlan(Plan &whole, const OutputPlan &plan, const ConversionOrder &order);
+    void completePlan(Plan &whole, const std::vector<OutputPlan::List> &lists, const ConversionOrder &order);
     /// False where a disk is too small, and the person does not go on.
     bool hasRoom(const OutputPlan &plan, const ConversionOrder &order);
     void queueJobs(const OutputPlan &plan, const ConversionOrder &order);
