@@ -99,6 +99,7 @@ QStringList OutputPlan::folders() const
 /// A list above the folders of the audio is about all of them.
 QStringList OutputPlan::outputsFor(const List &list) const
 {
+    const QString above = list.folder + u'/';
     QStringList inFolder;
     QStringList below;
     for (const Entry &entry : m_entries) {
@@ -107,11 +108,11 @@ QStringList OutputPlan::outputsFor(const List &list) const
         }
         if (list.folder.isEmpty() || entry.folder == list.folder) {
             inFolder.append(entry.output);
-        } else if (entry.output.startsWith(list.folder + u'/')) {
+        } else if (list.kind != List::Kind::OfOption && entry.output.startsWith(above)) {
             below.append(entry.output);
         }
     }
-    return inFolder.isEmpty() && list.kind != List::Kind::OfOption ? below : inFolder;
+    return inFolder.isEmpty() ? below : inFolder;
 }
 
 bool OutputPlan::addList(const List &list)
