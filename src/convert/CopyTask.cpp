@@ -31,6 +31,16 @@ void open(QFile &file)
     }
 }
 
+/// Until `take` says that it is enough.
+template <class Take> void forEachPiece(QIODevice &device, const Take &take)
+{
+    for (QByteArray piece = device.read(pieceSize); !piece.isEmpty(); piece = device.read(pieceSize)) {
+        if (!take(piece)) {
+            return;
+        }
+    }
+}
+
 } // namespace
 
 CopyTask::CopyTask(TaskCompletionSink *queue, const Request &request)
@@ -81,16 +91,6 @@ void CopyTask::make(StagedOutputs &outputs)
     }
     outputs.allowEmpty();
     write(outputs.add(outputPath()));
-}
-
-/// The source, or the sheet that is made of it, piece by piece.
-template <class Take> void forEachPiece(QIODevice &device, const Take &take)
-{
-    for (QByteArray piece = device.read(pieceSize); !piece.isEmpty(); piece = device.read(pieceSize)) {
-        if (!take(piece)) {
-            return;
-        }
-    }
 }
 
 void CopyTask::write(const QString &path) const

@@ -62,7 +62,7 @@ QString cleaned(const QString &text)
 
 /// The first that is not empty. The last ones stay English, whatever language the program speaks: the same
 /// command is to make the same names.
-QString firstOf(std::initializer_list<QString> texts)
+QString firstText(std::initializer_list<QString> texts)
 {
     QString clean;
     for (const QString &text : texts) {
@@ -155,19 +155,19 @@ const std::vector<NamePattern::Field> &NamePattern::allFields()
     static const std::vector<Field> fields{
         {"artist", true,
          [](Of of) {
-             return firstOf({of.tags.artistText(), of.tags.albumArtistText(), unknownArtist});
+             return firstText({of.tags.artistText(), of.tags.albumArtistText(), unknownArtist});
          }},
         {"albumartist", true,
          [](Of of) {
-             return firstOf({of.tags.albumArtistText(), of.tags.artistText(), unknownArtist});
+             return firstText({of.tags.albumArtistText(), of.tags.artistText(), unknownArtist});
          }},
         {"album", true,
          [](Of of) {
-             return firstOf({of.tags.albumText(), unknownAlbum});
+             return firstText({of.tags.albumText(), unknownAlbum});
          }},
         {"title", true,
          [](Of of) {
-             return firstOf({of.tags.titleText(), PathNames::nameWithoutExtension(of.source)});
+             return firstText({of.tags.titleText(), PathNames::nameWithoutExtension(of.source)});
          }},
         {"track", true,
          [](Of of) { return numberAndTotal(of.tags, TagField::Track, TagField::TrackTotal).first; }},
