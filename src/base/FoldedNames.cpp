@@ -26,6 +26,14 @@ QByteArray make(const QString &path)
     return file.isOpen() ? name : QByteArray();
 }
 
+/// To the folder that it lies in; false where there is none.
+bool goUp(QString &folder)
+{
+    const qsizetype slash = folder.lastIndexOf(u'/');
+    folder.truncate(std::max<qsizetype>(slash, 0));
+    return slash > 0;
+}
+
 bool isVisible(QChar character)
 {
     const bool isVariant = character >= QChar(0xFE00) && character <= QChar(0xFE0F);
@@ -63,11 +71,17 @@ bool areOne(const QString &folder, const QString &first, const QString &second)
     if (first == second) {
         return true;
     }
-    const QString trial = folder + u'/' + StagingName::random();
-    const QByteArray place = QFile::encodeName(trial);
-    if (mkdir(place.constData(), 0700) != 0) {
+    const QString name = u'/' + StagingName::random();
+    QString above = folder; // what is made in it later is alike
+    int problem = 0;
+    do {
+        problem = mkdir(QFile::encodeName(above + name).constData(), 0700) == 0 ? 0 : errno;
+    } while (problem == ENOENT && goUp(above));
+    if (problem != 0) {
         return true;
     }
+    const QString trial = above + name;
+    const QByteArray place = QFile::encodeName(trial);
     const QByteArray one = make(trial + u'/' + first);
     errno = 0;
     const QByteArray other = one.isEmpty() ? one : make(trial + u'/' + second);

@@ -14,7 +14,7 @@ namespace kruv::FoldedNames {
 QString key(const QString &name);
 
 /// Whether the file system that `folder` lies on takes these names for one. Tries them in a folder of its
-/// own, and believes it where nothing can be tried. Blocks.
+/// own, or above it where it is not there yet, and believes it where nothing can be tried. Blocks.
 bool areOne(const QString &folder, const QString &first, const QString &second);
 
 } // namespace kruv::FoldedNames

@@ -64,6 +64,25 @@ QString TextEncoding::decoded(const QByteArray &bytes) const
     return text;
 }
 
+std::optional<QByteArray> TextEncoding::encoded(const QString &text) const
+{
+    if (!m_converter) {
+        return std::nullopt;
+    }
+    constexpr int widest = 8; // bytes a UTF-16 unit
+    UErrorCode status = U_ZERO_ERROR;
+    ucnv_setFromUCallBack(m_converter.get(), UCNV_FROM_U_CALLBACK_STOP, nullptr, nullptr, nullptr, &status);
+    QByteArray bytes(text.size() * widest, Qt::Uninitialized);
+    const int32_t length = ucnv_fromUChars(
+        m_converter.get(), bytes.data(), static_cast<int32_t>(bytes.size()),
+        reinterpret_cast<const UChar *>(text.utf16()), static_cast<int32_t>(text.size()), &status);
+    if (U_FAILURE(status)) {
+        return std::nullopt;
+    }
+    bytes.truncate(length);
+    return bytes;
+}
+
 QString TextEncoding::text(const QByteArray &bytes)
 {
     if (bytes.startsWith("\xff\xfe") || bytes.startsWith("\xfe\xff")) {

@@ -7,6 +7,7 @@
 #include <QString>
 
 #include <memory>
+#include <optional>
 
 struct UConverter;
 
@@ -22,6 +23,8 @@ public:
     static TextEncoding detected(const QByteArray &bytes);
 
     QString decoded(const QByteArray &bytes) const;
+    /// Nothing where the encoding lacks one of the characters.
+    std::optional<QByteArray> encoded(const QString &text) const;
 
     /// The text of bytes in whatever encoding: UTF-8 or UTF-16, with or without a byte-order mark, else what
     /// they look like. Never fails.

@@ -24,6 +24,12 @@ struct CommonOptions
     bool besideSource = false;
     /// The output folder gets the tree below each folder that was given.
     bool mirror = false;
+    /// Pattern of the outputs' names; empty: as their sources.
+    std::string name;
+    /// Names that other systems take, too.
+    bool portableNames = false;
+    /// Kinds of files beside the audio that go along; empty: none.
+    std::string copyOthers;
     bool deleteOriginals = false;
     /// Originals whose outputs have other samples on purpose may go, too.
     bool deleteChanged = false;

@@ -36,7 +36,7 @@ void DecodeVerb::runCommands(KruvController &controller, QueueRun &queueRun, con
     tab.flacKeepForeignMetadataButton().setOn(m_keepForeignMetadata);
     tab.sourceDecodeButton().setOn(options().besideSource);
     tab.deleteOriginalsButton().setOn(options().deleteOriginals);
-    tab.keepFoldersButton().setOn(options().mirror);
+    placeOutputs(tab);
     queueRun.leaveOutResults();
     runTab(tab, queueRun, paths);
 }

@@ -31,7 +31,7 @@ void EncodeVerb::runCommands(KruvController &controller, QueueRun &queueRun, con
     m_flags.apply(tab.formatControls());
     tab.sourceEncodeButton().setOn(options().besideSource);
     tab.deleteOriginalsButton().setOn(options().deleteOriginals);
-    tab.keepFoldersButton().setOn(options().mirror);
+    placeOutputs(tab);
     queueRun.leaveOutResults();
     runTab(tab, queueRun, paths);
 }

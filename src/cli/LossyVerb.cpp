@@ -30,7 +30,7 @@ void LossyVerb::runCommands(KruvController &controller, QueueRun &queueRun, cons
     m_flags.apply(tab.formatControls());
     tab.sourceEncodeButton().setOn(options().besideSource);
     tab.deleteOriginalsButton().setOn(options().deleteOriginals);
-    tab.keepFoldersButton().setOn(options().mirror);
+    placeOutputs(tab);
     queueRun.leaveOutResults();
     runTab(tab, queueRun, paths);
 }

@@ -16,6 +16,9 @@
 #include "platform/OneWindow.h"
 #include "tabs/BaseTab.h"
 #include "tabs/Controls.h"
+#include "tabs/ConversionTab.h"
+#include "tabs/NamePattern.h"
+#include "tabs/OtherFiles.h"
 #include "tabs/Plan.h"
 #include "tabs/Resumption.h"
 #include "tasks/StagingLock.h"
@@ -28,6 +31,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <climits>
+#include <stdexcept>
 #include <sys/stat.h>
 
 namespace kruv {
@@ -170,6 +174,64 @@ void TabVerb::declareExistingFlags()
             tr("Keep the tree below each folder given: A/B/x.wav becomes DIR/B/x.flac"))
         ->excludes(app().get_option("--beside-source"))
         ->needs(app().get_option("--output"));
+    declareNameFlags();
+    declareOthersFlag();
+}
+
+void TabVerb::declareNameFlags()
+{
+    addOption(
+        "--name", m_options.name,
+        tr("Name outputs after the tags of their sources, in folders where it has slashes: "
+           "\"{albumartist}/{album} ({year})/{disc}-{track:02} {title}\". Fields are %1; digits behind a "
+           "colon are those that a number has at least, and {{ is a brace. Empty are called \"Unknown "
+           "Artist\" and \"Unknown Album\", a title as its file; other empty fields vanish, with the word "
+           "before, the separators behind and the brackets around them, and so do folders of nothing else")
+            .arg(u'{' + NamePattern::fields().join(QStringLiteral("}, {")) + u'}'))
+        ->type_name("PATTERN");
+    addFlag(
+        "--portable-names", m_options.portableNames,
+        tr("Make names that FAT, exFAT and Windows take: without <>:\"\\|?*, points and blanks at the end, "
+           "or names of devices, and apart in more than capitals"));
+}
+
+void TabVerb::declareOthersFlag()
+{
+    app().add_flag(
+        "--copy-others", m_options.copyOthers,
+        tr("Copy files beside the audio as well: all, or =%1 of them. File names in cue sheets become "
+           "the new ones; lists over audio are made anew over the new files, fingerprints of others "
+           "than FLAC files and SFV as MD5")
+            .arg(OtherFiles::ids().join(u','))
+            .toStdString());
+}
+
+void TabVerb::placeOutputs(ConversionTab &tab) const
+{
+    tab.keepFoldersButton().setOn(m_options.mirror);
+    tab.setPortableNames(m_options.portableNames);
+    if (!m_options.copyOthers.empty()) {
+        // Without kinds it has the value of a flag.
+        const auto kinds = m_options.copyOthers == "true"
+                               ? OtherFiles::all
+                               : OtherFiles::kindsFrom(QString::fromStdString(m_options.copyOthers));
+        if (!kinds) {
+            throw UsageError(tr("--copy-others=%1: it can be all, or some of %2 with commas between them")
+                                 .arg(QString::fromStdString(m_options.copyOthers),
+                                      OtherFiles::ids().join(QStringLiteral(", "))));
+        }
+        if (m_options.besideSource && m_options.name.empty()) {
+            throw UsageError(tr("--copy-others: the files lie beside the outputs already"));
+        }
+        tab.setOtherFiles(*kinds);
+    }
+    if (!m_options.name.empty()) {
+        try {
+            tab.setNames(std::make_shared<const NamePattern>(QString::fromStdString(m_options.name)));
+        } catch (const std::runtime_error &problem) {
+            throw UsageError(QStringLiteral("--name: ") + QString::fromUtf8(problem.what()));
+        }
+    }
 }
 
 void TabVerb::declareDetachFlag()

@@ -18,6 +18,7 @@ namespace kruv {
 
 class BaseTab;
 class ChoiceControl;
+class ConversionTab;
 class JobSession;
 class KruvController;
 class Plan;
@@ -47,8 +48,10 @@ protected:
     void declareChangeFlag();
     /// Place and deletion.
     void declareOutputFlags();
-    /// What becomes of outputs that are there already.
+    /// What becomes of outputs that are there already, and the names of new ones.
     void declareExistingFlags();
+    /// Where outputs go, and what they are called, as those flags and that of the place say.
+    void placeOutputs(ConversionTab &tab) const;
     void declareDetachFlag();
     void declareDryRunFlag();
     /// For commands that always write into one folder.
@@ -87,6 +90,8 @@ protected:
     void runTab(BaseTab &tab, QueueRun &queueRun, const QStringList &paths);
 
 private:
+    void declareNameFlags();
+    void declareOthersFlag();
     /// The given paths that exist, absolute; says which don't.
     QStringList existingPaths();
     /// Whether there is a window that can be given the jobs; says where not.

@@ -120,6 +120,13 @@ void BaseTab::take(Intake intake)
     m_fileList.add(std::move(intake.accepted));
     noteFolders(intake.folders);
     filesAdded();
+    if (intake.refused.removeIf([this](const QString &file) { return goesAlong(file); }) > 0) {
+        QSet<QString> extensions;
+        for (const QString &file : std::as_const(intake.refused)) {
+            extensions.insert(PathNames::extension(file));
+        }
+        intake.badExtensions = extensions.values();
+    }
     if (Plan *plan = m_host.plan()) {
         for (const QString &file : std::as_const(intake.refused)) {
             plan->add({.sources = {file},

@@ -86,6 +86,9 @@ Q_SIGNALS:
 protected:
     /// Runs after every addition.
     virtual void filesAdded() {}
+    /// Whether a file that it can't work on is not refused, as its command does something with it all the
+    /// same.
+    virtual bool goesAlong(const QString & /*file*/) const { return false; }
 
     TabHost &host() const { return m_host; }
     void submit(std::span<const std::shared_ptr<KruvTask>> jobs, const QString &plan = {})

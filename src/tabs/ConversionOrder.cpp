@@ -6,17 +6,23 @@
 #include "base/PathNames.h"
 #include "checksums/CreateFFPTask.h"
 #include "checksums/CreateMD5Task.h"
+#include "checksums/CreateST5Task.h"
+#include "convert/CopyTask.h"
 #include "formats/ConversionTask.h"
 #include "formats/FormatOption.h"
 #include "formats/Formats.h"
 #include "formats/flac/FlacOptions.h"
 #include "formats/shorten/ShortenOptions.h"
+#include "platform/Resources.h"
+#include "tabs/NewFileNames.h"
+#include "tabs/OtherFiles.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 
 #include <algorithm>
+#include <array>
 
 namespace kruv {
 
@@ -69,13 +75,30 @@ bool read(OptionValues &values, const FormatOption &option, const QJsonValue &va
     return found != option.choices.end();
 }
 
+constexpr std::array<const char *, 4> listKinds{"option", "md5", "ffp", "st5"};
+
+QString idOf(OutputPlan::List::Kind kind)
+{
+    return QString::fromLatin1(listKinds.at(static_cast<std::size_t>(kind)));
+}
+
+/// That of an option where there is none: earlier versions knew no other.
+OutputPlan::List::Kind listKind(const QString &id)
+{
+    const auto found =
+        std::ranges::find_if(listKinds, [&id](const char *each) { return id == QLatin1StringView(each); });
+    return found == listKinds.end() ? OutputPlan::List::Kind::OfOption
+                                    : static_cast<OutputPlan::List::Kind>(found - listKinds.begin());
+}
+
 QJsonArray listsAsJson(const std::vector<OutputPlan::List> &lists)
 {
     QJsonArray all;
     for (const OutputPlan::List &list : lists) {
         all.append(QJsonObject{{QStringLiteral("path"), list.path},
                                {QStringLiteral("extension"), list.extension},
-                               {QStringLiteral("folder"), list.folder}});
+                               {QStringLiteral("folder"), list.folder},
+                               {QStringLiteral("kind"), idOf(list.kind)}});
     }
     return all;
 }
@@ -85,6 +108,50 @@ const Format *formatWithId(const QString &id)
     const auto found = std::ranges::find_if(
         Formats::all(), [&id](const Format *format) { return id == QLatin1StringView(format->id); });
     return found == Formats::all().end() ? nullptr : *found;
+}
+
+std::shared_ptr<KruvTask> listJob(const OutputPlan::List &list, const QStringList &files,
+                                  TaskCompletionSink *queue)
+{
+    using Kind = OutputPlan::List::Kind;
+    if (list.kind == Kind::St5) {
+        return std::make_shared<CreateST5Task>(queue, toolPath(QStringLiteral("shntool")), files, list.path);
+    }
+    if (list.kind == Kind::Md5) {
+        return std::make_shared<CreateMD5Task>(queue, files, list.path);
+    }
+    auto job = std::make_shared<CreateFFPTask>(queue, files, list.path);
+    job->leaveOutUnmade();
+    return job;
+}
+
+bool isCueSheet(const OutputPlan::Entry &entry)
+{
+    return entry.isCopy && OtherFiles::kindOf(entry.source) == OtherFiles::CueSheet;
+}
+
+/// Null where no sheet needs them.
+std::shared_ptr<const NewFileNames> namesForSheets(const OutputPlan &plan)
+{
+    return std::ranges::any_of(plan.entries(), isCueSheet) ? std::make_shared<const NewFileNames>(plan)
+                                                           : nullptr;
+}
+
+std::shared_ptr<KruvTask> copyJob(const OutputPlan::Entry &entry,
+                                  const std::shared_ptr<const NewFileNames> &names, TaskCompletionSink *queue)
+{
+    using Earlier = ConversionRequest::Earlier;
+    CopyTask::Request request{.source = entry.source,
+                              .output = entry.output,
+                              .mayReplace = entry.mayReplace,
+                              .mayBeThere =
+                                  entry.earlier == Earlier::Kept || entry.earlier == Earlier::Replaced};
+    if (isCueSheet(entry)) {
+        request.newName = [entry, names](const QString &name) { return names->of(name, entry); };
+    }
+    auto job = std::make_shared<CopyTask>(queue, request);
+    job->setMakesFolders(true);
+    return job;
 }
 
 } // namespace
@@ -114,24 +181,29 @@ std::shared_ptr<KruvTask> ConversionOrder::makeJob(const OutputPlan::Entry &entr
 
 ConversionOrder::Jobs ConversionOrder::makeJobs(const OutputPlan &plan, TaskCompletionSink *queue) const
 {
-    const bool areOneSet = !decodes && !target->isLossy();
+    const bool areOneSet = (!decodes && !target->isLossy()) || !plan.lists().empty();
     const auto results = std::make_shared<KruvTaskResults>();
     results->setTaskAfterSetDone(makeLists(plan, queue));
     Jobs made;
     const auto order = std::make_shared<const ConversionOrder>(*this);
+    const auto names = namesForSheets(plan);
     for (const OutputPlan::Entry &entry : plan.entries()) {
         if (entry.isDone) {
             continue;
         }
-        const auto job = makeJob(entry, queue);
+        const auto make = [order, entry, queue, names] {
+            return entry.isCopy ? copyJob(entry, names, queue) : order->makeJob(entry, queue);
+        };
+        const std::shared_ptr<KruvTask> job = make();
         if (!job) {
             made.withoutJob.append(entry.source);
             continue;
         }
-        job->setMaker([order, entry, queue] { return order->makeJob(entry, queue); });
-        if (areOneSet) {
+        job->setMaker(make);
+        if (areOneSet && !entry.isCopy) {
             job->setResults(results);
             results->addTaskInSet(*job);
+            made.listsFollow = true;
         }
         made.jobs.push_back(job);
     }
@@ -140,17 +212,46 @@ ConversionOrder::Jobs ConversionOrder::makeJobs(const OutputPlan &plan, TaskComp
 
 std::shared_ptr<KruvTask> ConversionOrder::makeLists(const OutputPlan &plan, TaskCompletionSink *queue) const
 {
-    if (plan.lists().empty()) {
-        return nullptr;
+    const auto jobs = listJobs(plan, queue);
+    for (std::size_t index = 1; index < jobs.size(); ++index) {
+        jobs[index - 1]->results()->setTaskAfterSetDone(jobs[index]);
     }
-    if (options.isOn(ShortenOptions::md5)) {
-        return std::make_shared<CreateMD5Task>(queue, plan.outputs(), plan.lists().front().path);
+    return jobs.empty() ? nullptr : jobs.front();
+}
+
+std::vector<std::shared_ptr<KruvTask>> ConversionOrder::listJobs(const OutputPlan &plan,
+                                                                 TaskCompletionSink *queue) const
+{
+    std::vector<std::shared_ptr<KruvTask>> jobs;
+    if (auto job = listOfOption(plan, queue)) {
+        jobs.push_back(std::move(job));
     }
+    for (const OutputPlan::List &list : plan.lists()) {
+        const QStringList files = plan.outputsFor(list);
+        if (list.kind != OutputPlan::List::Kind::OfOption && !files.isEmpty()) {
+            jobs.push_back(listJob(list, files, queue));
+        }
+    }
+    return jobs;
+}
+
+std::shared_ptr<KruvTask> ConversionOrder::listOfOption(const OutputPlan &plan,
+                                                        TaskCompletionSink *queue) const
+{
+    const bool isMd5 = !decodes && options.isOn(ShortenOptions::md5);
     QList<CreateFFPTask::List> lists;
     for (const OutputPlan::List &list : plan.lists()) {
-        if (const QStringList files = plan.outputsFor(list); !files.isEmpty()) {
+        const QStringList files =
+            list.kind == OutputPlan::List::Kind::OfOption ? plan.outputsFor(list) : QStringList();
+        if (!files.isEmpty() && isMd5) {
+            return std::make_shared<CreateMD5Task>(queue, plan.outputs(), list.path);
+        }
+        if (!files.isEmpty()) {
             lists.append({list.path, files});
         }
+    }
+    if (lists.isEmpty()) {
+        return nullptr;
     }
     auto job = std::make_shared<CreateFFPTask>(queue, lists);
     job->leaveOutUnmade();
@@ -201,9 +302,9 @@ std::optional<ConversionOrder::Kept> ConversionOrder::fromText(const QString &te
         }
     }
     for (const auto &list : object[QStringLiteral("lists")].toArray()) {
-        kept.lists.push_back({list[QStringLiteral("path")].toString(),
-                              list[QStringLiteral("extension")].toString(),
-                              list[QStringLiteral("folder")].toString()});
+        kept.lists.push_back(
+            {list[QStringLiteral("path")].toString(), list[QStringLiteral("extension")].toString(),
+             list[QStringLiteral("folder")].toString(), listKind(list[QStringLiteral("kind")].toString())});
     }
     return kept;
 }

@@ -39,11 +39,15 @@ struct ConversionOrder
         std::vector<std::shared_ptr<KruvTask>> jobs = {};
         /// Sources for which there is no job.
         QStringList withoutJob = {};
+        /// The lists are written when these have ended.
+        bool listsFollow = false;
     };
     /// The jobs of all entries that are not done yet, and of the lists. Nothing is queued.
     Jobs makeJobs(const OutputPlan &plan, TaskCompletionSink *queue) const;
-    /// The job that writes the lists of a plan; null where there are none.
+    /// The job that writes the lists of a plan, each followed by the next; null where there are none.
     std::shared_ptr<KruvTask> makeLists(const OutputPlan &plan, TaskCompletionSink *queue) const;
+    /// All of them.
+    std::vector<std::shared_ptr<KruvTask>> listJobs(const OutputPlan &plan, TaskCompletionSink *queue) const;
 
     /// Whether this order makes of a source what the other one does.
     bool makesTheSame(const ConversionOrder &other) const;
@@ -59,6 +63,7 @@ struct ConversionOrder
 
 private:
     std::shared_ptr<KruvTask> makeJob(const OutputPlan::Entry &entry, TaskCompletionSink *queue) const;
+    std::shared_ptr<KruvTask> listOfOption(const OutputPlan &plan, TaskCompletionSink *queue) const;
 };
 
 struct ConversionOrder::Kept

@@ -3,6 +3,7 @@
 
 #include "tabs/ConversionTab.h"
 
+#include "base/InParallel.h"
 #include "base/PathNames.h"
 #include "base/UserInterface.h"
 #include "base/Util.h"
@@ -88,6 +89,14 @@ std::optional<QString> ConversionTab::chooseOutputFolderUnless(const ToggleContr
     return besideSources.isOn() ? QString() : chooseOutputFolder();
 }
 
+bool ConversionTab::goesAlong(const QString &file) const
+{
+    const auto kind = OtherFiles::kindOf(file);
+    return kind && m_otherFiles.testFlag(*kind) && std::ranges::any_of(folders(), [&](const QString &folder) {
+               return OtherFiles::isSeenBelow(folder, file);
+           });
+}
+
 bool ConversionTab::outputsCollide(const OutputPlan &plan)
 {
     const auto collision = plan.collision();
@@ -106,8 +115,14 @@ std::optional<OutputPlan> ConversionTab::planOutputs(const ToggleControl &beside
         return std::nullopt;
     }
     const OutputPlace place{.folder = *folder,
-                            .roots = m_keepFoldersButton.isOn() ? folders() : QStringList()};
-    OutputPlan plan(fileNames(), place, order.target->extension());
+                            .roots = m_keepFoldersButton.isOn() ? folders() : QStringList(),
+                            .names = m_names,
+                            .isPortable = m_hasPortableNames};
+    OutputPlan plan(fileNames(), place, order.target->extension(),
+                    threadsForOneJob(host().taskQueue().maxThreads()));
+    if (m_otherFiles) {
+        OtherFiles(place, folders(), *order.target).addTo(plan, m_otherFiles);
+    }
     if (host().userInterface().skipsDone()) {
         const DoneBefore doneBefore(order);
         markDone(plan, doneBefore);
@@ -137,14 +152,16 @@ bool ConversionTab::settleOutputs(OutputPlan &plan)
         return false;
     }
     tellOfMerges(plan);
-    addLists(plan);
+    if (!plan.folders().isEmpty()) {
+        addLists(plan);
+    }
     return agreeOnExistingOutputs(plan);
 }
 
 /// In one chosen folder that is what was asked for.
 void ConversionTab::tellOfMerges(const OutputPlan &plan)
 {
-    for (const QString &sentence : m_keepFoldersButton.isOn() ? plan.merges() : QStringList()) {
+    for (const QString &sentence : makesFolders() ? plan.merges() : QStringList()) {
         if (Plan *whole = host().plan()) {
             whole->warn(sentence);
         } else {
@@ -156,7 +173,7 @@ void ConversionTab::tellOfMerges(const OutputPlan &plan)
 bool ConversionTab::agreeOnExistingOutputs(OutputPlan &plan)
 {
     UserInterface &person = host().userInterface();
-    const qsizetype outputs = plan.outputs().size();
+    const auto outputs = static_cast<qsizetype>(plan.entries().size());
     const auto isDone = &OutputPlan::Entry::isDone;
     if ((person.skipsDone() || person.updates()) && std::ranges::all_of(plan.entries(), isDone)) {
         person.allOutputsExist(fileList().count());
@@ -184,7 +201,7 @@ void ConversionTab::queueWhenSettled(const OutputPlan &plan, const ConversionOrd
     }
     QStringList sources;
     for (const OutputPlan::Entry &entry : plan.entries()) {
-        if (!entry.isDone) {
+        if (!entry.isDone && !entry.isCopy) {
             sources.append(entry.source);
         }
     }
@@ -210,7 +227,7 @@ void ConversionTab::queueJobs(const OutputPlan &plan, const ConversionOrder &ord
 {
     ConversionOrder complete = order;
     complete.proves = host().taskQueue().provesOutputs();
-    complete.makesFolders = m_keepFoldersButton.isOn();
+    complete.makesFolders = makesFolders();
     if (!host().plan() && !hasRoom(plan, complete)) {
         return;
     }
@@ -218,17 +235,23 @@ void ConversionTab::queueJobs(const OutputPlan &plan, const ConversionOrder &ord
     reportWithoutJob(made.withoutJob, order.target->label.toString());
     submit(made.jobs, complete.toText(plan));
     if (Plan *whole = host().plan()) {
-        completePlan(*whole, plan, complete);
+        completePlan(*whole, made.listsFollow ? plan.lists() : std::vector<OutputPlan::List>(), complete);
     }
     clearFiles();
 }
 
-void ConversionTab::completePlan(Plan &whole, const OutputPlan &plan, const ConversionOrder &order)
+void ConversionTab::completePlan(Plan &whole, const std::vector<OutputPlan::List> &lists,
+                                 const ConversionOrder &order)
 {
-    for (const OutputPlan::List &list : plan.lists()) {
-        whole.add({.output = list.path,
-                   .action = FileCommit::isTaken(list.path) ? PlanEntry::Action::Replace
-                                                            : PlanEntry::Action::Make});
+    for (const OutputPlan::List &list : lists) {
+        PlanEntry entry{.output = list.path,
+                        .action = FileCommit::isTaken(list.path) ? PlanEntry::Action::Replace
+                                                                 : PlanEntry::Action::Make};
+        if (!list.madeAnewOf.isEmpty()) {
+            entry.sources = {list.madeAnewOf};
+            entry.notes = {tr("The list is made anew over the new files.")};
+        }
+        whole.add(entry);
     }
     const Estimates estimates(order);
     whole.estimate([&estimates](const QString &source, qint64 bytes) { return estimates.of(source, bytes); },

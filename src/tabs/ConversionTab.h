@@ -7,9 +7,12 @@
 #include "tabs/Controls.h"
 #include "tabs/ConversionOrder.h"
 #include "tabs/LossQuestion.h"
+#include "tabs/OtherFiles.h"
 #include "tabs/OutputPlan.h"
 
 #include <memory>
+#include <utility>
+#include <vector>
 
 namespace kruv {
 
@@ -24,6 +27,14 @@ public:
     /// Whether outputs in a chosen folder keep the tree below the folders that were handed in.
     ToggleControl &keepFoldersButton() { return m_keepFoldersButton; }
 
+    /// How outputs are called; null: as their sources.
+    void setNames(std::shared_ptr<const NamePattern> names) { m_names = std::move(names); }
+    /// Whether the names of outputs are such that other systems take them, too.
+    void setPortableNames(bool portable) { m_hasPortableNames = portable; }
+
+    /// Which files beside the audio go along.
+    void setOtherFiles(OtherFiles::Kinds kinds) { m_otherFiles = kinds; }
+
     /// True when any of `inputFiles` is among `outputFiles`.
     static bool isFileClash(const QStringList &inputFiles, const QStringList &outputFiles);
 
@@ -37,6 +48,7 @@ protected:
     /// Nothing when the command is not to go on.
     std::optional<OutputPlan> planOutputs(const ToggleControl &besideSources, const ConversionOrder &order);
 
+    bool goesAlong(const QString &file) const override;
     /// Adds to a plan what is written about its outputs; nothing where no option asks for it.
     virtual void addLists(OutputPlan & /*plan*/) {}
 
@@ -53,12 +65,18 @@ private:
     void tellOfMerges(const OutputPlan &plan);
     bool agreeOnExistingOutputs(OutputPlan &plan);
     /// What a plan says besides its jobs: lists, costs, disks that are too small.
-    void completePlan(Plan &whole, const OutputPlan &plan, const ConversionOrder &order);
+    void completePlan(Plan &whole, const std::vector<OutputPlan::List> &lists, const ConversionOrder &order);
     /// False where a disk is too small, and the person does not go on.
     bool hasRoom(const OutputPlan &plan, const ConversionOrder &order);
     void queueJobs(const OutputPlan &plan, const ConversionOrder &order);
 
+    /// Whether outputs may lie in folders that are not there yet.
+    bool makesFolders() const { return m_keepFoldersButton.isOn() || m_names; }
+
     ToggleControl m_keepFoldersButton;
+    std::shared_ptr<const NamePattern> m_names;
+    bool m_hasPortableNames = false;
+    OtherFiles::Kinds m_otherFiles;
     LossQuestion m_lossQuestion{host()};
 };
 

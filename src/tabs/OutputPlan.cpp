@@ -5,6 +5,7 @@
 
 #include "base/InParallel.h"
 #include "base/PathNames.h"
+#include "base/PortableName.h"
 #include "tasks/FileCommit.h"
 
 #include <QFileInfo>
@@ -41,9 +42,11 @@ private:
 /// first number that is free.
 QString numbered(const QString &path, const QString &extension, const QSet<QString> &planned)
 {
-    const QString base = path.chopped(extension.size() + 1);
+    const QString folder = PathNames::folderOf(path);
+    const QString base = PathNames::lastPathComponent(path).chopped(extension.size() + 1);
     for (int number = 2;; ++number) {
-        QString name = QStringLiteral("%1 (%2).%3").arg(base, QString::number(number), extension);
+        const QString ending = QStringLiteral(" (%1).%2").arg(QString::number(number), extension);
+        QString name = (folder.endsWith(u'/') ? folder : folder + u'/') + PortableName::cut(base, ending);
         if (!FileCommit::isTaken(name) && !planned.contains(FoldedNames::key(name))) {
             return name;
         }
@@ -52,12 +55,15 @@ QString numbered(const QString &path, const QString &extension, const QSet<QStri
 
 } // namespace
 
-OutputPlan::OutputPlan(const QStringList &sources, const OutputPlace &place, const QString &extension)
+OutputPlan::OutputPlan(const QStringList &sources, const OutputPlace &place, const QString &extension,
+                       std::size_t threads)
+    : m_foldsNames(place.isPortable)
+    , m_foldsFolders(place.isPortable && !place.folder.isEmpty())
 {
+    const QStringList outputs = place.outputsFor(sources, extension, threads);
     m_entries.reserve(static_cast<std::size_t>(sources.size()));
-    for (const QString &source : sources) {
-        const QString folder = place.folderFor(source);
-        m_entries.push_back({source, folder, PathNames::outputPath(folder, source, extension)});
+    for (qsizetype index = 0; index < sources.size(); ++index) {
+        m_entries.push_back({sources[index], PathNames::folderOf(outputs[index]), outputs[index]});
     }
 }
 
@@ -71,7 +77,9 @@ QStringList OutputPlan::outputs() const
 {
     QStringList all;
     for (const Entry &entry : m_entries) {
-        all.append(entry.output);
+        if (!entry.isCopy) {
+            all.append(entry.output);
+        }
     }
     return all;
 }
@@ -80,21 +88,40 @@ QStringList OutputPlan::folders() const
 {
     QStringList all;
     for (const Entry &entry : m_entries) {
-        all.append(entry.folder);
+        if (!entry.isCopy) {
+            all.append(entry.folder);
+        }
     }
     all.removeDuplicates();
     return all;
 }
 
+/// A list above the folders of the audio is about all of them.
 QStringList OutputPlan::outputsFor(const List &list) const
 {
-    QStringList about;
+    const QString above = list.folder + u'/';
+    QStringList inFolder;
+    QStringList below;
     for (const Entry &entry : m_entries) {
+        if (entry.isCopy) {
+            continue;
+        }
         if (list.folder.isEmpty() || entry.folder == list.folder) {
-            about.append(entry.output);
+            inFolder.append(entry.output);
+        } else if (list.kind != List::Kind::OfOption && entry.output.startsWith(above)) {
+            below.append(entry.output);
         }
     }
-    return about;
+    return inFolder.isEmpty() ? below : inFolder;
+}
+
+bool OutputPlan::addList(const List &list)
+{
+    const bool isNew = std::ranges::find(m_lists, list.path, &List::path) == m_lists.end();
+    if (isNew) {
+        m_lists.push_back(list);
+    }
+    return isNew;
 }
 
 bool OutputPlan::isInTheWay(const Entry &entry)
@@ -180,11 +207,12 @@ std::vector<OutputPlan::Clash> OutputPlan::clashes(const NameTest &areOne) const
         // A folder may be in the list twice, once through a link.
         const QString folder = realFolders.of(entry.folder);
         const QString name = PathNames::lastPathComponent(entry.output);
-        const QString key = folder + u'/' + FoldedNames::key(name);
+        const QString key =
+            (m_foldsFolders ? FoldedNames::key(folder) : folder) + u'/' + FoldedNames::key(name);
         const QList<std::size_t> alike = earlierEntries.values(key);
         const auto earlier = std::ranges::find_if(alike, [&](std::size_t each) {
             const QString other = PathNames::lastPathComponent(m_entries[each].output);
-            return other == name || areOne(folder, other, name);
+            return other == name || m_foldsNames || areOne(folder, other, name);
         });
         if (earlier != alike.end()) {
             found.emplace_back(*earlier, index);
@@ -253,6 +281,9 @@ QStringList OutputPlan::merges() const
     QMap<QString, QString> sourceOf; // folders
     QMap<QString, QString> others;
     for (const Entry &entry : m_entries) {
+        if (entry.isCopy) {
+            continue;
+        }
         const QString from = PathNames::folderOf(entry.source);
         const QString first = sourceOf.value(entry.folder, from);
         sourceOf.insert(entry.folder, first);

@@ -20,7 +20,7 @@
 
 namespace kruv {
 
-/// Where each file of a command would be written: beside its source, or into one chosen folder.
+/// Where each file of a command would be written.
 class OutputPlan
 {
     Q_DECLARE_TR_FUNCTIONS(kruv::OutputPlan)
@@ -39,6 +39,8 @@ public:
         bool isDone = false;
         /// Why that is known, a sentence; empty where a receipt says so.
         QString doneReason = {};
+        /// It is no audio, and goes along as it is.
+        bool isCopy = false;
     };
     /// A text about outputs, written once they are all there.
     struct List
@@ -48,20 +50,29 @@ public:
         QString extension;
         /// Of the outputs that it is about, or an empty text for all.
         QString folder;
+        /// The list that an option asks for, or one of those that are made in place of older ones.
+        enum class Kind { OfOption, Md5, Fingerprints, St5 };
+        Kind kind = Kind::OfOption;
+        QString madeAnewOf = {}; ///< the older one; only while the command is planned
     };
 
-    OutputPlan(const QStringList &sources, const OutputPlace &place, const QString &extension);
+    /// `threads` read tags where the outputs' names are made of these.
+    OutputPlan(const QStringList &sources, const OutputPlace &place, const QString &extension,
+               std::size_t threads = 1);
 
     /// One that was settled before.
     OutputPlan(std::vector<Entry> entries, std::vector<List> lists);
 
     const std::vector<Entry> &entries() const { return m_entries; }
     std::vector<Entry> &entries() { return m_entries; }
+    void addEntry(const Entry &entry) { m_entries.push_back(entry); }
+    /// Those that are audio.
     QStringList outputs() const;
-    /// The folders of the outputs, each once.
+    /// The folders of these, each once.
     QStringList folders() const;
     QStringList outputsFor(const List &list) const;
-    void addList(const List &list) { m_lists.push_back(list); }
+    /// False where there is one of that path already.
+    bool addList(const List &list);
     const std::vector<List> &lists() const { return m_lists; }
     /// Whether a folder's file system takes two names for one.
     using NameTest = std::function<bool(const QString &folder, const QString &first, const QString &second)>;
@@ -78,13 +89,14 @@ public:
     QStringList merges() const;
     /// What is not made, and why.
     std::vector<PlanEntry> leftOut() const;
+    /// Notes it as not made; it may be none of the entries.
+    void leaveOut(const Entry &entry, PlanEntry::Action action, const QString &reason);
 
 private:
     /// Two entries, the later one last.
     using Clash = std::pair<std::size_t, std::size_t>;
     std::vector<Clash> clashes(const NameTest &areOne) const;
     std::optional<QString> textOf(const std::vector<Clash> &clashes) const;
-    void leaveOut(const Entry &entry, PlanEntry::Action action, const QString &reason);
 
     static bool isInTheWay(const Entry &entry);
     bool isInTheWay(const List &list) const;
@@ -92,6 +104,9 @@ private:
     std::vector<Entry> m_entries;
     std::vector<List> m_lists;
     std::vector<PlanEntry> m_leftOut;
+    /// Names that some file system takes for one are one: of outputs, and of folders in which they lie.
+    bool m_foldsNames = false;
+    bool m_foldsFolders = false;
 };
 
 } // namespace kruv

@@ -59,7 +59,7 @@ PlanEntry::Action actionOf(const JobOutline &outline, const QString &output)
         return PlanEntry::Action::Work;
     }
     if (!FileCommit::isTaken(output)) {
-        return PlanEntry::Action::Make;
+        return outline.copies ? PlanEntry::Action::Copy : PlanEntry::Action::Make;
     }
     switch (outline.existing) {
     case JobOutline::Existing::Compared:
@@ -122,7 +122,8 @@ void Plan::estimate(const CostOf &costOf, int jobsAtOnce)
 {
     m_jobsAtOnce = std::max(jobsAtOnce, 1);
     for (PlanEntry &entry : m_entries) {
-        if (!entry.isMade() || entry.sources.size() != 1 || entry.output.isEmpty()) {
+        const bool isCopy = entry.action == PlanEntry::Action::Copy;
+        if (!entry.isMade() || isCopy || entry.sources.size() != 1 || entry.output.isEmpty()) {
             continue;
         }
         if (const auto cost = costOf(entry.sources.constFirst(), entry.sourceBytes)) {

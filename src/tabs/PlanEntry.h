@@ -21,6 +21,8 @@ struct PlanEntry
         Check,
         /// The source gets the output's name.
         Rename,
+        /// The source goes along as it is; in a cue sheet the names of files change.
+        Copy,
         /// The source itself is worked on, or only read.
         Work,
         /// An earlier run made it, and it is as that left it.

@@ -56,6 +56,8 @@ QString id(PlanEntry::Action action)
         return QStringLiteral("check");
     case PlanEntry::Action::Rename:
         return QStringLiteral("rename");
+    case PlanEntry::Action::Copy:
+        return QStringLiteral("copy");
     case PlanEntry::Action::Work:
         return QStringLiteral("work");
     case PlanEntry::Action::SkipDone:
@@ -83,6 +85,8 @@ QString action(const PlanEntry &entry)
         return Text::tr("check");
     case PlanEntry::Action::Rename:
         return Text::tr("rename");
+    case PlanEntry::Action::Copy:
+        return Text::tr("copy");
     case PlanEntry::Action::Work:
         return Text::tr("change");
     case PlanEntry::Action::SkipDone:

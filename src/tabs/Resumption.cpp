@@ -7,6 +7,7 @@
 #include "base/UserInterface.h"
 #include "formats/Formats.h"
 #include "journal/JournalFile.h"
+#include "tabs/OtherFiles.h"
 #include "tasks/FileCommit.h"
 #include "tasks/KruvTask.h"
 #include "tasks/KruvTaskQueue.h"
@@ -17,10 +18,12 @@
 #include <QDateTime>
 #include <QFileInfo>
 #include <QLocale>
+#include <QSet>
 
 #include <algorithm>
 #include <functional>
 #include <stdexcept>
+#include <utility>
 
 namespace kruv {
 
@@ -135,7 +138,7 @@ void Resumption::add(const HistoryEntry &entry)
     }
     const bool wasDone = entry.hasState(EntryEnd::State::Done);
     if (entry.source.isEmpty()) { // a list of the outputs
-        m_hasLists = wasDone && FileCommit::isTaken(entry.output);
+        m_listsDone += wasDone && FileCommit::isTaken(entry.output) ? 1 : 0;
         m_resumed.dropped.push_back(entry.id);
         return;
     }
@@ -150,7 +153,8 @@ void Resumption::add(const HistoryEntry &entry)
                                 .earlier = left == Left::Proof                       ? Earlier::Kept
                                            : left == Left::PerhapsAll && !mayReplace ? Earlier::Replaced
                                                                                      : Earlier::None,
-                                .isDone = left == Left::Nothing});
+                                .isDone = left == Left::Nothing,
+                                .isCopy = OtherFiles::kindOf(entry.output).has_value()});
     m_ids.push_back(entry.id);
     if (left == Left::Nothing && !wasDone && !entry.hasState(EntryEnd::State::Failed)) {
         m_resumed.done.push_back(entry.id);
@@ -206,20 +210,26 @@ void Resumption::queueJobs(KruvTaskQueue &queue, RunRecorder &recorder)
             m_resumed.waiting.push_back(m_ids[index]);
         }
     }
-    const bool hasJobs = !made.jobs.empty();
-    if (!hasJobs && m_hasLists) {
+    const bool hasLists = m_listsDone > 0 && m_listsDone >= m_kept.order.listJobs(m_plan, nullptr).size();
+    if (!made.listsFollow && hasLists) {
         m_resumed.dropped.clear();
     }
     recorder.resume(m_resumed);
     queue.addTasks(made.jobs);
-    if (!hasJobs && !m_hasLists && !m_plan.lists().empty()) {
-        queue.addTask(m_kept.order.makeLists(m_plan, &queue));
+    if (!made.listsFollow && !hasLists) {
+        if (const auto lists = m_kept.order.makeLists(m_plan, &queue)) {
+            queue.addTask(lists);
+        }
     }
 }
 
 void Resumption::sweepFolders() const
 {
-    for (const QString &folder : m_plan.folders()) {
+    QSet<QString> folders;
+    for (const OutputPlan::Entry &entry : m_plan.entries()) {
+        folders.insert(entry.folder);
+    }
+    for (const QString &folder : std::as_const(folders)) {
         StagingFolder::sweep(folder);
     }
 }

@@ -78,7 +78,7 @@ private:
     OutputPlan m_plan;
     std::vector<std::int64_t> m_ids; // of the plan's entries
     ResumedRun m_resumed;
-    bool m_hasLists = false; // they were written
+    std::size_t m_listsDone = 0; // and still there
 };
 
 } // namespace kruv

@@ -24,6 +24,7 @@ struct JobOutline
     Existing existing = Existing::Usual;
     /// What becomes different in a file that is worked on itself, a clause each.
     QStringList changes = {};
+    bool copies = false; ///< its source, as it is
 };
 
 } // namespace kruv

@@ -143,7 +143,8 @@ QString StagedOutputs::stagedPath(const QString &path) const
 bool StagedOutputs::wasMade(const QString &path) const
 {
     const QFileInfo info(stagedPath(path));
-    return info.isFile() && !info.isSymLink() && info.size() > 0; // a link would end in what isn't ours
+    const bool isWhole = m_allowsEmpty || info.size() > 0;
+    return info.isFile() && !info.isSymLink() && isWhole; // a link would end in what isn't ours
 }
 
 bool StagedOutputs::isShortOfSpace() const

@@ -32,6 +32,9 @@ public:
     /// Folders of outputs that are not there are made. Before the outputs are announced.
     void makeFolders() { m_makesFolders = true; }
 
+    /// An output without a byte is whole: a copy of an empty file. Else it counts as not made.
+    void allowEmpty() { m_allowsEmpty = true; }
+
     /// Announces an output and returns where it is to be made: under its final name, in a staging folder.
     /// Throws when there is a file of that name that is not to be replaced, or when nothing can be written
     /// there.
@@ -52,7 +55,7 @@ public:
     /// A place for audio between two steps, in that folder. Nothing is created.
     QString scratch(const QString &folder, const QString &extension);
 
-    /// Whether the file is there and not empty.
+    /// Whether the file is there and not empty, where it may not be.
     bool wasMade(const QString &path) const;
 
     /// Throws when an output was not made, in words for a person.
@@ -84,6 +87,7 @@ private:
     const FileCommit::Existing m_existing;
     QStringList m_protected;
     bool m_makesFolders = false;
+    bool m_allowsEmpty = false;
     std::vector<std::unique_ptr<NewFolders>> m_newFolders; // outlive what is in them
     std::map<QString, std::unique_ptr<StagingFolder>> m_folders;
     std::vector<Output> m_outputs;

@@ -154,6 +154,10 @@ TEST(FoldedNames, AreAlikeToAnyFileSystemThatFolds)
     EXPECT_FALSE(FoldedNames::areOne(folder.path(), QStringLiteral("a"), QStringLiteral("A")))
         << "no file system for tests folds";
     EXPECT_TRUE(QDir(folder.path()).isEmpty());
-    EXPECT_TRUE(FoldedNames::areOne(folder.file(QStringLiteral("nowhere")), QStringLiteral("a"),
-                                    QStringLiteral("A")));
+    EXPECT_FALSE(
+        FoldedNames::areOne(folder.file(QStringLiteral("new/er")), QStringLiteral("a"), QStringLiteral("A")))
+        << "as the folder above it";
+    EXPECT_TRUE(
+        FoldedNames::areOne(QStringLiteral("/proc/nowhere"), QStringLiteral("a"), QStringLiteral("A")))
+        << "nothing can be tried";
 }

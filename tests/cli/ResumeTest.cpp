@@ -23,7 +23,8 @@ protected:
     Outcome resume(const QStringList &more = {}) { return run(QStringList{u"resume"_s} + more); }
     bool isBegun() const
     {
-        return !QDir(music).entryList({u".kruv-*"_s}, QDir::Dirs | QDir::Hidden).isEmpty();
+        return QDirIterator(music, {u".kruv-*"_s}, QDir::Dirs | QDir::Hidden, QDirIterator::Subdirectories)
+            .hasNext();
     }
     /// Starts what is killed so many milliseconds after it has begun, where it has not ended by itself.
     void killAfter(const QStringList &arguments, int milliseconds)
@@ -74,7 +75,10 @@ protected:
         QDir().mkpath(music);
         for (int index = 0; index < 24; ++index) {
             wav(u"%1.wav"_s.arg(index), 2000 + 50 * static_cast<std::size_t>(index));
+            folder.write(u"music/%1.log"_s.arg(index), QByteArray::number(index));
         }
+        folder.write(u"music/set.cue"_s, "FILE \"3.wav\" WAVE\n");
+        folder.write(u"music/set.md5.txt"_s, "00000000000000000000000000000000 *3.wav\n");
     }
 };
 
@@ -87,6 +91,7 @@ TEST_F(ResumeTest, EndsWithTheFilesOfAnUndisturbedRunHoweverOftenItIsKilled)
         {u"encode"_s, u"--to"_s, u"wv"_s, u"--delete-originals"_s, u"-y"_s},
         {u"lossy"_s, u"--to"_s, u"opus"_s},
         {u"decode"_s, u"--to"_s, u"aiff"_s, u"--prove"_s},
+        {u"encode"_s, u"--to"_s, u"wv"_s, u"--name"_s, u"{folder}/new {name}"_s, u"--copy-others"_s},
     };
     std::minstd_rand random(1);
     for (const QStringList &command : commands) {
