@@ -37,6 +37,9 @@ struct CommonOptions
     bool skipDone = false;
     /// Nothing is done; what would be is told.
     bool dryRun = false;
+    /// File that the plan is written into, instead of being carried out.
+    std::string savePlan;
+    bool onlyPlans() const { return dryRun || !savePlan.empty(); }
     /// The window that is open does the jobs.
     bool detach = false;
     bool yes = false;

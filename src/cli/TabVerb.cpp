@@ -17,7 +17,9 @@
 #include "tabs/BaseTab.h"
 #include "tabs/Controls.h"
 #include "tabs/Plan.h"
+#include "tabs/PlanFile.h"
 #include "tabs/Resumption.h"
+#include "tasks/FileCommit.h"
 #include "tasks/StagingLock.h"
 
 #include <QDir>
@@ -169,6 +171,16 @@ void TabVerb::declareDetachFlag()
             tr("Hand the jobs to the window that is open, and don't wait for them"));
 }
 
+void TabVerb::declareSavePlanFlag()
+{
+    addOption(
+        "--save-plan", m_options.savePlan,
+        tr("Do nothing yet: write what is to be done into a file, for kruv run, here or on other machines"))
+        ->excludes(app().get_option("--dry-run"))
+        ->excludes(app().get_option("--detach"))
+        ->type_name("FILE");
+}
+
 void TabVerb::declareDryRunFlag()
 {
     addFlag("--dry-run", m_options.dryRun,
@@ -190,13 +202,14 @@ int TabVerb::run()
         return Failure;
     }
     checkOutputFolder();
+    checkPlanFile();
     JobSession session(m_options, makeReporter(m_options));
     KruvController &controller = session.controller();
     if (m_options.prove) {
         controller.taskQueue().setProvesOutputs();
     }
     controller.runRecorder().recordAs(nameOf(app()), QCoreApplication::arguments().mid(1));
-    if (m_options.dryRun) {
+    if (m_options.onlyPlans()) {
         controller.planOnly();
         session.queueRun().leaveOutSummary();
     }
@@ -208,8 +221,8 @@ int TabVerb::run()
     if (detaches) {
         detach(session);
     }
-    const int status =
-        m_options.dryRun ? tellPlan(*controller.plan(), session.userInterface().lossy()) : session.finish();
+    const int status = m_options.onlyPlans() ? tellPlan(*controller.plan(), session.userInterface().lossy())
+                                             : session.finish();
     const bool complained = m_failed || session.userInterface().alerts() > 0;
     return status == Success && complained ? static_cast<int>(Failure) : status;
 }
@@ -227,9 +240,29 @@ int TabVerb::tellPlan(Plan &plan, const QStringList &lossy) const
     if (m_options.json) {
         PlanText::writeJson(plan);
     } else {
-        PlanText::write(plan);
+        PlanText::write(plan, m_options.savePlan.empty() ? PlanText::Which::All : PlanText::Which::LeftOut);
+    }
+    if (!m_options.savePlan.empty()) {
+        savePlan(plan);
     }
     return plan.totals().refused > 0 ? Failure : Success;
+}
+
+void TabVerb::checkPlanFile() const
+{
+    const QString path = QString::fromStdString(m_options.savePlan);
+    if (!path.isEmpty() && FileCommit::isTaken(path) && !m_options.overwrite) {
+        throw UsageError(tr("--save-plan %1: it is there already. Add --overwrite to replace it.").arg(path));
+    }
+}
+
+void TabVerb::savePlan(const Plan &plan) const
+{
+    const QString path = QString::fromStdString(m_options.savePlan);
+    PlanFile::write(QDir().absoluteFilePath(path), plan);
+    if (!m_options.quiet) {
+        Console::complain(tr("the plan is in %1; to carry it out: kruv run %1").arg(path));
+    }
 }
 
 bool TabVerb::mayDetach(JobSession &session) const

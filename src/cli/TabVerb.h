@@ -50,6 +50,8 @@ protected:
     /// What becomes of outputs that are there already.
     void declareExistingFlags();
     void declareDetachFlag();
+    /// After the flags of what exists and of handing over.
+    void declareSavePlanFlag();
     void declareDryRunFlag();
     /// For commands that always write into one folder.
     void declareOutputFolder();
@@ -96,6 +98,8 @@ private:
     void checkOutputFolder();
     /// Tells the plan of a dry run. Returns the exit status.
     int tellPlan(Plan &plan, const QStringList &lossy) const;
+    void checkPlanFile() const;
+    void savePlan(const Plan &plan) const;
 
     CommonOptions m_options;
     std::string m_format;

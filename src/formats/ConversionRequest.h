@@ -7,6 +7,8 @@
 
 #include <QString>
 
+#include <cstdint>
+
 namespace kruv {
 
 /// What one conversion is to do.
@@ -18,8 +20,8 @@ struct ConversionRequest
     OptionValues options = {};
     /// What lies there already is replaced.
     bool mayReplace = false;
-    /// What becomes of an output that this very job may have made before the program was killed. It has to
-    /// hold the source's audio, else the job fails.
+    /// What becomes of an output that this very job may have made before the program was killed, or another
+    /// process that does the same. It has to hold the source's audio, else the job fails.
     enum class Earlier {
         None,
         /// It is made anew and replaced.
@@ -28,6 +30,9 @@ struct ConversionRequest
         Kept
     };
     Earlier earlier = Earlier::None;
+    /// Of an output that stays: an original that is gone was deleted once its output was proven, where that
+    /// is no older than this, in milliseconds since 1970; 0: never.
+    std::int64_t goneSince = 0;
     /// The original may go though the output has other samples on purpose.
     bool mayDeleteChanged = false;
 };

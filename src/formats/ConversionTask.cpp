@@ -16,6 +16,7 @@
 #include "formats/TagCopy.h"
 #include "platform/Resources.h"
 
+#include <QDateTime>
 #include <QFile>
 #include <QFileInfo>
 
@@ -68,6 +69,7 @@ void ConversionTask::make(StagedOutputs &outputs)
         if (m_request.earlier == ConversionRequest::Earlier::Kept || !mayGoOn()) {
             return;
         }
+        m_found.reset();
     }
     m_staged = outputs.add(m_request.output);
     makeOutput();
@@ -82,8 +84,9 @@ void ConversionTask::requireOwn(const StagedOutputs &outputs)
     QString reason;
     try {
         m_staged = m_request.output;
-        const ProofNote note = prove(outputs);
-        reason = note.holds() || !mayGoOn() ? QString() : note.unproven;
+        m_found = ProofNote();
+        m_found = prove(outputs);
+        reason = m_found->holds() || !mayGoOn() ? QString() : m_found->unproven;
     } catch (const std::exception &disproof) {
         reason = QString::fromUtf8(disproof.what());
     }
@@ -97,6 +100,27 @@ void ConversionTask::requireOwn(const StagedOutputs &outputs)
                 .arg(m_request.output, fileName(), reason)
                 .toStdString());
     }
+}
+
+/// While this job was at it, or before it came to its turn.
+bool ConversionTask::wasMadeByAnother(const StagedOutputs &outputs)
+{
+    const QString &output = m_request.output;
+    if (m_request.earlier != ConversionRequest::Earlier::Kept || m_found || !FileCommit::isTaken(output)) {
+        return false;
+    }
+    if (QFileInfo::exists(fileName())) {
+        identifySource();
+        requireOwn(outputs);
+        return mayGoOn();
+    }
+    constexpr std::int64_t coarsest = 2000; // milliseconds, the time stamps of FAT
+    if (m_request.goneSince == 0 ||
+        QFileInfo(output).lastModified().toMSecsSinceEpoch() < m_request.goneSince - coarsest) {
+        return false;
+    }
+    Formats::requireContent(output, target() ? target() : Formats::ofType(PathNames::fileType(output)));
+    return true;
 }
 
 void ConversionTask::identifySource()

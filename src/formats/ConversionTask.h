@@ -26,6 +26,7 @@ public:
     ConversionTask(TaskCompletionSink *queue, const ConversionRequest &request);
 
     QString outputPath() const override { return m_request.output; }
+    ProofNote proof() const override { return m_found ? *m_found : AudioOutputTask::proof(); }
     /// The bytes that are to be read.
     qint64 estimatedWork() const override;
 
@@ -34,6 +35,7 @@ protected:
     /// Here those that make plain audio of the source.
     QStringList tools() const override;
     void make(StagedOutputs &outputs) final;
+    bool wasMadeByAnother(const StagedOutputs &outputs) final;
     ProofNote prove(const StagedOutputs &outputs) override;
     /// Makes staged() of the source.
     virtual void makeOutput() = 0;
@@ -77,6 +79,7 @@ private:
     void take(const ToolPiece &piece, const QString &progress);
 
     const ConversionRequest m_request;
+    std::optional<ProofNote> m_found; // of an output that was there before
     const Format *m_sourceFormat = nullptr;
     mutable std::optional<AudioFormatObject> m_sourceAudio;
     StagedOutputs *m_outputs = nullptr;

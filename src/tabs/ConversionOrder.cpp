@@ -102,6 +102,7 @@ std::shared_ptr<KruvTask> ConversionOrder::makeJob(const OutputPlan::Entry &entr
                                                               .options = options,
                                                               .mayReplace = entry.mayReplace,
                                                               .earlier = entry.earlier,
+                                                              .goneSince = entry.goneSince,
                                                               .mayDeleteChanged = mayDeleteChanged});
     job->setDeleteOriginal(deletes && entry.earlier != ConversionRequest::Earlier::Kept);
     job->setProves(proves);

@@ -28,6 +28,11 @@ public:
     void addJobs(std::span<const std::shared_ptr<KruvTask>> jobs, std::size_t threads);
     void addRecords(std::span<const DoneRecord> records);
 
+    /// What its jobs can be made from once more, with the entries (ConversionOrder::toText); empty where
+    /// they can't.
+    const QString &order() const { return m_order; }
+    void setOrder(const QString &order) { m_order = order; }
+
     /// What a person should know of it all, sentences.
     const QStringList &warnings() const { return m_warnings; }
     void warn(const QString &sentence) { m_warnings.append(sentence); }
@@ -52,6 +57,7 @@ public:
 private:
     std::vector<PlanEntry> m_entries;
     QStringList m_warnings;
+    QString m_order;
 };
 
 } // namespace kruv
