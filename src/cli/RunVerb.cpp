@@ -84,7 +84,7 @@ try {
     }
     return PlanRoots(texts);
 } catch (const std::runtime_error &problem) {
-    throw UsageError(QStringLiteral("--root %1").arg(QString::fromUtf8(problem.what())));
+    throw UsageError(QStringLiteral("--root ") + QString::fromUtf8(problem.what()));
 }
 
 QString RunVerb::resultsFolder() const
@@ -134,8 +134,7 @@ int RunVerb::tellStatus(const PlanFile &plan, const PlanRoots &roots) const
 int RunVerb::runJobs(const PlanFile &plan, const PlanRoots &roots) const
 {
     JobSession session(m_options, makeReporter(m_options));
-    session.controller().runRecorder().recordAs(QString::fromStdString(app().get_name()),
-                                                QCoreApplication::arguments().mid(1));
+    session.controller().runRecorder().recordAs(QStringLiteral("run"), QCoreApplication::arguments().mid(1));
     session.queueRun().leaveOutResults();
     const bool runsAll = m_shard.empty() && !m_runsMissing && !m_finishes;
     if (!m_finishes || m_runsMissing) {

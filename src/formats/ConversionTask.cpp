@@ -7,6 +7,7 @@
 #include "audio/ContentProbe.h"
 #include "audio/EncodeCoreAudioSync.h"
 #include "audio/Proof.h"
+#include "base/FileStamp.h"
 #include "base/PathNames.h"
 #include "formats/AudioLimitsCheck.h"
 #include "formats/FailureAdvice.h"
@@ -16,7 +17,6 @@
 #include "formats/TagCopy.h"
 #include "platform/Resources.h"
 
-#include <QDateTime>
 #include <QFile>
 #include <QFileInfo>
 
@@ -114,9 +114,12 @@ bool ConversionTask::wasMadeByAnother(const StagedOutputs &outputs)
         requireOwn(outputs);
         return mayGoOn();
     }
-    constexpr std::int64_t coarsest = 2000; // milliseconds, the time stamps of FAT
-    if (m_request.goneSince == 0 ||
-        QFileInfo(output).lastModified().toMSecsSinceEpoch() < m_request.goneSince - coarsest) {
+    // The time when it got its name: that of its content may be its source's.
+    constexpr std::int64_t coarsest = 2; // seconds, the time stamps of FAT
+    constexpr std::int64_t inOneSecond = 1000;
+    const auto stamp = FileStamp::of(output);
+    if (m_request.goneSince == 0 || !stamp ||
+        std::max(stamp->touchedSeconds, stamp->seconds) < m_request.goneSince / inOneSecond - coarsest) {
         return false;
     }
     Formats::requireContent(output, target() ? target() : Formats::ofType(PathNames::fileType(output)));

@@ -107,7 +107,7 @@ OutputPlan::Entry entryOf(const QJsonObject &object)
 void PlanFile::write(const QString &path, const Plan &plan)
 {
     const auto kept = ConversionOrder::fromText(plan.order());
-    if (!kept) {
+    if (!kept || std::ranges::none_of(plan.entries(), isKept)) {
         throw std::runtime_error(tr("There is nothing that a plan could be made of.").toStdString());
     }
     const Costs costs(plan.entries(), kept->order);
@@ -162,7 +162,7 @@ PlanFile::PlanFile(const QString &path)
     }
     if (m_costs.size() != m_announced) {
         refuseLine(
-            m_costs.size() + 2,
+            std::min(m_costs.size(), m_announced) + 2,
             m_costs.size() < m_announced
                 ? tr("the file ends there, before the last of its %1 entries").arg(m_announced)
                 : tr("there are more than the %1 entries that its first line tells of").arg(m_announced));

@@ -230,7 +230,7 @@ TEST_F(RunTest, APlanTellsWhatItRefuses)
     folder.write(u"music/in/text.wav"_s, "no audio");
     const Outcome planned = plan();
     EXPECT_EQ(planned.status, 1);
-    EXPECT_EQ(planned.out.count("refuse"), 3) << planned.out.constData();
+    EXPECT_EQ(planned.out.count("refuse "), 3) << planned.out.constData();
     EXPECT_EQ(readFile(music + u"/set.plan"_s).count('\n'), tracks + 1);
     EXPECT_EQ(runPlan().status, 0);
     EXPECT_EQ(made(), tracks);
