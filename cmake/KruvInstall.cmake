@@ -57,7 +57,8 @@ install(FILES ${completions}/kruv.bash DESTINATION ${CMAKE_INSTALL_DATADIR}/bash
 install(FILES ${completions}/_kruv DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions)
 install(FILES ${completions}/kruv.fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
 
-install(FILES README.md DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/kruv)
+install(FILES README.md docs/cluster.md docs/plan-format.md DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/kruv)
+install(FILES ${dist}/cluster/kruv-array.sbatch DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/kruv/examples)
 install(FILES ${dist}/copyright ${changelog} DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/kruv)
 install(FILES ${dist}/lintian-overrides DESTINATION ${CMAKE_INSTALL_DATADIR}/lintian/overrides RENAME kruv)
 

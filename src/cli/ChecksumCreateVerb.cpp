@@ -36,7 +36,7 @@ void ChecksumCreateVerb::runCommands(KruvController &controller, QueueRun &queue
     tab.commandOptions().select(ChecksumTab::CreateList);
     tab.sourceSaveButton().setOn(options().besideSource);
     runTab(tab, queueRun, paths);
-    if (queueRun.totals().all == 0 && !options().dryRun) {
+    if (queueRun.totals().all == 0 && !options().onlyPlans()) {
         throw UsageError(tr("checksum create: no file in the given paths goes into a list of this kind"));
     }
 }

@@ -63,7 +63,7 @@ std::optional<ExistingFiles> CliUserInterface::askAboutExisting(const QStringLis
     if (m_options.keepBoth) {
         return ExistingFiles::KeepBoth;
     }
-    if (m_options.dryRun) {
+    if (m_options.onlyPlans()) {
         return ExistingFiles::Refuse;
     }
     QString names = Console::printable(existing.constFirst());
@@ -78,7 +78,7 @@ std::optional<ExistingFiles> CliUserInterface::askAboutExisting(const QStringLis
 
 bool CliUserInterface::askAboutLossy(const QStringList &files)
 {
-    if (m_options.fromLossy || m_options.dryRun) {
+    if (m_options.fromLossy || m_options.onlyPlans()) {
         m_lossy = m_options.fromLossy ? QStringList() : files;
         return true;
     }
@@ -89,7 +89,7 @@ bool CliUserInterface::askAboutLossy(const QStringList &files)
 
 std::optional<bool> CliUserInterface::askAboutLosses(const QStringList &losses)
 {
-    if (m_options.dryRun) {
+    if (m_options.onlyPlans()) {
         return false; // the plan says so of each file
     }
     for (const QString &sentence : losses) {
@@ -112,7 +112,7 @@ bool CliUserInterface::askAboutSpace(const QStringList &shortages)
 
 void CliUserInterface::allOutputsExist(qsizetype outputs)
 {
-    if (!m_options.quiet && !m_options.dryRun) {
+    if (!m_options.quiet && !m_options.onlyPlans()) {
         const auto all = static_cast<int>(outputs);
         Console::complain(all == 1 ? tr("nothing to do: the output exists already")
                                    : tr("nothing to do: all %n outputs exist already", nullptr, all));
@@ -171,7 +171,7 @@ std::optional<QString> CliUserInterface::savePath(const QString &, const QString
             "Say where the file goes: --save FILE, or --beside-source where all sources lie in one folder."));
     }
     const QString path = QDir::cleanPath(QDir().absoluteFilePath(QString::fromStdString(m_options.save)));
-    if (QFileInfo::exists(path) && !m_options.overwrite && !m_options.dryRun) {
+    if (QFileInfo::exists(path) && !m_options.overwrite && !m_options.onlyPlans()) {
         throw UsageError(tr("%1 is there already. Add --overwrite to replace it.").arg(path));
     }
     return path;

@@ -11,6 +11,7 @@
 #include "cli/HistoryVerb.h"
 #include "cli/LossyVerb.h"
 #include "cli/ResumeVerb.h"
+#include "cli/RunVerb.h"
 #include "cli/ShntoolVerb.h"
 #include "cli/TagsSetVerb.h"
 #include "cli/TagsShowVerb.h"
@@ -65,6 +66,7 @@ std::vector<std::unique_ptr<Verb>> declare(CLI::App &app)
     }
     verbs.push_back(std::make_unique<UtilExtractCdVerb>(util));
     HistoryVerb::addAll(app, verbs);
+    verbs.push_back(std::make_unique<RunVerb>(app));
     verbs.push_back(std::make_unique<ResumeVerb>(app));
     verbs.push_back(std::make_unique<UndoVerb>(app));
     verbs.push_back(std::make_unique<ToolsVerb>(app));

@@ -47,6 +47,9 @@ struct CommonOptions
     bool update = false;
     /// Disks that seem to be too small stop nothing.
     bool ignoreSpace = false;
+    /// File that the plan is written into, instead of being carried out.
+    std::string savePlan;
+    bool onlyPlans() const { return dryRun || !savePlan.empty(); }
     /// The window that is open does the jobs.
     bool detach = false;
     bool yes = false;

@@ -18,6 +18,7 @@ DecodeVerb::DecodeVerb(CLI::App &parent)
     declareChangeFlag();
     declareExistingFlags();
     declareDetachFlag();
+    declareSavePlanFlag();
     declareFormatFlag(DecodeTab::targets(),
                       tr("Format to make (AIFF takes the tags of FLAC and Apple Lossless over)"));
     addFlag("--through-errors", m_throughErrors,

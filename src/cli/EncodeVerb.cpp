@@ -19,6 +19,7 @@ EncodeVerb::EncodeVerb(CLI::App &parent)
     declareChangeFlag();
     declareExistingFlags();
     declareDetachFlag();
+    declareSavePlanFlag();
     addFlag("--from-lossy", fromLossyFlag(), tr("Make lossless files of lossy ones, too"));
     setFooter(tr("Example: a folder of WAV files, verified, two at a time, next to their sources\n"
                  "  kruv encode --to flac --level 8 --verify --beside-source ~/Concert"));

@@ -19,6 +19,7 @@ LossyVerb::LossyVerb(CLI::App &parent)
     declareChangeFlag();
     declareExistingFlags();
     declareDetachFlag();
+    declareSavePlanFlag();
     setFooter(tr("Example: a folder of FLAC files as MP3 at a variable bit rate\n"
                  "  kruv lossy --to mp3 --mode vbr --quality 2 --output ~/Player ~/Concert"));
 }

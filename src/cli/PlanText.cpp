@@ -13,10 +13,13 @@
 
 namespace kruv::PlanText {
 
-void write(const Plan &plan)
+void write(const Plan &plan, Which which)
 {
     constexpr int actionWidth = 9;
     for (const PlanEntry &entry : plan.entries()) {
+        if (which == Which::LeftOut && entry.isMade()) {
+            continue;
+        }
         QString lines = PlanWords::action(entry).leftJustified(actionWidth) +
                         Console::printable(PlanWords::paths(entry)) + u'\n';
         for (const QString &note : PlanWords::notes(entry)) {

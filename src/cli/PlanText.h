@@ -8,8 +8,9 @@
 /// A plan on standard output.
 namespace kruv::PlanText {
 
+enum class Which { All, LeftOut };
 /// An entry a line, and what is to be known of it on lines of their own; the totals last.
-void write(const Plan &plan);
+void write(const Plan &plan, Which which);
 /// The same, one JSON object a line.
 void writeJson(const Plan &plan);
 

@@ -20,7 +20,9 @@
 #include "tabs/NamePattern.h"
 #include "tabs/OtherFiles.h"
 #include "tabs/Plan.h"
+#include "tabs/PlanFile.h"
 #include "tabs/Resumption.h"
+#include "tasks/FileCommit.h"
 #include "tasks/StagingLock.h"
 
 #include <QDir>
@@ -240,6 +242,16 @@ void TabVerb::declareDetachFlag()
             tr("Hand the jobs to the window that is open, and don't wait for them"));
 }
 
+void TabVerb::declareSavePlanFlag()
+{
+    addOption(
+        "--save-plan", m_options.savePlan,
+        tr("Do nothing yet: write what is to be done into a file, for kruv run, here or on other machines"))
+        ->excludes(app().get_option("--dry-run"))
+        ->excludes(app().get_option("--detach"))
+        ->type_name("FILE");
+}
+
 void TabVerb::declareDryRunFlag()
 {
     addFlag("--dry-run", m_options.dryRun,
@@ -261,6 +273,7 @@ int TabVerb::run()
         return Failure;
     }
     checkOutputFolder();
+    checkPlanFile();
     JobSession session(m_options, makeReporter(m_options));
     m_person = &session.userInterface();
     KruvController &controller = session.controller();
@@ -268,11 +281,11 @@ int TabVerb::run()
         controller.taskQueue().setProvesOutputs();
     }
     controller.runRecorder().recordAs(nameOf(app()), QCoreApplication::arguments().mid(1));
-    if (m_options.dryRun) {
+    if (m_options.onlyPlans()) {
         controller.planOnly();
         session.queueRun().leaveOutSummary();
     }
-    const bool detaches = m_options.detach && !m_options.dryRun && mayDetach(session);
+    const bool detaches = m_options.detach && !m_options.onlyPlans() && mayDetach(session);
     if (detaches) {
         controller.leaveJobsToOthers();
     }
@@ -280,8 +293,8 @@ int TabVerb::run()
     if (detaches) {
         detach(session);
     }
-    const int status =
-        m_options.dryRun ? tellPlan(*controller.plan(), session.userInterface().lossy()) : session.finish();
+    const int status = m_options.onlyPlans() ? tellPlan(*controller.plan(), session.userInterface().lossy())
+                                             : session.finish();
     const bool complained = m_failed || session.userInterface().alerts() > 0;
     m_person = nullptr;
     return status == Success && complained ? static_cast<int>(Failure) : status;
@@ -300,9 +313,29 @@ int TabVerb::tellPlan(Plan &plan, const QStringList &lossy) const
     if (m_options.json) {
         PlanText::writeJson(plan);
     } else {
-        PlanText::write(plan);
+        PlanText::write(plan, m_options.savePlan.empty() ? PlanText::Which::All : PlanText::Which::LeftOut);
+    }
+    if (!m_options.savePlan.empty()) {
+        savePlan(plan);
     }
     return plan.totals().refused > 0 || plan.isShortOfSpace() ? Failure : Success;
+}
+
+void TabVerb::checkPlanFile() const
+{
+    const QString path = QString::fromStdString(m_options.savePlan);
+    if (!path.isEmpty() && FileCommit::isTaken(path) && !m_options.overwrite) {
+        throw UsageError(tr("--save-plan %1: it is there already. Add --overwrite to replace it.").arg(path));
+    }
+}
+
+void TabVerb::savePlan(const Plan &plan) const
+{
+    const QString path = QString::fromStdString(m_options.savePlan);
+    PlanFile::write(QDir().absoluteFilePath(path), plan);
+    if (!m_options.quiet) {
+        Console::complain(tr("the plan is in %1; to carry it out: kruv run %1").arg(path));
+    }
 }
 
 bool TabVerb::mayDetach(JobSession &session) const
@@ -413,7 +446,7 @@ void TabVerb::runTab(BaseTab &tab, QueueRun &queueRun, const QStringList &paths)
 {
     takeIn(tab, paths);
     queueRun.run([&tab] { tab.executeCommand(); });
-    const bool wasTold = m_options.dryRun || (m_person && m_person->alerts() > 0);
+    const bool wasTold = m_options.onlyPlans() || (m_person && m_person->alerts() > 0);
     if (!tab.fileList().isEmpty() && !queueRun.interrupted() && !wasTold) {
         throw UsageError(tr("Nothing was done."));
     }

@@ -53,6 +53,8 @@ protected:
     /// Where outputs go, and what they are called, as those flags and that of the place say.
     void placeOutputs(ConversionTab &tab) const;
     void declareDetachFlag();
+    /// After the flags of what exists and of handing over.
+    void declareSavePlanFlag();
     void declareDryRunFlag();
     /// For commands that always write into one folder.
     void declareOutputFolder();
@@ -101,6 +103,8 @@ private:
     void checkOutputFolder();
     /// Tells the plan of a dry run. Returns the exit status.
     int tellPlan(Plan &plan, const QStringList &lossy) const;
+    void checkPlanFile() const;
+    void savePlan(const Plan &plan) const;
 
     CommonOptions m_options;
     std::string m_format;

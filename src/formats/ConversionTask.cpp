@@ -8,6 +8,7 @@
 #include "audio/EncodeCoreAudioSync.h"
 #include "audio/Proof.h"
 #include "audio/TagsAround.h"
+#include "base/FileStamp.h"
 #include "base/PathNames.h"
 #include "formats/AudioLimitsCheck.h"
 #include "formats/FailureAdvice.h"
@@ -95,6 +96,7 @@ void ConversionTask::make(StagedOutputs &outputs)
         if (m_request.earlier == Earlier::Kept || !mayGoOn()) {
             return;
         }
+        m_found.reset();
     }
     const bool needsTagsOnly = isThere && m_request.earlier == Earlier::Renewed && lacksTagsOnly(outputs);
     m_staged = outputs.add(m_request.output);
@@ -105,18 +107,6 @@ void ConversionTask::make(StagedOutputs &outputs)
     }
     if (mayGoOn() && !outputs.wasMade(m_request.output)) {
         fail(tr("%1 was not written, whatever the tool said.").arg(m_request.output));
-    }
-}
-
-/// Why what lies in the output's place can't be made of the source; empty where it can.
-QString ConversionTask::complaintOf(const StagedOutputs &outputs)
-{
-    try {
-        m_staged = m_request.output;
-        const ProofNote note = prove(outputs);
-        return note.holds() || !mayGoOn() ? QString() : note.unproven;
-    } catch (const std::exception &disproof) {
-        return QString::fromUtf8(disproof.what());
     }
 }
 
@@ -144,7 +134,15 @@ void ConversionTask::takeOver()
 /// Throws where what lies in the output's place can't be the job's own.
 void ConversionTask::requireOwn(const StagedOutputs &outputs)
 {
-    QString reason = complaintOf(outputs);
+    QString reason;
+    try {
+        m_staged = m_request.output;
+        m_found = ProofNote();
+        m_found = prove(outputs);
+        reason = m_found->holds() || !mayGoOn() ? QString() : m_found->unproven;
+    } catch (const std::exception &disproof) {
+        reason = QString::fromUtf8(disproof.what());
+    }
     if (!reason.isEmpty()) {
         if (reason.endsWith(u'.')) { // it becomes a clause
             reason.chop(1);
@@ -155,6 +153,30 @@ void ConversionTask::requireOwn(const StagedOutputs &outputs)
                 .arg(m_request.output, fileName(), reason)
                 .toStdString());
     }
+}
+
+/// While this job was at it, or before it came to its turn.
+bool ConversionTask::wasMadeByAnother(const StagedOutputs &outputs)
+{
+    const QString &output = m_request.output;
+    if (m_request.earlier != ConversionRequest::Earlier::Kept || m_found || !FileCommit::isTaken(output)) {
+        return false;
+    }
+    if (QFileInfo::exists(fileName())) {
+        identifySource();
+        requireOwn(outputs);
+        return mayGoOn();
+    }
+    // The time when it got its name: that of its content may be its source's.
+    constexpr std::int64_t coarsest = 2; // seconds, the time stamps of FAT
+    constexpr std::int64_t inOneSecond = 1000;
+    const auto stamp = FileStamp::of(output);
+    if (m_request.goneSince == 0 || !stamp ||
+        std::max(stamp->touchedSeconds, stamp->seconds) < m_request.goneSince / inOneSecond - coarsest) {
+        return false;
+    }
+    Formats::requireContent(output, target() ? target() : Formats::ofType(PathNames::fileType(output)));
+    return true;
 }
 
 void ConversionTask::identifySource()

@@ -27,6 +27,7 @@ public:
 
     QString outputPath() const override { return m_request.output; }
     JobOutline outline() const override;
+    ProofNote proof() const override { return m_found ? *m_found : AudioOutputTask::proof(); }
     /// The bytes that are to be read.
     qint64 estimatedWork() const override;
     /// Of plain audio.
@@ -37,6 +38,7 @@ protected:
     /// Here those that make plain audio of the source.
     QStringList tools() const override;
     void make(StagedOutputs &outputs) final;
+    bool wasMadeByAnother(const StagedOutputs &outputs) final;
     ProofNote prove(const StagedOutputs &outputs) override;
     /// Makes staged() of the source.
     virtual void makeOutput() = 0;
@@ -78,13 +80,13 @@ protected:
 private:
     void identifySource();
     void requireOwn(const StagedOutputs &outputs);
-    QString complaintOf(const StagedOutputs &outputs);
     bool lacksTagsOnly(const StagedOutputs &outputs);
     void takeOver();
     QString agreementTo(const QString &reason) const;
     void take(const ToolPiece &piece, const QString &progress);
 
     const ConversionRequest m_request;
+    std::optional<ProofNote> m_found; // of an output that was there before
     const Format *m_sourceFormat = nullptr;
     mutable std::optional<AudioFormatObject> m_sourceAudio;
     StagedOutputs *m_outputs = nullptr;

@@ -169,8 +169,9 @@ std::shared_ptr<KruvTask> ConversionOrder::makeJob(const OutputPlan::Entry &entr
                                                               .options = options,
                                                               .mayReplace = entry.mayReplace,
                                                               .earlier = entry.earlier,
+                                                              .goneSince = entry.goneSince,
                                                               .mayDeleteChanged = mayDeleteChanged});
-    job->setDeleteOriginal(deletes && entry.earlier != ConversionRequest::Earlier::Kept);
+    job->setDeleteOriginal(deletes);
     job->setProves(proves);
     job->setMakesFolders(makesFolders);
     if (!entry.keepReason.isEmpty()) {

@@ -91,6 +91,7 @@ void KruvController::submit(const QString &tabLabel, std::span<const std::shared
                             const QString &plan)
 {
     if (m_plan) {
+        m_plan->setOrder(plan);
         return m_plan->addJobs(jobs, threadsForOneJob(m_taskQueue.maxThreads()));
     }
     m_runRecorder.announce(tabLabel, plan);

@@ -170,6 +170,13 @@ void OutputPlan::settleExisting(ExistingFiles choice)
                 leaveOut(entry, action, tr("There is a file of that name already."));
             }
         }
+        for (const List &list : m_lists) {
+            if (isInTheWay(list)) {
+                m_leftOut.push_back({.output = list.path,
+                                     .action = action,
+                                     .reason = tr("There is a file of that name already.")});
+            }
+        }
         std::erase_if(m_entries, [this](const Entry &entry) { return isInTheWay(entry); });
         std::erase_if(m_lists, [this](const List &list) { return isInTheWay(list); });
         return;

@@ -35,6 +35,7 @@ public:
         /// Why the original stays though originals go, a clause; empty where it may go.
         QString keepReason = {};
         ConversionRequest::Earlier earlier = ConversionRequest::Earlier::None;
+        std::int64_t goneSince = 0; ///< as in ConversionRequest
         /// It is there already, as it is to be: lists tell of it, but nothing is made.
         bool isDone = false;
         /// Why that is known, a sentence; empty where a receipt says so.

@@ -36,6 +36,11 @@ public:
     void addJobs(std::span<const std::shared_ptr<KruvTask>> jobs, std::size_t threads);
     void addRecords(std::span<const DoneRecord> records);
 
+    /// What its jobs can be made from once more, with the entries (ConversionOrder::toText); empty where
+    /// they can't.
+    const QString &order() const { return m_order; }
+    void setOrder(const QString &order) { m_order = order; }
+
     /// What a person should know of it all, sentences.
     const QStringList &warnings() const { return m_warnings; }
     void warn(const QString &sentence) { m_warnings.append(sentence); }
@@ -71,6 +76,7 @@ private:
     QStringList m_warnings;
     int m_jobsAtOnce = 1;
     bool m_isShortOfSpace = false;
+    QString m_order;
 };
 
 } // namespace kruv

@@ -59,6 +59,9 @@ protected:
     virtual ProofNote prove(const StagedOutputs &outputs);
     /// Shows how far the proof is. False where the job is not to go on.
     bool showProof(double percent);
+    /// Whether the job, which failed before it committed anything, finds done what it was to do. Throws where
+    /// what it finds is something else.
+    virtual bool wasMadeByAnother(const StagedOutputs &) { return false; }
     /// Runs when the outputs have their names, before originals go.
     virtual void committed(const StagedOutputs &) {}
     /// Whether this source goes where originals are to be deleted.
@@ -69,6 +72,7 @@ protected:
 private:
     void doStartTask() final;
     void walk(StagedOutputs &outputs);
+    void lookForAnother(const StagedOutputs &outputs);
     std::vector<Receipt::File> stampSources() const;
     void requireUnchanged() const;
     void stampOutputs(const StagedOutputs &outputs);

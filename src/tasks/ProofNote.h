@@ -10,7 +10,8 @@ namespace kruv {
 /// What a job has shown of its outputs before they got their names.
 struct ProofNote
 {
-    /// "same-audio", "same-set", "same-length" or "same-bytes", as reports have it; empty where nothing was shown.
+    /// "same-audio", "same-set", "same-length" or "same-bytes", as reports have it; empty where nothing was
+    /// shown.
     QString kind = {};
     /// MD5 of the outputs' samples, in hexadecimal digits, with a blank between those of outputs that were
     /// each proven by itself; empty where samples may differ.

@@ -1,0 +1,236 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "tabs/PlanFile.h"
+
+#include "base/Digest.h"
+#include "base/PathNames.h"
+#include "base/WholeFile.h"
+#include "tabs/Estimates.h"
+#include "tabs/Plan.h"
+
+#include <QDateTime>
+#include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <algorithm>
+#include <cmath>
+#include <stdexcept>
+
+namespace kruv {
+
+namespace {
+
+constexpr int formatVersion = 1;
+const QString versionKey = QStringLiteral("kruv-plan");
+
+QByteArray lineOf(const QJsonObject &object)
+{
+    return QJsonDocument(object).toJson(QJsonDocument::Compact) + '\n';
+}
+
+/// What entries cost of which no earlier run tells anything: as much as those that are known, else as an
+/// ordinary machine takes for them.
+class Costs
+{
+public:
+    Costs(const std::vector<PlanEntry> &entries, const ConversionOrder &order)
+        : m_estimates(order)
+    {
+        double seconds = 0.0;
+        double bytes = 0.0;
+        for (const PlanEntry &entry : entries) {
+            if (const auto cost = m_estimates.of(entry.sources.value(0), entry.sourceBytes)) {
+                seconds += cost->seconds;
+                bytes += static_cast<double>(entry.sourceBytes);
+            }
+        }
+        m_secondsPerByte = seconds > 0.0 && bytes > 0.0 ? seconds / bytes : m_secondsPerByte;
+    }
+    Estimates::Cost of(const PlanEntry &entry) const
+    {
+        if (const auto cost = m_estimates.of(entry.sources.value(0), entry.sourceBytes)) {
+            return *cost;
+        }
+        return {.bytes = entry.bytes, .seconds = m_secondsPerByte * static_cast<double>(entry.sourceBytes)};
+    }
+
+private:
+    const Estimates m_estimates;
+    double m_secondsPerByte = 2e-8;
+};
+
+QJsonObject entryAsJson(const PlanEntry &entry, const Estimates::Cost &cost)
+{
+    constexpr double inOneSecond = 1e6; // microseconds
+    QJsonObject object{{QStringLiteral("source"), entry.sources.value(0)},
+                       {QStringLiteral("output"), entry.output}};
+    if (!entry.isMade()) {
+        object.insert(QStringLiteral("done"), true);
+        return object;
+    }
+    object.insert(QStringLiteral("seconds"), std::round(cost.seconds * inOneSecond) / inOneSecond);
+    object.insert(QStringLiteral("sourceBytes"), entry.sourceBytes);
+    if (cost.bytes > 0) {
+        object.insert(QStringLiteral("bytes"), cost.bytes);
+    }
+    if (entry.action == PlanEntry::Action::Replace) {
+        object.insert(QStringLiteral("replace"), true);
+    }
+    if (!entry.keepReason.isEmpty()) {
+        object.insert(QStringLiteral("keep"), entry.keepReason);
+    }
+    return object;
+}
+
+/// Whether a job would make it, or has; what has no source is a list.
+bool isKept(const PlanEntry &entry)
+{
+    return !entry.sources.isEmpty() && (entry.isMade() || entry.action == PlanEntry::Action::SkipDone);
+}
+
+OutputPlan::Entry entryOf(const QJsonObject &object)
+{
+    OutputPlan::Entry entry{.source = object[QStringLiteral("source")].toString(),
+                            .folder = {},
+                            .output = object[QStringLiteral("output")].toString(),
+                            .mayReplace = object[QStringLiteral("replace")].toBool(),
+                            .keepReason = object[QStringLiteral("keep")].toString()};
+    entry.folder = PathNames::folderOf(entry.output);
+    entry.isDone = object[QStringLiteral("done")].toBool();
+    return entry;
+}
+
+} // namespace
+
+void PlanFile::write(const QString &path, const Plan &plan)
+{
+    const auto kept = ConversionOrder::fromText(plan.order());
+    if (!kept || std::ranges::none_of(plan.entries(), isKept)) {
+        throw std::runtime_error(tr("There is nothing that a plan could be made of.").toStdString());
+    }
+    const Costs costs(plan.entries(), kept->order);
+    QByteArray lines;
+    int entries = 0;
+    bool replacesLists = false;
+    for (const PlanEntry &entry : plan.entries()) {
+        if (isKept(entry)) {
+            ++entries;
+            lines += lineOf(entryAsJson(entry, costs.of(entry)));
+        }
+        replacesLists |= entry.sources.isEmpty() && entry.action == PlanEntry::Action::Replace;
+    }
+    const QJsonObject header{
+        {versionKey, formatVersion},
+        {QStringLiteral("entries"), entries},
+        {QStringLiteral("made"), QDateTime::currentDateTimeUtc().toString(Qt::ISODateWithMs)},
+        {QStringLiteral("order"), QJsonDocument::fromJson(plan.order().toUtf8()).object()},
+        {QStringLiteral("replaceLists"), replacesLists}};
+    if (const QString problem = WholeFile::write(path, lineOf(header) + lines); !problem.isEmpty()) {
+        throw std::runtime_error(tr("%1 could not be written: %2.").arg(path, problem).toStdString());
+    }
+}
+
+PlanFile::PlanFile(const QString &path)
+    : m_path(path)
+{
+    QFile file(path);
+    open(file);
+    Digest digest(Digest::Algorithm::SHA512);
+    const auto next = [&] {
+        const QByteArray line = file.readLine();
+        digest.add(std::as_bytes(std::span(line)));
+        return line;
+    };
+    if (file.peek(1) != "{") { // the first line of something else may be all of it
+        refuseKind();
+    }
+    readHeader(next());
+    m_costs.reserve(std::min(m_announced, static_cast<std::size_t>(file.size())));
+    for (std::size_t line = 2; !file.atEnd(); ++line) {
+        QJsonParseError error = {};
+        const QJsonObject object = QJsonDocument::fromJson(next(), &error).object();
+        if (object[QStringLiteral("source")].toString().isEmpty() ||
+            object[QStringLiteral("output")].toString().isEmpty()) {
+            refuseLine(line, file.atEnd() ? tr("it was cut off") : tr("it is no entry"));
+        }
+        constexpr double inOneSecond = 1e6; // microseconds
+        constexpr double longest = 1e9;     // seconds
+        const double seconds = std::clamp(object[QStringLiteral("seconds")].toDouble(), 0.0, longest);
+        m_costs.push_back(std::llround(seconds * inOneSecond));
+    }
+    if (m_costs.size() != m_announced) {
+        refuseLine(
+            std::min(m_costs.size(), m_announced) + 2,
+            m_costs.size() < m_announced
+                ? tr("the file ends there, before the last of its %1 entries").arg(m_announced)
+                : tr("there are more than the %1 entries that its first line tells of").arg(m_announced));
+    }
+    constexpr qsizetype enough = 16; // bytes
+    m_id = QString::fromLatin1(digest.result().left(enough).toHex());
+}
+
+void PlanFile::open(QFile &file) const
+{
+    file.setFileName(m_path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        refuse(file.errorString());
+    }
+}
+
+void PlanFile::readHeader(const QByteArray &line)
+{
+    const QJsonObject header = QJsonDocument::fromJson(line).object();
+    const int version = header[versionKey].toInt();
+    if (version < 1) {
+        refuseKind();
+    }
+    if (version > formatVersion) {
+        refuse(tr("it was made by a newer version of Kruv; this one reads plans up to version %1")
+                   .arg(formatVersion));
+    }
+    const auto kept = ConversionOrder::fromText(QString::fromUtf8(
+        QJsonDocument(header[QStringLiteral("order")].toObject()).toJson(QJsonDocument::Compact)));
+    if (!kept) {
+        refuse(tr("it asks for what this version of Kruv can't do; make it anew with this one"));
+    }
+    m_kept = *kept;
+    m_announced = static_cast<std::size_t>(std::max(header[QStringLiteral("entries")].toInt(), 0));
+    m_replacesLists = header[QStringLiteral("replaceLists")].toBool();
+    m_made = QDateTime::fromString(header[QStringLiteral("made")].toString(), Qt::ISODateWithMs)
+                 .toMSecsSinceEpoch();
+}
+
+void PlanFile::forEach(const Wanted &wanted, const Visitor &visit) const
+{
+    QFile file;
+    open(file);
+    file.readLine();
+    for (std::size_t entry = 0; entry < size(); ++entry) {
+        const QByteArray line = file.readLine();
+        if (line.isEmpty()) {
+            refuse(tr("it was changed while it was read"));
+        }
+        if (wanted(entry)) {
+            visit(entry, entryOf(QJsonDocument::fromJson(line).object()));
+        }
+    }
+}
+
+void PlanFile::refuse(const QString &reason) const
+{
+    throw std::runtime_error(tr("The plan %1 can't be used: %2.").arg(m_path, reason).toStdString());
+}
+
+void PlanFile::refuseKind() const
+{
+    refuse(tr("it is no plan; kruv encode --save-plan FILE makes one"));
+}
+
+void PlanFile::refuseLine(std::size_t line, const QString &reason) const
+{
+    refuse(tr("line %1: %2").arg(QString::number(line), reason));
+}
+
+} // namespace kruv

@@ -1,0 +1,100 @@
+// SPDX-FileCopyrightText: 2026 The Kruv developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+
+#include "tabs/PlanJobs.h"
+
+#include "base/PathNames.h"
+#include "base/UserInterface.h"
+#include "formats/Format.h"
+#include "tabs/PlanResultsFile.h"
+#include "tabs/TabHost.h"
+#include "tasks/FileCommit.h"
+#include "tasks/KruvTask.h"
+#include "tasks/KruvTaskQueue.h"
+
+#include <stdexcept>
+
+namespace kruv {
+
+namespace {
+
+/// Of the run, for the journal.
+const QString commandName = QStringLiteral("run");
+
+} // namespace
+
+PlanJobs::PlanJobs(const PlanFile &plan, const PlanRoots &roots, TabHost &host)
+    : m_plan(plan)
+    , m_roots(roots)
+    , m_host(host)
+{
+}
+
+/// What is there although nothing is to be replaced may have been made by a run that was killed before it
+/// could tell, or by another one that is at the same entries.
+OutputPlan::Entry PlanJobs::entryOf(const OutputPlan::Entry &what) const
+{
+    OutputPlan::Entry entry = what;
+    entry.source = m_roots.moved(what.source);
+    entry.output = m_roots.moved(what.output);
+    entry.folder = PathNames::folderOf(entry.output);
+    if (!entry.mayReplace) {
+        entry.earlier = ConversionRequest::Earlier::Kept;
+        entry.goneSince = m_plan.order().deletes ? m_plan.made() : 0;
+    }
+    return entry;
+}
+
+void PlanJobs::submit(const PlanFile::Wanted &wanted, PlanResultsFile &results)
+{
+    std::vector<std::size_t> numbers;
+    OutputPlan part({}, {});
+    m_plan.forEach(wanted, [&](std::size_t number, const OutputPlan::Entry &what) {
+        numbers.push_back(number);
+        part.entries().push_back(entryOf(what));
+    });
+    const ConversionOrder::Jobs made = m_plan.order().makeJobs(part, &m_host.taskQueue());
+    auto job = made.jobs.begin();
+    for (std::size_t index = 0; index < numbers.size(); ++index) {
+        const OutputPlan::Entry &entry = part.entries()[index];
+        if (made.withoutJob.contains(entry.source)) {
+            const QString reason =
+                tr("This version can't convert it to %1.").arg(m_plan.order().target->label.toString());
+            results.addFailure(numbers[index], entry.source, reason);
+            m_host.userInterface().alert(reason, entry.source, {});
+        } else if (!entry.isDone) {
+            results.follow(**job++, numbers[index]);
+        }
+    }
+    m_host.submit(commandName, made.jobs, m_plan.order().toText(OutputPlan({}, {})));
+}
+
+std::vector<OutputPlan::List> PlanJobs::lists() const
+{
+    std::vector<OutputPlan::List> moved = m_plan.lists();
+    for (OutputPlan::List &list : moved) {
+        list.path = m_roots.moved(list.path);
+        list.folder = m_roots.moved(list.folder);
+        if (!m_plan.replacesLists() && FileCommit::isTaken(list.path)) {
+            throw std::runtime_error(
+                tr("%1 is there already, and no run of this plan wrote it; move it away.")
+                    .arg(list.path)
+                    .toStdString());
+        }
+    }
+    return moved;
+}
+
+void PlanJobs::submitLists(PlanResultsFile &results)
+{
+    OutputPlan whole({}, lists());
+    m_plan.forEach(
+        [](std::size_t) { return true; },
+        [&](std::size_t, const OutputPlan::Entry &what) { whole.entries().push_back(entryOf(what)); });
+    if (const auto job = m_plan.order().makeLists(whole, &m_host.taskQueue())) {
+        results.follow(*job, {});
+        m_host.submit(commandName, std::span(&job, 1), {});
+    }
+}
+
+} // namespace kruv
