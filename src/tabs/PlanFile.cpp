@@ -48,7 +48,7 @@ public:
         }
         m_secondsPerByte = seconds > 0.0 && bytes > 0.0 ? seconds / bytes : m_secondsPerByte;
     }
-    Estimates::Cost of(const PlanEntry &entry) const
+    Cost of(const PlanEntry &entry) const
     {
         if (const auto cost = m_estimates.of(entry.sources.value(0), entry.sourceBytes)) {
             return *cost;
@@ -61,7 +61,7 @@ private:
     double m_secondsPerByte = 2e-8;
 };
 
-QJsonObject entryAsJson(const PlanEntry &entry, const Estimates::Cost &cost)
+QJsonObject entryAsJson(const PlanEntry &entry, const Cost &cost)
 {
     constexpr double inOneSecond = 1e6; // microseconds
     QJsonObject object{{QStringLiteral("source"), entry.sources.value(0)},
