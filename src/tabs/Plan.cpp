@@ -165,6 +165,7 @@ Plan::Totals Plan::totals() const
 {
     Totals totals;
     double longest = 0.0;
+    qint64 estimated = 0; // bytes that are read for outputs of a size that is known
     for (const PlanEntry &entry : m_entries) {
         if (entry.action == PlanEntry::Action::Refuse) {
             ++totals.refused;
@@ -178,7 +179,14 @@ Plan::Totals Plan::totals() const
             totals.bytes += entry.bytes;
             totals.seconds += entry.seconds / m_jobsAtOnce;
             longest = std::max(longest, entry.seconds);
+            estimated += entry.bytes > 0 ? entry.sourceBytes : 0;
         }
+    }
+    constexpr double nearlyAll = 0.95; // of what is read
+    if (static_cast<double>(estimated) < nearlyAll * static_cast<double>(totals.sourceBytes)) {
+        totals.bytes = 0;
+        totals.seconds = 0.0;
+        longest = 0.0;
     }
     totals.seconds = std::max(totals.seconds, longest);
     return totals;

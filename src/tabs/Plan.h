@@ -66,8 +66,8 @@ public:
         qsizetype refused = 0;
         qsizetype originalsDeleted = 0;
         qint64 sourceBytes = 0; ///< of what is made
-        qint64 bytes = 0;
-        double seconds = 0.0; ///< by the clock
+        qint64 bytes = 0;       ///< 0 where they are not known of nearly all
+        double seconds = 0.0;   ///< by the clock; the same
     };
     Totals totals() const;
 
