@@ -24,7 +24,8 @@ PlanStatusText::PlanStatusText(const PlanFile &plan, const PlanRoots &roots, con
     for (std::size_t entry = 0; entry < plan.size(); ++entry) {
         if (wanted(entry)) {
             add(m_whole, entry);
-            m_missing += states.of(entry) == PlanStates::State::Failed ? 1 : 0;
+            m_missing += !plan.isCopy(entry) && !states.isOver(entry) ? 1 : 0;
+            m_copiesLeft += plan.isCopy(entry) && !states.isOver(entry) ? 1 : 0;
         }
     }
 }
@@ -47,9 +48,9 @@ void PlanStatusText::add(Count &count, std::size_t entry) const
     }
 }
 
-bool PlanStatusText::lacksLists() const
+bool PlanStatusText::lacksRest() const
 {
-    return !m_plan.lists().empty() && !m_states.listsAreDone();
+    return m_copiesLeft > 0 || (!m_plan.lists().empty() && !m_states.listsAreDone());
 }
 
 int PlanStatusText::shards() const
@@ -68,7 +69,7 @@ std::vector<PlanStatusText::Count> PlanStatusText::countsOfShards() const
     if (!counts.empty()) {
         const std::vector<int> dealt = PlanShard::deal(m_plan.costs(), shards());
         for (std::size_t entry = 0; entry < m_plan.size(); ++entry) {
-            if (m_wanted(entry)) {
+            if (m_wanted(entry) && !m_plan.isCopy(entry)) {
                 add(counts[static_cast<std::size_t>(dealt[entry]) - 1], entry);
             }
         }
@@ -115,9 +116,10 @@ void PlanStatusText::write() const
                            QStringLiteral("  %1\n").arg(Console::printable(m_states.reason(entry))));
                    });
     Console::writeOut(words(m_whole) + u'\n');
-    if (lacksLists()) {
-        Console::writeOut(tr("The lists are not written yet: kruv run %1 --finish").arg(m_plan.path()) +
-                          u'\n');
+    if (lacksRest()) {
+        Console::writeOut(
+            tr("What comes last is left, lists and other files: kruv run %1 --finish").arg(m_plan.path()) +
+            u'\n');
     }
 }
 
@@ -140,7 +142,7 @@ void PlanStatusText::writeJson() const
                    });
     QJsonObject line = json(m_whole);
     line.insert(QStringLiteral("event"), QStringLiteral("status"));
-    line.insert(QStringLiteral("listsLeft"), lacksLists());
+    line.insert(QStringLiteral("restLeft"), lacksRest());
     JsonReporter::writeLine(line);
 }
 
@@ -148,12 +150,15 @@ void PlanStatusText::complainOfMissing() const
 {
     constexpr int mostNamed = 5;
     int missing = 0;
-    m_plan.forEach([this](std::size_t entry) { return m_wanted(entry) && !m_states.isOver(entry); },
-                   [&](std::size_t, const OutputPlan::Entry &what) {
-                       if (++missing <= mostNamed) {
-                           Console::complain(tr("missing: %1").arg(m_roots.moved(what.output)));
-                       }
-                   });
+    m_plan.forEach(
+        [this](std::size_t entry) {
+            return m_wanted(entry) && !m_plan.isCopy(entry) && !m_states.isOver(entry);
+        },
+        [&](std::size_t, const OutputPlan::Entry &what) {
+            if (++missing <= mostNamed) {
+                Console::complain(tr("missing: %1").arg(m_roots.moved(what.output)));
+            }
+        });
     if (missing > mostNamed) {
         Console::complain(tr("and %n more", nullptr, missing - mostNamed));
     }

@@ -31,10 +31,11 @@ public:
     /// On standard error, the first few.
     void complainOfMissing() const;
 
-    /// Whether nothing is left to be done or tried again, but perhaps lists.
-    bool isOver() const { return m_whole.left + m_missing == 0; }
-    /// The same, and nothing lacks anything.
-    bool isDone() const { return m_whole.done == m_whole.all && !lacksLists(); }
+    /// Whether no audio is left to be made or tried again.
+    bool isOver() const { return m_missing == 0; }
+    /// Whether what comes after that is left: lists, copies of other files.
+    bool lacksRest() const;
+    bool isDone() const { return m_whole.done == m_whole.all && !lacksRest(); }
 
 private:
     struct Count
@@ -45,7 +46,6 @@ private:
         int left = 0;
     };
     void add(Count &count, std::size_t entry) const;
-    bool lacksLists() const;
     /// Into how many shards the runs cut the plan, the most where that differs; 0 where they did not.
     int shards() const;
     std::vector<Count> countsOfShards() const;
@@ -58,7 +58,8 @@ private:
     const PlanStates &m_states;
     const PlanFile::Wanted &m_wanted;
     Count m_whole;
-    int m_missing = 0; // of what failed
+    int m_missing = 0; // audio
+    int m_copiesLeft = 0;
 };
 
 } // namespace kruv

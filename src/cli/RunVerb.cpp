@@ -21,6 +21,11 @@ namespace kruv {
 
 namespace {
 
+bool anyEntry(std::size_t)
+{
+    return true;
+}
+
 void tellOfLoss(JobSession &session, PlanResultsFile &results)
 {
     QObject::connect(
@@ -44,7 +49,8 @@ RunVerb::RunVerb(CLI::App &parent)
         addFlag("--missing", m_runsMissing,
                 tr("Do what no run has done yet, of all parts or of the one that is named"));
     CLI::Option *finish =
-        addFlag("--finish", m_finishes, tr("Write the lists of the set, once nothing is missing any more"));
+        addFlag("--finish", m_finishes,
+                tr("Write what comes last, lists and copies of other files, once no audio is missing"));
     addOption("--root", m_roots, tr("What the plan says is below OLD is below NEW here; may be given again"))
         ->type_name("OLD=NEW")
         ->allow_extra_args(false);
@@ -56,7 +62,7 @@ RunVerb::RunVerb(CLI::App &parent)
     declareRunFlags(m_options);
     setFooter(
         tr("What is done already is not done again. Without --shard, --missing and --finish the whole plan\n"
-           "is done, its lists last. Example: a plan in eight parts, on any machines\n"
+           "is done, lists last. Example: a plan in eight parts, on any machines\n"
            "  kruv encode --to flac --output ~/Flac --save-plan concert.plan ~/Concert\n"
            "  kruv run concert.plan --shard 1/8\n"
            "  kruv run concert.plan --missing --finish"));
@@ -97,11 +103,10 @@ QString RunVerb::resultsFolder() const
 PlanFile::Wanted RunVerb::wanted(const PlanFile &plan, const std::optional<PlanShard> &shard)
 {
     if (!shard) {
-        return [](std::size_t) { return true; };
+        return [&plan](std::size_t entry) { return !plan.isCopy(entry); };
     }
-    return [number = shard->number, shards = PlanShard::deal(plan.costs(), shard->count)](std::size_t entry) {
-        return shards[entry] == number;
-    };
+    return [&plan, number = shard->number, shards = PlanShard::deal(plan.costs(), shard->count)](
+               std::size_t entry) { return shards[entry] == number && !plan.isCopy(entry); };
 }
 
 int RunVerb::run()
@@ -120,7 +125,7 @@ int RunVerb::run()
 
 int RunVerb::tellStatus(const PlanFile &plan, const PlanRoots &roots) const
 {
-    const PlanFile::Wanted entries = wanted(plan, shard());
+    const PlanFile::Wanted entries = m_shard.empty() ? anyEntry : wanted(plan, shard());
     const PlanStates states(plan, roots, resultsFolder(), entries);
     const PlanStatusText text(plan, roots, states, entries);
     if (m_options.json) {
@@ -177,20 +182,24 @@ void RunVerb::runEntries(JobSession &session, const PlanFile &plan, const PlanRo
 
 bool RunVerb::finish(JobSession &session, const PlanFile &plan, const PlanRoots &roots) const
 {
-    const PlanFile::Wanted all = wanted(plan, {});
+    const PlanFile::Wanted all = anyEntry;
     const PlanStates states(plan, roots, resultsFolder(), all);
     const PlanStatusText text(plan, roots, states, all);
     if (!text.isOver()) {
         text.complainOfMissing();
         return false;
     }
-    if (plan.lists().empty() || states.listsAreDone()) {
+    if (!text.lacksRest()) {
         return true;
     }
     PlanResultsFile results({.folder = resultsFolder(), .plan = plan.id(), .shard = {}},
                             session.controller().taskQueue());
     tellOfLoss(session, results);
-    session.queueRun().run([&] { PlanJobs(plan, roots, session.controller()).submitLists(results); });
+    const int failed = session.queueRun().totals().failed;
+    session.queueRun().run([&] { PlanJobs(plan, roots, session.controller()).submitRest(states, results); });
+    if (session.queueRun().totals().failed == failed && !session.queueRun().interrupted()) {
+        results.addLists();
+    }
     return true;
 }
 

@@ -33,13 +33,13 @@ private:
     std::optional<PlanShard> shard() const;
     PlanRoots roots() const;
     QString resultsFolder() const;
-    /// The entries of the shard, or all.
+    /// The audio of the shard, or of the whole plan, which must outlive it.
     static PlanFile::Wanted wanted(const PlanFile &plan, const std::optional<PlanShard> &shard);
     int tellStatus(const PlanFile &plan, const PlanRoots &roots) const;
     int runJobs(const PlanFile &plan, const PlanRoots &roots) const;
     /// What is left of the wanted entries.
     void runEntries(JobSession &session, const PlanFile &plan, const PlanRoots &roots) const;
-    /// Where nothing is left. Returns whether that was so.
+    /// What comes last, where nothing else is left. Returns whether that was so.
     bool finish(JobSession &session, const PlanFile &plan, const PlanRoots &roots) const;
 
     CommonOptions m_options;

@@ -159,10 +159,13 @@ void ConversionTask::requireOwn(const StagedOutputs &outputs)
 bool ConversionTask::wasMadeByAnother(const StagedOutputs &outputs)
 {
     const QString &output = m_request.output;
-    if (m_request.earlier != ConversionRequest::Earlier::Kept || m_found || !FileCommit::isTaken(output)) {
+    if (m_request.earlier != ConversionRequest::Earlier::Kept || !FileCommit::isTaken(output)) {
         return false;
     }
     if (QFileInfo::exists(fileName())) {
+        if (m_found) { // it was looked at already
+            return false;
+        }
         identifySource();
         requireOwn(outputs);
         return mayGoOn();

@@ -6,17 +6,19 @@
 #include "base/Digest.h"
 #include "base/PathNames.h"
 #include "base/WholeFile.h"
-#include "tabs/Estimates.h"
+#include "tabs/OtherFiles.h"
 #include "tabs/Plan.h"
 
 #include <QDateTime>
 #include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QSet>
 
 #include <algorithm>
 #include <cmath>
 #include <stdexcept>
+#include <utility>
 
 namespace kruv {
 
@@ -30,64 +32,59 @@ QByteArray lineOf(const QJsonObject &object)
     return QJsonDocument(object).toJson(QJsonDocument::Compact) + '\n';
 }
 
-/// What entries cost of which no earlier run tells anything: as much as those that are known, else as an
-/// ordinary machine takes for them.
-class Costs
-{
-public:
-    Costs(const std::vector<PlanEntry> &entries, const ConversionOrder &order)
-        : m_estimates(order)
-    {
-        double seconds = 0.0;
-        double bytes = 0.0;
-        for (const PlanEntry &entry : entries) {
-            if (const auto cost = m_estimates.of(entry.sources.value(0), entry.sourceBytes)) {
-                seconds += cost->seconds;
-                bytes += static_cast<double>(entry.sourceBytes);
-            }
-        }
-        m_secondsPerByte = seconds > 0.0 && bytes > 0.0 ? seconds / bytes : m_secondsPerByte;
-    }
-    Cost of(const PlanEntry &entry) const
-    {
-        if (const auto cost = m_estimates.of(entry.sources.value(0), entry.sourceBytes)) {
-            return *cost;
-        }
-        return {.bytes = entry.bytes, .seconds = m_secondsPerByte * static_cast<double>(entry.sourceBytes)};
-    }
+constexpr double inOneSecond = 1e6; // microseconds
 
-private:
-    const Estimates m_estimates;
-    double m_secondsPerByte = 2e-8;
-};
-
-QJsonObject entryAsJson(const PlanEntry &entry, const Cost &cost)
+/// What a byte costs of entries of which no earlier run tells anything: as much as of those that are known,
+/// else as on an ordinary machine.
+double secondsPerByte(const std::vector<PlanEntry> &entries)
 {
-    constexpr double inOneSecond = 1e6; // microseconds
+    constexpr double usual = 2e-8;
+    double seconds = 0.0;
+    double bytes = 0.0;
+    for (const PlanEntry &entry : entries) {
+        if (entry.seconds > 0.0) {
+            seconds += entry.seconds;
+            bytes += static_cast<double>(entry.sourceBytes);
+        }
+    }
+    return bytes > 0.0 ? seconds / bytes : usual;
+}
+
+QJsonObject entryAsJson(const PlanEntry &entry, double perByte)
+{
     QJsonObject object{{QStringLiteral("source"), entry.sources.value(0)},
                        {QStringLiteral("output"), entry.output}};
     if (!entry.isMade()) {
         object.insert(QStringLiteral("done"), true);
         return object;
     }
-    object.insert(QStringLiteral("seconds"), std::round(cost.seconds * inOneSecond) / inOneSecond);
+    const bool isCopy = OtherFiles::kindOf(entry.output).has_value();
+    const double seconds =
+        entry.seconds > 0.0 ? entry.seconds : perByte * static_cast<double>(entry.sourceBytes);
+    object.insert(QStringLiteral("seconds"), isCopy ? 0.0 : std::round(seconds * inOneSecond) / inOneSecond);
     object.insert(QStringLiteral("sourceBytes"), entry.sourceBytes);
-    if (cost.bytes > 0) {
-        object.insert(QStringLiteral("bytes"), cost.bytes);
-    }
-    if (entry.action == PlanEntry::Action::Replace) {
-        object.insert(QStringLiteral("replace"), true);
+    if (entry.bytes > 0) {
+        object.insert(QStringLiteral("bytes"), entry.bytes);
     }
     if (!entry.keepReason.isEmpty()) {
         object.insert(QStringLiteral("keep"), entry.keepReason);
     }
+    const std::pair<const char *, bool> marks[] = {{"replace", entry.action == PlanEntry::Action::Replace},
+                                                   {"renew", entry.action == PlanEntry::Action::Update},
+                                                   {"copy", isCopy}};
+    for (const auto &[name, holds] : marks) {
+        if (holds) {
+            object.insert(QLatin1StringView(name), true);
+        }
+    }
     return object;
 }
 
-/// Whether a job would make it, or has; what has no source is a list.
-bool isKept(const PlanEntry &entry)
+/// Whether a job would make it, or has.
+bool isKept(const PlanEntry &entry, const QSet<QString> &lists)
 {
-    return !entry.sources.isEmpty() && (entry.isMade() || entry.action == PlanEntry::Action::SkipDone);
+    return !entry.sources.isEmpty() && !lists.contains(entry.output) &&
+           (entry.isMade() || entry.action == PlanEntry::Action::SkipDone);
 }
 
 OutputPlan::Entry entryOf(const QJsonObject &object)
@@ -99,6 +96,11 @@ OutputPlan::Entry entryOf(const QJsonObject &object)
                             .keepReason = object[QStringLiteral("keep")].toString()};
     entry.folder = PathNames::folderOf(entry.output);
     entry.isDone = object[QStringLiteral("done")].toBool();
+    entry.isCopy = object[QStringLiteral("copy")].toBool();
+    if (object[QStringLiteral("renew")].toBool()) {
+        entry.mayReplace = true;
+        entry.earlier = ConversionRequest::Earlier::Renewed;
+    }
     return entry;
 }
 
@@ -107,19 +109,23 @@ OutputPlan::Entry entryOf(const QJsonObject &object)
 void PlanFile::write(const QString &path, const Plan &plan)
 {
     const auto kept = ConversionOrder::fromText(plan.order());
-    if (!kept || std::ranges::none_of(plan.entries(), isKept)) {
-        throw std::runtime_error(tr("There is nothing that a plan could be made of.").toStdString());
+    QSet<QString> lists;
+    for (const OutputPlan::List &list : kept ? kept->lists : std::vector<OutputPlan::List>()) {
+        lists.insert(list.path);
     }
-    const Costs costs(plan.entries(), kept->order);
+    const double perByte = secondsPerByte(plan.entries());
     QByteArray lines;
     int entries = 0;
     bool replacesLists = false;
     for (const PlanEntry &entry : plan.entries()) {
-        if (isKept(entry)) {
+        if (isKept(entry, lists)) {
             ++entries;
-            lines += lineOf(entryAsJson(entry, costs.of(entry)));
+            lines += lineOf(entryAsJson(entry, perByte));
         }
-        replacesLists |= entry.sources.isEmpty() && entry.action == PlanEntry::Action::Replace;
+        replacesLists |= lists.contains(entry.output) && entry.action == PlanEntry::Action::Replace;
+    }
+    if (!kept || entries == 0) {
+        throw std::runtime_error(tr("There is nothing that a plan could be made of.").toStdString());
     }
     const QJsonObject header{
         {versionKey, formatVersion},
@@ -155,10 +161,10 @@ PlanFile::PlanFile(const QString &path)
             object[QStringLiteral("output")].toString().isEmpty()) {
             refuseLine(line, file.atEnd() ? tr("it was cut off") : tr("it is no entry"));
         }
-        constexpr double inOneSecond = 1e6; // microseconds
-        constexpr double longest = 1e9;     // seconds
+        constexpr double longest = 1e9; // seconds
         const double seconds = std::clamp(object[QStringLiteral("seconds")].toDouble(), 0.0, longest);
         m_costs.push_back(std::llround(seconds * inOneSecond));
+        m_areCopies.push_back(object[QStringLiteral("copy")].toBool());
     }
     if (m_costs.size() != m_announced) {
         refuseLine(

@@ -45,6 +45,9 @@ public:
     /// Of each entry, in microseconds of one job, as far as that can be foreseen.
     const std::vector<std::int64_t> &costs() const { return m_costs; }
 
+    /// Whether it is no audio, and goes along as it is, once all audio is there.
+    bool isCopy(std::size_t entry) const { return m_areCopies[entry]; }
+
     using Wanted = std::function<bool(std::size_t entry)>;
     using Visitor = std::function<void(std::size_t entry, const OutputPlan::Entry &what)>;
     /// In order.
@@ -64,6 +67,7 @@ private:
     ConversionOrder::Kept m_kept;
     bool m_replacesLists = false;
     std::vector<std::int64_t> m_costs;
+    std::vector<bool> m_areCopies;
 };
 
 } // namespace kruv

@@ -7,6 +7,7 @@
 #include "base/UserInterface.h"
 #include "formats/Format.h"
 #include "tabs/PlanResultsFile.h"
+#include "tabs/PlanStates.h"
 #include "tabs/TabHost.h"
 #include "tasks/FileCommit.h"
 #include "tasks/KruvTask.h"
@@ -51,8 +52,14 @@ void PlanJobs::submit(const PlanFile::Wanted &wanted, PlanResultsFile &results)
     OutputPlan part({}, {});
     m_plan.forEach(wanted, [&](std::size_t number, const OutputPlan::Entry &what) {
         numbers.push_back(number);
-        part.entries().push_back(entryOf(what));
+        part.addEntry(entryOf(what));
     });
+    m_host.submit(commandName, makeJobs(part, numbers, results), m_plan.order().toText(OutputPlan({}, {})));
+}
+
+PlanJobs::Jobs PlanJobs::makeJobs(const OutputPlan &part, const std::vector<std::size_t> &numbers,
+                                  PlanResultsFile &results)
+{
     const ConversionOrder::Jobs made = m_plan.order().makeJobs(part, &m_host.taskQueue());
     auto job = made.jobs.begin();
     for (std::size_t index = 0; index < numbers.size(); ++index) {
@@ -66,7 +73,7 @@ void PlanJobs::submit(const PlanFile::Wanted &wanted, PlanResultsFile &results)
             results.follow(**job++, numbers[index]);
         }
     }
-    m_host.submit(commandName, made.jobs, m_plan.order().toText(OutputPlan({}, {})));
+    return made.jobs;
 }
 
 std::vector<OutputPlan::List> PlanJobs::lists() const
@@ -85,16 +92,21 @@ std::vector<OutputPlan::List> PlanJobs::lists() const
     return moved;
 }
 
-void PlanJobs::submitLists(PlanResultsFile &results)
+void PlanJobs::submitRest(const PlanStates &states, PlanResultsFile &results)
 {
-    OutputPlan whole({}, lists());
-    m_plan.forEach(
-        [](std::size_t) { return true; },
-        [&](std::size_t, const OutputPlan::Entry &what) { whole.entries().push_back(entryOf(what)); });
-    if (const auto job = m_plan.order().makeLists(whole, &m_host.taskQueue())) {
-        results.follow(*job, {});
-        m_host.submit(commandName, std::span(&job, 1), {});
-    }
+    std::vector<std::size_t> numbers;
+    OutputPlan whole({}, states.listsAreDone() ? std::vector<OutputPlan::List>() : lists());
+    m_plan.forEach([](std::size_t) { return true; },
+                   [&](std::size_t number, const OutputPlan::Entry &what) {
+                       OutputPlan::Entry entry = entryOf(what);
+                       entry.isDone = !entry.isCopy || states.isOver(number);
+                       numbers.push_back(number);
+                       whole.addEntry(entry);
+                   });
+    Jobs jobs = makeJobs(OutputPlan(whole.entries(), {}), numbers, results);
+    const Jobs lists = m_plan.order().listJobs(whole, &m_host.taskQueue());
+    jobs.insert(jobs.end(), lists.begin(), lists.end());
+    m_host.submit(commandName, jobs, {});
 }
 
 } // namespace kruv

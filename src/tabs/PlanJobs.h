@@ -8,8 +8,12 @@
 
 #include <QCoreApplication>
 
+#include <memory>
+#include <vector>
+
 namespace kruv {
 
+class KruvTask;
 class PlanResultsFile;
 class PlanStates;
 class TabHost;
@@ -22,14 +26,17 @@ public:
     /// What they name must outlive it.
     PlanJobs(const PlanFile &plan, const PlanRoots &roots, TabHost &host);
 
-    /// Hands the queue what is left of the wanted entries.
+    /// Hands the queue the wanted entries.
     void submit(const PlanFile::Wanted &wanted, PlanResultsFile &results);
-    /// The same for what is written about the outputs once they are all there. Throws std::runtime_error
-    /// where that would replace what nobody agreed to.
-    void submitLists(PlanResultsFile &results);
+    /// The same for what comes once all audio is there: copies of other files, in which the new names may
+    /// stand, and lists. Throws std::runtime_error where a list would replace what nobody agreed to.
+    void submitRest(const PlanStates &states, PlanResultsFile &results);
 
 private:
+    using Jobs = std::vector<std::shared_ptr<KruvTask>>;
     OutputPlan::Entry entryOf(const OutputPlan::Entry &what) const;
+    /// `numbers`: of the entries of `part`.
+    Jobs makeJobs(const OutputPlan &part, const std::vector<std::size_t> &numbers, PlanResultsFile &results);
     std::vector<OutputPlan::List> lists() const;
 
     const PlanFile &m_plan;

@@ -19,7 +19,7 @@ struct FileStamp;
 /// names the plan and the shard.
 namespace PlanResults {
 
-/// How an entry ended, or the job that writes the lists.
+/// How an entry ended, or all lists together.
 struct Line
 {
     std::optional<std::size_t> entry = {}; ///< nothing: the lists

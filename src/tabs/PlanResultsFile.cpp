@@ -86,7 +86,7 @@ PlanResultsFile::PlanResultsFile(const Run &run, KruvTaskQueue &queue)
     connect(&queue, &KruvTaskQueue::taskEnded, this, &PlanResultsFile::ended);
 }
 
-void PlanResultsFile::follow(const KruvTask &job, std::optional<std::size_t> entry)
+void PlanResultsFile::follow(const KruvTask &job, std::size_t entry)
 {
     m_jobs[&job].entry = entry;
 }
@@ -97,6 +97,11 @@ void PlanResultsFile::addFailure(std::size_t entry, const QString &source, const
                {QStringLiteral("status"), QStringLiteral("failed")},
                {QStringLiteral("source"), source},
                {QStringLiteral("reason"), reason}});
+}
+
+void PlanResultsFile::addLists()
+{
+    writeLine({{QStringLiteral("status"), QStringLiteral("done")}});
 }
 
 void PlanResultsFile::started(const KruvTask &job)
@@ -112,14 +117,12 @@ void PlanResultsFile::ended(const KruvTask &job)
     if (found == m_jobs.end()) {
         return;
     }
-    QJsonObject line{{QStringLiteral("status"), statusOf(job)},
+    QJsonObject line{{QStringLiteral("entry"), static_cast<qint64>(found->second.entry)},
+                     {QStringLiteral("status"), statusOf(job)},
                      {QStringLiteral("source"), job.inputPath()},
                      {QStringLiteral("output"), job.outputPath()},
                      {QStringLiteral("seconds"), found->second.clock.seconds()},
                      {QStringLiteral("ended"), QDateTime::currentDateTimeUtc().toString(Qt::ISODateWithMs)}};
-    if (found->second.entry) {
-        line.insert(QStringLiteral("entry"), static_cast<qint64>(*found->second.entry));
-    }
     m_jobs.erase(found);
     if (const auto stamp = stampOf(job)) {
         PlanResults::addStamp(line, *stamp);

@@ -11,7 +11,6 @@
 
 #include <cstddef>
 #include <functional>
-#include <optional>
 #include <unordered_map>
 
 namespace kruv {
@@ -33,10 +32,12 @@ public:
     /// Throws std::runtime_error where nothing can be written there.
     PlanResultsFile(const Run &run, KruvTaskQueue &queue);
 
-    /// The job that makes an entry; none: the one that writes the lists.
-    void follow(const KruvTask &job, std::optional<std::size_t> entry);
+    /// The job that makes an entry.
+    void follow(const KruvTask &job, std::size_t entry);
     /// An entry for which there is no job.
     void addFailure(std::size_t entry, const QString &source, const QString &reason);
+    /// All lists are written.
+    void addLists();
 
 Q_SIGNALS:
     /// Once, where a line could not be written: what it tells of will be looked at again.
@@ -45,7 +46,7 @@ Q_SIGNALS:
 private:
     struct Job
     {
-        std::optional<std::size_t> entry = {};
+        std::size_t entry = 0;
         WorkClock clock = {};
     };
     void started(const KruvTask &job);

@@ -22,7 +22,7 @@ protected:
             QDir(music).mkpath(QString::fromUtf8(each));
         }
         for (int index = 0; index < tracks; ++index) {
-            wav(u"in/%1 100% \"q\".wav"_s.arg(index), 2000 + 900 * static_cast<std::size_t>(index));
+            wav(u"in/%1 100% 'q'.wav"_s.arg(index), 2000 + 900 * static_cast<std::size_t>(index));
         }
     }
     Outcome plan(const QStringList &more = {})
@@ -66,8 +66,13 @@ protected:
 
 TEST_F(RunTest, PartsAndWhatWasLostGiveTheSetOfOneRun)
 {
-    ASSERT_EQ(encode({u"-o"_s, u"alone"_s, u"--fingerprints"_s, u"in"_s}).status, 0);
-    ASSERT_EQ(plan().status, 0);
+    folder.write(u"music/in/notes.txt"_s, "hello");
+    folder.write(u"music/in/set.cue"_s,
+                 "FILE \"1 100% 'q'.wav\" WAVE\n  TRACK 01 AUDIO\n    INDEX 01 00:00:00\n");
+    ASSERT_EQ(
+        encode({u"-o"_s, u"alone"_s, u"--mirror"_s, u"--copy-others"_s, u"--fingerprints"_s, u"in"_s}).status,
+        0);
+    ASSERT_EQ(plan({u"--mirror"_s, u"--copy-others"_s}).status, 0);
     EXPECT_TRUE(everything(u"out"_s).isEmpty()) << "a plan makes nothing";
     EXPECT_EQ(plan().status, 2) << "it replaces no plan unasked";
 
@@ -100,9 +105,11 @@ TEST_F(RunTest, PartsAndWhatWasLostGiveTheSetOfOneRun)
     const Outcome missing = runPlan({u"--missing"_s});
     EXPECT_EQ(missing.status, 0) << missing.err.constData();
     EXPECT_EQ(status()[u"done"].toInt(), tracks);
-    EXPECT_TRUE(status()[u"listsLeft"].toBool());
+    EXPECT_EQ(status()[u"left"].toInt(), 2) << "the other files come last";
+    EXPECT_TRUE(status()[u"restLeft"].toBool());
     EXPECT_EQ(runPlan({u"--finish"_s}).status, 0);
     EXPECT_TRUE(everything(u"out"_s) == everything(u"alone"_s));
+    EXPECT_TRUE(readFile(music + u"/out/set.cue"_s).contains(".flac"));
 
     const auto files = results.entryList(QDir::Files);
     EXPECT_EQ(runPlan({u"--missing"_s, u"--finish"_s}).status, 0);
@@ -139,6 +146,7 @@ TEST_F(RunTest, TwoThatDeleteOriginalsDeleteEachOnce)
     const Outcome second = end(*other);
     EXPECT_EQ(second.status, 0) << second.err.constData();
     EXPECT_EQ(made(), tracks);
+    EXPECT_TRUE(everything(u"in"_s).isEmpty());
     EXPECT_EQ(status()[u"done"].toInt(), tracks);
 }
 
@@ -210,7 +218,7 @@ TEST_F(RunTest, SaysWhatIsWrong)
         {whole, {u"--shard"_s, u"0/8"_s}, "--shard 0/8"},
         {whole, {u"--shard"_s, u"9/8"_s}, "--shard 9/8"},
         {whole, {u"--root"_s, u"/data"_s}, "OLD=NEW"},
-        {whole, {u"--results"_s, u"in/0 100% \"q\".wav/x"_s}, "Results can't be written"},
+        {whole, {u"--results"_s, u"in/0 100% 'q'.wav/x"_s}, "Results can't be written"},
     };
     for (const Case &each : cases) {
         SCOPED_TRACE(each.words);
