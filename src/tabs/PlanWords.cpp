@@ -4,6 +4,7 @@
 #include "tabs/PlanWords.h"
 
 #include <QCoreApplication>
+#include <QHash>
 #include <QLocale>
 
 #include <cmath>
@@ -120,10 +121,46 @@ QStringList notes(const PlanEntry &entry)
     if (entry.isMade() && !entry.keepReason.isEmpty()) {
         notes.append(Text::tr("The original stays: %1").arg(entry.keepReason));
     }
+    if (entry.isMade() && entry.deletesOriginal && !entry.loss.isEmpty()) {
+        notes.append(entry.loss + u'.');
+    }
     if (entry.isMade() && entry.deletesOriginal) {
         notes.append(Text::tr("The original goes."));
     }
     return notes;
+}
+
+QString headline(const Plan &plan)
+{
+    using Action = PlanEntry::Action;
+    QHash<Action, int> counts;
+    for (const PlanEntry &entry : plan.entries()) {
+        counts[entry.action] += !entry.sources.isEmpty(); // lists come by themselves
+    }
+    const int replaced = counts[Action::Replace];
+    const int made = counts[Action::Make] + replaced;
+    const struct
+    {
+        int count;
+        const char *one;
+        const char *many;
+    } rows[] = {{replaced, QT_TRANSLATE_NOOP("kruv::PlanWords", "1 in place of what is there"),
+                 QT_TRANSLATE_NOOP("kruv::PlanWords", "%Ln in place of what is there")},
+                {counts[Action::SkipExisting] + counts[Action::SkipDone],
+                 QT_TRANSLATE_NOOP("kruv::PlanWords", "1 is there already"),
+                 QT_TRANSLATE_NOOP("kruv::PlanWords", "%Ln are there already")},
+                {counts[Action::SkipOther], QT_TRANSLATE_NOOP("kruv::PlanWords", "1 is left out"),
+                 QT_TRANSLATE_NOOP("kruv::PlanWords", "%Ln are left out")},
+                {counts[Action::Refuse], QT_TRANSLATE_NOOP("kruv::PlanWords", "1 can't be made"),
+                 QT_TRANSLATE_NOOP("kruv::PlanWords", "%Ln can't be made")}};
+    QStringList parts{made == 0 ? Text::tr("Nothing will be made")
+                                : files(QT_TRANSLATE_NOOP("kruv::PlanWords", "%Ln will be made"), made)};
+    for (const auto &row : rows) {
+        if (row.count > 0) {
+            parts.append(row.count == 1 ? Text::tr(row.one) : files(row.many, row.count));
+        }
+    }
+    return parts.join(QStringLiteral(" · "));
 }
 
 QString totals(const Plan::Totals &totals)
