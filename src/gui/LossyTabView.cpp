@@ -56,9 +56,9 @@ LossyTabView::LossyTabView(LossyTab &tab, const QStringList &kinds, QWidget *par
                                      format->parentWidget()));
     addPages(options(), tab);
     QVBoxLayout *output = options().addOutputGroup({.beside = tab.sourceEncodeButton(),
-                              .besideName = QStringLiteral("sourceEncodeButton"),
-                              .keepFolders = tab.keepFoldersButton(),
-                              .deletes = tab.deleteOriginalsButton()});
+                                                    .besideName = QStringLiteral("sourceEncodeButton"),
+                                                    .keepFolders = tab.keepFoldersButton(),
+                                                    .deletes = tab.deleteOriginalsButton()});
     auto *missing = new QuietLabel({}, this);
     missing->setObjectName(QStringLiteral("missingToolText"));
     missing->setWordWrap(true);

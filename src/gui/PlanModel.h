@@ -13,7 +13,8 @@
 
 namespace kruv {
 
-/// The entries of a plan, all or those of one kind. Names are shown from the folder on that all of them share.
+/// The entries of a plan, all or those of one kind. Names are shown from the folder on that all of them
+/// share.
 class PlanModel : public QAbstractTableModel
 {
     Q_OBJECT

@@ -221,7 +221,8 @@ void PlanSheet::show(const Choice &choice, const QString &text, int answer)
 
 void PlanSheet::takeAnswers()
 {
-    constexpr ExistingFiles existing[] = {ExistingFiles::Skip, ExistingFiles::Replace, ExistingFiles::KeepBoth};
+    constexpr ExistingFiles existing[] = {ExistingFiles::Skip, ExistingFiles::Replace,
+                                          ExistingFiles::KeepBoth};
     m_review.answer({.existing = existing[m_existing.answers->checkedId()],
                      .takesLossy = m_lossy.answers->checkedId() == 1,
                      .acceptsLosses = m_losses.answers->checkedId() == 1,
@@ -257,8 +258,7 @@ QStringList PlanSheet::facts() const
         facts.append(unseen == 1 ? tr("1 file is still to be looked at")
                                  : tr("%Ln files are still to be looked at", nullptr, unseen));
     } else if (bytes > 0) {
-        facts.append(tr("%1 to read").arg(
-            QLocale().formattedDataSize(bytes, 1, QLocale::DataSizeSIFormat)));
+        facts.append(tr("%1 to read").arg(QLocale().formattedDataSize(bytes, 1, QLocale::DataSizeSIFormat)));
     }
     return facts;
 }

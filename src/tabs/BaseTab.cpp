@@ -227,9 +227,8 @@ void BaseTab::reportWithoutJob(const QStringList &files, const QString &format)
 {
     if (Plan *plan = m_host.plan()) {
         for (const QString &file : files) {
-            plan->add({.sources = {file},
-                       .action = PlanEntry::Action::Refuse,
-                       .reason = withoutJobText(format)});
+            plan->add(
+                {.sources = {file}, .action = PlanEntry::Action::Refuse, .reason = withoutJobText(format)});
         }
     } else if (!files.isEmpty()) {
         m_host.userInterface().alert(

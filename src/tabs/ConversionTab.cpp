@@ -150,8 +150,8 @@ void ConversionTab::changeFolderOfReview()
 bool ConversionTab::mayMakeLossless(const ConversionOrder &order)
 {
     const QStringList files = fileNames();
-    const std::vector<bool> found = order.lossyAmong(
-        files, threadsForOneJob(host().taskQueue().maxThreads()), [] { return false; });
+    const std::vector<bool> found =
+        order.lossyAmong(files, threadsForOneJob(host().taskQueue().maxThreads()), [] { return false; });
     QStringList lossy;
     for (qsizetype index = 0; index < files.size(); ++index) {
         if (found[static_cast<std::size_t>(index)]) {
@@ -292,18 +292,17 @@ void ConversionTab::queueWhenSettled(const OutputPlan &plan, const ConversionOrd
             sources.append(entry.source);
         }
     }
-    m_lossQuestion.settle(
-        LossQuestion::runOf(order, sources), worksInBackground(),
-        [this, plan, order](const LossQuestion::Answer &answer) {
-            OutputPlan settled = plan;
-            for (OutputPlan::Entry &entry : settled.entries()) {
-                entry.keepReason = answer.kept.value(entry.source);
-            }
-            ConversionOrder deleting = order;
-            deleting.deletes = true;
-            deleting.mayDeleteChanged = answer.mayDeleteChanged;
-            queueJobs(settled, deleting);
-        });
+    m_lossQuestion.settle(LossQuestion::runOf(order, sources), worksInBackground(),
+                          [this, plan, order](const LossQuestion::Answer &answer) {
+                              OutputPlan settled = plan;
+                              for (OutputPlan::Entry &entry : settled.entries()) {
+                                  entry.keepReason = answer.kept.value(entry.source);
+                              }
+                              ConversionOrder deleting = order;
+                              deleting.deletes = true;
+                              deleting.mayDeleteChanged = answer.mayDeleteChanged;
+                              queueJobs(settled, deleting);
+                          });
 }
 
 void ConversionTab::queueJobs(const OutputPlan &plan, const ConversionOrder &order)

@@ -60,8 +60,7 @@ std::optional<ConversionTab::Command> DecodeTab::command()
     ConversionOrder order{.target = target, .decodes = true};
     order.options.set(FlacOptions::throughErrors, m_decodeFlacThroughErrors.isOn());
     order.options.set(FlacOptions::keepForeignMetadata, m_flacKeepForeignMetadataButton.isOn());
-    return Command{
-        .order = order, .besideSources = m_sourceDecodeButton, .deletes = m_deleteOriginalsButton};
+    return Command{.order = order, .besideSources = m_sourceDecodeButton, .deletes = m_deleteOriginalsButton};
 }
 
 } // namespace kruv

@@ -36,7 +36,9 @@ LossQuestion::Run LossQuestion::runOf(const ConversionOrder &order, const QStrin
     return {.files = files,
             .target = &target,
             .label = target.label.toString(),
-            .chunks = keepsAll ? Kept::All : target.keepsWavChunks ? Kept::OfWav : Kept::None};
+            .chunks = keepsAll                ? Kept::All
+                      : target.keepsWavChunks ? Kept::OfWav
+                                              : Kept::None};
 }
 
 LossQuestion::Found LossQuestion::look(const Run &run, bool atTags, const std::function<bool()> &stopped)

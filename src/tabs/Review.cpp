@@ -65,10 +65,11 @@ void Review::restart()
     m_looks.assign(static_cast<std::size_t>(m_command->files.size()), {});
     m_sinceBegin.start();
     const std::size_t threads = threadsForOneJob(m_host.taskQueue().maxThreads());
-    m_work.start([this, command = m_command, threads](const std::stop_token &stop) -> BackgroundWork::Outcome {
-        auto base = std::make_shared<ReviewSteps::Base>(ReviewSteps::base(*command, threads, stop));
-        return [this, base] { take(std::move(*base)); };
-    });
+    m_work.start(
+        [this, command = m_command, threads](const std::stop_token &stop) -> BackgroundWork::Outcome {
+            auto base = std::make_shared<ReviewSteps::Base>(ReviewSteps::base(*command, threads, stop));
+            return [this, base] { take(std::move(*base)); };
+        });
 }
 
 void Review::take(ReviewSteps::Base base)
@@ -118,10 +119,12 @@ void Review::lookAtMore()
     if (unseen() == 0) {
         return;
     }
-    m_work.start([this, command = m_command, base = m_base, from = m_seen,
-                  queue = &m_host.taskQueue()](const std::stop_token &stop) -> BackgroundWork::Outcome {
-        auto looks = ReviewSteps::looks(*command, *base, from, queue, stop);
-        return [this, looks = std::move(looks)] { take(looks); };
+    auto slice = std::make_shared<ReviewSteps::Slice>(
+        ReviewSteps::slice(*m_command, *m_base, m_seen, &m_host.taskQueue()));
+    m_work.start([this, command = m_command, slice](const std::stop_token &stop) -> BackgroundWork::Outcome {
+        auto looks = ReviewSteps::looks(*command, *slice, stop);
+        // The jobs end where they were made.
+        return [this, looks = std::move(looks), jobs = std::move(slice->jobs)] { take(looks); };
     });
 }
 
@@ -167,8 +170,8 @@ void Review::decide()
         Q_EMIT stateChanged();
         return;
     }
-    const bool knowsEnough = !m_command->order.deletes && m_seen >= m_base->firstLooks &&
-                             m_sinceBegin.elapsed() >= patience;
+    const bool knowsEnough =
+        !m_command->order.deletes && m_seen >= m_base->firstLooks && m_sinceBegin.elapsed() >= patience;
     if (unseen() == 0 || knowsEnough) {
         Q_EMIT foundPlain();
     }

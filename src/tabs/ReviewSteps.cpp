@@ -17,7 +17,9 @@
 #include <QSet>
 
 #include <algorithm>
+#include <iterator>
 #include <numeric>
+#include <span>
 
 namespace kruv::ReviewSteps {
 
@@ -67,7 +69,8 @@ void lookAtLosses(std::vector<Look> &looks, const Command &command, const QStrin
                   const std::stop_token &stop)
 {
     const LossQuestion::Run run = LossQuestion::runOf(command.order, sources);
-    const LossQuestion::Found found = LossQuestion::look(run, true, [&stop] { return stop.stop_requested(); });
+    const LossQuestion::Found found =
+        LossQuestion::look(run, true, [&stop] { return stop.stop_requested(); });
     const QSet<QString> changed(found.changed.begin(), found.changed.end());
     for (qsizetype index = 0; index < sources.size(); ++index) {
         Look &look = looks[static_cast<std::size_t>(index)];
@@ -77,32 +80,20 @@ void lookAtLosses(std::vector<Look> &looks, const Command &command, const QStrin
     }
 }
 
-/// Of all of these, asked of the very jobs that would be made of them.
-std::vector<Look> looksAt(const Command &command, const std::vector<OutputPlan::Entry> &entries,
-                          TaskCompletionSink *queue, const std::stop_token &stop)
+/// What the jobs say of themselves, or that there is none.
+std::vector<Look> looksAt(std::span<const OutputPlan::Entry> entries,
+                          std::span<const std::shared_ptr<KruvTask>> jobs, const QString &label)
 {
-    const ConversionOrder::Jobs made = command.order.makeJobs(OutputPlan(entries, {}), queue);
     Plan plan;
-    plan.addJobs(made.jobs, threadsForOneJob(mostThreads));
-    QHash<QString, const PlanEntry *> planned;
-    for (const PlanEntry &entry : plan.entries()) {
-        planned.insert(entry.sources.value(0), &entry);
-    }
+    plan.addJobs(jobs, threadsForOneJob(mostThreads));
     std::vector<Look> looks;
-    QStringList sources;
+    auto planned = plan.entries().begin();
     for (const OutputPlan::Entry &entry : entries) {
-        sources.append(entry.source);
-        const PlanEntry *found = planned.value(entry.source);
+        const bool hasJob = planned != plan.entries().end() && planned->sources.value(0) == entry.source;
         looks.push_back(
-            found ? Look{.isDone = true,
-                         .refusal = found->reason,
-                         .notes = found->notes,
-                         .bytes = found->sourceBytes}
-                  : Look{.isDone = true,
-                         .refusal = BaseTab::withoutJobText(command.order.target->label.toString())});
-    }
-    if (command.order.deletes) {
-        lookAtLosses(looks, command, sources, stop);
+            hasJob ? Look{.refusal = planned->reason, .notes = planned->notes, .bytes = planned->sourceBytes}
+                   : Look{.refusal = BaseTab::withoutJobText(label)});
+        planned += hasJob;
     }
     return looks;
 }
@@ -111,8 +102,7 @@ std::vector<Look> looksAt(const Command &command, const std::vector<OutputPlan::
 
 Base base(const Command &command, std::size_t threads, const std::stop_token &stop)
 {
-    Base base{.plan =
-                  OutputPlan(command.files, command.place, command.order.target->extension())};
+    Base base{.plan = OutputPlan(command.files, command.place, command.order.target->extension())};
     base.plan.refuseCollisions();
     base.lossy = command.order.lossyAmong(command.files, threads, [&stop] { return stop.stop_requested(); });
     base.lookOrder.resize(base.plan.entries().size());
@@ -167,21 +157,42 @@ Settled settled(const Command &command, const OutputPlan &base, ExistingFiles ch
     return settled;
 }
 
-std::vector<Look> looks(const Command &command, const Base &base, std::size_t from, TaskCompletionSink *queue,
-                        const std::stop_token &stop)
+Slice slice(const Command &command, const Base &base, std::size_t from, TaskCompletionSink *queue)
 {
-    constexpr std::size_t atOnce = 64;
+    constexpr std::size_t most = 256;
+    Slice slice;
+    for (std::size_t at = from; at < std::min(from + most, base.lookOrder.size()); ++at) {
+        slice.entries.push_back(base.plan.entries()[base.lookOrder[at]]);
+    }
+    slice.jobs = command.order.makeJobs(OutputPlan(slice.entries, {}), queue);
+    return slice;
+}
+
+std::vector<Look> looks(const Command &command, const Slice &slice, const std::stop_token &stop)
+{
+    constexpr std::size_t atOnce = 16;
     constexpr qint64 shortTime = 80; // milliseconds
+    const QSet<QString> withoutJob(slice.jobs.withoutJob.begin(), slice.jobs.withoutJob.end());
     QElapsedTimer time;
     time.start();
     std::vector<Look> all;
-    while (from + all.size() < base.lookOrder.size() && time.elapsed() < shortTime && !stop.stop_requested()) {
-        std::vector<OutputPlan::Entry> entries;
-        const std::size_t begin = from + all.size();
-        for (std::size_t at = begin; at < std::min(begin + atOnce, base.lookOrder.size()); ++at) {
-            entries.push_back(base.plan.entries()[base.lookOrder[at]]);
+    std::size_t job = 0;
+    while (all.size() < slice.entries.size() && time.elapsed() < shortTime && !stop.stop_requested()) {
+        const auto entries = std::span(slice.entries).subspan(all.size());
+        const auto some = entries.first(std::min(atOnce, entries.size()));
+        QStringList sources;
+        for (const OutputPlan::Entry &entry : some) {
+            sources.append(entry.source);
         }
-        std::ranges::move(looksAt(command, entries, queue, stop), std::back_inserter(all));
+        const auto jobs = static_cast<std::size_t>(std::ranges::count_if(
+            sources, [&withoutJob](const QString &source) { return !withoutJob.contains(source); }));
+        std::vector<Look> looks = looksAt(some, std::span(slice.jobs.jobs).subspan(job, jobs),
+                                          command.order.target->label.toString());
+        if (command.order.deletes) {
+            lookAtLosses(looks, command, sources, stop);
+        }
+        job += jobs;
+        std::ranges::move(looks, std::back_inserter(all));
     }
     return all;
 }

@@ -19,7 +19,7 @@ namespace kruv {
 
 class TaskCompletionSink;
 
-/// What a review finds out, piece by piece. Any thread, but for the command's addLists.
+/// What a review finds out, piece by piece. Any thread, but where it says otherwise.
 namespace ReviewSteps {
 
 struct Command
@@ -64,7 +64,6 @@ std::vector<std::size_t> rowsOf(const OutputPlan &plan, const QStringList &files
 /// What one source says.
 struct Look
 {
-    bool isDone = false;
     QString refusal = {};   ///< why its job would fail, a sentence
     QStringList notes = {}; ///< a sentence each
     qint64 bytes = 0;
@@ -72,9 +71,16 @@ struct Look
     QString loss = {};      ///< what its output can't hold, a clause
     bool isChanged = false; ///< its output has other samples
 };
-/// Looks, in that order, at as many entries as a short time allows, the first of them the one at `from`.
-std::vector<Look> looks(const Command &command, const Base &base, std::size_t from, TaskCompletionSink *queue,
-                        const std::stop_token &stop);
+/// Some of the base's entries, in the order of its looks, and the jobs that would be made of them.
+struct Slice
+{
+    std::vector<OutputPlan::Entry> entries = {};
+    ConversionOrder::Jobs jobs = {};
+};
+/// The next one, which begins at `from`. Main thread, and so its end.
+Slice slice(const Command &command, const Base &base, std::size_t from, TaskCompletionSink *queue);
+/// Looks at as many of its entries as a short time allows, first to last.
+std::vector<Look> looks(const Command &command, const Slice &slice, const std::stop_token &stop);
 
 } // namespace ReviewSteps
 } // namespace kruv
