@@ -19,7 +19,7 @@ ConversionTabView::ConversionTabView(ConversionTab &tab, const QStringList &kind
     , m_conversionTab(tab)
     , m_sheet(new PlanSheet(tab.review(), this))
 {
-    setSheet(m_sheet);
+    setSheet(m_sheet, m_sheet->lastControl());
     tab.setReviewsCommands(true);
     connect(&tab.review(), &Review::stateChanged, this, &ConversionTabView::showState);
     connect(&tab.review(), &Review::planChanged, this, &ConversionTabView::showCommand);

@@ -158,7 +158,7 @@ QVBoxLayout *OptionColumn::addOutputGroup(const OutputControls &controls)
                .objectName = controls.besideName,
                .toolTip = tr("Otherwise one folder is asked for")});
     addToggle(output, controls.keepFolders,
-              {.text = tr("&Keep folders"),
+              {.text = tr("Kee&p folders"),
                .objectName = QStringLiteral("keepFoldersButton"),
                .toolTip = tr("Keep the tree below each folder: A/B/x.wav becomes OUT/B/x.flac")});
     addToggle(output, controls.deletes,

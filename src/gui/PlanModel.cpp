@@ -27,13 +27,13 @@ void shareFolder(QString &folder, const QString &path)
     }
 }
 
-/// What is told of an entry, with its own files by their names alone.
+/// What is told of an entry, without the folders of its own files.
 QString notesOf(const PlanEntry &entry)
 {
     QString notes = PlanWords::notes(entry).join(u' ');
     for (const QString &path : entry.sources + QStringList{entry.output}) {
-        if (!path.isEmpty()) {
-            notes.replace(path, PathNames::lastPathComponent(path));
+        if (const QString folder = PathNames::folderOf(path); folder.size() > 1) {
+            notes.remove(folder + u'/');
         }
     }
     return notes;
@@ -170,8 +170,7 @@ QVariant PlanModel::headerData(int section, Qt::Orientation orientation, int rol
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole) {
         return {};
     }
-    const QString titles[columns] = {tr("Source"), tr("Output"), tr("What happens"),
-                                     tr("What is to be known")};
+    const QString titles[columns] = {tr("Source"), tr("Output"), tr("What happens"), tr("Notes")};
     return titles[section];
 }
 

@@ -19,6 +19,7 @@
 #include <QRadioButton>
 #include <QSet>
 #include <QStackedWidget>
+#include <QStyledItemDelegate>
 #include <QToolButton>
 #include <QTreeView>
 
@@ -29,6 +30,28 @@ namespace kruv {
 namespace {
 
 using Kind = PlanModel::Kind;
+
+/// Rows as high as those of the list. Of a sentence the beginning is what counts, of a path the end.
+class PlanDelegate : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override
+    {
+        constexpr int roomAround = 6;
+        return QStyledItemDelegate::sizeHint(option, index) + QSize(0, roomAround);
+    }
+
+protected:
+    void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
+    {
+        QStyledItemDelegate::initStyleOption(option, index);
+        option->textElideMode = index.column() == PlanModel::Notes ? Qt::ElideRight
+                                : option->text.contains(u'/')      ? Qt::ElideLeft
+                                                                   : Qt::ElideMiddle;
+    }
+};
 
 /// A label that makes no window wider, whatever it says.
 template <typename Label> Label *modest(Label *label, const char *name)
@@ -91,11 +114,11 @@ PlanSheet::PlanSheet(Review &review, QWidget *parent)
     , m_headline(modest(new QLabel(this), "planHeadline"))
     , m_facts(modest(new QuietLabel({}, this), "planFacts"))
     , m_warning(modest(new QLabel(this), "planWarning"))
-    , m_folder(new QPushButton(tr("Other &Folder…"), this))
+    , m_folder(new QPushButton(tr("&Other Folder…"), this))
     , m_choices(new QGridLayout)
     , m_existing(addChoice(
           QStringLiteral("existing"),
-          {{"skip", tr("&Skip existing")}, {"replace", tr("&Replace")}, {"both", tr("Keep &both")}}))
+          {{"skip", tr("&Skip existing")}, {"replace", tr("&Replace")}, {"both", tr("&Keep both")}}))
     , m_lossy(addChoice(QStringLiteral("lossy"),
                         {{"leave", tr("Leave out")}, {"encode", tr("Encode all the same")}}))
     , m_losses(addChoice(QStringLiteral("losses"),
@@ -117,6 +140,7 @@ PlanSheet::PlanSheet(Review &review, QWidget *parent)
     layout->addLayout(makeKinds());
     layout->addWidget(m_pages, 1);
     layout->addWidget(m_details);
+    setTabOrder(m_kinds->buttons().constLast(), m_table);
     connect(m_folder, &QPushButton::clicked, this, &PlanSheet::folderWanted);
     connect(&review, &Review::planChanged, this, &PlanSheet::refresh);
 }
@@ -165,6 +189,7 @@ QLayout *PlanSheet::makeKinds()
         auto *button = new QToolButton(this);
         button->setObjectName(QStringLiteral("kind %1").arg(static_cast<int>(kind)));
         button->setCheckable(true);
+        button->setAutoRaise(true); // the one that is chosen has a frame
         button->setFocusPolicy(Qt::StrongFocus);
         m_kinds->addButton(button, static_cast<int>(kind));
         kinds->addWidget(button);
@@ -186,7 +211,7 @@ void PlanSheet::makeTable()
     m_table->setItemsExpandable(false);
     m_table->setUniformRowHeights(true);
     m_table->setAllColumnsShowFocus(true);
-    m_table->setTextElideMode(Qt::ElideMiddle);
+    m_table->setItemDelegate(new PlanDelegate(m_table));
     m_table->header()->setStretchLastSection(false);
     m_table->header()->setSectionsMovable(false);
     m_table->header()->setSectionResizeMode(QHeaderView::Stretch);
@@ -208,6 +233,11 @@ void PlanSheet::open()
     m_table->setCurrentIndex({});
     m_table->scrollToTop();
     m_table->setFocus();
+}
+
+QWidget *PlanSheet::lastControl() const
+{
+    return m_table;
 }
 
 void PlanSheet::show(const Choice &choice, const QString &text, int answer)

@@ -34,6 +34,8 @@ public:
 
     /// Shows all entries again, and gives the table the keyboard.
     void open();
+    /// What the Tab key reaches last.
+    QWidget *lastControl() const;
 
 Q_SIGNALS:
     void folderWanted();

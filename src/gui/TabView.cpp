@@ -98,9 +98,11 @@ void TabView::commandPressed()
     m_tab.executeCommand();
 }
 
-void TabView::setSheet(QWidget *sheet)
+void TabView::setSheet(QWidget *sheet, QWidget *last)
 {
     m_pages->addWidget(sheet);
+    setTabOrder(last, m_back);
+    setTabOrder(m_back, m_command);
     auto *escape = new QShortcut(Qt::Key_Escape, sheet); // while the sheet is visible
     connect(escape, &QShortcut::activated, this, [this] { backPressed(); });
 }

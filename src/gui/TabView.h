@@ -41,8 +41,9 @@ protected:
     /// The command's button was pressed.
     virtual void commandPressed();
 
-    /// What may stand in the place of the list and its options, with a button that leads back.
-    void setSheet(QWidget *sheet);
+    /// What may stand in the place of the list and its options, with a button that leads back. `last`: what
+    /// the Tab key reaches last in it.
+    void setSheet(QWidget *sheet, QWidget *last);
     void showSheet(bool shown);
     bool isSheetShown() const;
     /// The way back from the sheet was taken.
