@@ -7,7 +7,6 @@
 #include "gui/WindowFixture.h"
 #include "support/Audio.h"
 #include "tabs/EncodeTab.h"
-#include "tasks/KruvTask.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -243,49 +242,6 @@ TEST_F(PlanSheetTest, KeepFoldersIsForOutputsThatGoIntoOneFolder)
     ASSERT_TRUE(waitUntil([this] { return tab.fileList().isEmpty(); }) && waitForJobs());
     EXPECT_TRUE(QFile::exists(other + u"/disc 1/x.flac"_s));
     EXPECT_EQ(timesShown, 0);
-}
-
-TEST_F(PlanSheetTest, MEASURE)
-{
-    const QString root = QString::fromLocal8Bit(qgetenv("MEASURE_ROOT"));
-    if (root.isEmpty()) {
-        GTEST_SKIP();
-    }
-    QElapsedTimer time;
-    time.start();
-    drop(encode, {root});
-    ASSERT_TRUE(waitUntil([this] { return !tab.isTakingIn(); }));
-    std::printf("intake %lld ms, %d files\n", static_cast<long long>(time.restart()), tab.fileList().count());
-    qint64 worst = 0;
-    QElapsedTimer beat;
-    beat.start();
-    QTimer pulse;
-    QObject::connect(&pulse, &QTimer::timeout, &pulse, [&] { worst = std::max(worst, beat.restart()); });
-    pulse.start(1);
-    const bool asked = qEnvironmentVariableIsSet("MEASURE_ASKED");
-    if (asked) {
-        find<QAction>(window.get(), "showPlan")->trigger();
-    } else {
-        tab.executeCommand();
-    }
-    std::printf("pressed: returned after %lld ms\n", static_cast<long long>(time.elapsed()));
-    if (asked) {
-        ASSERT_TRUE(waitUntil([this] { return tab.review().isShown(); }));
-        std::printf("sheet after %lld ms\n", static_cast<long long>(time.elapsed()));
-        while (tab.review().unseen() > 0) {
-            QTest::qWait(5);
-        }
-        std::printf("complete after %lld ms, longest pause %lld ms: %s\n",
-                    static_cast<long long>(time.elapsed()), static_cast<long long>(worst),
-                    qUtf8Printable(text("planHeadline")));
-    } else {
-        QObject::connect(&queue(), &KruvTaskQueue::tasksAdded, window.get(), [&] {
-            std::printf("queued after %lld ms, longest pause %lld ms\n",
-                        static_cast<long long>(time.elapsed()), static_cast<long long>(worst));
-            queue().cancelAllTasks();
-        });
-        ASSERT_TRUE(waitUntil([this] { return tab.fileList().isEmpty(); }));
-    }
 }
 
 } // namespace kruv::test
