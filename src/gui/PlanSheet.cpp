@@ -185,9 +185,12 @@ PlanSheet::Choice PlanSheet::addChoice(const QString &name, const std::vector<An
 QLayout *PlanSheet::makeKinds()
 {
     auto *kinds = new QHBoxLayout;
-    for (const Kind kind : {Kind::All, Kind::Make, Kind::Replace, Kind::Skip, Kind::Refuse, Kind::Loss}) {
+    const std::pair<Kind, const char *> names[] = {{Kind::All, "all"},         {Kind::Make, "make"},
+                                                   {Kind::Replace, "replace"}, {Kind::Skip, "skip"},
+                                                   {Kind::Refuse, "refuse"},   {Kind::Loss, "loss"}};
+    for (const auto &[kind, name] : names) {
         auto *button = new QToolButton(this);
-        button->setObjectName(QStringLiteral("kind %1").arg(static_cast<int>(kind)));
+        button->setObjectName(QStringLiteral("kind ") + QLatin1StringView(name));
         button->setCheckable(true);
         button->setAutoRaise(true); // the one that is chosen has a frame
         button->setFocusPolicy(Qt::StrongFocus);

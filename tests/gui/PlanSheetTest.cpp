@@ -137,7 +137,7 @@ TEST_F(PlanSheetTest, WhatCantBeMadeIsNamedWithItsReasonAndTheRestIsDone)
     EXPECT_EQ(text("planHeadline"), u"3 will be made · 3 can't be made"_s);
     EXPECT_TRUE(cell(0, PlanModel::Notes).startsWith(u"0.wav holds no audio"))
         << cell(0, PlanModel::Notes).toStdString();
-    choose("kind 4");
+    choose("kind refuse");
     EXPECT_EQ(rows()->rowCount(), 3);
 
     QTest::keyClick(window.get(), Qt::Key_Escape);
@@ -168,7 +168,7 @@ TEST_F(PlanSheetTest, OriginalsThatHoldMoreStayUnlessAllMayGo)
             choose("losses delete");
             EXPECT_EQ(text("planWarning"), u"3 originals are deleted, each once its output is proven."_s);
         }
-        choose("kind 5");
+        choose("kind loss");
         EXPECT_EQ(rows()->rowCount(), 1);
         ASSERT_TRUE(run());
         EXPECT_FALSE(QFile::exists(in(u"1.wav"_s)));
