@@ -249,6 +249,7 @@ void PlanSheet::show(const Choice &choice, const QString &text, int answer)
     choice.answers->button(answer)->setChecked(true);
     for (QWidget *widget : choice.widgets) {
         widget->setVisible(!text.isEmpty());
+        widget->setAccessibleDescription(text);
     }
 }
 
@@ -286,12 +287,11 @@ QStringList PlanSheet::facts() const
     const QString folder = m_review.command().place.folder;
     QStringList facts{folder.isEmpty() ? tr("Outputs go beside their sources")
                                        : tr("Outputs go into %1").arg(QDir::toNativeSeparators(folder))};
-    const qint64 bytes = m_review.plan().totals().sourceBytes;
     if (const auto unseen = static_cast<int>(m_review.unseen()); unseen > 0) {
         facts.append(unseen == 1 ? tr("1 file is still to be looked at")
                                  : tr("%Ln files are still to be looked at", nullptr, unseen));
-    } else if (bytes > 0) {
-        facts.append(tr("%1 to read").arg(QLocale().formattedDataSize(bytes, 1, QLocale::DataSizeSIFormat)));
+    } else {
+        facts += PlanWords::costs(m_review.plan().totals());
     }
     return facts;
 }

@@ -120,10 +120,12 @@ void ConversionTab::beginReview(bool isWanted)
     }
     ConversionOrder order = command->order;
     order.deletes = command->deletes.isOn();
+    order.proves = host().taskQueue().provesOutputs();
     m_review.begin({.order = order,
                     .files = fileNames(),
                     .place = *place,
                     .asksBeforeDeleting = host().preferences().boolean(QStringLiteral("warnOnDelete")),
+                    .freesOriginals = !Util::deletesToTrash(host().preferences()),
                     .addLists = [this](OutputPlan &plan) { addLists(plan); }},
                    isWanted);
 }
@@ -310,7 +312,7 @@ void ConversionTab::queueJobs(const OutputPlan &plan, const ConversionOrder &ord
     ConversionOrder complete = order;
     complete.proves = host().taskQueue().provesOutputs();
     complete.makesFolders = makesFolders();
-    if (!host().plan() && !hasRoom(plan, complete)) {
+    if (!host().plan() && !m_reviewsCommands && !hasRoom(plan, complete)) {
         return;
     }
     const ConversionOrder::Jobs made = complete.makeJobs(plan, &host().taskQueue());
@@ -344,27 +346,10 @@ void ConversionTab::completePlan(Plan &whole, const std::vector<OutputPlan::List
     }
 }
 
-/// By what is known of earlier runs: sources are not looked into.
 bool ConversionTab::hasRoom(const OutputPlan &plan, const ConversionOrder &order)
 {
-    const Estimates estimates(order);
-    if (!estimates.areKnown()) {
-        return true;
-    }
-    Plan costs;
-    for (const OutputPlan::Entry &entry : plan.entries()) {
-        if (!entry.isDone) {
-            const bool replaces = entry.mayReplace && FileCommit::isTaken(entry.output);
-            costs.add({.sources = {entry.source},
-                       .output = entry.output,
-                       .action = replaces ? PlanEntry::Action::Replace : PlanEntry::Action::Make,
-                       .deletesOriginal = order.deletes && entry.keepReason.isEmpty(),
-                       .sourceBytes = QFileInfo(entry.source).size()});
-        }
-    }
-    costs.estimate([&estimates](const QString &source, qint64 bytes) { return estimates.of(source, bytes); },
-                   host().taskQueue().maxThreads());
-    const QStringList shortages = costs.shortages(!Util::deletesToTrash(host().preferences()));
+    const QStringList shortages =
+        Estimates(order).shortages(plan, order, !Util::deletesToTrash(host().preferences()));
     return shortages.isEmpty() || host().userInterface().askAboutSpace(shortages);
 }
 

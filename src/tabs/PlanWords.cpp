@@ -134,17 +134,18 @@ QString headline(const Plan &plan)
 {
     using Action = PlanEntry::Action;
     QHash<Action, int> counts;
+    int made = 0;
     for (const PlanEntry &entry : plan.entries()) {
-        counts[entry.action] += !entry.sources.isEmpty(); // lists come by themselves
+        const bool isFile = !entry.sources.isEmpty(); // lists come by themselves
+        counts[entry.action] += isFile;
+        made += isFile && entry.isMade();
     }
-    const int replaced = counts[Action::Replace];
-    const int made = counts[Action::Make] + replaced;
     const struct
     {
         int count;
         const char *one;
         const char *many;
-    } rows[] = {{replaced, QT_TRANSLATE_NOOP("kruv::PlanWords", "1 in place of what is there"),
+    } rows[] = {{counts[Action::Replace], QT_TRANSLATE_NOOP("kruv::PlanWords", "1 in place of what is there"),
                  QT_TRANSLATE_NOOP("kruv::PlanWords", "%Ln in place of what is there")},
                 {counts[Action::SkipExisting] + counts[Action::SkipDone],
                  QT_TRANSLATE_NOOP("kruv::PlanWords", "1 is there already"),
@@ -163,6 +164,21 @@ QString headline(const Plan &plan)
     return parts.join(QStringLiteral(" · "));
 }
 
+QStringList costs(const Plan::Totals &totals)
+{
+    QStringList parts;
+    if (totals.sourceBytes > 0) {
+        parts.append(Text::tr("%1 to read").arg(size(totals.sourceBytes)));
+    }
+    if (totals.bytes > 0) {
+        parts.append(Text::tr("about %1 to write").arg(size(totals.bytes)));
+    }
+    if (totals.seconds > 0) {
+        parts.append(Text::tr("about %1").arg(duration(totals.seconds)));
+    }
+    return parts;
+}
+
 QString totals(const Plan::Totals &totals)
 {
     QStringList parts{files(QT_TRANSLATE_NOOP("kruv::PlanWords", "%n to do"), totals.made)};
@@ -179,15 +195,7 @@ QString totals(const Plan::Totals &totals)
         parts.append(files(QT_TRANSLATE_NOOP("kruv::PlanWords", "%n original(s) deleted afterwards"),
                            totals.originalsDeleted));
     }
-    if (totals.sourceBytes > 0) {
-        parts.append(Text::tr("%1 to read").arg(size(totals.sourceBytes)));
-    }
-    if (totals.bytes > 0) {
-        parts.append(Text::tr("about %1 to write").arg(size(totals.bytes)));
-    }
-    if (totals.seconds > 0) {
-        parts.append(Text::tr("about %1").arg(duration(totals.seconds)));
-    }
+    parts += costs(totals);
     return parts.join(QStringLiteral(", ")) + u'.';
 }
 

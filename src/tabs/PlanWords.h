@@ -18,6 +18,8 @@ QString paths(const PlanEntry &entry);
 QStringList notes(const PlanEntry &entry);
 /// The shortest that can be said of it all: "21 will be made · 2 are there already".
 QString headline(const Plan &plan);
+/// What is to be read and written, and how long it takes, a few words each.
+QStringList costs(const Plan::Totals &totals);
 /// In one sentence.
 QString totals(const Plan::Totals &totals);
 

@@ -4,6 +4,7 @@
 #include "tabs/Review.h"
 
 #include "base/InParallel.h"
+#include "tabs/Estimates.h"
 #include "tabs/TabHost.h"
 #include "tasks/KruvTaskQueue.h"
 
@@ -87,8 +88,7 @@ void Review::settle()
     ++m_settling;
     m_work.start([this, command = m_command, base = m_base,
                   choice = m_answers.existing](const std::stop_token &) -> BackgroundWork::Outcome {
-        auto settled =
-            std::make_shared<ReviewSteps::Settled>(ReviewSteps::settled(*command, base->plan, choice));
+        auto settled = std::make_shared<ReviewSteps::Settled>(ReviewSteps::settled(*command, *base, choice));
         return [this, settled, choice] {
             --m_settling;
             if (choice == m_answers.existing) {
@@ -185,6 +185,7 @@ PlanEntry Review::composed(std::size_t row) const
     }
     const ReviewSteps::Look &look = m_looks[row];
     entry.sourceBytes = look.bytes;
+    entry.bytes = look.outputBytes;
     entry.notes = look.notes;
     if (!look.refusal.isEmpty()) {
         entry.action = PlanEntry::Action::Refuse;
@@ -221,6 +222,9 @@ void Review::compose()
     for (const QString &sentence : std::as_const(m_settled->warnings)) {
         plan.warn(sentence);
     }
+    const Estimates &estimates = *m_base->estimates;
+    plan.estimate([&estimates](const QString &source, qint64 bytes) { return estimates.of(source, bytes); },
+                  m_host.taskQueue().maxThreads());
     m_plan = std::move(plan);
     Q_EMIT planChanged();
 }

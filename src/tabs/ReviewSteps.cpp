@@ -7,6 +7,7 @@
 #include "base/PathNames.h"
 #include "formats/Formats.h"
 #include "tabs/BaseTab.h"
+#include "tabs/Estimates.h"
 #include "tabs/LossQuestion.h"
 #include "tabs/Plan.h"
 #include "tasks/FileCommit.h"
@@ -102,7 +103,8 @@ std::vector<Look> looksAt(std::span<const OutputPlan::Entry> entries,
 
 Base base(const Command &command, std::size_t threads, const std::stop_token &stop)
 {
-    Base base{.plan = OutputPlan(command.files, command.place, command.order.target->extension())};
+    Base base{.plan = OutputPlan(command.files, command.place, command.order.target->extension(), threads)};
+    base.estimates = std::make_shared<const Estimates>(command.order);
     base.plan.refuseCollisions();
     base.lossy = command.order.lossyAmong(command.files, threads, [&stop] { return stop.stop_requested(); });
     base.lookOrder.resize(base.plan.entries().size());
@@ -125,16 +127,17 @@ std::vector<std::size_t> rowsOf(const OutputPlan &plan, const QStringList &files
     return rows;
 }
 
-Settled settled(const Command &command, const OutputPlan &base, ExistingFiles choice)
+Settled settled(const Command &command, const Base &base, ExistingFiles choice)
 {
-    Settled settled{.plan = base};
-    settled.existing = base.existing().size();
+    Settled settled{.plan = base.plan};
+    settled.existing = base.plan.existing().size();
     if (settled.existing > 0) {
         settled.plan.settleExisting(choice);
     }
-    if (!command.place.roots.isEmpty()) {
+    if (!command.place.roots.isEmpty() || command.place.names) {
         settled.warnings = settled.plan.merges();
     }
+    settled.warnings += base.estimates->shortages(settled.plan, command.order, command.freesOriginals);
     settled.entries.resize(static_cast<std::size_t>(command.files.size()));
     const std::vector<std::size_t> rows = rowsOf(settled.plan, command.files);
     for (std::size_t index = 0; index < rows.size(); ++index) {
@@ -153,7 +156,7 @@ Settled settled(const Command &command, const OutputPlan &base, ExistingFiles ch
             settled.entries[static_cast<std::size_t>(row)] = *found;
         }
     }
-    addLists(settled.entries, settled.plan, base);
+    addLists(settled.entries, settled.plan, base.plan);
     return settled;
 }
 

@@ -12,11 +12,13 @@
 #include <QStringList>
 
 #include <functional>
+#include <memory>
 #include <stop_token>
 #include <vector>
 
 namespace kruv {
 
+class Estimates;
 class TaskCompletionSink;
 
 /// What a review finds out, piece by piece. Any thread, but where it says otherwise.
@@ -29,6 +31,8 @@ struct Command
     OutputPlace place = {};
     /// That originals go is to be agreed to.
     bool asksBeforeDeleting = false;
+    /// They leave room on their disks.
+    bool freesOriginals = false;
     /// Adds what is written about the outputs. Main thread.
     std::function<void(OutputPlan &plan)> addLists = {};
 };
@@ -38,6 +42,7 @@ struct Base
 {
     /// What would collide is left out.
     OutputPlan plan{{}, {}};
+    std::shared_ptr<const Estimates> estimates = nullptr;
     /// By file: it is lossy, and the target is not.
     std::vector<bool> lossy = {};
     /// The plan's entries in the order in which they are looked at: first one of each type in each folder,
@@ -56,7 +61,7 @@ struct Settled
     QStringList warnings = {};
     qsizetype existing = 0; ///< before the answer
 };
-Settled settled(const Command &command, const OutputPlan &base, ExistingFiles choice);
+Settled settled(const Command &command, const Base &base, ExistingFiles choice);
 
 /// By entry of a plan whose entries are of some of the files, in their order: which file that is.
 std::vector<std::size_t> rowsOf(const OutputPlan &plan, const QStringList &files);
@@ -67,6 +72,7 @@ struct Look
     QString refusal = {};   ///< why its job would fail, a sentence
     QStringList notes = {}; ///< a sentence each
     qint64 bytes = 0;
+    qint64 outputBytes = 0; ///< where its header tells
     // Where originals go:
     QString loss = {};      ///< what its output can't hold, a clause
     bool isChanged = false; ///< its output has other samples
