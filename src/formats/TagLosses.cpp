@@ -175,7 +175,7 @@ QStringList TagLosses::sentences(const ByFile &losses, const QString &label)
     return sentences;
 }
 
-QString TagLosses::reason(const QString &label) const
+QString TagLosses::loss(const QString &label) const
 {
     QStringList kinds;
     if (texts) {
@@ -193,8 +193,12 @@ QString TagLosses::reason(const QString &label) const
     if (around) {
         kinds << tr("ID3 or APE tags around the FLAC audio");
     }
-    return tr("%1 files can't keep its %2; --accept-losses agrees to that")
-        .arg(label, kinds.join(QStringLiteral(", ")));
+    return tr("%1 files can't keep its %2").arg(label, kinds.join(QStringLiteral(", ")));
+}
+
+QString TagLosses::reason(const QString &label) const
+{
+    return tr("%1; --accept-losses agrees to that").arg(loss(label));
 }
 
 } // namespace kruv

@@ -45,7 +45,9 @@ public:
 
     /// One sentence for each kind of loss, in numbers; `label` is the target's.
     static QStringList sentences(const ByFile &losses, const QString &label);
-    /// Why an original stays, a clause.
+    /// What files of that format can't hold, a clause.
+    QString loss(const QString &label) const;
+    /// Why an original stays, a clause that says what would let it go.
     QString reason(const QString &label) const;
 };
 

@@ -12,14 +12,16 @@
 namespace kruv {
 
 DecodeTabView::DecodeTabView(DecodeTab &tab, const QStringList &kinds, QWidget *parent)
-    : TabView(tab, kinds, parent)
+    : ConversionTabView(tab, kinds, parent)
 {
     QVBoxLayout *format = options().addGroup(tr("Format"));
     format->addWidget(new ChoiceGrid(tab.outputFormatMatrix(), {QStringLiteral("format"), tr("Format")},
                                      format->parentWidget()));
 
-    options().addOutputGroup(tab.sourceDecodeButton(), QStringLiteral("sourceDecodeButton"),
-                             tab.deleteOriginalsButton());
+    options().addOutputGroup({.beside = tab.sourceDecodeButton(),
+                              .besideName = QStringLiteral("sourceDecodeButton"),
+                              .keepFolders = tab.keepFoldersButton(),
+                              .deletes = tab.deleteOriginalsButton()});
 
     QVBoxLayout *flac = options().addGroup(tab.flacOptionsLabel());
     OptionColumn::addToggle(flac, tab.decodeFlacThroughErrors(),
@@ -31,7 +33,7 @@ DecodeTabView::DecodeTabView(DecodeTab &tab, const QStringList &kinds, QWidget *
         {.text = tr("&Keep foreign metadata"),
          .objectName = QStringLiteral("flacKeepForeignMetadataButton"),
          .toolTip = tr("Write back the chunks of the WAV or AIFF file that were kept in the FLAC file")});
-    setCommand(tr("&Decode"));
+    setCommands(tr("&Decode"), tr("&Decode %1"));
 }
 
 } // namespace kruv

@@ -3,13 +3,13 @@
 
 #pragma once
 
-#include "gui/TabView.h"
+#include "gui/ConversionTabView.h"
 
 namespace kruv {
 
 class DecodeTab;
 
-class DecodeTabView : public TabView
+class DecodeTabView : public ConversionTabView
 {
     Q_OBJECT
 public:

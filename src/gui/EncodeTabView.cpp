@@ -13,15 +13,17 @@
 namespace kruv {
 
 EncodeTabView::EncodeTabView(EncodeTab &tab, const QStringList &kinds, QWidget *parent)
-    : TabView(tab, kinds, parent)
+    : ConversionTabView(tab, kinds, parent)
 {
     QVBoxLayout *format = options().addGroup(tr("Format"));
     format->addWidget(new ChoiceGrid(tab.outputFormatMatrix(), {QStringLiteral("format"), tr("Format")},
                                      format->parentWidget()));
     const FormatPages pages(options(), tab.outputFormatMatrix(), {tab.formats(), tab.formatControls()});
-    options().addOutputGroup(tab.sourceEncodeButton(), QStringLiteral("sourceEncodeButton"),
-                             tab.deleteOriginalsButton());
-    setCommand(tr("&Encode"));
+    options().addOutputGroup({.beside = tab.sourceEncodeButton(),
+                              .besideName = QStringLiteral("sourceEncodeButton"),
+                              .keepFolders = tab.keepFoldersButton(),
+                              .deletes = tab.deleteOriginalsButton()});
+    setCommands(tr("&Encode"), tr("&Encode %1"));
 }
 
 } // namespace kruv

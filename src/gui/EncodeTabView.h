@@ -3,13 +3,13 @@
 
 #pragma once
 
-#include "gui/TabView.h"
+#include "gui/ConversionTabView.h"
 
 namespace kruv {
 
 class EncodeTab;
 
-class EncodeTabView : public TabView
+class EncodeTabView : public ConversionTabView
 {
     Q_OBJECT
 public:

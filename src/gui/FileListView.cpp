@@ -181,8 +181,9 @@ void FileListView::showFittingPage()
     const bool empty = m_tab.fileList().isEmpty();
     const bool hadFocus = isAncestorOf(focusWidget()) && focusWidget()->hasFocus();
     setCurrentWidget(empty ? m_empty : m_list);
+    setFocusProxy(empty ? m_empty->findChild<QPushButton *>() : static_cast<QWidget *>(m_list));
     if (hadFocus) {
-        (empty ? m_empty->findChild<QPushButton *>() : static_cast<QWidget *>(m_list))->setFocus();
+        setFocus();
     }
     m_list->setHeaderHidden(m_list->model()->columnCount() == 1);
     const int widest = widestName(m_tab.fileList(), m_list->font());

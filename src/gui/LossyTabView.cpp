@@ -49,21 +49,23 @@ void addPages(OptionColumn &column, LossyTab &tab)
 } // namespace
 
 LossyTabView::LossyTabView(LossyTab &tab, const QStringList &kinds, QWidget *parent)
-    : TabView(tab, QStringList(kinds) << appleLosslessFormat.types.front().toString(), parent)
+    : ConversionTabView(tab, QStringList(kinds) << appleLosslessFormat.types.front().toString(), parent)
 {
     QVBoxLayout *format = options().addGroup(tr("Format"));
     format->addWidget(new ChoiceGrid(tab.outputFormatMatrix(), {QStringLiteral("format"), tr("Format")},
                                      format->parentWidget()));
     addPages(options(), tab);
-    QVBoxLayout *output = options().addOutputGroup(
-        tab.sourceEncodeButton(), QStringLiteral("sourceEncodeButton"), tab.deleteOriginalsButton());
+    QVBoxLayout *output = options().addOutputGroup({.beside = tab.sourceEncodeButton(),
+                                                    .besideName = QStringLiteral("sourceEncodeButton"),
+                                                    .keepFolders = tab.keepFoldersButton(),
+                                                    .deletes = tab.deleteOriginalsButton()});
     auto *missing = new QuietLabel({}, this);
     missing->setObjectName(QStringLiteral("missingToolText"));
     missing->setWordWrap(true);
     missing->setTextInteractionFlags(Qt::TextSelectableByMouse);
     output->addWidget(missing);
     Bindings::bind(tab.missingToolText(), missing);
-    setCommand(tr("&Encode"));
+    setCommands(tr("&Encode"), tr("&Encode %1"));
 }
 
 } // namespace kruv

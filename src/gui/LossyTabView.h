@@ -3,13 +3,13 @@
 
 #pragma once
 
-#include "gui/TabView.h"
+#include "gui/ConversionTabView.h"
 
 namespace kruv {
 
 class LossyTab;
 
-class LossyTabView : public TabView
+class LossyTabView : public ConversionTabView
 {
     Q_OBJECT
 public:

@@ -80,6 +80,8 @@ void MainWindow::makeMenus()
         }
     });
     run->setShortcuts({Qt::CTRL | Qt::Key_Return, Qt::CTRL | Qt::Key_Enter});
+    run->setAutoRepeat(false); // what is shown before it runs is to be seen
+    makePlanAction(*file);
     file->addSeparator();
     QAction *preferences = file->addAction(tr("&Preferences…"), Qt::CTRL | Qt::Key_Comma, this,
                                            &MainWindow::showPreferencePanel);
@@ -97,6 +99,23 @@ void MainWindow::makeMenus()
     QMenu *help = menuBar()->addMenu(tr("&Help"));
     QAction *about = help->addAction(tr("&About Kruv"), this, [this] { selectTab(QStringLiteral("about")); });
     about->setMenuRole(QAction::AboutRole);
+}
+
+void MainWindow::makePlanAction(QMenu &menu)
+{
+    QAction *plan = menu.addAction(tr("Show &Plan…"), this, [this] {
+        if (auto *view = qobject_cast<TabView *>(m_tabView->currentWidget())) {
+            view->showPlan();
+        }
+    });
+    plan->setObjectName(QStringLiteral("showPlan"));
+    plan->setShortcuts({Qt::CTRL | Qt::SHIFT | Qt::Key_Return, Qt::CTRL | Qt::SHIFT | Qt::Key_Enter});
+    const auto refresh = [this, plan] {
+        const auto *view = qobject_cast<TabView *>(m_tabView->currentWidget());
+        plan->setEnabled(view && view->canShowPlan());
+    };
+    connect(&menu, &QMenu::aboutToShow, plan, refresh);
+    connect(&menu, &QMenu::aboutToHide, plan, [plan] { plan->setEnabled(true); }); // its keys work
 }
 
 void MainWindow::makeEditMenu()

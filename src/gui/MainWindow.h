@@ -11,6 +11,7 @@
 #include <memory>
 #include <optional>
 
+class QMenu;
 class QSessionManager;
 class QTabWidget;
 
@@ -61,6 +62,7 @@ protected:
 private:
     void makeTabs();
     void makeMenus();
+    void makePlanAction(QMenu &menu);
     void makeEditMenu();
     void makeTabMenu();
     void makeJobMenu();

@@ -150,15 +150,18 @@ QuietLabel *OptionColumn::addDiscNote(QVBoxLayout *group)
     return note;
 }
 
-QVBoxLayout *OptionColumn::addOutputGroup(ToggleControl &beside, const QString &besideName,
-                                          ToggleControl &deletes)
+QVBoxLayout *OptionColumn::addOutputGroup(const OutputControls &controls)
 {
     QVBoxLayout *output = addGroup(tr("Output"));
-    addToggle(output, beside,
+    addToggle(output, controls.beside,
               {.text = tr("&Next to the source files"),
-               .objectName = besideName,
+               .objectName = controls.besideName,
                .toolTip = tr("Otherwise one folder is asked for")});
-    addToggle(output, deletes,
+    addToggle(output, controls.keepFolders,
+              {.text = tr("Kee&p folders"),
+               .objectName = QStringLiteral("keepFoldersButton"),
+               .toolTip = tr("Keep the tree below each folder: A/B/x.wav becomes OUT/B/x.flac")});
+    addToggle(output, controls.deletes,
               {.text = tr("Delete &original files"),
                .objectName = QStringLiteral("deleteOriginalsButton"),
                .toolTip = tr("Each once its output is written and its job succeeded")});

@@ -37,9 +37,15 @@ public:
     /// Adds a page with a group and returns the layout of what belongs to it.
     QVBoxLayout *addPage(QStackedWidget *pages, const QString &title);
 
-    /// Adds where the outputs go and whether originals are deleted; `beside` has the object name
-    /// `besideName`.
-    QVBoxLayout *addOutputGroup(ToggleControl &beside, const QString &besideName, ToggleControl &deletes);
+    struct OutputControls
+    {
+        ToggleControl &beside;
+        QString besideName; ///< object name
+        ToggleControl &keepFolders;
+        ToggleControl &deletes;
+    };
+    /// Adds where the outputs go and whether originals are deleted.
+    QVBoxLayout *addOutputGroup(const OutputControls &controls);
 
     /// Adds a labelled slider tied to `control`, with that object name; its value stands beside it.
     static void addLevel(QVBoxLayout *group, NumberControl &control, const QString &text,

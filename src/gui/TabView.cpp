@@ -12,6 +12,8 @@
 
 #include <QHBoxLayout>
 #include <QPushButton>
+#include <QShortcut>
+#include <QStackedWidget>
 #include <QVBoxLayout>
 
 namespace kruv {
@@ -33,8 +35,10 @@ QPushButton *barButton(const QString &text, const QString &objectName, QWidget *
 TabView::TabView(BaseTab &tab, const QStringList &kinds, QWidget *parent)
     : DropPage(parent)
     , m_tab(tab)
+    , m_pages(new QStackedWidget(this))
     , m_list(new FileListView(tab, kinds, this))
     , m_options(new OptionColumn(this))
+    , m_back(barButton(tr("&Back"), QStringLiteral("back"), this))
     , m_add(barButton(tr("&Add…"), QStringLiteral("add"), this))
     , m_clear(barButton(tr("&Clear"), QStringLiteral("clear"), this))
     , m_command(barButton({}, QStringLiteral("command"), this))
@@ -42,7 +46,8 @@ TabView::TabView(BaseTab &tab, const QStringList &kinds, QWidget *parent)
     setObjectName(tab.label());
     auto *middle = new QHBoxLayout;
     middle->setSpacing(outerMargin);
-    middle->addWidget(m_list, 1);
+    m_pages->addWidget(m_list);
+    middle->addWidget(m_pages, 1);
     middle->addWidget(m_options);
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(outerMargin, outerMargin, outerMargin, outerMargin);
@@ -52,7 +57,8 @@ TabView::TabView(BaseTab &tab, const QStringList &kinds, QWidget *parent)
 
     connect(m_add, &QPushButton::clicked, &tab, &BaseTab::addButtonClick);
     connect(m_clear, &QPushButton::clicked, &tab, &BaseTab::clearButtonClick);
-    connect(m_command, &QPushButton::clicked, &tab, &BaseTab::executeCommand);
+    connect(m_command, &QPushButton::clicked, this, &TabView::commandPressed);
+    connect(m_back, &QPushButton::clicked, this, [this] { backPressed(); });
     connect(&tab.fileList(), &QAbstractItemModel::modelReset, this, &TabView::showWhetherCommandRuns);
     connect(&tab, &BaseTab::takingInChanged, this, &TabView::showWhetherCommandRuns);
 }
@@ -64,7 +70,10 @@ QLayout *TabView::makeBar()
     m_clear->setToolTip(tr("Empty the list; the files stay where they are"));
     m_command->setMinimumWidth(leastCommandWidth);
     m_command->setDefault(true);
+    m_back->setToolTip(tr("Back to the list; nothing is done (Esc)"));
+    m_back->hide();
     auto *bar = new QHBoxLayout;
+    bar->addWidget(m_back);
     bar->addWidget(m_add);
     bar->addWidget(m_clear);
     bar->addSpacing(outerMargin / 2);
@@ -82,6 +91,34 @@ void TabView::setCommand(const QString &text)
 void TabView::runCommand()
 {
     m_command->click();
+}
+
+void TabView::commandPressed()
+{
+    m_tab.executeCommand();
+}
+
+void TabView::setSheet(QWidget *sheet, QWidget *last)
+{
+    m_pages->addWidget(sheet);
+    setTabOrder(last, m_back);
+    setTabOrder(m_back, m_command);
+    auto *escape = new QShortcut(Qt::Key_Escape, sheet); // while the sheet is visible
+    connect(escape, &QShortcut::activated, this, [this] { backPressed(); });
+}
+
+void TabView::showSheet(bool shown)
+{
+    m_pages->setCurrentIndex(shown ? 1 : 0);
+    m_options->setHidden(shown);
+    m_back->setVisible(shown);
+    m_add->setHidden(shown);
+    m_clear->setHidden(shown);
+}
+
+bool TabView::isSheetShown() const
+{
+    return m_pages->currentIndex() > 0;
 }
 
 void TabView::showWhetherCommandRuns()

@@ -6,6 +6,7 @@
 #include "gui/DropPage.h"
 
 class QPushButton;
+class QStackedWidget;
 
 namespace kruv {
 
@@ -25,6 +26,9 @@ public:
 
     /// Presses the command's button.
     void runCommand();
+    /// Shows what the command would do. For tabs that can tell.
+    virtual void showPlan() {}
+    virtual bool canShowPlan() const { return false; }
 
 protected:
     OptionColumn &options() { return *m_options; }
@@ -34,6 +38,16 @@ protected:
     /// Why the command can't run now although there are files; empty when it can.
     virtual QString reasonToWait() const { return {}; }
     void showWhetherCommandRuns();
+    /// The command's button was pressed.
+    virtual void commandPressed();
+
+    /// What may stand in the place of the list and its options, with a button that leads back. `last`: what
+    /// the Tab key reaches last in it.
+    void setSheet(QWidget *sheet, QWidget *last);
+    void showSheet(bool shown);
+    bool isSheetShown() const;
+    /// The way back from the sheet was taken.
+    virtual void backPressed() {}
 
     void filesDropped(const QStringList &paths) override;
     void showDrop(bool shown) override;
@@ -42,8 +56,10 @@ private:
     QLayout *makeBar();
 
     BaseTab &m_tab;
+    QStackedWidget *m_pages; // the list, or what stands in its place
     FileListView *m_list;
     OptionColumn *m_options;
+    QPushButton *m_back;
     QPushButton *m_add;
     QPushButton *m_clear;
     QPushButton *m_command;

@@ -218,13 +218,17 @@ QStringList BaseTab::getFilesFromOutputDirectory(const QString &folder, const QS
     return found;
 }
 
+QString BaseTab::withoutJobText(const QString &format)
+{
+    return tr("This version can't convert it to %1.").arg(format);
+}
+
 void BaseTab::reportWithoutJob(const QStringList &files, const QString &format)
 {
     if (Plan *plan = m_host.plan()) {
         for (const QString &file : files) {
-            plan->add({.sources = {file},
-                       .action = PlanEntry::Action::Refuse,
-                       .reason = tr("This version can't convert it to %1.").arg(format)});
+            plan->add(
+                {.sources = {file}, .action = PlanEntry::Action::Refuse, .reason = withoutJobText(format)});
         }
     } else if (!files.isEmpty()) {
         m_host.userInterface().alert(

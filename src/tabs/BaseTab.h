@@ -49,6 +49,8 @@ public:
     const QStringList &folders() const { return m_folders; }
     /// Of files that were found for the tab by others.
     void noteFolders(const QStringList &folders) { m_folders += folders; }
+    /// Why there is no job that makes a file of that format, a sentence.
+    static QString withoutJobText(const QString &format);
     /// Expands folders, keeps what the tab accepts, and reports once what it did not.
     void addFiles(const QStringList &paths);
     /// Files below `path` that the tab accepts; extensions of those it doesn't go into `badExtensions`.

@@ -3,6 +3,7 @@
 
 #include "tabs/ConversionOrder.h"
 
+#include "base/InParallel.h"
 #include "base/PathNames.h"
 #include "checksums/CreateFFPTask.h"
 #include "checksums/CreateMD5Task.h"
@@ -257,6 +258,22 @@ std::shared_ptr<KruvTask> ConversionOrder::listOfOption(const OutputPlan &plan,
     auto job = std::make_shared<CreateFFPTask>(queue, lists);
     job->leaveOutUnmade();
     return job;
+}
+
+std::vector<bool> ConversionOrder::lossyAmong(const QStringList &files, std::size_t threads,
+                                              const std::function<bool()> &stopped) const
+{
+    std::vector<const Format *> formats(static_cast<std::size_t>(files.size()));
+    if (!decodes && !target->isLossy()) {
+        inParallel(formats.size(), threads, stopped, [&](std::size_t index) {
+            formats[index] = Formats::identify(files.at(static_cast<qsizetype>(index)));
+        });
+    }
+    std::vector<bool> lossy;
+    for (const Format *format : formats) {
+        lossy.push_back(format && format->isLossy());
+    }
+    return lossy;
 }
 
 bool ConversionOrder::makesTheSame(const ConversionOrder &other) const

@@ -8,6 +8,7 @@
 
 #include <QString>
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -48,6 +49,11 @@ struct ConversionOrder
     std::shared_ptr<KruvTask> makeLists(const OutputPlan &plan, TaskCompletionSink *queue) const;
     /// All of them.
     std::vector<std::shared_ptr<KruvTask>> listJobs(const OutputPlan &plan, TaskCompletionSink *queue) const;
+
+    /// Of each file, whether it is lossy and would be made lossless. Reads the beginnings of the files, up to
+    /// the first that `stopped` says is not wanted any more.
+    std::vector<bool> lossyAmong(const QStringList &files, std::size_t threads,
+                                 const std::function<bool()> &stopped) const;
 
     /// Whether this order makes of a source what the other one does.
     bool makesTheSame(const ConversionOrder &other) const;

@@ -5,6 +5,7 @@
 
 #include "base/InParallel.h"
 #include "base/PathNames.h"
+#include "base/Preferences.h"
 #include "base/UserInterface.h"
 #include "base/Util.h"
 #include "formats/Format.h"
@@ -77,6 +78,91 @@ void markCurrent(OutputPlan &plan, const DoneBefore &doneBefore)
 
 } // namespace
 
+ConversionTab::ConversionTab(const QString &label, TabHost &host)
+    : BaseTab(label, host)
+{
+    connect(&fileList(), &QAbstractItemModel::modelReset, &m_review, &Review::end);
+    connect(&m_review, &Review::foundPlain, this, &ConversionTab::startReviewed);
+}
+
+void ConversionTab::tieKeepFolders(const QString &key, const ToggleControl &besideSources)
+{
+    m_keepFoldersButton.tieTo(host().preferences(), key);
+    const auto follow = [this, &besideSources] { m_keepFoldersButton.setEnabled(!besideSources.isOn()); };
+    connect(&besideSources, &Control::changed, this, follow);
+    follow();
+}
+
+void ConversionTab::executeCommand()
+{
+    if (m_reviewsCommands) {
+        return beginReview(false);
+    }
+    const auto command = this->command();
+    if (!command || fileList().isEmpty() || isSettling() || !mayMakeLossless(command->order) ||
+        !confirmDeletion(command->deletes.isOn())) {
+        return;
+    }
+    if (const auto plan = planOutputs(command->besideSources, command->order)) {
+        queueWhenSettled(*plan, command->order, command->deletes);
+    }
+}
+
+void ConversionTab::beginReview(bool isWanted)
+{
+    const auto command = this->command();
+    if (!command || fileList().isEmpty() || m_review.isUnderWay()) {
+        return;
+    }
+    const auto place = choosePlaceUnless(command->besideSources);
+    if (!place) {
+        return;
+    }
+    ConversionOrder order = command->order;
+    order.deletes = command->deletes.isOn();
+    order.proves = host().taskQueue().provesOutputs();
+    m_review.begin({.order = order,
+                    .files = fileNames(),
+                    .place = *place,
+                    .asksBeforeDeleting = host().preferences().boolean(QStringLiteral("warnOnDelete")),
+                    .freesOriginals = !Util::deletesToTrash(host().preferences()),
+                    .addLists = [this](OutputPlan &plan) { addLists(plan); }},
+                   isWanted);
+}
+
+void ConversionTab::startReviewed()
+{
+    if (!m_review.isUnderWay() || !m_review.mayStart()) {
+        return;
+    }
+    const OutputPlan plan = m_review.outputs();
+    const ConversionOrder order = m_review.order();
+    m_review.end();
+    queueJobs(plan, order);
+}
+
+void ConversionTab::changeFolderOfReview()
+{
+    const auto folder = chooseOutputFolder();
+    if (folder && m_review.isUnderWay()) {
+        m_review.setFolder(*folder);
+    }
+}
+
+bool ConversionTab::mayMakeLossless(const ConversionOrder &order)
+{
+    const QStringList files = fileNames();
+    const std::vector<bool> found =
+        order.lossyAmong(files, threadsForOneJob(host().taskQueue().maxThreads()), [] { return false; });
+    QStringList lossy;
+    for (qsizetype index = 0; index < files.size(); ++index) {
+        if (found[static_cast<std::size_t>(index)]) {
+            lossy.append(files[index]);
+        }
+    }
+    return lossy.isEmpty() || host().userInterface().askAboutLossy(lossy);
+}
+
 bool ConversionTab::isFileClash(const QStringList &inputFiles, const QStringList &outputFiles)
 {
     const QSet<QString> outputs(outputFiles.begin(), outputFiles.end());
@@ -84,9 +170,16 @@ bool ConversionTab::isFileClash(const QStringList &inputFiles, const QStringList
                                [&outputs](const QString &input) { return outputs.contains(input); });
 }
 
-std::optional<QString> ConversionTab::chooseOutputFolderUnless(const ToggleControl &besideSources)
+std::optional<OutputPlace> ConversionTab::choosePlaceUnless(const ToggleControl &besideSources)
 {
-    return besideSources.isOn() ? QString() : chooseOutputFolder();
+    const auto folder = besideSources.isOn() ? QString() : chooseOutputFolder();
+    if (!folder) {
+        return std::nullopt;
+    }
+    return OutputPlace{.folder = *folder,
+                       .roots = m_keepFoldersButton.isOn() ? folders() : QStringList(),
+                       .names = m_names,
+                       .isPortable = m_hasPortableNames};
 }
 
 bool ConversionTab::goesAlong(const QString &file) const
@@ -110,18 +203,14 @@ bool ConversionTab::outputsCollide(const OutputPlan &plan)
 std::optional<OutputPlan> ConversionTab::planOutputs(const ToggleControl &besideSources,
                                                      const ConversionOrder &order)
 {
-    const auto folder = chooseOutputFolderUnless(besideSources);
-    if (!folder) {
+    const auto place = choosePlaceUnless(besideSources);
+    if (!place) {
         return std::nullopt;
     }
-    const OutputPlace place{.folder = *folder,
-                            .roots = m_keepFoldersButton.isOn() ? folders() : QStringList(),
-                            .names = m_names,
-                            .isPortable = m_hasPortableNames};
-    OutputPlan plan(fileNames(), place, order.target->extension(),
+    OutputPlan plan(fileNames(), *place, order.target->extension(),
                     threadsForOneJob(host().taskQueue().maxThreads()));
     if (m_otherFiles) {
-        OtherFiles(place, folders(), *order.target).addTo(plan, m_otherFiles);
+        OtherFiles(*place, folders(), *order.target).addTo(plan, m_otherFiles);
     }
     if (host().userInterface().skipsDone()) {
         const DoneBefore doneBefore(order);
@@ -205,22 +294,17 @@ void ConversionTab::queueWhenSettled(const OutputPlan &plan, const ConversionOrd
             sources.append(entry.source);
         }
     }
-    using Kept = TagLosses::KeptChunks;
-    const Format &target = *order.target;
-    const bool keepsAll = target.chunksOption && order.options.isOn(*target.chunksOption);
-    const Kept chunks = keepsAll ? Kept::All : target.keepsWavChunks ? Kept::OfWav : Kept::None;
-    m_lossQuestion.settle(
-        {.files = sources, .target = &target, .label = target.label.toString(), .chunks = chunks},
-        worksInBackground(), [this, plan, order](const LossQuestion::Answer &answer) {
-            OutputPlan settled = plan;
-            for (OutputPlan::Entry &entry : settled.entries()) {
-                entry.keepReason = answer.kept.value(entry.source);
-            }
-            ConversionOrder deleting = order;
-            deleting.deletes = true;
-            deleting.mayDeleteChanged = answer.mayDeleteChanged;
-            queueJobs(settled, deleting);
-        });
+    m_lossQuestion.settle(LossQuestion::runOf(order, sources), worksInBackground(),
+                          [this, plan, order](const LossQuestion::Answer &answer) {
+                              OutputPlan settled = plan;
+                              for (OutputPlan::Entry &entry : settled.entries()) {
+                                  entry.keepReason = answer.kept.value(entry.source);
+                              }
+                              ConversionOrder deleting = order;
+                              deleting.deletes = true;
+                              deleting.mayDeleteChanged = answer.mayDeleteChanged;
+                              queueJobs(settled, deleting);
+                          });
 }
 
 void ConversionTab::queueJobs(const OutputPlan &plan, const ConversionOrder &order)
@@ -228,7 +312,7 @@ void ConversionTab::queueJobs(const OutputPlan &plan, const ConversionOrder &ord
     ConversionOrder complete = order;
     complete.proves = host().taskQueue().provesOutputs();
     complete.makesFolders = makesFolders();
-    if (!host().plan() && !hasRoom(plan, complete)) {
+    if (!host().plan() && !m_reviewsCommands && !hasRoom(plan, complete)) {
         return;
     }
     const ConversionOrder::Jobs made = complete.makeJobs(plan, &host().taskQueue());
@@ -262,27 +346,10 @@ void ConversionTab::completePlan(Plan &whole, const std::vector<OutputPlan::List
     }
 }
 
-/// By what is known of earlier runs: sources are not looked into.
 bool ConversionTab::hasRoom(const OutputPlan &plan, const ConversionOrder &order)
 {
-    const Estimates estimates(order);
-    if (!estimates.areKnown()) {
-        return true;
-    }
-    Plan costs;
-    for (const OutputPlan::Entry &entry : plan.entries()) {
-        if (!entry.isDone) {
-            const bool replaces = entry.mayReplace && FileCommit::isTaken(entry.output);
-            costs.add({.sources = {entry.source},
-                       .output = entry.output,
-                       .action = replaces ? PlanEntry::Action::Replace : PlanEntry::Action::Make,
-                       .deletesOriginal = order.deletes && entry.keepReason.isEmpty(),
-                       .sourceBytes = QFileInfo(entry.source).size()});
-        }
-    }
-    costs.estimate([&estimates](const QString &source, qint64 bytes) { return estimates.of(source, bytes); },
-                   host().taskQueue().maxThreads());
-    const QStringList shortages = costs.shortages(!Util::deletesToTrash(host().preferences()));
+    const QStringList shortages =
+        Estimates(order).shortages(plan, order, !Util::deletesToTrash(host().preferences()));
     return shortages.isEmpty() || host().userInterface().askAboutSpace(shortages);
 }
 

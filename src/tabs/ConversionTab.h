@@ -9,6 +9,7 @@
 #include "tabs/LossQuestion.h"
 #include "tabs/OtherFiles.h"
 #include "tabs/OutputPlan.h"
+#include "tabs/Review.h"
 
 #include <memory>
 #include <utility>
@@ -22,9 +23,10 @@ class ConversionTab : public BaseTab
 {
     Q_OBJECT
 public:
-    using BaseTab::BaseTab;
+    ConversionTab(const QString &label, TabHost &host);
 
-    /// Whether outputs in a chosen folder keep the tree below the folders that were handed in.
+    /// Whether outputs in a chosen folder keep the tree below the folders that were handed in. Disabled where
+    /// they go beside their sources.
     ToggleControl &keepFoldersButton() { return m_keepFoldersButton; }
 
     /// How outputs are called; null: as their sources.
@@ -38,32 +40,60 @@ public:
     /// True when any of `inputFiles` is among `outputFiles`.
     static bool isFileClash(const QStringList &inputFiles, const QStringList &outputFiles);
 
+    /// What is not plain is shown as a plan, and not asked about. For whoever shows review().
+    void setReviewsCommands(bool reviews) { m_reviewsCommands = reviews; }
+    /// The tab's command while it is being looked at.
+    Review &review() { return m_review; }
+    /// Shows what the command would do, whatever it is.
+    void showPlan() { beginReview(true); }
+    /// Does what the plan says that is shown.
+    void startReviewed();
+    /// Asks for another folder for what is shown.
+    void changeFolderOfReview();
+
+    void executeCommand() override;
+
 protected:
-    /// The folder that the person chose, or an empty text where outputs go beside their sources; nothing when
-    /// the person cancelled.
-    std::optional<QString> chooseOutputFolderUnless(const ToggleControl &besideSources);
+    /// What the tab's options ask for.
+    struct Command
+    {
+        ConversionOrder order;
+        const ToggleControl &besideSources;
+        const ToggleControl &deletes;
+    };
+    /// Nothing where they ask for nothing that can be done, or where the tab's command is no conversion.
+    virtual std::optional<Command> command() { return std::nullopt; }
+
+    /// Loads what keepFoldersButton() was, and keeps it in mind.
+    void tieKeepFolders(const QString &key, const ToggleControl &besideSources);
     /// True, and told, where two sources would give one output.
     bool outputsCollide(const OutputPlan &plan);
-    /// Where the outputs of the listed files go: asks for a folder, and about those whose names are taken.
-    /// Nothing when the command is not to go on.
-    std::optional<OutputPlan> planOutputs(const ToggleControl &besideSources, const ConversionOrder &order);
 
     bool goesAlong(const QString &file) const override;
     /// Adds to a plan what is written about its outputs; nothing where no option asks for it.
     virtual void addLists(OutputPlan & /*plan*/) {}
 
-    /// Queues the jobs of a plan once it is settled which originals go that hold more than the new files
-    /// will, where `deletes` says that they go, and empties the list.
-    void queueWhenSettled(const OutputPlan &plan, const ConversionOrder &order, const ToggleControl &deletes);
     bool isSettling() const { return m_lossQuestion.isOpen(); }
     LossQuestion &lossQuestion() { return m_lossQuestion; }
 
 private:
+    void beginReview(bool isWanted);
+    /// The folder that the person chose, or an empty text where outputs go beside their sources; nothing when
+    /// the person cancelled.
+    std::optional<OutputPlace> choosePlaceUnless(const ToggleControl &besideSources);
+    /// Asks about lossy files in the list. True when the command may go on.
+    bool mayMakeLossless(const ConversionOrder &order);
+    /// Where the outputs of the listed files go: asks for a folder, and about those whose names are taken.
+    /// Nothing when the command is not to go on.
+    std::optional<OutputPlan> planOutputs(const ToggleControl &besideSources, const ConversionOrder &order);
     /// Leaves out what must not be made, and says so. False where nothing is left to be done, or the person
     /// does not go on.
     bool settleOutputs(OutputPlan &plan);
     void tellOfMerges(const OutputPlan &plan);
     bool agreeOnExistingOutputs(OutputPlan &plan);
+    /// Queues the jobs of a plan once it is settled which originals go that hold more than the new files
+    /// will, where `deletes` says that they go, and empties the list.
+    void queueWhenSettled(const OutputPlan &plan, const ConversionOrder &order, const ToggleControl &deletes);
     /// What a plan says besides its jobs: lists, costs, disks that are too small.
     void completePlan(Plan &whole, const std::vector<OutputPlan::List> &lists, const ConversionOrder &order);
     /// False where a disk is too small, and the person does not go on.
@@ -78,6 +108,8 @@ private:
     bool m_hasPortableNames = false;
     OtherFiles::Kinds m_otherFiles;
     LossQuestion m_lossQuestion{host()};
+    Review m_review{host()};
+    bool m_reviewsCommands = false;
 };
 
 } // namespace kruv

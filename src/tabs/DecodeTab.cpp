@@ -4,7 +4,6 @@
 #include "tabs/DecodeTab.h"
 
 #include "base/PathNames.h"
-#include "base/UserInterface.h"
 #include "formats/Formats.h"
 #include "formats/Records.h"
 #include "formats/flac/FlacOptions.h"
@@ -17,7 +16,7 @@ DecodeTab::DecodeTab(TabHost &host)
     , m_outputFormatMatrix(FormatControls::choicesOf(targets()), 2)
 {
     m_sourceDecodeButton.tieTo(host.preferences(), QStringLiteral("decodeToSourceDirectory"));
-    keepFoldersButton().tieTo(host.preferences(), QStringLiteral("decodeKeepFolders"));
+    tieKeepFolders(QStringLiteral("decodeKeepFolders"), m_sourceDecodeButton);
     m_flacOptionsLabel.setText(tr("FLAC options"));
     showFLacOptions(false);
 }
@@ -52,21 +51,16 @@ void DecodeTab::clearFiles()
     BaseTab::clearFiles();
 }
 
-void DecodeTab::executeCommand()
+std::optional<ConversionTab::Command> DecodeTab::command()
 {
-    if (fileList().isEmpty() || isSettling() || !confirmDeletion(m_deleteOriginalsButton.isOn())) {
-        return;
-    }
     const Format *target = targets().value(m_outputFormatMatrix.selectedIndex());
     if (!target) {
-        return;
+        return std::nullopt;
     }
     ConversionOrder order{.target = target, .decodes = true};
     order.options.set(FlacOptions::throughErrors, m_decodeFlacThroughErrors.isOn());
     order.options.set(FlacOptions::keepForeignMetadata, m_flacKeepForeignMetadataButton.isOn());
-    if (const auto plan = planOutputs(m_sourceDecodeButton, order)) {
-        queueWhenSettled(*plan, order, m_deleteOriginalsButton);
-    }
+    return Command{.order = order, .besideSources = m_sourceDecodeButton, .deletes = m_deleteOriginalsButton};
 }
 
 } // namespace kruv

@@ -26,7 +26,6 @@ public:
     LabelControl &flacOptionsLabel() { return m_flacOptionsLabel; }
 
     void clearFiles() override;
-    void executeCommand() override;
     /// Shows or hides the options that only FLAC files have.
     void showFLacOptions(bool show);
 
@@ -34,6 +33,8 @@ protected:
     void filesAdded() override;
 
 private:
+    std::optional<Command> command() override;
+
     ChoiceControl m_outputFormatMatrix;
     ToggleControl m_sourceDecodeButton;
     ToggleControl m_deleteOriginalsButton;

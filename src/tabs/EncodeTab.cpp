@@ -3,16 +3,13 @@
 
 #include "tabs/EncodeTab.h"
 
-#include "base/InParallel.h"
 #include "base/Preferences.h"
-#include "base/UserInterface.h"
 #include "checksums/ListText.h"
 #include "formats/Formats.h"
 #include "formats/flac/FlacOptions.h"
 #include "formats/monkeysaudio/MacTool.h"
 #include "formats/shorten/ShortenOptions.h"
 #include "formats/wavpack/WavpackTool.h"
-#include "tasks/KruvTaskQueue.h"
 
 #include <algorithm>
 #include <vector>
@@ -27,7 +24,7 @@ EncodeTab::EncodeTab(TabHost &host)
 {
     m_outputFormatMatrix.tieTo(host.preferences(), QStringLiteral("encodeOutputFormat"));
     m_sourceEncodeButton.tieTo(host.preferences(), QStringLiteral("encodeToSourceDirectory"));
-    keepFoldersButton().tieTo(host.preferences(), QStringLiteral("encodeKeepFolders"));
+    tieKeepFolders(QStringLiteral("encodeKeepFolders"), m_sourceEncodeButton);
     connect(&m_outputFormatMatrix, &Control::changed, this, &EncodeTab::displayRelevantOptions);
     EncodeTab::displayRelevantOptions();
 }
@@ -81,35 +78,15 @@ void EncodeTab::displayRelevantOptions()
     }
 }
 
-void EncodeTab::executeCommand()
+std::optional<ConversionTab::Command> EncodeTab::command()
 {
     const Format *format = chosenFormat();
-    if (fileList().isEmpty() || isSettling() || !format || !mayEncodeLossy() ||
-        !confirmDeletion(m_deleteOriginalsButton.isOn())) {
-        return;
+    if (!format) {
+        return std::nullopt;
     }
-    const ConversionOrder order{.target = format, .options = m_controls.values(*format)};
-    if (const auto plan = planOutputs(m_sourceEncodeButton, order)) {
-        queueWhenSettled(*plan, order, m_deleteOriginalsButton);
-    }
-}
-
-bool EncodeTab::mayEncodeLossy()
-{
-    const QStringList files = fileNames();
-    std::vector<const Format *> formats(static_cast<std::size_t>(files.size()));
-    inParallel(
-        formats.size(), threadsForOneJob(host().taskQueue().maxThreads()), [] { return false; },
-        [&](std::size_t index) {
-            formats[index] = Formats::identify(files.at(static_cast<qsizetype>(index)));
-        });
-    QStringList lossy;
-    for (std::size_t index = 0; index < formats.size(); ++index) {
-        if (formats[index] && formats[index]->isLossy()) {
-            lossy.append(files.at(static_cast<qsizetype>(index)));
-        }
-    }
-    return lossy.isEmpty() || host().userInterface().askAboutLossy(lossy);
+    return Command{.order = {.target = format, .options = m_controls.values(*format)},
+                   .besideSources = m_sourceEncodeButton,
+                   .deletes = m_deleteOriginalsButton};
 }
 
 bool EncodeTab::wants(const FormatOption &option) const

@@ -38,11 +38,9 @@ public:
     const FormatControls &formatControls() const { return m_controls; }
 
     void displayRelevantOptions() override;
-    void executeCommand() override;
 
 private:
-    /// Asks about lossy files in the list. True when the command may go on.
-    bool mayEncodeLossy();
+    std::optional<Command> command() override;
     bool wants(const FormatOption &option) const;
     void addLists(OutputPlan &plan) override;
 

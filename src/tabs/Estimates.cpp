@@ -6,6 +6,10 @@
 #include "base/PathNames.h"
 #include "journal/History.h"
 #include "journal/JournalFile.h"
+#include "tabs/Plan.h"
+#include "tasks/FileCommit.h"
+
+#include <QFileInfo>
 
 #include <stdexcept>
 
@@ -52,6 +56,27 @@ std::optional<Cost> Estimates::of(const QString &source, qint64 bytes) const
     }
     const double share = static_cast<double>(bytes) / found->sourceBytes;
     return Cost{.bytes = static_cast<qint64>(share * found->outputBytes), .seconds = share * found->seconds};
+}
+
+QStringList Estimates::shortages(const OutputPlan &plan, const ConversionOrder &order,
+                                 bool freesOriginals) const
+{
+    if (!areKnown()) {
+        return {};
+    }
+    Plan costs;
+    for (const OutputPlan::Entry &entry : plan.entries()) {
+        if (!entry.isDone) {
+            const bool replaces = entry.mayReplace && FileCommit::isTaken(entry.output);
+            costs.add({.sources = {entry.source},
+                       .output = entry.output,
+                       .action = replaces ? PlanEntry::Action::Replace : PlanEntry::Action::Make,
+                       .deletesOriginal = order.deletes && entry.keepReason.isEmpty(),
+                       .sourceBytes = QFileInfo(entry.source).size()});
+        }
+    }
+    costs.estimate([this](const QString &source, qint64 bytes) { return of(source, bytes); }, 1);
+    return costs.shortages(freesOriginals);
 }
 
 } // namespace kruv

@@ -22,6 +22,9 @@ public:
     bool areKnown() const { return !m_sums.isEmpty(); }
     /// Of a source of so many bytes.
     std::optional<Cost> of(const QString &source, qint64 bytes) const;
+    /// Of the disks that are too small for what the order makes of a plan, a sentence each. `freesOriginals`:
+    /// originals that go leave room. Sources are not looked into.
+    QStringList shortages(const OutputPlan &plan, const ConversionOrder &order, bool freesOriginals) const;
 
 private:
     struct Sum

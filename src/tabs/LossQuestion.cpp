@@ -8,6 +8,7 @@
 #include "audio/Proof.h"
 #include "base/UserInterface.h"
 #include "formats/Format.h"
+#include "tabs/ConversionOrder.h"
 #include "tabs/TabHost.h"
 
 namespace kruv {
@@ -26,6 +27,19 @@ bool isComputedAnew(const QString &file, const Format &target)
 }
 
 } // namespace
+
+LossQuestion::Run LossQuestion::runOf(const ConversionOrder &order, const QStringList &files)
+{
+    using Kept = TagLosses::KeptChunks;
+    const Format &target = *order.target;
+    const bool keepsAll = target.chunksOption && order.options.isOn(*target.chunksOption);
+    return {.files = files,
+            .target = &target,
+            .label = target.label.toString(),
+            .chunks = keepsAll                ? Kept::All
+                      : target.keepsWavChunks ? Kept::OfWav
+                                              : Kept::None};
+}
 
 LossQuestion::Found LossQuestion::look(const Run &run, bool atTags, const std::function<bool()> &stopped)
 {

@@ -13,6 +13,7 @@
 
 namespace kruv {
 
+struct ConversionOrder;
 struct Format;
 class TabHost;
 
@@ -41,6 +42,16 @@ public:
         TagLosses::KeptChunks chunks = TagLosses::KeptChunks::None;
     };
 
+    struct Found
+    {
+        TagLosses::ByFile losses = {};
+        QStringList changed = {};
+    };
+    /// What a conversion of these files asks about.
+    static Run runOf(const ConversionOrder &order, const QStringList &files);
+    /// `atTags`: also at what their tags hold. Any thread.
+    static Found look(const Run &run, bool atTags, const std::function<bool()> &stopped);
+
     explicit LossQuestion(TabHost &host)
         : m_host(host)
     {
@@ -53,12 +64,6 @@ public:
     bool isOpen() const { return m_isOpen; }
 
 private:
-    struct Found
-    {
-        TagLosses::ByFile losses = {};
-        QStringList changed = {};
-    };
-    static Found look(const Run &run, bool atTags, const std::function<bool()> &stopped);
     void ask(const Found &found, const QString &label, const GoOn &goOn);
 
     TabHost &m_host;

@@ -4,7 +4,6 @@
 #include "tabs/LossyTab.h"
 
 #include "base/Preferences.h"
-#include "base/UserInterface.h"
 #include "formats/Formats.h"
 #include "formats/aac/AacOptions.h"
 #include "formats/mp3/Mp3Tool.h"
@@ -38,7 +37,7 @@ LossyTab::LossyTab(TabHost &host)
     m_zeroTo127.setText(QStringLiteral("Quality, 0 to 127"));
     m_outputFormatMatrix.tieTo(host.preferences(), QStringLiteral("lossyOutputFormat"));
     m_sourceEncodeButton.tieTo(host.preferences(), QStringLiteral("encodeLossyToSourceDirectory"));
-    keepFoldersButton().tieTo(host.preferences(), QStringLiteral("lossyKeepFolders"));
+    tieKeepFolders(QStringLiteral("lossyKeepFolders"), m_sourceEncodeButton);
     connectControls();
     LossyTab::displayRelevantOptions();
     stepperAction();
@@ -159,17 +158,16 @@ void LossyTab::showMissingTool()
     m_missingToolText.setHidden(message.isEmpty());
 }
 
-void LossyTab::executeCommand()
+std::optional<ConversionTab::Command> LossyTab::command()
 {
     displayRelevantOptions(); // puts a bit rate right that is still being typed
     const Format *format = chosenFormat();
-    if (fileList().isEmpty() || isSettling() || !format || !confirmDeletion(m_deleteOriginalsButton.isOn())) {
-        return;
+    if (!format) {
+        return std::nullopt;
     }
-    const ConversionOrder order{.target = format, .options = m_controls.values(*format)};
-    if (const auto plan = planOutputs(m_sourceEncodeButton, order)) {
-        queueWhenSettled(*plan, order, m_deleteOriginalsButton);
-    }
+    return Command{.order = {.target = format, .options = m_controls.values(*format)},
+                   .besideSources = m_sourceEncodeButton,
+                   .deletes = m_deleteOriginalsButton};
 }
 
 } // namespace kruv

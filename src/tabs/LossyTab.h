@@ -54,9 +54,9 @@ public:
     double opusFrameSizeLevel() const;
 
     void displayRelevantOptions() override;
-    void executeCommand() override;
 
 private:
+    std::optional<Command> command() override;
     void connectControls();
     void controlTextDidChange();
     void stepperAction();

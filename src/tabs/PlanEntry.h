@@ -42,6 +42,7 @@ struct PlanEntry
     QStringList notes = {}; ///< what a person should know all the same, a sentence each
     bool deletesOriginal = false;
     QString keepReason = {}; ///< why the original stays though originals go, a clause
+    QString loss = {};       ///< what goes with an original, because the output can't hold it, a clause
     qint64 sourceBytes = 0;
     qint64 bytes = 0;     ///< of the output, estimated; 0 where nothing is known
     double seconds = 0.0; ///< estimated; 0 where nothing is known

@@ -4,6 +4,7 @@
 #include "tabs/PlanWords.h"
 
 #include <QCoreApplication>
+#include <QHash>
 #include <QLocale>
 
 #include <cmath>
@@ -120,10 +121,62 @@ QStringList notes(const PlanEntry &entry)
     if (entry.isMade() && !entry.keepReason.isEmpty()) {
         notes.append(Text::tr("The original stays: %1").arg(entry.keepReason));
     }
+    if (entry.isMade() && entry.deletesOriginal && !entry.loss.isEmpty()) {
+        notes.append(entry.loss + u'.');
+    }
     if (entry.isMade() && entry.deletesOriginal) {
         notes.append(Text::tr("The original goes."));
     }
     return notes;
+}
+
+QString headline(const Plan &plan)
+{
+    using Action = PlanEntry::Action;
+    QHash<Action, int> counts;
+    int made = 0;
+    for (const PlanEntry &entry : plan.entries()) {
+        const bool isFile = !entry.sources.isEmpty(); // lists come by themselves
+        counts[entry.action] += isFile;
+        made += isFile && entry.isMade();
+    }
+    const struct
+    {
+        int count;
+        const char *one;
+        const char *many;
+    } rows[] = {{counts[Action::Replace], QT_TRANSLATE_NOOP("kruv::PlanWords", "1 in place of what is there"),
+                 QT_TRANSLATE_NOOP("kruv::PlanWords", "%Ln in place of what is there")},
+                {counts[Action::SkipExisting] + counts[Action::SkipDone],
+                 QT_TRANSLATE_NOOP("kruv::PlanWords", "1 is there already"),
+                 QT_TRANSLATE_NOOP("kruv::PlanWords", "%Ln are there already")},
+                {counts[Action::SkipOther], QT_TRANSLATE_NOOP("kruv::PlanWords", "1 is left out"),
+                 QT_TRANSLATE_NOOP("kruv::PlanWords", "%Ln are left out")},
+                {counts[Action::Refuse], QT_TRANSLATE_NOOP("kruv::PlanWords", "1 can't be made"),
+                 QT_TRANSLATE_NOOP("kruv::PlanWords", "%Ln can't be made")}};
+    QStringList parts{made == 0 ? Text::tr("Nothing will be made")
+                                : files(QT_TRANSLATE_NOOP("kruv::PlanWords", "%Ln will be made"), made)};
+    for (const auto &row : rows) {
+        if (row.count > 0) {
+            parts.append(row.count == 1 ? Text::tr(row.one) : files(row.many, row.count));
+        }
+    }
+    return parts.join(QStringLiteral(" · "));
+}
+
+QStringList costs(const Plan::Totals &totals)
+{
+    QStringList parts;
+    if (totals.sourceBytes > 0) {
+        parts.append(Text::tr("%1 to read").arg(size(totals.sourceBytes)));
+    }
+    if (totals.bytes > 0) {
+        parts.append(Text::tr("about %1 to write").arg(size(totals.bytes)));
+    }
+    if (totals.seconds > 0) {
+        parts.append(Text::tr("about %1").arg(duration(totals.seconds)));
+    }
+    return parts;
 }
 
 QString totals(const Plan::Totals &totals)
@@ -142,15 +195,7 @@ QString totals(const Plan::Totals &totals)
         parts.append(files(QT_TRANSLATE_NOOP("kruv::PlanWords", "%n original(s) deleted afterwards"),
                            totals.originalsDeleted));
     }
-    if (totals.sourceBytes > 0) {
-        parts.append(Text::tr("%1 to read").arg(size(totals.sourceBytes)));
-    }
-    if (totals.bytes > 0) {
-        parts.append(Text::tr("about %1 to write").arg(size(totals.bytes)));
-    }
-    if (totals.seconds > 0) {
-        parts.append(Text::tr("about %1").arg(duration(totals.seconds)));
-    }
+    parts += costs(totals);
     return parts.join(QStringLiteral(", ")) + u'.';
 }
 

@@ -16,6 +16,10 @@ QString action(const PlanEntry &entry);
 QString paths(const PlanEntry &entry);
 /// All that is to be known of an entry besides, a sentence or a clause each.
 QStringList notes(const PlanEntry &entry);
+/// The shortest that can be said of it all: "21 will be made · 2 are there already".
+QString headline(const Plan &plan);
+/// What is to be read and written, and how long it takes, a few words each.
+QStringList costs(const Plan::Totals &totals);
 /// In one sentence.
 QString totals(const Plan::Totals &totals);
 

@@ -190,7 +190,7 @@ TEST_F(TabViewTest, EncodesWhatTheCommandLineEncodes)
     });
     answerFileDialog(byWindow);
     QTest::keyClick(window.get(), Qt::Key_Return, Qt::ControlModifier);
-    EXPECT_EQ(fileList(encode)->model()->rowCount(), 0);
+    ASSERT_TRUE(waitUntil([this] { return fileList(encode)->model()->rowCount() == 0; }));
     ASSERT_TRUE(waitForJobs());
 
     const QString byCommand = folder.makeFolder(u"command"_s);
