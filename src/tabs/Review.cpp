@@ -9,7 +9,6 @@
 #include "tasks/KruvTaskQueue.h"
 
 #include <algorithm>
-#include <chrono>
 
 namespace kruv {
 
@@ -17,6 +16,10 @@ namespace {
 
 /// How long a plain command waits while files are looked at that nothing is known of, milliseconds.
 constexpr qint64 patience = 300;
+/// How long what is shown stays while files are looked at, milliseconds; and how many times as long at least
+/// as it took to show it, so that the window stays at hand.
+constexpr qint64 leastPause = 100;
+constexpr qint64 pausesBetween = 9;
 
 } // namespace
 
@@ -24,7 +27,6 @@ Review::Review(TabHost &host)
     : m_host(host)
 {
     m_composeSoon.setSingleShot(true);
-    m_composeSoon.setInterval(std::chrono::milliseconds(100));
     connect(&m_composeSoon, &QTimer::timeout, this, &Review::compose);
 }
 
@@ -207,6 +209,8 @@ PlanEntry Review::composed(std::size_t row) const
 
 void Review::compose()
 {
+    QElapsedTimer time;
+    time.start();
     Plan plan;
     m_questions = {.existing = m_settled->existing};
     for (std::size_t row = 0; row < m_settled->entries.size(); ++row) {
@@ -227,6 +231,7 @@ void Review::compose()
                   m_host.taskQueue().maxThreads());
     m_plan = std::move(plan);
     Q_EMIT planChanged();
+    m_composeSoon.setInterval(static_cast<int>(std::max(leastPause, pausesBetween * time.elapsed())));
 }
 
 bool Review::mayStart() const
