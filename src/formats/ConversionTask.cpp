@@ -162,19 +162,23 @@ bool ConversionTask::wasMadeByAnother(const StagedOutputs &outputs)
     if (m_request.earlier != ConversionRequest::Earlier::Kept || !FileCommit::isTaken(output)) {
         return false;
     }
-    if (QFileInfo::exists(fileName())) {
-        if (m_found) { // it was looked at already
-            return false;
+    const auto sourceIsThere = [this] { return QFileInfo::exists(fileName()); };
+    if (!m_found && sourceIsThere()) {
+        try {
+            identifySource();
+            requireOwn(outputs);
+            return mayGoOn();
+        } catch (const std::exception &) {
+            if (sourceIsThere()) { // else it went meanwhile
+                throw;
+            }
         }
-        identifySource();
-        requireOwn(outputs);
-        return mayGoOn();
     }
     // The time when it got its name: that of its content may be its source's.
     constexpr std::int64_t coarsest = 2; // seconds, the time stamps of FAT
     constexpr std::int64_t inOneSecond = 1000;
     const auto stamp = FileStamp::of(output);
-    if (m_request.goneSince == 0 || !stamp ||
+    if (sourceIsThere() || m_request.goneSince == 0 || !stamp ||
         std::max(stamp->touchedSeconds, stamp->seconds) < m_request.goneSince / inOneSecond - coarsest) {
         return false;
     }

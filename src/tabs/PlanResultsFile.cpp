@@ -70,18 +70,25 @@ std::optional<FileStamp> stampOf(const KruvTask &job)
 
 PlanResultsFile::PlanResultsFile(const Run &run, KruvTaskQueue &queue)
 {
-    if (!QDir().mkpath(run.folder) || !openNew(m_file, run)) {
+    const bool isOpen = QDir().mkpath(run.folder) && openNew(m_file, run);
+    if (isOpen) {
+        writeLine({{PlanResults::planKey(), run.plan},
+                   {PlanResults::shardKey(), run.shard},
+                   {QStringLiteral("host"), QSysInfo::machineHostName()},
+                   {QStringLiteral("process"), QCoreApplication::applicationPid()},
+                   {QStringLiteral("begun"), QDateTime::currentDateTimeUtc().toString(Qt::ISODateWithMs)}});
+    }
+    if (!isOpen || m_hasFailed) {
+        const QString reason =
+            m_file.fileName().isEmpty() ? tr("the folder can't be made") : m_file.errorString();
+        if (isOpen) {
+            m_file.remove();
+        }
         throw std::runtime_error(
             tr("Results can't be written into %1: %2. --results DIR names another folder.")
-                .arg(run.folder,
-                     m_file.fileName().isEmpty() ? tr("the folder can't be made") : m_file.errorString())
+                .arg(run.folder, reason)
                 .toStdString());
     }
-    writeLine({{PlanResults::planKey(), run.plan},
-               {PlanResults::shardKey(), run.shard},
-               {QStringLiteral("host"), QSysInfo::machineHostName()},
-               {QStringLiteral("process"), QCoreApplication::applicationPid()},
-               {QStringLiteral("begun"), QDateTime::currentDateTimeUtc().toString(Qt::ISODateWithMs)}});
     connect(&queue, &KruvTaskQueue::taskStarted, this, &PlanResultsFile::started);
     connect(&queue, &KruvTaskQueue::taskEnded, this, &PlanResultsFile::ended);
 }

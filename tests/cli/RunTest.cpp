@@ -142,7 +142,8 @@ TEST_F(RunTest, TwoThatDeleteOriginalsDeleteEachOnce)
     const QStringList command{u"run"_s, u"set.plan"_s, u"--missing"_s};
     const auto one = start(command);
     const auto other = start(command);
-    EXPECT_EQ(end(*one).status, 0);
+    const Outcome first = end(*one);
+    EXPECT_EQ(first.status, 0) << first.err.constData();
     const Outcome second = end(*other);
     EXPECT_EQ(second.status, 0) << second.err.constData();
     EXPECT_EQ(made(), tracks);
