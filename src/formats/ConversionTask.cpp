@@ -268,7 +268,7 @@ QString ConversionTask::sourceForTools()
     if (&sourceFormat() != &flacFormat || TagsAround::inWords(fileName()).isEmpty()) {
         return fileName();
     }
-    const QString copy = m_outputs->scratch(PathNames::folderOf(m_request.output), flacFormat.extension());
+    QString copy = m_outputs->scratch(PathNames::folderOf(m_request.output), flacFormat.extension());
     TagsAround::copyWithout(fileName(), copy, [this] { return mayGoOn(); });
     return copy;
 }

@@ -270,6 +270,7 @@ std::vector<bool> ConversionOrder::lossyAmong(const QStringList &files, std::siz
         });
     }
     std::vector<bool> lossy;
+    lossy.reserve(formats.size());
     for (const Format *format : formats) {
         lossy.push_back(format && format->isLossy());
     }

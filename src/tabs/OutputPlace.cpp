@@ -15,7 +15,7 @@ namespace kruv {
 
 QString OutputPlace::folderFor(const QString &source) const
 {
-    const QString ofSource = PathNames::folderOf(source);
+    QString ofSource = PathNames::folderOf(source);
     if (folder.isEmpty()) {
         return ofSource;
     }

@@ -255,7 +255,7 @@ std::optional<QString> OutputPlan::collision(const NameTest &areOne) const
 std::optional<QString> OutputPlan::refuseCollisions(const NameTest &areOne)
 {
     const std::vector<Clash> found = clashes(areOne);
-    const std::optional<QString> text = textOf(found);
+    std::optional<QString> text = textOf(found);
     std::map<std::size_t, std::size_t> others; // of each that clashes, one that it clashes with
     for (const auto &[earlier, later] : found) {
         others.emplace(earlier, later);

@@ -145,7 +145,7 @@ PlanFile::PlanFile(const QString &path)
     open(file);
     Digest digest(Digest::Algorithm::SHA512);
     const auto next = [&] {
-        const QByteArray line = file.readLine();
+        QByteArray line = file.readLine();
         digest.add(std::as_bytes(std::span(line)));
         return line;
     };

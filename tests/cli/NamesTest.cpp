@@ -74,7 +74,7 @@ protected:
                 announced.insert(entry[u"output"].toString().mid(music.size() + 1));
             }
         }
-        const Outcome real = run(command);
+        Outcome real = run(command);
         EXPECT_EQ(real.status, dry.status) << real.err.constData();
         EXPECT_EQ(filesBelow(u"/"_s), announced) << dry.out.constData();
         return real;

@@ -123,6 +123,7 @@ TEST_F(RunTest, TwoOfTheSamePartDoNoHarm)
     ASSERT_EQ(plan().status, 0);
     stall("0.1");
     std::vector<std::unique_ptr<QProcess>> runs;
+    runs.reserve(3);
     for (int each = 0; each < 3; ++each) {
         runs.push_back(start({u"run"_s, u"set.plan"_s, u"--shard"_s, u"1/1"_s, u"--jobs"_s, u"2"_s}));
     }
