@@ -5,6 +5,7 @@
 
 #include <QFile>
 
+#include <algorithm>
 #include <linux/magic.h>
 #include <sys/stat.h>
 #include <sys/vfs.h>
@@ -30,6 +31,13 @@ bool keepsNumbers(const QString &path)
 }
 
 } // namespace
+
+bool FileStamp::isNoOlderThan(std::int64_t milliseconds) const
+{
+    constexpr std::int64_t coarsest = 2; // seconds, the time stamps of FAT
+    constexpr std::int64_t inOneSecond = 1000;
+    return std::max(touchedSeconds, seconds) >= milliseconds / inOneSecond - coarsest;
+}
 
 std::optional<FileStamp> FileStamp::of(const QString &path)
 {

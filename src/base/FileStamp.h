@@ -31,6 +31,10 @@ struct FileStamp
                number == other.number;
     }
 
+    /// Whether it got its name or its content no earlier than that, in milliseconds since 1970, by the time
+    /// stamps of any file system. Outputs may have their sources' times, so that counts what came last.
+    bool isNoOlderThan(std::int64_t milliseconds) const;
+
     /// Nothing for what is no regular file.
     static std::optional<FileStamp> of(const QString &path);
 

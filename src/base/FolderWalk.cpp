@@ -67,6 +67,10 @@ void FolderWalk::walk(const QString &path, const Visitor &visit)
     }
     m_visited = std::make_shared<Visited>();
     walkFolder(bytes.endsWith('/') && bytes.size() > 1 ? bytes.chopped(1) : bytes, visit);
+    // A folder is seen by its own name, where it has one here.
+    while (!m_links.isEmpty()) {
+        walkFolder(m_links.takeFirst(), visit);
+    }
 }
 
 void FolderWalk::walkFolder(const QByteArray &folder, const Visitor &visit)
@@ -100,10 +104,13 @@ void FolderWalk::visitEntry(const QByteArray &folder, const char *name, unsigned
     if (StagingName::isFolder(QFile::decodeName(name))) {
         return; // what a job is making, or what is left of one
     }
-    if (type == DT_LNK || type == DT_UNKNOWN) {
+    const bool isLink = type == DT_LNK;
+    if (isLink || type == DT_UNKNOWN) {
         type = typeBehind(path);
     }
-    if (type == DT_DIR) {
+    if (type == DT_DIR && isLink) {
+        m_links.append(path);
+    } else if (type == DT_DIR) {
         walkFolder(path, visit);
     } else if (!isPipeOrDevice(type) && !isPassedOver(QFile::decodeName(name))) {
         visit(text);

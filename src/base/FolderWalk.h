@@ -42,6 +42,7 @@ private:
     void visitEntry(const QByteArray &folder, const char *name, unsigned char type, const Visitor &visit);
 
     const std::stop_token m_stop;
+    QList<QByteArray> m_links; // to folders, yet to be followed
     QStringList m_undecodableNames;
     QStringList m_unreadableFolders;
     class Visited;

@@ -64,6 +64,13 @@ std::optional<ExistingFiles> CliUserInterface::askAboutExisting(const QStringLis
         return ExistingFiles::KeepBoth;
     }
     if (m_options.onlyPlans()) {
+        m_stops = !m_options.update;
+        return ExistingFiles::Refuse;
+    }
+    if (m_options.update) {
+        alert(tr("Older than their sources, but nothing tells that they were made of them. They were left as "
+                 "they are; --overwrite replaces them."),
+              existing.join(u'\n'), {});
         return ExistingFiles::Refuse;
     }
     QString names = Console::printable(existing.constFirst());
@@ -80,6 +87,7 @@ bool CliUserInterface::askAboutLossy(const QStringList &files)
 {
     if (m_options.fromLossy || m_options.onlyPlans()) {
         m_lossy = m_options.fromLossy ? QStringList() : files;
+        m_stops = m_stops || !m_options.fromLossy;
         return true;
     }
     throw UsageError(tr("%1 is lossy: a lossless format makes it larger, but brings nothing "

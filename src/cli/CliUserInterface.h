@@ -53,6 +53,8 @@ public:
     bool notify(const QString &) override { return true; }
     void requestAttention() override {}
 
+    /// Of a dry run: whether the command itself would not begin before a question is answered by a flag.
+    bool stops() const { return m_stops; }
     /// Of a dry run: the files that are refused because they are lossy.
     const QStringList &lossy() const { return m_lossy; }
     /// How often the engine had something to say that a person should look at.
@@ -66,6 +68,7 @@ private:
     const CommonOptions &m_options;
     int m_alerts = 0;
     QStringList m_lossy;
+    bool m_stops = false;
 };
 
 } // namespace kruv

@@ -97,7 +97,7 @@ int QueueRun::finish()
 void QueueRun::sayHowToGoOn(const RunRecorder &recorder) const
 {
     if (m_totals.cancelled + m_totals.notBegun > 0 && recorder.canBeResumed()) {
-        m_reporter->message(tr("To go on where this stopped: kruv resume"));
+        m_reporter->message(tr("To go on where this stopped: %1").arg(m_goesOnBy));
     }
 }
 

@@ -44,6 +44,8 @@ public:
     int finish();
     /// After that, where jobs were cancelled and what is left of them can be done later.
     void sayHowToGoOn(const RunRecorder &recorder) const;
+    /// The command that goes on, where it is not kruv resume.
+    void setGoesOnBy(const QString &command) { m_goesOnBy = command; }
 
     /// For commands whose failures are told job by job: the text of a set that failed as a whole would say it
     /// all again.
@@ -84,6 +86,7 @@ private:
     int m_interruptions = 0;
     bool m_leftOut = false; // something, because the time was over
     bool m_reportsResults = true;
+    QString m_goesOnBy = QStringLiteral("kruv resume");
     bool m_reportsSummary = true;
 };
 

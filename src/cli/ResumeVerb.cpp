@@ -106,7 +106,7 @@ int ResumeVerb::giveAgain(const HistoryRun &run)
                               .arg(run.all));
     }
     CommandRest::takeBackHalves(run);
-    Resumption::forget(run);
+    RunRecorder::announceContinued(run.id);
     CommandRest::become(*arguments, run.folder);
 }
 

@@ -141,6 +141,7 @@ int RunVerb::runJobs(const PlanFile &plan, const PlanRoots &roots) const
     JobSession session(m_options, makeReporter(m_options));
     session.controller().runRecorder().recordAs(QStringLiteral("run"), QCoreApplication::arguments().mid(1));
     session.queueRun().leaveOutResults();
+    session.queueRun().setGoesOnBy(QStringLiteral("kruv run --missing ") + QString::fromStdString(m_plan));
     const bool runsAll = m_shard.empty() && !m_runsMissing && !m_finishes;
     if (!m_finishes || m_runsMissing) {
         runEntries(session, plan, roots);

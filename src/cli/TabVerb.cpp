@@ -293,22 +293,27 @@ int TabVerb::run()
     if (detaches) {
         detach(session);
     }
-    const int status = m_options.onlyPlans() ? tellPlan(*controller.plan(), session.userInterface().lossy())
-                                             : session.finish();
+    const int status =
+        m_options.onlyPlans() ? tellPlan(*controller.plan(), session.userInterface()) : session.finish();
     const bool complained = m_failed || session.userInterface().alerts() > 0;
     m_person = nullptr;
     return status == Success && complained ? static_cast<int>(Failure) : status;
 }
 
-int TabVerb::tellPlan(Plan &plan, const QStringList &lossy) const
+int TabVerb::tellPlan(Plan &plan, const CliUserInterface &person) const
 {
-    const QSet<QString> refused(lossy.begin(), lossy.end());
+    const QSet<QString> refused(person.lossy().begin(), person.lossy().end());
+    const auto replaces = [](const PlanEntry &entry) { return entry.action == PlanEntry::Action::Replace; };
+    const bool mayReplace = m_options.overwrite || m_options.update;
+    if (m_options.dryRun &&
+        (person.stops() || (!mayReplace && std::ranges::any_of(plan.entries(), replaces)))) {
+        plan.warn(tr("As it stands, the command would begin nothing: what is refused needs a flag first."));
+    }
     plan.refuse([&refused](const PlanEntry &entry) { return refused.contains(entry.sources.value(0)); },
                 tr("It is lossy: a lossless format makes it larger, but brings nothing back. "
                    "--from-lossy encodes such files all the same."));
-    if (!m_options.overwrite && !m_options.update) {
-        plan.refuse([](const PlanEntry &entry) { return entry.action == PlanEntry::Action::Replace; },
-                    tr("There is a file of that name already; --overwrite replaces it."));
+    if (!mayReplace) {
+        plan.refuse(replaces, tr("There is a file of that name already; --overwrite replaces it."));
     }
     if (m_options.json) {
         PlanText::writeJson(plan);
@@ -326,6 +331,10 @@ void TabVerb::checkPlanFile() const
     const QString path = QString::fromStdString(m_options.savePlan);
     if (!path.isEmpty() && FileCommit::isTaken(path) && !m_options.overwrite) {
         throw UsageError(tr("--save-plan %1: it is there already. Add --overwrite to replace it.").arg(path));
+    }
+    if (!path.isEmpty() && FileCommit::isTaken(path) && !PlanFile::isPlan(path)) {
+        throw UsageError(
+            tr("--save-plan %1: what is there is no plan. Choose another name, or move it away.").arg(path));
     }
 }
 

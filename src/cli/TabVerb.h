@@ -102,7 +102,7 @@ private:
     void detach(JobSession &session) const;
     void checkOutputFolder();
     /// Tells the plan of a dry run. Returns the exit status.
-    int tellPlan(Plan &plan, const QStringList &lossy) const;
+    int tellPlan(Plan &plan, const CliUserInterface &person) const;
     void checkPlanFile() const;
     void savePlan(const Plan &plan) const;
 

@@ -174,12 +174,8 @@ bool ConversionTask::wasMadeByAnother(const StagedOutputs &outputs)
             }
         }
     }
-    // The time when it got its name: that of its content may be its source's.
-    constexpr std::int64_t coarsest = 2; // seconds, the time stamps of FAT
-    constexpr std::int64_t inOneSecond = 1000;
     const auto stamp = FileStamp::of(output);
-    if (sourceIsThere() || m_request.goneSince == 0 || !stamp ||
-        std::max(stamp->touchedSeconds, stamp->seconds) < m_request.goneSince / inOneSecond - coarsest) {
+    if (sourceIsThere() || m_request.goneSince == 0 || !stamp || !stamp->isNoOlderThan(m_request.goneSince)) {
         return false;
     }
     Formats::requireContent(output, target() ? target() : Formats::ofType(PathNames::fileType(output)));

@@ -97,6 +97,11 @@ void Journal::setUndone(std::int64_t entry)
     add([=](JournalWriter &to, Time when) { to.setUndone(entry, when); });
 }
 
+void Journal::forgetRun(std::int64_t run)
+{
+    add([=](JournalWriter &to, Time) { to.forgetRun(run); });
+}
+
 void Journal::endUndoing(std::int64_t run)
 {
     add([=](JournalWriter &to, Time) { to.endUndoing(run); });

@@ -57,6 +57,8 @@ public:
     void endRun(Number run);
     /// What an entry of any run did, by its number in the file, was undone.
     void setUndone(std::int64_t entry);
+    /// A run, by its number in the file, is not to be resumed any more.
+    void forgetRun(std::int64_t run);
     /// A run, by its number in the file, may be undone by others again.
     void endUndoing(std::int64_t run);
 

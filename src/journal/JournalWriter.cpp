@@ -200,6 +200,11 @@ void JournalWriter::setUndone(std::int64_t entry, Time when)
     m_setState.with(QString::fromLatin1(JournalWords::undone), QString(), when, entry).run();
 }
 
+void JournalWriter::forgetRun(std::int64_t run)
+{
+    m_database->prepare("UPDATE runs SET forgotten = 1 WHERE id = ?").with(run).run();
+}
+
 void JournalWriter::endUndoing(std::int64_t run)
 {
     m_database->prepare("UPDATE runs SET undoing = '' WHERE id = ?").with(run).run();

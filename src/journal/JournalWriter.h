@@ -42,6 +42,7 @@ public:
     void endRun(Number run, Time when);
     /// Entries of any run, by their numbers in the file: what they did was undone.
     void setUndone(std::int64_t entry, Time when);
+    void forgetRun(std::int64_t run);
     void endUndoing(std::int64_t run);
 
     /// Drops runs of more than a year ago, and those of before yesterday beyond the latest thousand, with

@@ -152,6 +152,7 @@ std::shared_ptr<KruvTask> copyJob(const OutputPlan::Entry &entry,
     }
     auto job = std::make_shared<CopyTask>(queue, request);
     job->setMakesFolders(true);
+    job->setReplaced(entry.replaced);
     return job;
 }
 
@@ -175,6 +176,7 @@ std::shared_ptr<KruvTask> ConversionOrder::makeJob(const OutputPlan::Entry &entr
     job->setDeleteOriginal(deletes);
     job->setProves(proves);
     job->setMakesFolders(makesFolders);
+    job->setReplaced(entry.replaced);
     if (!entry.keepReason.isEmpty()) {
         job->failAfterwards(entry.keepReason);
     }

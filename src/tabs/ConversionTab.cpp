@@ -55,23 +55,33 @@ void proveOthers(OutputPlan &plan, const DoneBefore &doneBefore, const Format &t
     }
 }
 
-/// What is there is left alone where it is newer than its source, as far as no receipt knows better.
-void markCurrent(OutputPlan &plan, const DoneBefore &doneBefore)
+/// File systems and tools cut times to whole seconds.
+bool isNewer(const QString &output, const QString &source)
+{
+    const auto ofOutput = FileStamp::of(output);
+    const auto ofSource = FileStamp::of(source);
+    return ofOutput && ofSource && ofOutput->seconds >= ofSource->seconds;
+}
+
+/// What we made, and nobody touched since, is brought up to date. Other files that are there are left alone:
+/// where they are newer than their sources, and else where they hold the same audio, which a job looks at.
+void markCurrent(OutputPlan &plan, const DoneBefore &doneBefore, const Format &target)
 {
     for (OutputPlan::Entry &entry : plan.entries()) {
-        const QFileInfo output(entry.output);
-        if (!FileCommit::isTaken(entry.output) || output.isDir()) {
+        if (!FileCommit::isTaken(entry.output) || QFileInfo(entry.output).isDir()) {
             continue;
         }
-        const bool isMade = doneBefore.made(entry.output, entry.source);
-        const bool isNewer =
-            !doneBefore.made(entry.output) && output.lastModified() >= QFileInfo(entry.source).lastModified();
-        entry.isDone = isMade || isNewer;
-        if (entry.isDone) {
-            entry.doneReason = isMade ? QString() : ConversionTab::tr("It is newer than its source.");
-        } else {
+        if (doneBefore.made(entry.output, entry.source)) {
+            entry.isDone = true;
+        } else if (doneBefore.made(entry.output)) {
             entry.earlier = ConversionRequest::Earlier::Renewed;
             entry.mayReplace = true;
+            entry.replaced = FileStamp::of(entry.output);
+        } else if (isNewer(entry.output, entry.source)) {
+            entry.isDone = true;
+            entry.doneReason = ConversionTab::tr("It is newer than its source.");
+        } else if (!target.isLossy()) {
+            entry.earlier = ConversionRequest::Earlier::Kept;
         }
     }
 }
@@ -219,7 +229,7 @@ std::optional<OutputPlan> ConversionTab::planOutputs(const ToggleControl &beside
             proveOthers(plan, doneBefore, *order.target);
         }
     } else if (host().userInterface().updates()) {
-        markCurrent(plan, DoneBefore(order));
+        markCurrent(plan, DoneBefore(order), *order.target);
     }
     const bool goesOn = settleOutputs(plan);
     if (Plan *whole = host().plan()) {

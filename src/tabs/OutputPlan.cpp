@@ -191,6 +191,7 @@ void OutputPlan::settleExisting(ExistingFiles choice)
         }
         if (choice == ExistingFiles::Replace) {
             entry.mayReplace = true;
+            entry.replaced = FileStamp::of(entry.output);
         } else {
             entry.output = numbered(entry.output, PathNames::extension(entry.output), planned);
             planned.insert(FoldedNames::key(entry.output));

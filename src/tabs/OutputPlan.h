@@ -4,6 +4,7 @@
 #pragma once
 
 #include "base/ExistingFiles.h"
+#include "base/FileStamp.h"
 #include "base/FoldedNames.h"
 #include "formats/ConversionRequest.h"
 #include "tabs/OutputPlace.h"
@@ -32,6 +33,8 @@ public:
         QString output;
         /// What lies there already is replaced.
         bool mayReplace = false;
+        /// As it was when that was agreed; nothing where that is not known any more.
+        std::optional<FileStamp> replaced = {};
         /// Why the original stays though originals go, a clause; empty where it may go.
         QString keepReason = {};
         ConversionRequest::Earlier earlier = ConversionRequest::Earlier::None;

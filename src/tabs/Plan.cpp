@@ -9,6 +9,7 @@
 #include "tasks/FileCommit.h"
 #include "tasks/KruvTask.h"
 
+#include <QCoreApplication>
 #include <QFileInfo>
 
 #include <algorithm>
@@ -53,6 +54,11 @@ QStringList sourcesOf(const JobOutline &outline, qsizetype output)
     return output < outline.sources.size() ? QStringList{outline.sources.at(output)} : QStringList();
 }
 
+bool isFolder(const QString &output)
+{
+    return QFileInfo(output).isDir();
+}
+
 PlanEntry::Action actionOf(const JobOutline &outline, const QString &output)
 {
     if (output.isEmpty()) {
@@ -82,6 +88,9 @@ std::vector<PlanEntry> entriesOf(KruvTask &job)
     entry.notes = outline.changes + job.remarks();
     entry.bytes = outline.outputs.size() == 1 ? job.foreseenBytes() : 0;
     entry.keepReason = job.plannedEntry().keepReason;
+    if (entry.reason.isEmpty() && std::ranges::any_of(outline.outputs, isFolder)) {
+        entry.reason = QCoreApplication::translate("kruv::Plan", "There is a folder of that name.");
+    }
     std::vector<PlanEntry> entries;
     for (qsizetype index = 0; index < std::max<qsizetype>(outline.outputs.size(), 1); ++index) {
         entry.sources = sourcesOf(outline, index);

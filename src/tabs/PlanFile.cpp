@@ -4,6 +4,7 @@
 #include "tabs/PlanFile.h"
 
 #include "base/Digest.h"
+#include "base/FileStamp.h"
 #include "base/PathNames.h"
 #include "base/WholeFile.h"
 #include "tabs/OtherFiles.h"
@@ -11,6 +12,7 @@
 
 #include <QDateTime>
 #include <QFile>
+#include <QFileInfo>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QSet>
@@ -66,6 +68,12 @@ QJsonObject entryAsJson(const PlanEntry &entry, double perByte)
     if (entry.bytes > 0) {
         object.insert(QStringLiteral("bytes"), entry.bytes);
     }
+    const bool replaces =
+        entry.action == PlanEntry::Action::Replace || entry.action == PlanEntry::Action::Update;
+    if (const auto there = replaces ? FileStamp::of(entry.output) : std::nullopt) {
+        object.insert(QStringLiteral("replacedSize"), static_cast<qint64>(there->size));
+        object.insert(QStringLiteral("replacedTime"), static_cast<qint64>(there->seconds));
+    }
     if (!entry.keepReason.isEmpty()) {
         object.insert(QStringLiteral("keep"), entry.keepReason);
     }
@@ -94,6 +102,10 @@ OutputPlan::Entry entryOf(const QJsonObject &object)
                             .output = object[QStringLiteral("output")].toString(),
                             .mayReplace = object[QStringLiteral("replace")].toBool(),
                             .keepReason = object[QStringLiteral("keep")].toString()};
+    if (object.contains(QStringLiteral("replacedTime"))) {
+        entry.replaced = FileStamp{.size = object[QStringLiteral("replacedSize")].toInteger(),
+                                   .seconds = object[QStringLiteral("replacedTime")].toInteger()};
+    }
     entry.folder = PathNames::folderOf(entry.output);
     entry.isDone = object[QStringLiteral("done")].toBool();
     entry.isCopy = object[QStringLiteral("copy")].toBool();
@@ -136,6 +148,15 @@ void PlanFile::write(const QString &path, const Plan &plan)
     if (const QString problem = WholeFile::write(path, lineOf(header) + lines); !problem.isEmpty()) {
         throw std::runtime_error(tr("%1 could not be written: %2.").arg(path, problem).toStdString());
     }
+}
+
+bool PlanFile::isPlan(const QString &path)
+{
+    constexpr qint64 longest = qint64{1024} * 1024; // bytes of a first line
+    QFile file(path);
+    const QFileInfo info(path);
+    return info.isFile() && !info.isSymLink() && file.open(QIODevice::ReadOnly) &&
+           QJsonDocument::fromJson(file.readLine(longest)).object()[versionKey].toInt() > 0;
 }
 
 PlanFile::PlanFile(const QString &path)

@@ -29,6 +29,9 @@ public:
     /// Keeps what a plan is going to make, and what was made before. Replaces a file that is there.
     static void write(const QString &path, const Plan &plan);
 
+    /// Whether a file is one of these, by its first line. No link is.
+    static bool isPlan(const QString &path);
+
     /// Goes through the whole file once.
     explicit PlanFile(const QString &path);
 

@@ -39,10 +39,18 @@ OutputPlan::Entry PlanJobs::entryOf(const OutputPlan::Entry &what) const
     entry.source = m_roots.moved(what.source);
     entry.output = m_roots.moved(what.output);
     entry.folder = PathNames::folderOf(entry.output);
-    if (!entry.mayReplace) {
-        entry.earlier = ConversionRequest::Earlier::Kept;
-        entry.goneSince = m_plan.order().deletes ? m_plan.made() : 0;
+    const auto there = FileStamp::of(entry.output);
+    const bool isTheOldOne = there && what.replaced && there->size == what.replaced->size &&
+                             there->seconds == what.replaced->seconds;
+    entry.mayReplace = what.mayReplace && isTheOldOne;
+    if (entry.mayReplace) {
+        entry.replaced = there;
+        return entry;
     }
+    // The length of a lossy file proves nothing of one that was there before there was a plan.
+    const bool isForeign = m_plan.order().target->isLossy() && there && !there->isNoOlderThan(m_plan.made());
+    entry.earlier = isForeign ? ConversionRequest::Earlier::None : ConversionRequest::Earlier::Kept;
+    entry.goneSince = m_plan.order().deletes ? m_plan.made() : 0;
     return entry;
 }
 

@@ -184,9 +184,8 @@ Resumption::Left Resumption::leftOf(const HistoryEntry &entry) const
 /// A whole file of the kind that is made, and no older than the run.
 bool Resumption::isOfThisRun(const QString &output) const
 try {
-    const QFileInfo file(output);
-    constexpr qint64 coarsest = 2000; // milliseconds, the time stamps of FAT
-    if (!file.isFile() || file.lastModified().toMSecsSinceEpoch() < m_run.started - coarsest) {
+    const auto stamp = FileStamp::of(output);
+    if (!stamp || !stamp->isNoOlderThan(m_run.started)) {
         return false;
     }
     Formats::requireContent(output, m_kept.order.target);

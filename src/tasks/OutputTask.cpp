@@ -44,6 +44,11 @@ JobOutline OutputTask::outline() const
     return outline;
 }
 
+bool OutputTask::originalsStay() const
+{
+    return !deleteOriginal() || !m_flaw.isEmpty();
+}
+
 void OutputTask::foresee()
 {
     static_cast<void>(stampSources());
@@ -53,6 +58,7 @@ void OutputTask::foresee()
     }
     const QStringList outputs = outline().outputs;
     for (const QString &output : outputs) {
+        StagedOutputs::requireOther(output, originalsStay() ? sources() : QStringList());
         StagingFolder::requirePossible(QFileInfo(output).path());
     }
 }
@@ -72,7 +78,7 @@ std::optional<Receipt> OutputTask::receipt() const
 void OutputTask::doStartTask()
 {
     StagedOutputs outputs(m_mayReplace ? FileCommit::Existing::Replace : FileCommit::Existing::Keep);
-    if (!deleteOriginal()) {
+    if (originalsStay()) {
         outputs.protect(sources());
     }
     if (m_makesFolders) {
@@ -126,6 +132,10 @@ void OutputTask::walk(StagedOutputs &outputs)
         return;
     }
     requireUnchanged();
+    requireAgreed();
+    for (const QString &output : originalsStay() ? outputs.paths() : QStringList()) {
+        StagedOutputs::requireOther(output, sources());
+    }
     if (!startFinishing()) {
         return;
     }
@@ -167,6 +177,17 @@ void OutputTask::requireUnchanged() const
             refuse(tr("%1 was changed or removed while it was read. Nothing was made of it; try again.")
                        .arg(source.path));
         }
+    }
+}
+
+void OutputTask::requireAgreed() const
+{
+    const auto now = m_replaced ? FileStamp::of(outputPath()) : std::nullopt;
+    if (now && !now->hasContentOf(*m_replaced)) {
+        refuse(
+            tr("%1 was changed or made anew since it was agreed that it may be replaced. It was left as it "
+               "is.")
+                .arg(outputPath()));
     }
 }
 

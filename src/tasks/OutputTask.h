@@ -3,11 +3,13 @@
 
 #pragma once
 
+#include "base/FileStamp.h"
 #include "tasks/StagedOutputs.h"
 #include "tasks/StagedTask.h"
 
 #include <QCoreApplication>
 
+#include <optional>
 #include <vector>
 
 namespace kruv {
@@ -23,6 +25,9 @@ public:
     /// What there is under an output's name is replaced when the new file is complete; else it stays and the
     /// job fails. Before the start.
     void setMayReplace(bool mayReplace) { m_mayReplace = mayReplace; }
+    /// The file that may be replaced, as it was when that was agreed: one that somebody changed or made since
+    /// stays, and the job fails. Before the start.
+    void setReplaced(const std::optional<FileStamp> &replaced) { m_replaced = replaced; }
     /// Folders of its outputs that are not there are made. Before the start.
     void setMakesFolders(bool makesFolders) { m_makesFolders = makesFolders; }
     /// Its outputs are proven whatever else is asked for. Before the start.
@@ -75,6 +80,9 @@ private:
     void lookForAnother(const StagedOutputs &outputs);
     std::vector<Receipt::File> stampSources() const;
     void requireUnchanged() const;
+    void requireAgreed() const;
+    /// As far as that is known by now.
+    bool originalsStay() const;
     void stampOutputs(const StagedOutputs &outputs);
     bool owesProof(const StagedOutputs &outputs) const;
     void blameSources();
@@ -83,6 +91,7 @@ private:
     void releaseOriginal(Receipt::File &source, const StagedOutputs &outputs);
 
     bool m_mayReplace = false;
+    std::optional<FileStamp> m_replaced;
     bool m_makesFolders = false;
     bool m_proves = false;
     QStringList m_remarks;

@@ -16,6 +16,8 @@ namespace kruv {
 
 namespace {
 
+constexpr const char *continuedRun = "KRUV_CONTINUED_RUN";
+
 // The last words of a tool that failed say why.
 constexpr qsizetype longestReason = 4000;
 
@@ -63,6 +65,13 @@ void RunRecorder::recordAs(const QString &command, const QStringList &arguments)
     m_command.command = command;
     m_command.arguments = arguments;
     m_isCommandLine = true;
+    m_continued = qEnvironmentVariable(continuedRun).toLongLong();
+    qunsetenv(continuedRun); // tools are no part of it
+}
+
+void RunRecorder::announceContinued(std::int64_t run)
+{
+    qputenv(continuedRun, QByteArray::number(static_cast<qlonglong>(run)));
 }
 
 void RunRecorder::announce(const QString &command, const QString &plan)
@@ -92,7 +101,11 @@ RunRecorder::Number RunRecorder::beginRun()
     m_command.process = QString::fromUtf8(StagingLock::thisProcess());
     forgetCurrentRunSoon();
     m_canBeResumed = m_journal.isOn() && !m_command.plan.isEmpty();
-    return m_journal.addRun(m_command);
+    const Number run = m_journal.addRun(m_command);
+    if (m_continued != 0) {
+        m_journal.forgetRun(std::exchange(m_continued, 0));
+    }
+    return run;
 }
 
 void RunRecorder::forgetCurrentRunSoon()

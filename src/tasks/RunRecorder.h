@@ -32,6 +32,9 @@ public:
     /// Both must outlive it.
     RunRecorder(Journal &journal, KruvTaskQueue &queue);
 
+    /// For the program that this process becomes: what it records takes the place of that run, which is
+    /// forgotten with it.
+    static void announceContinued(std::int64_t run);
     /// All jobs of this process belong to one run: that of its command line.
     void recordAs(const QString &command, const QStringList &arguments);
     /// The jobs that come before control returns to the event loop are a run of this command's. Those with a
@@ -72,7 +75,8 @@ private:
     Number addEntries(std::span<const std::shared_ptr<KruvTask>> tasks, Number run);
 
     Journal &m_journal;
-    RunRecord m_command; // of the next run
+    RunRecord m_command;          // of the next run
+    std::int64_t m_continued = 0; // by its number in the file
     bool m_isCommandLine = false;
     bool m_canBeResumed = false;
     bool m_breaksOff = false;

@@ -41,6 +41,17 @@ StagedOutputs::StagedOutputs(FileCommit::Existing existing)
 {
 }
 
+void StagedOutputs::requireOther(const QString &path, const QStringList &sources)
+{
+    const auto isOutput = [&path](const QString &source) { return FileStamp::isSameFile(source, path); };
+    // A link's own place may be taken: the source stays.
+    if (FileCommit::isTaken(path) && !QFileInfo(path).isSymLink() && std::ranges::any_of(sources, isOutput)) {
+        fail(tr("%1 is the source itself and was left as it is: choose another output folder, or let the "
+                "originals be deleted.")
+                 .arg(path));
+    }
+}
+
 QString StagedOutputs::add(const QString &path)
 {
     return add(path, PathNames::lastPathComponent(path));
@@ -51,14 +62,7 @@ QString StagedOutputs::add(const QString &path, const QString &stagedName)
     if (m_existing == FileCommit::Existing::Keep && FileCommit::isTaken(path)) {
         failAsTaken(path);
     }
-    const auto isOutput = [&path](const QString &source) { return FileStamp::isSameFile(source, path); };
-    // A link's own place may be taken: the source stays.
-    if (FileCommit::isTaken(path) && !QFileInfo(path).isSymLink() &&
-        std::ranges::any_of(m_protected, isOutput)) {
-        fail(tr("%1 is the source itself and was left as it is: choose another output folder, or let the "
-                "originals be deleted.")
-                 .arg(path));
-    }
+    requireOther(path, m_protected);
     if (findAlike(path)) {
         fail(tr("Two of the outputs would get the same name, %1.").arg(path));
     }
@@ -127,6 +131,15 @@ const StagedOutputs::Output *StagedOutputs::findAlike(const QString &path) const
                                     PathNames::lastPathComponent(path)));
     });
     return found == m_outputs.end() ? nullptr : &*found;
+}
+
+QStringList StagedOutputs::paths() const
+{
+    QStringList all;
+    for (const Output &output : m_outputs) {
+        all.append(output.path);
+    }
+    return all;
 }
 
 void StagedOutputs::withdraw(const QString &path)

@@ -29,6 +29,9 @@ public:
     /// No output may take the place of one of these. Before the outputs are announced.
     void protect(const QStringList &sources) { m_protected = sources; }
 
+    /// Throws where an output would take the place of one of these.
+    static void requireOther(const QString &path, const QStringList &sources);
+
     /// Folders of outputs that are not there are made. Before the outputs are announced.
     void makeFolders() { m_makesFolders = true; }
 
@@ -45,6 +48,8 @@ public:
     /// The output that was announced as `path` will not be made after all.
     void withdraw(const QString &path);
 
+    /// The final paths of those that are announced.
+    QStringList paths() const;
     /// Whether none is announced.
     bool isEmpty() const { return m_outputs.empty(); }
 

@@ -40,7 +40,9 @@ QByteArray startOf(const QByteArray &process)
 {
     const QByteArray status = contentOf(QStringLiteral("/proc/%1/stat").arg(QLatin1StringView(process)));
     constexpr qsizetype startField = 19; // of those behind the name, which stands in parentheses
-    return status.mid(status.lastIndexOf(')') + 2).split(' ').value(startField);
+    const QList<QByteArray> fields = status.mid(status.lastIndexOf(')') + 2).split(' ');
+    const bool hasEnded = fields.constFirst() == "Z"; // only its parent has not asked for its end
+    return hasEnded ? QByteArray() : fields.value(startField);
 }
 
 bool isVfat(const QString &folder)
