@@ -4,6 +4,7 @@
 #include "support/Program.h"
 #include "support/QtPrinters.h"
 
+#include <QDateTime>
 #include <QDirIterator>
 #include <QJsonArray>
 #include <QMap>
@@ -241,6 +242,34 @@ TEST_F(UpdateTest, DoesAgainWhatChangedAndNothingElse)
     ASSERT_EQ(run({u"tags"_s, u"set"_s, u"--title"_s, u""_s, u"--write-empty"_s, u"b.flac"_s}).status, 0);
     EXPECT_EQ(run(update).status, 0);
     EXPECT_FALSE(output(u"b.wv"_s).contains("New"));
+}
+
+TEST_F(UpdateTest, LeavesAloneWhatItDidNotMake)
+{
+    const QStringList update = toWavPack + QStringList{u"--update"_s};
+    folder.write(u"music/out/c.wv"_s, "somebody else's");
+    QFile file(music + u"/out/c.wv"_s);
+    ASSERT_TRUE(
+        file.open(QIODevice::ReadWrite) &&
+        file.setFileTime(QDateTime::fromSecsSinceEpoch(1'000'000'000), QFileDevice::FileModificationTime));
+    file.close();
+    EXPECT_EQ(run(update).status, 1);
+    EXPECT_EQ(output(u"c.wv"_s), "somebody else's");
+}
+
+/// An original that is to stay is never the output's place.
+TEST_F(UpdateTest, KeepsAnOriginalThatHoldsMoreThanItsOutput)
+{
+    QFile tagged(music + u"/a.flac"_s);
+    ASSERT_TRUE(tagged.open(QIODevice::Append));
+    tagged.write(QByteArray("TAG").leftJustified(128, ' '));
+    tagged.close();
+    const QByteArray before = readFile(tagged.fileName());
+    const QStringList command{u"--beside-source"_s, u"--delete-originals"_s, u"-y"_s, u"--overwrite"_s,
+                              u"a.flac"_s};
+    EXPECT_TRUE(encode(command + QStringList{u"--dry-run"_s}).out.startsWith("refuse"));
+    EXPECT_EQ(encode(command).status, 1);
+    EXPECT_EQ(readFile(tagged.fileName()), before);
 }
 
 TEST_F(UpdateTest, WithoutARecordTheAudioSaysWhatIsDone)

@@ -195,6 +195,38 @@ TEST_F(RunTest, PathsMoveWithTheirRoots)
     EXPECT_EQ(runPlan(roots + QStringList{u"--results"_s, u"elsewhere/deep"_s, u"--status"_s}).status, 0);
 }
 
+TEST_F(RunTest, ReplacesOnlyWhatWasThereWhenThatWasAgreed)
+{
+    for (const char *each : {"two/1", "two/2", "out/1", "out/2", "one"}) {
+        QDir(music).mkpath(QString::fromUtf8(each));
+    }
+    for (const QString &each : {u"1"_s, u"2"_s}) {
+        writeWav(music + u"/two/"_s + each + u"/a.wav"_s, {.frames = 900, .seed = each.toUInt()});
+        folder.write(u"music/out/"_s + each + u"/a.flac"_s, "old");
+    }
+    const QStringList toReplace{
+        u"-o"_s, u"out"_s,         u"--mirror"_s, u"--overwrite"_s, u"--delete-originals"_s,
+        u"-y"_s, u"--save-plan"_s, u"set.plan"_s, u"two"_s};
+    ASSERT_EQ(encode(toReplace).status, 0);
+    // Both would become one file, one after the other: only one original may go.
+    folder.write(u"music/one/a.flac"_s, "old");
+    const Outcome both = runPlan({u"--root"_s, music + u"/out/1="_s + music + u"/one"_s, u"--root"_s,
+                                  music + u"/out/2="_s + music + u"/one"_s});
+    EXPECT_EQ(both.status, 1) << both.err.constData();
+    EXPECT_EQ(QDir(music + u"/two/1"_s).count() + QDir(music + u"/two/2"_s).count(), 5U)
+        << "one original went";
+    // A file that somebody changed since stays.
+    writeWav(music + u"/two/1/a.wav"_s, {.frames = 900, .seed = 7});
+    ASSERT_EQ(encode(toReplace).status, 0);
+    folder.write(u"music/out/1/a.flac"_s, "edited since");
+    EXPECT_EQ(runPlan().status, 1);
+    EXPECT_EQ(readFile(music + u"/out/1/a.flac"_s), "edited since");
+    // Nor is anything but a plan taken for one that may be replaced.
+    EXPECT_EQ(
+        encode({u"-o"_s, u"out"_s, u"--overwrite"_s, u"--save-plan"_s, u"two/1/a.wav"_s, u"two"_s}).status,
+        2);
+}
+
 TEST_F(RunTest, SaysWhatIsWrong)
 {
     ASSERT_EQ(plan().status, 0);
