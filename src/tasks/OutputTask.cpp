@@ -81,6 +81,7 @@ void OutputTask::doStartTask()
     if (originalsStay()) {
         outputs.protect(sources());
     }
+    outputs.replaceOnly(m_replaced);
     if (m_makesFolders) {
         outputs.makeFolders();
     }
@@ -132,7 +133,6 @@ void OutputTask::walk(StagedOutputs &outputs)
         return;
     }
     requireUnchanged();
-    requireAgreed();
     for (const QString &output : originalsStay() ? outputs.paths() : QStringList()) {
         StagedOutputs::requireOther(output, sources());
     }
@@ -177,17 +177,6 @@ void OutputTask::requireUnchanged() const
             refuse(tr("%1 was changed or removed while it was read. Nothing was made of it; try again.")
                        .arg(source.path));
         }
-    }
-}
-
-void OutputTask::requireAgreed() const
-{
-    const auto now = m_replaced ? FileStamp::of(outputPath()) : std::nullopt;
-    if (now && !now->hasContentOf(*m_replaced)) {
-        refuse(
-            tr("%1 was changed or made anew since it was agreed that it may be replaced. It was left as it "
-               "is.")
-                .arg(outputPath()));
     }
 }
 

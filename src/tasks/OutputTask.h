@@ -80,7 +80,6 @@ private:
     void lookForAnother(const StagedOutputs &outputs);
     std::vector<Receipt::File> stampSources() const;
     void requireUnchanged() const;
-    void requireAgreed() const;
     /// As far as that is known by now.
     bool originalsStay() const;
     void stampOutputs(const StagedOutputs &outputs);

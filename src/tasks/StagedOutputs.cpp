@@ -3,7 +3,6 @@
 
 #include "tasks/StagedOutputs.h"
 
-#include "base/FileStamp.h"
 #include "base/FoldedNames.h"
 #include "base/PathNames.h"
 #include "tasks/DiskSync.h"
@@ -14,6 +13,7 @@
 #include <algorithm>
 #include <climits>
 #include <cstdint>
+#include <mutex>
 #include <stdexcept>
 #include <sys/statvfs.h>
 
@@ -211,12 +211,25 @@ void StagedOutputs::bringNamesToDisk()
     m_durable = DiskSync(places).run().isEmpty();
 }
 
+void StagedOutputs::requireAgreed(const QString &path) const
+{
+    const auto now = m_replaced ? FileStamp::of(path) : std::nullopt;
+    if (now && !now->hasContentOf(*m_replaced)) {
+        fail(tr("%1 was changed or made anew since it was agreed that it may be replaced. It was left as it "
+                "is.")
+                 .arg(path));
+    }
+}
+
 void StagedOutputs::commitOne(const Output &output)
 {
     if (m_existing == FileCommit::Existing::Replace && QFileInfo(output.path).isFile()) {
         QFile::setPermissions(output.staged,
                               QFile::permissions(output.path)); // where the file system has them
     }
+    static std::mutex oneAfterAnother; // two jobs may replace one file by different paths
+    const std::lock_guard lock(oneAfterAnother);
+    requireAgreed(output.path);
     if (const auto problem = FileCommit::commit(output.staged, output.path, m_existing)) {
         takeBack();
         if (problem->nameIsTaken) {

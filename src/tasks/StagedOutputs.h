@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "base/FileStamp.h"
 #include "tasks/FileCommit.h"
 #include "tasks/NewFolders.h"
 #include "tasks/StagingFolder.h"
@@ -12,6 +13,7 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace kruv {
@@ -28,6 +30,9 @@ public:
 
     /// No output may take the place of one of these. Before the outputs are announced.
     void protect(const QStringList &sources) { m_protected = sources; }
+
+    /// Only this file is replaced, as it is now; nothing: whatever is there. For a single output.
+    void replaceOnly(const std::optional<FileStamp> &file) { m_replaced = file; }
 
     /// Throws where an output would take the place of one of these.
     static void requireOther(const QString &path, const QStringList &sources);
@@ -86,11 +91,13 @@ private:
     const Output *find(const QString &path) const;
     const Output *findAlike(const QString &path) const;
     void commitOne(const Output &output);
+    void requireAgreed(const QString &path) const;
     void bringNamesToDisk();
     void takeBack();
 
     const FileCommit::Existing m_existing;
     QStringList m_protected;
+    std::optional<FileStamp> m_replaced;
     bool m_makesFolders = false;
     bool m_allowsEmpty = false;
     std::vector<std::unique_ptr<NewFolders>> m_newFolders; // outlive what is in them
