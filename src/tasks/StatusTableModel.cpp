@@ -104,6 +104,7 @@ void StatusTableModel::move(int from, int to)
 void StatusTableModel::arrange(const std::vector<std::shared_ptr<KruvTask>> &tasks)
 {
     std::vector<int> rows;
+    rows.reserve(tasks.size());
     for (const std::shared_ptr<KruvTask> &task : tasks) {
         rows.push_back(rowOf(*task));
     }
