@@ -65,6 +65,7 @@ void FolderWalk::walk(const QString &path, const Visitor &visit)
         }
         return;
     }
+    m_folders.append(path);
     m_visited = std::make_shared<Visited>();
     walkFolder(bytes.endsWith('/') && bytes.size() > 1 ? bytes.chopped(1) : bytes, visit);
     // A folder is seen by its own name, where it has one here.

@@ -32,6 +32,8 @@ public:
     /// Calls `visit` for `path` itself when it is no folder, else for every file below it.
     void walk(const QString &path, const Visitor &visit);
 
+    /// Those of the given paths that are folders.
+    const QStringList &folders() const { return m_folders; }
     /// Entries passed over because their names are not valid UTF-8, as they can best be shown.
     const QStringList &undecodableNames() const { return m_undecodableNames; }
     /// Folders that could not be looked into.
@@ -43,6 +45,7 @@ private:
 
     const std::stop_token m_stop;
     QList<QByteArray> m_links; // to folders, yet to be followed
+    QStringList m_folders;
     QStringList m_undecodableNames;
     QStringList m_unreadableFolders;
     class Visited;

@@ -93,13 +93,9 @@ BaseTab::Intake BaseTab::collect(const QStringList &paths, const QSet<QString> &
     QStringList accepted;
     QSet<QString> badExtensions;
     QStringList refused;
-    QStringList folders;
     FolderWalk walk(stop);
     for (const QString &path : paths) {
         walk.walk(path, [&](const QString &file) {
-            if (file.size() != path.size() && (folders.isEmpty() || folders.constLast() != path)) {
-                folders.append(path);
-            }
             if (listed.contains(file)) {
                 return;
             }
@@ -111,7 +107,7 @@ BaseTab::Intake BaseTab::collect(const QStringList &paths, const QSet<QString> &
             }
         });
     }
-    return {FileList::Batch(accepted), badExtensions.values(),  refused, folders,
+    return {FileList::Batch(accepted), badExtensions.values(),  refused, walk.folders(),
             walk.undecodableNames(),   walk.unreadableFolders()};
 }
 

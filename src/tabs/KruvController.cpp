@@ -163,15 +163,12 @@ KruvController::Intake KruvController::getFiles(const QStringList &paths, const 
     for (const QString &path : paths) {
         // A file that was named is a person's own choice, extension or not; only the tab may refuse it.
         walk.walk(path, [&](const QString &file) {
-            if (file.size() != path.size() &&
-                (intake.folders.isEmpty() || intake.folders.constLast() != path)) {
-                intake.folders.append(path);
-            }
             if (file == path || !PathNames::extension(file).isEmpty()) {
                 intake.files.append(file);
             }
         });
     }
+    intake.folders = walk.folders();
     intake.undecodable = walk.undecodableNames();
     intake.unreadable = walk.unreadableFolders();
     return intake;
