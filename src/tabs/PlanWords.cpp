@@ -7,6 +7,7 @@
 #include <QHash>
 #include <QLocale>
 
+#include <algorithm>
 #include <cmath>
 
 namespace kruv::PlanWords {
@@ -42,62 +43,43 @@ QString duration(double seconds)
                : Text::tr("%1 s").arg(QString::number(seconds, 'f', whole < 10 ? 1 : 0));
 }
 
+/// What an action is called by programs and by persons.
+struct Names
+{
+    PlanEntry::Action action;
+    const char *id;
+    const char *word;
+};
+
+constexpr Names actionNames[] = {
+    {PlanEntry::Action::Make, "make", QT_TRANSLATE_NOOP("kruv::PlanWords", "make")},
+    {PlanEntry::Action::Replace, "replace", QT_TRANSLATE_NOOP("kruv::PlanWords", "replace")},
+    {PlanEntry::Action::Update, "update", QT_TRANSLATE_NOOP("kruv::PlanWords", "update")},
+    {PlanEntry::Action::Check, "check", QT_TRANSLATE_NOOP("kruv::PlanWords", "check")},
+    {PlanEntry::Action::Rename, "rename", QT_TRANSLATE_NOOP("kruv::PlanWords", "rename")},
+    {PlanEntry::Action::Copy, "copy", QT_TRANSLATE_NOOP("kruv::PlanWords", "copy")},
+    {PlanEntry::Action::Work, "work", QT_TRANSLATE_NOOP("kruv::PlanWords", "change")},
+    {PlanEntry::Action::SkipDone, "skip-done", QT_TRANSLATE_NOOP("kruv::PlanWords", "skip")},
+    {PlanEntry::Action::SkipExisting, "skip-existing", QT_TRANSLATE_NOOP("kruv::PlanWords", "skip")},
+    {PlanEntry::Action::SkipOther, "skip-other", QT_TRANSLATE_NOOP("kruv::PlanWords", "skip")},
+    {PlanEntry::Action::Refuse, "refuse", QT_TRANSLATE_NOOP("kruv::PlanWords", "refuse")},
+};
+
+const Names &namesOf(PlanEntry::Action action)
+{
+    return *std::ranges::find(actionNames, action, &Names::action);
+}
+
 } // namespace
 
 QString id(PlanEntry::Action action)
 {
-    switch (action) {
-    case PlanEntry::Action::Make:
-        return QStringLiteral("make");
-    case PlanEntry::Action::Replace:
-        return QStringLiteral("replace");
-    case PlanEntry::Action::Update:
-        return QStringLiteral("update");
-    case PlanEntry::Action::Check:
-        return QStringLiteral("check");
-    case PlanEntry::Action::Rename:
-        return QStringLiteral("rename");
-    case PlanEntry::Action::Copy:
-        return QStringLiteral("copy");
-    case PlanEntry::Action::Work:
-        return QStringLiteral("work");
-    case PlanEntry::Action::SkipDone:
-        return QStringLiteral("skip-done");
-    case PlanEntry::Action::SkipExisting:
-        return QStringLiteral("skip-existing");
-    case PlanEntry::Action::SkipOther:
-        return QStringLiteral("skip-other");
-    case PlanEntry::Action::Refuse:
-        break;
-    }
-    return QStringLiteral("refuse");
+    return QString::fromLatin1(namesOf(action).id);
 }
 
 QString action(const PlanEntry &entry)
 {
-    switch (entry.action) {
-    case PlanEntry::Action::Make:
-        return Text::tr("make");
-    case PlanEntry::Action::Replace:
-        return Text::tr("replace");
-    case PlanEntry::Action::Update:
-        return Text::tr("update");
-    case PlanEntry::Action::Check:
-        return Text::tr("check");
-    case PlanEntry::Action::Rename:
-        return Text::tr("rename");
-    case PlanEntry::Action::Copy:
-        return Text::tr("copy");
-    case PlanEntry::Action::Work:
-        return Text::tr("change");
-    case PlanEntry::Action::SkipDone:
-    case PlanEntry::Action::SkipExisting:
-    case PlanEntry::Action::SkipOther:
-        return Text::tr("skip");
-    case PlanEntry::Action::Refuse:
-        break;
-    }
-    return Text::tr("refuse");
+    return Text::tr(namesOf(entry.action).word);
 }
 
 QString paths(const PlanEntry &entry)
