@@ -347,9 +347,7 @@ void ConversionTab::completePlan(Plan &whole, const std::vector<OutputPlan::List
         }
         whole.add(entry);
     }
-    const Estimates estimates(order);
-    whole.estimate([&estimates](const QString &source, qint64 bytes) { return estimates.of(source, bytes); },
-                   host().taskQueue().maxThreads());
+    Estimates(order).applyTo(whole, host().taskQueue().maxThreads());
     for (const QString &sentence : whole.shortages(!Util::deletesToTrash(host().preferences()))) {
         whole.warn(sentence);
         whole.setShortOfSpace();

@@ -47,6 +47,11 @@ void Estimates::learn(const ConversionOrder &order)
     }
 }
 
+void Estimates::applyTo(Plan &plan, int jobsAtOnce) const
+{
+    plan.estimate([this](const QString &source, qint64 bytes) { return of(source, bytes); }, jobsAtOnce);
+}
+
 std::optional<Cost> Estimates::of(const QString &source, qint64 bytes) const
 {
     constexpr int fewest = 5; // files that say something of others
@@ -75,7 +80,7 @@ QStringList Estimates::shortages(const OutputPlan &plan, const ConversionOrder &
                        .sourceBytes = QFileInfo(entry.source).size()});
         }
     }
-    costs.estimate([this](const QString &source, qint64 bytes) { return of(source, bytes); }, 1);
+    applyTo(costs, 1);
     return costs.shortages(freesOriginals);
 }
 

@@ -20,6 +20,8 @@ public:
     explicit Estimates(const ConversionOrder &order);
 
     bool areKnown() const { return !m_sums.isEmpty(); }
+    /// Puts the costs that are known into the plan's entries.
+    void applyTo(Plan &plan, int jobsAtOnce) const;
     /// Of a source of so many bytes.
     std::optional<Cost> of(const QString &source, qint64 bytes) const;
     /// Of the disks that are too small for what the order makes of a plan, a sentence each. `freesOriginals`:

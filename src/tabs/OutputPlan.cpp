@@ -165,16 +165,15 @@ void OutputPlan::settleExisting(ExistingFiles choice)
     if (choice == ExistingFiles::Skip || choice == ExistingFiles::Refuse) {
         const auto action =
             choice == ExistingFiles::Skip ? PlanEntry::Action::SkipExisting : PlanEntry::Action::Refuse;
+        const QString reason = tr("There is a file of that name already.");
         for (const Entry &entry : m_entries) {
             if (isInTheWay(entry)) {
-                leaveOut(entry, action, tr("There is a file of that name already."));
+                leaveOut(entry, action, reason);
             }
         }
         for (const List &list : m_lists) {
             if (isInTheWay(list)) {
-                m_leftOut.push_back({.output = list.path,
-                                     .action = action,
-                                     .reason = tr("There is a file of that name already.")});
+                m_leftOut.push_back({.output = list.path, .action = action, .reason = reason});
             }
         }
         std::erase_if(m_entries, [this](const Entry &entry) { return isInTheWay(entry); });

@@ -226,9 +226,7 @@ void Review::compose()
     for (const QString &sentence : std::as_const(m_settled->warnings)) {
         plan.warn(sentence);
     }
-    const Estimates &estimates = *m_base->estimates;
-    plan.estimate([&estimates](const QString &source, qint64 bytes) { return estimates.of(source, bytes); },
-                  m_host.taskQueue().maxThreads());
+    m_base->estimates->applyTo(plan, m_host.taskQueue().maxThreads());
     m_plan = std::move(plan);
     Q_EMIT planChanged();
     m_composeSoon.setInterval(static_cast<int>(std::max(leastPause, pausesBetween * time.elapsed())));
